@@ -1,0 +1,45 @@
+# quorvane_library(NAME USES folders... SOURCES files... LINKS targets...)
+#
+# One static library for one folder of src/. USES names the folders that it may include and link; scripts/check reads
+# the same line and refuses an #include outside its closure. LINKS names third-party targets.
+function(quorvane_library name)
+    cmake_parse_arguments(arg "" "" "USES;SOURCES;LINKS" ${ARGN})
+    string(REPLACE "/" "_" target quorvane_${name})
+    add_library(${target} STATIC)
+    target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    set(headers ${arg_SOURCES})
+    list(FILTER headers INCLUDE REGEX "\\.h$")
+    set(bodies ${arg_SOURCES})
+    list(FILTER bodies EXCLUDE REGEX "\\.h$")
+    target_sources(${target} PRIVATE ${bodies}
+        PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR}/src FILES ${headers})
+    set_target_properties(${target} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+    if(NOT bodies)
+        set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+    endif()
+    foreach(folder IN LISTS arg_USES)
+        string(REPLACE "/" "_" used quorvane_${folder})
+        target_link_libraries(${target} PUBLIC ${used})
+    endforeach()
+    target_link_libraries(${target} PUBLIC ${arg_LINKS})
+endfunction()
+
+# quorvane_test(NAME FOLDERS folders... SOURCES files... LABELS labels... LINKS targets...)
+#
+# One test program, linked with the folders that it tests and with tests/support.
+function(quorvane_test name)
+    cmake_parse_arguments(arg "" "TIMEOUT" "FOLDERS;SOURCES;LABELS;LINKS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    foreach(folder IN LISTS arg_FOLDERS)
+        string(REPLACE "/" "_" used quorvane_${folder})
+        target_link_libraries(${name} PRIVATE ${used})
+    endforeach()
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main)
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    # TZ and LC_ALL are fixed, so that a test that means another zone or locale has to say so.
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+        PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "TZ=UTC;LC_ALL=en_US.UTF-8")
+endfunction()

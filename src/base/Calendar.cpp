@@ -1,0 +1,195 @@
+#include "base/Calendar.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <unicode/calendar.h>
+#include <unicode/gregocal.h>
+#include <unicode/timezone.h>
+
+namespace quorvane {
+namespace {
+
+UDate toIcu(Date date) {
+    return secondsSince1970(date) * 1000.0;
+}
+
+Date fromIcu(UDate date) {
+    return dateFromSecondsSince1970(date / 1000.0);
+}
+
+icu::Locale localeFrom(const std::string& name) {
+    return icu::Locale::createCanonical(name.c_str());
+}
+
+/// A gap in the wall clock ends at its first valid instant; what happens twice is the first.
+void settle(icu::Calendar& calendar) {
+    calendar.setLenient(true);
+    calendar.setSkippedWallTimeOption(UCAL_WALLTIME_NEXT_VALID);
+    calendar.setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
+}
+
+int field(const icu::Calendar& calendar, UCalendarDateFields which) {
+    UErrorCode error = U_ZERO_ERROR;
+    return calendar.get(which, error);
+}
+
+void clearTimeOfDay(icu::Calendar& calendar) {
+    for (const auto which : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND}) calendar.set(which, 0);
+}
+
+}  // namespace
+
+struct Calendar::Impl {
+    explicit Impl(std::unique_ptr<icu::Calendar> made) : calendar(std::move(made)) { settle(*calendar); }
+
+    /// A Gregorian calendar in the same zone: the one in which days are named on the command line and in files.
+    [[nodiscard]] std::unique_ptr<icu::Calendar> gregorian() const {
+        UErrorCode error = U_ZERO_ERROR;
+        auto made = std::make_unique<icu::GregorianCalendar>(calendar->getTimeZone(), icu::Locale::getRoot(), error);
+        settle(*made);
+        return made;
+    }
+
+    icu::Calendar& at(Date date) const {
+        UErrorCode error = U_ZERO_ERROR;
+        calendar->setTime(toIcu(date), error);
+        return *calendar;
+    }
+
+    Date read() const {
+        UErrorCode error = U_ZERO_ERROR;
+        return fromIcu(calendar->getTime(error));
+    }
+
+    Date adding(UCalendarDateFields unit, int amount, Date date) const {
+        UErrorCode error = U_ZERO_ERROR;
+        at(date).add(unit, amount, error);
+        return read();
+    }
+
+    std::unique_ptr<icu::Calendar> calendar;
+};
+
+Calendar::Calendar(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+
+Calendar::Calendar(const std::string& locale, const std::string& zone) {
+    UErrorCode error = U_ZERO_ERROR;
+    std::unique_ptr<icu::TimeZone> timeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone)));
+    if (*timeZone == icu::TimeZone::getUnknown()) timeZone.reset(icu::TimeZone::getGMT()->clone());
+    impl_ = std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(
+        icu::Calendar::createInstance(timeZone.release(), localeFrom(locale), error)));
+}
+
+Calendar::Calendar(const Calendar& other)
+    : impl_(std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(other.impl_->calendar->clone()))) {}
+Calendar& Calendar::operator=(const Calendar& other) {
+    return *this = Calendar(other);
+}
+Calendar::Calendar(Calendar&&) noexcept = default;
+Calendar& Calendar::operator=(Calendar&&) noexcept = default;
+Calendar::~Calendar() = default;
+
+std::string dateLocale() {
+    for (const char* name : {"LC_ALL", "LC_TIME", "LANG"})
+        if (const char* value = std::getenv(name); value != nullptr && *value != '\0') return value;
+    return "C";
+}
+
+Calendar Calendar::current() {
+    UErrorCode error = U_ZERO_ERROR;
+    return Calendar(std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(
+        icu::Calendar::createInstance(icu::TimeZone::detectHostTimeZone(), localeFrom(dateLocale()), error))));
+}
+
+Calendar Calendar::mondayFirst(const Calendar& other) {
+    auto calendar = other.impl_->gregorian();
+    calendar->setFirstDayOfWeek(UCAL_MONDAY);
+    return Calendar(std::make_unique<Impl>(std::move(calendar)));
+}
+
+int Calendar::firstWeekday() const {
+    UErrorCode error = U_ZERO_ERROR;
+    return impl_->calendar->getFirstDayOfWeek(error);
+}
+
+DateComponents Calendar::components(Date date) const {
+    const auto& at = impl_->at(date);
+    return {.year = field(at, UCAL_YEAR),
+            .month = field(at, UCAL_MONTH) + 1,
+            .day = field(at, UCAL_DATE),
+            .hour = field(at, UCAL_HOUR_OF_DAY),
+            .minute = field(at, UCAL_MINUTE),
+            .second = field(at, UCAL_SECOND),
+            .weekday = field(at, UCAL_DAY_OF_WEEK)};
+}
+
+Date Calendar::date(CivilDate day, int hour, int minute, double second) const {
+    const auto calendar = impl_->gregorian();
+    const double whole = std::floor(second);
+    calendar->clear();
+    calendar->set(day.year, day.month - 1, day.day, hour, minute, static_cast<int>(whole));
+    UErrorCode error = U_ZERO_ERROR;
+    return fromIcu(calendar->getTime(error)) + Seconds{second - whole};
+}
+
+CivilDate Calendar::civilDate(Date date) const {
+    const auto calendar = impl_->gregorian();
+    UErrorCode error = U_ZERO_ERROR;
+    calendar->setTime(toIcu(date), error);
+    return {field(*calendar, UCAL_YEAR), field(*calendar, UCAL_MONTH) + 1, field(*calendar, UCAL_DATE)};
+}
+
+Date Calendar::startOfDay(Date date) const {
+    clearTimeOfDay(impl_->at(date));
+    return impl_->read();
+}
+
+DateInterval Calendar::day(Date date) const {
+    const Date start = startOfDay(date);
+    // Noon exists on every day, so the next day is found from there and not from a midnight that may be missing.
+    auto& calendar = impl_->at(start);
+    calendar.set(UCAL_HOUR_OF_DAY, 12);
+    return {start, startOfDay(addingDays(1, impl_->read()))};
+}
+
+DateInterval Calendar::week(Date date) const {
+    const int back = (components(date).weekday - firstWeekday() + 7) % 7;
+    auto& calendar = impl_->at(startOfDay(date));
+    calendar.set(UCAL_HOUR_OF_DAY, 12);
+    const Date noon = impl_->read();
+    return {startOfDay(addingDays(-back, noon)), startOfDay(addingDays(7 - back, noon))};
+}
+
+DateInterval Calendar::month(Date date) const {
+    auto& calendar = impl_->at(date);
+    calendar.set(UCAL_DATE, 1);
+    calendar.set(UCAL_HOUR_OF_DAY, 12);
+    const Date noon = impl_->read();
+    return {startOfDay(noon), startOfDay(addingMonths(1, noon))};
+}
+
+bool Calendar::isSameDay(Date a, Date b) const {
+    return startOfDay(a) == startOfDay(b);
+}
+
+Date Calendar::addingDays(int days, Date date) const {
+    return impl_->adding(UCAL_DATE, days, date);
+}
+
+Date Calendar::addingMonths(int months, Date date) const {
+    return impl_->adding(UCAL_MONTH, months, date);
+}
+
+std::string Calendar::localeName() const {
+    UErrorCode error = U_ZERO_ERROR;
+    return impl_->calendar->getLocale(ULOC_VALID_LOCALE, error).getName();
+}
+
+std::string Calendar::zoneName() const {
+    icu::UnicodeString name;
+    impl_->calendar->getTimeZone().getID(name);
+    std::string out;
+    return name.toUTF8String(out);
+}
+
+}  // namespace quorvane

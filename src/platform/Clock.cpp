@@ -1,0 +1,26 @@
+#include "platform/Clock.h"
+
+#include <atomic>
+
+namespace quorvane::platform {
+namespace {
+
+std::atomic<const ClockOverride*> newestOverride = nullptr;
+
+}  // namespace
+
+ClockOverride::ClockOverride(std::function<Date()> now) : now_(std::move(now)), outer_(newestOverride) {
+    newestOverride = this;
+}
+
+ClockOverride::~ClockOverride() {
+    newestOverride = outer_;
+}
+
+Date currentDate() {
+    if (const auto* override = newestOverride.load()) return override->now_();
+    const auto now = std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
+    return dateFromMicroseconds(now.time_since_epoch().count());
+}
+
+}  // namespace quorvane::platform

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/ForegroundSource.h"
+#include "platform/IdleSource.h"
+#include "platform/KeyEventSource.h"
+#include "platform/PointerEventSource.h"
+#include "platform/SettingsPanes.h"
+#include "platform/SystemEvents.h"
+
+namespace quorvane::platform {
+
+/// All that can be asked of the desktop on which the user works. The sources belong to it.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    virtual ForegroundSource& foreground() = 0;
+    virtual IdleSource& idle() = 0;
+    virtual KeyEventSource& keys() = 0;
+    virtual PointerEventSource& pointer() = 0;
+    virtual SystemEvents& systemEvents() = 0;
+    virtual SettingsPanes& settingsPanes() = 0;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace quorvane::platform {
+
+/// Brings the user to the place where a permission can be granted.
+class SettingsPanes {
+public:
+    virtual ~SettingsPanes() = default;
+
+    /// Opens the pane that the URL stands for ("x-apple.systempreferences:..."), or what this desktop has in its place.
+    /// Where there is nothing to open, nothing happens.
+    virtual void open(const std::string& url) = 0;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "platform/Channel.h"
+
+#include <functional>
+#include <vector>
+
+namespace quorvane::platform {
+
+/// What happens to the machine and the session around the tracker.
+enum class SystemEvent { willSleep, didWake, screensDidSleep, screensDidWake, screenLocked, screenUnlocked };
+
+/// Reports sleep, wake, lock and unlock. Main thread only.
+class SystemEvents {
+public:
+    virtual ~SystemEvents() = default;
+
+    /// Calls `happened` each time that `event` does. For `willSleep` the machine waits until it has returned.
+    virtual Subscription observe(SystemEvent event, std::function<void()> happened) = 0;
+
+    /// One for each source of these events: sleep, session lock, screens.
+    [[nodiscard]] virtual std::vector<Channel> channels() const = 0;
+};
+
+}  // namespace quorvane::platform

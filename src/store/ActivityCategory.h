@@ -1,0 +1,24 @@
+#pragma once
+
+#include "store/RawValue.h"
+
+namespace quorvane {
+
+/// The built-in categories. The stored word is also the one that people see.
+enum class ActivityCategory { work, learn, entertainment, exercise, social, rest, travel, shopping, other, idle };
+
+template <>
+struct RawValues<ActivityCategory> {
+    static constexpr RawValueTable<ActivityCategory, 10> table{{{ActivityCategory::work, "工作"},
+                                                                {ActivityCategory::learn, "学习"},
+                                                                {ActivityCategory::entertainment, "娱乐"},
+                                                                {ActivityCategory::exercise, "运动"},
+                                                                {ActivityCategory::social, "社交"},
+                                                                {ActivityCategory::rest, "休息"},
+                                                                {ActivityCategory::travel, "出行"},
+                                                                {ActivityCategory::shopping, "购物"},
+                                                                {ActivityCategory::other, "其他"},
+                                                                {ActivityCategory::idle, "空闲"}}};
+};
+
+}  // namespace quorvane

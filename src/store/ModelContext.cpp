@@ -1,0 +1,342 @@
+#include "store/ModelContext.h"
+
+#include "base/Text.h"
+#include "store/Schema.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace quorvane {
+namespace {
+
+constexpr int firstAttributeColumn = 1;  // after the row's key
+
+std::string orderBy(const std::vector<SortOrder>& sort) {
+    std::string out = " ORDER BY ";
+    for (const SortOrder& order : sort)
+        out += fmt::format("{} {}, ", order.attribute->column(), order.isAscending ? "ASC" : "DESC");
+    return out + "pk";
+}
+
+SqlCondition conditionOf(const PredicateNode* predicate) {
+    SqlCondition condition;
+    if (predicate == nullptr) return condition;
+    condition.text = " WHERE ";
+    predicate->appendTo(condition);
+    return condition;
+}
+
+bool hasReferences(const EntityDescription& description) {
+    return std::any_of(description.attributes.begin(), description.attributes.end(),
+                       [](const auto& attribute) { return attribute.kind == AttributeKind::reference; });
+}
+
+void eraseFrom(std::vector<std::shared_ptr<Entity>>& list, const std::shared_ptr<Entity>& entity) {
+    list.erase(std::remove(list.begin(), list.end(), entity), list.end());
+}
+
+}  // namespace
+
+ModelContext::ModelContext(std::unique_ptr<Database> database)
+    : database_(std::move(database)), seenDataVersion_(database_->dataVersion()) {}
+
+ModelContext::~ModelContext() {
+    for (auto& [description, objects] : objects_)
+        for (auto& [row, object] : objects)
+            if (const auto entity = object.lock()) entity->context_ = nullptr;
+}
+
+// --- Identity -----------------------------------------------------------------------------------------------------
+
+void ModelContext::attach(const std::shared_ptr<Entity>& entity, const EntityDescription& description, std::int64_t rowId) {
+    entity->context_ = this;
+    entity->description_ = &description;
+    entity->rowId_ = rowId;
+    objects_[&description][rowId] = entity;
+}
+
+void ModelContext::detach(Entity& entity) {
+    // What it leads to stays readable with it.
+    for (const auto& attribute : entity.description_->attributes)
+        if (auto* reference = attribute.reference(entity)) reference->loaded_ = reference->target(attribute.target());
+    forget(entity);
+    entity.context_ = nullptr;
+    entity.isDeleted_ = true;
+    entity.changedAttributes_.clear();
+}
+
+void ModelContext::forget(const Entity& entity) {
+    objects_[entity.description_].erase(entity.rowId_);
+}
+
+bool ModelContext::isRemoved(const EntityDescription& description, std::int64_t rowId) const {
+    const auto removed = removedRows_.find(&description);
+    return removed != removedRows_.end() && removed->second.contains(rowId);
+}
+
+std::shared_ptr<Entity> ModelContext::adopt(const EntityDescription& description, const Row& row) {
+    const std::int64_t rowId = row.integer(0);
+    auto& objects = objects_[&description];
+    const auto found = objects.find(rowId);
+    auto entity = found == objects.end() ? nullptr : found->second.lock();
+    const bool isKnown = entity != nullptr;
+    if (!isKnown) {
+        entity = description.make();
+        attach(entity, description, rowId);
+    }
+    bool differs = false;
+    for (std::size_t i = 0; i < description.attributes.size(); ++i) {
+        const auto& attribute = description.attributes[i];
+        SqlValue value = row.value(static_cast<int>(i) + firstAttributeColumn);
+        if (attribute.kind == AttributeKind::reference && !isNull(value) &&
+            isRemoved(attribute.target(), std::get<std::int64_t>(value)))
+            value = SqlValue{};
+        if (isKnown && compare(attribute.get(*entity), value) == 0) continue;
+        attribute.set(*entity, value);
+        differs = true;
+    }
+    if (isKnown && differs) refreshed_.push_back(entity);
+    return entity;
+}
+
+std::shared_ptr<Entity> ModelContext::object(const EntityDescription& description, std::int64_t rowId) {
+    const auto& objects = objects_[&description];
+    if (const auto found = objects.find(rowId); found != objects.end())
+        if (auto entity = found->second.lock()) return entity;
+    if (rowId <= 0 || isRemoved(description, rowId)) return nullptr;
+    std::shared_ptr<Entity> entity;
+    database_->query(fmt::format("SELECT pk, {} FROM {} WHERE pk = ?", Schema::columnList(description), description.table),
+                     {rowId}, [&](const Row& row) {
+                         entity = adopt(description, row);
+                         return false;
+                     });
+    return entity;
+}
+
+bool ModelContext::hasForeignChanges() {
+    const std::int64_t version = database_->dataVersion();
+    return std::exchange(seenDataVersion_, version) != version;
+}
+
+// --- Reading ------------------------------------------------------------------------------------------------------
+
+std::vector<std::shared_ptr<Entity>> ModelContext::unsaved(const EntityDescription& description,
+                                                           const PredicateNode* predicate) const {
+    std::vector<std::shared_ptr<Entity>> found;
+    for (const auto* list : {&updated_, &inserted_})
+        for (const auto& entity : *list)
+            if (entity->description_ == &description && (predicate == nullptr || predicate->matches(*entity)))
+                found.push_back(entity);
+    return found;
+}
+
+/// How many rows of the table a fetch may meet and has to pass over.
+std::size_t ModelContext::hiddenRows(const EntityDescription& description) const {
+    const auto removed = removedRows_.find(&description);
+    return updated_.size() + (removed == removedRows_.end() ? 0 : removed->second.size());
+}
+
+std::vector<std::shared_ptr<Entity>> ModelContext::fetchAny(const EntityDescription& description,
+                                                            const PredicateNode* predicate,
+                                                            const std::vector<SortOrder>& sort,
+                                                            std::optional<std::size_t> limit) {
+    const SqlCondition condition = conditionOf(predicate);
+    std::string sql = fmt::format("SELECT pk, {} FROM {}{}{}", Schema::columnList(description), description.table,
+                                  condition.text, orderBy(sort));
+    auto parameters = condition.parameters;
+    if (limit) {
+        sql += " LIMIT ?";
+        parameters.emplace_back(static_cast<std::int64_t>(*limit + hiddenRows(description)));
+    }
+    std::vector<std::shared_ptr<Entity>> found;
+    auto& objects = objects_[&description];
+    database_->query(sql, parameters, [&](const Row& row) {
+        const std::int64_t rowId = row.integer(0);
+        const auto known = objects.find(rowId);
+        const auto live = known == objects.end() ? nullptr : known->second.lock();
+        const bool isHidden = live ? !live->changedAttributes_.empty() : isRemoved(description, rowId);
+        if (!isHidden) found.push_back(adopt(description, row));
+        return true;
+    });
+    const auto changed = unsaved(description, predicate);
+    if (!changed.empty()) {
+        found.insert(found.end(), changed.begin(), changed.end());
+        std::sort(found.begin(), found.end(), [&](const auto& a, const auto& b) { return comesBefore(*a, *b, sort); });
+    }
+    if (limit && found.size() > *limit) found.resize(*limit);
+    sendRefreshed();
+    return found;
+}
+
+std::size_t ModelContext::countAny(const EntityDescription& description, const PredicateNode* predicate) {
+    if (hasChanges()) return fetchAny(description, predicate, {}, std::nullopt).size();
+    const SqlCondition condition = conditionOf(predicate);
+    std::size_t count = 0;
+    database_->query(fmt::format("SELECT count(*) FROM {}{}", description.table, condition.text), condition.parameters,
+                     [&](const Row& row) {
+                         count = static_cast<std::size_t>(row.integer(0));
+                         return false;
+                     });
+    return count;
+}
+
+void ModelContext::scanAny(const EntityDescription& description, const PredicateNode* predicate,
+                           const std::vector<SortOrder>& sort, std::optional<std::size_t> limit,
+                           const std::vector<std::string>& attributes, const std::function<bool(const Row&)>& visit) {
+    std::vector<std::string> columns;
+    for (const std::string& name : attributes) columns.push_back(description.attribute(name)->column());
+    const SqlCondition condition = conditionOf(predicate);
+    std::string sql = fmt::format("SELECT {} FROM {}{}{}", text::joined(columns, ", "), description.table, condition.text,
+                                  orderBy(sort));
+    auto parameters = condition.parameters;
+    if (limit) {
+        sql += " LIMIT ?";
+        parameters.emplace_back(static_cast<std::int64_t>(*limit));
+    }
+    database_->query(sql, parameters, visit);
+}
+
+void ModelContext::sendRefreshed() {
+    for (const auto& entity : std::exchange(refreshed_, {})) {
+        entity->changed.send();
+        didChange.send({EntityChange::Kind::updated, entity});
+    }
+}
+
+// --- Changes ------------------------------------------------------------------------------------------------------
+
+bool ModelContext::hasChanges() const {
+    return !inserted_.empty() || !updated_.empty() ||
+           std::any_of(removedRows_.begin(), removedRows_.end(), [](const auto& rows) { return !rows.second.empty(); });
+}
+
+void ModelContext::insert(const std::shared_ptr<Entity>& entity) {
+    if (entity->context_ != nullptr || entity->isDeleted_) return;
+    attach(entity, entity->entityDescription(), nextTemporaryRow_--);
+    inserted_.push_back(entity);
+    didChange.send({EntityChange::Kind::inserted, entity});
+}
+
+void ModelContext::remove(const std::shared_ptr<Entity>& entity) {
+    if (entity->context_ != this) return;
+    clearReferencesTo(*entity);
+    if (entity->rowId_ > 0) removedRows_[entity->description_].insert(entity->rowId_);
+    eraseFrom(entity->rowId_ > 0 ? updated_ : inserted_, entity);
+    detach(*entity);
+    didChange.send({EntityChange::Kind::removed, entity});
+}
+
+void ModelContext::noteChange(Entity& entity) {
+    auto shared = entity.shared_from_this();
+    // The first change of a saved object enters it in the list; an inserted one stands in its own.
+    if (entity.rowId_ > 0 && entity.changedAttributes_.size() == 1 &&
+        std::find(updated_.begin(), updated_.end(), shared) == updated_.end())
+        updated_.push_back(shared);
+    didChange.send({EntityChange::Kind::updated, shared});
+}
+
+void ModelContext::clearReferencesTo(const Entity& target) {
+    for (auto& [description, objects] : objects_) {
+        for (const auto& attribute : description->attributes) {
+            if (attribute.kind != AttributeKind::reference || &attribute.target() != target.description_) continue;
+            std::vector<std::shared_ptr<Entity>> leading;
+            for (const auto& [row, object] : objects)
+                if (auto entity = object.lock())
+                    if (attribute.reference(*entity)->rowId() == target.rowId_) leading.push_back(std::move(entity));
+            for (const auto& entity : leading) attribute.reference(*entity)->setTarget(nullptr);
+        }
+    }
+}
+
+// --- Saving -------------------------------------------------------------------------------------------------------
+
+void ModelContext::save() {
+    insertFreeTargets();
+    if (!hasChanges()) return;
+    database_->inTransaction([this] {
+        savedRows_.clear();
+        vanished_.clear();
+        writeRemovals();
+        writeInsertions();
+        writeUpdates();
+    });
+    settle();
+}
+
+/// An object that a relationship leads to is saved with the object that leads there.
+void ModelContext::insertFreeTargets() {
+    std::vector<std::shared_ptr<Entity>> targets;
+    for (const auto* list : {&updated_, &inserted_})
+        for (const auto& entity : *list)
+            for (const auto& attribute : entity->description_->attributes)
+                if (auto* reference = attribute.reference(*entity))
+                    if (reference->loaded_ && reference->loaded_->rowId_ == 0) targets.push_back(reference->loaded_);
+    for (const auto& target : targets) insert(target);
+}
+
+void ModelContext::writeRemovals() {
+    for (const auto& [description, rows] : removedRows_) {
+        const std::string sql = fmt::format("DELETE FROM {} WHERE pk = ?", description->table);
+        for (const std::int64_t row : rows) database_->execute(sql, {row});
+    }
+}
+
+SqlValue ModelContext::stored(const AttributeDescription& attribute, const Entity& entity) const {
+    SqlValue value = attribute.get(entity);
+    if (attribute.kind != AttributeKind::reference || isNull(value)) return value;
+    const auto saved = savedRows_.find(std::get<std::int64_t>(value));
+    return saved == savedRows_.end() ? value : SqlValue{saved->second};
+}
+
+void ModelContext::writeInsertions() {
+    for (const bool withReferences : {false, true}) {
+        for (const auto& entity : inserted_) {
+            const auto& description = *entity->description_;
+            if (hasReferences(description) != withReferences) continue;
+            std::vector<SqlValue> values;
+            std::string places;
+            for (const auto& attribute : description.attributes) {
+                values.push_back(stored(attribute, *entity));
+                places += places.empty() ? "?" : ", ?";
+            }
+            database_->execute(fmt::format("INSERT INTO {} ({}) VALUES ({})", description.table,
+                                           Schema::columnList(description), places),
+                               values);
+            savedRows_[entity->rowId_] = database_->lastInsertedRow();
+        }
+    }
+}
+
+void ModelContext::writeUpdates() {
+    for (const auto& entity : updated_) {
+        const auto& description = *entity->description_;
+        std::vector<SqlValue> values;
+        std::string assignments;
+        for (const void* address : entity->changedAttributes_) {
+            const auto& attribute = description.attributeAt(*entity, address);
+            assignments += fmt::format("{}{} = ?", assignments.empty() ? "" : ", ", attribute.column());
+            values.push_back(stored(attribute, *entity));
+        }
+        values.emplace_back(entity->rowId_);
+        if (database_->execute(fmt::format("UPDATE {} SET {} WHERE pk = ?", description.table, assignments), values) == 0)
+            vanished_.push_back(entity);
+    }
+}
+
+void ModelContext::settle() {
+    removedRows_.clear();
+    for (const auto& entity : std::exchange(updated_, {})) entity->changedAttributes_.clear();
+    for (const auto& entity : std::exchange(inserted_, {})) {
+        entity->changedAttributes_.clear();
+        const auto& description = *entity->description_;
+        forget(*entity);
+        attach(entity, description, savedRows_.at(entity->rowId_));
+    }
+    savedRows_.clear();
+    for (const auto& entity : std::exchange(vanished_, {})) {
+        detach(*entity);
+        didChange.send({EntityChange::Kind::removed, entity});
+    }
+}
+
+}  // namespace quorvane
