@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <mutex>
 #include <unicode/calendar.h>
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
@@ -9,16 +10,16 @@
 namespace quorvane {
 namespace {
 
-UDate toIcu(Date date) {
-    return secondsSince1970(date) * 1000.0;
-}
+UDate toIcu(Date date) { return secondsSince1970(date) * 1000.0; }
 
-Date fromIcu(UDate date) {
-    return dateFromSecondsSince1970(date / 1000.0);
-}
+Date fromIcu(UDate date) { return dateFromSecondsSince1970(date / 1000.0); }
 
-icu::Locale localeFrom(const std::string& name) {
-    return icu::Locale::createCanonical(name.c_str());
+icu::Locale localeFrom(const std::string& name) { return icu::Locale::createCanonical(name.c_str()); }
+
+std::string nameOf(const icu::TimeZone& zone) {
+    icu::UnicodeString name;
+    std::string out;
+    return zone.getID(name).toUTF8String(out);
 }
 
 /// A gap in the wall clock ends at its first valid instant; what happens twice is the first.
@@ -34,7 +35,8 @@ int field(const icu::Calendar& calendar, UCalendarDateFields which) {
 }
 
 void clearTimeOfDay(icu::Calendar& calendar) {
-    for (const auto which : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND}) calendar.set(which, 0);
+    for (const auto which : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND})
+        calendar.set(which, 0);
 }
 
 }  // namespace
@@ -76,15 +78,13 @@ Calendar::Calendar(const std::string& locale, const std::string& zone) {
     UErrorCode error = U_ZERO_ERROR;
     std::unique_ptr<icu::TimeZone> timeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone)));
     if (*timeZone == icu::TimeZone::getUnknown()) timeZone.reset(icu::TimeZone::getGMT()->clone());
-    impl_ = std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(
-        icu::Calendar::createInstance(timeZone.release(), localeFrom(locale), error)));
+    impl_ = std::make_unique<Impl>(
+        std::unique_ptr<icu::Calendar>(icu::Calendar::createInstance(timeZone.release(), localeFrom(locale), error)));
 }
 
 Calendar::Calendar(const Calendar& other)
     : impl_(std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(other.impl_->calendar->clone()))) {}
-Calendar& Calendar::operator=(const Calendar& other) {
-    return *this = Calendar(other);
-}
+Calendar& Calendar::operator=(const Calendar& other) { return *this = Calendar(other); }
 Calendar::Calendar(Calendar&&) noexcept = default;
 Calendar& Calendar::operator=(Calendar&&) noexcept = default;
 Calendar::~Calendar() = default;
@@ -95,11 +95,15 @@ std::string dateLocale() {
     return "C";
 }
 
-Calendar Calendar::current() {
-    UErrorCode error = U_ZERO_ERROR;
-    return Calendar(std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(
-        icu::Calendar::createInstance(icu::TimeZone::detectHostTimeZone(), localeFrom(dateLocale()), error))));
+std::string currentZone() {
+    // ICU finds out the system's zone in a buffer that it shares between threads.
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());
+    return nameOf(*zone);
 }
+
+Calendar Calendar::current() { return {dateLocale(), currentZone()}; }
 
 Calendar Calendar::mondayFirst(const Calendar& other) {
     auto calendar = other.impl_->gregorian();
@@ -168,28 +172,17 @@ DateInterval Calendar::month(Date date) const {
     return {startOfDay(noon), startOfDay(addingMonths(1, noon))};
 }
 
-bool Calendar::isSameDay(Date a, Date b) const {
-    return startOfDay(a) == startOfDay(b);
-}
+bool Calendar::isSameDay(Date a, Date b) const { return startOfDay(a) == startOfDay(b); }
 
-Date Calendar::addingDays(int days, Date date) const {
-    return impl_->adding(UCAL_DATE, days, date);
-}
+Date Calendar::addingDays(int days, Date date) const { return impl_->adding(UCAL_DATE, days, date); }
 
-Date Calendar::addingMonths(int months, Date date) const {
-    return impl_->adding(UCAL_MONTH, months, date);
-}
+Date Calendar::addingMonths(int months, Date date) const { return impl_->adding(UCAL_MONTH, months, date); }
 
 std::string Calendar::localeName() const {
     UErrorCode error = U_ZERO_ERROR;
     return impl_->calendar->getLocale(ULOC_VALID_LOCALE, error).getName();
 }
 
-std::string Calendar::zoneName() const {
-    icu::UnicodeString name;
-    impl_->calendar->getTimeZone().getID(name);
-    std::string out;
-    return name.toUTF8String(out);
-}
+std::string Calendar::zoneName() const { return nameOf(impl_->calendar->getTimeZone()); }
 
 }  // namespace quorvane

@@ -75,4 +75,7 @@ private:
 /// The user's locale for dates: the first set of LC_ALL, LC_TIME, LANG; "C" when none is.
 [[nodiscard]] std::string dateLocale();
 
+/// The user's time zone, looked up anew: TZ, else the system's. From any thread.
+[[nodiscard]] std::string currentZone();
+
 }  // namespace quorvane

@@ -135,6 +135,14 @@ void appendIso8601Microseconds(std::string& out, Date date) {
     appendInstant(out, microsecondsSince1970(date), true);
 }
 
+void appendIso8601Seconds(std::string& out, std::int64_t microseconds) {
+    appendInstant(out, microseconds, false);
+}
+
+void appendIso8601Microseconds(std::string& out, std::int64_t microseconds) {
+    appendInstant(out, microseconds, true);
+}
+
 std::string iso8601Seconds(Date date) {
     std::string out;
     appendIso8601Seconds(out, date);
@@ -148,6 +156,11 @@ std::string iso8601Microseconds(Date date) {
 }
 
 std::optional<Date> parseIso8601(std::string_view text) {
+    const auto microseconds = parseIso8601Microseconds(text);
+    return microseconds ? std::optional(dateFromMicroseconds(*microseconds)) : std::nullopt;
+}
+
+std::optional<std::int64_t> parseIso8601Microseconds(std::string_view text) {
     Reader reader(text);
     const auto civil = readCivilDate(reader);
     if (!civil) return std::nullopt;
@@ -165,7 +178,7 @@ std::optional<Date> parseIso8601(std::string_view text) {
     const Days day{std::chrono::year{civil->year} / civil->month / civil->day};
     const std::int64_t whole = day.time_since_epoch().count() * std::int64_t{86400} + hour * 3600 + minute * 60 +
                                second - *offset * 60;
-    return dateFromMicroseconds(whole * 1'000'000 + std::llround(fraction * 1e6));
+    return whole * 1'000'000 + std::llround(fraction * 1e6);
 }
 
 std::optional<CivilDate> parseCivilDate(std::string_view text) {

@@ -50,13 +50,19 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
 
 std::string Uuid::string() const {
     std::string out;
-    out.reserve(36);
-    for (std::size_t i = 0; i < bytes_.size(); ++i) {
-        if (hyphenBefore(i)) out += '-';
-        out += digits[bytes_[i] >> 4];
-        out += digits[bytes_[i] & 0x0F];
-    }
+    appendTo(out);
     return out;
+}
+
+void Uuid::appendTo(std::string& out) const {
+    char text[36];
+    char* next = text;
+    for (std::size_t i = 0; i < bytes_.size(); ++i) {
+        if (hyphenBefore(i)) *next++ = '-';
+        *next++ = digits[bytes_[i] >> 4];
+        *next++ = digits[bytes_[i] & 0x0F];
+    }
+    out.append(text, sizeof text);
 }
 
 }  // namespace quorvane

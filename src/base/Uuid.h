@@ -24,6 +24,7 @@ public:
 
     /// 36 characters, upper case.
     [[nodiscard]] std::string string() const;
+    void appendTo(std::string& out) const;
 
     [[nodiscard]] const std::array<std::uint8_t, 16>& bytes() const { return bytes_; }
 

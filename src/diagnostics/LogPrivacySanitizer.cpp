@@ -1,7 +1,6 @@
 #include "diagnostics/LogPrivacySanitizer.h"
 
 #include <cstdlib>
-#include <fmt/format.h>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -16,8 +15,8 @@ using Pattern = std::unique_ptr<const icu::RegexPattern>;
 Pattern compiled(const std::string& expression) {
     UErrorCode error = U_ZERO_ERROR;
     UParseError where{};
-    Pattern pattern(icu::RegexPattern::compile(icu::UnicodeString::fromUTF8(expression), UREGEX_CASE_INSENSITIVE, where,
-                                               error));
+    Pattern pattern(
+        icu::RegexPattern::compile(icu::UnicodeString::fromUTF8(expression), UREGEX_CASE_INSENSITIVE, where, error));
     if (U_FAILURE(error)) throw std::logic_error("invalid expression: " + expression);
     return pattern;
 }
@@ -35,7 +34,8 @@ std::string literal(std::string_view text) {
 /// Paths in home directories. "/root" and the home may be followed by a path or stand alone, but must not be the
 /// beginning of another name: "/rooted" and "/root.txt" are no home, the "/root." that ends a sentence is one.
 Pattern pathPattern(std::string_view home) {
-    while (home.ends_with('/')) home.remove_suffix(1);
+    while (home.ends_with('/'))
+        home.remove_suffix(1);
     const std::string alone = R"((?:/[^\s\]\)\"']*|(?!\.?[\p{L}\p{M}\p{N}_-])))";
     std::string expression = R"(/Users/[^\s\]\)\"']+|/home/[^\s\]\)\"']+|(?<![\p{L}\p{M}\p{N}_.-])/root)" + alone;
     if (home.starts_with('/')) expression = literal(home) + alone + "|" + expression;
@@ -50,26 +50,35 @@ struct FixedPatterns {
     // characters begins, or where the match before it has ended; saying so spares the search from trying again at each
     // character of a long run. The counted {2,} would keep a state for each letter.
     Pattern email = compiled(R"((?:\G|(?<![A-Z0-9._%+-]))[A-Z0-9._%+-]+@[A-Z0-9.-]+\.[A-Z][A-Z]+)");
+    // Sets in brackets, even of one class, are what the library repeats without keeping a state for each character.
     Pattern credential =
-        compiled(R"((token|secret|api[_-]?key|authorization|bearer)\s*[:=]\s*[A-Za-z0-9._~+/\-=]+)");
+        compiled(R"((token|secret|api[_-]?key|authorization|bearer)[\s]*[:=][\s]*[A-Za-z0-9._~+/\-=]+)");
 };
 
-/// The text with every match replaced, after the match's first group if that is to be kept.
-std::string substituted(std::string text, const icu::RegexPattern& pattern, std::string_view replacement,
-                        bool keepsFirstGroup = false) {
+struct Substitution {
+    const icu::RegexPattern& pattern;
+    std::string_view needed;  ///< no text without it has a match
+    std::string_view replacement;
+    bool keepsFirstGroup = false;  ///< what the first group matched stays, in front of the replacement
+};
+
+/// The text with every match replaced.
+std::string substituted(std::string text, const Substitution& substitution) {
+    if (text.find(substitution.needed) == std::string::npos) return text;
     UErrorCode error = U_ZERO_ERROR;
     // Bytes that are no UTF-8 read as U+FFFD here, and positions count bytes, so that what is kept is copied as it is.
     const icu::LocalUTextPointer input(
         utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &error));
-    const std::unique_ptr<icu::RegexMatcher> matcher(pattern.matcher(error));
+    const std::unique_ptr<icu::RegexMatcher> matcher(substitution.pattern.matcher(error));
     if (U_FAILURE(error)) throw std::bad_alloc();
     matcher->reset(input.getAlias());
     std::string out;
     std::size_t kept = 0;
     while (matcher->find(error)) {
-        const auto end = static_cast<std::size_t>(keepsFirstGroup ? matcher->end64(1, error) : matcher->start64(error));
+        const auto end =
+            static_cast<std::size_t>(substitution.keepsFirstGroup ? matcher->end64(1, error) : matcher->start64(error));
         out.append(text, kept, end - kept);
-        out += replacement;
+        out += substitution.replacement;
         kept = static_cast<std::size_t>(matcher->end64(error));
     }
     if (U_FAILURE(error)) {
@@ -83,11 +92,15 @@ std::string substituted(std::string text, const icu::RegexPattern& pattern, std:
 std::string sanitized(std::string_view text, const icu::RegexPattern& paths) {
     static const FixedPatterns fixed;
     std::string out(text);
-    out = substituted(std::move(out), *fixed.webURL, "[redacted-url]");
-    out = substituted(std::move(out), *fixed.fileURL, "[redacted-file-url]");
-    out = substituted(std::move(out), paths, "[redacted-path]");
-    out = substituted(std::move(out), *fixed.email, "[redacted-email]");
-    return substituted(std::move(out), *fixed.credential, "=[redacted]", true);
+    for (const Substitution& substitution : {
+             Substitution{*fixed.webURL, "://", "[redacted-url]"},
+             Substitution{*fixed.fileURL, "://", "[redacted-file-url]"},
+             Substitution{paths, "/", "[redacted-path]"},
+             Substitution{*fixed.email, "@", "[redacted-email]"},
+             Substitution{*fixed.credential, "", "=[redacted]", true},
+         })
+        out = substituted(std::move(out), substitution);
+    return out;
 }
 
 }  // namespace

@@ -32,8 +32,16 @@ public:
     /// message could not be understood.
     virtual Subscription observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) = 0;
 
+    /// Calls `vacated` when the last window that had the focus went and no other took it. Desktops on which some
+    /// application is always in front never do.
+    virtual Subscription observeVacancy(std::function<void()> vacated);
+
     [[nodiscard]] virtual Channel channel() const = 0;
 };
+
+inline Subscription ForegroundSource::observeVacancy(std::function<void()>) {
+    return {};
+}
 
 /// The identifier under which the login window or a screen locker counts as the frontmost application.
 inline constexpr const char* loginWindowBundleId = "com.apple.loginwindow";

@@ -19,7 +19,7 @@ public:
     virtual ~WorkItem() = default;
 };
 
-/// The main thread's clock, timers and queues. Main thread only, but for `post`.
+/// The main thread's clock, timers and queues. Main thread only, but for `now`, `post` and `isMainThread`.
 class RunLoop {
 public:
     virtual ~RunLoop() = default;

@@ -5,10 +5,9 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <algorithm>
+#include <cerrno>
 #include <fmt/format.h>
 #include <sqlite3.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace quorvane {
 namespace {
@@ -29,20 +28,32 @@ struct Cause {
 Cause causeOf(int sqliteCode) {
     switch (sqliteCode & 0xFF) {
     case SQLITE_BUSY:
-    case SQLITE_LOCKED: return {Code::busy, "another program keeps the store locked"};
-    case SQLITE_FULL: return {Code::diskFull, "the disk is full"};
-    case SQLITE_CORRUPT: return {Code::damaged, "the file is damaged"};
-    case SQLITE_NOTADB: return {Code::notAStore, "this is not a store"};
-    case SQLITE_READONLY: return {Code::readOnly, "the file is read-only"};
-    case SQLITE_CANTOPEN: return {Code::noPermission, "the file can't be opened"};
+    case SQLITE_LOCKED:
+        return {Code::busy, "another program keeps the store locked"};
+    case SQLITE_FULL:
+        return {Code::diskFull, "the disk is full"};
+    case SQLITE_CORRUPT:
+        return {Code::damaged, "the file is damaged"};
+    case SQLITE_NOTADB:
+        return {Code::notAStore, "this is not a store"};
+    case SQLITE_READONLY:
+        return {Code::readOnly, "the file is read-only"};
+    case SQLITE_CANTOPEN:
+        return {Code::noPermission, "the file can't be opened"};
     case SQLITE_PERM:
-    case SQLITE_AUTH: return {Code::noPermission, "no permission"};
-    default: return {Code::failed, {}};
+    case SQLITE_AUTH:
+        return {Code::noPermission, "no permission"};
+    default:
+        return {Code::failed, {}};
     }
 }
 
-StoreError storeError(const std::filesystem::path& file, const SQLite::Exception& error) {
-    const Cause cause = causeOf(error.getErrorCode());
+/// `systemError` is the errno of the last failed call to the system.
+StoreError storeError(const std::filesystem::path& file, const SQLite::Exception& error, int systemError) {
+    // SQLite knows the full disk; a quota or a limit of the process that is used up comes as a general failure.
+    const bool isNoSpace =
+        (error.getErrorCode() & 0xFF) == SQLITE_IOERR && (systemError == EDQUOT || systemError == EFBIG);
+    const Cause cause = causeOf(isNoSpace ? SQLITE_FULL : error.getErrorCode());
     if (cause.text.empty()) return {cause.code, fmt::format("{}: {}", file.string(), error.what())};
     if (cause.code == Code::damaged || cause.code == Code::noPermission)
         return {cause.code, fmt::format("{}: {} ({})", file.string(), cause.text, error.what())};
@@ -52,12 +63,16 @@ StoreError storeError(const std::filesystem::path& file, const SQLite::Exception
 void bind(SQLite::Statement& statement, const std::vector<SqlValue>& parameters) {
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const int index = static_cast<int>(i) + 1;
-        if (const auto* integer = std::get_if<std::int64_t>(&parameters[i])) statement.bind(index, *integer);
-        else if (const auto* real = std::get_if<double>(&parameters[i])) statement.bind(index, *real);
-        else if (const auto* text = std::get_if<std::string>(&parameters[i])) statement.bind(index, *text);
+        if (const auto* integer = std::get_if<std::int64_t>(&parameters[i]))
+            statement.bind(index, *integer);
+        else if (const auto* real = std::get_if<double>(&parameters[i]))
+            statement.bind(index, *real);
+        else if (const auto* text = std::get_if<std::string>(&parameters[i]))
+            statement.bind(index, *text);
         else if (const auto* blob = std::get_if<Blob>(&parameters[i]))
             statement.bind(index, blob->bytes.data(), static_cast<int>(blob->bytes.size()));
-        else statement.bind(index);
+        else
+            statement.bind(index);
     }
 }
 
@@ -82,36 +97,19 @@ private:
     std::shared_ptr<SQLite::Statement> statement_;
 };
 
-/// New files of the database and its log are the user's alone.
-class PrivateFiles {
-public:
-    PrivateFiles() : before_(::umask(0077)) {}
-    PrivateFiles(const PrivateFiles&) = delete;
-    PrivateFiles& operator=(const PrivateFiles&) = delete;
-    ~PrivateFiles() { ::umask(before_); }
-
-private:
-    mode_t before_;
-};
-
 std::string immutableUri(const std::filesystem::path& file) {
     std::string out = "file:";
-    for (const char c : std::filesystem::absolute(file).string())
-        out += c == '?' || c == '#' || c == '%' ? fmt::format("%{:02X}", static_cast<unsigned char>(c)) : std::string(1, c);
+    for (const char c : file.string())
+        out += c == '?' || c == '#' || c == '%' ? fmt::format("%{:02X}", static_cast<unsigned char>(c))
+                                                : std::string(1, c);
     return out + "?immutable=1";
 }
 
 }  // namespace
 
-bool Row::isNull(int column) const {
-    return statement_.isColumnNull(column);
-}
-std::int64_t Row::integer(int column) const {
-    return statement_.getColumn(column).getInt64();
-}
-double Row::real(int column) const {
-    return statement_.getColumn(column).getDouble();
-}
+bool Row::isNull(int column) const { return statement_.isColumnNull(column); }
+std::int64_t Row::integer(int column) const { return statement_.getColumn(column).getInt64(); }
+double Row::real(int column) const { return statement_.getColumn(column).getDouble(); }
 std::string_view Row::text(int column) const {
     const auto held = statement_.getColumn(column);
     const char* bytes = held.getText();
@@ -137,7 +135,7 @@ auto Database::translated(Work work) const {
     try {
         return work();
     } catch (const SQLite::Exception& error) {
-        throw storeError(file_, error);
+        throw storeError(file_, error, database_ ? sqlite3_system_errno(database_->getHandle()) : 0);
     }
 }
 
@@ -145,26 +143,29 @@ Database::Database(const ModelConfiguration& configuration) : file_(configuratio
     translated([&] { open(configuration); });
 }
 
-Database::~Database() {
-    statements_.clear();
-}
+Database::~Database() { statements_.clear(); }
 
 void Database::open(const ModelConfiguration& configuration) {
     const auto state = StoreFile::inspect(configuration);
-    const PrivateFiles privateFiles;
-    if (state == StoreFile::State::missing) StoreFile::makeFolder(file_);
+    // The log and the lock file that SQLite makes beside the file take over its permissions.
+    if (state == StoreFile::State::missing) StoreFile::make(file_);
+    // The whole path: a relative one may spell a name that SQLite reads in its own way, such as ":memory:".
+    const auto path = std::filesystem::absolute(file_);
     if (configuration.allowsSave) {
-        database_ = std::make_unique<SQLite::Database>(file_.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
-                                                       busyTimeoutMilliseconds);
-    } else if (::access(file_.parent_path().empty() ? "." : file_.parent_path().c_str(), W_OK) == 0) {
-        database_ = std::make_unique<SQLite::Database>(file_.string(), SQLite::OPEN_READONLY, busyTimeoutMilliseconds);
+        database_ = std::make_unique<SQLite::Database>(path.string(), SQLite::OPEN_READWRITE, busyTimeoutMilliseconds);
+    } else if (StoreFile::isFolderWritable(file_) || StoreFile::hasPendingLog(file_)) {
+        database_ = std::make_unique<SQLite::Database>(path.string(), SQLite::OPEN_READONLY, busyTimeoutMilliseconds);
     } else {
         // Where no lock file can be made nobody writes either: read the file as it stands.
-        database_ = std::make_unique<SQLite::Database>(immutableUri(file_), SQLite::OPEN_READONLY | SQLite::OPEN_URI,
+        database_ = std::make_unique<SQLite::Database>(immutableUri(path), SQLite::OPEN_READONLY | SQLite::OPEN_URI,
                                                        busyTimeoutMilliseconds);
     }
-    if (state != StoreFile::State::store) execute(fmt::format("PRAGMA application_id = {}", Schema::applicationId));
+    if (state != StoreFile::State::store)
+        inTransaction([this] { execute(fmt::format("PRAGMA application_id = {}", Schema::applicationId)); });
     configure(configuration.allowsSave);
+    if (Schema::isNewer(*this))
+        throw StoreError(Code::newer,
+                         fmt::format("{}: a newer version of the program wrote this store", file_.string()));
     if (Schema::isComplete(*this)) return;
     if (!configuration.allowsSave)
         throw StoreError(Code::failed, fmt::format("{}: the store was written by an older version; any command that "
@@ -184,7 +185,8 @@ void Database::configure(bool allowsSave) {
 }
 
 std::shared_ptr<SQLite::Statement> Database::prepared(const std::string& sql) {
-    const auto found = std::find_if(statements_.begin(), statements_.end(), [&](const auto& one) { return one.first == sql; });
+    const auto found =
+        std::find_if(statements_.begin(), statements_.end(), [&](const auto& one) { return one.first == sql; });
     if (found != statements_.end() && found->second.use_count() == 1) {
         std::rotate(found, found + 1, statements_.end());
         return statements_.back().second;
@@ -217,9 +219,7 @@ void Database::query(const std::string& sql, const std::vector<SqlValue>& parame
     });
 }
 
-std::int64_t Database::lastInsertedRow() const {
-    return database_->getLastInsertRowid();
-}
+std::int64_t Database::lastInsertedRow() const { return database_->getLastInsertRowid(); }
 
 void Database::inTransaction(const std::function<void()>& work) {
     execute("BEGIN IMMEDIATE");

@@ -4,6 +4,7 @@
 #include "store/ModelContext.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace quorvane {
 
@@ -13,9 +14,10 @@ Entity::~Entity() {
 
 void Entity::attributeChanged(const void* attribute) {
     if (context_ != nullptr) {
+        const bool isFirstChange = changedAttributes_.empty();
         if (std::find(changedAttributes_.begin(), changedAttributes_.end(), attribute) == changedAttributes_.end())
             changedAttributes_.push_back(attribute);
-        context_->noteChange(*this);
+        context_->noteChange(*this, isFirstChange);
     }
     changed.send();
 }
@@ -26,7 +28,10 @@ std::shared_ptr<Entity> ReferenceBase::target(const EntityDescription& descripti
 }
 
 void ReferenceBase::setTarget(std::shared_ptr<Entity> target) {
+    if (target && target->isDeleted_) target = nullptr;
     if (target == loaded_ && (target || rowId_ == 0)) return;
+    if (target && owner_.context_ != nullptr) owner_.context_->insert(target);
+    assert(!target || !owner_.context_ || !target->context_ || target->context_ == owner_.context_);
     if (target && target->rowId_ != 0 && target->rowId_ == rowId_) {
         loaded_ = std::move(target);
         return;

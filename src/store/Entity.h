@@ -13,8 +13,8 @@ namespace quorvane {
 class ModelContext;
 struct EntityDescription;
 
-/// A persisted object. It is made free, becomes part of a context by `ModelContext::insert` or a fetch, and stays readable
-/// after it has been removed. It belongs to its context's thread.
+/// A persisted object. It is made free, becomes part of a context by `ModelContext::insert` or a fetch, and stays
+/// readable after it has been removed. It belongs to its context's thread.
 class Entity : public std::enable_shared_from_this<Entity> {
 public:
     Entity() = default;
@@ -102,7 +102,9 @@ private:
     mutable std::shared_ptr<Entity> loaded_;
 };
 
-/// A to-one relationship. `record->project()` fetches the object at its first use; none stands for no object.
+/// A to-one relationship. `record->project()` fetches the object at its first use, which throws `StoreError` if the
+/// store can't be read; none stands for no object. What a part of a context leads to becomes part of it too; a removed
+/// object can't be led to.
 template <class E>
 class Reference : public ReferenceBase {
 public:

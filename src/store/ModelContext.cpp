@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <tuple>
 
 namespace quorvane {
 namespace {
@@ -18,14 +19,6 @@ std::string orderBy(const std::vector<SortOrder>& sort) {
     return out + "pk";
 }
 
-SqlCondition conditionOf(const PredicateNode* predicate) {
-    SqlCondition condition;
-    if (predicate == nullptr) return condition;
-    condition.text = " WHERE ";
-    predicate->appendTo(condition);
-    return condition;
-}
-
 bool hasReferences(const EntityDescription& description) {
     return std::any_of(description.attributes.begin(), description.attributes.end(),
                        [](const auto& attribute) { return attribute.kind == AttributeKind::reference; });
@@ -33,6 +26,13 @@ bool hasReferences(const EntityDescription& description) {
 
 void eraseFrom(std::vector<std::shared_ptr<Entity>>& list, const std::shared_ptr<Entity>& entity) {
     list.erase(std::remove(list.begin(), list.end(), entity), list.end());
+}
+
+/// A place for the attribute's value in a statement. A relationship whose target another program has removed meanwhile
+/// is stored as none: the statement must not fail for it, now and at each later save.
+std::string place(const AttributeDescription& attribute) {
+    if (attribute.kind != AttributeKind::reference) return "?";
+    return fmt::format("(SELECT pk FROM {} WHERE pk = ?)", attribute.target().table);
 }
 
 }  // namespace
@@ -48,7 +48,8 @@ ModelContext::~ModelContext() {
 
 // --- Identity -----------------------------------------------------------------------------------------------------
 
-void ModelContext::attach(const std::shared_ptr<Entity>& entity, const EntityDescription& description, std::int64_t rowId) {
+void ModelContext::attach(const std::shared_ptr<Entity>& entity, const EntityDescription& description,
+                          std::int64_t rowId) {
     entity->context_ = this;
     entity->description_ = &description;
     entity->rowId_ = rowId;
@@ -57,28 +58,44 @@ void ModelContext::attach(const std::shared_ptr<Entity>& entity, const EntityDes
 
 void ModelContext::detach(Entity& entity) {
     // What it leads to stays readable with it.
-    for (const auto& attribute : entity.description_->attributes)
-        if (auto* reference = attribute.reference(entity)) reference->loaded_ = reference->target(attribute.target());
+    for (const auto& attribute : entity.description_->attributes) {
+        try {
+            if (const auto* reference = attribute.reference(entity))
+                std::ignore = reference->target(attribute.target());
+        } catch (const StoreError&) {
+            // Where the store can't be read, the relationship of the removed object reads as none.
+        }
+    }
     forget(entity);
     entity.context_ = nullptr;
     entity.isDeleted_ = true;
     entity.changedAttributes_.clear();
 }
 
-void ModelContext::forget(const Entity& entity) {
-    objects_[entity.description_].erase(entity.rowId_);
-}
+void ModelContext::forget(const Entity& entity) { objects_[entity.description_].erase(entity.rowId_); }
 
 bool ModelContext::isRemoved(const EntityDescription& description, std::int64_t rowId) const {
     const auto removed = removedRows_.find(&description);
     return removed != removedRows_.end() && removed->second.contains(rowId);
 }
 
+/// The object of the row, if somebody holds it.
+std::shared_ptr<Entity> ModelContext::known(const EntityDescription& description, std::int64_t rowId) const {
+    const auto objects = objects_.find(&description);
+    if (objects == objects_.end()) return nullptr;
+    const auto object = objects->second.find(rowId);
+    return object == objects->second.end() ? nullptr : object->second.lock();
+}
+
+/// Does the row stand in the table otherwise than the context has it?
+bool ModelContext::isHidden(const EntityDescription& description, std::int64_t rowId) const {
+    const auto entity = known(description, rowId);
+    return entity ? !entity->changedAttributes_.empty() : isRemoved(description, rowId);
+}
+
 std::shared_ptr<Entity> ModelContext::adopt(const EntityDescription& description, const Row& row) {
     const std::int64_t rowId = row.integer(0);
-    auto& objects = objects_[&description];
-    const auto found = objects.find(rowId);
-    auto entity = found == objects.end() ? nullptr : found->second.lock();
+    auto entity = known(description, rowId);
     const bool isKnown = entity != nullptr;
     if (!isKnown) {
         entity = description.make();
@@ -100,16 +117,14 @@ std::shared_ptr<Entity> ModelContext::adopt(const EntityDescription& description
 }
 
 std::shared_ptr<Entity> ModelContext::object(const EntityDescription& description, std::int64_t rowId) {
-    const auto& objects = objects_[&description];
-    if (const auto found = objects.find(rowId); found != objects.end())
-        if (auto entity = found->second.lock()) return entity;
-    if (rowId <= 0 || isRemoved(description, rowId)) return nullptr;
-    std::shared_ptr<Entity> entity;
-    database_->query(fmt::format("SELECT pk, {} FROM {} WHERE pk = ?", Schema::columnList(description), description.table),
-                     {rowId}, [&](const Row& row) {
-                         entity = adopt(description, row);
-                         return false;
-                     });
+    auto entity = known(description, rowId);
+    if (entity || rowId <= 0 || isRemoved(description, rowId)) return entity;
+    database_->query(
+        fmt::format("SELECT pk, {} FROM {} WHERE pk = ?", Schema::columnList(description), description.table), {rowId},
+        [&](const Row& row) {
+            entity = adopt(description, row);
+            return false;
+        });
     return entity;
 }
 
@@ -119,6 +134,14 @@ bool ModelContext::hasForeignChanges() {
 }
 
 // --- Reading ------------------------------------------------------------------------------------------------------
+
+SqlCondition ModelContext::conditionOf(const PredicateNode* predicate) const {
+    SqlCondition condition{.removed = removedRows_};
+    if (predicate == nullptr) return condition;
+    condition.text = " WHERE ";
+    predicate->appendTo(condition);
+    return condition;
+}
 
 std::vector<std::shared_ptr<Entity>> ModelContext::unsaved(const EntityDescription& description,
                                                            const PredicateNode* predicate) const {
@@ -149,13 +172,8 @@ std::vector<std::shared_ptr<Entity>> ModelContext::fetchAny(const EntityDescript
         parameters.emplace_back(static_cast<std::int64_t>(*limit + hiddenRows(description)));
     }
     std::vector<std::shared_ptr<Entity>> found;
-    auto& objects = objects_[&description];
     database_->query(sql, parameters, [&](const Row& row) {
-        const std::int64_t rowId = row.integer(0);
-        const auto known = objects.find(rowId);
-        const auto live = known == objects.end() ? nullptr : known->second.lock();
-        const bool isHidden = live ? !live->changedAttributes_.empty() : isRemoved(description, rowId);
-        if (!isHidden) found.push_back(adopt(description, row));
+        if (!isHidden(description, row.integer(0))) found.push_back(adopt(description, row));
         return true;
     });
     const auto changed = unsaved(description, predicate);
@@ -169,13 +187,16 @@ std::vector<std::shared_ptr<Entity>> ModelContext::fetchAny(const EntityDescript
 }
 
 std::size_t ModelContext::countAny(const EntityDescription& description, const PredicateNode* predicate) {
-    if (hasChanges()) return fetchAny(description, predicate, {}, std::nullopt).size();
     const SqlCondition condition = conditionOf(predicate);
-    std::size_t count = 0;
-    database_->query(fmt::format("SELECT count(*) FROM {}{}", description.table, condition.text), condition.parameters,
-                     [&](const Row& row) {
-                         count = static_cast<std::size_t>(row.integer(0));
-                         return false;
+    const bool isPlain = !hasChanges();  // then the database counts faster
+    std::size_t count = unsaved(description, predicate).size();
+    database_->query(fmt::format("SELECT {} FROM {}{}", isPlain ? "count(*)" : "pk", description.table, condition.text),
+                     condition.parameters, [&](const Row& row) {
+                         if (isPlain)
+                             count = static_cast<std::size_t>(row.integer(0));
+                         else if (!isHidden(description, row.integer(0)))
+                             ++count;
+                         return true;
                      });
     return count;
 }
@@ -184,10 +205,11 @@ void ModelContext::scanAny(const EntityDescription& description, const Predicate
                            const std::vector<SortOrder>& sort, std::optional<std::size_t> limit,
                            const std::vector<std::string>& attributes, const std::function<bool(const Row&)>& visit) {
     std::vector<std::string> columns;
-    for (const std::string& name : attributes) columns.push_back(description.attribute(name)->column());
+    for (const std::string& name : attributes)
+        columns.push_back(description.attribute(name)->column());
     const SqlCondition condition = conditionOf(predicate);
-    std::string sql = fmt::format("SELECT {} FROM {}{}{}", text::joined(columns, ", "), description.table, condition.text,
-                                  orderBy(sort));
+    std::string sql = fmt::format("SELECT {} FROM {}{}{}", text::joined(columns, ", "), description.table,
+                                  condition.text, orderBy(sort));
     auto parameters = condition.parameters;
     if (limit) {
         sql += " LIMIT ?";
@@ -211,47 +233,57 @@ bool ModelContext::hasChanges() const {
 }
 
 void ModelContext::insert(const std::shared_ptr<Entity>& entity) {
-    if (entity->context_ != nullptr || entity->isDeleted_) return;
+    if (entity->context_ != nullptr || entity->rowId_ > 0 || entity->isDeleted_) return;
     attach(entity, entity->entityDescription(), nextTemporaryRow_--);
     inserted_.push_back(entity);
+    for (const auto& attribute : entity->description_->attributes) {
+        auto* reference = attribute.reference(*entity);
+        if (reference == nullptr || !reference->loaded_) continue;
+        if (reference->loaded_->isDeleted_)
+            reference->setTarget(nullptr);
+        else
+            insert(reference->loaded_);
+    }
     didChange.send({EntityChange::Kind::inserted, entity});
 }
 
 void ModelContext::remove(const std::shared_ptr<Entity>& entity) {
     if (entity->context_ != this) return;
     clearReferencesTo(*entity);
+    if (entity->context_ != this) return;  // who heard of a cleared relationship was quicker
     if (entity->rowId_ > 0) removedRows_[entity->description_].insert(entity->rowId_);
-    eraseFrom(entity->rowId_ > 0 ? updated_ : inserted_, entity);
+    if (entity->rowId_ < 0)
+        eraseFrom(inserted_, entity);
+    else if (!entity->changedAttributes_.empty())
+        eraseFrom(updated_, entity);
     detach(*entity);
     didChange.send({EntityChange::Kind::removed, entity});
 }
 
-void ModelContext::noteChange(Entity& entity) {
+void ModelContext::noteChange(Entity& entity, bool isFirst) {
     auto shared = entity.shared_from_this();
-    // The first change of a saved object enters it in the list; an inserted one stands in its own.
-    if (entity.rowId_ > 0 && entity.changedAttributes_.size() == 1 &&
-        std::find(updated_.begin(), updated_.end(), shared) == updated_.end())
-        updated_.push_back(shared);
+    if (isFirst && entity.rowId_ > 0) updated_.push_back(shared);  // an inserted one stands in its own list
     didChange.send({EntityChange::Kind::updated, shared});
 }
 
 void ModelContext::clearReferencesTo(const Entity& target) {
-    for (auto& [description, objects] : objects_) {
+    // All are found before the first is changed: who hears of that may fetch further objects.
+    std::vector<std::pair<std::shared_ptr<Entity>, ReferenceBase*>> leading;
+    for (const auto& [description, objects] : objects_)
         for (const auto& attribute : description->attributes) {
             if (attribute.kind != AttributeKind::reference || &attribute.target() != target.description_) continue;
-            std::vector<std::shared_ptr<Entity>> leading;
             for (const auto& [row, object] : objects)
                 if (auto entity = object.lock())
-                    if (attribute.reference(*entity)->rowId() == target.rowId_) leading.push_back(std::move(entity));
-            for (const auto& entity : leading) attribute.reference(*entity)->setTarget(nullptr);
+                    if (auto* reference = attribute.reference(*entity); reference->rowId() == target.rowId_)
+                        leading.emplace_back(std::move(entity), reference);
         }
-    }
+    for (const auto& [entity, reference] : leading)
+        if (reference->rowId() == target.rowId_) reference->setTarget(nullptr);
 }
 
 // --- Saving -------------------------------------------------------------------------------------------------------
 
 void ModelContext::save() {
-    insertFreeTargets();
     if (!hasChanges()) return;
     database_->inTransaction([this] {
         savedRows_.clear();
@@ -263,21 +295,11 @@ void ModelContext::save() {
     settle();
 }
 
-/// An object that a relationship leads to is saved with the object that leads there.
-void ModelContext::insertFreeTargets() {
-    std::vector<std::shared_ptr<Entity>> targets;
-    for (const auto* list : {&updated_, &inserted_})
-        for (const auto& entity : *list)
-            for (const auto& attribute : entity->description_->attributes)
-                if (auto* reference = attribute.reference(*entity))
-                    if (reference->loaded_ && reference->loaded_->rowId_ == 0) targets.push_back(reference->loaded_);
-    for (const auto& target : targets) insert(target);
-}
-
 void ModelContext::writeRemovals() {
     for (const auto& [description, rows] : removedRows_) {
         const std::string sql = fmt::format("DELETE FROM {} WHERE pk = ?", description->table);
-        for (const std::int64_t row : rows) database_->execute(sql, {row});
+        for (const std::int64_t row : rows)
+            database_->execute(sql, {row});
     }
 }
 
@@ -297,7 +319,7 @@ void ModelContext::writeInsertions() {
             std::string places;
             for (const auto& attribute : description.attributes) {
                 values.push_back(stored(attribute, *entity));
-                places += places.empty() ? "?" : ", ?";
+                places += (places.empty() ? "" : ", ") + place(attribute);
             }
             database_->execute(fmt::format("INSERT INTO {} ({}) VALUES ({})", description.table,
                                            Schema::columnList(description), places),
@@ -314,18 +336,21 @@ void ModelContext::writeUpdates() {
         std::string assignments;
         for (const void* address : entity->changedAttributes_) {
             const auto& attribute = description.attributeAt(*entity, address);
-            assignments += fmt::format("{}{} = ?", assignments.empty() ? "" : ", ", attribute.column());
+            assignments +=
+                fmt::format("{}{} = {}", assignments.empty() ? "" : ", ", attribute.column(), place(attribute));
             values.push_back(stored(attribute, *entity));
         }
         values.emplace_back(entity->rowId_);
-        if (database_->execute(fmt::format("UPDATE {} SET {} WHERE pk = ?", description.table, assignments), values) == 0)
+        if (database_->execute(fmt::format("UPDATE {} SET {} WHERE pk = ?", description.table, assignments), values) ==
+            0)
             vanished_.push_back(entity);
     }
 }
 
 void ModelContext::settle() {
     removedRows_.clear();
-    for (const auto& entity : std::exchange(updated_, {})) entity->changedAttributes_.clear();
+    for (const auto& entity : std::exchange(updated_, {}))
+        entity->changedAttributes_.clear();
     for (const auto& entity : std::exchange(inserted_, {})) {
         entity->changedAttributes_.clear();
         const auto& description = *entity->description_;

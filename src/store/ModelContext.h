@@ -8,7 +8,6 @@
 #include <map>
 #include <memory>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace quorvane {
@@ -20,8 +19,8 @@ struct EntityChange {
     std::shared_ptr<Entity> entity;
 };
 
-/// A unit of work on the store. It hands out one object for each row, notes every change, and writes all of them at once
-/// with `save()`. Fetches see the unsaved changes. It belongs to one thread; the main context to the main thread.
+/// A unit of work on the store. It hands out one object for each row, notes every change, and writes all of them at
+/// once with `save()`. Fetches see the unsaved changes. It belongs to one thread; the main context to the main thread.
 class ModelContext {
 public:
     explicit ModelContext(std::unique_ptr<Database> database);
@@ -33,7 +32,8 @@ public:
     template <class E>
     [[nodiscard]] std::vector<std::shared_ptr<E>> fetch(const FetchDescriptor<E>& descriptor = {}) {
         std::vector<std::shared_ptr<E>> typed;
-        for (auto& entity : fetchAny(E::description(), descriptor.predicate.node.get(), descriptor.sort, descriptor.limit))
+        for (auto& entity :
+             fetchAny(E::description(), descriptor.predicate.node.get(), descriptor.sort, descriptor.limit))
             typed.push_back(std::static_pointer_cast<E>(std::move(entity)));
         return typed;
     }
@@ -44,24 +44,27 @@ public:
         return countAny(E::description(), predicate.node.get());
     }
 
-    /// Makes a free object part of the context; `save()` writes it. One that is part of it already stays as it is.
+    /// Makes a free object part of the context, with what its relationships lead to; `save()` writes them. One that is
+    /// part of a context already, or that was removed, stays as it is.
     void insert(const std::shared_ptr<Entity>& entity);
 
-    /// Takes the object out of the store with the next `save()`, and clears the relationships that lead to it.
+    /// Takes the object out of the store with the next `save()`, and clears the relationships that lead to it. One that
+    /// is no part of this context stays as it is.
     void remove(const std::shared_ptr<Entity>& entity);
 
-    /// Writes all changes in one transaction, or throws `StoreError`: then every change is still pending and goes with the
-    /// next save.
+    /// Writes all changes in one transaction, or throws `StoreError`: then every change is still pending and goes with
+    /// the next save.
     void save();
 
     [[nodiscard]] bool hasChanges() const;
 
-    /// Reads stored rows without making objects of them, for passes over many: calls `visit` for each saved row, with the
-    /// asked attributes as columns in their order (a reference as the row of its target), until it returns false.
+    /// Reads stored rows without making objects of them, for passes over many: calls `visit` for each saved row, with
+    /// the asked attributes as columns in their order (a reference as the row of its target), until it returns false.
     template <class E>
     void scan(const FetchDescriptor<E>& descriptor, const std::vector<std::string>& attributes,
               const std::function<bool(const Row&)>& visit) {
-        scanAny(E::description(), descriptor.predicate.node.get(), descriptor.sort, descriptor.limit, attributes, visit);
+        scanAny(E::description(), descriptor.predicate.node.get(), descriptor.sort, descriptor.limit, attributes,
+                visit);
     }
 
     /// The object of a row; none if there is no such row. Throws `StoreError`.
@@ -87,16 +90,18 @@ private:
                  std::optional<std::size_t> limit, const std::vector<std::string>& attributes,
                  const std::function<bool(const Row&)>& visit);
 
-    void noteChange(Entity& entity);
+    void noteChange(Entity& entity, bool isFirst);
     void forget(const Entity& entity);
+    [[nodiscard]] SqlCondition conditionOf(const PredicateNode*) const;
     [[nodiscard]] std::vector<std::shared_ptr<Entity>> unsaved(const EntityDescription&, const PredicateNode*) const;
     [[nodiscard]] std::size_t hiddenRows(const EntityDescription&) const;
     [[nodiscard]] bool isRemoved(const EntityDescription&, std::int64_t rowId) const;
+    [[nodiscard]] std::shared_ptr<Entity> known(const EntityDescription&, std::int64_t rowId) const;
+    [[nodiscard]] bool isHidden(const EntityDescription&, std::int64_t rowId) const;
     void attach(const std::shared_ptr<Entity>& entity, const EntityDescription&, std::int64_t rowId);
     void detach(Entity& entity);
     std::shared_ptr<Entity> adopt(const EntityDescription&, const Row&);
     void clearReferencesTo(const Entity& target);
-    void insertFreeTargets();
     void writeRemovals();
     void writeInsertions();
     void writeUpdates();
@@ -106,7 +111,7 @@ private:
 
     std::unique_ptr<Database> database_;
     std::unordered_map<const EntityDescription*, Objects> objects_;
-    std::unordered_map<const EntityDescription*, std::unordered_set<std::int64_t>> removedRows_;
+    RemovedRows removedRows_;
     std::vector<std::shared_ptr<Entity>> inserted_;
     std::vector<std::shared_ptr<Entity>> updated_;
     std::vector<std::shared_ptr<Entity>> refreshed_;  ///< found changed by another connection during a fetch

@@ -6,14 +6,21 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace quorvane {
 
-/// A statement's condition with the values of its parameters, in order.
+/// Rows that were removed from a context and still stand in their tables until it is saved.
+using RemovedRows = std::unordered_map<const EntityDescription*, std::unordered_set<std::int64_t>>;
+
+/// A statement's condition with the values of its parameters, in order. A relationship that leads to a removed row
+/// counts as none.
 struct SqlCondition {
+    const RemovedRows& removed;
     std::string text;
-    std::vector<SqlValue> parameters;
+    std::vector<SqlValue> parameters{};
 };
 
 /// A condition that runs as SQL on the stored rows and in memory on objects with unsaved changes, with one outcome.
@@ -38,6 +45,7 @@ namespace detail {
 
 std::shared_ptr<const PredicateNode> compareNode(const AttributeDescription&, Comparison, SqlValue, bool indexed);
 std::shared_ptr<const PredicateNode> noneNode(const AttributeDescription&, bool isNone);
+std::shared_ptr<const PredicateNode> referenceNode(const AttributeDescription&, std::shared_ptr<const Entity> target);
 std::shared_ptr<const PredicateNode> joinNode(bool conjunction, std::shared_ptr<const PredicateNode>,
                                               std::shared_ptr<const PredicateNode>);
 
@@ -58,7 +66,8 @@ class Field {
 public:
     using Value = typename detail::Unwrapped<T>::type;
 
-    explicit Field(const AttributeDescription& attribute, bool indexed = true) : attribute_(&attribute), indexed_(indexed) {}
+    explicit Field(const AttributeDescription& attribute, bool indexed = true)
+        : attribute_(&attribute), indexed_(indexed) {}
 
     /// The same attribute, for a condition that must not choose the index: SQLite's planner has no statistics here and
     /// can't know that of two ranges this one spans the history.
@@ -87,10 +96,10 @@ template <class E, class T>
     return Field<E, T>(attributeOf(member));
 }
 
-/// The objects whose relationship leads to `target`, which must have been inserted.
+/// The objects whose relationship leads to `target`, which must have been inserted; none once it has been removed.
 template <class E, class T>
 [[nodiscard]] Predicate<E> refersTo(Reference<T> E::*member, const T& target) {
-    return {detail::compareNode(attributeOf(member), Comparison::equal, target.objectId(), true)};
+    return {detail::referenceNode(attributeOf(member), target.shared_from_this())};
 }
 
 /// The objects whose relationship leads nowhere.

@@ -12,14 +12,18 @@ namespace {
 
 std::string_view sqlType(AttributeKind kind) {
     switch (kind) {
-    case AttributeKind::uuid: return "BLOB";
+    case AttributeKind::uuid:
+        return "BLOB";
     case AttributeKind::text:
-    case AttributeKind::uuidList: return "TEXT";
-    case AttributeKind::real: return "REAL";
+    case AttributeKind::uuidList:
+        return "TEXT";
+    case AttributeKind::real:
+        return "REAL";
     case AttributeKind::date:
     case AttributeKind::integer:
     case AttributeKind::boolean:
-    case AttributeKind::reference: return "INTEGER";
+    case AttributeKind::reference:
+        return "INTEGER";
     }
     return "BLOB";
 }
@@ -36,7 +40,8 @@ std::string columnDefinition(const AttributeDescription& attribute) {
 std::string createTable(const EntityDescription& entity) {
     // AUTOINCREMENT: a row that another program removed must never come back as somebody else's.
     std::vector<std::string> columns{"pk INTEGER PRIMARY KEY AUTOINCREMENT"};
-    for (const auto& attribute : entity.attributes) columns.push_back(columnDefinition(attribute));
+    for (const auto& attribute : entity.attributes)
+        columns.push_back(columnDefinition(attribute));
     return fmt::format("CREATE TABLE {} ({}) STRICT", entity.table, text::joined(columns, ", "));
 }
 
@@ -63,7 +68,8 @@ std::string literal(const SqlValue& value) {
     if (const auto* real = std::get_if<double>(&value)) return text::shortest(*real);
     if (const auto* held = std::get_if<std::string>(&value)) {
         std::string quoted = "'";
-        for (const char c : *held) quoted += c == '\'' ? std::string("''") : std::string(1, c);
+        for (const char c : *held)
+            quoted += c == '\'' ? std::string("''") : std::string(1, c);
         return quoted + "'";
     }
     return "x''";
@@ -82,8 +88,18 @@ void addColumn(Database& database, const EntityDescription& entity, const Attrib
 
 std::string columnList(const EntityDescription& entity) {
     std::vector<std::string> columns;
-    for (const auto& attribute : entity.attributes) columns.push_back(attribute.column());
+    for (const auto& attribute : entity.attributes)
+        columns.push_back(attribute.column());
     return text::joined(columns, ", ");
+}
+
+bool isNewer(Database& database) {
+    std::int64_t version = 0;
+    database.query("PRAGMA user_version", {}, [&](const Row& row) {
+        version = row.integer(0);
+        return false;
+    });
+    return version > userVersion;
 }
 
 bool isComplete(Database& database) {

@@ -10,7 +10,13 @@ enum class State { missing, empty, store };
 /// no file, no rights, no database, not ours, newer, cut short, read-only where it is to be written.
 [[nodiscard]] State inspect(const ModelConfiguration& configuration);
 
-/// Makes the folders of the file, for the user alone. Throws `StoreError`.
-void makeFolder(const std::filesystem::path& file);
+/// Makes the file, empty, and the folders that lead to it, for the user alone. Throws `StoreError`.
+void make(const std::filesystem::path& file);
+
+/// Do changes wait in the log beside the file, because a program uses it or ended without closing it?
+[[nodiscard]] bool hasPendingLog(const std::filesystem::path& file);
+
+/// May files be made and removed in the folder of the file?
+[[nodiscard]] bool isFolderWritable(const std::filesystem::path& file);
 
 }  // namespace quorvane::StoreFile

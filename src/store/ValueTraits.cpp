@@ -3,6 +3,7 @@
 #include "base/Json.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace quorvane {
 
@@ -18,9 +19,7 @@ Uuid ValueTraits<Uuid>::fromSql(const SqlValue& value) {
     return Uuid(bytes);
 }
 
-SqlValue ValueTraits<Date>::toSql(Date value) {
-    return microsecondsSince1970(value);
-}
+SqlValue ValueTraits<Date>::toSql(Date value) { return microsecondsSince1970(value); }
 
 Date ValueTraits<Date>::fromSql(const SqlValue& value) {
     return dateFromMicroseconds(ValueTraits<std::int64_t>::fromSql(value));
@@ -29,6 +28,11 @@ Date ValueTraits<Date>::fromSql(const SqlValue& value) {
 std::string ValueTraits<std::string>::fromSql(const SqlValue& value) {
     const auto* text = std::get_if<std::string>(&value);
     return text ? *text : std::string();
+}
+
+SqlValue ValueTraits<double>::toSql(double value) {
+    // The database takes what is no number for none, and the column holds no none.
+    return std::isnan(value) ? 0.0 : value;
 }
 
 double ValueTraits<double>::fromSql(const SqlValue& value) {
@@ -42,13 +46,12 @@ std::int64_t ValueTraits<std::int64_t>::fromSql(const SqlValue& value) {
     return integer ? *integer : 0;
 }
 
-bool ValueTraits<bool>::fromSql(const SqlValue& value) {
-    return ValueTraits<std::int64_t>::fromSql(value) != 0;
-}
+bool ValueTraits<bool>::fromSql(const SqlValue& value) { return ValueTraits<std::int64_t>::fromSql(value) != 0; }
 
 SqlValue ValueTraits<std::vector<Uuid>>::toSql(const std::vector<Uuid>& value) {
     Json list = Json::array();
-    for (const Uuid& uuid : value) list.push_back(uuid.string());
+    for (const Uuid& uuid : value)
+        list.push_back(uuid.string());
     return jsonText(list);
 }
 
@@ -57,7 +60,8 @@ std::vector<Uuid> ValueTraits<std::vector<Uuid>>::fromSql(const SqlValue& value)
     const auto list = parseJson(ValueTraits<std::string>::fromSql(value));
     if (!list || !list->is_array()) return uuids;
     for (const Json& item : *list)
-        if (const auto uuid = item.is_string() ? Uuid::parse(item.get<std::string>()) : std::nullopt) uuids.push_back(*uuid);
+        if (const auto uuid = item.is_string() ? Uuid::parse(item.get<std::string>()) : std::nullopt)
+            uuids.push_back(*uuid);
     return uuids;
 }
 

@@ -13,8 +13,8 @@ namespace quorvane {
 /// What an attribute holds; it decides the column's type and the form in JSON.
 enum class AttributeKind { uuid, date, text, real, integer, boolean, uuidList, reference };
 
-/// How a C++ type is kept in a column: `kind`, `isOptional`, `toSql`, and `fromSql`, which reads what can't be understood
-/// as the type's empty value.
+/// How a C++ type is kept in a column: `kind`, `isOptional`, `toSql`, and `fromSql`, which reads what can't be
+/// understood as the type's empty value.
 template <class T>
 struct ValueTraits;
 
@@ -46,7 +46,7 @@ template <>
 struct ValueTraits<double> {
     static constexpr auto kind = AttributeKind::real;
     static constexpr bool isOptional = false;
-    static SqlValue toSql(double value) { return value; }
+    static SqlValue toSql(double value);
     static double fromSql(const SqlValue& value);
 };
 

@@ -62,5 +62,5 @@ TEST_F(InBackgroundTest, HeldWorkWaitsUntilItIsReleased) {
     EXPECT_THAT(heard, ElementsAre("posted", "asked before", "asked while held"));
 }
 
-} // namespace
-} // namespace quorvane::platform
+}  // namespace
+}  // namespace quorvane::platform

@@ -39,7 +39,7 @@ TEST_F(SimulatedDesktopTest, ATypistIsActiveUpToItsEndExactly) {
     tap->enable(true);
     desktop.typeUntil("09:00:25");
     loop.playUntil("09:01:00");
-    EXPECT_EQ(keys, 4); // at 0, 10, 20 and 25 s
+    EXPECT_EQ(keys, 4);  // at 0, 10, 20 and 25 s
     EXPECT_EQ(desktop.idle().secondsSinceLastInput(), 35s);
 }
 
@@ -105,5 +105,5 @@ TEST_F(SimulatedDesktopTest, ALockedSessionShowsTheLoginWindowBeforeItsEventIsSe
     EXPECT_THAT(inFront, ElementsAre(loginWindowBundleId, "org.example.editor", "org.example.editor"));
 }
 
-} // namespace
-} // namespace quorvane::platform
+}  // namespace
+}  // namespace quorvane::platform

@@ -131,5 +131,5 @@ TEST_F(SimulatedRunLoopTest, WorkMayBePostedFromOtherThreads) {
     EXPECT_THAT(ran, ElementsAre("from another thread 0"));
 }
 
-} // namespace
-} // namespace quorvane::platform
+}  // namespace
+}  // namespace quorvane::platform

@@ -19,4 +19,4 @@ bool InMemoryUserDefaults::removeValue(std::string_view key) {
     return true;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -25,4 +25,4 @@ private:
     bool areWritesRefused_ = false;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -12,4 +12,4 @@ std::vector<RecordingSystemLog::Line> RecordingSystemLog::lines() const {
     return lines_;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -23,8 +23,8 @@ public:
     [[nodiscard]] std::vector<Line> lines() const;
 
 private:
-    mutable std::mutex mutex_; ///< guards `lines_`
+    mutable std::mutex mutex_;  ///< guards `lines_`
     std::vector<Line> lines_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

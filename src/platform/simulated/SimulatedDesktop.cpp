@@ -74,4 +74,4 @@ void SimulatedDesktop::unlock() {
     systemEvents_.send(SystemEvent::screenUnlocked);
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

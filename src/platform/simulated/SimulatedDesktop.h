@@ -116,4 +116,4 @@ private:
     std::unique_ptr<WorkItem> typist_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -7,7 +7,7 @@ std::string titleKey(const ForegroundApplication& application) {
     return application.bundleIdentifier.value_or(application.localizedName.value_or(""));
 }
 
-} // namespace
+}  // namespace
 
 std::optional<ForegroundApplication> SimulatedForeground::frontmostApplication() {
     if (isCovered_) return ForegroundApplication{loginWindowBundleId, "loginwindow"};
@@ -37,4 +37,4 @@ void SimulatedForeground::setWindowTitle(const ForegroundApplication& applicatio
     }
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

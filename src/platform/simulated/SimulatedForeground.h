@@ -28,9 +28,9 @@ public:
 
 private:
     std::optional<ForegroundApplication> frontmost_;
-    std::map<std::string, std::string> titles_; ///< by bundle identifier, else by name
+    std::map<std::string, std::string> titles_;  ///< by bundle identifier, else by name
     bool isCovered_ = false;
     Signal<const std::optional<ForegroundApplication>&> activated_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -18,7 +18,7 @@ private:
     Subscription subscription_;
 };
 
-} // namespace
+}  // namespace
 
 Seconds SimulatedIdle::secondsSinceLastInput() { return reading_.value_or(runLoop_.uptime() - lastInput_); }
 
@@ -59,7 +59,7 @@ private:
     SimulatedKeys& keys_;
     KeyEvents events_;
     std::function<void()> heard_;
-    std::shared_ptr<int> taps_; // a tap may outlive the desktop
+    std::shared_ptr<int> taps_;  // a tap may outlive the desktop
     bool isAttached_ = false;
     bool isEnabled_ = false;
     Subscription pressed_;
@@ -88,4 +88,4 @@ void SimulatedPointer::act(bool overOwnWindow) {
     if (overOwnWindow) local_.send(position_);
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

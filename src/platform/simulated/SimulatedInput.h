@@ -25,7 +25,7 @@ public:
 
 private:
     const SimulatedRunLoop& runLoop_;
-    Seconds lastInput_; ///< as uptime
+    Seconds lastInput_;  ///< as uptime
     std::optional<Seconds> reading_;
 };
 
@@ -52,7 +52,7 @@ private:
     bool isRefused_ = false;
     bool isDownAndUpRefused_ = false;
     bool isAttachRefused_ = false;
-    std::shared_ptr<int> taps_ = std::make_shared<int>(0); ///< how many are alive
+    std::shared_ptr<int> taps_ = std::make_shared<int>(0);  ///< how many are alive
 };
 
 /// A pointer that a script moves.
@@ -82,4 +82,4 @@ private:
     bool isLocalRefused_ = false;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

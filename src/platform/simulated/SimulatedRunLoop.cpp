@@ -28,7 +28,7 @@ private:
 
 std::int64_t microseconds(Seconds duration) { return static_cast<std::int64_t>(std::llround(duration.count() * 1e6)); }
 
-} // namespace
+}  // namespace
 
 /// What is due later, in the order in which it will run. Handles hold it weakly and may outlive the loop.
 class SimulatedRunLoop::Schedule {
@@ -36,7 +36,7 @@ public:
     struct Entry {
         std::int64_t due = 0;
         std::uint64_t order = 0;
-        std::int64_t interval = 0; ///< 0: runs once
+        std::int64_t interval = 0;  ///< 0: runs once
         std::function<void()> work;
     };
 
@@ -111,7 +111,7 @@ void SimulatedRunLoop::playUntil(Date end) {
 }
 
 void SimulatedRunLoop::playFor(Seconds duration) {
-    const auto end = elapsed_ + microseconds(duration);
+    const std::int64_t end = elapsed_ + microseconds(duration);
     play([this, end] { return end - elapsed_; });
 }
 
@@ -126,14 +126,14 @@ void SimulatedRunLoop::play(const std::function<std::int64_t()>& remaining) {
             elapsed_ += std::max<std::int64_t>(left, 0);
             return;
         }
-        elapsed_ = std::max(elapsed_, next->due);
+        elapsed_ = std::max(elapsed_.load(), next->due);
         ++wakeUps_;
         fireDue();
     }
 }
 
 void SimulatedRunLoop::fireDue() {
-    const auto instant = elapsed_;
+    const std::int64_t instant = elapsed_;
     for (auto entry = schedule_->first(); entry && entry->due <= instant; entry = schedule_->first()) {
         schedule_->remove(*entry);
         if (entry->interval == 0) {
@@ -197,4 +197,4 @@ Date SimulatedRunLoop::timeOfDay(std::string_view time) const {
 
 int SimulatedRunLoop::pendingTimers() const { return static_cast<int>(schedule_->size()); }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

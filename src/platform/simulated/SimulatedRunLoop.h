@@ -2,6 +2,7 @@
 
 #include "platform/RunLoop.h"
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -54,7 +55,7 @@ public:
     [[nodiscard]] Date timeOfDay(std::string_view time) const;
 
     /// Time since the loop was made, sleep included; the clock may be set without it noticing.
-    [[nodiscard]] Seconds uptime() const { return std::chrono::microseconds{elapsed_}; }
+    [[nodiscard]] Seconds uptime() const { return std::chrono::microseconds{elapsed_.load()}; }
 
     /// How often the loop stopped waiting because something was due; what is due at the same instant counts once.
     [[nodiscard]] int wakeUps() const { return wakeUps_; }
@@ -73,12 +74,12 @@ private:
     void fireDue();
     void run(Task task);
 
-    // Time is counted in whole microseconds, so that a long day accumulates no error.
-    std::int64_t elapsed_ = 0;
-    std::int64_t clockAtStart_; ///< what the clock would have shown at `elapsed_` 0
+    // Time is counted in whole microseconds, so that a long day accumulates no error. Other threads may ask for it.
+    std::atomic<std::int64_t> elapsed_ = 0;
+    std::atomic<std::int64_t> clockAtStart_;  ///< what the clock would have shown at `elapsed_` 0
     std::shared_ptr<Schedule> schedule_;
     std::thread::id thread_ = std::this_thread::get_id();
-    std::mutex mutex_; ///< guards `posted_`
+    std::mutex mutex_;  ///< guards `posted_`
     std::deque<Task> posted_;
     std::deque<Task> held_;
     bool isHoldingBackground_ = false;
@@ -87,4 +88,4 @@ private:
     int wakeUps_ = 0;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -20,4 +20,4 @@ int SimulatedSystemEvents::observers() const {
     return static_cast<int>(count);
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

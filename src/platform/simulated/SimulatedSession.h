@@ -34,4 +34,4 @@ private:
     std::vector<std::string> opened_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

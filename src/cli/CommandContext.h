@@ -1,0 +1,41 @@
+#pragma once
+
+#include "store/Database.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace quorvane::cli {
+
+/// How the process ends.
+enum class ExitStatus { done = 0, failed = 1, wrongUsage = 2, storeUnavailable = 3 };
+
+/// Ends the command with this status; `what()` is the one line that says what failed and why.
+class CommandError : public std::runtime_error {
+public:
+    CommandError(ExitStatus status, const std::string& message) : std::runtime_error(message), status_(status) {}
+    [[nodiscard]] ExitStatus status() const { return status_; }
+
+private:
+    ExitStatus status_;
+};
+
+/// What all commands share: the options before and after the command's name, and the command that they chose.
+struct CommandContext {
+    std::optional<std::string> store;  ///< --store; without it the application's own
+    bool json = false;
+    std::optional<Date> now;
+    std::function<void()> command;  ///< set while the line is read, run once all of it has been understood
+
+    [[nodiscard]] std::filesystem::path storeFile() const;
+
+    /// The store, opened; a missing one is an ordinary failure of a command that reads, and is made for one that writes.
+    [[nodiscard]] std::unique_ptr<Database> openForReading() const;
+    [[nodiscard]] std::unique_ptr<Database> openForWriting() const;
+};
+
+}  // namespace quorvane::cli

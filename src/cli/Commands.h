@@ -1,0 +1,19 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace quorvane::cli {
+
+struct CommandContext;
+
+// Each adds one command with its options to the command line. The context must outlive it.
+void addDumpCommand(CLI::App& app, CommandContext& context);
+void addLoadCommand(CLI::App& app, CommandContext& context);
+void addRecordsCommand(CLI::App& app, CommandContext& context);
+void addExportCsvCommand(CLI::App& app, CommandContext& context);
+void addStatusCommand(CLI::App& app, CommandContext& context);
+void addSanitizeCommand(CLI::App& app, CommandContext& context);
+
+}  // namespace quorvane::cli

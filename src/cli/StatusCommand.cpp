@@ -1,0 +1,98 @@
+#include "base/Text.h"
+#include "cli/CommandContext.h"
+#include "cli/Commands.h"
+#include "cli/LocalTime.h"
+#include "cli/Output.h"
+#include "cli/TextTable.h"
+#include "platform/Clock.h"
+#include "store/ActivityRecord.h"
+#include "store/JsonForm.h"
+#include "store/ModelContext.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+namespace quorvane::cli {
+namespace {
+
+/// A tracker that lives renews its open record at least once a minute.
+constexpr Seconds heartbeatValidity = 120s;
+
+struct Status {
+    bool isTracking = false;
+    std::shared_ptr<ActivityRecord> openRecord;
+    std::string openRecordJson = "null";
+    Seconds today{};
+    std::size_t todayRecords = 0;
+};
+
+Status readStatus(ModelContext& store, Date now, const Calendar& calendar) {
+    Status status;
+    const FetchDescriptor<ActivityRecord> open{
+        .predicate = field(&ActivityRecord::endTime).isNone(),
+        .sort = {descending(&ActivityRecord::startTime), ascending(&ActivityRecord::id)},
+        .limit = 1};
+    if (const auto found = store.fetch(open); !found.empty()) {
+        status.openRecord = found.front();
+        status.isTracking = now - status.openRecord->updatedAt() < heartbeatValidity;
+        JsonForm::RowIds projects;
+        if (const auto project = status.openRecord->project()) projects.emplace(project->objectId(), project->id());
+        const auto& entity = ActivityRecord::description();
+        store.scan(open, JsonForm::attributeNames(entity), [&](const Row& row) {
+            status.openRecordJson.clear();
+            JsonForm::appendObject(status.openRecordJson, entity, row, projects);
+            return false;
+        });
+    }
+    const auto today = calendar.day(now);
+    const auto start = field(&ActivityRecord::startTime);
+    store.scan<ActivityRecord>({.predicate = start >= today.start && start < today.end}, {"start_time", "end_time"},
+                               [&](const Row& row) {
+                                   const Date begin = dateFromMicroseconds(row.integer(0));
+                                   const Date end = row.isNull(1) ? now : dateFromMicroseconds(row.integer(1));
+                                   status.today += std::max(Seconds{0}, end - begin);
+                                   ++status.todayRecords;
+                                   return true;
+                               });
+    return status;
+}
+
+std::string jsonOf(const Status& status) {
+    return fmt::format(R"({{"tracking":{},"open_record":{},"today_seconds":{},"today_records":{}}})"
+                       "\n",
+                       status.isTracking, status.openRecordJson, text::shortest(status.today.count()),
+                       status.todayRecords);
+}
+
+std::string textOf(const Status& status, const LocalTime& local, Date now) {
+    std::string out = fmt::format("Tracking:     {}\n", status.isTracking ? "yes" : "no");
+    if (const auto& open = status.openRecord) {
+        const std::string title = harmlessLine(open->windowTitle().value_or(""));
+        out += fmt::format("Open record:  {}{}{}, since {} ({})\n", harmlessLine(open->appName().value_or("?")),
+                           title.empty() ? "" : " — ", title, local.dateAndTime(open->startTime()),
+                           durationText(now - open->startTime()));
+    } else {
+        out += "Open record:  none\n";
+    }
+    return out + fmt::format("Today:        {} in {} {}\n", durationText(status.today), status.todayRecords,
+                             status.todayRecords == 1 ? "record" : "records");
+}
+
+void printStatus(const CommandContext& context) {
+    ModelContext store(context.openForReading());
+    const Date now = platform::currentDate();
+    const LocalTime local;
+    const Status status = readStatus(store, now, local.calendar());
+    Output output;
+    output.write(context.json ? jsonOf(status) : textOf(status, local, now));
+    output.finish();
+}
+
+}  // namespace
+
+void addStatusCommand(CLI::App& app, CommandContext& context) {
+    auto* command = app.add_subcommand("status", "Tell whether tracking runs, the open record and today's total");
+    command->callback([&context] { context.command = [&context] { printStatus(context); }; });
+}
+
+}  // namespace quorvane::cli

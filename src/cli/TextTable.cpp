@@ -1,0 +1,117 @@
+#include "cli/TextTable.h"
+
+#include "base/Text.h"
+
+#include <algorithm>
+#include <numeric>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace quorvane::cli {
+namespace {
+
+constexpr std::size_t rowsThatDecide = 500;
+constexpr std::string_view gap = "  ";
+
+bool startsWithAny(std::string_view text, std::initializer_list<std::string_view> beginnings) {
+    return std::any_of(beginnings.begin(), beginnings.end(), [&](auto one) { return text.starts_with(one); });
+}
+
+/// How many bytes at the front turn the direction of writing: U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069.
+std::size_t directionMark(std::string_view text) {
+    return startsWithAny(text, {"\u200E", "\u200F", "\u202A", "\u202B", "\u202C", "\u202D", "\u202E", "\u2066", "\u2067",
+                                "\u2068", "\u2069"})
+               ? 3
+               : 0;
+}
+
+/// How many bytes at the front are a control character or a line end.
+std::size_t control(std::string_view text) {
+    const auto first = static_cast<unsigned char>(text.front());
+    if (first < 0x20 || first == 0x7F) return 1;
+    if (first == 0xC2 && text.size() > 1 && static_cast<unsigned char>(text[1]) < 0xA0) return 2;  // U+0080 to U+009F
+    return startsWithAny(text, {"\u2028", "\u2029"}) ? 3 : 0;
+}
+
+}  // namespace
+
+std::optional<int> terminalWidth() {
+    winsize size{};
+    if (::isatty(STDOUT_FILENO) != 1 || ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
+        return std::nullopt;
+    return size.ws_col;
+}
+
+std::string harmlessLine(std::string_view text) {
+    const std::string valid = text::validUtf8(text);
+    std::string out;
+    for (std::string_view rest = valid; !rest.empty();) {
+        if (const std::size_t mark = directionMark(rest)) {
+            rest.remove_prefix(mark);
+        } else if (const std::size_t length = control(rest)) {
+            out += ' ';
+            rest.remove_prefix(length);
+        } else {
+            out += rest.front();
+            rest.remove_prefix(1);
+        }
+    }
+    return out;
+}
+
+TextTable::TextTable(std::vector<Column> columns, std::optional<int> terminalWidth,
+                     std::function<void(std::string_view)> write)
+    : columns_(std::move(columns)), terminalWidth_(terminalWidth), write_(std::move(write)) {}
+
+void TextTable::add(std::vector<std::string> row) {
+    if (!widths_.empty()) return writeRow(row);
+    waiting_.push_back(std::move(row));
+    if (waiting_.size() == rowsThatDecide) settleWidths();
+}
+
+void TextTable::finish() {
+    if (widths_.empty()) settleWidths();
+}
+
+void TextTable::settleWidths() {
+    std::vector<std::string> titles;
+    for (const Column& column : columns_) titles.push_back(column.title);
+    waiting_.insert(waiting_.begin(), std::move(titles));
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        int width = 0;
+        for (const auto& row : waiting_) width = std::max(width, text::displayWidth(row[i]));
+        widths_.push_back(std::min(width, columns_[i].maxWidth));
+    }
+    if (terminalWidth_) {
+        const int gaps = static_cast<int>((columns_.size() - 1) * gap.size());
+        int excess = std::accumulate(widths_.begin(), widths_.end(), gaps) - *terminalWidth_;
+        // Take one column of the terminal after the other from the widest that may be narrower.
+        for (; excess > 0; --excess) {
+            auto widest = widths_.end();
+            for (auto width = widths_.begin(); width != widths_.end(); ++width) {
+                const Column& column = columns_[static_cast<std::size_t>(width - widths_.begin())];
+                if (column.minWidth == 0 || *width <= column.minWidth) continue;
+                if (widest == widths_.end() || *width > *widest) widest = width;
+            }
+            if (widest == widths_.end()) break;
+            --*widest;
+        }
+    }
+    for (const auto& row : std::exchange(waiting_, {})) writeRow(row);
+}
+
+void TextTable::writeRow(const std::vector<std::string>& row) {
+    std::string line;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const std::string cell = terminalWidth_ ? text::fittedTo(row[i], widths_[i]) : row[i];
+        const auto missing = static_cast<std::size_t>(std::max(0, widths_[i] - text::displayWidth(cell)));
+        if (i != 0) line += gap;
+        if (columns_[i].isNumber) line.append(missing, ' ');
+        line += cell;
+        if (!columns_[i].isNumber) line.append(missing, ' ');
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    write_(line + '\n');
+}
+
+}  // namespace quorvane::cli

@@ -1,0 +1,82 @@
+#include "base/Iso8601.h"
+#include "cli/Arguments.h"
+#include "cli/CommandContext.h"
+#include "cli/Commands.h"
+#include "cli/TextTable.h"
+#include "platform/Clock.h"
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <iostream>
+#include <unistd.h>
+
+namespace quorvane::cli {
+namespace {
+
+/// A closed pipe and a full disk are ordinary failures of a write, and no file that is opened later may take the place of
+/// a standard stream that the caller closed: reads from it, writes to it fail as they would have.
+void prepareProcess() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
+        if (::fcntl(descriptor, F_GETFD) == -1)
+            static_cast<void>(::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+    std::ios::sync_with_stdio(false);
+}
+
+int end(ExitStatus status, const std::string& message) {
+    const std::string line = "quorvane-cli: " + harmlessLine(message) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    return static_cast<int>(status);
+}
+
+void describe(CLI::App& app, CommandContext& context) {
+    app.name("quorvane-cli");
+    app.description("Quorvane's store from the command line: for scripts, backups and terminals");
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.set_version_flag("--version", QUORVANE_VERSION);
+    app.add_option("--store", context.store, "The store file; the application's own if left out")->type_name("FILE");
+    addInstantOption(app, "--now", context.now, "Read this instant wherever the clock is read");
+    app.add_flag("--json", context.json, "Machine-readable output where a command has both forms");
+    for (const auto add : {addDumpCommand, addLoadCommand, addRecordsCommand, addExportCsvCommand, addStatusCommand,
+                           addSanitizeCommand})
+        add(app, context);
+}
+
+int run(const CommandContext& context) {
+    std::optional<platform::ClockOverride> clock;
+    if (context.now) clock.emplace([now = *context.now] { return now; });
+    try {
+        context.command();
+        return static_cast<int>(ExitStatus::done);
+    } catch (const CommandError& error) {
+        return end(error.status(), error.what());
+    } catch (const std::exception& error) {
+        return end(ExitStatus::failed, error.what());
+    }
+}
+
+int main(int argc, char** argv) {
+    prepareProcess();
+    CLI::App app;
+    CommandContext context;
+    describe(app, context);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& asked) {
+        app.exit(asked);  // help or version, on standard output
+        return std::cout.flush() ? static_cast<int>(ExitStatus::done)
+                                 : end(ExitStatus::failed, "cannot write to standard output");
+    } catch (const CLI::ParseError& error) {
+        return end(ExitStatus::wrongUsage, std::string(error.what()) + " (see quorvane-cli --help)");
+    }
+    return run(context);
+}
+
+}  // namespace
+}  // namespace quorvane::cli
+
+int main(int argc, char** argv) { return quorvane::cli::main(argc, argv); }

@@ -1,0 +1,36 @@
+#include "diagnostics/LocalDateText.h"
+
+#include "base/Calendar.h"
+
+#include <memory>
+#include <unicode/datefmt.h>
+#include <unicode/smpdtfmt.h>
+#include <unicode/timezone.h>
+
+namespace quorvane {
+namespace {
+
+std::string formatted(Date date, icu::DateFormat& format) {
+    format.adoptTimeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(currentZone())));
+    icu::UnicodeString text;
+    // Whole microseconds first: 0.123 s must not come out as 122 ms because no double is exactly that.
+    format.format(static_cast<double>(microsecondsSince1970(date)) / 1000.0, text);
+    std::string out;
+    return text.toUTF8String(out);
+}
+
+}  // namespace
+
+std::string localDateText(Date date, const char* pattern) {
+    UErrorCode error = U_ZERO_ERROR;
+    icu::SimpleDateFormat format(icu::UnicodeString::fromUTF8(pattern), icu::Locale::getRoot(), error);
+    return formatted(date, format);
+}
+
+std::string mediumDateText(Date date) {
+    const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createDateTimeInstance(
+        icu::DateFormat::kMedium, icu::DateFormat::kMedium, icu::Locale::createCanonical(dateLocale().c_str())));
+    return formatted(date, *format);
+}
+
+}  // namespace quorvane

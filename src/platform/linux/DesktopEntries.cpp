@@ -1,0 +1,170 @@
+#include "platform/linux/DesktopEntries.h"
+
+#include "base/Text.h"
+#include "platform/linux/WholeFile.h"
+
+#include <QFileSystemWatcher>
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <set>
+#include <string>
+#include <system_error>
+
+namespace quorvane::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using Matches = std::function<bool(const DesktopEntry&)>;
+
+const DesktopEntry* firstMatch(const std::vector<DesktopEntry>& entries, const Matches& matches) {
+    for (const bool isShown : {true, false})
+        for (const auto& entry : entries)
+            if (entry.isShown == isShown && matches(entry)) return &entry;
+    return nullptr;
+}
+
+/// The id that a window property means: some applications give a path, some add the suffix.
+std::string idFromProperty(const std::string& property) {
+    constexpr std::string_view suffix = ".desktop";
+    auto id = property.substr(property.rfind('/') + 1);
+    if (id.ends_with(suffix)) id.resize(id.size() - suffix.size());
+    return id;
+}
+
+const DesktopEntry* findById(const std::vector<DesktopEntry>& entries, const std::string& property) {
+    if (property.empty()) return nullptr;
+    return firstMatch(entries, [id = idFromProperty(property)](const DesktopEntry& entry) { return entry.id == id; });
+}
+
+std::string lastPart(const std::string& id) { return id.substr(id.rfind('.') + 1); }
+
+/// By WM_CLASS. The class goes before the instance, which command lines and profiles change.
+const DesktopEntry* findByClass(const std::vector<DesktopEntry>& entries, const WindowProperties& window) {
+    const std::array names{window.wmClass, window.instance};
+    const std::array lowerNames{text::lowercased(window.wmClass), text::lowercased(window.instance)};
+    using Key = std::string (*)(const DesktopEntry&);
+    struct Rule {
+        const std::array<std::string, 2>& names;
+        Key key;
+    };
+    const Rule rules[] = {
+        {names, [](const DesktopEntry& entry) { return entry.startupWmClass; }},
+        {lowerNames, [](const DesktopEntry& entry) { return text::lowercased(entry.startupWmClass); }},
+        {lowerNames, [](const DesktopEntry& entry) { return text::lowercased(entry.id); }},
+        {lowerNames, [](const DesktopEntry& entry) { return text::lowercased(lastPart(entry.id)); }},
+    };
+    for (const auto& rule : rules)
+        for (const auto& name : rule.names) {
+            if (name.empty()) continue;
+            const auto matches = [&](const DesktopEntry& entry) { return rule.key(entry) == name; };
+            if (const auto* entry = firstMatch(entries, matches)) return entry;
+        }
+    return nullptr;
+}
+
+std::string environmentOf(pid_t pid, std::string_view name) {
+    const auto bytes = wholeFile(fs::path("/proc") / std::to_string(pid) / "environ");
+    for (const auto& line : text::split(bytes.value_or(""), '\0'))
+        if (line.starts_with(name) && line.size() > name.size() && line[name.size()] == '=')
+            return line.substr(name.size() + 1);
+    return {};
+}
+
+/// By the launcher's note in the process's environment, which its children inherit: the second variable says for whom
+/// it was meant.
+const DesktopEntry* findByLauncher(const std::vector<DesktopEntry>& entries, pid_t pid) {
+    if (environmentOf(pid, "GIO_LAUNCHED_DESKTOP_FILE_PID") != std::to_string(pid)) return nullptr;
+    return findById(entries, environmentOf(pid, "GIO_LAUNCHED_DESKTOP_FILE"));
+}
+
+/// By the program that runs. It must be one that only one application of the menus uses, so no interpreter's.
+const DesktopEntry* findByProgram(const std::vector<DesktopEntry>& entries, pid_t pid) {
+    std::error_code error;
+    const auto program = fs::read_symlink(fs::path("/proc") / std::to_string(pid) / "exe", error).filename().string();
+    if (error || program.empty()) return nullptr;
+    for (const std::string_view interpreter : {"java", "python", "perl", "ruby", "node", "electron", "wine", "bash", "sh"})
+        if (program.starts_with(interpreter)) return nullptr;
+    const DesktopEntry* found = nullptr;
+    for (const auto& entry : entries) {
+        if (!entry.isShown || entry.program != program) continue;
+        if (found) return nullptr;
+        found = &entry;
+    }
+    return found;
+}
+
+} // namespace
+
+struct DesktopEntries::Watch {
+    QFileSystemWatcher watcher;
+    bool isStale = true;
+
+    void follow(const fs::path& directory) { watcher.addPath(QString::fromStdString(directory.string())); }
+};
+
+DesktopEntries::DesktopEntries(std::vector<fs::path> dataDirectories)
+    : dataDirectories_(std::move(dataDirectories)), watch_(std::make_unique<Watch>()) {
+    QObject::connect(&watch_->watcher, &QFileSystemWatcher::directoryChanged, &watch_->watcher,
+                     [watch = watch_.get()] { watch->isStale = true; });
+}
+
+DesktopEntries::~DesktopEntries() = default;
+
+const DesktopEntry* DesktopEntries::find(const WindowProperties& window) {
+    indexIfStale();
+    if (const auto* entry = findById(entries_, window.kdeDesktopFile)) return entry;
+    if (const auto* entry = findById(entries_, window.gtkApplicationId)) return entry;
+    if (const auto* entry = findByClass(entries_, window)) return entry;
+    if (window.pid <= 0) return nullptr;
+    if (const auto* entry = findByLauncher(entries_, window.pid)) return entry;
+    return findByProgram(entries_, window.pid);
+}
+
+const std::vector<DesktopEntry>& DesktopEntries::all() {
+    indexIfStale();
+    return entries_;
+}
+
+void DesktopEntries::indexIfStale() {
+    if (!std::exchange(watch_->isStale, false)) return;
+    entries_.clear();
+    if (const auto before = watch_->watcher.directories(); !before.isEmpty()) watch_->watcher.removePaths(before);
+    const auto locales = desktopEntryLocales();
+    std::set<std::string> seen;
+    for (const auto& data : dataDirectories_) {
+        const auto applications = data / "applications";
+        std::error_code error;
+        if (!fs::is_directory(applications, error)) {
+            watch_->follow(data); // until the directory appears
+            continue;
+        }
+        watch_->follow(applications);
+        constexpr auto options = fs::directory_options::follow_directory_symlink | fs::directory_options::skip_permission_denied;
+        auto files = fs::recursive_directory_iterator(applications, options, error);
+        for (; !error && files != fs::recursive_directory_iterator(); files.increment(error)) {
+            const auto& path = files->path();
+            if (std::error_code ignored; files->is_directory(ignored)) {
+                constexpr int deepest = 3; // a symbolic link may lead back up
+                if (files.depth() >= deepest) files.disable_recursion_pending();
+                watch_->follow(path);
+                continue;
+            }
+            if (path.extension() != ".desktop") continue;
+            auto id = idFromProperty(path.lexically_relative(applications).generic_string());
+            if (const auto below = path.parent_path().lexically_relative(applications).generic_string(); below != ".") {
+                id = below + "/" + id;
+                std::replace(id.begin(), id.end(), '/', '-');
+            }
+            if (!seen.insert(id).second) continue;
+            auto entry = parseDesktopEntry(wholeFile(path).value_or(""), locales);
+            if (!entry) continue;
+            entry->id = std::move(id);
+            entries_.push_back(*std::move(entry));
+        }
+    }
+    // Directory order is arbitrary; where several entries would match, the answer must not be.
+    std::sort(entries_.begin(), entries_.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
+}
+
+} // namespace quorvane::platform

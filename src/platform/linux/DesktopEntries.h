@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/WindowProperties.h"
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace quorvane::platform {
+
+/// The applications that desktop files describe, and which of them a window belongs to. Follows the directories: what
+/// is installed or removed counts from the next question on. Main thread only.
+class DesktopEntries {
+public:
+    /// `dataDirectories` are the parents of "applications", the more important first: a file hides those of the same id
+    /// further down.
+    explicit DesktopEntries(std::vector<std::filesystem::path> dataDirectories);
+    DesktopEntries(const DesktopEntries&) = delete;
+    DesktopEntries& operator=(const DesktopEntries&) = delete;
+    ~DesktopEntries();
+
+    /// The entry of the window's application, or null. It stays valid until the next question.
+    [[nodiscard]] const DesktopEntry* find(const WindowProperties& window);
+
+    /// All of them, in no particular order.
+    [[nodiscard]] const std::vector<DesktopEntry>& all();
+
+private:
+    struct Watch;
+
+    void indexIfStale();
+
+    std::vector<std::filesystem::path> dataDirectories_;
+    std::vector<DesktopEntry> entries_;
+    std::unique_ptr<Watch> watch_;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/RunLoop.h"
+
+namespace quorvane::platform {
+
+/// The run loop of Qt. It uses the process's application object and makes one where there is none yet. The thread that
+/// creates it is the main thread.
+///
+/// Timers of 5 s and more may be off by a twentieth, so that several of them share one wake-up. Sleep of the machine
+/// does not count: a timer resumes with what was left of its interval.
+class QtRunLoop final : public RunLoop {
+public:
+    QtRunLoop();
+    QtRunLoop(const QtRunLoop&) = delete;
+    QtRunLoop& operator=(const QtRunLoop&) = delete;
+    ~QtRunLoop() override; ///< Waits for background work. Handles of timers may outlive it; they do nothing then.
+
+    [[nodiscard]] Date now() const override;
+    [[nodiscard]] std::unique_ptr<Timer> every(Seconds interval, std::function<void()> fire) override;
+    [[nodiscard]] std::unique_ptr<WorkItem> after(Seconds delay, std::function<void()> work) override;
+    void post(std::function<void()> work) override;
+    void background(std::function<void()> work) override;
+    [[nodiscard]] bool isMainThread() const override;
+
+    /// Serves timers and events until `quit`; returns its status.
+    int run();
+
+    /// Ends `run`, also one that has not begun yet. From any thread.
+    void quit(int status = 0);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace quorvane::platform

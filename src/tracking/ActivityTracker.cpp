@@ -1,0 +1,121 @@
+#include "tracking/ActivityTracker.h"
+
+#include "store/OverlapDetectionService.h"
+
+namespace quorvane {
+namespace {
+
+constexpr Seconds activeTickInterval = 10s;
+constexpr Seconds firstTickDelay = 0.5s;
+constexpr Seconds maintenanceInterval = 300s;
+constexpr Seconds minActivityCallbackInterval = 1s;
+
+const char* runningText(bool isRunning) {
+    return isRunning ? "运行中" : "已停止";
+}
+
+}  // namespace
+
+ActivityTracker::ActivityTracker(platform::RunLoop& runLoop, platform::Desktop& desktop, KeyboardMonitor& keyboardMonitor,
+                                 MouseMonitor& mouseMonitor, TrackerServices services, ConsoleSink& console)
+    : runLoop_(runLoop), desktop_(desktop), keyboardMonitor_(keyboardMonitor), mouseMonitor_(mouseMonitor),
+      services_(services), console_(console), lastUpdate_(runLoop.now()), currentTickInterval_(activeTickInterval) {}
+
+ActivityTracker::~ActivityTracker() {
+    console_.line("ActivityTracker: deinit - 清理资源");
+    console_.line("ActivityTracker: 内存使用情况 - 当前记录: {}", currentRecord_ ? "有" : "无");
+    console_.line("ActivityTracker: 定时器状态 - 主定时器: {}, 清理定时器: {}", runningText(timer_ != nullptr),
+                  runningText(cleanupTimer_ != nullptr));
+    stop();
+    removeSystemObservers();
+    removeActivationObserver();
+    cleanupTimer_.reset();
+}
+
+void ActivityTracker::configure(ModelContext& modelContext) {
+    modelContext_ = modelContext.weak();
+    dataCleanupService_ = std::make_unique<DataCleanupService>(modelContext, runLoop_, console_);
+    dataCleanupService_->performBackgroundCleanup();
+    cleanupTimer_ = runLoop_.every(maintenanceInterval, [this, weak = weak_.handle()] {
+        runLoop_.post([weak] {
+            if (auto* self = weak.get()) self->runMaintenance();
+        });
+    });
+    if (auto* context = modelContext_.get()) OverlapDetectionService(*context, runLoop_, console_).detectAndResolveOverlaps();
+}
+
+void ActivityTracker::runMaintenance() {
+    console_.line("ActivityTracker: 执行定期数据清理和合并...");
+    if (dataCleanupService_) dataCleanupService_->performBackgroundCleanup();
+}
+
+void ActivityTracker::start() {
+    if (isTracking_) {
+        console_.line("ActivityTracker: Already tracking");
+        return;
+    }
+    console_.line("ActivityTracker: Starting tracking with modelContext: {}", modelContext_ ? "true" : "false");
+    isTracking_ = true;
+    isTrackingChanged.send(true);
+    lastUpdate_ = runLoop_.now();
+    registerObservers();
+    const auto onActivity = [weak = weak_.handle()] {
+        if (auto* self = weak.get()) self->handleUserActivity();
+    };
+    keyboardMonitor_.onActivity = onActivity;
+    mouseMonitor_.onActivity = onActivity;
+    keyboardMonitor_.startMonitoring();
+    mouseMonitor_.startMonitoring();
+    scheduleTimer(activeTickInterval);
+    firstTick_ = runLoop_.after(firstTickDelay, [weak = weak_.handle()] {
+        if (auto* self = weak.get()) self->tick();
+    });
+}
+
+void ActivityTracker::scheduleTimer(Seconds interval) {
+    currentTickInterval_ = interval;
+    timer_ = runLoop_.every(interval, [weak = weak_.handle()] {
+        if (auto* self = weak.get()) self->tick();
+    });
+}
+
+void ActivityTracker::stop() {
+    if (!isTracking_) return;
+    isTracking_ = false;
+    isTrackingChanged.send(false);
+    timer_.reset();
+    firstTick_.reset();
+    pendingActivityCallback_.reset();
+    keyboardMonitor_.stopMonitoring();
+    mouseMonitor_.stopMonitoring();
+    keyboardMonitor_.onActivity = nullptr;
+    mouseMonitor_.onActivity = nullptr;
+    finalizeCurrentRecord(lastUpdate_);
+    removeSystemObservers();
+    removeActivationObserver();
+    cleanupTimer_.reset();
+    cachedIdleSettings_.reset();
+    cachedWorkTimeSettings_.reset();
+    windowInfoCache_.clear();
+    foregroundApplicationSnapshot_.reset();
+}
+
+void ActivityTracker::toggle() {
+    if (isTracking_) stop();
+    else start();
+}
+
+void ActivityTracker::handleUserActivity() {
+    const auto confirm = [this](Date at) {
+        lastActivityCallbackTime_ = at;
+        lastUpdate_ = at;
+    };
+    const Date now = runLoop_.now();
+    if (!lastActivityCallbackTime_ || now - *lastActivityCallbackTime_ >= minActivityCallbackInterval) return confirm(now);
+    const Seconds rest = minActivityCallbackInterval - (now - *lastActivityCallbackTime_);
+    pendingActivityCallback_ = runLoop_.after(rest, [this, confirm, weak = weak_.handle()] {
+        if (weak.get()) confirm(runLoop_.now());
+    });
+}
+
+}  // namespace quorvane

@@ -1,0 +1,110 @@
+#include "tracking/ActivityTracker.h"
+
+namespace quorvane {
+namespace {
+
+constexpr Seconds minAppSwitchInterval = 1s;
+constexpr Seconds ownActivationDelay = 0.25s;
+
+/// Under which this application itself comes to the front.
+constexpr const char* ownBundleIdentifier = "org.zelkor.Quorvane";
+
+}  // namespace
+
+void ActivityTracker::registerObservers() {
+    using platform::SystemEvent;
+    observeClose(SystemEvent::willSleep, workspaceObservers_, "ActivityTracker: willSleep");
+    observeResume(SystemEvent::didWake, workspaceObservers_, "ActivityTracker: didWake -> tick");
+    observeClose(SystemEvent::screensDidSleep, workspaceObservers_, "ActivityTracker: screensDidSleep");
+    observeResume(SystemEvent::screensDidWake, workspaceObservers_, "ActivityTracker: screensDidWake -> tick");
+    observeClose(SystemEvent::screenLocked, distributedObservers_, "ActivityTracker: screenIsLocked");
+    observeResume(SystemEvent::screenUnlocked, distributedObservers_, "ActivityTracker: screenIsUnlocked -> tick");
+    appActivationObserver_ = desktop_.foreground().observeActivation(
+        [weak = weak_.handle()](const std::optional<platform::ForegroundApplication>& application) {
+            if (auto* self = weak.get()) self->handleApplicationActivation(application);
+        });
+    vacancyObserver_ = desktop_.foreground().observeVacancy([weak = weak_.handle()] {
+        if (auto* self = weak.get()) self->handleVacancy();
+    });
+    console_.line("ActivityTracker: ✅ 已注册应用切换事件监听器（带防抖）");
+}
+
+void ActivityTracker::observeClose(platform::SystemEvent event, std::vector<Subscription>& observers, const char* line) {
+    observers.push_back(desktop_.systemEvents().observe(event, [weak = weak_.handle(), line] {
+        if (auto* self = weak.get()) self->handleClose(line);
+    }));
+}
+
+void ActivityTracker::observeResume(platform::SystemEvent event, std::vector<Subscription>& observers, const char* line) {
+    observers.push_back(desktop_.systemEvents().observe(event, [weak = weak_.handle(), line] {
+        if (auto* self = weak.get()) self->handleResume(line);
+    }));
+}
+
+void ActivityTracker::handleClose(const char* line) {
+    console_.line("{}", line);
+    isSessionLocked_ = true;
+    foregroundApplicationSnapshot_.reset();
+    // Not now: the minutes that nobody attended before the lock are nobody's work.
+    finalizeCurrentRecord(lastUpdate_);
+    lastFrontAppBundleId_.reset();
+}
+
+void ActivityTracker::handleResume(const char* line) {
+    console_.line("{}", line);
+    isSessionLocked_ = false;
+    tick();
+}
+
+void ActivityTracker::handleApplicationActivation(const std::optional<platform::ForegroundApplication>& application) {
+    if (!application) return;
+    // Before any debounce, so that a tick, whenever it comes, sees what was activated last.
+    foregroundApplicationSnapshot_ = {application->bundleIdentifier.value_or("unknown"),
+                                      application->localizedName.value_or("Unknown")};
+    const std::string bundleId = foregroundApplicationSnapshot_->bundleIdentifier;
+    const Date now = runLoop_.now();
+    noteForegroundActivation(now);
+    if (lastAppSwitchTime_ && now - *lastAppSwitchTime_ < minAppSwitchInterval)
+        return scheduleActivationTick(minAppSwitchInterval - (now - *lastAppSwitchTime_));
+    lastAppSwitchTime_ = now;
+    if (lastFrontAppBundleId_ == bundleId) return;
+    console_.line("ActivityTracker: 🔄 应用切换 - {}", foregroundApplicationSnapshot_->localizedName);
+    pendingActivationTick_.reset();
+    if (bundleId == ownBundleIdentifier) scheduleActivationTick(ownActivationDelay);
+    else tick();
+}
+
+/// The last window went: whoever had been in front no longer is, and a tick asks the desktop afresh.
+void ActivityTracker::handleVacancy() {
+    foregroundApplicationSnapshot_.reset();
+    scheduleActivationTick(minAppSwitchInterval);
+}
+
+void ActivityTracker::noteForegroundActivation(Date at) {
+    lastForegroundActivationAt_ = at;
+    lastActivityCallbackTime_ = at;
+    lastUpdate_ = at;
+    consecutiveIdleTicks_ = 0;
+    if (isMonitoringPaused_) resumeMonitoring();
+}
+
+void ActivityTracker::scheduleActivationTick(Seconds delay) {
+    pendingActivationTick_ = runLoop_.after(delay, [weak = weak_.handle()] {
+        if (auto* self = weak.get()) self->tick();
+    });
+}
+
+void ActivityTracker::removeSystemObservers() {
+    workspaceObservers_.clear();
+    distributedObservers_.clear();
+}
+
+void ActivityTracker::removeActivationObserver() {
+    pendingActivationTick_.reset();
+    vacancyObserver_.reset();
+    if (!appActivationObserver_) return;
+    appActivationObserver_.reset();
+    console_.line("ActivityTracker: ❌ 已注销应用切换事件监听器");
+}
+
+}  // namespace quorvane

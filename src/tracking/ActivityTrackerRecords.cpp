@@ -1,0 +1,148 @@
+#include "base/Text.h"
+#include "store/OverlapDetectionService.h"
+#include "store/Rule.h"
+#include "tracking/ActivityTracker.h"
+
+#include <algorithm>
+
+namespace quorvane {
+namespace {
+
+constexpr Seconds minimumDuration = 1s;
+constexpr Seconds shortRecordDuration = 20s;
+constexpr Seconds activeRecordsSweepInterval = 300s;
+constexpr Seconds currentRecordHeartbeatInterval = 60s;
+
+}  // namespace
+
+void ActivityTracker::startNewRecord(const NewRecord& wanted) {
+    auto* context = modelContext_.get();
+    if (context == nullptr) {
+        console_.line("ActivityTracker: No modelContext for startNewRecord");
+        return;
+    }
+    sweepActiveRecordsIfNeeded(wanted.at);
+    const auto record = makeRecord(wanted, adjustedStart(wanted.at, *context));
+    applyRules(*record, *context);
+    context->insert(record);
+    currentRecord_ = record;
+    lastCurrentRecordHeartbeatAt_ = record->startTime();
+    const std::string& name = wanted.application.localizedName;
+    try {
+        context->save();
+        console_.line("ActivityTracker: Created new record for {} at {}", name, describe(record->startTime()));
+    } catch (const StoreError& error) {
+        // It stays current: the next heartbeat or its end saves it.
+        console_.line("ActivityTracker: Failed to save new record for {}: {}", name, error.what());
+    }
+}
+
+/// The start moved behind what is already recorded, and never into the future.
+Date ActivityTracker::adjustedStart(Date wanted, ModelContext& context) {
+    Date startTime = wanted;
+    OverlapDetectionService overlaps(context, runLoop_, console_);
+    if (overlaps.hasOverlap(wanted, runLoop_.now())) {
+        console_.line("ActivityTracker: 新记录会与现有记录重叠，调整开始时间");
+        startTime = std::max(overlaps.suggestedEndTime(wanted), wanted);
+        console_.line("ActivityTracker: 调整开始时间从 {} 到 {}", describe(wanted), describe(startTime));
+    }
+    const Date now = runLoop_.now();
+    if (startTime > now) {
+        console_.line("ActivityTracker: ⚠️ 检测到 startTime 在未来 ({})，夹回当前时间", describe(startTime));
+        startTime = now;
+    }
+    return startTime;
+}
+
+std::shared_ptr<ActivityRecord> ActivityTracker::makeRecord(const NewRecord& wanted, Date startTime) {
+    const std::string& name = wanted.application.localizedName;
+    const auto preference = services_.categoryPreferences ? services_.categoryPreferences->preference(name) : std::nullopt;
+    if (preference) console_.line("ActivityTracker: 自动应用 {} 的分类偏好", name);
+    const Date now = runLoop_.now();
+    const auto record = std::make_shared<ActivityRecord>(
+        ActivityRecord::Values{.startTime = startTime,
+                               .appBundleId = wanted.application.bundleIdentifier,
+                               .appName = name,
+                               .windowTitle = wanted.window.title,
+                               .documentPath = wanted.window.document,
+                               .url = wanted.url,
+                               .tags = preference ? text::joined(preference->tags, ",") : std::string(),
+                               .source = "system",
+                               .createdAt = now,
+                               .updatedAt = now});
+    // As a text: a category of the user's own is no case of the enumeration.
+    if (preference) record->category = preference->category;
+    return record;
+}
+
+void ActivityTracker::applyRules(ActivityRecord& record, ModelContext& context) {
+    if (services_.classifier == nullptr) return;
+    try {
+        const auto rules = context.fetch<Rule>();
+        if (!rules.empty()) services_.classifier->apply(record, rules, context.fetch<Project>());
+    } catch (const StoreError& error) {
+        console_.line("ActivityTracker: 规则归因失败: {}", error.what());
+    }
+}
+
+/// What is open in the store between two records of ours is left over from a crash.
+void ActivityTracker::sweepActiveRecordsIfNeeded(Date now) {
+    if (now - lastActiveRecordsSweepAt_ < activeRecordsSweepInterval) return;
+    lastActiveRecordsSweepAt_ = now;
+    if (dataCleanupService_) dataCleanupService_->endAllActiveRecords();
+}
+
+void ActivityTracker::finalizeCurrentRecord(Date end) {
+    auto* context = modelContext_.get();
+    if (context == nullptr) {
+        console_.line("ActivityTracker: No modelContext for finalizeCurrentRecord");
+        return;
+    }
+    if (!currentRecord_) {
+        console_.line("ActivityTracker: No currentRecord to finalize");
+        return;
+    }
+    if (!currentRecord_->endTime()) closeRecord(*currentRecord_, end);
+    currentRecord_.reset();
+    lastCurrentRecordHeartbeatAt_ = distantPast;
+    // Later, so that the switch isn't held up; the save of the next record may well carry this one too.
+    runLoop_.post([weak = context->weak(), &console = console_] {
+        try {
+            if (auto* store = weak.get()) store->save();
+        } catch (const StoreError& error) {
+            console.line("ActivityTracker: Failed to save finalized record: {}", error.what());
+        }
+    });
+}
+
+void ActivityTracker::closeRecord(ActivityRecord& record, Date wantedEnd) {
+    const Date earliest = record.startTime() + minimumDuration;
+    Date end = std::max(wantedEnd, earliest);
+    if (const Date now = runLoop_.now(); end > now) {
+        console_.line("ActivityTracker: ⚠️ 检测到 endTime 在未来 ({})，夹回当前时间", describe(end));
+        end = std::max(now, earliest);
+    }
+    record.endTime = end;
+    record.updatedAt = end;
+    const Seconds duration = end - record.startTime();
+    const std::string name = record.appName().value_or("Unknown");
+    console_.line("ActivityTracker: Finalized record for {} duration: {}s", name, text::shortest(duration.count()));
+    if (duration < shortRecordDuration)
+        console_.line("ActivityTracker: 短记录 ({}s) for {}，等待智能合并处理", text::shortest(duration.count()), name);
+}
+
+void ActivityTracker::updateCurrentRecordHeartbeat(Date now) {
+    auto* context = modelContext_.get();
+    if (context == nullptr || !currentRecord_ || currentRecord_->endTime()) return;
+    if (now - lastCurrentRecordHeartbeatAt_ < currentRecordHeartbeatInterval) return;
+    if (now <= currentRecord_->updatedAt()) return;
+    currentRecord_->updatedAt = now;
+    lastCurrentRecordHeartbeatAt_ = now;
+    try {
+        context->save();
+    } catch (const StoreError& error) {
+        console_.line("ActivityTracker: Failed to save current record heartbeat: {}", error.what());
+    }
+}
+
+}  // namespace quorvane

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "base/Date.h"
+
+#include <optional>
+#include <string_view>
+
+/// What the tracker decides from values alone.
+namespace quorvane::ActivityTrackingPolicy {
+
+/// What the sources of input say at one instant.
+struct IdleReading {
+    Seconds systemIdle{};       ///< since the last input to any process, >= 0
+    Seconds inputIdle{};        ///< the smaller of the keyboard's and the mouse's
+    bool isMonitoring = false;  ///< at least one monitor listens
+    bool inGrace = false;       ///< an application came to the front just now
+};
+
+/// Seconds for which the user counts as away. A listening monitor can only shorten what the system measured; an
+/// activation within its grace period outweighs every measurement.
+[[nodiscard]] Seconds effectiveIdle(const IdleReading& reading);
+
+/// Does the activation at `activatedAt` still count as activity `interval` later at most?
+[[nodiscard]] bool isWithinForegroundGrace(std::optional<Date> activatedAt, Date now, Seconds interval);
+
+/// Is this one of the browsers whose page the tick asks for? Letter for letter.
+[[nodiscard]] bool isBrowser(std::string_view bundleId);
+
+}  // namespace quorvane::ActivityTrackingPolicy

@@ -1,0 +1,160 @@
+#include "diagnostics/AppLogger.h"
+
+#include "base/Iso8601.h"
+#include "platform/simulated/RecordingSystemLog.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <mutex>
+#include <set>
+#include <thread>
+
+namespace quorvane {
+namespace {
+
+using platform::SystemLogType;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::SizeIs;
+
+class RecordingConsole : public ConsoleSink {
+public:
+    void write(std::string_view line) override {
+        const std::lock_guard lock(mutex_);
+        lines.emplace_back(line);
+    }
+    std::vector<std::string> lines;
+
+private:
+    std::mutex mutex_;
+};
+
+class AppLoggerTest : public testing::Test {
+protected:
+    [[nodiscard]] std::vector<std::string> messages() const {
+        std::vector<std::string> found;
+        for (const LogEntry& entry : logger.logs())
+            found.push_back(entry.message);
+        return found;
+    }
+
+    platform::SimulatedRunLoop loop{*parseIso8601("2026-03-02T09:00:00.500Z")};
+    platform::RecordingSystemLog systemLog;
+    RecordingConsole console;
+    AppLogger logger{loop, systemLog, console, {.shortVersion = "1.2.0", .build = "345"}};
+};
+
+TEST_F(AppLoggerTest, TheListBeginsWithTheStartUpLineThatGoesNowhereElse) {
+    EXPECT_THAT(logger.logs(), IsEmpty());
+    loop.runPosted();
+    ASSERT_THAT(logger.logs(), SizeIs(1));
+    EXPECT_EQ(logger.logs().front().formattedLog(), "[2026-03-02 09:00:00.500] [INFO] [AppLogger] AppLogger 已初始化");
+    EXPECT_THAT(console.lines, IsEmpty());
+    EXPECT_THAT(systemLog.lines(), IsEmpty());
+}
+
+TEST_F(AppLoggerTest, ALineReachesAllThreePlacesSanitised) {
+    logger.log("from https://example.org/x", LogLevel::debug, "Sync");
+    logger.log("token: x", LogLevel::info, "Sync");
+    logger.log("warned", LogLevel::warning, "Sync");
+    logger.log("failed", LogLevel::error, "Sync");
+    using Line = platform::RecordingSystemLog::Line;
+    EXPECT_THAT(systemLog.lines(),
+                ElementsAre(Line{SystemLogType::debug, "[2026-03-02 09:00:00.500] [DEBUG] [Sync] from [redacted-url]"},
+                            Line{SystemLogType::standard, "[2026-03-02 09:00:00.500] [INFO] [Sync] token=[redacted]"},
+                            Line{SystemLogType::error, "[2026-03-02 09:00:00.500] [WARNING] [Sync] warned"},
+                            Line{SystemLogType::error, "[2026-03-02 09:00:00.500] [ERROR] [Sync] failed"}));
+    std::vector<std::string> written;
+    for (const Line& line : systemLog.lines())
+        written.push_back(line.text);
+    EXPECT_EQ(console.lines, written);
+
+    loop.playFor(1s);
+    EXPECT_THAT(messages(),
+                ElementsAre("AppLogger 已初始化", "from [redacted-url]", "token=[redacted]", "warned", "failed"));
+    EXPECT_EQ(logger.logStatistics(), (LogStatistics{.total = 5, .debug = 1, .info = 2, .warning = 1, .error = 1}));
+}
+
+TEST_F(AppLoggerTest, TheListKeepsTheNewestThousand) {
+    loop.runPosted();
+    for (int i = 1; i <= 999; ++i)
+        logger.addLogEntry(fmt::format("line {}", i), LogLevel::info, "M");
+    ASSERT_THAT(logger.logs(), SizeIs(1000));
+    EXPECT_EQ(logger.logs().front().message, "AppLogger 已初始化");
+    logger.addLogEntry("line 1000", LogLevel::info, "M");
+    ASSERT_THAT(logger.logs(), SizeIs(1000));
+    EXPECT_EQ(logger.logs().front().message, "line 1");
+    EXPECT_EQ(logger.logs().back().message, "line 1000");
+}
+
+TEST_F(AppLoggerTest, RecentLogsAreTheLastOnesOldestFirst) {
+    loop.runPosted();
+    for (const char* message : {"one", "two", "three"})
+        logger.addLogEntry(message, LogLevel::info, "M");
+    const auto recent = [&](int count) {
+        std::vector<std::string> found;
+        for (const LogEntry& entry : logger.recentLogs(count))
+            found.push_back(entry.message);
+        return found;
+    };
+    EXPECT_THAT(recent(0), IsEmpty());
+    EXPECT_THAT(recent(2), ElementsAre("two", "three"));
+    EXPECT_THAT(recent(99), ElementsAre("AppLogger 已初始化", "one", "two", "three"));
+}
+
+TEST_F(AppLoggerTest, AClearedListHoldsTheLineThatSaysSo) {
+    loop.runPosted();
+    logger.addLogEntry("old", LogLevel::info, "M");
+    int changes = 0;
+    const auto watching = logger.logsChanged.subscribe([&] { ++changes; });
+    logger.clearLogs();
+    EXPECT_THAT(messages(), IsEmpty());
+    EXPECT_EQ(changes, 1);
+    loop.runPosted();
+    EXPECT_THAT(messages(), ElementsAre("清空所有日志"));
+    EXPECT_EQ(changes, 2);
+    EXPECT_THAT(console.lines, ElementsAre("[2026-03-02 09:00:00.500] [INFO] [AppLogger] 清空所有日志"));
+}
+
+TEST_F(AppLoggerTest, LinesOnTheirWayToALoggerThatIsGoneAreDropped) {
+    {
+        AppLogger shortLived(loop, systemLog, console, {});
+        shortLived.log("last words", LogLevel::info, "M");
+    }
+    loop.runPosted();
+    EXPECT_THAT(messages(), ElementsAre("AppLogger 已初始化"));
+}
+
+TEST_F(AppLoggerTest, ManyThreadsMayLogAtOnceAndEachKeepsItsOrder) {
+    constexpr int threads = 4;
+    constexpr int lines = 200;
+    std::vector<std::thread> running;
+    for (int t = 0; t < threads; ++t)
+        running.emplace_back([this, t] {
+            for (int i = 0; i < lines; ++i)
+                logger.log(fmt::format("{} a{}@b.cc", i, i), LogLevel::info, fmt::format("T{}", t));
+        });
+    for (std::thread& thread : running)
+        thread.join();
+    loop.runPosted();
+
+    EXPECT_THAT(console.lines, SizeIs(threads * lines));
+    EXPECT_THAT(systemLog.lines(), SizeIs(threads * lines));
+    std::set<Uuid> ids;
+    for (const LogEntry& entry : logger.logs())
+        ids.insert(entry.id);
+    EXPECT_THAT(ids, SizeIs(threads * lines + 1));
+    std::map<std::string, int> next;
+    for (const LogEntry& entry : logger.logs()) {
+        if (entry.module == "AppLogger") continue;
+        EXPECT_EQ(entry.message, fmt::format("{} [redacted-email]", next[entry.module]++));
+    }
+    EXPECT_THAT(next, ElementsAre(Pair("T0", lines), Pair("T1", lines), Pair("T2", lines), Pair("T3", lines)));
+}
+
+}  // namespace
+}  // namespace quorvane

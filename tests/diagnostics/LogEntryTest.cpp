@@ -1,0 +1,79 @@
+#include "diagnostics/LogEntry.h"
+
+#include "base/Iso8601.h"
+
+#include <cstdlib>
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+LogEntry entry(LogLevel level, std::string module, std::string message) {
+    return {.level = level, .module = std::move(module), .message = std::move(message)};
+}
+
+TEST(LogEntryTest, TheLineShowsLocalTimeInMillisecondsWhateverTheLanguage) {
+    struct Row {
+        const char* zone;
+        const char* locale;
+        const char* date;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"UTC", "en_US.UTF-8", "2026-03-02T09:00:00.123Z", "[2026-03-02 09:00:00.123] [INFO] [Settings] saved"},
+        {"Asia/Kolkata", "th_TH.UTF-8", "2026-03-02T20:00:00.1239Z",
+         "[2026-03-03 01:30:00.123] [INFO] [Settings] saved"},
+        {"America/New_York", "ar_EG.UTF-8", "2026-11-01T06:30:00.999999Z",
+         "[2026-11-01 01:30:00.999] [INFO] [Settings] saved"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.zone);
+        ::setenv("TZ", row.zone, 1);
+        ::setenv("LC_ALL", row.locale, 1);
+        auto logged = entry(LogLevel::info, "Settings", "saved");
+        logged.timestamp = *parseIso8601(row.date);
+        EXPECT_EQ(logged.formattedLog(), row.expected);
+    }
+    ::setenv("TZ", "UTC", 1);
+    ::setenv("LC_ALL", "en_US.UTF-8", 1);
+}
+
+TEST(LogEntryTest, NoMillisecondIsLostToBinaryFractions) {
+    auto logged = entry(LogLevel::debug, "M", "m");
+    for (int millisecond = 0; millisecond < 1000; ++millisecond) {
+        logged.timestamp = dateFromMicroseconds(1'772'442'000'000'000 + millisecond * 1000);
+        ASSERT_EQ(logged.formattedLog(), fmt::format("[2026-03-02 09:00:00.{:03}] [DEBUG] [M] m", millisecond));
+    }
+}
+
+TEST(LogEntryTest, AFilterTakesLevelAndTextTogether) {
+    const LogEntries logs = {entry(LogLevel::info, "AppLogger", "started"), entry(LogLevel::error, "Store", "ÜBER all"),
+                             entry(LogLevel::info, "Store", "opened"), entry(LogLevel::error, "Sync", "stored")};
+    struct Row {
+        const char* name;
+        std::optional<LogLevel> level;
+        const char* text;
+        std::vector<std::string> messages;
+    };
+    const Row rows[] = {
+        {"everything", std::nullopt, "", {"started", "ÜBER all", "opened", "stored"}},
+        {"a level", LogLevel::error, "", {"ÜBER all", "stored"}},
+        {"a module, in capitals", std::nullopt, "APPLOGGER", {"started"}},
+        {"a message, beyond ASCII", std::nullopt, "über", {"ÜBER all"}},
+        {"message or module", std::nullopt, "store", {"ÜBER all", "opened", "stored"}},
+        {"both", LogLevel::info, "Store", {"opened"}},
+        {"nothing", LogLevel::warning, "Store", {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::string> messages;
+        for (const LogEntry& kept : filteredLogs(logs, row.level, row.text))
+            messages.push_back(kept.message);
+        EXPECT_EQ(messages, row.messages);
+    }
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,150 @@
+#include "scenarios/SimulatedDay.h"
+
+#include "store/AppPreference.h"
+
+namespace quorvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+class IdleTest : public SimulatedDayTest {
+protected:
+    void SetUp() override {
+        desktop.setFrontmostSilently("org.example.editor", "Editor");
+        desktop.typeUntil("09:05:00");
+    }
+};
+
+TEST_F(IdleTest, TimeAwayIsAGapThatBeginsAtTheLastInputAndEndsWithTheTickAfterTheReturn) {
+    startTrackingAt("09:00:00");
+    playUntil("09:20:00");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:05:00"}));
+    desktop.typeUntil("09:30:00");
+    playUntil("09:21:00");
+    EXPECT_THAT(records(), SizeIs(2));
+    EXPECT_EQ(records()[1].start, "09:20:10");
+}
+
+TEST_F(IdleTest, ThreeIdleTicksPauseTheMonitorsAndTheReturnResumesThem) {
+    startTrackingAt("09:00:00");
+    playUntil("09:05:10");
+    forgetLines();
+    playUntil("09:07:00");
+    EXPECT_THAT(newLines(),
+                ElementsAre("ActivityTracker: User is idle (20s >= 20s) - 基于键盘/鼠标监控",
+                            "ActivityTracker: Finalized record for Editor duration: 299.5s",
+                            "ActivityTracker: 定时器频率已调整为 30秒 (用户空闲)",
+                            "ActivityTracker: User is idle (30s >= 20s) - 基于键盘/鼠标监控",
+                            "ActivityTracker: No currentRecord to finalize", "KeyboardMonitor: ⏹️ 键盘监控已停止",
+                            "MouseMonitor: ⏹️ 鼠标监控已停止", "ActivityTracker: ⏸️ 已暂停键盘和鼠标监控（空闲时节省 CPU）",
+                            "ActivityTracker: User is idle (60s >= 20s) - 基于系统空闲时间",
+                            "ActivityTracker: No currentRecord to finalize",
+                            "ActivityTracker: User is idle (90s >= 20s) - 基于系统空闲时间",
+                            "ActivityTracker: No currentRecord to finalize"));
+    EXPECT_EQ(desktop.keyTaps() + desktop.globalPointerMonitors(), 0);
+
+    playUntil("09:07:10");
+    desktop.pressKey();
+    playUntil("09:07:30");
+    EXPECT_THAT(newLines(),
+                ElementsAre("KeyboardMonitor: ✅ 键盘监控已启动", "MouseMonitor: ✅ 鼠标监控已启动",
+                            "ActivityTracker: ▶️ 已恢复键盘和鼠标监控",
+                            "ActivityTracker: 📱 App switch: Editor (org.example.editor)",
+                            "ActivityTracker: 无法获取文档路径和窗口标题，将继续使用基本应用信息",
+                            "ActivityTracker: No currentRecord to finalize",
+                            "ActivityTracker: Created new record for Editor at 2026-03-04 09:07:30 +0000"));
+}
+
+TEST_F(IdleTest, WithDetectionOffTheMonitorsStillPauseButNoTimeIsLost) {
+    saveSettings([](AppSettings& settings) {
+        settings.enableIdleDetection = false;
+        settings.idleThresholdMinutes = 1;
+    });
+    startTrackingAt("09:00:00");
+    playUntil("09:30:00");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", ""}));
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: ⏸️ 已暂停键盘和鼠标监控（空闲时节省 CPU）"));
+}
+
+TEST_F(IdleTest, AThresholdOfZeroNeverOpensARecord) {
+    saveSettings([](AppSettings& settings) { settings.idleThresholdMinutes = 0; });
+    startTrackingAt("09:00:00");
+    playUntil("09:00:30");
+    EXPECT_THAT(records(), IsEmpty());
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (0s >= 0s) - 基于键盘/鼠标监控"));
+}
+
+TEST_F(IdleTest, TheOlderPreferenceGivesTheThresholdOnlyWithoutSettings) {
+    const auto preference = std::make_shared<AppPreference>();
+    preference->idleThresholdSeconds = 45;
+    store.context().insert(preference);
+    store.context().save();
+    startTrackingAt("09:00:00");
+    playUntil("09:10:00");
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (50s >= 45s) - 基于键盘/鼠标监控"));
+    tracker->stop();
+    saveSettings([](AppSettings& settings) { settings.idleThresholdMinutes = 2; });
+    desktop.typeUntil("09:15:00");
+    tracker->start();
+    playUntil("09:30:00");
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (120s >= 120s) - 基于系统空闲时间"));
+}
+
+TEST_F(IdleTest, AChangedThresholdCountsOnceTheCachedOneIsFiveMinutesOld) {
+    const auto settings = saveSettings([](AppSettings& row) { row.idleThresholdMinutes = 1; });
+    desktop.typeUntil("09:03:00");
+    startTrackingAt("09:00:00");
+    playUntil("09:01:00");
+    settings->idleThresholdMinutes = 10;
+    store.context().save();
+    playUntil("09:04:30");
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (60s >= 60s) - 基于键盘/鼠标监控"));
+    playUntil("09:06:00");  // the new threshold has come into force by now, and the user counts as present again
+    EXPECT_EQ(records().size(), 2U);
+}
+
+TEST_F(IdleTest, ANegativeReadingCountsAsZeroAndIsReportedEachTime) {
+    startTrackingAt("09:00:00");
+    playUntil("09:00:05");
+    forgetLines();
+    desktop.setIdleReading(-1.5s);
+    playUntil("09:00:20");
+    EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: ⚠️ 检测到异常的负数空闲时间: -1.5s，已修正为0",
+                                        "ActivityTracker: ⚠️ 检测到异常的负数空闲时间: -1.5s，已修正为0"));
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", ""}));
+}
+
+TEST_F(IdleTest, AnActivationKeepsTheRecordOpenForThreeSecondsWhateverTheIdleTime) {
+    startTrackingAt("09:00:00");
+    desktop.stopTyping();
+    desktop.setIdleReading(500s);
+    desktop.refuseKeys();
+    tracker->stop();
+    desktop.refuseGlobalPointer();
+    desktop.refuseLocalPointer();
+    playUntil("09:10:07");
+    desktop.bringToFront("org.example.mail", "Mail");
+    tracker->start();
+    playUntil("09:10:08");
+    desktop.bringToFront("org.example.notes", "Notes");
+    EXPECT_EQ(records().back(), (Seen{"Notes", "09:10:08", ""}));
+    playUntil("09:10:20");
+    EXPECT_EQ(records().back(), (Seen{"Notes", "09:10:08", "09:10:17"}));
+}
+
+TEST_F(IdleTest, AnIdleEndBeforeTheStartGivesTheOneSecondRecord) {
+    startTrackingAt("09:00:00");
+    playUntil("09:04:00");
+    desktop.stopTyping();
+    playUntil("09:04:18");
+    desktop.bringToFront("org.example.mail", "Mail");  // no input: its record begins 18 s after the last one
+    playUntil("09:05:00");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:04:18"}, Seen{"Mail", "09:04:18", "09:04:19"}));
+}
+
+}  // namespace
+}  // namespace quorvane

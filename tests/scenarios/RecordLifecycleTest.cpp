@@ -1,0 +1,216 @@
+#include "scenarios/SimulatedDay.h"
+
+#include "store/Project.h"
+#include "store/Rule.h"
+
+namespace quorvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+/// A browser whose page is set by the script.
+class ScriptedBrowser : public BrowserURLSource {
+public:
+    std::optional<std::string> frontURL() override {
+        ++asked;
+        return url;
+    }
+    std::optional<std::string> url;
+    int asked = 0;
+};
+
+class ScriptedPreferences : public CategoryPreferenceSource {
+public:
+    std::optional<CategoryPreference> preference(const std::string& appName) override {
+        return appName == "Editor" ? std::optional<CategoryPreference>({"深度", {"draft", "book"}}) : std::nullopt;
+    }
+};
+
+/// Gives every record the first project and lengthens its trail.
+class ScriptedClassifier : public RecordClassifier {
+public:
+    void apply(ActivityRecord& record, const std::vector<std::shared_ptr<Rule>>& rules,
+               const std::vector<std::shared_ptr<Project>>& projects) override {
+        record.source = *record.source() + "|rule:" + rules.front()->name();
+        record.category = *record.category() + "!";
+        record.project = projects.front();
+    }
+};
+
+class RecordLifecycleTest : public SimulatedDayTest {
+protected:
+    void use(TrackerServices services) {
+        tracker = std::make_unique<ActivityTracker>(runLoop, desktop, keyboard, mouse, services, console);
+        desktop.setFrontmostSilently("org.example.editor", "Editor");
+        desktop.typeUntil("12:00:00");
+    }
+    void SetUp() override { use({.windowInfo = windowInfo}); }
+
+    void insertRecord(std::string_view start, std::optional<std::string_view> end) {
+        store.context().insert(std::make_shared<ActivityRecord>(
+            ActivityRecord::Values{.startTime = runLoop.timeOfDay(start),
+                                   .endTime = end ? std::optional<Date>(runLoop.timeOfDay(*end)) : std::nullopt,
+                                   .appName = "Older"}));
+        store.context().save();
+    }
+};
+
+TEST_F(RecordLifecycleTest, WhatACrashLeftOpenIsClosedBeforeTheFirstRecord) {
+    insertRecord("08:10:00", std::nullopt);
+    startTrackingAt("08:50:00");
+    playUntil("08:50:01");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Older", "08:10:00", "08:50:00.5"}, Seen{"Editor", "08:50:00.5", ""}));
+    EXPECT_THAT(newLines(), Contains("DataCleanupService: 结束活跃记录 - Older"));
+}
+
+TEST_F(RecordLifecycleTest, AStartInsideARecordedRangeMovesBehindIt) {
+    insertRecord("08:30:00", "09:10:00");
+    insertRecord("09:10:00", "09:20:00");
+    startTrackingAt("09:00:00");
+    runLoop.playFor(1s);
+    EXPECT_EQ(records()[1], (Seen{"Editor", "09:00:00.5", ""}));  // the next start lies ahead of now, so now it is
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: 新记录会与现有记录重叠，调整开始时间"));
+}
+
+TEST_F(RecordLifecycleTest, TheShortRecordLineEndsAtTwentySeconds) {
+    startTrackingAt("09:00:00");
+    playUntil("09:00:20");
+    desktop.bringToFront("org.example.mail", "Mail");  // 19.5 s
+    playUntil("09:00:40");
+    forgetLines();
+    desktop.bringToFront("org.example.notes", "Notes");  // 20.0 s
+    EXPECT_THAT(newLines(), Not(Contains(HasSubstr("短记录"))));
+    desktop.willSleep();
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: 短记录 (1.0s) for Notes，等待智能合并处理"));
+}
+
+TEST_F(RecordLifecycleTest, ARecordThatTheCleanUpClosedKeepsItsEndAndIsLetGo) {
+    startTrackingAt("09:00:00");
+    playUntil("09:10:00");
+    tracker->currentRecord()->endTime = runLoop.timeOfDay("09:05:00");
+    desktop.bringToFront("org.example.mail", "Mail");
+    EXPECT_EQ(records().front(), (Seen{"Editor", "09:00:00.5", "09:05:00"}));
+}
+
+TEST_F(RecordLifecycleTest, ARecordThatWasRemovedMeanwhileStaysRemoved) {
+    startTrackingAt("09:00:00");
+    playUntil("09:10:00");
+    store.context().remove(tracker->currentRecord());
+    store.context().save();
+    playUntil("09:12:00");
+    desktop.bringToFront("org.example.mail", "Mail");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Mail", "09:12:00", ""}));
+}
+
+TEST_F(RecordLifecycleTest, SavesThatFailAreReportedAndCarriedByTheNextOne) {
+    startTrackingAt("09:00:00");
+    playUntil("09:00:05");
+    forgetLines();
+    {
+        const auto locked = store.lockedForWriting();
+        desktop.bringToFront("org.example.mail", "Mail");
+        runLoop.runPosted();
+        EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save new record for Mail: ")));
+        EXPECT_EQ(tracker->currentRecord()->appName(), "Mail");
+        playUntil("09:01:06");
+        EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save current record heartbeat: ")));
+        desktop.willSleep();
+        runLoop.runPosted();
+        EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save finalized record: ")));
+    }
+    desktop.didWake();
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:00:05"}, Seen{"Mail", "09:00:05", "09:01:05"},
+                                       Seen{"Editor", "09:01:06", ""}));
+}
+
+TEST_F(RecordLifecycleTest, PreferenceThenRulesClassifyANewRecordBeforeItsFirstSave) {
+    ScriptedPreferences preferences;
+    ScriptedClassifier classifier;
+    use({.windowInfo = windowInfo, .categoryPreferences = &preferences, .classifier = &classifier});
+    auto rule = std::make_shared<Rule>();
+    rule->name = "Books";
+    auto project = std::make_shared<Project>();
+    project->name = "Novel";
+    store.context().insert(rule);
+    store.context().insert(project);
+    store.context().save();
+    startTrackingAt("09:00:00");
+    runLoop.playFor(1s);
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: 自动应用 Editor 的分类偏好"));
+    const auto record = storedRecords().back();
+    EXPECT_EQ(record->category(), "深度!");
+    EXPECT_EQ(record->tags(), "draft,book");
+    EXPECT_EQ(record->source(), "system|rule:Books");
+    ASSERT_NE(record->project(), nullptr);
+    EXPECT_EQ(record->project()->name(), "Novel");
+    tracker.reset();
+}
+
+class BrowserTest : public RecordLifecycleTest {
+protected:
+    void SetUp() override {
+        use({.windowInfo = windowInfo, .browserURL = &browser});
+        desktop.setFrontmostSilently("org.mozilla.firefox", "Firefox");
+        browser.url = "https://example.org/one";
+    }
+    void TearDown() override { tracker.reset(); }
+
+    std::optional<std::string> openURL() { return tracker->currentRecord()->url(); }
+    ScriptedBrowser browser;
+};
+
+TEST_F(BrowserTest, ThePageArrivesAfterTheRecordWasSavedAndTheHeartbeatKeepsIt) {
+    runLoop.holdBackground();
+    startTrackingAt("09:00:00");
+    playUntil("09:00:01");
+    EXPECT_EQ(storedRecords().back()->url(), std::nullopt);
+    runLoop.releaseBackground();
+    runLoop.runPosted();
+    EXPECT_EQ(openURL(), "https://example.org/one");
+    EXPECT_EQ(storedRecords().back()->url(), std::nullopt);
+    playUntil("09:01:11");
+    EXPECT_EQ(storedRecords().back()->url(), "https://example.org/one");
+}
+
+TEST_F(BrowserTest, ARunningRecordsPageIsRefreshedWhenTwoMinutesOldAndAtMostOneFetchRuns) {
+    startTrackingAt("09:00:00");
+    playUntil("09:02:00");
+    EXPECT_EQ(browser.asked, 1);
+    browser.url = "https://example.org/two";
+    forgetLines();
+    playUntil("09:02:11");
+    EXPECT_EQ(browser.asked, 2);
+    EXPECT_EQ(openURL(), "https://example.org/two");
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: 延迟更新浏览器URL: <redacted>"));
+    runLoop.holdBackground();
+    playUntil("09:30:00");
+    runLoop.releaseBackground();
+    runLoop.runPosted();
+    EXPECT_EQ(browser.asked, 3);
+}
+
+TEST_F(BrowserTest, ALatePageOfAnotherApplicationIsNotWrittenAndAFailedFetchIsTriedAgain) {
+    runLoop.holdBackground();
+    startTrackingAt("09:00:00");
+    playUntil("09:00:05");
+    desktop.bringToFront("org.example.editor", "Editor");
+    runLoop.releaseBackground();
+    runLoop.runPosted();
+    EXPECT_EQ(openURL(), std::nullopt);
+
+    browser.url.reset();
+    playUntil("09:05:00");
+    desktop.bringToFront("org.mozilla.firefox", "Firefox");
+    const int asked = browser.asked;
+    playUntil("09:05:30");
+    EXPECT_GE(browser.asked, asked + 3);
+    EXPECT_EQ(openURL(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace quorvane

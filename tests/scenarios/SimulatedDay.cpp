@@ -1,0 +1,71 @@
+#include "scenarios/SimulatedDay.h"
+
+#include "base/Calendar.h"
+
+#include <cmath>
+#include <fmt/format.h>
+
+namespace quorvane {
+
+SimulatedDayTest::SimulatedDayTest()
+    : tracker(std::make_unique<ActivityTracker>(runLoop, desktop, keyboard, mouse,
+                                                TrackerServices{.windowInfo = windowInfo}, console)) {}
+
+SimulatedDayTest::~SimulatedDayTest() {
+    tracker.reset();
+    runLoop.runPosted();
+}
+
+void SimulatedDayTest::startTrackingAt(std::string_view time) {
+    runLoop.playUntil(time);
+    tracker->configure(store.context());
+    tracker->start();
+}
+
+std::shared_ptr<AppSettings> SimulatedDayTest::saveSettings(const std::function<void(AppSettings&)>& change) {
+    auto settings = std::make_shared<AppSettings>();
+    change(*settings);
+    store.context().insert(settings);
+    store.context().save();
+    return settings;
+}
+
+std::vector<std::shared_ptr<ActivityRecord>> SimulatedDayTest::storedRecords() {
+    runLoop.runPosted();
+    static std::vector<std::unique_ptr<ModelContext>> contexts;  // the records stay readable while their context lives
+    contexts.push_back(store.container().newContext());
+    return contexts.back()->fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::startTime)}});
+}
+
+std::string SimulatedDayTest::timeText(Date date) const {
+    const auto at = Calendar::current().components(date);
+    const double fraction = secondsSince1970(date) - std::floor(secondsSince1970(date));
+    std::string text = fmt::format("{:02}:{:02}:{:02}", at.hour, at.minute, at.second);
+    if (fraction > 1e-6) text += fmt::format("{:.6g}", fraction).substr(1);
+    return text;
+}
+
+std::vector<Seen> SimulatedDayTest::records() {
+    std::vector<Seen> seen;
+    for (const auto& record : storedRecords())
+        seen.push_back({record->appName().value_or("-"), timeText(record->startTime()),
+                        record->endTime() ? timeText(*record->endTime()) : ""});
+    return seen;
+}
+
+std::vector<std::string> SimulatedDayTest::newLines() {
+    std::vector<std::string> lines;
+    const auto all = console.lines();
+    for (; linesSeen_ < all.size(); ++linesSeen_)
+        if (all[linesSeen_].find("🔄 Tick called at") == std::string::npos) lines.push_back(all[linesSeen_]);
+    return lines;
+}
+
+std::vector<std::string> SimulatedDayTest::from(const std::string& service, const std::vector<std::string>& lines) {
+    std::vector<std::string> found;
+    for (const auto& line : lines)
+        if (line.starts_with(service + ":")) found.push_back(line);
+    return found;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,210 @@
+#include "scenarios/SimulatedDay.h"
+
+namespace quorvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+class SystemEventsTest : public SimulatedDayTest {
+protected:
+    void SetUp() override {
+        desktop.setFrontmostSilently("org.example.editor", "Editor");
+        desktop.typeUntil("09:59:00");
+    }
+};
+
+TEST_F(SystemEventsTest, EachCloseEventEndsTheRecordWhenTheUserWasLastSeenAndEachResumeEventOpensAnother) {
+    struct Row {
+        const char* name;
+        std::function<void()> close;
+        std::function<void()> resume;
+        const char* closeLine;
+        const char* resumeLine;
+    };
+    const Row rows[] = {
+        {"sleep", [&] { desktop.willSleep(); }, [&] { desktop.didWake(); }, "ActivityTracker: willSleep",
+         "ActivityTracker: didWake -> tick"},
+        {"screens", [&] { desktop.screensSleep(); }, [&] { desktop.screensWake(); }, "ActivityTracker: screensDidSleep",
+         "ActivityTracker: screensDidWake -> tick"},
+        {"lock", [&] { desktop.lock(); }, [&] { desktop.unlock(); }, "ActivityTracker: screenIsLocked",
+         "ActivityTracker: screenIsUnlocked -> tick"},
+    };
+    startTrackingAt("09:00:00");
+    std::vector<Seen> expected{{"Editor", "09:00:00.5", ""}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        runLoop.playFor(5min + 3s);
+        forgetLines();
+        const Date lastSeen = runLoop.now() - 3s;  // ticks and keys fall on full tens of seconds
+        row.close();
+        EXPECT_EQ(newLines().front(), row.closeLine);
+        runLoop.playFor(1min);
+        forgetLines();
+        row.resume();
+        EXPECT_EQ(newLines().front(), row.resumeLine);
+        expected.back().end = timeText(lastSeen);
+        expected.push_back({"Editor", timeText(runLoop.now()), ""});
+        EXPECT_EQ(records(), expected);
+        runLoop.playFor(54s);
+    }
+}
+
+TEST_F(SystemEventsTest, ALockedSessionTicksWithoutRecording) {
+    startTrackingAt("09:00:00");
+    playUntil("09:01:00");
+    desktop.lock();
+    forgetLines();
+    playUntil("09:01:25");
+    EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: Session locked - finalize current record",
+                                        "ActivityTracker: No currentRecord to finalize",
+                                        "ActivityTracker: Session locked - finalize current record",
+                                        "ActivityTracker: No currentRecord to finalize"));
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:01:00"}));
+}
+
+TEST_F(SystemEventsTest, ScreensThatWakeUnderTheLockShowTheLoginWindowWhichIsNobodysTime) {
+    startTrackingAt("09:00:00");
+    playUntil("09:01:00");
+    desktop.lock();
+    desktop.screensSleep();
+    playUntil("09:10:00");
+    forgetLines();
+    desktop.screensWake();
+    EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: screensDidWake -> tick",
+                                        "ActivityTracker: 📱 App switch: LoginWindow (com.apple.loginwindow)",
+                                        "ActivityTracker: 无法获取文档路径和窗口标题，将继续使用基本应用信息"));
+    playUntil("09:12:00");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:01:00"}));
+    desktop.unlock();
+    EXPECT_EQ(records().back(), (Seen{"Editor", "09:12:00", ""}));
+}
+
+TEST_F(SystemEventsTest, AcrossASleepNoTimeIsRecordedAndTheTimerTicksOnce) {
+    startTrackingAt("09:00:00");
+    playUntil("09:10:04");
+    desktop.willSleep();
+    forgetLines();
+    runLoop.sleepFor(30min);
+    desktop.didWake();
+    desktop.pressKey();
+    runLoop.playFor(9s);
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:10:00"}, Seen{"Editor", "09:40:04", ""}));
+}
+
+TEST_F(SystemEventsTest, ACloseEventWithoutAnOpenRecordSaysSo) {
+    startTrackingAt("09:00:00");
+    forgetLines();
+    desktop.willSleep();
+    EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: willSleep", "ActivityTracker: No currentRecord to finalize"));
+}
+
+TEST_F(SystemEventsTest, ABurstOfActivationsGivesOneTickAtOnceAndOneForTheLastASecondLater) {
+    startTrackingAt("09:00:00");
+    playUntil("09:05:03");
+    forgetLines();
+    desktop.bringToFront("org.example.mail", "Mail");
+    runLoop.playFor(0.2s);
+    desktop.bringToFront("org.example.chat", "Chat");
+    runLoop.playFor(0.2s);
+    desktop.bringToFront("org.example.notes", "Notes");
+    runLoop.playFor(0.59s);
+    EXPECT_EQ(records().back(), (Seen{"Mail", "09:05:03", ""}));
+    runLoop.playFor(0.02s);
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:05:03"}, Seen{"Mail", "09:05:03", "09:05:04"},
+                                       Seen{"Notes", "09:05:04", ""}));
+}
+
+TEST_F(SystemEventsTest, AnActivationOfWhatIsInFrontRunsNoTick) {
+    startTrackingAt("09:00:00");
+    playUntil("09:05:03");
+    forgetLines();
+    desktop.bringToFront("org.example.editor", "Editor");
+    runLoop.playFor(2s);
+    EXPECT_THAT(newLines(), IsEmpty());
+}
+
+TEST_F(SystemEventsTest, OurOwnWindowIsRecordedAQuarterSecondLaterUnlessSomethingElseComes) {
+    startTrackingAt("09:00:00");
+    playUntil("09:05:03");
+    desktop.bringToFront("org.zelkor.Quorvane", "Quorvane");
+    EXPECT_EQ(records().back().appName, "Editor");
+    runLoop.playFor(0.25s);
+    EXPECT_EQ(records().back(), (Seen{"Quorvane", "09:05:03.25", ""}));
+
+    playUntil("09:06:00");
+    desktop.bringToFront("org.example.editor", "Editor");
+    playUntil("09:07:00");
+    desktop.bringToFront("org.zelkor.Quorvane", "Quorvane");
+    runLoop.playFor(0.1s);
+    desktop.bringToFront("org.example.mail", "Mail");
+    runLoop.playFor(0.5s);
+    EXPECT_EQ(records().back().appName, "Editor");
+    runLoop.playFor(0.5s);
+    EXPECT_EQ(records().back().appName, "Mail");
+}
+
+TEST_F(SystemEventsTest, ApplicationsWithoutIdentityHaveOneNameFromTheTickAndAnotherFromTheActivation) {
+    desktop.setFrontmostSilently(std::nullopt, std::nullopt);
+    startTrackingAt("09:00:00");
+    playUntil("09:01:00");
+    desktop.bringToFront(std::nullopt, std::nullopt);
+    playUntil("09:02:00");
+    const auto stored = storedRecords();
+    ASSERT_EQ(stored.size(), 2U);
+    EXPECT_EQ(stored[0]->appBundleId(), "unknown.bundle");
+    EXPECT_EQ(stored[1]->appBundleId(), "unknown");
+    EXPECT_EQ(stored[1]->appName(), "Unknown");
+}
+
+TEST_F(SystemEventsTest, AMalformedActivationIsIgnored) {
+    startTrackingAt("09:00:00");
+    playUntil("09:05:03");
+    forgetLines();
+    desktop.sendMalformedActivation();
+    runLoop.playFor(3s);
+    EXPECT_THAT(newLines(), IsEmpty());
+}
+
+TEST_F(SystemEventsTest, NoFrontmostApplicationClosesTheRecordAtTheTick) {
+    startTrackingAt("09:00:00");
+    playUntil("09:01:00");
+    desktop.lock();
+    desktop.setLockerShowsLoginWindow(false);
+    desktop.noFrontmost();
+    desktop.unlock();
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: No frontmost application"));
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:01:00"}));
+}
+
+TEST_F(SystemEventsTest, ATickInsideATickIsSkippedAndTheOuterOneGoesOn) {
+    class Reentrant : public WindowInfoSource {
+    public:
+        WindowInfo windowInfo(const std::string&) override {
+            tracker->tick();
+            return {.title = "nested", .document = "/home/mia/nested.txt"};
+        }
+        ActivityTracker* tracker = nullptr;
+    };
+    Reentrant source;
+    ActivityTracker nested(runLoop, desktop, keyboard, mouse, {.windowInfo = source}, console);
+    source.tracker = &nested;
+    playUntil("09:00:00");
+    nested.configure(store.context());
+    runLoop.runPosted();
+    forgetLines();
+    nested.tick();
+    EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: 📱 App switch: Editor (org.example.editor)",
+                                        "ActivityTracker: ⚠️ tick() 重入检测，跳过本次执行",
+                                        "ActivityTracker: 成功获取文档信息 - 标题: nested, 路径: <redacted>",
+                                        "ActivityTracker: No currentRecord to finalize",
+                                        "DataCleanupService: 结束所有活跃记录...",
+                                        "ActivityTracker: Created new record for Editor at 2026-03-04 09:00:00 +0000"));
+    nested.tick();
+    EXPECT_THAT(newLines(), Not(Contains("ActivityTracker: ⚠️ tick() 重入检测，跳过本次执行")));
+}
+
+}  // namespace
+}  // namespace quorvane

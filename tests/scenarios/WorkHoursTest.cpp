@@ -1,0 +1,63 @@
+#include "scenarios/SimulatedDay.h"
+
+namespace quorvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class WorkHoursTest : public SimulatedDayTest {
+protected:
+    void SetUp() override {
+        desktop.setFrontmostSilently("org.example.editor", "Editor");
+        saveSettings([](AppSettings& settings) {
+            settings.onlyTrackWorkHours = true;
+            settings.workDays = "3";  // Wednesday where weeks begin on Sunday
+            settings.workEndHour = 17;
+        });
+    }
+};
+
+TEST_F(WorkHoursTest, TheClosingMinuteIsInsideAndTheRecordEndsWithTheFirstTickThatLearnsOfTheEnd) {
+    playUntil("16:59:00");
+    desktop.typeUntil("18:00:00");
+    startTrackingAt("16:59:00");
+    playUntil("17:03:50");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "16:59:00.5", ""}));  // the answer of 16:59 is good for 300 s
+    forgetLines();
+    playUntil("17:04:10");
+    EXPECT_THAT(from("ActivityTracker", newLines()),
+                ElementsAre("ActivityTracker: ⏰ 当前时间不在工作时间内，停止记录",
+                            "ActivityTracker: Finalized record for Editor duration: 309.5s"));
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "16:59:00.5", "17:04:10"}));
+    playUntil("17:04:20");
+    EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: ⏰ 当前时间不在工作时间内，停止记录", "  当前时间: 17:04, 星期4",
+                                        "  💡 提示: 如需24小时记录，请在设置中关闭'仅追踪工作时间'",
+                                        "ActivityTracker: No currentRecord to finalize"));
+}
+
+TEST_F(WorkHoursTest, OpeningTimeIsNoticedAsLateAndNeverBackDated) {
+    desktop.typeUntil("10:00:00");
+    startTrackingAt("08:58:00");
+    playUntil("09:02:50");
+    EXPECT_THAT(records(), IsEmpty());
+    playUntil("09:03:10");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:03:10", ""}));
+}
+
+TEST_F(WorkHoursTest, AnAnswerOfBeforeMidnightDoesNotOutliveTheDay) {
+    saveSettings([](AppSettings&) {});
+    store.context().fetch<AppSettings>().front()->workEndHour = 23;
+    store.context().fetch<AppSettings>().front()->workEndMinute = 59;
+    store.context().save();
+    playUntil("23:58:00");
+    desktop.typeUntil(runLoop.now() + 10min);
+    startTrackingAt("23:58:00");
+    runLoop.playFor(2min);
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "23:58:00.5", "00:00:00"}));
+}
+
+}  // namespace
+}  // namespace quorvane
