@@ -12,18 +12,33 @@ namespace {
 
 constexpr std::size_t bufferSize = 1 << 16;
 
-std::filesystem::path withoutLinks(const std::filesystem::path& path) {
+namespace fs = std::filesystem;
+
+/// Where writing to `path` ends up, also through a link to what does not exist yet.
+fs::path withoutLinks(fs::path path) {
     std::error_code error;
-    const auto target = std::filesystem::weakly_canonical(path, error);
-    return error ? path : target;
+    if (fs::exists(path, error)) {
+        auto target = fs::canonical(path, error);
+        return error ? path : target;  // /dev/stdout may lead to a pipe, which has no path of its own
+    }
+    constexpr int mostLinks = 40;
+    for (int followed = 0; followed < mostLinks && fs::is_symlink(path, error); ++followed) {
+        const auto target = fs::read_symlink(path, error);
+        path = path.parent_path() / target;
+    }
+    return path;
 }
 
 }  // namespace
 
 AtomicFile::AtomicFile(const std::filesystem::path& path) : path_(withoutLinks(path)) {
     std::error_code error;
-    const auto status = std::filesystem::status(path_, error);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    const auto status = fs::status(path_, error);
+    if (status.type() == fs::file_type::none) {
+        errno = error.value();
+        fail();
+    }
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
         descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
     } else {
         temporary_ = path_.string() + ".XXXXXX";
@@ -31,6 +46,8 @@ AtomicFile::AtomicFile(const std::filesystem::path& path) : path_(withoutLinks(p
         if (descriptor_ < 0) temporary_.clear();
     }
     if (descriptor_ < 0) fail();
+    // Not every file system has permissions; where they can't be set, the new file stays private.
+    if (fs::is_regular_file(status)) ::fchmod(descriptor_, static_cast<mode_t>(status.permissions() & fs::perms::all));
 }
 
 AtomicFile::~AtomicFile() {

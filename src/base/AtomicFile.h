@@ -14,8 +14,9 @@ public:
 };
 
 /// Writes a file so that its path holds either what was there before or the whole new content. The content goes to a
-/// private file beside it, which is flushed to disk and renamed by `commit()`. A symbolic link is followed. What is no
-/// regular file (a pipe, a terminal) is written to directly. Every operation throws `FileError`.
+/// private file beside it, which is flushed to disk and renamed by `commit()`. A new file can be read by its owner
+/// alone, a replaced one keeps its permissions. A symbolic link is followed. What is no regular file (a pipe, a
+/// terminal) is written to directly. Every operation throws `FileError`.
 class AtomicFile {
 public:
     explicit AtomicFile(const std::filesystem::path& path);

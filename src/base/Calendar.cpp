@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <mutex>
 #include <unicode/calendar.h>
 #include <unicode/gregocal.h>
@@ -48,6 +49,7 @@ struct Calendar::Impl {
     [[nodiscard]] std::unique_ptr<icu::Calendar> gregorian() const {
         UErrorCode error = U_ZERO_ERROR;
         auto made = std::make_unique<icu::GregorianCalendar>(calendar->getTimeZone(), icu::Locale::getRoot(), error);
+        made->setGregorianChange(std::numeric_limits<UDate>::lowest(), error);
         settle(*made);
         return made;
     }
@@ -64,9 +66,14 @@ struct Calendar::Impl {
     }
 
     Date adding(UCalendarDateFields unit, int amount, Date date) const {
+        // ICU counts milliseconds and may drop what is finer.
+        const auto microseconds = microsecondsSince1970(date);
+        const auto milliseconds =
+            std::chrono::floor<std::chrono::milliseconds>(std::chrono::microseconds{microseconds});
+        const auto finer = std::chrono::microseconds{microseconds} - milliseconds;
         UErrorCode error = U_ZERO_ERROR;
-        at(date).add(unit, amount, error);
-        return read();
+        at(Date{milliseconds}).add(unit, amount, error);
+        return read() + finer;
     }
 
     std::unique_ptr<icu::Calendar> calendar;
@@ -158,10 +165,14 @@ DateInterval Calendar::day(Date date) const {
 
 DateInterval Calendar::week(Date date) const {
     const int back = (components(date).weekday - firstWeekday() + 7) % 7;
-    auto& calendar = impl_->at(startOfDay(date));
-    calendar.set(UCAL_HOUR_OF_DAY, 12);
-    const Date noon = impl_->read();
-    return {startOfDay(addingDays(-back, noon)), startOfDay(addingDays(7 - back, noon))};
+    // By the numbers of the days: where a day was left out of the calendar, the week is shorter.
+    const auto startOf = [&](int daysLater) {
+        auto& calendar = impl_->at(date);
+        calendar.set(UCAL_DATE, field(calendar, UCAL_DATE) + daysLater);
+        calendar.set(UCAL_HOUR_OF_DAY, 12);
+        return startOfDay(impl_->read());
+    };
+    return {startOf(-back), startOf(7 - back)};
 }
 
 DateInterval Calendar::month(Date date) const {

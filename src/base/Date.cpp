@@ -8,13 +8,14 @@
 namespace quorvane {
 
 std::int64_t microsecondsSince1970(Date date) {
-    const double microseconds = std::round(secondsSince1970(date) * 1e6);
-    // The largest doubles that fit: 2^63 itself does not.
-    constexpr double limit = 9223372036854774784.0;
-    if (std::isnan(microseconds)) return 0;
-    if (microseconds >= limit) return std::numeric_limits<std::int64_t>::max();
-    if (microseconds <= -limit) return std::numeric_limits<std::int64_t>::min();
-    return static_cast<std::int64_t>(microseconds);
+    const double seconds = secondsSince1970(date);
+    constexpr double limit = 9'223'372'036'854.0;  // more whole seconds do not fit
+    if (std::isnan(seconds)) return 0;
+    if (seconds >= limit) return std::numeric_limits<std::int64_t>::max();
+    if (seconds <= -limit) return std::numeric_limits<std::int64_t>::min();
+    // Seconds and their fraction apart: one product of both would round a second time and err after 2106.
+    const double whole = std::floor(seconds);
+    return static_cast<std::int64_t>(whole) * 1'000'000 + std::llround((seconds - whole) * 1e6);
 }
 
 std::string describe(Date date) {

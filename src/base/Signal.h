@@ -48,7 +48,7 @@ public:
 
     void send(Args... args) const { signal_.emit(std::forward<Args>(args)...); }
 
-    /// How many listen now.
+    /// How many listen. Not for listeners: while the signal is being sent, the number is too large.
     [[nodiscard]] std::size_t listeners() const { return signal_.size(); }
 
 private:

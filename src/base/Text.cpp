@@ -46,9 +46,7 @@ void forEachCharacter(std::string_view text, Visit visit) {
     }
 }
 
-bool isBlank(UChar32 character) {
-    return character == '\t' || u_charType(character) == U_SPACE_SEPARATOR;
-}
+bool isBlank(UChar32 character) { return character == '\t' || u_charType(character) == U_SPACE_SEPARATOR; }
 
 bool isBlankOrNewline(UChar32 character) {
     return isBlank(character) || (character >= 0x0A && character <= 0x0D) || character == 0x85 || character == 0x2028 ||
@@ -71,7 +69,10 @@ std::string trimmedOf(std::string_view text, IsSpace isSpace) {
 
 int columns(UChar32 character) {
     const auto type = u_charType(character);
-    if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR || type == U_CONTROL_CHAR) return 0;
+    if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR || type == U_CONTROL_CHAR)
+        return 0;
+    const auto syllable = u_getIntPropertyValue(character, UCHAR_HANGUL_SYLLABLE_TYPE);
+    if (syllable == U_HST_VOWEL_JAMO || syllable == U_HST_TRAILING_JAMO) return 0;  // drawn into the letter before
     const auto width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
@@ -87,43 +88,33 @@ std::string folded(std::string_view text) {
     if (isAscii(text)) return asciiLowercased(text);
     UErrorCode error = U_ZERO_ERROR;
     const auto* decomposition = icu::Normalizer2::getNFDInstance(error);
-    icu::UnicodeString decomposed = decomposition->normalize(fromUtf8(text), error);
+    const icu::UnicodeString decomposed = decomposition->normalize(fromUtf8(text), error);
     if (U_FAILURE(error)) return std::string(text);
-    decomposed.foldCase();
-    // Folding may compose nothing but can yield marks again (U+0130), so marks go last.
-    decomposed = decomposition->normalize(decomposed, error);
+    // Marks go before case does: the iota below a Greek letter folds to a letter of its own.
     icu::UnicodeString bare;
     for (std::int32_t at = 0; at < decomposed.length(); at = decomposed.moveIndex32(at, 1)) {
         const UChar32 character = decomposed.char32At(at);
         if (u_charType(character) != U_NON_SPACING_MARK) bare.append(character);
     }
-    return toUtf8(bare);
+    return toUtf8(bare.foldCase());
 }
 
-bool equalsFolded(std::string_view a, std::string_view b) {
-    return folded(a) == folded(b);
-}
+bool equalsFolded(std::string_view a, std::string_view b) { return folded(a) == folded(b); }
 
 bool containsFolded(std::string_view whole, std::string_view part) {
     return !part.empty() && folded(whole).find(folded(part)) != std::string::npos;
 }
 
-std::string trimmed(std::string_view text) {
-    return trimmedOf(text, isBlank);
-}
+std::string trimmed(std::string_view text) { return trimmedOf(text, isBlank); }
 
-std::string trimmedWithNewlines(std::string_view text) {
-    return trimmedOf(text, isBlankOrNewline);
-}
+std::string trimmedWithNewlines(std::string_view text) { return trimmedOf(text, isBlankOrNewline); }
 
 bool isLetter(char32_t character) {
     const auto mask = U_GET_GC_MASK(static_cast<UChar32>(character));
     return (mask & (U_GC_L_MASK | U_GC_M_MASK)) != 0;
 }
 
-bool isDigit(char32_t character) {
-    return u_charType(static_cast<UChar32>(character)) == U_DECIMAL_DIGIT_NUMBER;
-}
+bool isDigit(char32_t character) { return u_charType(static_cast<UChar32>(character)) == U_DECIMAL_DIGIT_NUMBER; }
 
 std::vector<std::string> split(std::string_view text, char separator) {
     std::vector<std::string> pieces;
@@ -162,9 +153,7 @@ std::string fittedTo(std::string_view text, int width) {
     return std::string(text.substr(0, end)) + "…";
 }
 
-std::string validUtf8(std::string_view text) {
-    return isAscii(text) ? std::string(text) : toUtf8(fromUtf8(text));
-}
+std::string validUtf8(std::string_view text) { return isAscii(text) ? std::string(text) : toUtf8(fromUtf8(text)); }
 
 std::string shortest(double number) {
     std::string out = fmt::format("{}", number);

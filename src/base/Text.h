@@ -38,7 +38,7 @@ namespace quorvane::text {
 /// At most `width` columns of the text; when something had to go, the last column is "…".
 [[nodiscard]] std::string fittedTo(std::string_view text, int width);
 
-/// The same text with each byte that is no part of UTF-8 replaced by U+FFFD.
+/// The same text with what is no UTF-8 replaced by U+FFFD: one for each byte, or for a character that is cut off.
 [[nodiscard]] std::string validUtf8(std::string_view text);
 
 /// A number as lines of the services show it: the shortest digits that read back as the same double, with at least

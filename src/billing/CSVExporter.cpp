@@ -105,10 +105,13 @@ public:
         appendIso8601Seconds(out_, microseconds);
         out_ += ',';
     }
-    template <class... Args>
-    void number(fmt::format_string<Args...> format, Args... args) {
-        fmt::format_to(std::back_inserter(out_), format, args...);
+    void integer(std::int64_t value) {
+        const fmt::format_int digits(value);
+        out_.append(digits.data(), digits.size());
         out_ += ',';
+    }
+    void real(double value, int decimals) {
+        fmt::format_to(std::back_inserter(out_), "{:.{}f},", value, decimals);
     }
     void end() { out_.pop_back(); }
 
@@ -137,7 +140,7 @@ void appendLine(std::string& out, const RecordColumns& record) {
     line.instant(record.startTime);
     if (record.endTime) line.instant(*record.endTime);
     else line.text({});
-    line.number("{}", seconds);
+    line.integer(seconds);
     line.text(record.appBundleId);
     line.text(record.appName);
     line.text(record.windowTitle);
@@ -149,10 +152,10 @@ void appendLine(std::string& out, const RecordColumns& record) {
     line.text(project.hourlyRateText);
     line.text(project.currencyCode);
     line.text(rawValue(status));
-    line.number("{:.2f}", amount);
+    line.real(amount, 2);
     line.tags(record.tags);
     line.text(record.source);
-    line.number("{:.3f}", record.confidence);
+    line.real(record.confidence, 3);
     line.text(record.deviceId);
     line.text(record.userLocalId);
     line.instant(record.createdAt);

@@ -3,6 +3,9 @@
 #include "base/Iso8601.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <limits>
 
 namespace quorvane::cli {
 
@@ -22,6 +25,15 @@ Uuid readUuid(const std::string& option, const std::string& text) {
     if (!uuid)
         throw CLI::ValidationError(option, "\"" + text + "\" is no UUID like C0FEA20C-DB32-40C6-A0CC-CF6118205BB6");
     return *uuid;
+}
+
+std::size_t readCount(const std::string& option, const std::string& text) {
+    constexpr std::size_t most = std::numeric_limits<std::int64_t>::max();
+    std::size_t count = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error == std::errc::invalid_argument || end != text.data() + text.size())
+        throw CLI::ValidationError(option, "\"" + text + "\" is no whole number from 0");
+    return error == std::errc::result_out_of_range ? most : std::min(count, most);
 }
 
 CLI::Option* addOutputOption(CLI::App& app, std::optional<std::string>& file) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Date.h"
 #include "store/Database.h"
 
 #include <filesystem>

@@ -106,7 +106,11 @@ void addRecordsCommand(CLI::App& app, CommandContext& context) {
             "--project", [options](const std::string& text) { options->project = readUuid("--project", text); },
             "Only records with this project")
         ->type_name("UUID");
-    command->add_option("--limit", options->limit, "At most so many")->type_name("N");
+    command
+        ->add_option_function<std::string>(
+            "--limit", [options](const std::string& text) { options->limit = readCount("--limit", text); },
+            "At most so many")
+        ->type_name("N");
     command->callback([&context, options] { context.command = [&context, options] { records(context, *options); }; });
 }
 

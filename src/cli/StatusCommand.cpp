@@ -10,6 +10,7 @@
 #include "store/ModelContext.h"
 
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <fmt/format.h>
 
 namespace quorvane::cli {
@@ -57,10 +58,13 @@ Status readStatus(ModelContext& store, Date now, const Calendar& calendar) {
     return status;
 }
 
+/// Without the noise that adding up leaves below a microsecond.
+double wholeMicroseconds(Seconds duration) { return std::round(duration.count() * 1e6) / 1e6; }
+
 std::string jsonOf(const Status& status) {
     return fmt::format(R"({{"tracking":{},"open_record":{},"today_seconds":{},"today_records":{}}})"
                        "\n",
-                       status.isTracking, status.openRecordJson, text::shortest(status.today.count()),
+                       status.isTracking, status.openRecordJson, text::shortest(wholeMicroseconds(status.today)),
                        status.todayRecords);
 }
 

@@ -6,6 +6,7 @@
 #include <numeric>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace quorvane::cli {
 namespace {
@@ -82,22 +83,29 @@ void TextTable::settleWidths() {
         for (const auto& row : waiting_) width = std::max(width, text::displayWidth(row[i]));
         widths_.push_back(std::min(width, columns_[i].maxWidth));
     }
-    if (terminalWidth_) {
-        const int gaps = static_cast<int>((columns_.size() - 1) * gap.size());
-        int excess = std::accumulate(widths_.begin(), widths_.end(), gaps) - *terminalWidth_;
-        // Take one column of the terminal after the other from the widest that may be narrower.
-        for (; excess > 0; --excess) {
-            auto widest = widths_.end();
-            for (auto width = widths_.begin(); width != widths_.end(); ++width) {
-                const Column& column = columns_[static_cast<std::size_t>(width - widths_.begin())];
-                if (column.minWidth == 0 || *width <= column.minWidth) continue;
-                if (widest == widths_.end() || *width > *widest) widest = width;
-            }
-            if (widest == widths_.end()) break;
-            --*widest;
-        }
-    }
+    if (terminalWidth_) narrowTo(*terminalWidth_);
     for (const auto& row : std::exchange(waiting_, {})) writeRow(row);
+}
+
+/// Takes one column of the terminal after the other from the widest that may be narrower.
+void TextTable::narrowTo(int width) {
+    const int gaps = static_cast<int>((columns_.size() - 1) * gap.size());
+    for (int excess = std::accumulate(widths_.begin(), widths_.end(), gaps) - width; excess > 0; --excess) {
+        int* widest = widestColumn();
+        if (widest == nullptr) return;
+        --*widest;
+    }
+}
+
+/// Of those that may be narrower; none once all are at their least.
+int* TextTable::widestColumn() {
+    int* widest = nullptr;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const int least = columns_[i].minWidth;
+        if (least == 0 || widths_[i] <= least) continue;
+        if (widest == nullptr || widths_[i] > *widest) widest = &widths_[i];
+    }
+    return widest;
 }
 
 void TextTable::writeRow(const std::vector<std::string>& row) {

@@ -21,8 +21,8 @@ class TextTable {
 public:
     struct Column {
         std::string title;
-        int maxWidth;        ///< > 0; longer values don't widen the column
-        int minWidth = 0;    ///< when the terminal is narrow; 0: the column keeps its width
+        int maxWidth;  ///< > 0; longer values don't widen the column
+        int minWidth = 0;  ///< when the terminal is narrow; 0: the column keeps its width
         bool isNumber = false;
     };
 
@@ -34,6 +34,8 @@ public:
 
 private:
     void settleWidths();
+    void narrowTo(int width);
+    [[nodiscard]] int* widestColumn();
     void writeRow(const std::vector<std::string>& row);
 
     std::vector<Column> columns_;

@@ -32,8 +32,20 @@ int end(ExitStatus status, const std::string& message) {
     return static_cast<int>(status);
 }
 
+/// What can't be understood, in our own words where the library's would mislead.
+std::string usageError(const CLI::App& app, const CLI::ParseError& error) {
+    std::string text = error.what();
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && app.get_subcommands().empty()) {
+        const auto unknown = app.remaining();
+        if (unknown.empty()) text = "a command is required";
+        else text = (unknown.front().starts_with('-') ? "there is no option " : "there is no command ") + unknown.front();
+    }
+    return text + " (see quorvane-cli --help)";
+}
+
 void describe(CLI::App& app, CommandContext& context) {
     app.name("quorvane-cli");
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.description("Quorvane's store from the command line: for scripts, backups and terminals");
     app.require_subcommand(1);
     app.fallthrough();
@@ -44,6 +56,10 @@ void describe(CLI::App& app, CommandContext& context) {
     for (const auto add : {addDumpCommand, addLoadCommand, addRecordsCommand, addExportCsvCommand, addStatusCommand,
                            addSanitizeCommand})
         add(app, context);
+    for (auto* command : app.get_subcommands({})) {
+        command->group("Commands");
+        command->footer("--store, --now and --json may stand here, too.");
+    }
 }
 
 int run(const CommandContext& context) {
@@ -71,7 +87,7 @@ int main(int argc, char** argv) {
         return std::cout.flush() ? static_cast<int>(ExitStatus::done)
                                  : end(ExitStatus::failed, "cannot write to standard output");
     } catch (const CLI::ParseError& error) {
-        return end(ExitStatus::wrongUsage, std::string(error.what()) + " (see quorvane-cli --help)");
+        return end(ExitStatus::wrongUsage, usageError(app, error));
     }
     return run(context);
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fmt/format.h>
+#include <optional>
 #include <sqlite3.h>
 
 namespace quorvane {
@@ -48,7 +49,7 @@ Cause causeOf(int sqliteCode) {
     }
 }
 
-/// `systemError` is the errno of the last failed call to the system.
+/// `systemError` is the errno of the last call to the system that failed, 0 for none.
 StoreError storeError(const std::filesystem::path& file, const SQLite::Exception& error, int systemError) {
     // SQLite knows the full disk; a quota or a limit of the process that is used up comes as a general failure.
     const bool isNoSpace =
@@ -133,9 +134,10 @@ SqlValue Row::value(int column) const {
 template <class Work>
 auto Database::translated(Work work) const {
     try {
+        errno = 0;  // sqlite3_system_errno() hears nothing of failed writes
         return work();
     } catch (const SQLite::Exception& error) {
-        throw storeError(file_, error, database_ ? sqlite3_system_errno(database_->getHandle()) : 0);
+        throw storeError(file_, error, errno);
     }
 }
 
@@ -146,9 +148,15 @@ Database::Database(const ModelConfiguration& configuration) : file_(configuratio
 Database::~Database() { statements_.clear(); }
 
 void Database::open(const ModelConfiguration& configuration) {
-    const auto state = StoreFile::inspect(configuration);
-    // The log and the lock file that SQLite makes beside the file take over its permissions.
-    if (state == StoreFile::State::missing) StoreFile::make(file_);
+    auto state = StoreFile::inspect(configuration);
+    std::optional<StoreFile::OpeningLock> lock;
+    if (configuration.allowsSave) {
+        if (state == StoreFile::State::missing) StoreFile::makeFolder(file_);
+        lock.emplace(file_);
+        state = StoreFile::inspect(configuration);  // another program may have made it meanwhile
+        // The log and the lock file that SQLite makes beside the file take over its permissions.
+        if (state == StoreFile::State::missing) StoreFile::make(file_);
+    }
     // The whole path: a relative one may spell a name that SQLite reads in its own way, such as ":memory:".
     const auto path = std::filesystem::absolute(file_);
     if (configuration.allowsSave) {

@@ -10,6 +10,7 @@
 namespace quorvane {
 namespace {
 
+constexpr std::string_view keyColumn = "pk";
 constexpr int firstAttributeColumn = 1;  // after the row's key
 
 std::string orderBy(const std::vector<SortOrder>& sort) {
@@ -206,7 +207,7 @@ void ModelContext::scanAny(const EntityDescription& description, const Predicate
                            const std::vector<std::string>& attributes, const std::function<bool(const Row&)>& visit) {
     std::vector<std::string> columns;
     for (const std::string& name : attributes)
-        columns.push_back(description.attribute(name)->column());
+        columns.push_back(name == keyColumn ? name : description.attribute(name)->column());
     const SqlCondition condition = conditionOf(predicate);
     std::string sql = fmt::format("SELECT {} FROM {}{}{}", text::joined(columns, ", "), description.table,
                                   condition.text, orderBy(sort));

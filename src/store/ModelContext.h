@@ -60,6 +60,7 @@ public:
 
     /// Reads stored rows without making objects of them, for passes over many: calls `visit` for each saved row, with
     /// the asked attributes as columns in their order (a reference as the row of its target), until it returns false.
+    /// The attribute "pk" is the row itself, for `object`.
     template <class E>
     void scan(const FetchDescriptor<E>& descriptor, const std::vector<std::string>& attributes,
               const std::function<bool(const Row&)>& visit) {

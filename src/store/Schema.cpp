@@ -94,12 +94,12 @@ std::string columnList(const EntityDescription& entity) {
 }
 
 bool isNewer(Database& database) {
-    std::int64_t version = 0;
+    std::int64_t stored = 0;
     database.query("PRAGMA user_version", {}, [&](const Row& row) {
-        version = row.integer(0);
+        stored = row.integer(0);
         return false;
     });
-    return version > userVersion;
+    return stored > userVersion;
 }
 
 bool isComplete(Database& database) {

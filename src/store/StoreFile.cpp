@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 #include <memory>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -77,17 +78,6 @@ std::filesystem::path target(const std::filesystem::path& file) {
     return error ? file : canonical;
 }
 
-void makeFolder(const std::filesystem::path& file) {
-    std::filesystem::path made;
-    for (const auto& piece : file.parent_path()) {
-        made /= piece;
-        if (::mkdir(made.c_str(), 0700) == 0 || errno == EEXIST) continue;
-        struct stat status {};
-        const int error = errno;
-        if (::stat(made.c_str(), &status) != 0) refuseErrno(file, error);
-    }
-}
-
 void checkHeader(const std::filesystem::path& file, const Header& header, std::uint64_t fileSize) {
     if (bigEndian(header.data() + applicationIdAt, 4) != static_cast<std::uint32_t>(Schema::applicationId))
         refuse(Code::foreign, file, "this is a database of another program");
@@ -138,13 +128,33 @@ State inspect(const ModelConfiguration& configuration) {
     return State::store;
 }
 
+void makeFolder(const std::filesystem::path& file) {
+    std::filesystem::path made;
+    for (const auto& piece : file.parent_path()) {
+        made /= piece;
+        if (::mkdir(made.c_str(), 0700) == 0 || errno == EEXIST) continue;
+        struct stat status {};
+        const int error = errno;
+        if (::stat(made.c_str(), &status) != 0) refuseErrno(file, error);
+    }
+}
+
 void make(const std::filesystem::path& file) {
-    makeFolder(file);
     const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (descriptor >= 0)
         ::close(descriptor);
     else if (errno != EEXIST)
         refuseErrno(file, errno);
+}
+
+OpeningLock::OpeningLock(const std::filesystem::path& file)
+    : folder_(
+          ::open(target(std::filesystem::absolute(file)).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (folder_ >= 0) ::flock(folder_, LOCK_EX);
+}
+
+OpeningLock::~OpeningLock() {
+    if (folder_ >= 0) ::close(folder_);
 }
 
 bool hasPendingLog(const std::filesystem::path& file) {

@@ -37,26 +37,28 @@ TEST_F(IdleTest, ThreeIdleTicksPauseTheMonitorsAndTheReturnResumesThem) {
     EXPECT_THAT(newLines(),
                 ElementsAre("ActivityTracker: User is idle (20s >= 20s) - 基于键盘/鼠标监控",
                             "ActivityTracker: Finalized record for Editor duration: 299.5s",
-                            "ActivityTracker: 定时器频率已调整为 30秒 (用户空闲)",
                             "ActivityTracker: User is idle (30s >= 20s) - 基于键盘/鼠标监控",
-                            "ActivityTracker: No currentRecord to finalize", "KeyboardMonitor: ⏹️ 键盘监控已停止",
-                            "MouseMonitor: ⏹️ 鼠标监控已停止", "ActivityTracker: ⏸️ 已暂停键盘和鼠标监控（空闲时节省 CPU）",
-                            "ActivityTracker: User is idle (60s >= 20s) - 基于系统空闲时间",
                             "ActivityTracker: No currentRecord to finalize",
-                            "ActivityTracker: User is idle (90s >= 20s) - 基于系统空闲时间",
+                            "ActivityTracker: 定时器频率已调整为 30秒 (用户空闲)", "KeyboardMonitor: ⏹️ 键盘监控已停止",
+                            "MouseMonitor: ⏹️ 鼠标监控已停止", "ActivityTracker: ⏸️ 已暂停键盘和鼠标监控（空闲时节省 CPU）",
+                            "ActivityTracker: User is idle (40s >= 20s) - 基于系统空闲时间",
+                            "ActivityTracker: No currentRecord to finalize",
+                            "ActivityTracker: User is idle (70s >= 20s) - 基于系统空闲时间",
+                            "ActivityTracker: No currentRecord to finalize",
+                            "ActivityTracker: User is idle (100s >= 20s) - 基于系统空闲时间",
                             "ActivityTracker: No currentRecord to finalize"));
     EXPECT_EQ(desktop.keyTaps() + desktop.globalPointerMonitors(), 0);
 
-    playUntil("09:07:10");
+    playUntil("09:07:05");
     desktop.pressKey();
-    playUntil("09:07:30");
+    playUntil("09:07:10");
     EXPECT_THAT(newLines(),
                 ElementsAre("KeyboardMonitor: ✅ 键盘监控已启动", "MouseMonitor: ✅ 鼠标监控已启动",
                             "ActivityTracker: ▶️ 已恢复键盘和鼠标监控",
                             "ActivityTracker: 📱 App switch: Editor (org.example.editor)",
                             "ActivityTracker: 无法获取文档路径和窗口标题，将继续使用基本应用信息",
-                            "ActivityTracker: No currentRecord to finalize",
-                            "ActivityTracker: Created new record for Editor at 2026-03-04 09:07:30 +0000"));
+                            "ActivityTracker: No currentRecord to finalize", "DataCleanupService: 结束所有活跃记录...",
+                            "ActivityTracker: Created new record for Editor at 2026-03-04 09:07:10 +0000"));
 }
 
 TEST_F(IdleTest, WithDetectionOffTheMonitorsStillPauseButNoTimeIsLost) {
@@ -85,13 +87,13 @@ TEST_F(IdleTest, TheOlderPreferenceGivesTheThresholdOnlyWithoutSettings) {
     store.context().save();
     startTrackingAt("09:00:00");
     playUntil("09:10:00");
-    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (50s >= 45s) - 基于键盘/鼠标监控"));
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (70s >= 45s) - 基于键盘/鼠标监控"));
     tracker->stop();
     saveSettings([](AppSettings& settings) { settings.idleThresholdMinutes = 2; });
     desktop.typeUntil("09:15:00");
     tracker->start();
     playUntil("09:30:00");
-    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (120s >= 120s) - 基于系统空闲时间"));
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (130s >= 120s) - 基于键盘/鼠标监控"));
 }
 
 TEST_F(IdleTest, AChangedThresholdCountsOnceTheCachedOneIsFiveMinutesOld) {
@@ -102,7 +104,7 @@ TEST_F(IdleTest, AChangedThresholdCountsOnceTheCachedOneIsFiveMinutesOld) {
     settings->idleThresholdMinutes = 10;
     store.context().save();
     playUntil("09:04:30");
-    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (60s >= 60s) - 基于键盘/鼠标监控"));
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (70s >= 60s) - 基于键盘/鼠标监控"));
     playUntil("09:06:00");  // the new threshold has come into force by now, and the user counts as present again
     EXPECT_EQ(records().size(), 2U);
 }
@@ -118,32 +120,14 @@ TEST_F(IdleTest, ANegativeReadingCountsAsZeroAndIsReportedEachTime) {
     EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", ""}));
 }
 
-TEST_F(IdleTest, AnActivationKeepsTheRecordOpenForThreeSecondsWhateverTheIdleTime) {
+TEST_F(IdleTest, AnActivationOutweighsTheIdleTimeForThreeSecondsAndTheRecordThenGetsItsOneSecond) {
     startTrackingAt("09:00:00");
-    desktop.stopTyping();
-    desktop.setIdleReading(500s);
-    desktop.refuseKeys();
-    tracker->stop();
-    desktop.refuseGlobalPointer();
-    desktop.refuseLocalPointer();
-    playUntil("09:10:07");
-    desktop.bringToFront("org.example.mail", "Mail");
-    tracker->start();
-    playUntil("09:10:08");
-    desktop.bringToFront("org.example.notes", "Notes");
-    EXPECT_EQ(records().back(), (Seen{"Notes", "09:10:08", ""}));
-    playUntil("09:10:20");
-    EXPECT_EQ(records().back(), (Seen{"Notes", "09:10:08", "09:10:17"}));
-}
-
-TEST_F(IdleTest, AnIdleEndBeforeTheStartGivesTheOneSecondRecord) {
-    startTrackingAt("09:00:00");
-    playUntil("09:04:00");
-    desktop.stopTyping();
-    playUntil("09:04:18");
-    desktop.bringToFront("org.example.mail", "Mail");  // no input: its record begins 18 s after the last one
-    playUntil("09:05:00");
-    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:04:18"}, Seen{"Mail", "09:04:18", "09:04:19"}));
+    playUntil("09:05:18");
+    desktop.bringToFront("org.example.mail", "Mail");  // without input: 18 s after the last one
+    playUntil("09:05:21");                             // the tick at :20 would have called the user idle
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:05:18"}, Seen{"Mail", "09:05:18", ""}));
+    playUntil("09:05:31");  // the last input lies before the record's start
+    EXPECT_EQ(records().back(), (Seen{"Mail", "09:05:18", "09:05:19"}));
 }
 
 }  // namespace

@@ -3,9 +3,12 @@
 #include "store/Project.h"
 #include "store/Rule.h"
 
+#include <fmt/format.h>
+
 namespace quorvane {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -111,21 +114,27 @@ TEST_F(RecordLifecycleTest, SavesThatFailAreReportedAndCarriedByTheNextOne) {
     startTrackingAt("09:00:00");
     playUntil("09:00:05");
     forgetLines();
-    {
-        const auto locked = store.lockedForWriting();
-        desktop.bringToFront("org.example.mail", "Mail");
-        runLoop.runPosted();
-        EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save new record for Mail: ")));
-        EXPECT_EQ(tracker->currentRecord()->appName(), "Mail");
-        playUntil("09:01:06");
-        EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save current record heartbeat: ")));
-        desktop.willSleep();
-        runLoop.runPosted();
-        EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save finalized record: ")));
-    }
+    Database other({.file = store.file()});
+    for (const char* change : {"INSERT", "UPDATE"})
+        other.execute(fmt::format("CREATE TRIGGER refuse_{0} BEFORE {0} ON activity_record "
+                                  "BEGIN SELECT RAISE(ABORT, 'refused'); END",
+                                  change));
+    desktop.bringToFront("org.example.mail", "Mail");
+    runLoop.runPosted();
+    EXPECT_THAT(newLines(), Contains(AllOf(HasSubstr("ActivityTracker: Failed to save new record for Mail: "),
+                                           HasSubstr("refused"))));
+    EXPECT_EQ(tracker->currentRecord()->appName(), "Mail");
+    playUntil("09:01:11");
+    EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save current record heartbeat: ")));
+    desktop.willSleep();
+    runLoop.runPosted();
+    EXPECT_THAT(newLines(), Contains(HasSubstr("ActivityTracker: Failed to save finalized record: ")));
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", ""}));
+
+    for (const char* change : {"INSERT", "UPDATE"}) other.execute(fmt::format("DROP TRIGGER refuse_{}", change));
     desktop.didWake();
-    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:00:05"}, Seen{"Mail", "09:00:05", "09:01:05"},
-                                       Seen{"Editor", "09:01:06", ""}));
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:00:05"}, Seen{"Mail", "09:00:05", "09:01:10"},
+                                       Seen{"Mail", "09:01:11", ""}));
 }
 
 TEST_F(RecordLifecycleTest, PreferenceThenRulesClassifyANewRecordBeforeItsFirstSave) {

@@ -32,9 +32,8 @@ std::shared_ptr<AppSettings> SimulatedDayTest::saveSettings(const std::function<
 
 std::vector<std::shared_ptr<ActivityRecord>> SimulatedDayTest::storedRecords() {
     runLoop.runPosted();
-    static std::vector<std::unique_ptr<ModelContext>> contexts;  // the records stay readable while their context lives
-    contexts.push_back(store.container().newContext());
-    return contexts.back()->fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::startTime)}});
+    readers_.push_back(store.anotherContext());
+    return readers_.back()->fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::startTime)}});
 }
 
 std::string SimulatedDayTest::timeText(Date date) const {

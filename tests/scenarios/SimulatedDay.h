@@ -66,6 +66,7 @@ protected:
     std::unique_ptr<ActivityTracker> tracker;
 
 private:
+    std::vector<std::unique_ptr<ModelContext>> readers_;  ///< records reach their projects while these live
     std::size_t linesSeen_ = 0;
 };
 

@@ -29,7 +29,8 @@ TEST_F(WorkHoursTest, TheClosingMinuteIsInsideAndTheRecordEndsWithTheFirstTickTh
     forgetLines();
     playUntil("17:04:10");
     EXPECT_THAT(from("ActivityTracker", newLines()),
-                ElementsAre("ActivityTracker: ⏰ 当前时间不在工作时间内，停止记录",
+                ElementsAre("ActivityTracker: 执行定期数据清理和合并...",
+                            "ActivityTracker: ⏰ 当前时间不在工作时间内，停止记录",
                             "ActivityTracker: Finalized record for Editor duration: 309.5s"));
     EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "16:59:00.5", "17:04:10"}));
     playUntil("17:04:20");

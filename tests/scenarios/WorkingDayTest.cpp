@@ -28,14 +28,14 @@ TEST_F(WorkingDayTest, ADayOfSwitchesBreaksAndALockedLunchLeavesExactRecords) {
     playUntil("12:01:00");
     desktop.lock();
     playUntil("13:00:00");
+    desktop.typeUntil("13:50:00");
     desktop.unlock();
-    desktop.typeUntil("17:30:00");
-    playUntil("17:30:00");
+    playUntil("13:50:00");
     tracker->stop();
 
     EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:40:00"}, Seen{"Browser", "09:40:00", "10:00:00"},
-                                       Seen{"Editor", "10:00:00", "10:15:00"}, Seen{"Editor", "11:00:10.5", "12:01:00"},
-                                       Seen{"Editor", "13:00:00", "17:30:00"}));
+                                       Seen{"Editor", "10:00:00", "10:15:00"}, Seen{"Editor", "11:00:10", "12:00:40"},
+                                       Seen{"Editor", "13:00:00", "13:50:00"}));
     const auto stored = storedRecords();
     EXPECT_EQ(stored[0]->windowTitle(), "chapter one - Editor");
     EXPECT_EQ(stored[1]->windowTitle(), "Invoices - Browser");
@@ -62,13 +62,14 @@ TEST_F(WorkingDayTest, TheFirstMinuteOfTrackingPrintsItsStepsInOrder) {
     tracker->start();
     EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: Already tracking"));
 
+    runLoop.playFor(1s);
     desktop.bringToFront("org.example.mail", "Mail");
     EXPECT_THAT(newLines(),
                 ElementsAre("ActivityTracker: 🔄 应用切换 - Mail", "ActivityTracker: 📱 App switch: Mail (org.example.mail)",
                             "ActivityTracker: 无法获取文档路径和窗口标题，将继续使用基本应用信息",
-                            "ActivityTracker: Finalized record for Editor duration: 1.0s",
-                            "ActivityTracker: 短记录 (1.0s) for Editor，等待智能合并处理",
-                            "ActivityTracker: Created new record for Mail at 2026-03-04 08:00:06 +0000"));
+                            "ActivityTracker: Finalized record for Editor duration: 1.5s",
+                            "ActivityTracker: 短记录 (1.5s) for Editor，等待智能合并处理",
+                            "ActivityTracker: Created new record for Mail at 2026-03-04 08:00:07 +0000"));
 }
 
 TEST_F(WorkingDayTest, MidnightNeitherEndsNorSplitsARecord) {
@@ -79,6 +80,16 @@ TEST_F(WorkingDayTest, MidnightNeitherEndsNorSplitsARecord) {
     runLoop.playFor(20min);
     tracker->stop();
     EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "23:50:00.5", "00:10:00"}));
+}
+
+TEST_F(WorkingDayTest, ARecordOpenForMoreThanAnHourIsEndedThereByTheMaintenanceAndTheNextSwitchOpensAnother) {
+    desktop.setFrontmostSilently("org.example.editor", "Editor");
+    desktop.typeUntil("11:00:00");
+    startTrackingAt("09:00:00");
+    playUntil("10:40:00");
+    desktop.bringToFront("org.example.mail", "Mail");
+    playUntil("10:41:00");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "10:00:00.5"}, Seen{"Mail", "10:40:00", ""}));
 }
 
 TEST_F(WorkingDayTest, AStopEndsTheRecordWhenTheUserWasLastSeenAndAStartOpensAnother) {

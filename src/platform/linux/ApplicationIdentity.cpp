@@ -16,7 +16,7 @@ std::optional<std::string> processName(pid_t pid) {
     return name.empty() ? std::nullopt : std::optional(std::move(name));
 }
 
-} // namespace
+}  // namespace
 
 ApplicationIdentity::ApplicationIdentity(DesktopEntries& entries, IdentityTable table)
     : entries_(entries), table_(std::move(table)) {}
@@ -30,4 +30,4 @@ ForegroundApplication ApplicationIdentity::identify(const WindowProperties& wind
     return {.bundleIdentifier = table_.bundleIdentifier(name).value_or(text::lowercased(name)), .localizedName = name};
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

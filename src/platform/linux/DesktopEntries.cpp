@@ -32,6 +32,13 @@ std::string idFromProperty(const std::string& property) {
     return id;
 }
 
+/// "kde/org.kde.kate.desktop" is "kde-org.kde.kate".
+std::string idOfFile(fs::path relative) {
+    auto id = relative.replace_extension().generic_string();
+    std::replace(id.begin(), id.end(), '/', '-');
+    return id;
+}
+
 const DesktopEntry* findById(const std::vector<DesktopEntry>& entries, const std::string& property) {
     if (property.empty()) return nullptr;
     return firstMatch(entries, [id = idFromProperty(property)](const DesktopEntry& entry) { return entry.id == id; });
@@ -83,7 +90,8 @@ const DesktopEntry* findByProgram(const std::vector<DesktopEntry>& entries, pid_
     std::error_code error;
     const auto program = fs::read_symlink(fs::path("/proc") / std::to_string(pid) / "exe", error).filename().string();
     if (error || program.empty()) return nullptr;
-    for (const std::string_view interpreter : {"java", "python", "perl", "ruby", "node", "electron", "wine", "bash", "sh"})
+    for (const std::string_view interpreter :
+         {"java", "python", "perl", "ruby", "node", "electron", "wine", "bash", "sh"})
         if (program.starts_with(interpreter)) return nullptr;
     const DesktopEntry* found = nullptr;
     for (const auto& entry : entries) {
@@ -94,7 +102,7 @@ const DesktopEntry* findByProgram(const std::vector<DesktopEntry>& entries, pid_
     return found;
 }
 
-} // namespace
+}  // namespace
 
 struct DesktopEntries::Watch {
     QFileSystemWatcher watcher;
@@ -130,32 +138,34 @@ void DesktopEntries::indexIfStale() {
     if (!std::exchange(watch_->isStale, false)) return;
     entries_.clear();
     if (const auto before = watch_->watcher.directories(); !before.isEmpty()) watch_->watcher.removePaths(before);
-    const auto locales = desktopEntryLocales();
     std::set<std::string> seen;
     for (const auto& data : dataDirectories_) {
         const auto applications = data / "applications";
-        std::error_code error;
-        if (!fs::is_directory(applications, error)) {
-            watch_->follow(data); // until the directory appears
-            continue;
+        if (std::error_code error; fs::is_directory(applications, error)) {
+            watch_->follow(applications);
+            index(applications, seen);
+        } else {
+            watch_->follow(data);  // until the directory appears
         }
-        watch_->follow(applications);
-        constexpr auto options = fs::directory_options::follow_directory_symlink | fs::directory_options::skip_permission_denied;
-        auto files = fs::recursive_directory_iterator(applications, options, error);
-        for (; !error && files != fs::recursive_directory_iterator(); files.increment(error)) {
-            const auto& path = files->path();
-            if (std::error_code ignored; files->is_directory(ignored)) {
-                constexpr int deepest = 3; // a symbolic link may lead back up
-                if (files.depth() >= deepest) files.disable_recursion_pending();
-                watch_->follow(path);
-                continue;
-            }
-            if (path.extension() != ".desktop") continue;
-            auto id = idFromProperty(path.lexically_relative(applications).generic_string());
-            if (const auto below = path.parent_path().lexically_relative(applications).generic_string(); below != ".") {
-                id = below + "/" + id;
-                std::replace(id.begin(), id.end(), '/', '-');
-            }
+    }
+    // Directory order is arbitrary; where several entries would match, the answer must not be.
+    std::sort(entries_.begin(), entries_.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
+}
+
+void DesktopEntries::index(const fs::path& applications, std::set<std::string>& seen) {
+    constexpr int deepest = 3;  // a symbolic link may lead back up
+    constexpr auto options =
+        fs::directory_options::follow_directory_symlink | fs::directory_options::skip_permission_denied;
+    const auto locales = desktopEntryLocales();
+    std::error_code error;
+    auto files = fs::recursive_directory_iterator(applications, options, error);
+    for (; !error && files != fs::recursive_directory_iterator(); files.increment(error)) {
+        const auto& path = files->path();
+        if (std::error_code ignored; files->is_directory(ignored)) {
+            if (files.depth() >= deepest) files.disable_recursion_pending();
+            watch_->follow(path);
+        } else if (path.extension() == ".desktop") {
+            auto id = idOfFile(path.lexically_relative(applications));
             if (!seen.insert(id).second) continue;
             auto entry = parseDesktopEntry(wholeFile(path).value_or(""), locales);
             if (!entry) continue;
@@ -163,8 +173,6 @@ void DesktopEntries::indexIfStale() {
             entries_.push_back(*std::move(entry));
         }
     }
-    // Directory order is arbitrary; where several entries would match, the answer must not be.
-    std::sort(entries_.begin(), entries_.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -5,6 +5,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <set>
+#include <string>
 #include <vector>
 
 namespace quorvane::platform {
@@ -30,6 +32,7 @@ private:
     struct Watch;
 
     void indexIfStale();
+    void index(const std::filesystem::path& applications, std::set<std::string>& seen);
 
     std::vector<std::filesystem::path> dataDirectories_;
     std::vector<DesktopEntry> entries_;

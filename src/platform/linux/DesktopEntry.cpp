@@ -23,12 +23,23 @@ std::string unescaped(std::string_view value) {
             continue;
         }
         switch (value[++i]) {
-        case 's': result += ' '; break;
-        case 'n': result += '\n'; break;
-        case 't': result += '\t'; break;
-        case 'r': result += '\r'; break;
-        case '\\': result += '\\'; break;
-        default: (result += '\\') += value[i];
+        case 's':
+            result += ' ';
+            break;
+        case 'n':
+            result += '\n';
+            break;
+        case 't':
+            result += '\t';
+            break;
+        case 'r':
+            result += '\r';
+            break;
+        case '\\':
+            result += '\\';
+            break;
+        default:
+            (result += '\\') += value[i];
         }
     }
     return result;
@@ -93,7 +104,7 @@ std::string valueOf(const Keys& keys, const std::string& key) {
     return found == keys.end() ? std::string() : text::validUtf8(unescaped(found->second));
 }
 
-} // namespace
+}  // namespace
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::vector<std::string>& locales) {
     const auto keys = entryKeys(text);
@@ -132,4 +143,4 @@ std::vector<std::string> desktopEntryLocales() {
     return forms;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

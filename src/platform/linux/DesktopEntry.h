@@ -19,10 +19,11 @@ struct DesktopEntry {
 
 /// Reads a desktop file. None if it describes no application or says that the application is gone (`Hidden`).
 /// `locales` are the keys in brackets to look for, the best first: see `desktopEntryLocales`.
-[[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::vector<std::string>& locales);
+[[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(std::string_view text,
+                                                            const std::vector<std::string>& locales);
 
-/// The user's language for messages, by the first set of LC_ALL, LC_MESSAGES, LANG, in the forms that desktop files use:
-/// "de_AT.UTF-8@euro" gives de_AT@euro, de_AT, de@euro, de. Empty for "C".
+/// The user's language for messages, by the first set of LC_ALL, LC_MESSAGES, LANG, in the forms that desktop files
+/// use: "de_AT.UTF-8@euro" gives de_AT@euro, de_AT, de@euro, de. Empty for "C".
 [[nodiscard]] std::vector<std::string> desktopEntryLocales();
 
 }  // namespace quorvane::platform

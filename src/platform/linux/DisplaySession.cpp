@@ -28,7 +28,7 @@ bool someoneListensAt(const std::string& path) {
     return connected;
 }
 
-} // namespace
+}  // namespace
 
 bool isWaylandSession() {
     auto name = environment("WAYLAND_DISPLAY");
@@ -45,4 +45,4 @@ std::unique_ptr<X11Connection> connectToDisplay() {
         "Choose an X11 session at the login screen, often called \"Xorg\" or \"X11\".");
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

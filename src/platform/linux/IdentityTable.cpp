@@ -7,7 +7,7 @@
 
 namespace quorvane::platform {
 
-extern const char* const identitiesJson; // generated from resources/identities.json
+extern const char* const identitiesJson;  // generated from resources/identities.json
 
 IdentityTable IdentityTable::builtIn() {
     IdentityTable table;
@@ -40,4 +40,4 @@ std::optional<std::string> IdentityTable::bundleIdentifier(std::string_view name
     return found->second;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

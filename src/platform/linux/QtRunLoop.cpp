@@ -70,12 +70,12 @@ std::unique_ptr<QCoreApplication> applicationIfMissing() {
     return application;
 }
 
-} // namespace
+}  // namespace
 
 struct QtRunLoop::Impl {
     std::unique_ptr<QCoreApplication> application = applicationIfMissing();
-    QObject context;  ///< lives on the main thread; owns the timers and receives what is posted
-    QThreadPool pool; ///< dies first: its work may still post
+    QObject context;   ///< lives on the main thread; owns the timers and receives what is posted
+    QThreadPool pool;  ///< dies first: its work may still post
 };
 
 QtRunLoop::QtRunLoop() : impl_(std::make_unique<Impl>()) {
@@ -111,4 +111,4 @@ void QtRunLoop::quit(int status) {
     post([status] { QCoreApplication::exit(status); });
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -14,7 +14,7 @@ public:
     QtRunLoop();
     QtRunLoop(const QtRunLoop&) = delete;
     QtRunLoop& operator=(const QtRunLoop&) = delete;
-    ~QtRunLoop() override; ///< Waits for background work. Handles of timers may outlive it; they do nothing then.
+    ~QtRunLoop() override;  ///< Waits for background work. Handles of timers may outlive it; they do nothing then.
 
     [[nodiscard]] Date now() const override;
     [[nodiscard]] std::unique_ptr<Timer> every(Seconds interval, std::function<void()> fire) override;
@@ -34,4 +34,4 @@ private:
     std::unique_ptr<Impl> impl_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -39,7 +39,7 @@ public:
         if (notifier_) {
             notifier_->setEnabled(false);
             notifier_->disconnect();
-            notifier_.release()->deleteLater(); // it may be what calls us
+            notifier_.release()->deleteLater();  // it may be what calls us
         }
         if (x11_.isUsable()) {
             xcb_record_free_context(x11_.xcb(), context_);
@@ -68,8 +68,7 @@ public:
             xcb_flush(data_.get());
         } else if (x11_.isUsable()) {
             // Waiting for the server keeps a later enabling from overtaking this.
-            [[maybe_unused]] const bool done =
-                x11_.succeeded(xcb_record_disable_context_checked(x11_.xcb(), context_));
+            [[maybe_unused]] const bool done = x11_.succeeded(xcb_record_disable_context_checked(x11_.xcb(), context_));
             xcb_discard_reply(data_.get(), sequence_);
         }
     }
@@ -87,7 +86,7 @@ private:
                 isEnabled_ = false;
                 break;
             }
-            constexpr int fromServer = 0; // other categories: the stream begins or ends
+            constexpr int fromServer = 0;  // other categories: the stream begins or ends
             constexpr int eventSize = 32;
             int events =
                 reply->category == fromServer ? xcb_record_enable_context_data_length(reply.get()) / eventSize : 0;
@@ -111,7 +110,7 @@ private:
     WeakSource<RecordKeyEventTap> weak_{*this};
 };
 
-} // namespace
+}  // namespace
 
 std::unique_ptr<KeyEventTap> RecordKeyEventSource::createTap(KeyEvents events, std::function<void()> heard) {
     const auto context = createContext(x11_, events);
@@ -133,4 +132,4 @@ Channel RecordKeyEventSource::channel() const {
     return channel;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -18,4 +18,4 @@ private:
     X11Connection& x11_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

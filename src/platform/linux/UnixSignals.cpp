@@ -26,7 +26,7 @@ extern "C" void leaveSignalNumber(int signal) {
     errno = before;
 }
 
-} // namespace
+}  // namespace
 
 struct UnixSignals::Impl {
     int readingEnd = -1;
@@ -66,4 +66,4 @@ UnixSignals::~UnixSignals() {
     close(impl_->readingEnd);
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -14,11 +14,11 @@ public:
     UnixSignals(std::initializer_list<int> signals, std::function<void(int)> received);
     UnixSignals(const UnixSignals&) = delete;
     UnixSignals& operator=(const UnixSignals&) = delete;
-    ~UnixSignals(); ///< What the signals did before, they do again.
+    ~UnixSignals();  ///< What the signals did before, they do again.
 
 private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

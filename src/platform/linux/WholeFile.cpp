@@ -21,4 +21,4 @@ std::optional<std::string> wholeFile(const std::filesystem::path& path) {
     return bytes;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -128,4 +128,4 @@ void X11Connection::dispatch() {
 // A closed socket stays readable for ever. The connection itself stays, in its failed state, for those who hold it.
 void X11Connection::lose() { notifier_->setEnabled(false); }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -95,7 +95,7 @@ private:
     void lose();
 
     std::string displayName_;
-    Channel refusal_; ///< name, reason and remedy when no connection could be made
+    Channel refusal_;  ///< name, reason and remedy when no connection could be made
     xcb_connection_t* connection_ = nullptr;
     xcb_window_t root_ = XCB_WINDOW_NONE;
     std::map<std::string, xcb_atom_t, std::less<>> atoms_;
@@ -105,4 +105,4 @@ private:
     Signal<const xcb_generic_event_t&> events_;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

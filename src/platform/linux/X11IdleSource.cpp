@@ -23,7 +23,7 @@ std::uint32_t findSystemCounter(X11Connection& x11, std::string_view wanted) {
     return 0;
 }
 
-} // namespace
+}  // namespace
 
 X11IdleSource::X11IdleSource(X11Connection& x11)
     : x11_(x11), idleCounter_(findSystemCounter(x11, "IDLETIME")),
@@ -53,4 +53,4 @@ Channel X11IdleSource::channel() const {
     return channel;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -16,8 +16,8 @@ public:
 
 private:
     X11Connection& x11_;
-    std::uint32_t idleCounter_ = 0; ///< 0: the server has none
+    std::uint32_t idleCounter_ = 0;  ///< 0: the server has none
     bool hasScreenSaver_ = false;
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

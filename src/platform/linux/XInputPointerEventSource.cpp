@@ -25,11 +25,11 @@ void selectButtonPresses(X11Connection& x11, bool selected) {
     xcb_flush(x11.xcb());
 }
 
-} // namespace
+}  // namespace
 
 /// The monitors of one source. The server is asked for events only while there are any.
 struct XInputPointerEventSource::Listening {
-    X11Connection* x11 = nullptr; ///< null once the source is gone
+    X11Connection* x11 = nullptr;  ///< null once the source is gone
     Signal<Point> pressed;
     Subscription events;
 
@@ -56,7 +56,7 @@ private:
     std::function<void()> ended_;
 };
 
-} // namespace
+}  // namespace
 
 XInputPointerEventSource::XInputPointerEventSource(X11Connection& x11)
     : x11_(x11), isOffered_(negotiate(x11)), listening_(std::make_shared<Listening>()) {
@@ -103,4 +103,4 @@ Channel XInputPointerEventSource::channel() const {
     return channel;
 }
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -7,8 +7,8 @@
 
 namespace quorvane::platform {
 
-/// Button presses and scrolling of all applications by raw events of the X Input extension 2.2. Motion is not asked for,
-/// so that a moving pointer does not wake the process.
+/// Button presses and scrolling of all applications by raw events of the X Input extension 2.2. Motion is not asked
+/// for, so that a moving pointer does not wake the process.
 class XInputPointerEventSource final : public PointerEventSource {
 public:
     explicit XInputPointerEventSource(X11Connection& x11);
@@ -28,7 +28,7 @@ private:
 
     X11Connection& x11_;
     bool isOffered_ = false;
-    std::shared_ptr<Listening> listening_; ///< monitors may outlive this object
+    std::shared_ptr<Listening> listening_;  ///< monitors may outlive this object
 };
 
-} // namespace quorvane::platform
+}  // namespace quorvane::platform

@@ -25,7 +25,7 @@ path pathIn(const char* variable, const char* belowHome) {
     return set.empty() ? home() / belowHome : set;
 }
 
-} // namespace
+}  // namespace
 
 path home() {
     if (auto set = absolutePathIn("HOME"); !set.empty()) return set;
@@ -56,9 +56,10 @@ path applicationState() { return stateHome() / folderName; }
 bool createPrivately(const path& directory) {
     std::error_code error;
     if (std::filesystem::is_directory(directory, error)) return true;
-    if (directory.has_parent_path() && directory.parent_path() != directory && !createPrivately(directory.parent_path()))
+    if (directory.has_parent_path() && directory.parent_path() != directory &&
+        !createPrivately(directory.parent_path()))
         return false;
     return mkdir(directory.c_str(), 0700) == 0 || std::filesystem::is_directory(directory, error);
 }
 
-} // namespace quorvane::platform::XdgPaths
+}  // namespace quorvane::platform::XdgPaths

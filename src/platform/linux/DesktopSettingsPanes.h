@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/SettingsPanes.h"
+
+namespace quorvane::platform {
+
+/// The settings program of the desktop that XDG_CURRENT_DESKTOP names: its accessibility page for the accessibility
+/// pane, its first page for automation. Input monitoring is nothing that a desktop here grants or refuses, so for it
+/// nothing opens; nor without a desktop that we know or without a display.
+class DesktopSettingsPanes final : public SettingsPanes {
+public:
+    void open(const std::string& url) override;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,73 @@
+#include "platform/linux/LinuxDesktop.h"
+
+#include "platform/linux/ApplicationIdentity.h"
+#include "platform/linux/DesktopSettingsPanes.h"
+#include "platform/linux/DisplaySession.h"
+#include "platform/linux/LinuxSystemEvents.h"
+#include "platform/linux/LinuxSystemLog.h"
+#include "platform/linux/RecordKeyEventSource.h"
+#include "platform/linux/WholeFile.h"
+#include "platform/linux/X11ForegroundSource.h"
+#include "platform/linux/X11IdleSource.h"
+#include "platform/linux/XInputPointerEventSource.h"
+#include "platform/linux/XdgPaths.h"
+
+namespace quorvane::platform {
+namespace {
+
+/// The built-in table, extended by the user's own if there is one. A faulty one is left out, with a line in `notices`.
+IdentityTable identityTable(std::vector<std::string>& notices) {
+    auto table = IdentityTable::builtIn();
+    const auto file = XdgPaths::applicationConfig() / "identities.json";
+    std::error_code error;
+    if (!std::filesystem::exists(file, error)) return table;
+    const auto json = wholeFile(file);
+    const auto problem = json ? table.extend(*json) : std::optional<std::string>("it cannot be read");
+    if (problem) notices.push_back(file.string() + " is ignored: " + *problem);
+    return table;
+}
+
+}  // namespace
+
+struct LinuxDesktop::Parts {
+    explicit Parts(RunLoop& runLoop)
+        : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
+          systemEvents(runLoop, *x11), foreground(runLoop, *x11, identity, systemEvents), idle(*x11), keys(*x11),
+          pointer(*x11) {}
+
+    std::vector<std::string> notices;
+    std::unique_ptr<X11Connection> x11;
+    DesktopEntries entries;
+    ApplicationIdentity identity;
+    LinuxSystemEvents systemEvents;
+    X11ForegroundSource foreground;
+    X11IdleSource idle;
+    RecordKeyEventSource keys;
+    XInputPointerEventSource pointer;
+    DesktopSettingsPanes settingsPanes;
+    LinuxSystemLog systemLog;
+};
+
+LinuxDesktop::LinuxDesktop(RunLoop& runLoop) : parts_(std::make_unique<Parts>(runLoop)) {}
+
+LinuxDesktop::~LinuxDesktop() = default;
+
+ForegroundSource& LinuxDesktop::foreground() { return parts_->foreground; }
+IdleSource& LinuxDesktop::idle() { return parts_->idle; }
+KeyEventSource& LinuxDesktop::keys() { return parts_->keys; }
+PointerEventSource& LinuxDesktop::pointer() { return parts_->pointer; }
+SystemEvents& LinuxDesktop::systemEvents() { return parts_->systemEvents; }
+SettingsPanes& LinuxDesktop::settingsPanes() { return parts_->settingsPanes; }
+
+std::vector<Channel> LinuxDesktop::channels() const {
+    std::vector<Channel> channels{parts_->foreground.channel(), parts_->foreground.titleChannel(),
+                                  parts_->idle.channel(), parts_->keys.channel(), parts_->pointer.channel()};
+    for (auto& channel : parts_->systemEvents.channels())
+        channels.push_back(std::move(channel));
+    channels.push_back(parts_->systemLog.channel());
+    return channels;
+}
+
+const std::vector<std::string>& LinuxDesktop::notices() const { return parts_->notices; }
+
+}  // namespace quorvane::platform

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/Desktop.h"
+#include "platform/RunLoop.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quorvane::platform {
+
+/// The user's Linux desktop. It can always be made: what a machine, a session or a missing display does not offer is
+/// refused, with the reason in its channel. Main thread only; needs `QtRunLoop`.
+class LinuxDesktop final : public Desktop {
+public:
+    explicit LinuxDesktop(RunLoop& runLoop);
+    LinuxDesktop(const LinuxDesktop&) = delete;
+    LinuxDesktop& operator=(const LinuxDesktop&) = delete;
+    ~LinuxDesktop() override;
+
+    ForegroundSource& foreground() override;
+    IdleSource& idle() override;
+    KeyEventSource& keys() override;
+    PointerEventSource& pointer() override;
+    SystemEvents& systemEvents() override;
+    SettingsPanes& settingsPanes() override;
+
+    /// For every question who answers it now, or why nobody does. Asks around, which may take a second.
+    [[nodiscard]] std::vector<Channel> channels() const;
+
+    /// What was wrong with the user's own files at the start, a line each; usually empty.
+    [[nodiscard]] const std::vector<std::string>& notices() const;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,72 @@
+#include "platform/linux/LinuxSystemEvents.h"
+
+#include "platform/linux/LogindSession.h"
+#include "platform/linux/ScreenSaverSignals.h"
+#include "platform/linux/SessionLock.h"
+#include "platform/linux/X11ScreenEvents.h"
+
+#include <array>
+#include <utility>
+
+namespace quorvane::platform {
+
+struct LinuxSystemEvents::Sources {
+    Sources(RunLoop& runLoop, X11Connection& x11)
+        : lock(runLoop,
+               [this](bool isLocked) { send(isLocked, SystemEvent::screenLocked, SystemEvent::screenUnlocked); }),
+          logind({.willSleep = [this] { signal(SystemEvent::willSleep).send(); },
+                  .didWake = [this] { signal(SystemEvent::didWake).send(); },
+                  .lockRequested = [this](bool request) { lock.noteRequest(request); },
+                  .lockReported = [this](bool isLocked) { lock.noteState(isLocked); }}),
+          screenSaver([this](bool isActive) { lock.noteState(isActive); }), screens(x11, [this](bool areAsleep) {
+              send(areAsleep, SystemEvent::screensDidSleep, SystemEvent::screensDidWake);
+          }) {
+        lock.begin(logind.wasLocked());
+    }
+
+    Signal<>& signal(SystemEvent event) { return signals[static_cast<std::size_t>(event)]; }
+    void send(bool which, SystemEvent ifTrue, SystemEvent ifFalse) { signal(which ? ifTrue : ifFalse).send(); }
+
+    std::array<Signal<>, static_cast<std::size_t>(SystemEvent::screenUnlocked) + 1> signals;
+    SessionLock lock;
+    LogindSession logind;
+    ScreenSaverSignals screenSaver;
+    X11ScreenEvents screens;
+};
+
+LinuxSystemEvents::LinuxSystemEvents(RunLoop& runLoop, X11Connection& x11)
+    : sources_(std::make_unique<Sources>(runLoop, x11)) {}
+
+LinuxSystemEvents::~LinuxSystemEvents() = default;
+
+Subscription LinuxSystemEvents::observe(SystemEvent event, std::function<void()> happened) {
+    return sources_->signal(event).subscribe(std::move(happened));
+}
+
+std::vector<Channel> LinuxSystemEvents::channels() const {
+    Channel sleep{.question = "sleep and wake", .name = "logind PrepareForSleep"};
+    sleep.reason = sources_->logind.sleepProblem();
+    sleep.isAvailable = sleep.reason.empty();
+    if (!sleep.isAvailable)
+        sleep.remedy = "Run systemd-logind or elogind; without it a sleep shows only as a gap in time.";
+
+    Channel lock{.question = "lock and unlock", .isAvailable = true};
+    const auto logindProblem = sources_->logind.lockProblem();
+    const auto screenSaverProblem = sources_->screenSaver.problem();
+    if (logindProblem.empty()) {
+        lock.name = screenSaverProblem.empty() ? "logind session and screen saver ActiveChanged" : "logind session";
+    } else {
+        lock.name = "screen saver ActiveChanged";
+        lock.isAvailable = screenSaverProblem.empty();
+    }
+    if (!lock.isAvailable) {
+        lock.name = "logind session, screen saver ActiveChanged";
+        lock.reason = logindProblem + "; " + screenSaverProblem;
+        lock.remedy = "Use a locker that reports to logind or to the session bus, as those of the desktops do.";
+    }
+    return {std::move(sleep), std::move(lock), sources_->screens.channel()};
+}
+
+bool LinuxSystemEvents::isLocked() const { return sources_->lock.isLocked(); }
+
+}  // namespace quorvane::platform

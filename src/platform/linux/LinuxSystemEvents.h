@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/RunLoop.h"
+#include "platform/SystemEvents.h"
+#include "platform/linux/X11Connection.h"
+
+#include <memory>
+
+namespace quorvane::platform {
+
+/// Sleep from logind, lock from logind and the screen savers, dark screens from the X server. What is missing of these
+/// is missing, and nothing else.
+class LinuxSystemEvents final : public SystemEvents {
+public:
+    /// Asks the buses how things stand, for less than a second even if nobody there answers.
+    LinuxSystemEvents(RunLoop& runLoop, X11Connection& x11);
+    LinuxSystemEvents(const LinuxSystemEvents&) = delete;
+    LinuxSystemEvents& operator=(const LinuxSystemEvents&) = delete;
+    ~LinuxSystemEvents() override;
+
+    Subscription observe(SystemEvent event, std::function<void()> happened) override;
+
+    /// Three: sleep and wake, lock and unlock, screens asleep.
+    [[nodiscard]] std::vector<Channel> channels() const override;
+
+    [[nodiscard]] bool isLocked() const;
+
+private:
+    struct Sources;
+    std::unique_ptr<Sources> sources_;
+};
+
+}  // namespace quorvane::platform

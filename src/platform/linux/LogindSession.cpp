@@ -1,0 +1,105 @@
+#include "platform/linux/LogindSession.h"
+
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusReply>
+#include <QDBusVariant>
+#include <cstdlib>
+#include <unistd.h>
+#include <utility>
+
+namespace quorvane::platform {
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.login1");
+const QString managerPath = QStringLiteral("/org/freedesktop/login1");
+const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager");
+const QString sessionInterface = QStringLiteral("org.freedesktop.login1.Session");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+QDBusMessage managerCall(const char* method, const QVariantList& arguments) {
+    auto call = QDBusMessage::createMethodCall(service, managerPath, managerInterface, QString::fromLatin1(method));
+    call.setArguments(arguments);
+    return call;
+}
+
+}  // namespace
+
+LogindSession::LogindSession(Handlers handlers) : handlers_(std::move(handlers)), system_(DBusConnection::toSystem()) {
+    if (!system_.isConnected()) return;
+    system_.bus().connect(service, managerPath, managerInterface, QStringLiteral("PrepareForSleep"), this,
+                          SLOT(notePrepareForSleep(bool)));
+    // The signals above arrive even if logind starts later. The rest is asked once, and by nobody's leave for long.
+    if (!system_.isOwned(service)) return;
+    takeDelay();
+    findSession();
+    if (sessionPath_.isEmpty()) return;
+    auto& bus = system_.bus();
+    bus.connect(service, sessionPath_, sessionInterface, QStringLiteral("Lock"), this, SLOT(noteLock()));
+    bus.connect(service, sessionPath_, sessionInterface, QStringLiteral("Unlock"), this, SLOT(noteUnlock()));
+    bus.connect(service, sessionPath_, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
+                SLOT(noteProperties(QString, QVariantMap, QStringList)));
+    auto question = QDBusMessage::createMethodCall(service, sessionPath_, propertiesInterface, QStringLiteral("Get"));
+    question << sessionInterface << QStringLiteral("LockedHint");
+    const QDBusReply<QDBusVariant> hint = bus.call(question, QDBus::Block, busPatienceInMilliseconds);
+    wasLocked_ = hint.isValid() && hint.value().variant().toBool();
+}
+
+std::string LogindSession::sleepProblem() {
+    if (!system_.isConnected()) return "no system bus";
+    if (!system_.isOwned(service)) return "logind (org.freedesktop.login1) is not on the system bus";
+    return {};
+}
+
+std::string LogindSession::lockProblem() {
+    if (auto problem = sleepProblem(); !problem.empty()) return problem;
+    return sessionPath_.isEmpty() ? "logind knows no session of this process" : "";
+}
+
+// The path is never made from the id: logind escapes it ("2" is "_32").
+void LogindSession::findSession() {
+    QList<QDBusMessage> questions;
+    if (const char* id = std::getenv("XDG_SESSION_ID"); id && *id)
+        questions << managerCall("GetSession", {QString::fromLocal8Bit(id)});
+    questions << managerCall("GetSessionByPID", {static_cast<uint>(getpid())})
+              << managerCall("GetSession", {QStringLiteral("auto")});  // from a service: the user's display session
+    for (const auto& question : questions) {
+        const QDBusReply<QDBusObjectPath> path = system_.bus().call(question, QDBus::Block, busPatienceInMilliseconds);
+        if (path.isValid()) {
+            sessionPath_ = path.value().path();
+            return;
+        }
+        if (path.error().type() == QDBusError::NoReply) return;  // it hangs; it won't answer the next one either
+    }
+}
+
+void LogindSession::takeDelay() {
+    const auto inhibit = managerCall("Inhibit", {QStringLiteral("sleep"), QStringLiteral("Quorvane"),
+                                                 QStringLiteral("Close the open record"), QStringLiteral("delay")});
+    auto* watcher = new QDBusPendingCallWatcher(system_.bus().asyncCall(inhibit), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QDBusUnixFileDescriptor> lock = *watcher;
+        if (lock.isValid() && !isAsleep_) delay_ = lock.value();
+    });
+}
+
+void LogindSession::notePrepareForSleep(bool isGoing) {
+    if (std::exchange(isAsleep_, isGoing) == isGoing) return;
+    if (isGoing) {
+        handlers_.willSleep();
+        delay_ = {};
+    } else {
+        takeDelay();
+        handlers_.didWake();
+    }
+}
+
+void LogindSession::noteProperties(const QString& interface, const QVariantMap& changed, const QStringList&) {
+    const auto hint = changed.constFind(QStringLiteral("LockedHint"));
+    if (interface == sessionInterface && hint != changed.constEnd()) handlers_.lockReported(hint->toBool());
+}
+
+}  // namespace quorvane::platform

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/linux/DBusConnection.h"
+
+#include <QDBusUnixFileDescriptor>
+#include <QObject>
+#include <QStringList>
+#include <QVariantMap>
+#include <functional>
+#include <string>
+
+namespace quorvane::platform {
+
+/// What logind says about the machine's sleep and our session's lock.
+class LogindSession final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Handlers {
+        std::function<void()> willSleep;  ///< the machine sleeps only when this has returned
+        std::function<void()> didWake;
+        std::function<void(bool lock)> lockRequested;
+        std::function<void(bool isLocked)> lockReported;
+    };
+
+    /// Asks logind and listens from now on; answered or not, this takes less than a second.
+    explicit LogindSession(Handlers handlers);
+
+    /// Why sleep, or the session's lock, is not reported; empty when it is.
+    [[nodiscard]] std::string sleepProblem();
+    [[nodiscard]] std::string lockProblem();
+
+    /// The lock as it was at the start.
+    [[nodiscard]] bool wasLocked() const { return wasLocked_; }
+
+private Q_SLOTS:
+    void notePrepareForSleep(bool isGoing);
+    void noteLock() { handlers_.lockRequested(true); }
+    void noteUnlock() { handlers_.lockRequested(false); }
+    void noteProperties(const QString& interface, const QVariantMap& changed, const QStringList& invalidated);
+
+private:
+    void findSession();
+    void takeDelay();
+
+    Handlers handlers_;
+    DBusConnection system_;
+    QString sessionPath_;            ///< empty: this process belongs to no session
+    QDBusUnixFileDescriptor delay_;  ///< while it is open the machine waits with falling asleep
+    bool isAsleep_ = false;
+    bool wasLocked_ = false;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,31 @@
+#include "platform/linux/SessionLock.h"
+
+#include <utility>
+
+namespace quorvane::platform {
+namespace {
+
+/// Lockers that report at all do so within a fraction of this.
+constexpr Seconds timeToConfirm = 5s;
+
+}  // namespace
+
+SessionLock::SessionLock(RunLoop& runLoop, std::function<void(bool)> changed)
+    : runLoop_(runLoop), changed_(std::move(changed)) {}
+
+void SessionLock::noteRequest(bool lock) {
+    if (lock == isLocked_) return;
+    confirmation_ = lock ? runLoop_.after(timeToConfirm, [this] { set(false); }) : nullptr;
+    set(lock);
+}
+
+void SessionLock::noteState(bool isLocked) {
+    confirmation_.reset();
+    set(isLocked);
+}
+
+void SessionLock::set(bool isLocked) {
+    if (std::exchange(isLocked_, isLocked) != isLocked) changed_(isLocked);
+}
+
+}  // namespace quorvane::platform

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/ForegroundSource.h"
+#include "platform/RunLoop.h"
+#include "platform/linux/ApplicationIdentity.h"
+#include "platform/linux/LinuxSystemEvents.h"
+#include "platform/linux/X11Connection.h"
+
+#include <memory>
+
+namespace quorvane::platform {
+
+/// The window that the window manager says has the focus (_NET_ACTIVE_WINDOW), and its application.
+///
+/// A change is looked at 30 ms after it, at the latest 60 ms after the first of several, since window managers pass
+/// through "none" and other windows on their way. An activation is reported when the application is another one than
+/// before, when it returns after no window had the focus, and when the session is unlocked.
+class X11ForegroundSource final : public ForegroundSource {
+public:
+    X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity,
+                        LinuxSystemEvents& systemEvents);
+
+    [[nodiscard]] std::optional<ForegroundApplication> frontmostApplication() override;
+    [[nodiscard]] std::optional<std::string> frontmostWindowTitle() override;
+    Subscription observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) override;
+    [[nodiscard]] Channel channel() const override;
+
+    [[nodiscard]] Channel titleChannel() const;
+
+private:
+    /// A window that has the focus, as it was at one moment.
+    struct FrontWindow {
+        xcb_window_t id = XCB_WINDOW_NONE;
+        WindowProperties properties;
+    };
+
+    [[nodiscard]] xcb_window_t activeWindow() const;
+    [[nodiscard]] std::optional<FrontWindow> frontWindow();
+    [[nodiscard]] Channel windowManagerChannel(std::string question, std::string name) const;
+    void noteChange();
+    void evaluate(bool mayLookAgain);
+
+    RunLoop& runLoop_;
+    X11Connection& x11_;
+    const ApplicationIdentity& identity_;
+    LinuxSystemEvents& systemEvents_;
+    Signal<const std::optional<ForegroundApplication>&> activated_;
+    std::optional<ForegroundApplication> lastActivated_;
+    std::optional<Date> firstChange_;  ///< of those not evaluated yet
+    std::unique_ptr<WorkItem> evaluation_;
+    Subscription events_;
+    Subscription locked_;
+    Subscription unlocked_;
+};
+
+}  // namespace quorvane::platform

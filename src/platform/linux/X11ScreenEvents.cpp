@@ -1,0 +1,36 @@
+#include "platform/linux/X11ScreenEvents.h"
+
+#include <utility>
+#include <xcb/screensaver.h>
+
+namespace quorvane::platform {
+
+X11ScreenEvents::X11ScreenEvents(X11Connection& x11, std::function<void(bool)> changed)
+    : x11_(x11), changed_(std::move(changed)) {
+    const auto* extension = x11.extension(&xcb_screensaver_id);
+    if (!extension) return;
+    isOffered_ = true;
+    xcb_screensaver_select_input(x11.xcb(), x11.root(), XCB_SCREENSAVER_EVENT_NOTIFY_MASK);
+    xcb_flush(x11.xcb());
+    const int notify = extension->first_event + XCB_SCREENSAVER_NOTIFY;
+    events_ = x11.observeEvents([this, notify](const xcb_generic_event_t& event) {
+        if ((event.response_type & 0x7f) != notify) return;
+        const auto state = reinterpret_cast<const xcb_screensaver_notify_event_t&>(event).state;
+        if (state != XCB_SCREENSAVER_STATE_ON && state != XCB_SCREENSAVER_STATE_OFF)
+            return;  // only the picture changed
+        const bool areAsleep = state == XCB_SCREENSAVER_STATE_ON;
+        if (std::exchange(areAsleep_, areAsleep) != areAsleep) changed_(areAsleep);
+    });
+}
+
+Channel X11ScreenEvents::channel() const {
+    auto channel = x11_.channel("screens asleep", "X11 MIT-SCREEN-SAVER");
+    if (channel.isAvailable && !isOffered_) {
+        channel.isAvailable = false;
+        channel.reason = "the X server does not offer the extension MIT-SCREEN-SAVER";
+        channel.remedy = "Enable it in the X server; an untrusted connection (ssh -X) is not given it.";
+    }
+    return channel;
+}
+
+}  // namespace quorvane::platform

@@ -1,0 +1,69 @@
+#include "store/RecordSpans.h"
+
+namespace quorvane::RecordSpans {
+namespace {
+
+/// Reads stored rows; right only while nothing is unsaved.
+std::vector<RecordSpan> scanned(ModelContext& context, const FetchDescriptor<ActivityRecord>& descriptor,
+                                bool withBundleId) {
+    std::vector<std::string> columns{"pk", "start_time", "end_time"};
+    if (withBundleId) columns.emplace_back("app_bundle_id");
+    std::vector<RecordSpan> spans;
+    context.scan(descriptor, columns, [&](const Row& row) {
+        RecordSpan span{.objectId = row.integer(0), .start = dateFromMicroseconds(row.integer(1))};
+        if (!row.isNull(2)) span.end = dateFromMicroseconds(row.integer(2));
+        if (withBundleId) span.bundleId = row.text(3);
+        spans.push_back(std::move(span));
+        return true;
+    });
+    return spans;
+}
+
+/// How many spans stand before the last start: one that comes later may start at the same instant and is not read yet.
+std::size_t beforeLastStart(const std::vector<RecordSpan>& spans) {
+    std::size_t end = spans.size();
+    while (end > 0 && spans[end - 1].start == spans.back().start)
+        --end;
+    return end;
+}
+
+}  // namespace
+
+std::vector<RecordSpan> read(ModelContext& context, const Query& query, std::size_t limit) {
+    FetchDescriptor<ActivityRecord> descriptor{
+        .predicate = query.predicate, .sort = {ascending(&ActivityRecord::startTime)}, .limit = limit};
+    if (query.from) descriptor.predicate = field(&ActivityRecord::startTime) >= *query.from && query.predicate;
+    if (!context.hasChanges()) return scanned(context, descriptor, query.withBundleId);
+    std::vector<RecordSpan> spans;
+    for (const auto& record : context.fetch(descriptor))
+        spans.push_back(spanOf(*record));
+    return spans;
+}
+
+void forEach(ModelContext& context, Query query, const std::function<void(const RecordSpan&)>& visit,
+             std::size_t slice) {
+    for (std::size_t limit = slice;;) {
+        const auto spans = read(context, query, limit);
+        const bool isLast = spans.size() < limit;
+        const std::size_t end = isLast ? spans.size() : beforeLastStart(spans);
+        for (std::size_t i = 0; i < end; ++i)
+            visit(spans[i]);
+        if (isLast) return;
+        // A slice in which all start at one instant grows until it shows where the next one begins.
+        limit = end == 0 ? limit * 2 : slice;
+        query.from = spans.back().start;
+    }
+}
+
+std::shared_ptr<ActivityRecord> record(ModelContext& context, const RecordSpan& span) {
+    return std::static_pointer_cast<ActivityRecord>(context.object(ActivityRecord::description(), span.objectId));
+}
+
+RecordSpan spanOf(const ActivityRecord& record) {
+    return {.objectId = record.objectId(),
+            .start = record.startTime(),
+            .end = record.endTime(),
+            .bundleId = record.appBundleId().value_or("")};
+}
+
+}  // namespace quorvane::RecordSpans

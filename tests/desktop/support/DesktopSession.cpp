@@ -1,0 +1,76 @@
+#include "desktop/support/DesktopSession.h"
+
+#include "desktop/support/TestWindow.h"
+#include "desktop/support/Waiting.h"
+
+#include <filesystem>
+#include <fmt/format.h>
+#include <stdexcept>
+
+namespace quorvane {
+namespace {
+
+/// A bus without services to start, so that nothing runs but what the test starts.
+constexpr const char* busConfiguration = R"(<busconfig>
+  <type>session</type>
+  <listen>unix:path={}</listen>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+
+}  // namespace
+
+DesktopSession::DesktopSession(const Parts& parts) {
+    for (const char* folder : {"run", "home/.local/share", "home/.config"}) {
+        std::filesystem::create_directories(folder_ / folder);
+        std::filesystem::permissions(folder_ / folder, std::filesystem::perms::owner_all);
+    }
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "XDG_SESSION_ID", "XDG_CURRENT_DESKTOP",
+                                 "XDG_STATE_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"})
+        environment_.unset(variable);
+    environment_.set("HOME", folder_ / "home");
+    environment_.set("XDG_RUNTIME_DIR", runtimeDirectory());
+    environment_.set("XDG_DATA_HOME", dataHome());
+    environment_.set("XDG_CONFIG_HOME", configHome());
+    for (const char* variable : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"})
+        environment_.set(variable, "unix:path=" + (folder_ / "no-bus").string());
+    if (parts.buses) {
+        startBus("system-bus", "DBUS_SYSTEM_BUS_ADDRESS");
+        startBus("session-bus", "DBUS_SESSION_BUS_ADDRESS");
+    }
+    if (parts.display) startServer(parts.serverArguments);
+    if (parts.display && parts.windowManager) startWindowManager();
+}
+
+void DesktopSession::startServer(const std::vector<std::string>& arguments) {
+    std::vector<std::string> command{"Xvfb",     "-displayfd", "{ready}",   "-screen", "0", "800x600x24",
+                                     "-nolisten", "tcp",        "-noreset"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    server_ = std::make_unique<ChildProcess>(std::move(command));
+    const auto number = server_->readyLine();
+    if (!number) throw std::runtime_error("Xvfb does not start");
+    environment_.set("DISPLAY", ":" + *number);
+}
+
+void DesktopSession::startWindowManager() {
+    windowManager_ = std::make_unique<ChildProcess>(std::vector<std::string>{"openbox", "--sm-disable"});
+    if (!waitUntil([] { return TestWindow::hasWindowManager(); }, 10s))
+        throw std::runtime_error("openbox does not start");
+}
+
+void DesktopSession::startBus(const std::string& name, const std::string& variable) {
+    const auto socket = folder_ / name;
+    const auto configuration = folder_ / (name + ".conf");
+    writeFile(configuration, fmt::format(busConfiguration, socket.string()));
+    buses_.push_back(std::make_unique<ChildProcess>(std::vector<std::string>{
+        "dbus-daemon", "--config-file=" + configuration.string(), "--nofork", "--nopidfile", "--print-address"}));
+    if (!waitUntil([&] { return std::filesystem::exists(socket); }, 10s))
+        throw std::runtime_error("dbus-daemon does not start");
+    environment_.set(variable, "unix:path=" + socket.string());
+}
+
+}  // namespace quorvane

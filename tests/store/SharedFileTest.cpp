@@ -1,0 +1,188 @@
+#include "store/LiveQuery.h"
+#include "store/ModelContext.h"
+#include "support/Matchers.h"
+#include "support/OtherProcess.h"
+#include "support/TemporaryStore.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+using Record = ActivityRecord;
+
+/// Two connections to one file, as the application and the companion command have them.
+class SharedFileTest : public testing::Test {
+protected:
+    TemporaryStore store;
+    ModelContext& context = store.context();
+    std::unique_ptr<ModelContext> other = store.anotherContext();
+
+    std::shared_ptr<Record> insertAndSave(const RecordBuilder& builder) {
+        auto record = builder.in(context);
+        context.save();
+        return record;
+    }
+    std::shared_ptr<Record> othersCopy(const std::shared_ptr<Record>& record) {
+        return other->fetch<Record>({.predicate = field(&Record::id) == record->id()}).front();
+    }
+};
+
+TEST_F(SharedFileTest, TheNextFetchSeesWhatAnotherSavedAndRefreshesLiveObjects) {
+    const auto record = insertAndSave(aRecord().app("Editor"));
+    const auto untouched = insertAndSave(aRecord().app("Browser"));
+    EXPECT_FALSE(context.hasForeignChanges());
+    othersCopy(record)->windowTitle = "theirs";
+    const auto project = insertProject(*other, "Website");
+    othersCopy(record)->project = project;
+    EXPECT_THAT(context.fetch<Record>(), SizeIs(2));
+    EXPECT_FALSE(context.hasForeignChanges());
+    other->save();
+    EXPECT_TRUE(context.hasForeignChanges());
+    EXPECT_FALSE(context.hasForeignChanges());
+
+    int changes = 0;
+    int changesOfUntouched = 0;
+    std::vector<std::shared_ptr<Entity>> told;
+    const auto first = record->changed.subscribe([&] { ++changes; });
+    const auto second = untouched->changed.subscribe([&] { ++changesOfUntouched; });
+    const auto third = context.didChange.subscribe([&](const EntityChange& change) { told.push_back(change.entity); });
+    (void)context.fetch<Record>();
+    EXPECT_EQ(record->windowTitle(), "theirs");
+    EXPECT_EQ(record->project()->name(), "Website");
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(changesOfUntouched, 0);
+    EXPECT_THAT(told, ElementsAre(record));
+    EXPECT_FALSE(context.hasChanges());
+}
+
+TEST_F(SharedFileTest, OwnChangesWinOverWhatAnotherSavedAttributeByAttribute) {
+    const auto record = insertAndSave(aRecord().app("Editor").title("old"));
+    record->windowTitle = "ours";
+    const auto theirs = othersCopy(record);
+    theirs->windowTitle = "theirs";
+    theirs->tags = "theirs";
+    other->save();
+    (void)context.fetch<Record>();
+    EXPECT_EQ(record->windowTitle(), "ours");
+    context.save();
+    (void)context.fetch<Record>();
+    EXPECT_EQ(record->windowTitle(), "ours");
+    EXPECT_EQ(record->tags(), "theirs");
+}
+
+TEST_F(SharedFileTest, AnUpdateOfARowThatAnotherRemovedHitsNoOther) {
+    const auto record = insertAndSave(aRecord().app("Editor"));
+    const std::int64_t row = record->objectId();
+    other->remove(othersCopy(record));
+    other->save();
+    aRecord().app("newcomer").in(*other);
+    other->save();
+
+    record->appName = "changed";
+    const auto inserted = aRecord().app("ours").in(context);
+    std::vector<EntityChange::Kind> told;
+    const auto subscription =
+        context.didChange.subscribe([&](const EntityChange& change) { told.push_back(change.kind); });
+    context.save();
+    EXPECT_TRUE(record->isDeleted());
+    EXPECT_EQ(record->appName(), "changed");
+    EXPECT_EQ(record->context(), nullptr);
+    EXPECT_THAT(told, ElementsAre(EntityChange::Kind::removed));
+    EXPECT_EQ(context.object(Record::description(), row), nullptr);
+    EXPECT_THAT(context.fetch<Record>(), ElementsAre(isRecord("newcomer", "09:00:00"), isRecord("ours", "09:00:00")));
+    EXPECT_FALSE(context.hasChanges());
+}
+
+TEST_F(SharedFileTest, ARowMayBeRemovedByBoth) {
+    const auto record = insertAndSave(aRecord());
+    other->remove(othersCopy(record));
+    other->save();
+    context.remove(record);
+    context.save();
+    EXPECT_THAT(context.fetch<Record>(), IsEmpty());
+}
+
+TEST_F(SharedFileTest, FetchesReadOneStateOfTheFileWhileAnotherWrites) {
+    for (int i = 0; i < 100; ++i)
+        aRecord().in(context);
+    context.save();
+    int rows = 0;
+    context.scan<Record>({}, {"id"}, [&](const Row&) {
+        aRecord().in(*other);
+        other->save();
+        ++rows;
+        return true;
+    });
+    EXPECT_EQ(rows, 100);
+    EXPECT_EQ(context.count<Record>(), 200U);
+}
+
+TEST_F(SharedFileTest, ALiveQueryLearnsOfForeignRowsWhenItIsRefreshed) {
+    const auto moved = insertAndSave(aRecord().from("09:00:00").app("moved"));
+    const auto gone = insertAndSave(aRecord().from("10:00:00").app("gone"));
+    const auto leaving = insertAndSave(aRecord().from("11:00:00").app("leaving"));
+    LiveQuery<Record> query(
+        context, {.predicate = field(&Record::startTime) < at("20:00:00"), .sort = {ascending(&Record::startTime)}});
+    othersCopy(moved)->startTime = at("15:00:00");
+    othersCopy(leaving)->startTime = at("21:00:00");
+    other->remove(othersCopy(gone));
+    aRecord().from("12:00:00").app("came").in(*other);
+    other->save();
+
+    QueryChange<Record> told;
+    const auto subscription = query.didChange.subscribe([&](const QueryChange<Record>& change) {
+        told.inserted.insert(told.inserted.end(), change.inserted.begin(), change.inserted.end());
+        told.removed.insert(told.removed.end(), change.removed.begin(), change.removed.end());
+        told.updated.insert(told.updated.end(), change.updated.begin(), change.updated.end());
+    });
+    query.refresh();
+    EXPECT_THAT(query.results(), ElementsAre(isRecord("came", "12:00:00"), isRecord("moved", "15:00:00")));
+    EXPECT_THAT(told.inserted, ElementsAre(isRecord("came", "12:00:00")));
+    EXPECT_THAT(told.updated, ElementsAre(moved));
+    EXPECT_THAT(told.removed, testing::UnorderedElementsAre(gone, leaving));
+}
+
+TEST_F(SharedFileTest, AFurtherContextLeavesTheLocksOfTheFirstAlone) {
+    insertAndSave(aRecord().app("Editor"));
+    other.reset();
+    (void)store.anotherContext()->count<Record>();
+    // Another program that closes the file as its last user would take the log away from under the application.
+    inOtherProcess([&] { (void)ModelContainer({.file = store.file()}).mainContext().count<Record>(); });
+    EXPECT_TRUE(std::filesystem::exists(store.file().string() + "-wal"));
+    insertAndSave(aRecord().app("Browser"));
+    EXPECT_EQ(inOtherProcess(
+                  [&] { return std::to_string(ModelContainer({.file = store.file()}).mainContext().count<Record>()); }),
+              "2");
+}
+
+TEST_F(SharedFileTest, TwoProgramsMayMakeTheStoreAtTheSameTime) {
+    for (int round = 0; round < 20; ++round) {
+        const TemporaryFolder folder;
+        const auto open = [&] {
+            try {
+                ModelContainer container({.file = folder / "new" / "store.sqlite"});
+                aRecord().in(container.mainContext());
+                container.mainContext().save();
+                return std::string("saved");
+            } catch (const StoreError& error) {
+                return std::string(error.what());
+            }
+        };
+        OtherProcess a(open);
+        OtherProcess b(open);
+        OtherProcess c(open);
+        EXPECT_EQ(a.wait(), "saved");
+        EXPECT_EQ(b.wait(), "saved");
+        EXPECT_EQ(c.wait(), "saved");
+        EXPECT_EQ(ModelContainer({.file = folder / "new" / "store.sqlite"}).mainContext().count<Record>(), 3U);
+    }
+}
+
+}  // namespace
+}  // namespace quorvane
