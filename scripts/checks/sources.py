@@ -49,7 +49,7 @@ def line_of(text, position):
 def report(name, findings, looked_at):
     """Prints one line if all is well, else each finding, and ends the program."""
     if findings:
-        print(f"{name}: {len(findings)} to mend")
+        print(f"{name}: {len(findings)} to mend ({looked_at})")
         for finding in findings:
             print(f"  {finding}")
         sys.exit(1)

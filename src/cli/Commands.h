@@ -14,6 +14,8 @@ void addLoadCommand(CLI::App& app, CommandContext& context);
 void addRecordsCommand(CLI::App& app, CommandContext& context);
 void addExportCsvCommand(CLI::App& app, CommandContext& context);
 void addStatusCommand(CLI::App& app, CommandContext& context);
+void addTrackCommand(CLI::App& app, CommandContext& context);
+void addDoctorCommand(CLI::App& app, CommandContext& context);
 void addSanitizeCommand(CLI::App& app, CommandContext& context);
 
 }  // namespace quorvane::cli

@@ -11,10 +11,6 @@ namespace quorvane::cli {
 /// The width of the terminal in columns; none when standard output is something else.
 [[nodiscard]] std::optional<int> terminalWidth();
 
-/// A text from outside in one line that no terminal takes for a command: control characters and line ends become blanks,
-/// marks that turn the direction of writing go.
-[[nodiscard]] std::string harmlessLine(std::string_view text);
-
 /// Rows in aligned columns under their titles. The first rows decide how wide the columns are, so that the number of
 /// rows does not matter. For a terminal, what is too long is cut; else everything stays.
 class TextTable {

@@ -2,8 +2,8 @@
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
-#include "cli/TextTable.h"
 #include "platform/Clock.h"
+#include "session/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>
@@ -54,7 +54,7 @@ void describe(CLI::App& app, CommandContext& context) {
     addInstantOption(app, "--now", context.now, "Read this instant wherever the clock is read");
     app.add_flag("--json", context.json, "Machine-readable output where a command has both forms");
     for (const auto add : {addDumpCommand, addLoadCommand, addRecordsCommand, addExportCsvCommand, addStatusCommand,
-                           addSanitizeCommand})
+                           addTrackCommand, addDoctorCommand, addSanitizeCommand})
         add(app, context);
     for (auto* command : app.get_subcommands({})) {
         command->group("Commands");

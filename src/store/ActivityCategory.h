@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/RawValue.h"
+#include "base/RawValue.h"
 
 namespace quorvane {
 

@@ -29,7 +29,7 @@ void forEachInScope(const Scope& scope, const std::function<void(const RecordSpa
 }
 
 Records openRecords(ModelContext& context) {
-    return context.fetch<R>({.predicate = field(&R::endTime).isNone(), .sort = {ascending(&R::startTime)}});
+    return context.fetch<R>({.predicate = field(&R::endTime).isNone(), .sort = RecordSpans::order()});
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ void removeAbnormalDurations(const Scope& scope) {
 
 void removeFutureDates(const Scope& scope) {
     const auto future =
-        scope.context.fetch<R>({.predicate = field(&R::startTime) > scope.now, .sort = {ascending(&R::startTime)}});
+        scope.context.fetch<R>({.predicate = field(&R::startTime) > scope.now, .sort = RecordSpans::order()});
     for (const auto& record : future) {
         scope.console.line("DataCleanupService: 发现未来日期的记录 - {} 开始时间: {}", nameOf(*record),
                            describe(record->startTime()));
@@ -199,8 +199,9 @@ void listShortRecords(const Scope& scope, const TimeWindow& window, const std::v
     scope.console.line("  最长记录: {} ({:.1f}秒)", nameOf(*longest, "未知"),
                        window.longest().duration(scope.now).count());
     for (const RecordSpan& span : shortOnes) {
+        if (span.id == window.longest().id) continue;
         const auto record = RecordSpans::record(scope.context, span);
-        if (!record || record->id() == longest->id()) continue;
+        if (!record) continue;
         removals.push_back(record);
         scope.console.line("    删除短记录: {} ({:.1f}秒)", nameOf(*record, "未知"), span.duration(scope.now).count());
     }

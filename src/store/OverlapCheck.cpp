@@ -117,7 +117,7 @@ void OverlapCheck::keepGroups(ModelContext& context, const std::vector<RecordSpa
     }
 }
 
-/// A record that begins after the check did is the tracker's newest: short for now, and not yet to be judged.
+/// A record that begins after the check did is the tracker's newest: still short, and not yet to be judged.
 void OverlapCheck::removeNewcomers(std::vector<RecordSpan>& spans) const {
     std::unordered_set<std::int64_t> ids;
     for (const auto& newcomer : newcomers_)

@@ -37,10 +37,8 @@ std::vector<OverlapGroup> regrouped(const OverlapGroup& group, Date now) {
     std::vector<std::shared_ptr<ActivityRecord>> left;
     std::copy_if(group.records.begin(), group.records.end(), std::back_inserter(left),
                  [](const auto& record) { return !record->isDeleted(); });
-    std::sort(left.begin(), left.end(),
-              [sort = std::vector{ascending(&ActivityRecord::startTime)}](const auto& a, const auto& b) {
-                  return comesBefore(*a, *b, sort);
-              });
+    std::ranges::sort(
+        left, [order = RecordSpans::order()](const auto& a, const auto& b) { return comesBefore(*a, *b, order); });
     std::vector<RecordSpan> spans;
     std::transform(left.begin(), left.end(), std::back_inserter(spans),
                    [](const auto& record) { return RecordSpans::spanOf(*record); });

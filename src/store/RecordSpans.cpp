@@ -1,18 +1,31 @@
 #include "store/RecordSpans.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <tuple>
+
 namespace quorvane::RecordSpans {
 namespace {
+
+/// As `ValueTraits` reads it, without a copy of the bytes for each of many rows.
+Uuid identifier(std::string_view bytes) {
+    std::array<std::uint8_t, 16> copy{};
+    if (bytes.size() == copy.size()) std::ranges::copy(bytes, copy.begin());
+    return Uuid(copy);
+}
 
 /// Reads stored rows; right only while nothing is unsaved.
 std::vector<RecordSpan> scanned(ModelContext& context, const FetchDescriptor<ActivityRecord>& descriptor,
                                 bool withBundleId) {
-    std::vector<std::string> columns{"pk", "start_time", "end_time"};
+    std::vector<std::string> columns{"pk", "start_time", "end_time", "id"};
     if (withBundleId) columns.emplace_back("app_bundle_id");
     std::vector<RecordSpan> spans;
     context.scan(descriptor, columns, [&](const Row& row) {
         RecordSpan span{.objectId = row.integer(0), .start = dateFromMicroseconds(row.integer(1))};
         if (!row.isNull(2)) span.end = dateFromMicroseconds(row.integer(2));
-        if (withBundleId) span.bundleId = row.text(3);
+        span.id = identifier(row.blob(3));
+        if (withBundleId) span.bundleId = row.text(4);
         spans.push_back(std::move(span));
         return true;
     });
@@ -29,14 +42,25 @@ std::size_t beforeLastStart(const std::vector<RecordSpan>& spans) {
 
 }  // namespace
 
+std::vector<SortOrder> order() { return {ascending(&ActivityRecord::startTime), ascending(&ActivityRecord::id)}; }
+
 std::vector<RecordSpan> read(ModelContext& context, const Query& query, std::size_t limit) {
+    // An order by identifier, too, would have the database sort what an index gives it in the right order but for a
+    // few.
     FetchDescriptor<ActivityRecord> descriptor{
         .predicate = query.predicate, .sort = {ascending(&ActivityRecord::startTime)}, .limit = limit};
     if (query.from) descriptor.predicate = field(&ActivityRecord::startTime) >= *query.from && query.predicate;
-    if (!context.hasChanges()) return scanned(context, descriptor, query.withBundleId);
     std::vector<RecordSpan> spans;
-    for (const auto& record : context.fetch(descriptor))
-        spans.push_back(spanOf(*record));
+    if (context.hasChanges()) {
+        std::ranges::transform(context.fetch(descriptor), std::back_inserter(spans),
+                               [](const auto& record) { return spanOf(*record); });
+    } else {
+        spans = scanned(context, descriptor, query.withBundleId);
+    }
+    const auto isBefore = [](const RecordSpan& a, const RecordSpan& b) {
+        return std::tie(a.start, a.id) < std::tie(b.start, b.id);
+    };
+    if (!std::ranges::is_sorted(spans, isBefore)) std::ranges::sort(spans, isBefore);
     return spans;
 }
 
@@ -63,6 +87,7 @@ RecordSpan spanOf(const ActivityRecord& record) {
     return {.objectId = record.objectId(),
             .start = record.startTime(),
             .end = record.endTime(),
+            .id = record.id(),
             .bundleId = record.appBundleId().value_or("")};
 }
 

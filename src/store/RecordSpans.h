@@ -15,7 +15,8 @@ struct RecordSpan {
     std::int64_t objectId = 0;  ///< for `RecordSpans::record`; until the context is saved
     Date start;
     std::optional<Date> end;  ///< none while open
-    std::string bundleId{};   ///< only where the query asks for it; empty for none
+    Uuid id;
+    std::string bundleId{};  ///< only where the query asks for it; empty for none
 
     /// When it ended, or `now` while it is open.
     [[nodiscard]] Date endOr(Date now) const { return end.value_or(now); }
@@ -25,8 +26,9 @@ struct RecordSpan {
 
 }  // namespace quorvane
 
-/// Reads records in the order of their start, and of their insertion among equals, without making objects of them.
-/// Unsaved changes count. Memory follows the limit and not the history. All of it throws `StoreError`.
+/// Reads records in the order of their start without making objects of them. Among equals the identifier decides, so
+/// that a store gives the same results after it was dumped and loaded. Unsaved changes count. Memory follows the limit
+/// and not the history. All of it throws `StoreError`.
 namespace quorvane::RecordSpans {
 
 struct Query {
@@ -38,7 +40,11 @@ struct Query {
 /// Records that a walk reads at once: a few milliseconds' worth.
 inline constexpr std::size_t sliceSize = 20'000;
 
-/// The first records of the query, at most `limit` (> 0).
+/// The order of the walks, for fetches.
+[[nodiscard]] std::vector<SortOrder> order();
+
+/// The first records of the query, at most `limit` (> 0). If there are more, some that start with the last one may be
+/// missing.
 [[nodiscard]] std::vector<RecordSpan> read(ModelContext& context, const Query& query, std::size_t limit);
 
 /// Visits all records of the query, and reads `slice` of them at once. `visit` may ask for objects but must not change

@@ -52,11 +52,18 @@ std::uint32_t bigEndian(const unsigned char* bytes, int count) {
     return number;
 }
 
+/// Where the file really is: its log lies there, and not beside a link.
+std::filesystem::path target(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto canonical = std::filesystem::canonical(file, error);
+    return error ? std::filesystem::absolute(file) : canonical;
+}
+
 /// The first `size` bytes of the file. SQLite's own layer reads them: closing a descriptor of ours would end the locks
 /// of every connection that this process has to the file (https://www.sqlite.org/howtocorrupt.html, section 2.2).
 Header readHeader(const std::filesystem::path& file, std::size_t size) {
     sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
-    const std::string path = std::filesystem::absolute(file).string();
+    const std::string path = target(file).string();  // this layer follows no links
     const std::unique_ptr<const char, void (*)(const char*)> name(
         sqlite3_create_filename(path.c_str(), "", "", 0, nullptr),
         [](const char* held) { sqlite3_free_filename(held); });
@@ -69,13 +76,6 @@ Header readHeader(const std::filesystem::path& file, std::size_t size) {
     opened->pMethods->xClose(opened);
     if (result != SQLITE_OK) refuse(Code::failed, file, "the file can't be read");
     return header;
-}
-
-/// Where the file really is: its log lies there, and not beside a link.
-std::filesystem::path target(const std::filesystem::path& file) {
-    std::error_code error;
-    const auto canonical = std::filesystem::canonical(file, error);
-    return error ? file : canonical;
 }
 
 void checkHeader(const std::filesystem::path& file, const Header& header, std::uint64_t fileSize) {
@@ -104,7 +104,7 @@ State inspect(const ModelConfiguration& configuration) {
     struct stat status {};
     if (::stat(file.c_str(), &status) != 0) {
         if (errno != ENOENT) refuseErrno(file, errno);
-        if (::lstat(file.c_str(), &status) == 0)
+        if (::lstat(file.c_str(), &status) == 0 && S_ISLNK(status.st_mode))
             refuse(Code::missing, file, "this link leads to a file that isn't there");
         if (!configuration.allowsSave) refuse(Code::missing, file, "there is no such store");
         return State::missing;
@@ -148,8 +148,7 @@ void make(const std::filesystem::path& file) {
 }
 
 OpeningLock::OpeningLock(const std::filesystem::path& file)
-    : folder_(
-          ::open(target(std::filesystem::absolute(file)).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    : folder_(::open(target(file).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (folder_ >= 0) ::flock(folder_, LOCK_EX);
 }
 

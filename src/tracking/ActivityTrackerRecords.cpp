@@ -4,6 +4,7 @@
 #include "tracking/ActivityTracker.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace quorvane {
 namespace {
@@ -12,6 +13,11 @@ constexpr Seconds minimumDuration = 1s;
 constexpr Seconds shortRecordDuration = 20s;
 constexpr Seconds activeRecordsSweepInterval = 300s;
 constexpr Seconds currentRecordHeartbeatInterval = 60s;
+
+/// A duration as the lines show it, without the noise below the microsecond that dates carry.
+std::string durationText(Seconds duration) {
+    return text::shortest(std::round(duration.count() * 1e6) / 1e6);
+}
 
 }  // namespace
 
@@ -126,9 +132,9 @@ void ActivityTracker::closeRecord(ActivityRecord& record, Date wantedEnd) {
     record.updatedAt = end;
     const Seconds duration = end - record.startTime();
     const std::string name = record.appName().value_or("Unknown");
-    console_.line("ActivityTracker: Finalized record for {} duration: {}s", name, text::shortest(duration.count()));
+    console_.line("ActivityTracker: Finalized record for {} duration: {}s", name, durationText(duration));
     if (duration < shortRecordDuration)
-        console_.line("ActivityTracker: 短记录 ({}s) for {}，等待智能合并处理", text::shortest(duration.count()), name);
+        console_.line("ActivityTracker: 短记录 ({}s) for {}，等待智能合并处理", durationText(duration), name);
 }
 
 void ActivityTracker::updateCurrentRecordHeartbeat(Date now) {

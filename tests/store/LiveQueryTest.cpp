@@ -88,9 +88,7 @@ TEST_F(LiveQueryTest, FollowingChangesGivesWhatAFetchWouldGive) {
         const auto any =
             all.empty() ? nullptr : all[static_cast<std::size_t>(random.below(static_cast<int>(all.size())))];
         switch (const int what = random.below(20); what) {
-        case 0:
-            context.save();
-            break;
+        case 0: context.save(); break;
         case 1:
             if (any) context.remove(any);
             break;

@@ -285,7 +285,7 @@ TEST_F(ModelContextTest, AListenerMayFetchInsertAndSaveMeanwhile) {
 
 TEST_F(ModelContextTest, ManyObjectsChangeInOneSave) {
     for (int i = 0; i < 20000; ++i)
-        aRecord().in(context);
+        context.insert(std::make_shared<Record>());
     context.save();
     const auto records = context.fetch<Record>();
     for (const auto& record : records)

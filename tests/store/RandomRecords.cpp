@@ -8,18 +8,12 @@ using Record = ActivityRecord;
 template <class Field, class Value>
 Predicate<Record> compared(Field field, const Value& value, int how) {
     switch (how) {
-    case 0:
-        return field == value;
-    case 1:
-        return field != value;
-    case 2:
-        return field < value;
-    case 3:
-        return field <= value;
-    case 4:
-        return field > value;
-    default:
-        return field >= value;
+    case 0: return field == value;
+    case 1: return field != value;
+    case 2: return field < value;
+    case 3: return field <= value;
+    case 4: return field > value;
+    default: return field >= value;
     }
 }
 
@@ -46,27 +40,13 @@ std::shared_ptr<Record> RandomRecords::record() {
 void RandomRecords::change(Record& record) {
     const bool isNone = below(3) == 0;
     switch (below(8)) {
-    case 0:
-        record.startTime = date();
-        break;
-    case 1:
-        record.endTime = isNone ? std::optional<Date>() : date();
-        break;
-    case 2:
-        record.appName = isNone ? std::optional<std::string>() : text();
-        break;
-    case 3:
-        record.category = isNone ? std::optional<std::string>() : text();
-        break;
-    case 4:
-        record.tags = text();
-        break;
-    case 5:
-        record.confidence = below(3) / 2.0;
-        break;
-    case 6:
-        record.activityType = text();
-        break;
+    case 0: record.startTime = date(); break;
+    case 1: record.endTime = isNone ? std::optional<Date>() : date(); break;
+    case 2: record.appName = isNone ? std::optional<std::string>() : text(); break;
+    case 3: record.category = isNone ? std::optional<std::string>() : text(); break;
+    case 4: record.tags = text(); break;
+    case 5: record.confidence = below(3) / 2.0; break;
+    case 6: record.activityType = text(); break;
     default:
         record.project = isNone || projects.empty()
                              ? nullptr
@@ -77,28 +57,19 @@ void RandomRecords::change(Record& record) {
 Predicate<Record> RandomRecords::comparison() {
     const int how = below(6);
     switch (below(10)) {
-    case 0:
-        return compared(field(&Record::startTime), date(), how);
-    case 1:
-        return compared(field(&Record::endTime), date(), how);
-    case 2:
-        return compared(field(&Record::endTime).unindexed(), date(), how);
-    case 3:
-        return compared(field(&Record::appName), text(), how);
-    case 4:
-        return compared(field(&Record::tags), text(), how);
-    case 5:
-        return compared(field(&Record::confidence), below(3) / 2.0, how);
-    case 6:
-        return how < 3 ? field(&Record::endTime).isNone() : field(&Record::endTime).isPresent();
-    case 7:
-        return how < 3 ? field(&Record::category).isNone() : field(&Record::appName).isPresent();
+    case 0: return compared(field(&Record::startTime), date(), how);
+    case 1: return compared(field(&Record::endTime), date(), how);
+    case 2: return compared(field(&Record::endTime).unindexed(), date(), how);
+    case 3: return compared(field(&Record::appName), text(), how);
+    case 4: return compared(field(&Record::tags), text(), how);
+    case 5: return compared(field(&Record::confidence), below(3) / 2.0, how);
+    case 6: return how < 3 ? field(&Record::endTime).isNone() : field(&Record::endTime).isPresent();
+    case 7: return how < 3 ? field(&Record::category).isNone() : field(&Record::appName).isPresent();
     case 8:
         if (projects.empty()) return {};
         return refersTo(&Record::project,
                         *projects[static_cast<std::size_t>(below(static_cast<int>(projects.size())))]);
-    default:
-        return refersToNone(&Record::project);
+    default: return refersToNone(&Record::project);
     }
 }
 

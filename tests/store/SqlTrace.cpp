@@ -21,7 +21,9 @@ int attach(sqlite3* database, const char**, const sqlite3_api_routines*) {
 }
 
 // The type that sqlite3_auto_extension declares for what it calls with other arguments.
-auto entryPoint() { return reinterpret_cast<void (*)()>(attach); }
+auto entryPoint() {
+    return reinterpret_cast<void (*)()>(attach);
+}
 
 }  // namespace
 
@@ -36,7 +38,9 @@ SqlTrace::~SqlTrace() {
     isListening = false;
 }
 
-void SqlTrace::clear() { heard.clear(); }
+void SqlTrace::clear() {
+    heard.clear();
+}
 
 std::vector<std::string> SqlTrace::statements(const std::string& word) const {
     std::vector<std::string> found;

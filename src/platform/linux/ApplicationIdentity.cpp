@@ -3,17 +3,21 @@
 #include "base/Text.h"
 #include "platform/linux/WholeFile.h"
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace quorvane::platform {
 namespace {
 
+/// The program that runs; where that is hidden from us, the name of the process, of which there are 15 bytes.
 std::optional<std::string> processName(pid_t pid) {
     if (pid <= 0) return std::nullopt;
-    const auto line = wholeFile("/proc/" + std::to_string(pid) + "/comm");
-    if (!line) return std::nullopt;
-    auto name = text::trimmedWithNewlines(text::validUtf8(*line));
-    return name.empty() ? std::nullopt : std::optional(std::move(name));
+    const auto process = std::filesystem::path("/proc") / std::to_string(pid);
+    std::error_code error;
+    auto name = std::filesystem::read_symlink(process / "exe", error).filename().string();
+    if (name.empty()) name = text::trimmedWithNewlines(wholeFile(process / "comm").value_or(""));
+    return name.empty() ? std::nullopt : std::optional(text::validUtf8(name));
 }
 
 }  // namespace

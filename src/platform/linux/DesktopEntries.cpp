@@ -44,7 +44,9 @@ const DesktopEntry* findById(const std::vector<DesktopEntry>& entries, const std
     return firstMatch(entries, [id = idFromProperty(property)](const DesktopEntry& entry) { return entry.id == id; });
 }
 
-std::string lastPart(const std::string& id) { return id.substr(id.rfind('.') + 1); }
+std::string lastPart(const std::string& id) {
+    return id.substr(id.rfind('.') + 1);
+}
 
 /// By WM_CLASS. The class goes before the instance, which command lines and profiles change.
 const DesktopEntry* findByClass(const std::vector<DesktopEntry>& entries, const WindowProperties& window) {

@@ -23,23 +23,12 @@ std::string unescaped(std::string_view value) {
             continue;
         }
         switch (value[++i]) {
-        case 's':
-            result += ' ';
-            break;
-        case 'n':
-            result += '\n';
-            break;
-        case 't':
-            result += '\t';
-            break;
-        case 'r':
-            result += '\r';
-            break;
-        case '\\':
-            result += '\\';
-            break;
-        default:
-            (result += '\\') += value[i];
+        case 's': result += ' '; break;
+        case 'n': result += '\n'; break;
+        case 't': result += '\t'; break;
+        case 'r': result += '\r'; break;
+        case '\\': result += '\\'; break;
+        default: (result += '\\') += value[i];
         }
     }
     return result;
@@ -66,7 +55,9 @@ std::vector<std::string> words(std::string_view command) {
     return result;
 }
 
-std::string baseName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+std::string baseName(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
 
 /// What runs, behind a leading `env NAME=value...`.
 std::string programOf(std::string_view exec) {

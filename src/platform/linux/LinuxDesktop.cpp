@@ -52,12 +52,24 @@ LinuxDesktop::LinuxDesktop(RunLoop& runLoop) : parts_(std::make_unique<Parts>(ru
 
 LinuxDesktop::~LinuxDesktop() = default;
 
-ForegroundSource& LinuxDesktop::foreground() { return parts_->foreground; }
-IdleSource& LinuxDesktop::idle() { return parts_->idle; }
-KeyEventSource& LinuxDesktop::keys() { return parts_->keys; }
-PointerEventSource& LinuxDesktop::pointer() { return parts_->pointer; }
-SystemEvents& LinuxDesktop::systemEvents() { return parts_->systemEvents; }
-SettingsPanes& LinuxDesktop::settingsPanes() { return parts_->settingsPanes; }
+ForegroundSource& LinuxDesktop::foreground() {
+    return parts_->foreground;
+}
+IdleSource& LinuxDesktop::idle() {
+    return parts_->idle;
+}
+KeyEventSource& LinuxDesktop::keys() {
+    return parts_->keys;
+}
+PointerEventSource& LinuxDesktop::pointer() {
+    return parts_->pointer;
+}
+SystemEvents& LinuxDesktop::systemEvents() {
+    return parts_->systemEvents;
+}
+SettingsPanes& LinuxDesktop::settingsPanes() {
+    return parts_->settingsPanes;
+}
 
 std::vector<Channel> LinuxDesktop::channels() const {
     std::vector<Channel> channels{parts_->foreground.channel(), parts_->foreground.titleChannel(),
@@ -68,6 +80,8 @@ std::vector<Channel> LinuxDesktop::channels() const {
     return channels;
 }
 
-const std::vector<std::string>& LinuxDesktop::notices() const { return parts_->notices; }
+const std::vector<std::string>& LinuxDesktop::notices() const {
+    return parts_->notices;
+}
 
 }  // namespace quorvane::platform

@@ -67,6 +67,8 @@ std::vector<Channel> LinuxSystemEvents::channels() const {
     return {std::move(sleep), std::move(lock), sources_->screens.channel()};
 }
 
-bool LinuxSystemEvents::isLocked() const { return sources_->lock.isLocked(); }
+bool LinuxSystemEvents::isLocked() const {
+    return sources_->lock.isLocked();
+}
 
 }  // namespace quorvane::platform

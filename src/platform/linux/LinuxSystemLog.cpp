@@ -20,12 +20,9 @@ constexpr std::size_t longestLine = 48 * 1024;
 
 int priorityOf(SystemLogType type) {
     switch (type) {
-    case SystemLogType::debug:
-        return LOG_DEBUG;
-    case SystemLogType::standard:
-        return LOG_INFO;
-    case SystemLogType::error:
-        return LOG_ERR;
+    case SystemLogType::debug: return LOG_DEBUG;
+    case SystemLogType::standard: return LOG_INFO;
+    case SystemLogType::error: return LOG_ERR;
     }
     return LOG_INFO;
 }

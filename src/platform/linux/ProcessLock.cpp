@@ -32,7 +32,9 @@ ProcessLock::Holder readHolder(const std::filesystem::path& path) {
     return holder;
 }
 
-std::string reasonOf(int error) { return std::generic_category().message(error); }
+std::string reasonOf(int error) {
+    return std::generic_category().message(error);
+}
 
 }  // namespace
 

@@ -85,7 +85,9 @@ QtRunLoop::QtRunLoop() : impl_(std::make_unique<Impl>()) {
 
 QtRunLoop::~QtRunLoop() = default;
 
-Date QtRunLoop::now() const { return currentDate(); }
+Date QtRunLoop::now() const {
+    return currentDate();
+}
 
 std::unique_ptr<Timer> QtRunLoop::every(Seconds interval, std::function<void()> fire) {
     assert(isMainThread() && interval > 0s);
@@ -101,11 +103,17 @@ void QtRunLoop::post(std::function<void()> work) {
     QMetaObject::invokeMethod(&impl_->context, std::move(work), Qt::QueuedConnection);
 }
 
-void QtRunLoop::background(std::function<void()> work) { impl_->pool.start(std::move(work)); }
+void QtRunLoop::background(std::function<void()> work) {
+    impl_->pool.start(std::move(work));
+}
 
-bool QtRunLoop::isMainThread() const { return QThread::currentThread() == impl_->context.thread(); }
+bool QtRunLoop::isMainThread() const {
+    return QThread::currentThread() == impl_->context.thread();
+}
 
-int QtRunLoop::run() { return QCoreApplication::exec(); }
+int QtRunLoop::run() {
+    return QCoreApplication::exec();
+}
 
 void QtRunLoop::quit(int status) {
     post([status] { QCoreApplication::exit(status); });

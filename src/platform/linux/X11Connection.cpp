@@ -45,7 +45,9 @@ X11Connection::~X11Connection() {
     if (connection_) xcb_disconnect(connection_);
 }
 
-bool X11Connection::isUsable() const { return connection_ && !xcb_connection_has_error(connection_); }
+bool X11Connection::isUsable() const {
+    return connection_ && !xcb_connection_has_error(connection_);
+}
 
 xcb_atom_t X11Connection::atom(std::string_view name) {
     if (const auto known = atoms_.find(name); known != atoms_.end()) return known->second;
@@ -126,6 +128,8 @@ void X11Connection::dispatch() {
 }
 
 // A closed socket stays readable for ever. The connection itself stays, in its failed state, for those who hold it.
-void X11Connection::lose() { notifier_->setEnabled(false); }
+void X11Connection::lose() {
+    notifier_->setEnabled(false);
+}
 
 }  // namespace quorvane::platform

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QSysInfo>
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace quorvane::platform {
@@ -17,6 +18,12 @@ constexpr Seconds untilPropertiesAreSet = 0.1s;
 
 std::string textOf(const std::optional<X11Property>& property) {
     return property ? property->bytes.substr(0, property->bytes.find('\0')) : std::string();
+}
+
+bool contains(const std::optional<X11Property>& list, xcb_atom_t wanted) {
+    for (std::size_t i = 0; list && i + sizeof wanted <= list->bytes.size(); i += sizeof wanted)
+        if (std::memcmp(list->bytes.data() + i, &wanted, sizeof wanted) == 0) return true;
+    return false;
 }
 
 std::string utf8FromLatin1(std::string_view latin1) {
@@ -84,7 +91,9 @@ Channel X11ForegroundSource::channel() const {
     return windowManagerChannel("front window and activation", "X11 _NET_ACTIVE_WINDOW");
 }
 
-Channel X11ForegroundSource::titleChannel() const { return windowManagerChannel("window titles", "X11 _NET_WM_NAME"); }
+Channel X11ForegroundSource::titleChannel() const {
+    return windowManagerChannel("window titles", "X11 _NET_WM_NAME");
+}
 
 // The window manager may start after us, so this is asked each time. The hints of one that has died stay behind on the
 // root window; its own window does not.
@@ -97,9 +106,9 @@ Channel X11ForegroundSource::windowManagerChannel(std::string question, std::str
         manager ? x11_.property(x11_.askProperty(*manager, "_NET_SUPPORTING_WM_CHECK")) : std::optional<X11Property>();
     if (!own || own->firstCardinal() != manager) {
         channel.reason = "no window manager runs that says which window is active (_NET_SUPPORTING_WM_CHECK)";
-    } else if (const auto active = x11_.property(x11_.askProperty(x11_.root(), "_NET_ACTIVE_WINDOW"));
-               !active || active->type == XCB_ATOM_NONE) {
-        channel.reason = "the window manager has not said yet which window is active (_NET_ACTIVE_WINDOW)";
+    } else if (!contains(x11_.property(x11_.askProperty(x11_.root(), "_NET_SUPPORTED")),
+                         x11_.atom("_NET_ACTIVE_WINDOW"))) {
+        channel.reason = "the window manager does not say which window is active (_NET_ACTIVE_WINDOW)";
     }
     channel.isAvailable = channel.reason.empty() && x11_.isUsable();
     if (!channel.isAvailable) channel.remedy = "Start a window manager that follows EWMH; those of all desktops do.";

@@ -1,23 +1,22 @@
 #pragma once
 
-#include "platform/IdleSource.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/ScreenSaverIdleSource.h"
+#include "platform/linux/SyncIdleSource.h"
 
 namespace quorvane::platform {
 
-/// Idle time as the X server counts it: the IDLETIME counter of the SYNC extension, else the screen saver extension.
-/// A media player that keeps the screen awake may make it too short, nothing makes it too long.
+/// Idle time as the X server counts it: the first of its two sources that answers. A media player that keeps the screen
+/// awake may make it too short, nothing makes it too long.
 class X11IdleSource final : public IdleSource {
 public:
-    explicit X11IdleSource(X11Connection& x11);
+    explicit X11IdleSource(X11Connection& x11) : sync_(x11), screenSaver_(x11) {}
 
     [[nodiscard]] Seconds secondsSinceLastInput() override;
     [[nodiscard]] Channel channel() const override;
 
 private:
-    X11Connection& x11_;
-    std::uint32_t idleCounter_ = 0;  ///< 0: the server has none
-    bool hasScreenSaver_ = false;
+    SyncIdleSource sync_;
+    ScreenSaverIdleSource screenSaver_;
 };
 
 }  // namespace quorvane::platform

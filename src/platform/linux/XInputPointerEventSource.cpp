@@ -84,7 +84,9 @@ std::unique_ptr<PointerEventMonitor> XInputPointerEventSource::addGlobalMonitor(
     return std::make_unique<XInputMonitor>(std::move(subscription), [listening = listening_] { listening->update(); });
 }
 
-std::unique_ptr<PointerEventMonitor> XInputPointerEventSource::addLocalMonitor(Heard) { return nullptr; }
+std::unique_ptr<PointerEventMonitor> XInputPointerEventSource::addLocalMonitor(Heard) {
+    return nullptr;
+}
 
 Point XInputPointerEventSource::pointerPosition() {
     if (!x11_.isUsable()) return {};

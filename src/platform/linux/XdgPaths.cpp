@@ -37,9 +37,15 @@ path home() {
     return "/";
 }
 
-path dataHome() { return pathIn("XDG_DATA_HOME", ".local/share"); }
-path configHome() { return pathIn("XDG_CONFIG_HOME", ".config"); }
-path stateHome() { return pathIn("XDG_STATE_HOME", ".local/state"); }
+path dataHome() {
+    return pathIn("XDG_DATA_HOME", ".local/share");
+}
+path configHome() {
+    return pathIn("XDG_CONFIG_HOME", ".config");
+}
+path stateHome() {
+    return pathIn("XDG_STATE_HOME", ".local/state");
+}
 
 std::vector<path> dataDirectories() {
     std::vector<path> directories{dataHome()};
@@ -49,9 +55,15 @@ std::vector<path> dataDirectories() {
     return directories;
 }
 
-path applicationData() { return dataHome() / folderName; }
-path applicationConfig() { return configHome() / folderName; }
-path applicationState() { return stateHome() / folderName; }
+path applicationData() {
+    return dataHome() / folderName;
+}
+path applicationConfig() {
+    return configHome() / folderName;
+}
+path applicationState() {
+    return stateHome() / folderName;
+}
 
 bool createPrivately(const path& directory) {
     std::error_code error;

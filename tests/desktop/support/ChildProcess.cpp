@@ -79,6 +79,8 @@ void ChildProcess::kill() {
     wait();
 }
 
-int run(std::vector<std::string> command) { return ChildProcess(std::move(command)).wait(); }
+int run(std::vector<std::string> command) {
+    return ChildProcess(std::move(command)).wait();
+}
 
 }  // namespace quorvane

@@ -3,6 +3,7 @@
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <stdexcept>
@@ -43,23 +44,41 @@ DesktopSession::DesktopSession(const Parts& parts) {
         startBus("session-bus", "DBUS_SESSION_BUS_ADDRESS");
     }
     if (parts.display) startServer(parts.serverArguments);
+    if (parts.isUntrusted) distrust();
     if (parts.display && parts.windowManager) startWindowManager();
 }
 
-void DesktopSession::startServer(const std::vector<std::string>& arguments) {
-    std::vector<std::string> command{"Xvfb",     "-displayfd", "{ready}",   "-screen", "0", "800x600x24",
-                                     "-nolisten", "tcp",        "-noreset"};
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    server_ = std::make_unique<ChildProcess>(std::move(command));
+void DesktopSession::startServer(std::vector<std::string> arguments) {
+    // A file with one cookie, so that the server can tell trusted from untrusted clients.
+    const auto cookies = (folder_ / "cookies").string();
+    environment_.set("XAUTHORITY", cookies);
+    if (run({"xauth", "add", ":0", ".", "0123456789abcdef0123456789abcdef"}) != 0)
+        throw std::runtime_error("xauth fails");
+    arguments.insert(arguments.begin(), {"Xvfb", "-displayfd", "{ready}", "-screen", "0", "800x600x24", "-nolisten",
+                                         "tcp", "-noreset", "+extension", "SECURITY", "-auth", cookies});
+    server_ = std::make_unique<ChildProcess>(std::move(arguments));
     const auto number = server_->readyLine();
     if (!number) throw std::runtime_error("Xvfb does not start");
     environment_.set("DISPLAY", ":" + *number);
+    if (run({"xauth", "add", ":" + *number, ".", "0123456789abcdef0123456789abcdef"}) != 0)
+        throw std::runtime_error("xauth fails");
+}
+
+void DesktopSession::distrust() {
+    const std::string display = std::getenv("DISPLAY");
+    if (run({"xauth", "generate", display, ".", "untrusted"}) != 0) throw std::runtime_error("xauth fails");
 }
 
 void DesktopSession::startWindowManager() {
     windowManager_ = std::make_unique<ChildProcess>(std::vector<std::string>{"openbox", "--sm-disable"});
-    if (!waitUntil([] { return TestWindow::hasWindowManager(); }, 10s))
-        throw std::runtime_error("openbox does not start");
+    // It is ready when it gives the focus to a window that asks; what it says about itself earlier means little.
+    TestWindow probe({.instance = "probe", .wmClass = "Probe"});
+    const auto answers = [&] {
+        probe.activate();
+        return probe.hasFocus();
+    };
+    if (!waitUntil(answers, 10s)) throw std::runtime_error("openbox does not start");
+    probe.destroy();
 }
 
 void DesktopSession::startBus(const std::string& name, const std::string& variable) {

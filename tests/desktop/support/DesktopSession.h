@@ -18,6 +18,7 @@ public:
         bool display = true;
         bool windowManager = true;
         bool buses = true;
+        bool isUntrusted = false;                  ///< the server hides from the test what `ssh -X` does not get
         std::vector<std::string> serverArguments;  ///< "-extension", "RECORD"
     };
 
@@ -35,7 +36,8 @@ public:
     void killServer() { server_.reset(); }
 
 private:
-    void startServer(const std::vector<std::string>& arguments);
+    void startServer(std::vector<std::string> arguments);
+    void distrust();
     void startBus(const std::string& name, const std::string& variable);
 
     Environment environment_;

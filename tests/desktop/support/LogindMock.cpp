@@ -31,7 +31,9 @@ std::string python() {
 LogindMock::LogindMock()
     : process_({python(), "-m", "dbusmock", "--system", "--template", "logind"}),
       bus_(connectTo("DBUS_SYSTEM_BUS_ADDRESS", QStringLiteral("test-logind"))) {
-    const auto isThere = [this] { return bus_.interface()->isServiceRegistered(QString::fromStdString(service)).value(); };
+    const auto isThere = [this] {
+        return bus_.interface()->isServiceRegistered(QString::fromStdString(service)).value();
+    };
     if (!waitUntil(isThere, 20s)) throw std::runtime_error("dbusmock does not start");
     call(manager, mockInterface, "AddSession",
          {QStringLiteral("c1"), QStringLiteral("seat0"), 1000U, QStringLiteral("user"), true});
@@ -47,9 +49,13 @@ void LogindMock::prepareForSleep(bool isGoing) {
     emitSignal(manager, service + ".Manager", "PrepareForSleep", "b", {isGoing});
 }
 
-void LogindMock::requestLock(bool lock) { emitSignal(session, service + ".Session", lock ? "Lock" : "Unlock", "", {}); }
+void LogindMock::requestLock(bool lock) {
+    emitSignal(session, service + ".Session", lock ? "Lock" : "Unlock", "", {});
+}
 
-void LogindMock::setLockedHint(bool isLocked) { call(session, service + ".Session", "SetLockedHint", {isLocked}); }
+void LogindMock::setLockedHint(bool isLocked) {
+    call(session, service + ".Session", "SetLockedHint", {isLocked});
+}
 
 int LogindMock::inhibitors() {
     const auto list = call(manager, service + ".Manager", "ListInhibitors").arguments().value(0).value<QDBusArgument>();

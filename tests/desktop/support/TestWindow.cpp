@@ -31,8 +31,7 @@ TestWindow::TestWindow(const Properties& properties)
       window_(xcb_generate_id(connection_)) {
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, root_, 10, 10, 200, 100, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    if (!properties.instance.empty() || !properties.wmClass.empty())
-        setClass(properties.instance, properties.wmClass);
+    if (!properties.instance.empty() || !properties.wmClass.empty()) setClass(properties.instance, properties.wmClass);
     if (!properties.title.empty()) setTitle(properties.title);
     if (!properties.oldTitle.empty()) setText("WM_NAME", "STRING", properties.oldTitle);
     if (!properties.gtkApplicationId.empty())
@@ -46,7 +45,9 @@ TestWindow::TestWindow(const Properties& properties)
     xcb_flush(connection_);
 }
 
-TestWindow::~TestWindow() { xcb_disconnect(connection_); }
+TestWindow::~TestWindow() {
+    xcb_disconnect(connection_);
+}
 
 void TestWindow::activate() {
     constexpr std::uint32_t fromPager = 2;
@@ -58,7 +59,9 @@ void TestWindow::iconify() {
     tellWindowManager("WM_CHANGE_STATE", iconicState);
 }
 
-void TestWindow::setTitle(const std::string& title) { setText("_NET_WM_NAME", "UTF8_STRING", title); }
+void TestWindow::setTitle(const std::string& title) {
+    setText("_NET_WM_NAME", "UTF8_STRING", title);
+}
 
 void TestWindow::setClass(const std::string& instance, const std::string& wmClass) {
     setText("WM_CLASS", "STRING", instance + '\0' + wmClass + '\0');
@@ -69,14 +72,12 @@ void TestWindow::destroy() {
     xcb_flush(connection_);
 }
 
-bool TestWindow::hasWindowManager() {
-    auto* connection = connected();
-    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    const auto cookie = xcb_get_property(connection, 0, root, atom(connection, "_NET_ACTIVE_WINDOW"),
+bool TestWindow::hasFocus() const {
+    const auto cookie = xcb_get_property(connection_, 0, root_, atom(connection_, "_NET_ACTIVE_WINDOW"),
                                          XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
-    const bool isThere = owned(xcb_get_property_reply(connection, cookie, nullptr))->type != XCB_ATOM_NONE;
-    xcb_disconnect(connection);
-    return isThere;
+    const auto reply = owned(xcb_get_property_reply(connection_, cookie, nullptr));
+    return xcb_get_property_value_length(reply.get()) >= 4 &&
+           *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get())) == window_;
 }
 
 void TestWindow::setText(const char* property, const char* type, const std::string& value) {

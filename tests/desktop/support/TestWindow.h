@@ -12,9 +12,9 @@ class TestWindow {
 public:
     struct Properties {
         std::string instance;
-        std::string wmClass;  ///< empty, like the instance: no WM_CLASS
-        std::string title;    ///< UTF-8; empty: none
-        std::string oldTitle; ///< WM_NAME, Latin-1
+        std::string wmClass;   ///< empty, like the instance: no WM_CLASS
+        std::string title;     ///< UTF-8; empty: none
+        std::string oldTitle;  ///< WM_NAME, Latin-1
         std::string gtkApplicationId;
         std::optional<pid_t> pid;
     };
@@ -36,7 +36,8 @@ public:
     /// The window goes and its application stays.
     void destroy();
 
-    [[nodiscard]] static bool hasWindowManager();
+    /// Does the window manager say that it has the focus?
+    [[nodiscard]] bool hasFocus() const;
 
 private:
     void setText(const char* property, const char* type, const std::string& value);

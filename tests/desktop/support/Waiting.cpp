@@ -39,6 +39,8 @@ int wakeUpsDuring(Seconds duration) {
     return count;
 }
 
-Seconds uptime() { return std::chrono::steady_clock::now().time_since_epoch(); }
+Seconds uptime() {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
 
 }  // namespace quorvane

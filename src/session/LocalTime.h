@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace quorvane::cli {
+namespace quorvane {
 
 /// Instants in the user's calendar and zone, for people who read a terminal.
 class LocalTime {
@@ -21,4 +21,4 @@ private:
 /// "1:02:03", with hours as many as there are; what is below a second is cut off, what is below zero counts as zero.
 [[nodiscard]] std::string durationText(Seconds duration);
 
-}  // namespace quorvane::cli
+}  // namespace quorvane

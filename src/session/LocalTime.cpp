@@ -1,9 +1,9 @@
-#include "cli/LocalTime.h"
+#include "session/LocalTime.h"
 
 #include <algorithm>
 #include <fmt/format.h>
 
-namespace quorvane::cli {
+namespace quorvane {
 
 std::string LocalTime::dateAndTime(Date date) const {
     const auto at = calendar_.components(date);
@@ -22,4 +22,4 @@ std::string durationText(Seconds duration) {
     return fmt::format("{}:{:02}:{:02}", seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
 
-}  // namespace quorvane::cli
+}  // namespace quorvane

@@ -1,0 +1,98 @@
+#include "base/Json.h"
+#include "cli/CommandContext.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/ProcessLock.h"
+#include "platform/linux/QtRunLoop.h"
+#include "session/TerminalText.h"
+#include "session/TrackerLock.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace quorvane::cli {
+namespace {
+
+struct Findings {
+    std::vector<platform::Channel> channels;
+    std::vector<std::string> notices;
+    std::filesystem::path store;
+    std::optional<std::string> storeProblem;  ///< none: it opens
+    std::optional<platform::ProcessLock::Holder> tracker;
+};
+
+Findings examine(const CommandContext& context) {
+    platform::QtRunLoop runLoop;
+    const platform::LinuxDesktop desktop(runLoop);
+    Findings findings{.channels = desktop.channels(),
+                      .notices = desktop.notices(),
+                      .store = context.storeFile(),
+                      .tracker = platform::ProcessLock::holderOf(trackerLockFile(context.storeFile()))};
+    try {
+        static_cast<void>(context.openForReading());
+    } catch (const CommandError& error) {
+        findings.storeProblem = error.what();
+    }
+    return findings;
+}
+
+Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+
+std::string jsonOf(const Findings& findings) {
+    Json channels = Json::array();
+    for (const auto& channel : findings.channels)
+        channels.push_back({{"question", channel.question},
+                            {"channel", orNull(channel.name)},
+                            {"available", channel.isAvailable},
+                            {"reason", orNull(channel.reason)},
+                            {"remedy", orNull(channel.remedy)}});
+    Json tracker = nullptr;
+    if (findings.tracker) tracker = {{"pid", findings.tracker->pid}, {"program", orNull(findings.tracker->program)}};
+    const Json store = {{"file", findings.store.string()},
+                        {"opens", !findings.storeProblem},
+                        {"problem", orNull(findings.storeProblem.value_or(""))}};
+    return jsonText({{"channels", std::move(channels)},
+                     {"notices", findings.notices},
+                     {"store", store},
+                     {"tracker", std::move(tracker)}}) +
+           "\n";
+}
+
+std::string textOf(const Findings& findings) {
+    std::size_t width = 0;
+    for (const auto& channel : findings.channels) width = std::max(width, channel.question.size());
+    std::string out;
+    const auto add = [&](std::string_view question, std::string_view answer) {
+        out += fmt::format("{:<{}}  {}\n", question, width, harmlessLine(answer));
+    };
+    for (const auto& channel : findings.channels) {
+        if (channel.isAvailable) {
+            add(channel.question, "yes, by " + channel.name);
+            continue;
+        }
+        add(channel.question, fmt::format("no, {}: {}", channel.name.empty() ? "by nothing" : channel.name, channel.reason));
+        if (!channel.remedy.empty()) add("", "-> " + channel.remedy);
+    }
+    add("store", findings.storeProblem ? *findings.storeProblem : findings.store.string() + ": opens");
+    add("tracker", findings.tracker ? findings.tracker->description() + " tracks" : "nobody tracks");
+    for (const std::string& notice : findings.notices) add("notice", notice);
+    return out;
+}
+
+void doctor(const CommandContext& context) {
+    const Findings findings = examine(context);
+    Output output;
+    output.write(context.json ? jsonOf(findings) : textOf(findings));
+    output.finish();
+}
+
+}  // namespace
+
+void addDoctorCommand(CLI::App& app, CommandContext& context) {
+    auto* command = app.add_subcommand("doctor", "Tell what this desktop can answer, and what to do where it can't");
+    command->callback([&context] { context.command = [&context] { doctor(context); }; });
+}
+
+}  // namespace quorvane::cli

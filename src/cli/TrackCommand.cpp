@@ -1,0 +1,107 @@
+#include "cli/CommandContext.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
+#include "diagnostics/ConsoleSink.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/ProcessLock.h"
+#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/UnixSignals.h"
+#include "session/RecordAnnouncer.h"
+#include "session/TrackerLock.h"
+#include "session/TrackingSession.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <csignal>
+#include <fmt/format.h>
+
+namespace quorvane::cli {
+namespace {
+
+/// What a timer can count.
+constexpr Seconds longestRun = 480h;
+
+Seconds readSeconds(const std::string& text) {
+    double seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0 && Seconds{seconds} <= longestRun))
+        throw CLI::ValidationError("--for", fmt::format("\"{}\" is no number of seconds from 0 to {}", text,
+                                                        static_cast<std::int64_t>(longestRun.count())));
+    return Seconds{seconds};
+}
+
+platform::ProcessLock lockFor(const std::filesystem::path& store) {
+    auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(store), "quorvane-cli track");
+    if (auto* refusal = std::get_if<platform::ProcessLock::Refusal>(&lock))
+        throw CommandError(ExitStatus::failed,
+                           refusal->holder
+                               ? fmt::format("{}: {} tracks already", store.string(), refusal->holder->description())
+                               : refusal->reason);
+    return std::move(std::get<platform::ProcessLock>(lock));
+}
+
+/// The lines of people's interest on standard output. Who can't write them any more ends the tracking.
+class Announcements {
+public:
+    explicit Announcements(platform::QtRunLoop& runLoop) : runLoop_(runLoop) {}
+
+    void write(const std::string& line) {
+        if (failure_) return;
+        try {
+            Output output;
+            output.write(line + "\n");
+            output.finish();
+        } catch (const CommandError& error) {
+            failure_ = error;
+            runLoop_.quit();
+        }
+    }
+
+    void throwIfFailed() const {
+        if (failure_) throw CommandError(*failure_);
+    }
+
+private:
+    platform::QtRunLoop& runLoop_;
+    std::optional<CommandError> failure_;
+};
+
+void noteWhatIsMissing(const platform::LinuxDesktop& desktop, const platform::Channel& frontWindow, ConsoleSink& console) {
+    for (const std::string& notice : desktop.notices()) console.write(notice);
+    if (!frontWindow.isAvailable)
+        console.line("The front window can't be seen: {} (quorvane-cli doctor says more)", frontWindow.reason);
+}
+
+void track(const CommandContext& context, std::optional<Seconds> duration) {
+    if (context.now) throw CommandError(ExitStatus::wrongUsage, "--now: tracking needs the clock as it is");
+    ModelContext store(context.openForWriting());
+    const auto lock = lockFor(context.storeFile());
+    StreamConsole console(stderr);
+    platform::QtRunLoop runLoop;
+    platform::LinuxDesktop desktop(runLoop);
+    noteWhatIsMissing(desktop, desktop.foreground().channel(), console);
+    Announcements announcements(runLoop);
+    const RecordAnnouncer announcer(store, [&](const std::string& line) { announcements.write(line); });
+    TrackingSession session(runLoop, desktop, store, console);
+    const platform::UnixSignals signals({SIGINT, SIGTERM}, [&](int) { runLoop.quit(); });
+    const auto timeOut = duration ? runLoop.after(*duration, [&] { runLoop.quit(); }) : nullptr;
+    session.start();
+    runLoop.run();
+    const bool isSaved = session.stop();
+    announcements.throwIfFailed();
+    if (!isSaved) throw CommandError(ExitStatus::failed, "the last record could not be saved");
+}
+
+}  // namespace
+
+void addTrackCommand(CLI::App& app, CommandContext& context) {
+    auto* command = app.add_subcommand("track", "Track without a window until interrupted");
+    const auto duration = std::make_shared<std::optional<Seconds>>();
+    command
+        ->add_option_function<std::string>(
+            "--for", [duration](const std::string& text) { *duration = readSeconds(text); }, "Stop by itself after this")
+        ->type_name("SECONDS");
+    command->callback([&context, duration] { context.command = [&context, duration] { track(context, *duration); }; });
+}
+
+}  // namespace quorvane::cli

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "capture/FrontWindowTitle.h"
+#include "diagnostics/ConsoleSink.h"
+#include "platform/Desktop.h"
+#include "platform/RunLoop.h"
+#include "store/ModelContext.h"
+#include "tracking/ActivityTracker.h"
+#include "tracking/KeyboardMonitor.h"
+#include "tracking/MouseMonitor.h"
+
+namespace quorvane {
+
+/// A tracker with all that it asks, put together over an open store. Both programs that track use this one assembly.
+/// Whatever it is made on must outlive it. Main thread only.
+class TrackingSession {
+public:
+    TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store, ConsoleSink& console);
+
+    /// Cleans up what an earlier run left and begins tracking.
+    void start();
+
+    /// Ends tracking with the open record closed and saved; false if it could not be saved, with a line that says why.
+    /// Meant for the end of the program: it waits for nothing that the run loop would bring.
+    bool stop();
+
+    [[nodiscard]] ActivityTracker& tracker() { return tracker_; }
+
+private:
+    ModelContext& store_;
+    ConsoleSink& console_;
+    FrontWindowTitle windowInfo_;
+    KeyboardMonitor keyboardMonitor_;
+    MouseMonitor mouseMonitor_;
+    ActivityTracker tracker_;
+};
+
+}  // namespace quorvane

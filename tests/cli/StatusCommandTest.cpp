@@ -1,0 +1,52 @@
+#include "cli/CliFixture.h"
+
+#include "base/Json.h"
+
+using testing::HasSubstr;
+
+namespace quorvane {
+namespace {
+
+class StatusCommandTest : public CliTest {
+protected:
+    [[nodiscard]] Json status(const std::string& now) {
+        return parseJson(outputOf({"--now", now, "--json", "status"})).value_or(Json());
+    }
+};
+
+TEST_F(StatusCommandTest, TellsOfAnEmptyStore) {
+    load("");
+    EXPECT_EQ(outputOf({"--json", "status"}),
+              "{\"tracking\":false,\"open_record\":null,\"today_seconds\":0.0,\"today_records\":0}\n");
+    EXPECT_EQ(outputOf({"status"}), "Tracking:     no\nOpen record:  none\nToday:        0:00:00 in 0 records\n");
+}
+
+TEST_F(StatusCommandTest, TakesTrackingForAliveUntilTheHeartbeatIsTwoMinutesOld) {
+    load(recordLine("A", "2026-03-04T09:00:00Z", ""));
+    EXPECT_TRUE(status("2026-03-04T09:01:59.999Z")["tracking"].get<bool>());
+    EXPECT_FALSE(status("2026-03-04T09:02:00Z")["tracking"].get<bool>());
+    EXPECT_EQ(status("2026-03-04T09:02:00Z")["open_record"]["id"], "A0000000-0000-4000-8000-000000000000");
+}
+
+TEST_F(StatusCommandTest, AddsUpWhatStartsOnTheLocalDayAndOpenRecordsUpToNow) {
+    // The day on which the clocks of Berlin go forward has 23 hours: from 23:00 UTC to 22:00 UTC.
+    setting_.environment["TZ"] = "Europe/Berlin";
+    load(recordLine("A", "2026-03-28T22:59:59Z", "2026-03-29T01:00:00Z") +
+         recordLine("B", "2026-03-28T23:00:00Z", "2026-03-28T23:00:10.25Z") +
+         recordLine("C", "2026-03-29T21:59:59Z", "2026-03-29T22:00:00Z") +
+         recordLine("D", "2026-03-29T22:00:00Z", "2026-03-29T23:00:00Z") +
+         recordLine("E", "2026-03-29T10:00:00Z", "2026-03-29T09:00:00Z") + recordLine("F", "2026-03-29T12:00:00Z", ""));
+    const Json found = status("2026-03-29T12:00:30Z");
+    EXPECT_EQ(found["today_records"], 4);
+    EXPECT_EQ(found["today_seconds"], 41.25);
+}
+
+TEST_F(StatusCommandTest, WritesForPeople) {
+    load(recordLine("A", "2026-03-04T09:00:00Z", "", R"(,"app_name":"Editor","window_title":"main.cpp\n")"));
+    EXPECT_EQ(outputOf({"--now", "2026-03-04T09:01:05Z", "status"}),
+              "Tracking:     yes\nOpen record:  Editor — main.cpp , since 2026-03-04 09:00:00 (0:01:05)\n"
+              "Today:        0:01:05 in 1 record\n");
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,97 @@
+#include "cli/CliFixture.h"
+
+using testing::_;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace quorvane {
+namespace {
+
+using UsageTest = CliTest;
+
+TEST_F(UsageTest, AnswersWrongUsageWithOneLineAndTouchesNothing) {
+    struct Row {
+        Arguments arguments;
+        const char* cause;
+    };
+    const Row rows[] = {
+        {{}, "a command is required"},
+        {{"nosuch"}, "there is no command nosuch"},
+        {{"--nosuch"}, "there is no option --nosuch"},
+        {{"dump", "--nosuch"}, "--nosuch"},
+        {{"dump", "extra"}, "extra"},
+        {{"dump", "status"}, "status"},
+        {{"dump", "-o"}, "--output"},
+        {{"--store"}, "--store"},
+        {{"load"}, "FILE is required"},
+        {{"load", "a", "b"}, "b"},
+        {{"--now", "yesterday", "status"}, "\"yesterday\" is no instant"},
+        {{"--now", "2026-03-04T15:00:00", "status"}, "is no instant"},
+        {{"--now", "2026-03-04", "status"}, "is no instant"},
+        {{"records", "--limit", "-1"}, "\"-1\" is no whole number"},
+        {{"records", "--limit", "1.5"}, "\"1.5\" is no whole number"},
+        {{"records", "--from", "2026-02-30T00:00:00Z"}, "is no instant"},
+        {{"records", "--project", "Web"}, "\"Web\" is no UUID"},
+        {{"export-csv", "--project", "Web"}, "\"Web\" is no UUID"},
+        {{"export-csv", "--to", "tomorrow"}, "is no instant"},
+        {{"track", "--for", "-1"}, "\"-1\" is no number of seconds"},
+        {{"track", "--for", "nan"}, "\"nan\" is no number of seconds"},
+        {{"track", "--for", "1e9"}, "\"1e9\" is no number of seconds"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        const auto result = runBare(row.arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, isRefusal(HasSubstr(row.cause)));
+        EXPECT_THAT(names(), IsEmpty());
+    }
+}
+
+TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
+    const auto help = runBare({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.err, "");
+    for (const char* command : {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor"}) {
+        SCOPED_TRACE(command);
+        EXPECT_THAT(help.out, HasSubstr(command));
+        const auto result = runBare({command, "--help"});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, "");
+        EXPECT_THAT(result.out, HasSubstr(std::string("Usage: quorvane-cli ") + command));
+    }
+}
+
+TEST_F(UsageTest, TakesGlobalOptionsOnEitherSideOfTheCommand) {
+    load(recordLine("A", "2026-03-04T15:00:00Z", "2026-03-04T16:00:00Z"));
+    const std::string file = store().string();
+    const auto expected = runBare({"--store", file, "--now", "2026-03-04T17:00:00Z", "--json", "status"});
+    EXPECT_EQ(expected.status, 0);
+    EXPECT_THAT(expected.out, HasSubstr("\"today_seconds\":3600.0"));
+    EXPECT_EQ(runBare({"status", "--json", "--store", file, "--now", "2026-03-04T17:00:00Z"}).out, expected.out);
+    EXPECT_EQ(runBare({"--json", "status", "--now=2026-03-04T18:00:00+01:00", "--store=" + file}).out, expected.out);
+}
+
+TEST_F(UsageTest, LooksForTheApplicationsOwnStoreWhereNoneIsNamed) {
+    setting_.environment["XDG_DATA_HOME"] = (folder_ / "data").string();
+    EXPECT_THAT(runBare({"dump"}).err, isRefusal(HasSubstr((folder_ / "data/quorvane/quorvane.sqlite").string())));
+    setting_.environment["XDG_DATA_HOME"] = "relative";
+    EXPECT_THAT(runBare({"dump"}).err, isRefusal(HasSubstr((folder_ / ".local/share/quorvane/quorvane.sqlite").string())));
+    setting_.input = recordLine("A", "2026-03-04T15:00:00Z", "2026-03-04T16:00:00Z");
+    EXPECT_EQ(runBare({"load", "-"}).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder_ / ".local/share/quorvane/quorvane.sqlite"));
+}
+
+TEST_F(UsageTest, TheApplicationItselfTakesNoArguments) {
+    for (const char* argument : {"--help", "status", "-x"}) {
+        SCOPED_TRACE(argument);
+        const auto result = ProgramRun(QUORVANE, {argument}, setting_).wait();
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "quorvane: takes no arguments; quorvane-cli is the program for the command line\n");
+    }
+}
+
+}  // namespace
+}  // namespace quorvane

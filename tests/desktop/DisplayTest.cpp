@@ -1,0 +1,174 @@
+#include "desktop/support/DesktopSession.h"
+#include "desktop/support/TestWindow.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/QtRunLoop.h"
+
+#include <cstring>
+#include <gmock/gmock.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::Field;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Lt;
+
+/// A socket where a compositor would have one.
+class CompositorSocket {
+public:
+    CompositorSocket(const std::filesystem::path& path, bool listens) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+        EXPECT_EQ(bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(listens ? listen(descriptor_, 1) : 0, 0);
+    }
+    CompositorSocket(const CompositorSocket&) = delete;
+    CompositorSocket& operator=(const CompositorSocket&) = delete;
+    ~CompositorSocket() { close(descriptor_); }
+
+private:
+    int descriptor_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+};
+
+/// Nothing about windows and input is answered, and nobody crashes for it.
+void expectNothingIsSeen(LinuxDesktop& desktop) {
+    EXPECT_EQ(desktop.foreground().frontmostApplication(), std::nullopt);
+    EXPECT_EQ(desktop.foreground().frontmostWindowTitle(), std::nullopt);
+    EXPECT_LT(desktop.idle().secondsSinceLastInput(), 0s);
+    EXPECT_EQ(desktop.keys().createTap(KeyEvents::keyDown, [] {}), nullptr);
+    EXPECT_EQ(desktop.pointer().addGlobalMonitor([](Point) {}), nullptr);
+    EXPECT_EQ(desktop.pointer().pointerPosition(), Point{});
+}
+
+/// The channels that stand on a display, in the order in which they are listed.
+std::vector<Channel> displayChannels(const LinuxDesktop& desktop) {
+    std::vector<Channel> found;
+    for (const auto& channel : desktop.channels())
+        for (const char* question : {"front window and activation", "window titles", "system idle time", "key events",
+                                     "button and scroll events", "screens asleep"})
+            if (channel.question == question) found.push_back(channel);
+    return found;
+}
+
+auto refusedWith(const std::string& reason) {
+    return AllOf(Field(&Channel::isAvailable, false), Field(&Channel::reason, HasSubstr(reason)),
+                 Field(&Channel::remedy, testing::Not(IsEmpty())));
+}
+
+auto allRefusedWith(const std::string& reason) {
+    return AllOf(testing::SizeIs(6), testing::Each(refusedWith(reason)));
+}
+
+TEST(DisplayTest, EveryQuestionIsListed) {
+    QtRunLoop runLoop;
+    const DesktopSession session;
+    const LinuxDesktop desktop(runLoop);
+    std::vector<std::string> questions;
+    for (const auto& channel : desktop.channels()) {
+        questions.push_back(channel.question);
+        SCOPED_TRACE(channel.question);
+        EXPECT_EQ(channel.isAvailable, channel.reason.empty());
+        EXPECT_FALSE(channel.name.empty());
+    }
+    EXPECT_THAT(questions, ElementsAre("front window and activation", "window titles", "system idle time", "key events",
+                                       "button and scroll events", "sleep and wake", "lock and unlock",
+                                       "screens asleep", "system log"));
+    EXPECT_THAT(displayChannels(desktop), testing::Each(Field(&Channel::isAvailable, true)));
+}
+
+TEST(DisplayTest, WithoutADisplayEverythingIsRefused) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false, .buses = false});
+    LinuxDesktop desktop(runLoop);
+    EXPECT_THAT(displayChannels(desktop), allRefusedWith("no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
+    expectNothingIsSeen(desktop);
+}
+
+TEST(DisplayTest, ADisplayThatDoesNotAnswerIsNamed) {
+    QtRunLoop runLoop;
+    DesktopSession session({.display = false, .buses = false});
+    session.environment().set("DISPLAY", ":64999");
+    LinuxDesktop desktop(runLoop);
+    EXPECT_THAT(displayChannels(desktop), allRefusedWith("DISPLAY=:64999"));
+    expectNothingIsSeen(desktop);
+}
+
+TEST(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
+    QtRunLoop runLoop;
+    struct Row {
+        const char* name;
+        const char* variable;  ///< WAYLAND_DISPLAY; null: unset
+        const char* socket;    ///< in the runtime directory
+        bool isAbsolute;
+        bool listens;
+        bool isWayland;
+    };
+    const Row rows[] = {
+        {"named", "wayland-7", "wayland-7", false, true, true},
+        {"default name", nullptr, "wayland-0", false, true, true},
+        {"absolute", "compositor", "compositor", true, true, true},
+        {"left behind", "wayland-0", "wayland-0", false, false, false},
+        {"another's", "wayland-1", "wayland-0", false, true, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        DesktopSession session({.buses = false});
+        const auto path = session.runtimeDirectory() / row.socket;
+        const CompositorSocket compositor(path, row.listens);
+        if (row.variable) session.environment().set("WAYLAND_DISPLAY", row.isAbsolute ? path.string() : row.variable);
+        const TestWindow window({.instance = "x", .wmClass = "X"});
+        LinuxDesktop desktop(runLoop);
+        if (row.isWayland) {
+            EXPECT_THAT(displayChannels(desktop), allRefusedWith("Wayland sessions are not supported yet"));
+            expectNothingIsSeen(desktop);
+        } else {
+            EXPECT_TRUE(waitUntil([&] { return desktop.foreground().frontmostApplication().has_value(); }));
+        }
+    }
+}
+
+TEST(DisplayTest, AServerThatDiesLeavesRefusalsAndAQuietProcess) {
+    QtRunLoop runLoop;
+    DesktopSession session;
+    LinuxDesktop desktop(runLoop);
+    int heard = 0;
+    auto tap = desktop.keys().createTap(KeyEvents::keyDownAndUp, [&] { ++heard; });
+    ASSERT_TRUE(tap && tap->attach());
+    tap->enable(true);
+    auto monitor = desktop.pointer().addGlobalMonitor([&](Point) { ++heard; });
+    ASSERT_TRUE(waitUntil([&] { return desktop.foreground().channel().isAvailable; }));
+
+    session.killServer();
+    EXPECT_TRUE(waitUntil([&] { return !desktop.idle().channel().isAvailable; }));
+    EXPECT_THAT(displayChannels(desktop), allRefusedWith("has gone away"));
+    expectNothingIsSeen(desktop);
+    EXPECT_THAT(wakeUpsDuring(0.3s), Lt(10)) << "a closed socket is readable for ever";
+    tap->enable(false);
+    tap->enable(true);
+    tap.reset();
+    monitor.reset();
+    EXPECT_EQ(heard, 0);
+}
+
+TEST(DisplayTest, AFaultyTableOfTheUserIsNamedAndIgnored) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false, .buses = false});
+    std::filesystem::create_directories(session.configHome() / "quorvane");
+    const auto file = session.configHome() / "quorvane/identities.json";
+    writeFile(file, R"({"com.example.Editor": ["editor"]})");
+    EXPECT_THAT(LinuxDesktop(runLoop).notices(), IsEmpty());
+    writeFile(file, R"({"com.example.Editor": "editor"})");
+    EXPECT_THAT(LinuxDesktop(runLoop).notices(),
+                ElementsAre(AllOf(HasSubstr("identities.json is ignored"), HasSubstr("com.example.Editor"))));
+}
+
+}  // namespace
+}  // namespace quorvane::platform

@@ -1,0 +1,201 @@
+#include "desktop/support/DesktopSession.h"
+#include "desktop/support/LogindMock.h"
+#include "desktop/support/TestWindow.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/QtRunLoop.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+#include <vector>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::Eq;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Lt;
+using testing::Optional;
+
+using Application = std::optional<ForegroundApplication>;
+
+Application application(const std::string& bundleIdentifier, const std::string& name) {
+    return ForegroundApplication{.bundleIdentifier = bundleIdentifier, .localizedName = name};
+}
+
+/// A session with the desktop under test and a list of the activations that it reported.
+class ForegroundTest : public testing::Test {
+protected:
+    [[nodiscard]] bool waitForFront(const Application& expected) {
+        return waitUntil([&] { return desktop.foreground().frontmostApplication() == expected; });
+    }
+    [[nodiscard]] Channel channel() { return desktop.foreground().channel(); }
+
+    QtRunLoop runLoop;
+    DesktopSession session;
+    LinuxDesktop desktop{runLoop};
+    std::vector<Application> activations;
+    std::vector<Seconds> times;
+    Subscription subscription = desktop.foreground().observeActivation([this](const Application& activated) {
+        activations.push_back(activated);
+        times.push_back(uptime());
+    });
+};
+
+TEST_F(ForegroundTest, AnActivationIsReportedWithinATenthOfASecond) {
+    TestWindow first({.instance = "first", .wmClass = "First"});
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 1; }));
+    TestWindow second({.instance = "second", .wmClass = "Second"});
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 2; }));
+    for (TestWindow* window : {&first, &second, &first}) {
+        const auto asked = uptime();
+        const auto before = activations.size();
+        window->activate();
+        ASSERT_TRUE(waitUntil([&] { return activations.size() > before; }));
+        EXPECT_THAT((times.back() - asked).count(), Lt(0.1));
+    }
+    EXPECT_THAT(activations, ElementsAre(application("first", "First"), application("second", "Second"),
+                                         application("first", "First"), application("second", "Second"),
+                                         application("first", "First")));
+}
+
+TEST_F(ForegroundTest, AnotherWindowOfTheSameApplicationIsNoActivation) {
+    TestWindow first({.instance = "editor", .wmClass = "Editor", .title = "one"});
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 1; }));
+    TestWindow second({.instance = "editor", .wmClass = "Editor", .title = "two"});
+    ASSERT_TRUE(waitUntil([&] { return desktop.foreground().frontmostWindowTitle() == "two"; }));
+    EXPECT_TRUE(staysTrue([&] { return activations.size() == 1; }));
+}
+
+TEST_F(ForegroundTest, ARealApplicationHasTheNamesOfItsDesktopFile) {
+    ChildProcess xterm({"xterm", "-T", "build log", "-e", "sleep", "60"});
+    ASSERT_TRUE(waitForFront(application("debian-xterm", "XTerm")));
+    EXPECT_EQ(desktop.foreground().frontmostWindowTitle(), "build log");
+    ASSERT_TRUE(waitUntil([&] { return !activations.empty(); }));
+    EXPECT_THAT(activations, ElementsAre(application("debian-xterm", "XTerm")));
+}
+
+TEST_F(ForegroundTest, AWellKnownApplicationHasTheIdentifierOfItsCounterpart) {
+    std::filesystem::create_directories(session.dataHome() / "applications");
+    writeFile(session.dataHome() / "applications/firefox-esr.desktop",
+              "[Desktop Entry]\nType=Application\nName=Firefox ESR\nExec=firefox-esr %u\nStartupWMClass=firefox-esr\n");
+    const TestWindow window({.instance = "Navigator", .wmClass = "firefox-esr"});
+    EXPECT_TRUE(waitForFront(application("org.mozilla.firefox", "Firefox ESR")));
+}
+
+TEST_F(ForegroundTest, WindowsThatSayLittleAreNamedByWhatTheySay) {
+    {
+        const TestWindow window({.gtkApplicationId = "org.example.Unknown", .pid = getpid()});
+        ASSERT_TRUE(waitUntil([&] { return desktop.foreground().frontmostApplication().has_value(); }));
+        const auto front = desktop.foreground().frontmostApplication();
+        EXPECT_EQ(front->bundleIdentifier, std::nullopt);
+        EXPECT_THAT(front->localizedName, Optional(HasSubstr("desktop")));  // the name of this process
+    }
+    ASSERT_TRUE(waitForFront(std::nullopt));
+    const TestWindow window({});
+    EXPECT_TRUE(waitForFront(ForegroundApplication{}));
+    EXPECT_EQ(desktop.foreground().frontmostWindowTitle(), std::nullopt);
+}
+
+TEST_F(ForegroundTest, AWindowThatIntroducesItselfLateIsReportedWithItsName) {
+    TestWindow window({});
+    ASSERT_TRUE(waitForFront(ForegroundApplication{}));
+    window.setClass("late", "Late");
+    ASSERT_TRUE(waitUntil([&] { return !activations.empty(); }));
+    EXPECT_THAT(activations, ElementsAre(application("late", "Late")));
+}
+
+TEST_F(ForegroundTest, TitlesArriveAsUtf8) {
+    struct Row {
+        const char* name;
+        TestWindow::Properties properties;
+        std::string expected;
+    };
+    const Row rows[] = {
+        {"modern",
+         {.instance = "a", .wmClass = "A", .title = "Bericht – März.odt", .oldTitle = "x"},
+         "Bericht – März.odt"},
+        {"old", {.instance = "b", .wmClass = "B", .oldTitle = "M\xe4rz"}, "März"},
+        {"broken", {.instance = "c", .wmClass = "C", .title = "M\xe4rz"}, "M\xef\xbf\xbdrz"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const TestWindow window(row.properties);
+        EXPECT_TRUE(waitUntil([&] { return desktop.foreground().frontmostWindowTitle() == row.expected; }));
+    }
+}
+
+TEST_F(ForegroundTest, WithoutAFocusedWindowThereIsNoApplication) {
+    EXPECT_EQ(desktop.foreground().frontmostApplication(), std::nullopt);
+    TestWindow window({.instance = "only", .wmClass = "Only", .title = "title"});
+    ASSERT_TRUE(waitForFront(application("only", "Only")));
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 1; }));
+    window.iconify();
+    ASSERT_TRUE(waitForFront(std::nullopt));
+    EXPECT_EQ(desktop.foreground().frontmostWindowTitle(), std::nullopt);
+    ASSERT_TRUE(staysTrue([&] { return activations.size() == 1; }));
+    window.activate();
+    EXPECT_TRUE(waitUntil([&] { return activations.size() == 2; })) << "it comes back to the front";
+    window.destroy();
+    EXPECT_TRUE(waitForFront(std::nullopt)) << "some window managers keep the id of a dead window";
+}
+
+TEST_F(ForegroundTest, ABurstOfChangesIsReportedOnceAndInTime) {
+    TestWindow first({.instance = "first", .wmClass = "First"});
+    TestWindow second({.instance = "second", .wmClass = "Second"});
+    ASSERT_TRUE(waitForFront(application("second", "Second")));
+    ASSERT_TRUE(
+        waitUntil([&] { return !activations.empty() && activations.back() == application("second", "Second"); }));
+    activations.clear();
+    for (int i = 0; i < 10; ++i) {
+        first.activate();
+        second.activate();
+    }
+    first.activate();
+    ASSERT_TRUE(waitUntil([&] { return !activations.empty(); }));
+    EXPECT_TRUE(staysTrue([&] { return activations.size() == 1; }));
+    EXPECT_THAT(activations, ElementsAre(application("first", "First")));
+}
+
+TEST_F(ForegroundTest, AWindowManagerThatStartsLaterIsFollowed) {
+    session.environment().unset("DISPLAY");
+    DesktopSession bare({.windowManager = false, .buses = false});
+    LinuxDesktop early(runLoop);
+    EXPECT_FALSE(early.foreground().channel().isAvailable);
+    EXPECT_THAT(early.foreground().channel().reason, HasSubstr("window manager"));
+    EXPECT_THAT(early.foreground().channel().remedy, Not(IsEmpty()));
+    bare.startWindowManager();
+    EXPECT_TRUE(early.foreground().channel().isAvailable);
+    const TestWindow window({.instance = "late", .wmClass = "Late"});
+    EXPECT_TRUE(waitUntil([&] { return early.foreground().frontmostApplication() == application("late", "Late"); }));
+}
+
+TEST(LockedForegroundTest, UnderALockTheLoginWindowIsInFront) {
+    QtRunLoop runLoop;
+    const DesktopSession session;
+    LogindMock logind;
+    LinuxDesktop desktop(runLoop);
+    std::vector<Application> activations;
+    const auto subscription =
+        desktop.foreground().observeActivation([&](const Application& activated) { activations.push_back(activated); });
+    const TestWindow window({.instance = "editor", .wmClass = "Editor", .title = "secret"});
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 1; }));
+
+    logind.setLockedHint(true);
+    const auto loginWindow = application("com.apple.loginwindow", "LoginWindow");
+    ASSERT_TRUE(waitUntil([&] { return desktop.foreground().frontmostApplication() == loginWindow; }));
+    EXPECT_EQ(desktop.foreground().frontmostWindowTitle(), std::nullopt);
+    {
+        const TestWindow below({.instance = "mail", .wmClass = "Mail"});
+        EXPECT_TRUE(staysTrue([&] { return activations.size() == 1; }))
+            << "what happens below the lock is no activation";
+    }
+    logind.setLockedHint(false);
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 2; })) << "the lock gives way to the application";
+    EXPECT_EQ(activations.back(), application("editor", "Editor"));
+}
+
+}  // namespace
+}  // namespace quorvane::platform

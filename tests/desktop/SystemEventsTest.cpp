@@ -1,0 +1,159 @@
+#include "desktop/support/DesktopSession.h"
+#include "desktop/support/LogindMock.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/QtRunLoop.h"
+
+#include <gmock/gmock.h>
+#include <vector>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Lt;
+
+constexpr SystemEvent allEvents[] = {SystemEvent::willSleep,       SystemEvent::didWake,
+                                     SystemEvent::screensDidSleep, SystemEvent::screensDidWake,
+                                     SystemEvent::screenLocked,    SystemEvent::screenUnlocked};
+
+/// What the desktop reports, in its order.
+class EventList {
+public:
+    explicit EventList(Desktop& desktop) {
+        for (const auto event : allEvents)
+            subscriptions_.push_back(desktop.systemEvents().observe(event, [this, event] { events.push_back(event); }));
+    }
+    [[nodiscard]] bool waitFor(std::size_t count) {
+        return waitUntil([&] { return events.size() >= count; });
+    }
+
+    std::vector<SystemEvent> events;
+
+private:
+    std::vector<Subscription> subscriptions_;
+};
+
+std::string reasonFor(Desktop& desktop, const std::string& question) {
+    for (const auto& channel : desktop.systemEvents().channels())
+        if (channel.question == question) return channel.isAvailable ? "" : channel.reason;
+    return "no such question";
+}
+
+TEST(SystemEventsTest, TheMachineSleepsOnlyWhenTheHandlersHaveRun) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false});
+    LogindMock logind;
+    LinuxDesktop desktop(runLoop);
+    ASSERT_TRUE(waitUntil([&] { return logind.inhibitors() == 1; }));
+    EXPECT_THAT(reasonFor(desktop, "sleep and wake"), IsEmpty());
+    EventList list(desktop);
+    int inhibitorsInHandler = 0;
+    const auto subscription =
+        desktop.systemEvents().observe(SystemEvent::willSleep, [&] { inhibitorsInHandler = logind.inhibitors(); });
+
+    logind.prepareForSleep(true);
+    ASSERT_TRUE(list.waitFor(1));
+    EXPECT_EQ(inhibitorsInHandler, 1);
+    EXPECT_TRUE(waitUntil([&] { return logind.inhibitors() == 0; }));
+
+    logind.prepareForSleep(true);
+    logind.prepareForSleep(false);
+    ASSERT_TRUE(list.waitFor(2));
+    EXPECT_TRUE(waitUntil([&] { return logind.inhibitors() == 1; }));
+    EXPECT_THAT(list.events, ElementsAre(SystemEvent::willSleep, SystemEvent::didWake)) << "repeats are dropped";
+}
+
+TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThem) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false});
+    LogindMock logind;
+    LinuxDesktop desktop(runLoop);
+    EXPECT_THAT(reasonFor(desktop, "lock and unlock"), IsEmpty());
+    struct Row {
+        const char* name;
+        std::function<void(bool)> announce;
+    };
+    const Row rows[] = {
+        {"hint", [&](bool on) { logind.setLockedHint(on); }},
+        {"request", [&](bool on) { logind.requestLock(on); }},
+        {"freedesktop", [](bool on) { announceScreenSaver("org.freedesktop.ScreenSaver", on); }},
+        {"gnome", [](bool on) { announceScreenSaver("org.gnome.ScreenSaver", on); }},
+        {"mate", [](bool on) { announceScreenSaver("org.mate.ScreenSaver", on); }},
+        {"cinnamon", [](bool on) { announceScreenSaver("org.cinnamon.ScreenSaver", on); }},
+        {"xfce", [](bool on) { announceScreenSaver("org.xfce.ScreenSaver", on); }},
+        {"all of them",
+         [&](bool on) {
+             logind.requestLock(on);
+             logind.setLockedHint(on);
+             announceScreenSaver("org.gnome.ScreenSaver", on);
+         }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EventList list(desktop);
+        row.announce(true);
+        ASSERT_TRUE(list.waitFor(1));
+        EXPECT_TRUE(staysTrue([&] { return list.events.size() == 1; }, 0.1s));
+        row.announce(false);
+        ASSERT_TRUE(list.waitFor(2));
+        EXPECT_THAT(list.events, ElementsAre(SystemEvent::screenLocked, SystemEvent::screenUnlocked));
+    }
+}
+
+TEST(SystemEventsTest, ASessionThatIsLockedAtTheStartCountsAsLocked) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false});
+    LogindMock logind;
+    logind.setLockedHint(true);
+    LinuxDesktop desktop(runLoop);
+    EventList list(desktop);
+    EXPECT_EQ(desktop.foreground().frontmostApplication()->bundleIdentifier, loginWindowBundleId);
+    logind.setLockedHint(false);
+    ASSERT_TRUE(list.waitFor(1));
+    EXPECT_THAT(list.events, ElementsAre(SystemEvent::screenUnlocked));
+}
+
+TEST(SystemEventsTest, DarkScreensAreReportedByTheServer) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.windowManager = false, .buses = false});
+    LinuxDesktop desktop(runLoop);
+    EXPECT_THAT(reasonFor(desktop, "screens asleep"), IsEmpty());
+    EventList list(desktop);
+    for (const char* state : {"activate", "activate", "reset", "reset"})
+        ASSERT_EQ(run({"xset", "s", state}), 0);
+    ASSERT_TRUE(list.waitFor(2));
+    EXPECT_TRUE(staysTrue([&] { return list.events.size() == 2; }, 0.1s));
+    EXPECT_THAT(list.events, ElementsAre(SystemEvent::screensDidSleep, SystemEvent::screensDidWake));
+}
+
+TEST(SystemEventsTest, WhatIsMissingIsNamed) {
+    QtRunLoop runLoop;
+    {
+        const DesktopSession session({.display = false, .buses = false});
+        LinuxDesktop desktop(runLoop);
+        EXPECT_EQ(reasonFor(desktop, "sleep and wake"), "no system bus");
+        EXPECT_EQ(reasonFor(desktop, "lock and unlock"), "no system bus; no session bus");
+        EXPECT_THAT(reasonFor(desktop, "screens asleep"), HasSubstr("no display"));
+    }
+    const DesktopSession session({.windowManager = false, .serverArguments = {"-extension", "MIT-SCREEN-SAVER"}});
+    LinuxDesktop desktop(runLoop);
+    EXPECT_THAT(reasonFor(desktop, "sleep and wake"), HasSubstr("logind"));
+    EXPECT_THAT(reasonFor(desktop, "lock and unlock"), HasSubstr("no screen saver"));
+    EXPECT_THAT(reasonFor(desktop, "screens asleep"), HasSubstr("MIT-SCREEN-SAVER"));
+}
+
+TEST(SystemEventsTest, AHangingLogindHoldsTheStartUpForLessThanASecond) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false});
+    LogindMock logind;
+    logind.hang();
+    const auto before = uptime();
+    const LinuxDesktop desktop(runLoop);
+    EXPECT_THAT((uptime() - before).count(), Lt(1));
+}
+
+}  // namespace
+}  // namespace quorvane::platform

@@ -1,0 +1,48 @@
+#include "hygiene/HygieneTest.h"
+
+#include <fmt/format.h>
+
+namespace quorvane {
+
+std::shared_ptr<ActivityRecord> HygieneTest::add(const std::string& app, std::string_view start, std::string_view end) {
+    auto builder = aRecord().app(app).from(start);
+    if (!end.empty()) builder.to(end);
+    auto record = builder.in(context());
+    context().save();
+    return record;
+}
+
+std::shared_ptr<ActivityRecord> HygieneTest::add(const std::string& app, Date start, Seconds duration) {
+    auto record = aRecord().app(app).make();
+    record->startTime = start;
+    record->endTime = start + duration;
+    context().insert(record);
+    context().save();
+    return record;
+}
+
+std::vector<std::shared_ptr<ActivityRecord>> HygieneTest::stored() {
+    return store.anotherContext()->fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::startTime)}});
+}
+
+std::vector<std::string> HygieneTest::newLines() {
+    auto lines = console.lines();
+    console.clear();
+    return lines;
+}
+
+void HygieneTest::refuse(const std::string& statement) {
+    otherProgram_.execute(fmt::format("CREATE TRIGGER refuse_{0} BEFORE {0} ON activity_record "
+                                      "BEGIN SELECT RAISE(ABORT, 'refused'); END",
+                                      statement));
+}
+
+void HygieneTest::allow(const std::string& statement) {
+    otherProgram_.execute(fmt::format("DROP TRIGGER refuse_{}", statement));
+}
+
+void HygieneTest::hideRecords() {
+    otherProgram_.execute("ALTER TABLE activity_record RENAME TO hidden_record");
+}
+
+}  // namespace quorvane

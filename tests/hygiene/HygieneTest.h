@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "store/Database.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+/// A store at noon of Monday, 2 March 2026, and what the services that clean it up print.
+class HygieneTest : public testing::Test {
+protected:
+    ModelContext& context() { return store.context(); }
+
+    /// A saved record; without an end it is open.
+    std::shared_ptr<ActivityRecord> add(const std::string& app, std::string_view start, std::string_view end = {});
+
+    /// The same by its length.
+    std::shared_ptr<ActivityRecord> add(const std::string& app, Date start, Seconds duration);
+
+    /// What stands in the file, by start and insertion, as another program sees it.
+    std::vector<std::shared_ptr<ActivityRecord>> stored();
+
+    /// The printed lines since the last call.
+    std::vector<std::string> newLines();
+
+    /// Makes each statement of the kind fail: "DELETE", "UPDATE", "INSERT".
+    void refuse(const std::string& statement);
+    void allow(const std::string& statement);
+    /// Makes each fetch of records fail.
+    void hideRecords();
+
+    platform::SimulatedRunLoop runLoop{at("12:00:00")};
+    platform::ClockOverride clock{[this] { return runLoop.now(); }};
+    RecordingConsole console;
+    TemporaryStore store;
+
+private:
+    Database otherProgram_{{.file = store.file()}};
+};
+
+}  // namespace quorvane

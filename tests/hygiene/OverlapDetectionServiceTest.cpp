@@ -1,0 +1,247 @@
+#include "store/OverlapDetectionService.h"
+
+#include "hygiene/HygieneTest.h"
+#include "support/Matchers.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+
+namespace quorvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class OverlapDetectionServiceTest : public HygieneTest {
+protected:
+    OverlapDetectionService service{context(), runLoop, console};
+};
+
+/// Another time zone while it lives.
+class InZone {
+public:
+    explicit InZone(const char* zone) { ::setenv("TZ", zone, 1); }
+    InZone(const InZone&) = delete;
+    InZone& operator=(const InZone&) = delete;
+    ~InZone() { ::setenv("TZ", "UTC", 1); }
+};
+
+// --- All records --------------------------------------------------------------------------------------------------
+
+TEST_F(OverlapDetectionServiceTest, WithoutOverlapsItOnlySaysSo) {
+    add("A", "09:00:00", "10:00:00");
+    add("B", "10:00:00", "11:00:00");
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(newLines(),
+                ElementsAre("OverlapDetectionService: 开始检测重叠记录...", "OverlapDetectionService: 未发现重叠记录"));
+}
+
+TEST_F(OverlapDetectionServiceTest, GroupsAreMendedInOrderAndSavedOnce) {
+    add("A", "09:00:00", "09:10:00");
+    add("B", "09:05:00.5", "09:30:00");  // 299.5 s: A ends earlier
+    add("C", "09:25:00", "09:31:00");    // 300 s: C is shorter
+    add("D", "09:30:30", "09:40:00");    // 30 s with C: C ends earlier, although it is gone
+    add("Alone", "10:00:00", "10:10:00");
+    add("Tiny", "11:00:00", "11:00:29.5")->appName = std::nullopt;
+    add("Half", "11:00:29", "11:00:59");
+    context().save();
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(newLines(),
+                ElementsAre("OverlapDetectionService: 开始检测重叠记录...", "OverlapDetectionService: 发现 2 个重叠组",
+                            "OverlapDetectionService: 处理重叠组，包含 4 条记录",
+                            "OverlapDetectionService: 调整 A 结束时间到 2026-03-02 09:05:00 +0000",
+                            "OverlapDetectionService: 删除较短记录 - C",
+                            "OverlapDetectionService: 调整 C 结束时间到 2026-03-02 09:30:30 +0000",
+                            "OverlapDetectionService: 处理重叠组，包含 2 条记录",
+                            "OverlapDetectionService: 删除短记录 - 未知", "OverlapDetectionService: 重叠处理完成"));
+    const auto left = stored();
+    EXPECT_THAT(left, ElementsAre(isRecord("A", "09:00:00", "09:05:00.5"), isRecord("B", "09:05:00.5", "09:30:00"),
+                                  isRecord("D", "09:30:30", "09:40:00"), isRecord("Alone", "10:00:00", "10:10:00"),
+                                  isRecord("Half", "11:00:29", "11:00:59")));
+    EXPECT_EQ(left[0]->updatedAt(), runLoop.now());
+    EXPECT_EQ(left[1]->updatedAt(), at("09:30:00"));
+}
+
+TEST_F(OverlapDetectionServiceTest, AGroupOfShortRecordsGoesWhole) {
+    add("A", "09:00:00", "09:00:29");
+    add("B", "09:00:10", "09:00:39");
+    add("C", "09:00:20", "09:00:49");
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(stored(), IsEmpty());
+    EXPECT_EQ(newLines().size(), 7);
+}
+
+TEST_F(OverlapDetectionServiceTest, LongRecordsAroundAShortOneAreComparedDirectly) {
+    add("A", "09:00:00", "09:10:00");
+    add("Tiny", "09:05:00", "09:05:10");
+    add("B", "09:05:05", "09:30:00");
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(stored(), ElementsAre(isRecord("A", "09:00:00", "09:05:05"), isRecord("B", "09:05:05", "09:30:00")));
+    add("C", "10:00:00", "10:10:00");
+    add("Tiny", "10:09:55", "10:10:05");
+    add("D", "10:10:00", "10:20:00");  // touches C
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(newLines(), testing::Contains("OverlapDetectionService: 删除短记录 - Tiny").Times(2));
+    EXPECT_THAT(stored()[2], isRecord("C", "10:00:00", "10:10:00"));
+    EXPECT_THAT(stored()[3], isRecord("D", "10:10:00", "10:20:00"));
+}
+
+TEST_F(OverlapDetectionServiceTest, AnOpenRecordLastsUntilNow) {
+    add("Open", "09:00:00");
+    add("Late", "11:58:00", "11:59:00");
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(stored(),
+                ElementsAre(isRecord("Open", "09:00:00", "11:58:00"), isRecord("Late", "11:58:00", "11:59:00")));
+}
+
+TEST_F(OverlapDetectionServiceTest, WhatCannotBeReadOrSavedIsReported) {
+    add("A", "09:00:00", "09:10:00");
+    add("B", "09:09:00", "09:30:00");
+    refuse("UPDATE");
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(newLines().back(), StartsWith("OverlapDetectionService: 保存失败: "));
+    allow("UPDATE");
+    add("Other", "11:00:00", "11:10:00");
+    EXPECT_THAT(stored()[0], isRecord("A", "09:00:00", "09:09:00"));
+    hideRecords();
+    service.detectAndResolveOverlaps();
+    EXPECT_THAT(newLines(), ElementsAre("OverlapDetectionService: 开始检测重叠记录...",
+                                        StartsWith("OverlapDetectionService: 检测重叠失败: ")));
+}
+
+// --- One day ------------------------------------------------------------------------------------------------------
+
+TEST_F(OverlapDetectionServiceTest, ADayKnowsWhatTouchesIt) {
+    add("Before", "2026-02-28 20:00:00", "2026-02-28 23:00:00");
+    add("Night", "2026-02-28 22:59:00", "2026-03-01 00:10:00");
+    add("Morning", "2026-03-01 00:09:00", "2026-03-01 09:00:00");
+    add("Evening", "2026-03-01 23:00:00", "2026-03-02 00:30:00");
+    add("NextDay", "2026-03-02 00:29:00", "2026-03-02 09:00:00");
+    service.detectAndResolveOverlaps(at("2026-03-01 15:00:00"));
+    EXPECT_THAT(newLines(), ElementsAre("OverlapDetectionService: 在 2026-03-01 15:00:00 +0000 发现 1 个重叠组",
+                                        "OverlapDetectionService: 处理重叠组，包含 2 条记录",
+                                        "OverlapDetectionService: 调整 Night 结束时间到 2026-03-01 00:09:00 +0000",
+                                        "OverlapDetectionService: 重叠处理完成"));
+    service.detectAndResolveOverlaps(at("2026-03-01 15:00:00"));
+    EXPECT_THAT(newLines(), ElementsAre("OverlapDetectionService: 在 2026-03-01 15:00:00 +0000 未发现重叠记录"));
+}
+
+TEST_F(OverlapDetectionServiceTest, ADayEndsWhereTheUsersCalendarSaysSo) {
+    const InZone berlin("Europe/Berlin");  // its 29 March has 23 hours, from 23:00 to 22:00 in UTC
+    runLoop.setClock(at("2026-03-31T12:00:00Z"));
+    const auto touchesTheDay = [&](const char* instant) {
+        const auto a = add("A", at(instant), 60s);
+        const auto b = add("B", at(instant) + 30s, 120s);
+        service.detectAndResolveOverlaps(at("2026-03-29T10:00:00Z"));
+        context().remove(a);
+        context().remove(b);
+        context().save();
+        return newLines().size() > 1;
+    };
+    EXPECT_FALSE(touchesTheDay("2026-03-28T22:58:00Z"));
+    EXPECT_TRUE(touchesTheDay("2026-03-28T22:59:30Z"));
+    EXPECT_TRUE(touchesTheDay("2026-03-29T21:59:00Z"));
+    EXPECT_FALSE(touchesTheDay("2026-03-29T22:00:00Z"));
+}
+
+TEST_F(OverlapDetectionServiceTest, AnOpenRecordTouchesTheDaysUntilNow) {
+    add("Open", "2026-02-27 09:00:00");
+    add("Long", "2026-03-01 10:00:00", "2026-03-01 11:00:00");
+    service.detectAndResolveOverlaps(at("2026-03-03 09:00:00"));
+    EXPECT_THAT(newLines(), ElementsAre("OverlapDetectionService: 在 2026-03-03 09:00:00 +0000 未发现重叠记录"));
+    service.detectAndResolveOverlaps(at("2026-03-01 09:00:00"));
+    EXPECT_THAT(stored(), ElementsAre(isRecord("Open", "2026-02-27 09:00:00")));
+    hideRecords();
+    console.clear();
+    service.detectAndResolveOverlaps(at("2026-03-01 09:00:00"));
+    EXPECT_THAT(newLines(), ElementsAre(StartsWith("OverlapDetectionService: 检测日期重叠失败: ")));
+}
+
+// --- Questions ----------------------------------------------------------------------------------------------------
+
+TEST_F(OverlapDetectionServiceTest, ARangeOverlapsWhatReachesIntoIt) {
+    add("Ended", "09:00:00", "10:00:00");
+    add("Future", "13:00:00");
+    struct Row {
+        const char* name;
+        const char* start;
+        const char* end;
+        bool expected;
+    };
+    const Row rows[] = {
+        {"inside", "09:10:00", "09:20:00", true},
+        {"around", "08:00:00", "10:30:00", true},
+        {"up to its start", "08:00:00", "09:00:00", false},
+        {"half a second further", "08:00:00", "09:00:00.5", true},
+        {"from its end", "10:00:00", "11:00:00", false},
+        {"half a second earlier", "09:59:59.5", "11:00:00", true},
+        {"an open one from the future ends now", "12:30:00", "14:00:00", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(service.hasOverlap(at(row.start), at(row.end)), row.expected);
+    }
+    EXPECT_THAT(newLines(), IsEmpty());
+}
+
+TEST_F(OverlapDetectionServiceTest, AnOpenRecordReachesIntoWhatStartsBeforeNow) {
+    const auto open = add("Open", "09:00:00");
+    EXPECT_TRUE(service.hasOverlap(at("11:59:59"), at("12:00:00")));
+    EXPECT_FALSE(service.hasOverlap(at("12:00:00"), at("12:00:05")));
+    EXPECT_FALSE(service.hasOverlap(at("11:00:00"), at("12:00:00"), open.get()));
+    add("Ended", "10:00:00", "11:30:00");
+    EXPECT_TRUE(service.hasOverlap(at("11:00:00"), at("12:00:00"), open.get()));
+}
+
+TEST_F(OverlapDetectionServiceTest, TheExcludedRecordIsKnownByItsIdentifier) {
+    const auto only = add("Only", "09:00:00", "10:00:00");
+    EXPECT_TRUE(service.hasOverlap(at("09:30:00"), at("10:30:00")));
+    EXPECT_FALSE(service.hasOverlap(at("09:30:00"), at("10:30:00"), only.get()));
+    const auto other = aRecord().app("Other").from("09:00:00").make();
+    EXPECT_TRUE(service.hasOverlap(at("09:30:00"), at("10:30:00"), other.get()));
+    other->id = only->id();
+    EXPECT_FALSE(service.hasOverlap(at("09:30:00"), at("10:30:00"), other.get()));
+    add("Another", "10:10:00", "10:20:00");
+    EXPECT_TRUE(service.hasOverlap(at("09:30:00"), at("10:30:00"), only.get()));
+}
+
+TEST_F(OverlapDetectionServiceTest, QuestionsSeeWhatIsNotSavedYet) {
+    const auto record = add("Editor", "09:00:00", "10:00:00");
+    record->endTime = at("09:10:00");
+    EXPECT_FALSE(service.hasOverlap(at("09:30:00"), at("10:30:00")));
+    aRecord().app("New").from("10:00:00").in(context());
+    EXPECT_TRUE(service.hasOverlap(at("09:30:00"), at("10:30:00")));
+    EXPECT_EQ(service.suggestedEndTime(at("09:30:00")), at("10:00:00"));
+}
+
+TEST_F(OverlapDetectionServiceTest, TheSuggestedEndIsTheNextStartAtTheLatestNow) {
+    add("A", "09:00:00", "10:00:00");
+    add("B", "11:00:00", "11:30:00");
+    add("Future", "13:00:00", "13:30:00");
+    struct Row {
+        const char* name;
+        const char* after;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"before all", "08:00:00", "09:00:00"},           {"at a start", "09:00:00", "11:00:00"},
+        {"next in the future", "11:00:00", "12:00:00"},   {"nothing later", "13:00:00", "12:00:00"},
+        {"a date in the future", "18:00:00", "12:00:00"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(service.suggestedEndTime(at(row.after)), at(row.expected));
+    }
+}
+
+TEST_F(OverlapDetectionServiceTest, ABrokenStoreAnswersSoThatTrackingGoesOn) {
+    hideRecords();
+    EXPECT_FALSE(service.hasOverlap(at("09:00:00"), at("10:00:00")));
+    EXPECT_EQ(service.suggestedEndTime(at("09:00:00")), runLoop.now());
+    EXPECT_THAT(newLines(), ElementsAre(StartsWith("OverlapDetectionService: 检查重叠失败: "),
+                                        StartsWith("OverlapDetectionService: 获取建议结束时间失败: ")));
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,156 @@
+#include "store/RecordHygiene.h"
+
+#include "support/Builders.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane::RecordHygiene {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+const Date now = at("12:00:00");
+
+RecordSpan span(Date start, std::optional<Date> end, std::string bundleId = "a") {
+    return {.start = start, .end = end, .id = Uuid::random(), .bundleId = std::move(bundleId)};
+}
+
+RecordSpan lasting(Seconds offset, Seconds duration, std::string bundleId = "a") {
+    return span(now + offset, now + offset + duration, std::move(bundleId));
+}
+
+TEST(RecordHygieneTest, AbnormalIsWhatLastsLongerThanADay) {
+    struct Row {
+        const char* name;
+        RecordSpan span;
+        bool expected;
+    };
+    const Row rows[] = {
+        {"24 hours", lasting(-30h, 24h), false},
+        {"a second more", lasting(-30h, 24h + 1s), true},
+        {"ends before it starts", lasting(-30h, -48h), false},
+        {"in the future", lasting(48h, 25h), true},
+        {"open for 24 hours", span(now - 24h, std::nullopt), false},
+        {"open for a second more", span(now - 24h - 1s, std::nullopt), true},
+        {"open, from the future", span(now + 48h, std::nullopt), false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(isAbnormal(row.span, now), row.expected);
+    }
+}
+
+TEST(RecordHygieneTest, AnOpenRecordIsForgottenAfterAnHourAndEndsThen) {
+    EXPECT_EQ(endOfForgotten(now - 3600s, now), std::nullopt);
+    EXPECT_EQ(endOfForgotten(now + 60s, now), std::nullopt);
+    EXPECT_EQ(endOfForgotten(now - 3600.5s, now), now - 0.5s);
+    EXPECT_EQ(endOfForgotten(now - 23h, now), now - 22h);
+}
+
+TEST(RecordHygieneTest, TheOverlapDecidesBetweenAnEarlierEndAndTheShorterRecord) {
+    using enum OverlapDecision;
+    struct Row {
+        const char* name;
+        RecordSpan first;
+        RecordSpan second;
+        OverlapDecision expected;
+    };
+    const Row rows[] = {
+        {"apart", lasting(-1000s, 100s), lasting(-800s, 100s), none},
+        {"touching", lasting(-1000s, 200s), lasting(-800s, 100s), none},
+        {"open first", span(now - 1000s, std::nullopt), lasting(-800s, 100s), none},
+        {"by half a second", lasting(-1000s, 200.5s), lasting(-800s, 100s), endFirst},
+        {"by 300 s", lasting(-1000s, 500s), lasting(-800s, 100s), endFirst},
+        {"by 300.5 s, second shorter", lasting(-1000s, 500.5s), lasting(-800s, 100s), removeSecond},
+        {"by 300.5 s, first shorter", lasting(-1000s, 500.5s), lasting(-800s, 501s), removeFirst},
+        {"by 300.5 s, equally long", lasting(-1000s, 500.5s), lasting(-800s, 500.5s), removeSecond},
+        {"open second counts until now", lasting(-1000s, 750s), span(now - 800s, std::nullopt), removeFirst},
+        {"open second is shorter", lasting(-1000s, 850s), span(now - 800s, std::nullopt), removeSecond},
+        {"same start", lasting(-1000s, 100s), lasting(-1000s, 900s), endFirst},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(decideOverlap(row.first, row.second, now), row.expected);
+    }
+}
+
+/// The starts of the merged pairs, relative to now.
+std::vector<std::pair<Seconds, Seconds>> mergedStarts(const std::vector<RecordSpan>& spans) {
+    AdjacentMerges merges;
+    for (const RecordSpan& one : spans)
+        merges.add(one);
+    std::vector<std::pair<Seconds, Seconds>> starts;
+    for (const auto& merge : merges.found())
+        starts.emplace_back(merge.first.start - now, merge.second.start - now);
+    return starts;
+}
+
+TEST(RecordHygieneTest, NeighboursMergeWhenBothAreLongAndTheGapIsSmall) {
+    struct Row {
+        const char* name;
+        RecordSpan second;  ///< behind a first of 30 s that ends at now
+        bool expected;
+    };
+    const Row rows[] = {
+        {"gap of 30 s", lasting(30s, 30s), true},    {"gap of 30.5 s", lasting(30.5s, 30s), false},
+        {"no gap", lasting(0s, 30s), true},          {"gap of -1 s", lasting(-1s, 30s), false},
+        {"29.9 s long", lasting(10s, 29.9s), false}, {"another application", lasting(10s, 60s, "b"), false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(mergedStarts({lasting(-30s, 30s), row.second}).size(), row.expected ? 1 : 0);
+    }
+    EXPECT_THAT(mergedStarts({lasting(-30s, 29.9s), lasting(10s, 60s)}), IsEmpty());
+}
+
+TEST(RecordHygieneTest, OfThreeMergeableRecordsInARowTheFirstTwoMerge) {
+    EXPECT_THAT(mergedStarts({lasting(0s, 60s), lasting(60s, 60s), lasting(120s, 60s)}), ElementsAre(Pair(0s, 60s)));
+    EXPECT_THAT(mergedStarts({lasting(0s, 60s), lasting(60s, 60s), lasting(120s, 60s), lasting(180s, 60s)}),
+                ElementsAre(Pair(0s, 60s), Pair(120s, 180s)));
+}
+
+TEST(RecordHygieneTest, MergesComeApplicationByApplication) {
+    EXPECT_THAT(mergedStarts({lasting(0s, 60s, "a"), lasting(1s, 60s, "b"), lasting(62s, 60s, "b"),
+                              lasting(70s, 60s, "a"), lasting(200s, 60s, "a"), lasting(270s, 60s, "a")}),
+                ElementsAre(Pair(0s, 70s), Pair(200s, 270s), Pair(1s, 62s)));
+}
+
+TEST(RecordHygieneTest, WindowsAreCountedFrom1970) {
+    const auto start = [](double seconds) { return span(dateFromSecondsSince1970(seconds), std::nullopt); };
+    const auto windows = timeWindows({start(-120.5), start(-120), start(-0.5), start(0), start(119.5), start(120)});
+    std::vector<std::pair<double, std::size_t>> found;
+    for (const TimeWindow& window : windows)
+        found.emplace_back(secondsSince1970(window.start), window.records.size());
+    EXPECT_THAT(found, ElementsAre(Pair(-240, 1), Pair(-120, 2), Pair(0, 2), Pair(120, 1)));
+}
+
+TEST(RecordHygieneTest, AWindowKnowsItsShortRecordsAndTheFirstOfItsLongest) {
+    struct Row {
+        const char* name;
+        std::vector<double> durations;  ///< seconds
+        std::vector<double> shortOnes;
+        std::size_t longest;
+    };
+    const Row rows[] = {
+        {"all of 20 s", {20, 20, 20}, {}, 0},         {"a single one", {5}, {}, 0},
+        {"just below 20 s", {20, 19.5}, {19.5}, 0},   {"all short", {3, 7, 7}, {3, 7, 7}, 1},
+        {"ended before it began", {60, -5}, {-5}, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        TimeWindow window{.start = now, .records = {}};
+        for (const double duration : row.durations)
+            window.records.push_back(lasting(0s, Seconds{duration}));
+        std::vector<double> shortOnes;
+        for (const RecordSpan& one : window.shortOnes())
+            shortOnes.push_back(one.duration(now).count());
+        EXPECT_EQ(shortOnes, row.shortOnes);
+        EXPECT_EQ(window.longest().id, window.records[row.longest].id);
+    }
+}
+
+}  // namespace
+}  // namespace quorvane::RecordHygiene

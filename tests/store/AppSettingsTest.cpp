@@ -1,0 +1,143 @@
+#include "store/AppSettings.h"
+
+#include "support/Builders.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(AppSettingsTest, WorkDaysAreReadNumberByNumber) {
+    struct Row {
+        const char* stored;
+        std::vector<std::int64_t> expected;
+    };
+    const Row rows[] = {
+        {"1,2,3,4,5", {1, 2, 3, 4, 5}},
+        {"", {}},
+        {" 1, x,3\t", {1, 3}},
+        {",,6,,", {6}},
+        {"5,1,5", {5, 1, 5}},
+        {"+1,-2,- 3,+-4,--5,+", {1, -2}},
+        {"1.0,2a,0x3,007", {7}},
+        {"9223372036854775807,9223372036854775808,-9223372036854775808", {INT64_MAX, INT64_MIN}},
+        {"１,2", {2}},
+        {"1\n,2", {2}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.stored);
+        AppSettings settings;
+        settings.workDays = row.stored;
+        EXPECT_EQ(settings.workDayList(), row.expected);
+    }
+}
+
+TEST(AppSettingsTest, WorkDaysAreStoredAsTheyAreGiven) {
+    AppSettings settings;
+    settings.updatedAt = at("09:00:00");
+    settings.setWorkDayList({3, -1, 3});
+    EXPECT_EQ(settings.workDays(), "3,-1,3");
+    settings.setWorkDayList({});
+    EXPECT_EQ(settings.workDays(), "");
+    EXPECT_EQ(settings.updatedAt(), at("09:00:00"));
+}
+
+TEST(AppSettingsTest, WorkHoursHoldOnDaysCountedFromTheFirstOfTheWeek) {
+    struct Row {
+        const char* name;
+        const char* days;
+        std::vector<const char*> withinInAmerica;  ///< weeks begin on Sunday
+        std::vector<const char*> withinInGermany;  ///< and here on Monday
+    };
+    const Row rows[] = {
+        {"one to five", "1,2,3,4,5", {"Mo", "Tu", "We", "Th", "Fr"}, {"Tu", "We", "Th", "Fr", "Sa"}},
+        {"zero", "0", {"Su"}, {"Mo"}},
+        {"six", "6", {"Sa"}, {"Su"}},
+        {"seven is no day", "7,-1", {}, {}},
+        {"none", "", {}, {}},
+    };
+    const char* const names[] = {"Su", "Mo", "Tu", "We", "Th", "Fr", "Sa"};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        AppSettings settings;
+        settings.onlyTrackWorkHours = true;
+        settings.workDays = row.days;
+        const auto within = [&](const char* locale) {
+            const Calendar calendar(locale, "Europe/Berlin");
+            std::vector<const char*> days;
+            for (int i = 0; i < 7; ++i)
+                if (settings.isWithinWorkHours(calendar.date({2026, 3, 1 + i}, 12), calendar)) days.push_back(names[i]);
+            return days;
+        };
+        EXPECT_EQ(within("en_US"), row.withinInAmerica);
+        EXPECT_EQ(within("de_DE"), row.withinInGermany);
+        settings.onlyTrackWorkHours = false;
+        EXPECT_THAT(within("en_US"), testing::SizeIs(7));
+    }
+}
+
+TEST(AppSettingsTest, BothEndsOfTheHoursBelongToThemToTheMinute) {
+    struct Row {
+        std::int64_t startHour, startMinute, endHour, endMinute;
+        const char* time;
+        bool expected;
+    };
+    const Row rows[] = {
+        {9, 0, 18, 0, "2026-03-02T08:59:59.9Z", false},
+        {9, 0, 18, 0, "2026-03-02T09:00:00Z", true},
+        {9, 0, 18, 0, "2026-03-02T18:00:59.9Z", true},
+        {9, 0, 18, 0, "2026-03-02T18:01:00Z", false},
+        {9, 0, 9, 0, "2026-03-02T09:00:30Z", true},
+        {9, 0, 9, 0, "2026-03-02T09:01:00Z", false},
+        {22, 0, 6, 0, "2026-03-02T23:00:00Z", false},
+        {22, 0, 6, 0, "2026-03-02T05:00:00Z", false},
+        {22, 0, 6, 0, "2026-03-02T22:00:00Z", false},
+        {0, 0, 24, 0, "2026-03-02T23:59:59Z", true},
+        {8, 90, 18, 0, "2026-03-02T09:30:00Z", true},
+        {8, 90, 18, 0, "2026-03-02T09:29:00Z", false},
+        {INT64_MIN, 0, INT64_MAX, INT64_MAX, "2026-03-02T03:00:00Z", true},
+        {INT64_MAX, 0, INT64_MIN, 0, "2026-03-02T03:00:00Z", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.startHour << ":" << row.startMinute << " to " << row.endHour << ":"
+                                        << row.endMinute << " at " << row.time);
+        AppSettings settings;
+        settings.onlyTrackWorkHours = true;
+        settings.workStartHour = row.startHour;
+        settings.workStartMinute = row.startMinute;
+        settings.workEndHour = row.endHour;
+        settings.workEndMinute = row.endMinute;
+        EXPECT_EQ(settings.isWithinWorkHours(at(row.time), Calendar("en_US", "UTC")), row.expected);
+    }
+}
+
+TEST(AppSettingsTest, TheWallClockDecidesOnDaysOfTwentyThreeAndTwentyFiveHours) {
+    AppSettings settings;
+    settings.onlyTrackWorkHours = true;
+    settings.setWorkDayList({0, 1, 2, 3, 4, 5, 6});
+    settings.workStartHour = 2;
+    settings.workEndHour = 3;
+    const Calendar berlin("de_DE", "Europe/Berlin");
+    struct Row {
+        const char* time;
+        bool expected;
+    };
+    const Row rows[] = {
+        {"2026-03-29T00:59:00Z", false},  // 01:59, and then 03:00
+        {"2026-03-29T01:00:00Z", true},  {"2026-03-29T01:01:00Z", false},
+        {"2026-10-24T23:59:00Z", false},  // 01:59; two o'clock comes twice
+        {"2026-10-25T00:00:00Z", true},  {"2026-10-25T00:59:00Z", true},
+        {"2026-10-25T01:00:00Z", true},  {"2026-10-25T02:00:00Z", true},
+        {"2026-10-25T02:01:00Z", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.time);
+        EXPECT_EQ(settings.isWithinWorkHours(at(row.time), berlin), row.expected);
+    }
+}
+
+}  // namespace
+}  // namespace quorvane

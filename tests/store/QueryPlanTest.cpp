@@ -1,0 +1,173 @@
+#include "store/ActivityRecord.h"
+#include "store/ModelContext.h"
+#include "store/ProjectTimeAnnotation.h"
+#include "store/SqlTrace.h"
+#include "support/Builders.h"
+#include "support/TemporaryStore.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using testing::AllOf;
+using testing::Each;
+using testing::HasSubstr;
+using testing::Not;
+
+using Record = ActivityRecord;
+using Annotation = ProjectTimeAnnotation;
+
+/// What a question costs does not depend on the length of the history: the database finds its rows by an index.
+class QueryPlanTest : public testing::Test {
+protected:
+    void SetUp() override {
+        project = insertProject(context, "Website");
+        for (int i = 0; i < 2000; ++i) {
+            const auto record = std::make_shared<Record>();
+            record->startTime = start + i * 60s;
+            record->endTime = start + i * 60s + 60s;
+            if (i % 3 == 0) record->project = project;
+            context.insert(record);
+        }
+        context.save();
+    }
+
+    /// How the database means to run the statements that `ask` runs, step by step.
+    std::vector<std::string> planOf(const std::function<void(ModelContext&)>& ask) {
+        trace.clear();
+        ask(context);
+        SQLite::Database database(store.file().string(), SQLite::OPEN_READONLY);
+        std::vector<std::string> steps;
+        for (const std::string& sql : trace.statements("SELECT")) {
+            SQLite::Statement statement(database, "EXPLAIN QUERY PLAN " + sql);
+            while (statement.executeStep())
+                steps.push_back(statement.getColumn("detail").getString());
+        }
+        return steps;
+    }
+
+    SqlTrace trace;
+    TemporaryStore store;
+    ModelContext& context = store.context();
+    std::shared_ptr<Project> project;
+    const Date start = at("00:00:00");
+};
+
+TEST_F(QueryPlanTest, QuestionsAboutARangeUseAnIndex) {
+    const Date from = start + 1000 * 60s;
+    const Date to = from + 600s;
+    const auto started = field(&Record::startTime);
+    const auto ended = field(&Record::endTime);
+    struct Row {
+        const char* name;
+        std::function<void(ModelContext&)> ask;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"records that start in a range, oldest first",
+         [&](ModelContext& c) {
+             (void)c.fetch<Record>(
+                 {.predicate = started >= from && started < to, .sort = {ascending(&Record::startTime)}});
+         },
+         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>? AND start_time<?)"},
+        {"the same, newest first and to its end",
+         [&](ModelContext& c) {
+             (void)c.fetch<Record>({.predicate = started >= from, .sort = {descending(&Record::startTime)}});
+         },
+         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>?)"},
+        {"how many they are", [&](ModelContext& c) { (void)c.count(started >= from && started < to); },
+         "SEARCH activity_record USING COVERING INDEX activity_record_by_start_time (start_time>? AND start_time<?)"},
+        {"the first record after an instant",
+         [&](ModelContext& c) {
+             (void)c.fetch<Record>({.predicate = started > from, .sort = {ascending(&Record::startTime)}, .limit = 1});
+         },
+         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>?)"},
+        {"records that end after an instant and began before another",
+         [&](ModelContext& c) {
+             (void)c.fetch<Record>({.predicate = ended > from && started.unindexed() < to,
+                                    .sort = {ascending(&Record::endTime)},
+                                    .limit = 2});
+         },
+         "SEARCH activity_record USING INDEX activity_record_by_end_time (end_time>?)"},
+        {"open records",
+         [&](ModelContext& c) {
+             (void)c.fetch<Record>({.predicate = ended.isNone(), .sort = {ascending(&Record::startTime)}});
+         },
+         "SEARCH activity_record USING INDEX activity_record_by_end_time (end_time=?)"},
+        {"open records that began before an instant",
+         [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = ended.isNone() && started.unindexed() < to}); },
+         "SEARCH activity_record USING INDEX activity_record_by_end_time (end_time=?)"},
+        {"records of a project", [&](ModelContext&) { (void)project->activities(); },
+         "SEARCH activity_record USING INDEX activity_record_by_project_and_start_time (project=?)"},
+        {"records of a project in a range",
+         [&](ModelContext& c) {
+             (void)c.fetch<Record>(
+                 {.predicate = refersTo(&Record::project, *project) && started >= from && started < to});
+         },
+         "SEARCH activity_record USING INDEX activity_record_by_project_and_start_time"
+         " (project=? AND start_time>? AND start_time<?)"},
+        {"the record with an identifier",
+         [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = field(&Record::id) == Uuid::random()}); },
+         "SEARCH activity_record USING INDEX activity_record_by_id (id=?)"},
+        {"annotations of a day",
+         [&](ModelContext& c) {
+             (void)c.fetch<Annotation>(
+                 {.predicate = field(&Annotation::startTime) >= from && field(&Annotation::startTime) < to});
+         },
+         "SEARCH project_time_annotation USING INDEX project_time_annotation_by_start_time (start_time>? AND "
+         "start_time<?)"},
+        {"annotations that end after an instant and began before another",
+         [&](ModelContext& c) {
+             (void)c.fetch<Annotation>(
+                 {.predicate = field(&Annotation::endTime) > from && field(&Annotation::startTime).unindexed() <= to});
+         },
+         "SEARCH project_time_annotation USING INDEX project_time_annotation_by_end_time (end_time>?)"},
+        {"a project by its row", [&](ModelContext& c) { (void)c.object(Project::description(), 12345); },
+         "SEARCH project USING INTEGER PRIMARY KEY (rowid=?)"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto plan = planOf(row.ask);
+        EXPECT_THAT(plan, testing::Contains(std::string(row.expected)));
+        EXPECT_THAT(plan, Each(Not(HasSubstr("SCAN"))));
+    }
+}
+
+TEST_F(QueryPlanTest, AWalkAlongAnIndexSortsNothing) {
+    const auto started = field(&Record::startTime);
+    for (const SortOrder& order : {ascending(&Record::startTime), descending(&Record::startTime)}) {
+        SCOPED_TRACE(order.isAscending ? "oldest first" : "newest first");
+        // "FOR RIGHT PART" sorts the few that start at one instant.
+        EXPECT_THAT(planOf([&](ModelContext& c) { (void)c.fetch<Record>({.sort = {order}, .limit = 1}); }),
+                    Each(AllOf(Not(HasSubstr("FOR ORDER BY")), Not(testing::StrEq("SCAN activity_record")))));
+        EXPECT_THAT(planOf([&](ModelContext& c) {
+                        c.scan<Record>({.predicate = started >= start, .sort = {order}}, {"id"},
+                                       [](const Row&) { return true; });
+                    }),
+                    Each(Not(HasSubstr("FOR ORDER BY"))));
+    }
+}
+
+TEST_F(QueryPlanTest, AnUpdateAndARemovalFindTheirRowsByKey) {
+    const auto record = context.fetch<Record>({.limit = 1}).front();
+    record->endTime = start;
+    context.remove(project);
+    trace.clear();
+    context.save();
+    SQLite::Database database(store.file().string(), SQLite::OPEN_READONLY);
+    for (const char* word : {"UPDATE", "DELETE"}) {
+        ASSERT_FALSE(trace.statements(word).empty());
+        for (const std::string& sql : trace.statements(word)) {
+            SQLite::Statement statement(database, "EXPLAIN QUERY PLAN " + sql);
+            while (statement.executeStep())
+                EXPECT_THAT(statement.getColumn("detail").getString(), Not(HasSubstr("SCAN"))) << sql;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace quorvane
