@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::string_view header =
     "id,start_time_iso,end_time_iso,duration_seconds,app_bundle_id,app_name,window_title,document_path,url,category,"
-    "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,device_id,"
+    "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,device_"
+    "id,"
     "user_local_id,created_at,updated_at";
 
 constexpr std::size_t pieceSize = 1 << 16;
@@ -79,7 +80,8 @@ void appendQuoted(std::string& out, std::string_view value) {
 
 bool needsQuotes(std::string_view value) {
     bool found = false;
-    for (const char c : value) found |= c == ',' || c == '\n' || c == '"';
+    for (const char c : value)
+        found |= c == ',' || c == '\n' || c == '"';
     return found;
 }
 
@@ -89,8 +91,10 @@ public:
     explicit LineWriter(std::string& out) : out_(out) {}
 
     void text(std::string_view value) {
-        if (needsQuotes(value)) appendQuoted(out_, value);
-        else out_ += value;
+        if (needsQuotes(value))
+            appendQuoted(out_, value);
+        else
+            out_ += value;
         out_ += ',';
     }
     void tags(std::string_view value) {
@@ -110,9 +114,7 @@ public:
         out_.append(digits.data(), digits.size());
         out_ += ',';
     }
-    void real(double value, int decimals) {
-        fmt::format_to(std::back_inserter(out_), "{:.{}f},", value, decimals);
-    }
+    void real(double value, int decimals) { fmt::format_to(std::back_inserter(out_), "{:.{}f},", value, decimals); }
     void end() { out_.pop_back(); }
 
 private:
@@ -138,8 +140,10 @@ void appendLine(std::string& out, const RecordColumns& record) {
     LineWriter line(out);
     line.id(record.id);
     line.instant(record.startTime);
-    if (record.endTime) line.instant(*record.endTime);
-    else line.text({});
+    if (record.endTime)
+        line.instant(*record.endTime);
+    else
+        line.text({});
     line.integer(seconds);
     line.text(record.appBundleId);
     line.text(record.appName);
@@ -163,7 +167,9 @@ void appendLine(std::string& out, const RecordColumns& record) {
     line.end();
 }
 
-std::string_view viewOf(const std::optional<std::string>& text) { return text ? *text : std::string_view(); }
+std::string_view viewOf(const std::optional<std::string>& text) {
+    return text ? *text : std::string_view();
+}
 
 RecordColumns columnsOf(const ActivityRecord& record, const ProjectColumns* project) {
     const auto end = record.endTime();
@@ -189,8 +195,8 @@ RecordColumns columnsOf(const ActivityRecord& record, const ProjectColumns* proj
 
 /// What `writeCSV` reads of each row; `columnsOf(Row)` counts on this order.
 const std::vector<std::string> scannedAttributes{
-    "id",       "start_time", "end_time", "app_bundle_id",  "app_name", "window_title", "document_path",
-    "url",      "category",   "project_id", "billing_status", "tags",     "source",       "confidence",
+    "id",        "start_time",    "end_time",   "app_bundle_id",  "app_name", "window_title", "document_path",
+    "url",       "category",      "project_id", "billing_status", "tags",     "source",       "confidence",
     "device_id", "user_local_id", "created_at", "updated_at"};
 constexpr int idColumn = 0;
 constexpr int projectColumn = 9;
@@ -227,7 +233,8 @@ using ProjectsByRow = std::unordered_map<std::int64_t, ProjectColumns>;
 
 ProjectsByRow readProjects(ModelContext& context) {
     ProjectsByRow projects;
-    for (const auto& project : context.fetch<Project>()) projects.emplace(project->objectId(), columnsOf(*project));
+    for (const auto& project : context.fetch<Project>())
+        projects.emplace(project->objectId(), columnsOf(*project));
     return projects;
 }
 
@@ -262,7 +269,8 @@ void writeCSV(ModelContext& context, const Selection& selection, const Write& wr
     context.scan(descriptor, scannedAttributes, [&](const Row& row) {
         const auto found = row.isNull(projectColumn) ? projects.end() : projects.find(row.integer(projectColumn));
         const ProjectColumns* project = found == projects.end() ? nullptr : &found->second;
-        if (!selection.projects.empty() && (project == nullptr || !selection.projects.contains(project->id))) return true;
+        if (!selection.projects.empty() && (project == nullptr || !selection.projects.contains(project->id)))
+            return true;
         piece += '\n';
         appendLine(piece, columnsOf(row, project));
         ++records;
@@ -274,6 +282,8 @@ void writeCSV(ModelContext& context, const Selection& selection, const Write& wr
     write(piece, records);
 }
 
-std::string defaultFileName(Date now) { return "Quorvane_Activities_" + fileNameTime(now) + ".csv"; }
+std::string defaultFileName(Date now) {
+    return "Quorvane_Activities_" + fileNameTime(now) + ".csv";
+}
 
 }  // namespace quorvane::CSVExporter

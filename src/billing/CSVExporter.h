@@ -27,8 +27,8 @@ namespace quorvane::CSVExporter {
 
 /// Which records an export holds.
 struct Selection {
-    Date start;  ///< of the earliest `startTime`, inclusive
-    Date end;    ///< of the latest `startTime`, inclusive
+    Date start;                         ///< of the earliest `startTime`, inclusive
+    Date end;                           ///< of the latest `startTime`, inclusive
     std::unordered_set<Uuid> projects;  ///< empty: all records; else those that have one of these projects
 };
 

@@ -14,8 +14,9 @@ CLI::Option* addInstantOption(CLI::App& app, const std::string& name, std::optio
     const auto read = [&value, name](const std::string& text) {
         value = parseIso8601(text);
         if (!value)
-            throw CLI::ValidationError(name, "\"" + text + "\" is no instant like 2026-03-04T15:00:00Z or "
-                                                           "2026-03-04T15:00:00+01:00");
+            throw CLI::ValidationError(name, "\"" + text +
+                                                 "\" is no instant like 2026-03-04T15:00:00Z or "
+                                                 "2026-03-04T15:00:00+01:00");
     };
     return app.add_option_function<std::string>(name, read, help)->type_name("INSTANT");
 }

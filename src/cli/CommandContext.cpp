@@ -21,8 +21,12 @@ std::filesystem::path CommandContext::storeFile() const {
     return store ? std::filesystem::path(*store) : platform::XdgPaths::applicationData() / "quorvane.sqlite";
 }
 
-std::unique_ptr<Database> CommandContext::openForReading() const { return open(storeFile(), false); }
+std::unique_ptr<Database> CommandContext::openForReading() const {
+    return open(storeFile(), false);
+}
 
-std::unique_ptr<Database> CommandContext::openForWriting() const { return open(storeFile(), true); }
+std::unique_ptr<Database> CommandContext::openForWriting() const {
+    return open(storeFile(), true);
+}
 
 }  // namespace quorvane::cli

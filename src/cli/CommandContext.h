@@ -34,7 +34,8 @@ struct CommandContext {
 
     [[nodiscard]] std::filesystem::path storeFile() const;
 
-    /// The store, opened; a missing one is an ordinary failure of a command that reads, and is made for one that writes.
+    /// The store, opened; a missing one is an ordinary failure of a command that reads, and is made for one that
+    /// writes.
     [[nodiscard]] std::unique_ptr<Database> openForReading() const;
     [[nodiscard]] std::unique_ptr<Database> openForWriting() const;
 };

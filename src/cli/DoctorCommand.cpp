@@ -38,7 +38,9 @@ Findings examine(const CommandContext& context) {
     return findings;
 }
 
-Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+Json orNull(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
 
 std::string jsonOf(const Findings& findings) {
     Json channels = Json::array();
@@ -62,7 +64,8 @@ std::string jsonOf(const Findings& findings) {
 
 std::string textOf(const Findings& findings) {
     std::size_t width = 0;
-    for (const auto& channel : findings.channels) width = std::max(width, channel.question.size());
+    for (const auto& channel : findings.channels)
+        width = std::max(width, channel.question.size());
     std::string out;
     const auto add = [&](std::string_view question, std::string_view answer) {
         out += fmt::format("{:<{}}  {}\n", question, width, harmlessLine(answer));
@@ -72,12 +75,14 @@ std::string textOf(const Findings& findings) {
             add(channel.question, "yes, by " + channel.name);
             continue;
         }
-        add(channel.question, fmt::format("no, {}: {}", channel.name.empty() ? "by nothing" : channel.name, channel.reason));
+        add(channel.question,
+            fmt::format("no, {}: {}", channel.name.empty() ? "by nothing" : channel.name, channel.reason));
         if (!channel.remedy.empty()) add("", "-> " + channel.remedy);
     }
     add("store", findings.storeProblem ? *findings.storeProblem : findings.store.string() + ": opens");
     add("tracker", findings.tracker ? findings.tracker->description() + " tracks" : "nobody tracks");
-    for (const std::string& notice : findings.notices) add("notice", notice);
+    for (const std::string& notice : findings.notices)
+        add("notice", notice);
     return out;
 }
 

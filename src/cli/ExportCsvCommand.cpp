@@ -23,7 +23,9 @@ struct ExportOptions {
     std::optional<std::string> file;
 };
 
-Date wholeSeconds(Date date) { return dateFromSecondsSince1970(std::floor(secondsSince1970(date))); }
+Date wholeSeconds(Date date) {
+    return dateFromSecondsSince1970(std::floor(secondsSince1970(date)));
+}
 
 CSVExporter::Selection selectionOf(const ExportOptions& options) {
     const Date now = platform::currentDate();
@@ -54,7 +56,8 @@ void addExportCsvCommand(CLI::App& app, CommandContext& context) {
         ->add_option_function<std::vector<std::string>>(
             "--project",
             [options](const std::vector<std::string>& texts) {
-                for (const std::string& text : texts) options->projects.insert(readUuid("--project", text));
+                for (const std::string& text : texts)
+                    options->projects.insert(readUuid("--project", text));
             },
             "Only records with this project; may be repeated")
         ->type_name("UUID")

@@ -1,8 +1,8 @@
+#include "base/Json.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/Progress.h"
-#include "base/Json.h"
 #include "store/StoreLoad.h"
 
 #include <CLI/CLI.hpp>
@@ -30,7 +30,8 @@ void removeUnused(std::unique_ptr<Database> database, const std::filesystem::pat
 
 StoreLoad::Counts loadFrom(std::istream& input, const std::string& name, const CommandContext& context) {
     const auto file = context.storeFile();
-    const bool isNew = !std::filesystem::exists(file);
+    std::error_code unreachable;
+    const bool isNew = !std::filesystem::exists(file, unreachable) && !unreachable;
     auto database = context.openForWriting();
     Progress progress("lines");
     try {
@@ -44,7 +45,8 @@ StoreLoad::Counts loadFrom(std::istream& input, const std::string& name, const C
 
 StoreLoad::Counts load(const std::string& name, const CommandContext& context) {
     if (name == "-") return loadFrom(std::cin, "standard input", context);
-    if (std::filesystem::is_directory(name))
+    std::error_code unreachable;
+    if (std::filesystem::is_directory(name, unreachable))
         throw CommandError(ExitStatus::failed, fmt::format("{}: this is a directory", name));
     std::ifstream input(name, std::ios::binary);
     if (!input)
@@ -54,7 +56,8 @@ StoreLoad::Counts load(const std::string& name, const CommandContext& context) {
 
 void printCounts(const StoreLoad::Counts& counts) {
     Json loaded = Json::object();
-    for (const auto& [entity, count] : counts) loaded[entity] = count;
+    for (const auto& [entity, count] : counts)
+        loaded[entity] = count;
     Output output;
     output.write(jsonText({{"loaded", std::move(loaded)}}) + "\n");
     output.finish();

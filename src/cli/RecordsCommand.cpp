@@ -43,7 +43,8 @@ std::optional<Descriptor> descriptorOf(const RecordsOptions& options, ModelConte
 
 void writeJson(ModelContext& store, const std::optional<Descriptor>& descriptor, Output& output) {
     JsonForm::RowIds projects;
-    for (const auto& project : store.fetch<Project>()) projects.emplace(project->objectId(), project->id());
+    for (const auto& project : store.fetch<Project>())
+        projects.emplace(project->objectId(), project->id());
     std::string item = "[";
     std::string_view separator = "\n";
     const auto& entity = ActivityRecord::description();
@@ -60,7 +61,8 @@ void writeJson(ModelContext& store, const std::optional<Descriptor>& descriptor,
 
 void writeTable(ModelContext& store, const std::optional<Descriptor>& descriptor, Output& output) {
     std::unordered_map<std::int64_t, std::string> projectNames;
-    for (const auto& project : store.fetch<Project>()) projectNames.emplace(project->objectId(), project->name());
+    for (const auto& project : store.fetch<Project>())
+        projectNames.emplace(project->objectId(), project->name());
     const LocalTime local;
     const Date now = platform::currentDate();
     TextTable table({{.title = "START", .maxWidth = 19},
@@ -81,7 +83,8 @@ void writeTable(ModelContext& store, const std::optional<Descriptor>& descriptor
                    project == projectNames.end() ? std::string() : harmlessLine(project->second)});
         return true;
     };
-    if (descriptor) store.scan(*descriptor, {"start_time", "end_time", "app_name", "window_title", "project_id"}, visit);
+    if (descriptor)
+        store.scan(*descriptor, {"start_time", "end_time", "app_name", "window_title", "project_id"}, visit);
     table.finish();
 }
 
@@ -89,8 +92,10 @@ void records(const CommandContext& context, const RecordsOptions& options) {
     ModelContext store(context.openForReading());
     const auto descriptor = descriptorOf(options, store);
     Output output;
-    if (context.json) writeJson(store, descriptor, output);
-    else writeTable(store, descriptor, output);
+    if (context.json)
+        writeJson(store, descriptor, output);
+    else
+        writeTable(store, descriptor, output);
     output.finish();
 }
 

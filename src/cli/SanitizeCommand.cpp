@@ -20,8 +20,8 @@ std::string readStandardInput() {
         if (got == 0) return text;
         if (got < 0 && errno == EINTR) continue;
         if (got < 0)
-            throw CommandError(ExitStatus::failed, fmt::format("cannot read standard input: {}",
-                                                               std::generic_category().message(errno)));
+            throw CommandError(ExitStatus::failed,
+                               fmt::format("cannot read standard input: {}", std::generic_category().message(errno)));
         text.append(piece, static_cast<std::size_t>(got));
     }
 }

@@ -59,7 +59,9 @@ Status readStatus(ModelContext& store, Date now, const Calendar& calendar) {
 }
 
 /// Without the noise that adding up leaves below a microsecond.
-double wholeMicroseconds(Seconds duration) { return std::round(duration.count() * 1e6) / 1e6; }
+double wholeMicroseconds(Seconds duration) {
+    return std::round(duration.count() * 1e6) / 1e6;
+}
 
 std::string jsonOf(const Status& status) {
     return fmt::format(R"({{"tracking":{},"open_record":{},"today_seconds":{},"today_records":{}}})"

@@ -39,15 +39,18 @@ void TextTable::finish() {
 
 void TextTable::settleWidths() {
     std::vector<std::string> titles;
-    for (const Column& column : columns_) titles.push_back(column.title);
+    for (const Column& column : columns_)
+        titles.push_back(column.title);
     waiting_.insert(waiting_.begin(), std::move(titles));
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         int width = 0;
-        for (const auto& row : waiting_) width = std::max(width, text::displayWidth(row[i]));
+        for (const auto& row : waiting_)
+            width = std::max(width, text::displayWidth(row[i]));
         widths_.push_back(std::min(width, columns_[i].maxWidth));
     }
     if (terminalWidth_) narrowTo(*terminalWidth_);
-    for (const auto& row : std::exchange(waiting_, {})) writeRow(row);
+    for (const auto& row : std::exchange(waiting_, {}))
+        writeRow(row);
 }
 
 /// Takes one column of the terminal after the other from the widest that may be narrower.

@@ -17,12 +17,13 @@ class TextTable {
 public:
     struct Column {
         std::string title;
-        int maxWidth;  ///< > 0; longer values don't widen the column
+        int maxWidth;      ///< > 0; longer values don't widen the column
         int minWidth = 0;  ///< when the terminal is narrow; 0: the column keeps its width
         bool isNumber = false;
     };
 
-    TextTable(std::vector<Column> columns, std::optional<int> terminalWidth, std::function<void(std::string_view)> write);
+    TextTable(std::vector<Column> columns, std::optional<int> terminalWidth,
+              std::function<void(std::string_view)> write);
 
     /// One value for each column, in one line each.
     void add(std::vector<std::string> row);

@@ -33,10 +33,9 @@ Seconds readSeconds(const std::string& text) {
 platform::ProcessLock lockFor(const std::filesystem::path& store) {
     auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(store), "quorvane-cli track");
     if (auto* refusal = std::get_if<platform::ProcessLock::Refusal>(&lock))
-        throw CommandError(ExitStatus::failed,
-                           refusal->holder
-                               ? fmt::format("{}: {} tracks already", store.string(), refusal->holder->description())
-                               : refusal->reason);
+        throw CommandError(ExitStatus::failed, refusal->holder ? fmt::format("{}: {} tracks already", store.string(),
+                                                                             refusal->holder->description())
+                                                               : refusal->reason);
     return std::move(std::get<platform::ProcessLock>(lock));
 }
 
@@ -66,8 +65,10 @@ private:
     std::optional<CommandError> failure_;
 };
 
-void noteWhatIsMissing(const platform::LinuxDesktop& desktop, const platform::Channel& frontWindow, ConsoleSink& console) {
-    for (const std::string& notice : desktop.notices()) console.write(notice);
+void noteWhatIsMissing(const platform::LinuxDesktop& desktop, const platform::Channel& frontWindow,
+                       ConsoleSink& console) {
+    for (const std::string& notice : desktop.notices())
+        console.write(notice);
     if (!frontWindow.isAvailable)
         console.line("The front window can't be seen: {} (quorvane-cli doctor says more)", frontWindow.reason);
 }
@@ -99,7 +100,8 @@ void addTrackCommand(CLI::App& app, CommandContext& context) {
     const auto duration = std::make_shared<std::optional<Seconds>>();
     command
         ->add_option_function<std::string>(
-            "--for", [duration](const std::string& text) { *duration = readSeconds(text); }, "Stop by itself after this")
+            "--for", [duration](const std::string& text) { *duration = readSeconds(text); },
+            "Stop by itself after this")
         ->type_name("SECONDS");
     command->callback([&context, duration] { context.command = [&context, duration] { track(context, *duration); }; });
 }

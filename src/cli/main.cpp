@@ -15,8 +15,8 @@
 namespace quorvane::cli {
 namespace {
 
-/// A closed pipe and a full disk are ordinary failures of a write, and no file that is opened later may take the place of
-/// a standard stream that the caller closed: reads from it, writes to it fail as they would have.
+/// A closed pipe and a full disk are ordinary failures of a write, and no file that is opened later may take the place
+/// of a standard stream that the caller closed: reads from it, writes to it fail as they would have.
 void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
@@ -37,8 +37,11 @@ std::string usageError(const CLI::App& app, const CLI::ParseError& error) {
     std::string text = error.what();
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && app.get_subcommands().empty()) {
         const auto unknown = app.remaining();
-        if (unknown.empty()) text = "a command is required";
-        else text = (unknown.front().starts_with('-') ? "there is no option " : "there is no command ") + unknown.front();
+        if (unknown.empty())
+            text = "a command is required";
+        else
+            text =
+                (unknown.front().starts_with('-') ? "there is no option " : "there is no command ") + unknown.front();
     }
     return text + " (see quorvane-cli --help)";
 }
@@ -95,4 +98,6 @@ int main(int argc, char** argv) {
 }  // namespace
 }  // namespace quorvane::cli
 
-int main(int argc, char** argv) { return quorvane::cli::main(argc, argv); }
+int main(int argc, char** argv) {
+    return quorvane::cli::main(argc, argv);
+}

@@ -16,7 +16,8 @@ class SystemEvents {
 public:
     virtual ~SystemEvents() = default;
 
-    /// Calls `happened` each time that `event` does. For `willSleep` the machine waits until it has returned.
+    /// Calls `happened` each time that `event` does. For `willSleep` the machine waits until it has
+    /// returned and what it posted has run.
     virtual Subscription observe(SystemEvent event, std::function<void()> happened) = 0;
 
     /// One for each source of these events: sleep, session lock, screens.

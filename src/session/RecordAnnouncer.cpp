@@ -8,7 +8,9 @@
 namespace quorvane {
 namespace {
 
-std::string nameOf(const ActivityRecord& record) { return harmlessLine(record.appName().value_or("Unknown")); }
+std::string nameOf(const ActivityRecord& record) {
+    return harmlessLine(record.appName().value_or("Unknown"));
+}
 
 }  // namespace
 
@@ -20,8 +22,7 @@ void RecordAnnouncer::follow(const EntityChange& change) {
     const auto record = std::dynamic_pointer_cast<ActivityRecord>(change.entity);
     if (!record) return;
     if (change.kind == EntityChange::Kind::inserted && !record->endTime()) return noteOpened(record);
-    const auto known =
-        std::find_if(open_.begin(), open_.end(), [&](const auto& one) { return one.lock() == record; });
+    const auto known = std::find_if(open_.begin(), open_.end(), [&](const auto& one) { return one.lock() == record; });
     if (known == open_.end()) return;
     const auto end = record->endTime();
     if (!end && change.kind != EntityChange::Kind::removed) return;

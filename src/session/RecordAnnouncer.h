@@ -13,7 +13,8 @@
 namespace quorvane {
 
 /// Tells people at a terminal about each record that a tracker opens and closes, a line each:
-/// "09:00:00  opened  XTerm — title", "09:01:10  closed  XTerm  0:01:10". The context must outlive it. Main thread only.
+/// "09:00:00  opened  XTerm — title", "09:01:10  closed  XTerm  0:01:10". The context must outlive it. Main thread
+/// only.
 class RecordAnnouncer {
 public:
     /// `announce` gets a line without its end; it must not throw.

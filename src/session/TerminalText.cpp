@@ -14,8 +14,8 @@ bool startsWithAny(std::string_view text, std::initializer_list<std::string_view
 
 /// How many bytes at the front turn the direction of writing: U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069.
 std::size_t directionMark(std::string_view text) {
-    return startsWithAny(text, {"\u200E", "\u200F", "\u202A", "\u202B", "\u202C", "\u202D", "\u202E", "\u2066", "\u2067",
-                                "\u2068", "\u2069"})
+    return startsWithAny(text, {"\u200E", "\u200F", "\u202A", "\u202B", "\u202C", "\u202D", "\u202E", "\u2066",
+                                "\u2067", "\u2068", "\u2069"})
                ? 3
                : 0;
 }

@@ -30,17 +30,19 @@ int refuse(int status, const std::string& reason) {
 
 /// The store, opened by every means; a process that gets none has nothing to do and ends.
 ModelContainer& openStore(const std::filesystem::path& file, AppLogger& logger) {
-    SafeModelContainer::configure({.file = file, .logger = &logger, .open = {}, .fatal = [](const std::string& message) {
-                                       fmt::print(stderr, "{}\n", message);
-                                       std::exit(storeUnavailable);
-                                   }});
+    SafeModelContainer::configure(
+        {.file = file, .logger = &logger, .open = {}, .fatal = [](const std::string& message) {
+             fmt::print(stderr, "{}\n", message);
+             std::exit(storeUnavailable);
+         }});
     return SafeModelContainer::sharedContainer();
 }
 
 /// Tracks until a signal ends it.
 int track(platform::QtRunLoop& runLoop, ModelContext& store, ConsoleSink& console) {
     platform::LinuxDesktop desktop(runLoop);
-    for (const std::string& notice : desktop.notices()) console.write(notice);
+    for (const std::string& notice : desktop.notices())
+        console.write(notice);
     const RecordAnnouncer announcer(store, [&](const std::string& line) { console.write(line); });
     TrackingSession session(runLoop, desktop, store, console);
     const platform::UnixSignals signals({SIGINT, SIGTERM}, [&](int) { runLoop.quit(); });
@@ -76,6 +78,7 @@ int run() {
 
 int main(int argc, char**) {
     if (argc > 1)
-        return quorvane::refuse(quorvane::wrongUsage, "takes no arguments; quorvane-cli is the program for the command line");
+        return quorvane::refuse(quorvane::wrongUsage,
+                                "takes no arguments; quorvane-cli is the program for the command line");
     return quorvane::run();
 }

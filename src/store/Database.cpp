@@ -159,8 +159,10 @@ void Database::open(const ModelConfiguration& configuration) {
     }
     // The whole path: a relative one may spell a name that SQLite reads in its own way, such as ":memory:".
     const auto path = std::filesystem::absolute(file_);
-    if (configuration.allowsSave) {
+    if (configuration.allowsSave || StoreFile::isWritable(file_)) {
+        // A connection that only reads is able to write, too, so that the last one out takes the log away with it.
         database_ = std::make_unique<SQLite::Database>(path.string(), SQLite::OPEN_READWRITE, busyTimeoutMilliseconds);
+        if (!configuration.allowsSave) execute("PRAGMA query_only = ON");
     } else if (StoreFile::isFolderWritable(file_) || StoreFile::hasPendingLog(file_)) {
         database_ = std::make_unique<SQLite::Database>(path.string(), SQLite::OPEN_READONLY, busyTimeoutMilliseconds);
     } else {

@@ -30,7 +30,8 @@ void appendEscaped(std::string& out, char c) {
     }
     if (static_cast<unsigned char>(c) < 0x20)
         fmt::format_to(std::back_inserter(out), "\\u{:04x}", static_cast<unsigned char>(c));
-    else out += c;
+    else
+        out += c;
 }
 
 void appendUuid(std::string& out, const Uuid& uuid) {
@@ -120,7 +121,8 @@ std::optional<SqlValue> readText(AttributeKind kind, const std::string& text) {
 std::optional<SqlValue> read(AttributeKind kind, const JsonLine::Value& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return readText(kind, *text);
     if (kind == AttributeKind::real) return readReal(value);
-    if (const auto* integer = std::get_if<std::int64_t>(&value); integer && kind == AttributeKind::integer) return *integer;
+    if (const auto* integer = std::get_if<std::int64_t>(&value); integer && kind == AttributeKind::integer)
+        return *integer;
     if (const auto* boolean = std::get_if<bool>(&value); boolean && kind == AttributeKind::boolean)
         return std::int64_t{*boolean};
     if (const auto* list = std::get_if<std::vector<std::string>>(&value); list && kind == AttributeKind::uuidList)
@@ -138,8 +140,10 @@ void appendString(std::string& out, std::string_view text) {
         text.remove_prefix(plain);
         const auto isHigh = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
         const auto high = static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isHigh) - text.begin());
-        if (high != 0) out += text::validUtf8(text.substr(0, high));
-        else if (!text.empty()) appendEscaped(out, text.front());
+        if (high != 0)
+            out += text::validUtf8(text.substr(0, high));
+        else if (!text.empty())
+            appendEscaped(out, text.front());
         text.remove_prefix(std::min(text.size(), std::max<std::size_t>(high, 1)));
     }
     out += '"';
@@ -164,8 +168,10 @@ void appendValue(std::string& out, const AttributeDescription& attribute, const 
     case AttributeKind::boolean: out += row.integer(column) != 0 ? "true" : "false"; return;
     case AttributeKind::uuidList: appendUuidList(out, row.text(column)); return;
     case AttributeKind::reference:
-        if (const auto target = targets.find(row.integer(column)); target != targets.end()) appendUuid(out, target->second);
-        else out += "null";
+        if (const auto target = targets.find(row.integer(column)); target != targets.end())
+            appendUuid(out, target->second);
+        else
+            out += "null";
         return;
     }
 }
@@ -186,7 +192,8 @@ void appendObject(std::string& out, const EntityDescription& entity, const Row& 
 
 std::vector<std::string> attributeNames(const EntityDescription& entity) {
     std::vector<std::string> names;
-    for (const auto& attribute : entity.attributes) names.push_back(attribute.name);
+    for (const auto& attribute : entity.attributes)
+        names.push_back(attribute.name);
     return names;
 }
 

@@ -57,8 +57,10 @@ public:
         return true;
     }
     bool start_array(std::size_t) override {
-        if (depth_ == 1) take(std::vector<std::string>());
-        else take(Nested{});
+        if (depth_ == 1)
+            take(std::vector<std::string>());
+        else
+            take(Nested{});
         ++depth_;
         return true;
     }
@@ -66,7 +68,8 @@ public:
 
     bool key(string_t& name) override {
         if (depth_ != 1) return true;
-        const bool isKnown = std::any_of(members_.begin(), members_.end(), [&](const auto& one) { return one.key == name; });
+        const bool isKnown =
+            std::any_of(members_.begin(), members_.end(), [&](const auto& one) { return one.key == name; });
         if (isKnown) throw Error(fmt::format("the key {} stands twice", quotedForMessage(name)));
         if (members_.size() == maxMembers) throw Error(fmt::format("the object has more than {} keys", maxMembers));
         members_.push_back({std::move(name), nullptr});
@@ -102,7 +105,8 @@ const JsonLine::Value* JsonLine::find(std::string_view key) const {
 
 std::string quotedForMessage(std::string_view text) {
     std::string shown = text::validUtf8(text);
-    std::replace_if(shown.begin(), shown.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    std::replace_if(
+        shown.begin(), shown.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
     return '"' + text::fittedTo(shown, longestQuote) + '"';
 }
 

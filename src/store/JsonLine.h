@@ -10,8 +10,8 @@
 
 namespace quorvane {
 
-/// One line of a JSON Lines file, taken apart into its keys and values without a tree in between. Made once and used for
-/// line after line.
+/// One line of a JSON Lines file, taken apart into its keys and values without a tree in between. Made once and used
+/// for line after line.
 class JsonLine {
 public:
     /// What the rows of a store never hold: an object, a list of anything but texts.

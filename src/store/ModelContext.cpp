@@ -13,11 +13,13 @@ namespace {
 constexpr std::string_view keyColumn = "pk";
 constexpr int firstAttributeColumn = 1;  // after the row's key
 
-std::string orderBy(const std::vector<SortOrder>& sort) {
+std::string orderBy(const std::vector<SortOrder>& sort, bool hasCondition) {
     std::string out = " ORDER BY ";
     for (const SortOrder& order : sort)
         out += fmt::format("{} {}, ", order.attribute->column(), order.isAscending ? "ASC" : "DESC");
-    return out + "pk";
+    // The planner has no statistics: it would rather walk the whole table in the order of its keys than sort the few
+    // rows that an index finds. The plus takes that way from it.
+    return out + (sort.empty() && hasCondition ? "+pk" : "pk");
 }
 
 bool hasReferences(const EntityDescription& description) {
@@ -73,7 +75,9 @@ void ModelContext::detach(Entity& entity) {
     entity.changedAttributes_.clear();
 }
 
-void ModelContext::forget(const Entity& entity) { objects_[entity.description_].erase(entity.rowId_); }
+void ModelContext::forget(const Entity& entity) {
+    objects_[entity.description_].erase(entity.rowId_);
+}
 
 bool ModelContext::isRemoved(const EntityDescription& description, std::int64_t rowId) const {
     const auto removed = removedRows_.find(&description);
@@ -144,6 +148,21 @@ SqlCondition ModelContext::conditionOf(const PredicateNode* predicate) const {
     return condition;
 }
 
+std::pair<std::string, std::vector<SqlValue>> ModelContext::selection(const std::string& columns,
+                                                                      const EntityDescription& description,
+                                                                      const PredicateNode* predicate,
+                                                                      const std::vector<SortOrder>& sort,
+                                                                      std::optional<std::size_t> limit) const {
+    SqlCondition condition = conditionOf(predicate);
+    std::string sql = fmt::format("SELECT {} FROM {}{}{}", columns, description.table, condition.text,
+                                  orderBy(sort, predicate != nullptr));
+    if (limit) {
+        sql += " LIMIT ?";
+        condition.parameters.emplace_back(static_cast<std::int64_t>(*limit));
+    }
+    return {std::move(sql), std::move(condition.parameters)};
+}
+
 std::vector<std::shared_ptr<Entity>> ModelContext::unsaved(const EntityDescription& description,
                                                            const PredicateNode* predicate) const {
     std::vector<std::shared_ptr<Entity>> found;
@@ -164,14 +183,10 @@ std::vector<std::shared_ptr<Entity>> ModelContext::fetchAny(const EntityDescript
                                                             const PredicateNode* predicate,
                                                             const std::vector<SortOrder>& sort,
                                                             std::optional<std::size_t> limit) {
-    const SqlCondition condition = conditionOf(predicate);
-    std::string sql = fmt::format("SELECT pk, {} FROM {}{}{}", Schema::columnList(description), description.table,
-                                  condition.text, orderBy(sort));
-    auto parameters = condition.parameters;
-    if (limit) {
-        sql += " LIMIT ?";
-        parameters.emplace_back(static_cast<std::int64_t>(*limit + hiddenRows(description)));
-    }
+    auto fetchLimit = limit;
+    if (limit) *fetchLimit += hiddenRows(description);
+    const auto [sql, parameters] =
+        selection("pk, " + Schema::columnList(description), description, predicate, sort, fetchLimit);
     std::vector<std::shared_ptr<Entity>> found;
     database_->query(sql, parameters, [&](const Row& row) {
         if (!isHidden(description, row.integer(0))) found.push_back(adopt(description, row));
@@ -208,14 +223,7 @@ void ModelContext::scanAny(const EntityDescription& description, const Predicate
     std::vector<std::string> columns;
     for (const std::string& name : attributes)
         columns.push_back(name == keyColumn ? name : description.attribute(name)->column());
-    const SqlCondition condition = conditionOf(predicate);
-    std::string sql = fmt::format("SELECT {} FROM {}{}{}", text::joined(columns, ", "), description.table,
-                                  condition.text, orderBy(sort));
-    auto parameters = condition.parameters;
-    if (limit) {
-        sql += " LIMIT ?";
-        parameters.emplace_back(static_cast<std::int64_t>(*limit));
-    }
+    const auto [sql, parameters] = selection(text::joined(columns, ", "), description, predicate, sort, limit);
     database_->query(sql, parameters, visit);
 }
 

@@ -94,6 +94,9 @@ private:
     void noteChange(Entity& entity, bool isFirst);
     void forget(const Entity& entity);
     [[nodiscard]] SqlCondition conditionOf(const PredicateNode*) const;
+    [[nodiscard]] std::pair<std::string, std::vector<SqlValue>>
+    selection(const std::string& columns, const EntityDescription&, const PredicateNode*, const std::vector<SortOrder>&,
+              std::optional<std::size_t> limit) const;
     [[nodiscard]] std::vector<std::shared_ptr<Entity>> unsaved(const EntityDescription&, const PredicateNode*) const;
     [[nodiscard]] std::size_t hiddenRows(const EntityDescription&) const;
     [[nodiscard]] bool isRemoved(const EntityDescription&, std::int64_t rowId) const;

@@ -70,7 +70,9 @@ public:
         : attribute_(&attribute), indexed_(indexed) {}
 
     /// The same attribute, for a condition that must not choose the index: SQLite's planner has no statistics here and
-    /// can't know that of two ranges this one spans the history.
+    /// can't know that of two ranges this one spans the history. A sort order chooses an index as well, and `||` often
+    /// keeps it from using any: so ask what overlaps a range in two fetches, `endTime > start` sorted by the end and
+    /// `endTime` none, both with the start unindexed.
     [[nodiscard]] Field unindexed() const { return Field(*attribute_, false); }
 
     friend Predicate<E> operator==(Field f, const Value& value) { return f.compare(Comparison::equal, value); }

@@ -161,6 +161,10 @@ bool hasPendingLog(const std::filesystem::path& file) {
     return ::stat((target(file).string() + "-wal").c_str(), &log) == 0 && log.st_size > 0;
 }
 
+bool isWritable(const std::filesystem::path& file) {
+    return ::access(file.c_str(), W_OK) == 0 && isFolderWritable(file);
+}
+
 bool isFolderWritable(const std::filesystem::path& file) {
     return ::access(target(file).parent_path().c_str(), W_OK | X_OK) == 0;
 }

@@ -32,6 +32,9 @@ private:
 /// Do changes wait in the log beside the file, because a program uses it or ended without closing it?
 [[nodiscard]] bool hasPendingLog(const std::filesystem::path& file);
 
+/// May the file be written, and files be made and removed beside it?
+[[nodiscard]] bool isWritable(const std::filesystem::path& file);
+
 /// May files be made and removed in the folder of the file?
 [[nodiscard]] bool isFolderWritable(const std::filesystem::path& file);
 

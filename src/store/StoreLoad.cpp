@@ -78,7 +78,8 @@ private:
 };
 
 Loader::Loader(Database& database) : database_(database) {
-    for (const auto* entity : allEntities()) tables_.emplace_back(*entity);
+    for (const auto* entity : allEntities())
+        tables_.emplace_back(*entity);
     // Two projects may have one identifier; the older one is meant, as in `find`.
     database_.query("SELECT id, pk FROM project ORDER BY pk", {}, [&](const Row& row) {
         projects_.try_emplace(ValueTraits<Uuid>::fromSql(row.value(0)), row.integer(1));
@@ -181,11 +182,11 @@ std::int64_t Loader::store(Table& table, std::vector<SqlValue> values) {
 
 void Loader::notePending(const Table& table, std::int64_t row) {
     pendingOfRow_.insert_or_assign({&table.entity, row}, pending_.size());
-    pending_.push_back({.line = number_,
-                        .update = fmt::format("UPDATE {} SET {} = ? WHERE pk = ?", table.entity.table,
-                                              missing_->first->column()),
-                        .row = row,
-                        .target = missing_->second});
+    pending_.push_back(
+        {.line = number_,
+         .update = fmt::format("UPDATE {} SET {} = ? WHERE pk = ?", table.entity.table, missing_->first->column()),
+         .row = row,
+         .target = missing_->second});
 }
 
 void Loader::resolvePending() {
@@ -204,7 +205,9 @@ Counts Loader::counts() const {
     return counts;
 }
 
-bool isBlank(std::string_view line) { return line.find_first_not_of(" \t\r") == std::string_view::npos; }
+bool isBlank(std::string_view line) {
+    return line.find_first_not_of(" \t\r") == std::string_view::npos;
+}
 
 /// Calls `take` for each line with its number. An empty last line is none.
 void forEachLine(std::istream& input, const std::function<void(std::string_view, std::size_t)>& take) {
@@ -212,8 +215,10 @@ void forEachLine(std::istream& input, const std::function<void(std::string_view,
     std::optional<std::size_t> blank;
     for (std::size_t number = 1; std::getline(input, line); ++number) {
         if (blank) throw Error(*blank, "the line is empty");
-        if (isBlank(line)) blank = number;
-        else take(line, number);
+        if (isBlank(line))
+            blank = number;
+        else
+            take(line, number);
     }
 }
 

@@ -17,7 +17,8 @@ namespace {
 
 constexpr std::string_view header =
     "id,start_time_iso,end_time_iso,duration_seconds,app_bundle_id,app_name,window_title,document_path,url,category,"
-    "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,device_id,"
+    "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,device_"
+    "id,"
     "user_local_id,created_at,updated_at";
 
 constexpr const char* id = "00000000-0000-4000-8000-000000000006";
@@ -57,11 +58,14 @@ const CSVExporter::Selection everything{.start = distantPast, .end = at("9999-12
 std::vector<std::string> exportedApps(ModelContext& context, const CSVExporter::Selection& selection) {
     std::vector<std::string> apps;
     const auto lines = text::split(written(context, selection), '\n');
-    for (std::size_t i = 1; i < lines.size(); ++i) apps.push_back(text::split(lines[i], ',')[5]);
+    for (std::size_t i = 1; i < lines.size(); ++i)
+        apps.push_back(text::split(lines[i], ',')[5]);
     return apps;
 }
 
-TEST(CSVExporterTest, WritesTheHeaderAloneForNoRecords) { EXPECT_EQ(CSVExporter::makeCSV({}), header); }
+TEST(CSVExporterTest, WritesTheHeaderAloneForNoRecords) {
+    EXPECT_EQ(CSVExporter::makeCSV({}), header);
+}
 
 TEST(CSVExporterTest, WritesEveryColumnAsItsValueStands) {
     struct Row {
@@ -88,8 +92,11 @@ TEST(CSVExporterTest, WritesEveryColumnAsItsValueStands) {
              record.deviceId = "D";
              record.userLocalId = "U";
          },
-         plain + "com.example.editor,Editor,main.cpp,/home/mia/main.cpp,https://example.com/,工作,Web,ACME,85.50,EUR,review,"
-                 "85.50,code,system,0.850,D,U" + dates},
+         plain +
+             "com.example.editor,Editor,main.cpp,/home/mia/main.cpp,https://example.com/"
+             ",工作,Web,ACME,85.50,EUR,review,"
+             "85.50,code,system,0.850,D,U" +
+             dates},
         {"quotes and commas", [](ActivityRecord& record) { record.windowTitle = R"(He said "hi", twice)"; },
          plain + R"(,,"He said ""hi"", twice",,,,,,0.00,,review,0.00,,,1.000,,)" + dates},
         {"line feed", [](ActivityRecord& record) { record.windowTitle = "two\nlines"; },
@@ -174,12 +181,15 @@ TEST(CSVExporterTest, CountsBetweenDatesThatNoCalendarHas) {
 
 TEST(CSVExporterTest, RoundsAsTheExactValueLies) {
     const std::pair<double, const char*> rows[] = {
-        {33.333, "33.33"}, {0.125, "0.12"}, {0.375, "0.38"},   {1.005, "1.00"},  {2.675, "2.67"},
-        {1e15 / 3, "333333333333333.31"},   {-0.001, "-0.00"}, {1e22, "10000000000000000000000.00"},
+        {33.333, "33.33"}, {0.125, "0.12"},
+        {0.375, "0.38"},   {1.005, "1.00"},
+        {2.675, "2.67"},   {1e15 / 3, "333333333333333.31"},
+        {-0.001, "-0.00"}, {1e22, "10000000000000000000000.00"},
     };
     for (const auto& [rate, expected] : rows) {
         SCOPED_TRACE(expected);
-        const auto cells = text::split(lineOf(aRecordWith([&](auto& record) { record.project = projectAt(rate); })), ',');
+        const auto cells =
+            text::split(lineOf(aRecordWith([&](auto& record) { record.project = projectAt(rate); })), ',');
         EXPECT_EQ(cells[12], expected);
         EXPECT_EQ(cells[15], expected);
     }
@@ -190,7 +200,8 @@ TEST(CSVExporterTest, KeepsTheOrderInWhichRecordsAreGiven) {
     const auto late = aRecord().from("10:00:00").app("Late").make();
     const auto appsOf = [](const std::string& csv) {
         std::string order;
-        for (const auto& line : text::split(csv, '\n')) order += text::split(line, ',')[5] + " ";
+        for (const auto& line : text::split(csv, '\n'))
+            order += text::split(line, ',')[5] + " ";
         return order;
     };
     EXPECT_EQ(appsOf(CSVExporter::makeCSV({early, late})), "app_name Early Late ");
@@ -208,13 +219,15 @@ TEST_F(CSVExportTest, WritesTheSameBytesWithObjectsAndWithout) {
     const auto web = insertProject(context(), "Web, \"App\"", 33.333);
     const auto bare = insertProject(context(), "Bare");
     for (int i = 0; i < 500; ++i) {
-        const auto start = fmt::format("2026-03-04T{:02}:{:02}:{:02}.{:06}Z", i / 60 % 24, i % 60, i % 7, i * 1999 % 1'000'000);
-        auto record = aRecord().from(start).app("Editor").title(i % 3 == 0 ? "a,\"b\"\nc" : "日报\r").tags("x,y").make();
+        const auto start =
+            fmt::format("2026-03-04T{:02}:{:02}:{:02}.{:06}Z", i / 60 % 24, i % 60, i % 7, i * 1999 % 1'000'000);
+        auto record =
+            aRecord().from(start).app("Editor").title(i % 3 == 0 ? "a,\"b\"\nc" : "日报\r").tags("x,y").make();
         if (i % 5 != 0) record->endTime = record->startTime() + Seconds{i * 1.37};
         record->project = i % 2 == 0 ? web : i % 3 == 0 ? bare : nullptr;
         record->confidence = i / 500.0;
-        record->billingStatus = std::vector<std::string>{"review", "billable", "nonBillable", "excluded", ""}[
-            static_cast<std::size_t>(i) % 5];
+        record->billingStatus = std::vector<std::string>{"review", "billable", "nonBillable", "excluded",
+                                                         ""}[static_cast<std::size_t>(i) % 5];
         context().insert(record);
     }
     context().save();
@@ -223,7 +236,9 @@ TEST_F(CSVExportTest, WritesTheSameBytesWithObjectsAndWithout) {
     EXPECT_TRUE(written(context(), everything) == CSVExporter::makeCSV(records));
 }
 
-TEST_F(CSVExportTest, WritesTheHeaderAloneForAnEmptyStore) { EXPECT_EQ(written(context(), everything), header); }
+TEST_F(CSVExportTest, WritesTheHeaderAloneForAnEmptyStore) {
+    EXPECT_EQ(written(context(), everything), header);
+}
 
 TEST_F(CSVExportTest, PutsTheNewestFirstAndTheSmallerIdFirstAmongEquals) {
     for (const auto& [time, uuid] : {std::pair{"09:00:00", "B"}, {"09:00:00", "A"}, {"10:00:00", "C"}}) {
@@ -262,7 +277,8 @@ TEST_F(CSVExportTest, LeavesOutRecordsWithoutProjectOnceOneIsSelected) {
 
 TEST(CSVExporterFileNameTest, BearsTheLocalTimeInTheUsersLocale) {
     // The formatter is made once for the process; the test program runs in UTC and English.
-    EXPECT_EQ(CSVExporter::defaultFileName(at("2026-03-04T15:07:09.9Z")), "Quorvane_Activities_2026-03-04_15-07-09.csv");
+    EXPECT_EQ(CSVExporter::defaultFileName(at("2026-03-04T15:07:09.9Z")),
+              "Quorvane_Activities_2026-03-04_15-07-09.csv");
 }
 
 }  // namespace

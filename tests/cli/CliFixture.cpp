@@ -7,8 +7,8 @@ namespace quorvane {
 
 CliTest::CliTest() {
     setting_.folder = folder_.path();
-    setting_.environment = {{"HOME", folder_.path().string()}, {"TZ", "UTC"}, {"LC_ALL", "en_US.UTF-8"},
-                            {"PATH", "/usr/bin:/bin"}};
+    setting_.environment = {
+        {"HOME", folder_.path().string()}, {"TZ", "UTC"}, {"LC_ALL", "en_US.UTF-8"}, {"PATH", "/usr/bin:/bin"}};
     // Where the sanitizers look for their options.
     for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"})
         if (const char* value = std::getenv(name)) setting_.environment[name] = value;
@@ -40,17 +40,20 @@ void CliTest::load(const std::string& lines) {
 
 std::set<std::string> CliTest::names() const {
     std::set<std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) found.insert(entry.path().filename());
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
+        found.insert(entry.path().filename());
     return found;
 }
 
 testing::Matcher<std::string> isRefusal(const testing::Matcher<std::string>& cause) {
-    return testing::AllOf(testing::StartsWith("quorvane-cli: "), testing::EndsWith("\n"),
-                          testing::ResultOf([](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }, 1),
-                          cause);
+    return testing::AllOf(
+        testing::StartsWith("quorvane-cli: "), testing::EndsWith("\n"),
+        testing::ResultOf([](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }, 1),
+        cause);
 }
 
-std::string recordLine(const std::string& id, const std::string& start, const std::string& end, const std::string& more) {
+std::string recordLine(const std::string& id, const std::string& start, const std::string& end,
+                       const std::string& more) {
     return fmt::format(
         R"({{"entity":"ActivityRecord","id":"{}0000000-0000-4000-8000-000000000000","start_time":"{}","end_time":{},)"
         R"("created_at":"{}","updated_at":"{}"{}}})"

@@ -16,7 +16,8 @@ protected:
         const auto lines = text::split(outputOf(arguments), '\n');
         EXPECT_TRUE(lines.front().starts_with("id,start_time_iso,"));
         std::string letters;
-        for (std::size_t i = 1; i < lines.size(); ++i) letters += lines[i].empty() ? '?' : lines[i].front();
+        for (std::size_t i = 1; i < lines.size(); ++i)
+            letters += lines[i].empty() ? '?' : lines[i].front();
         return letters;
     }
 };
@@ -24,10 +25,12 @@ protected:
 TEST_F(CsvExportCommandTest, WritesHeaderAndLinesWithNoLineFeedAfterTheLast) {
     load(R"({"entity":"Project","id":"10000000-0000-4000-8000-000000000000","name":"Web, App","hourly_rate":100})"
          "\n" +
-         recordLine("A", "2026-03-04T09:00:00Z", "2026-03-04T09:59:59.9Z",
-                    R"(,"window_title":"He said \"hi\"","tags":"a,b","project_id":"10000000-0000-4000-8000-000000000000")"));
+         recordLine(
+             "A", "2026-03-04T09:00:00Z", "2026-03-04T09:59:59.9Z",
+             R"(,"window_title":"He said \"hi\"","tags":"a,b","project_id":"10000000-0000-4000-8000-000000000000")"));
     const std::string header =
-        "id,start_time_iso,end_time_iso,duration_seconds,app_bundle_id,app_name,window_title,document_path,url,category,"
+        "id,start_time_iso,end_time_iso,duration_seconds,app_bundle_id,app_name,window_title,document_path,url,"
+        "category,"
         "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,"
         "device_id,user_local_id,created_at,updated_at";
     EXPECT_EQ(outputOf({"--now", "2026-03-05T00:00:00Z", "export-csv"}),
@@ -75,7 +78,8 @@ TEST_F(CsvExportCommandTest, KeepsTheRecordsOfAnyNamedProject) {
     const Arguments all{"--from", "2026-01-01T00:00:00Z"};
     const auto picking = [&](std::initializer_list<const char*> projects) {
         Arguments arguments = all;
-        for (const char* project : projects) arguments.insert(arguments.end(), {"--project", project});
+        for (const char* project : projects)
+            arguments.insert(arguments.end(), {"--project", project});
         return ids(arguments);
     };
     EXPECT_EQ(ids(all), "DCBA");

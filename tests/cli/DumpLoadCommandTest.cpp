@@ -98,7 +98,8 @@ TEST_F(DumpLoadCommandTest, SaysWhyAFileCannotBeLoaded) {
 }
 
 TEST_F(DumpLoadCommandTest, AReadingCommandOnAMissingStoreFailsAndMakesNone) {
-    for (const Arguments& arguments : {Arguments{"dump"}, {"records"}, {"export-csv"}, {"status"}, {"dump", "-o", "x"}}) {
+    for (const Arguments& arguments :
+         {Arguments{"dump"}, {"records"}, {"export-csv"}, {"status"}, {"dump", "-o", "x"}}) {
         SCOPED_TRACE(arguments.front());
         const auto result = run(arguments);
         EXPECT_EQ(result.status, 1);
@@ -118,11 +119,13 @@ TEST_F(DumpLoadCommandTest, ReadsBesideAnotherProgramThatWrites) {
     load(twoRecords);
     // A folder of many rows in a second process at the same time.
     std::string many;
-    for (int i = 0; i < 2000; ++i) many += "{\"entity\":\"Rule\"}\n";
+    for (int i = 0; i < 2000; ++i)
+        many += "{\"entity\":\"Rule\"}\n";
     auto setting = setting_;
     setting.input = many;
     ProgramRun writer(QUORVANE_CLI, {"--store", store().string(), "load", "-"}, setting);
-    for (int i = 0; i < 5; ++i) EXPECT_THAT(outputOf({"records", "--json"}), HasSubstr("A0000000"));
+    for (int i = 0; i < 5; ++i)
+        EXPECT_THAT(outputOf({"records", "--json"}), HasSubstr("A0000000"));
     EXPECT_EQ(writer.wait().status, 0);
 }
 

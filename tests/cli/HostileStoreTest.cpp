@@ -75,7 +75,8 @@ TEST_F(HostileStoreTest, RefusesAStoreThatWasCutShort) {
 TEST_F(HostileStoreTest, RefusesAStoreWhoseInsideWasOverwritten) {
     makeStore();
     std::string bytes = contentOf(store());
-    for (std::size_t i = 100; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 31);
+    for (std::size_t i = 100; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 31);
     writeFile(store(), bytes);
     expectUnusable("");
 }
@@ -129,7 +130,8 @@ TEST_F(HostileStoreTest, ReadsAReadOnlyStoreAndRefusesToWriteIt) {
 TEST_F(HostileStoreTest, ReadsAStoreInAReadOnlyFolderAndRefusesToWriteIt) {
     makeStore();
     actAsNobody();
-    std::filesystem::permissions(folder_.path(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    std::filesystem::permissions(folder_.path(),
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     EXPECT_THAT(outputOf({"dump"}), HasSubstr("A0000000"));
     expectRefusal({"load", "-"}, 3, "nothing can be written");
     std::filesystem::permissions(folder_.path(), std::filesystem::perms::owner_all);
@@ -137,7 +139,8 @@ TEST_F(HostileStoreTest, ReadsAStoreInAReadOnlyFolderAndRefusesToWriteIt) {
 
 TEST_F(HostileStoreTest, RefusesToMakeAStoreWhereNothingCanBeWritten) {
     actAsNobody();
-    std::filesystem::permissions(folder_.path(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    std::filesystem::permissions(folder_.path(),
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     setting_.input = recordLine("A", "2026-03-04T09:00:00Z", "");
     expectRefusal({"load", "-"}, 3, "");
     std::filesystem::permissions(folder_.path(), std::filesystem::perms::owner_all);
@@ -169,7 +172,8 @@ TEST_F(HostileStoreTest, LoadsNothingOntoAFullDisk) {
     const std::string before = outputOf({"dump"});
     const std::string bytes = contentOf(store());
     std::string many;
-    for (int i = 0; i < 5000; ++i) many += "{\"entity\":\"Rule\",\"name\":\"" + std::string(200, 'x') + "\"}\n";
+    for (int i = 0; i < 5000; ++i)
+        many += "{\"entity\":\"Rule\",\"name\":\"" + std::string(200, 'x') + "\"}\n";
     setting_.input = many;
     // No file may grow beyond this: a disk that is full for everybody needs the superuser.
     setting_.inChild = [] {

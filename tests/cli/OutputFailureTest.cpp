@@ -26,18 +26,21 @@ protected:
     }
 };
 
-const std::vector<std::vector<std::string>> everyOutput{
-    {"dump"},   {"records"},  {"records", "--json"}, {"export-csv"}, {"status"},
-    {"status", "--json"}, {"sanitize"}, {"load", "-"},         {"doctor"},     {"--help"}};
+const std::vector<std::vector<std::string>> everyOutput{{"dump"},       {"records"},   {"records", "--json"},
+                                                        {"export-csv"}, {"status"},    {"status", "--json"},
+                                                        {"sanitize"},   {"load", "-"}, {"doctor"},
+                                                        {"--help"}};
 
 TEST_F(OutputFailureTest, SaysThatStandardOutputIsFull) {
     setting_.inChild = [] { ::dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); };
-    for (const auto& arguments : everyOutput) expectFailure(arguments, "cannot write to standard output");
+    for (const auto& arguments : everyOutput)
+        expectFailure(arguments, "cannot write to standard output");
 }
 
 TEST_F(OutputFailureTest, SaysThatStandardOutputIsClosed) {
     setting_.inChild = [] { ::close(STDOUT_FILENO); };
-    for (const auto& arguments : everyOutput) expectFailure(arguments, "cannot write to standard output");
+    for (const auto& arguments : everyOutput)
+        expectFailure(arguments, "cannot write to standard output");
 }
 
 TEST_F(OutputFailureTest, SurvivesAReaderThatHasGone) {
@@ -73,7 +76,8 @@ TEST_F(OutputFailureTest, NamesAFileThatCannotBeWrittenAndLeavesWhatWasThere) {
     writeFile(folder_ / "out.csv", "before");
     giveToNobody(folder_.path());
     giveToNobody(store());
-    std::filesystem::permissions(folder_.path(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    std::filesystem::permissions(folder_.path(),
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     setting_.inChild = becomeNobody;
     expectFailure({"export-csv", "-o", "out.csv"}, "Permission denied");
     std::filesystem::permissions(folder_.path(), std::filesystem::perms::owner_all);

@@ -18,7 +18,8 @@ constexpr int patience = 20'000;  // milliseconds
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
-    for (std::string& text : texts) pointers.push_back(text.data());
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -45,7 +46,8 @@ ProgramRun::ProgramRun(const std::filesystem::path& program, const std::vector<s
     std::vector<std::string> words{program.filename().string()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<std::string> variables;
-    for (const auto& [name, value] : setting.environment) variables.push_back(name + "=" + value);
+    for (const auto& [name, value] : setting.environment)
+        variables.push_back(name + "=" + value);
     const auto argv = pointersTo(words);
     const auto envp = pointersTo(variables);
     const auto out = makePipe();
@@ -63,7 +65,8 @@ ProgramRun::ProgramRun(const std::filesystem::path& program, const std::vector<s
         ::fexecve(executable, argv.data(), envp.data());
         ::_exit(127);
     }
-    for (const int ours : {in, executable, out[1], err[1]}) ::close(ours);
+    for (const int ours : {in, executable, out[1], err[1]})
+        ::close(ours);
     out_.descriptor = out[0];
     err_.descriptor = err[0];
 }
@@ -77,12 +80,15 @@ ProgramRun::~ProgramRun() {
         if (stream->descriptor >= 0) ::close(stream->descriptor);
 }
 
-void ProgramRun::sendSignal(int number) const { ::kill(process_, number); }
+void ProgramRun::sendSignal(int number) const {
+    ::kill(process_, number);
+}
 
 bool ProgramRun::read(int milliseconds) {
     // A descriptor below 0 is passed over.
     std::array<pollfd, 2> ready{{{out_.descriptor, POLLIN, 0}, {err_.descriptor, POLLIN, 0}}};
-    if ((out_.descriptor < 0 && err_.descriptor < 0) || ::poll(ready.data(), ready.size(), milliseconds) <= 0) return false;
+    if ((out_.descriptor < 0 && err_.descriptor < 0) || ::poll(ready.data(), ready.size(), milliseconds) <= 0)
+        return false;
     for (Stream* stream : {&out_, &err_}) {
         if (ready[stream == &out_ ? 0 : 1].revents == 0) continue;
         std::array<char, 4096> piece{};
@@ -110,7 +116,8 @@ ProgramResult ProgramRun::wait() {
     int waited = 0;
     ::waitpid(process_, &waited, 0);
     process_ = -1;
-    return {.status = WIFEXITED(waited) ? WEXITSTATUS(waited) : 128 + WTERMSIG(waited), .out = out_.text, .err = err_.text};
+    return {
+        .status = WIFEXITED(waited) ? WEXITSTATUS(waited) : 128 + WTERMSIG(waited), .out = out_.text, .err = err_.text};
 }
 
 void becomeNobody() {

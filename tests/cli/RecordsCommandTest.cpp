@@ -10,22 +10,22 @@ using testing::IsEmpty;
 namespace quorvane {
 namespace {
 
-const std::string projects =
-    R"({"entity":"Project","id":"10000000-0000-4000-8000-000000000000","name":"Web"})"
-    "\n"
-    R"({"entity":"Project","id":"20000000-0000-4000-8000-000000000000","name":"App"})"
-    "\n";
+const std::string projects = R"({"entity":"Project","id":"10000000-0000-4000-8000-000000000000","name":"Web"})"
+                             "\n"
+                             R"({"entity":"Project","id":"20000000-0000-4000-8000-000000000000","name":"App"})"
+                             "\n";
 
 class RecordsCommandTest : public CliTest {
 protected:
     RecordsCommandTest() {
-        load(projects +
-             recordLine("B", "2026-03-04T09:00:00Z", "2026-03-04T10:00:00Z", R"(,"app_name":"Editor")") +
-             recordLine("A", "2026-03-04T09:00:00Z", "2026-03-04T09:00:01.5Z",
-                        R"(,"app_name":"editor","project_id":"10000000-0000-4000-8000-000000000000")") +
-             recordLine("C", "2026-03-03T23:59:59.999999Z", "2026-03-04T09:00:00Z",
-                        R"(,"app_name":"微信","window_title":"聊天\t\u001b[2J\u202e","project_id":"20000000-0000-4000-8000-000000000000")") +
-             recordLine("D", "2026-03-04T10:00:00Z", "", R"(,"app_name":"Editor","window_title":"main.cpp")"));
+        load(
+            projects + recordLine("B", "2026-03-04T09:00:00Z", "2026-03-04T10:00:00Z", R"(,"app_name":"Editor")") +
+            recordLine("A", "2026-03-04T09:00:00Z", "2026-03-04T09:00:01.5Z",
+                       R"(,"app_name":"editor","project_id":"10000000-0000-4000-8000-000000000000")") +
+            recordLine(
+                "C", "2026-03-03T23:59:59.999999Z", "2026-03-04T09:00:00Z",
+                R"(,"app_name":"微信","window_title":"聊天\t\u001b[2J\u202e","project_id":"20000000-0000-4000-8000-000000000000")") +
+            recordLine("D", "2026-03-04T10:00:00Z", "", R"(,"app_name":"Editor","window_title":"main.cpp")"));
     }
 
     /// The first letters of the ids that the command lists.
@@ -35,12 +35,15 @@ protected:
         if (!listed) ADD_FAILURE() << "no JSON";
         std::string letters;
         if (listed)
-            for (const Json& record : *listed) letters += record["id"].get<std::string>().front();
+            for (const Json& record : *listed)
+                letters += record["id"].get<std::string>().front();
         return letters;
     }
 };
 
-TEST_F(RecordsCommandTest, ListsTheNewestFirstAndTheSmallerIdFirstAmongEquals) { EXPECT_EQ(ids({}), "DABC"); }
+TEST_F(RecordsCommandTest, ListsTheNewestFirstAndTheSmallerIdFirstAmongEquals) {
+    EXPECT_EQ(ids({}), "DABC");
+}
 
 TEST_F(RecordsCommandTest, PicksByTimeApplicationProjectAndNumber) {
     struct Row {
@@ -82,11 +85,11 @@ TEST_F(RecordsCommandTest, PrintsJsonObjectsAsADumpDoes) {
 TEST_F(RecordsCommandTest, PrintsAlignedColumnsInLocalTimeWithNothingThatCommandsATerminal) {
     setting_.environment["TZ"] = "Asia/Shanghai";
     EXPECT_EQ(outputOf({"records", "--now", "2026-03-04T10:01:00Z"}),
-              "START                END                  DURATION  APP     TITLE       PROJECT\n"
+              "START                END                  DURATION  APP     TITLE      PROJECT\n"
               "2026-03-04 18:00:00  open                  0:01:00  Editor  main.cpp\n"
-              "2026-03-04 17:00:00  2026-03-04 17:00:01   0:00:01  editor              Web\n"
+              "2026-03-04 17:00:00  2026-03-04 17:00:01   0:00:01  editor             Web\n"
               "2026-03-04 17:00:00  2026-03-04 18:00:00   1:00:00  Editor\n"
-              "2026-03-04 07:59:59  2026-03-04 17:00:00   9:00:00  微信    聊天  [2J   App\n");
+              "2026-03-04 07:59:59  2026-03-04 17:00:00   9:00:00  微信    聊天  [2J  App\n");
 }
 
 TEST_F(RecordsCommandTest, PrintsTheTitlesOfTheColumnsForNoRecords) {
@@ -96,9 +99,10 @@ TEST_F(RecordsCommandTest, PrintsTheTitlesOfTheColumnsForNoRecords) {
 TEST_F(RecordsCommandTest, ListsMoreThanItHoldsBackForTheWidths) {
     std::string many;
     for (int i = 0; i < 1200; ++i)
-        many += fmt::format(R"({{"entity":"ActivityRecord","start_time":"2026-01-01T00:{:02}:{:02}Z","app_name":"App {}"}})"
-                            "\n",
-                            i / 60, i % 60, i);
+        many +=
+            fmt::format(R"({{"entity":"ActivityRecord","start_time":"2026-01-01T00:{:02}:{:02}Z","app_name":"App {}"}})"
+                        "\n",
+                        i / 60, i % 60, i);
     load(many);
     const std::string table = outputOf({"records"});
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 1205);

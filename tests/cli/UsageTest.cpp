@@ -77,7 +77,8 @@ TEST_F(UsageTest, LooksForTheApplicationsOwnStoreWhereNoneIsNamed) {
     setting_.environment["XDG_DATA_HOME"] = (folder_ / "data").string();
     EXPECT_THAT(runBare({"dump"}).err, isRefusal(HasSubstr((folder_ / "data/quorvane/quorvane.sqlite").string())));
     setting_.environment["XDG_DATA_HOME"] = "relative";
-    EXPECT_THAT(runBare({"dump"}).err, isRefusal(HasSubstr((folder_ / ".local/share/quorvane/quorvane.sqlite").string())));
+    EXPECT_THAT(runBare({"dump"}).err,
+                isRefusal(HasSubstr((folder_ / ".local/share/quorvane/quorvane.sqlite").string())));
     setting_.input = recordLine("A", "2026-03-04T15:00:00Z", "2026-03-04T16:00:00Z");
     EXPECT_EQ(runBare({"load", "-"}).status, 0);
     EXPECT_TRUE(std::filesystem::exists(folder_ / ".local/share/quorvane/quorvane.sqlite"));

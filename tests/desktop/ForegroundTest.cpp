@@ -159,14 +159,14 @@ TEST_F(ForegroundTest, ABurstOfChangesIsReportedOnceAndInTime) {
     EXPECT_THAT(activations, ElementsAre(application("first", "First")));
 }
 
-TEST_F(ForegroundTest, AWindowManagerThatStartsLaterIsFollowed) {
-    session.environment().unset("DISPLAY");
-    DesktopSession bare({.windowManager = false, .buses = false});
+TEST(EarlyForegroundTest, AWindowManagerThatStartsLaterIsFollowed) {
+    QtRunLoop runLoop;
+    DesktopSession session({.windowManager = false, .buses = false});
     LinuxDesktop early(runLoop);
     EXPECT_FALSE(early.foreground().channel().isAvailable);
     EXPECT_THAT(early.foreground().channel().reason, HasSubstr("window manager"));
     EXPECT_THAT(early.foreground().channel().remedy, Not(IsEmpty()));
-    bare.startWindowManager();
+    session.startWindowManager();
     EXPECT_TRUE(early.foreground().channel().isAvailable);
     const TestWindow window({.instance = "late", .wmClass = "Late"});
     EXPECT_TRUE(waitUntil([&] { return early.foreground().frontmostApplication() == application("late", "Late"); }));

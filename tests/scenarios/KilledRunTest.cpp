@@ -47,6 +47,8 @@ protected:
         ModelContainer container({.file = store.file()});
         tracker->configure(container.mainContext());
         tracker->start();
+        desktop.setFrontmostSilently("org.example.first", fmt::format("First {}", run));
+        runLoop.playFor(60s);
         std::mt19937 random(seed + static_cast<unsigned>(run));
         for (int i = 0;; ++i) {
             const auto before = tracker->currentRecord();

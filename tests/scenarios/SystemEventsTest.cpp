@@ -186,6 +186,21 @@ TEST_F(SystemEventsTest, NoFrontmostApplicationClosesTheRecordAtTheTick) {
     EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:01:00"}));
 }
 
+TEST_F(SystemEventsTest, WhenTheLastWindowGoesTheRecordEndsASecondLaterUnlessAnotherComes) {
+    startTrackingAt("09:00:00");
+    playUntil("09:05:03");
+    desktop.closeLastWindow();
+    runLoop.playFor(2s);
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:05:04"}));
+    desktop.bringToFront("org.example.mail", "Mail");
+    playUntil("09:06:03");
+    desktop.closeLastWindow();
+    runLoop.playFor(0.5s);
+    desktop.bringToFront("org.example.notes", "Notes");
+    runLoop.playFor(2s);
+    EXPECT_EQ(records()[1], (Seen{"Mail", "09:05:05", "09:06:03.5"}));
+}
+
 TEST_F(SystemEventsTest, ATickInsideATickIsSkippedAndTheOuterOneGoesOn) {
     class Reentrant : public WindowInfoSource {
     public:

@@ -79,6 +79,11 @@ TEST_F(QueryPlanTest, QuestionsAboutARangeUseAnIndex) {
              (void)c.fetch<Record>({.predicate = started >= from, .sort = {descending(&Record::startTime)}});
          },
          "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>?)"},
+        {"the same in the order of their insertion",
+         [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = started >= from && started < to}); },
+         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>? AND start_time<?)"},
+        {"and with an end left open", [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = started >= from}); },
+         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>?)"},
         {"how many they are", [&](ModelContext& c) { (void)c.count(started >= from && started < to); },
          "SEARCH activity_record USING COVERING INDEX activity_record_by_start_time (start_time>? AND start_time<?)"},
         {"the first record after an instant",

@@ -1,5 +1,5 @@
-#include "base/Text.h"
 #include "store/StoreDump.h"
+#include "base/Text.h"
 #include "store/Schema.h"
 #include "transfer/TransferStore.h"
 
@@ -70,11 +70,12 @@ std::string manyRecords(int count) {
     std::string lines(schemaLine);
     for (int i = 0; i < count; ++i) {
         const auto minute = (i / 2) % 60;  // two records share each start
-        lines += fmt::format(R"({{"entity":"ActivityRecord","id":"{}","start_time":"2026-03-{:02}T{:02}:{:02}:00.{:06}Z",)"
-                             R"("window_title":"Window {} — \"main\", line\n{}","confidence":{}}})"
-                             "\n",
-                             uuid(), 1 + i / 2880, i / 120 % 24, minute, (i / 2) % 1000, i, random() % 100,
-                             static_cast<double>(random() % 1000) / 997.0);
+        lines +=
+            fmt::format(R"({{"entity":"ActivityRecord","id":"{}","start_time":"2026-03-{:02}T{:02}:{:02}:00.{:06}Z",)"
+                        R"("window_title":"Window {} — \"main\", line\n{}","confidence":{}}})"
+                        "\n",
+                        uuid(), 1 + i / 2880, i / 120 % 24, minute, (i / 2) % 1000, i, random() % 100,
+                        static_cast<double>(random() % 1000) / 997.0);
     }
     return lines;
 }
@@ -118,21 +119,26 @@ TEST(StoreDumpTest, WritesBytesThatAreNoTextAsReplacementCharacters) {
 
 TEST(StoreDumpTest, WritesNumbersThatReadBackAsTheSame) {
     const std::pair<const char*, const char*> rows[] = {
-        {"0.1", "0.1"},         {"85", "85.0"},
-        {"1e300", "1e+300"},    {"5e-324", "5e-324"},    {"0.30000000000000004", "0.30000000000000004"},
+        {"0.1", "0.1"},
+        {"85", "85.0"},
+        {"1e300", "1e+300"},
+        {"5e-324", "5e-324"},
+        {"0.30000000000000004", "0.30000000000000004"},
         {"12345678901234567890", "1.2345678901234567e+19"},
     };
     TransferStore store;
     for (const auto& [written, expected] : rows) {
         SCOPED_TRACE(written);
-        store.load(fmt::format(R"({{"entity":"Project","id":"98C2DF4C-7D2A-432C-942F-16386AD609B0","hourly_rate":{}}})", written));
+        store.load(fmt::format(R"({{"entity":"Project","id":"98C2DF4C-7D2A-432C-942F-16386AD609B0","hourly_rate":{}}})",
+                               written));
         EXPECT_THAT(store.dump(), testing::HasSubstr(fmt::format("\"hourly_rate\":{},", expected)));
     }
 }
 
 TEST(StoreDumpTest, OrdersRecordsByStartAndThenByIdAndTheOthersAsTheyCame) {
     TransferStore store;
-    store.load(R"({"entity":"ActivityRecord","id":"BBBBBBBB-0000-0000-0000-000000000000","start_time":"2026-03-02T09:00:00Z"}
+    store.load(
+        R"({"entity":"ActivityRecord","id":"BBBBBBBB-0000-0000-0000-000000000000","start_time":"2026-03-02T09:00:00Z"}
 {"entity":"ActivityRecord","id":"AAAAAAAA-0000-0000-0000-000000000000","start_time":"2026-03-02T09:00:00Z"}
 {"entity":"ActivityRecord","id":"CCCCCCCC-0000-0000-0000-000000000000","start_time":"2026-03-01T09:00:00Z"}
 {"entity":"Rule","id":"DDDDDDDD-0000-0000-0000-000000000000"}

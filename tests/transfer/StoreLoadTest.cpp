@@ -38,17 +38,19 @@ TEST(StoreLoadTest, CountsTheRowsOfEachEntityThatOccurredInTheOrderOfTheSchema) 
     TransferStore store;
     EXPECT_THAT(store.load(""), IsEmpty());
     EXPECT_THAT(store.load("{\"entity\":\"Schema\",\"version\":\"1.0.0\"}\n"), IsEmpty());
-    EXPECT_THAT(store.load("{\"entity\":\"Rule\"}\n{\"entity\":\"Project\"}\n{\"entity\":\"ActivityRecord\"}\n{\"entity\":\"Rule\"}"),
-                ElementsAre(Pair("ActivityRecord", 1), Pair("Project", 1), Pair("Rule", 2)));
+    EXPECT_THAT(
+        store.load(
+            "{\"entity\":\"Rule\"}\n{\"entity\":\"Project\"}\n{\"entity\":\"ActivityRecord\"}\n{\"entity\":\"Rule\"}"),
+        ElementsAre(Pair("ActivityRecord", 1), Pair("Project", 1), Pair("Rule", 2)));
 }
 
 TEST(StoreLoadTest, GivesWhatALineLeavesOutItsDefaultAndOneInstantToAllOfIt) {
     const platform::ClockOverride clock([now = at("2026-03-02T15:00:00Z")]() mutable { return now += 1s; });
     TransferStore store;
-    store.load(recordWith(R"("app_name":"Editor")") + "{\"entity\":\"Rule\",\"id\":\"00000000-0000-4000-8000-000000000003\"}");
-    EXPECT_EQ(
-        store.dump(),
-        R"({"entity":"Schema","version":"1.0.0"}
+    store.load(recordWith(R"("app_name":"Editor")") +
+               "{\"entity\":\"Rule\",\"id\":\"00000000-0000-4000-8000-000000000003\"}");
+    EXPECT_EQ(store.dump(),
+              R"({"entity":"Schema","version":"1.0.0"}
 {"entity":"Rule","id":"00000000-0000-4000-8000-000000000003","name":"","priority":100,"is_enabled":true,"type":"and","condition":"{}","action":"{}","created_at":"2026-03-02T15:00:01.000000Z","updated_at":"2026-03-02T15:00:01.000000Z"}
 {"entity":"ActivityRecord","id":"00000000-0000-4000-8000-000000000006","start_time":"2026-03-02T15:00:01.000000Z","end_time":null,"activity_type":"app","app_bundle_id":null,"app_name":"Editor","window_title":null,"document_path":null,"url":null,"category":null,"tags":"","source":null,"confidence":1.0,"billing_status":"review","device_id":null,"user_local_id":null,"created_at":"2026-03-02T15:00:01.000000Z","updated_at":"2026-03-02T15:00:01.000000Z","cloud_kit_record_id":null,"project_id":null}
 )");
@@ -63,7 +65,9 @@ TEST(StoreLoadTest, GivesEachRowWithoutAnIdOneOfItsOwn) {
 
 TEST(StoreLoadTest, ReplacesTheRowThatHasTheIdAndAllOfIt) {
     TransferStore store;
-    store.load(web + recordWith(R"("app_name":"Old","window_title":"Old","project_id":"98C2DF4C-7D2A-432C-942F-16386AD609B0")"));
+    store.load(
+        web +
+        recordWith(R"("app_name":"Old","window_title":"Old","project_id":"98C2DF4C-7D2A-432C-942F-16386AD609B0")"));
     store.load(recordWith(R"("app_name":"New")"));
     EXPECT_EQ(store.rowCount(), 2U);
     EXPECT_THAT(dumpedRecord(store), AllOf(HasSubstr(R"("app_name":"New")"), HasSubstr(R"("window_title":null)"),
@@ -95,7 +99,8 @@ TEST(StoreLoadTest, FindsAProjectThatFollowsLater) {
 
 TEST(StoreLoadTest, LetsALaterLineTakeAwayAProjectThatFollowsLaterStill) {
     TransferStore store;
-    store.load(recordWith(R"("project_id":"98C2DF4C-7D2A-432C-942F-16386AD609B0")") + recordWith(R"("project_id":null)") + web);
+    store.load(recordWith(R"("project_id":"98C2DF4C-7D2A-432C-942F-16386AD609B0")") +
+               recordWith(R"("project_id":null)") + web);
     EXPECT_THAT(dumpedRecord(store), HasSubstr(R"("project_id":null)"));
 }
 
@@ -161,8 +166,10 @@ TEST(StoreLoadTest, RefusesABadLineWithItsNumberAndCause) {
         {R"({"entity":"Project","hourly_rate":"1"})", "line 2: \"hourly_rate\" must be a number"},
         {R"({"entity":"Rule","id":"98C2DF4C"})", "line 2: \"id\" must be a UUID like .*"},
         {R"({"entity":"Rule","created_at":"2026-03-02"})", "line 2: \"created_at\" must be an instant like .*"},
-        {R"({"entity":"Rule","created_at":"2026-02-30T00:00:00Z"})", "line 2: \"created_at\" must be an instant like .*"},
-        {R"({"entity":"Rule","created_at":"2026-03-02T00:00:00"})", "line 2: \"created_at\" must be an instant like .*"},
+        {R"({"entity":"Rule","created_at":"2026-02-30T00:00:00Z"})",
+         "line 2: \"created_at\" must be an instant like .*"},
+        {R"({"entity":"Rule","created_at":"2026-03-02T00:00:00"})",
+         "line 2: \"created_at\" must be an instant like .*"},
         {R"({"entity":"Rule","created_at":1772442000})", "line 2: \"created_at\" must be an instant like .*"},
         {R"({"entity":"ActivityShare","project_ids":["x"]})", "line 2: \"project_ids\" must be a list of UUIDs"},
         {R"({"entity":"ActivityShare","project_ids":[1]})", "line 2: \"project_ids\" must be a list of UUIDs"},
@@ -170,7 +177,8 @@ TEST(StoreLoadTest, RefusesABadLineWithItsNumberAndCause) {
         {R"({"entity":"ActivityRecord","project_id":"nobody"})", "line 2: \"project_id\" must be a UUID like .*"},
         {R"({"entity":"ActivityRecord","project_id":"11111111-1111-4111-8111-111111111111"})",
          "line 2: \"project_id\" names no project: 11111111-1111-4111-8111-111111111111"},
-        {R"({"entity":"Schema","version":"2.0.0"})", "line 2: the lines are of version \"2.0.0\"; only \"1.0.0\" can be loaded"},
+        {R"({"entity":"Schema","version":"2.0.0"})",
+         "line 2: the lines are of version \"2.0.0\"; only \"1.0.0\" can be loaded"},
         {R"({"entity":"Schema"})", "line 2: \"version\" must be a text"},
         {R"({"entity":"Schema","version":"1.0.0","x":1})", "line 2: Schema has no \"x\""},
     };
@@ -191,7 +199,9 @@ TEST(StoreLoadTest, LeavesTheStoreAsItWasWhateverLineIsBad) {
     for (const int bad : {1, 2, count / 2, count}) {
         std::string lines;
         for (int i = 1; i <= count; ++i)
-            lines += i == bad ? "{\n" : i % 2 == 0 ? recordWith("\"tags\":\"x\"") : R"({"entity":"Project","id":")" + std::string(webId) + "\",\"name\":\"changed\"}\n";
+            lines += i == bad     ? "{\n"
+                     : i % 2 == 0 ? recordWith("\"tags\":\"x\"")
+                                  : R"({"entity":"Project","id":")" + std::string(webId) + "\",\"name\":\"changed\"}\n";
         EXPECT_THAT(store.refusalOf(lines), testing::StartsWith(fmt::format("line {}: ", bad)));
         EXPECT_EQ(store.dump(), before);
     }
@@ -228,7 +238,8 @@ TEST(StoreLoadTest, SurvivesLinesMadeToTireIt) {
     std::string deep = R"({"entity":"Rule","name":)" + std::string(100'000, '[');
     EXPECT_THAT(store.refusalOf(deep), HasSubstr("this is not JSON"));
     std::string wide = R"({"entity":"Rule")";
-    for (int i = 0; i < 100'000; ++i) wide += fmt::format(",\"k{}\":0", i);
+    for (int i = 0; i < 100'000; ++i)
+        wide += fmt::format(",\"k{}\":0", i);
     EXPECT_THAT(store.refusalOf(wide + "}"), HasSubstr("more than 100 keys"));
     EXPECT_LT(store.refusalOf(R"({"entity":")" + std::string(1'000'000, 'x') + "\"}").size(), 200U);
     store.load(R"({"entity":"Rule","name":")" + std::string(1'000'000, 'x') + "\"}");

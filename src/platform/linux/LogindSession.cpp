@@ -90,7 +90,13 @@ void LogindSession::notePrepareForSleep(bool isGoing) {
     if (std::exchange(isAsleep_, isGoing) == isGoing) return;
     if (isGoing) {
         handlers_.willSleep();
-        delay_ = {};
+        // In a later turn: what the handlers posted, such as the save of the record they closed, comes first.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (isAsleep_) delay_ = {};
+            },
+            Qt::QueuedConnection);
     } else {
         takeDelay();
         handlers_.didWake();

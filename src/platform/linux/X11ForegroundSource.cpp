@@ -87,6 +87,10 @@ X11ForegroundSource::observeActivation(std::function<void(const std::optional<Fo
     return activated_.subscribe(std::move(activated));
 }
 
+Subscription X11ForegroundSource::observeVacancy(std::function<void()> vacated) {
+    return vacated_.subscribe(std::move(vacated));
+}
+
 Channel X11ForegroundSource::channel() const {
     return windowManagerChannel("front window and activation", "X11 _NET_ACTIVE_WINDOW");
 }
@@ -164,8 +168,9 @@ void X11ForegroundSource::evaluate(bool mayLookAgain) {
         return;
     }
     const auto application = window ? std::optional(identity_.identify(window->properties)) : std::nullopt;
-    if (std::exchange(lastActivated_, application) == application || !application) return;
-    activated_.send(application);
+    if (std::exchange(lastActivated_, application) == application) return;
+    if (application) activated_.send(application);
+    else vacated_.send();
 }
 
 }  // namespace quorvane::platform

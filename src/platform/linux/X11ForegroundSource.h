@@ -23,6 +23,7 @@ public:
     [[nodiscard]] std::optional<ForegroundApplication> frontmostApplication() override;
     [[nodiscard]] std::optional<std::string> frontmostWindowTitle() override;
     Subscription observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) override;
+    Subscription observeVacancy(std::function<void()> vacated) override;
     [[nodiscard]] Channel channel() const override;
 
     [[nodiscard]] Channel titleChannel() const;
@@ -45,6 +46,7 @@ private:
     const ApplicationIdentity& identity_;
     LinuxSystemEvents& systemEvents_;
     Signal<const std::optional<ForegroundApplication>&> activated_;
+    Signal<> vacated_;
     std::optional<ForegroundApplication> lastActivated_;
     std::optional<Date> firstChange_;  ///< of those not evaluated yet
     std::unique_ptr<WorkItem> evaluation_;

@@ -19,6 +19,11 @@ void SimulatedDesktop::setFrontmostSilently(std::optional<std::string> bundleId,
 
 void SimulatedDesktop::noFrontmost() { foreground_.setFrontmost(std::nullopt); }
 
+void SimulatedDesktop::closeLastWindow() {
+    noFrontmost();
+    foreground_.sendVacancy();
+}
+
 void SimulatedDesktop::setWindowTitle(std::optional<std::string> title) {
     if (foreground_.underlying()) foreground_.setWindowTitle(*foreground_.underlying(), std::move(title));
 }

@@ -41,6 +41,9 @@ public:
     /// No window has the focus; tells nobody.
     void noFrontmost();
 
+    /// The last window that had the focus goes, and the desktop says so.
+    void closeLastWindow();
+
     /// The title of the application's front window; without an application, of the one in front.
     void setWindowTitle(std::optional<std::string> title);
     void setWindowTitle(std::string bundleId, std::optional<std::string> title);

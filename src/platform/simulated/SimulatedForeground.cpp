@@ -25,6 +25,10 @@ SimulatedForeground::observeActivation(std::function<void(const std::optional<Fo
     return activated_.subscribe(std::move(activated));
 }
 
+Subscription SimulatedForeground::observeVacancy(std::function<void()> vacated) {
+    return vacated_.subscribe(std::move(vacated));
+}
+
 Channel SimulatedForeground::channel() const {
     return {.question = "front window", .name = "simulated", .isAvailable = true};
 }

@@ -12,9 +12,11 @@ public:
     [[nodiscard]] std::optional<ForegroundApplication> frontmostApplication() override;
     [[nodiscard]] std::optional<std::string> frontmostWindowTitle() override;
     Subscription observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) override;
+    Subscription observeVacancy(std::function<void()> vacated) override;
     [[nodiscard]] Channel channel() const override;
 
     void setFrontmost(std::optional<ForegroundApplication> application) { frontmost_ = std::move(application); }
+    void sendVacancy() { vacated_.send(); }
     void sendActivation(const std::optional<ForegroundApplication>& application) { activated_.send(application); }
 
     /// Remembered for the application, whether it is in front or not.
@@ -31,6 +33,7 @@ private:
     std::map<std::string, std::string> titles_;  ///< by bundle identifier, else by name
     bool isCovered_ = false;
     Signal<const std::optional<ForegroundApplication>&> activated_;
+    Signal<> vacated_;
 };
 
 }  // namespace quorvane::platform

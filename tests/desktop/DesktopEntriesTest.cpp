@@ -1,0 +1,197 @@
+#include "desktop/support/ChildProcess.h"
+#include "desktop/support/Environment.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/ApplicationIdentity.h"
+#include "platform/linux/QtRunLoop.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(DesktopEntryTest, AFileIsReadAsItsFormatSays) {
+    const auto entry = parseDesktopEntry("# a comment\n"
+                                         "[Desktop Entry]\r\n"
+                                         "Type = Application\n"
+                                         "Name=Text\\sEditor\n"
+                                         "Name[de]=Textbearbeitung\n"
+                                         "Name[de_AT]=Textbearbeitung (AT)\n"
+                                         "Exec=env LANG=C \"/opt/my editor/edit\" --new %F\n"
+                                         "StartupWMClass=Edit\n"
+                                         "NoDisplay=true\n"
+                                         "[Desktop Action new]\n"
+                                         "Name=New Window\n"
+                                         "Exec=other\n",
+                                         {"de_CH", "de"});
+    EXPECT_EQ(entry,
+              (DesktopEntry{.name = "Textbearbeitung", .startupWmClass = "Edit", .program = "edit", .isShown = false}));
+}
+
+TEST(DesktopEntryTest, WhatDescribesNoApplicationIsNone) {
+    const char* rows[] = {
+        "",
+        "Type=Application\nName=No group\n",
+        "[Desktop Entry]\nType=Link\nName=Link\nURL=https://example.org\n",
+        "[Desktop Entry]\nType=Application\nName=Removed\nHidden=true\n",
+    };
+    for (const char* text : rows) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(parseDesktopEntry(text, {}), std::nullopt);
+    }
+}
+
+TEST(DesktopEntryTest, TheLanguageIsThatOfMessages) {
+    struct Row {
+        const char* name;
+        std::map<std::string, std::string> variables;
+        std::vector<std::string> expected;
+    };
+    const Row rows[] = {
+        {"all before messages",
+         {{"LC_ALL", "fr_FR.UTF-8"}, {"LC_MESSAGES", "de_DE"}, {"LANG", "it_IT"}},
+         {"fr_FR", "fr"}},
+        {"messages before language", {{"LC_MESSAGES", "zh_TW"}, {"LANG", "it_IT"}}, {"zh_TW", "zh"}},
+        {"modifier", {{"LANG", "sr_RS.UTF-8@latin"}}, {"sr_RS@latin", "sr_RS", "sr@latin", "sr"}},
+        {"none", {{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}, {}},
+        {"nothing set", {}, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Environment environment;
+        for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+            environment.unset(name);
+        for (const auto& [name, value] : row.variables)
+            environment.set(name, value);
+        EXPECT_EQ(desktopEntryLocales(), row.expected);
+    }
+}
+
+/// Two data directories, of which the first is the more important.
+class DesktopEntriesTest : public testing::Test {
+protected:
+    void install(const std::string& file, const std::string& keys, const char* directory = "system") {
+        const auto path = folder / directory / "applications" / (file + ".desktop");
+        std::filesystem::create_directories(path.parent_path());
+        writeFile(path, "[Desktop Entry]\nType=Application\n" + keys);
+    }
+    std::string idOf(const WindowProperties& window) {
+        const auto* entry = entries.find(window);
+        return entry ? entry->id : "none";
+    }
+
+    QtRunLoop runLoop;
+    TemporaryFolder folder;
+    DesktopEntries entries{{folder / "user", folder / "system"}};
+};
+
+TEST_F(DesktopEntriesTest, AWindowFindsItsApplicationByTheSurestSign) {
+    install("org.gnome.gedit", "Name=Text Editor\nExec=gedit\n");
+    install("libreoffice-writer", "Name=Writer\nStartupWMClass=libreoffice-writer\n");
+    install("mpv", "Name=mpv\nStartupWMClass=mpv\n");
+    install("chromium", "Name=Chromium\nStartupWMClass=chromium\n");
+    install("kde/org.kde.kate", "Name=Kate\n");
+    install("geany", "Name=Geany\n");
+    install("hidden-twin", "Name=Twin\nStartupWMClass=Twin\nNoDisplay=true\n");
+    install("twin-shown", "Name=Twin\nStartupWMClass=Twin\n");
+    struct Row {
+        const char* name;
+        WindowProperties window;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"desktop file of KDE", {.wmClass = "mpv", .kdeDesktopFile = "geany", .gtkApplicationId = "mpv"}, "geany"},
+        {"desktop file as path", {.kdeDesktopFile = "/usr/share/applications/geany.desktop"}, "geany"},
+        {"id of GTK", {.instance = "x", .wmClass = "mpv", .gtkApplicationId = "org.gnome.gedit"}, "org.gnome.gedit"},
+        {"id of GTK without file", {.instance = "x", .wmClass = "mpv", .gtkApplicationId = "org.xfce.mpv"}, "mpv"},
+        {"class", {.instance = "libreoffice", .wmClass = "libreoffice-writer"}, "libreoffice-writer"},
+        {"class before instance", {.instance = "mpv", .wmClass = "libreoffice-writer"}, "libreoffice-writer"},
+        {"class in other case", {.instance = "chromium (/home/me/p)", .wmClass = "Chromium"}, "chromium"},
+        {"class is the id", {.instance = "other", .wmClass = "Geany"}, "geany"},
+        {"instance is the id", {.instance = "geany", .wmClass = "Other"}, "geany"},
+        {"last part of an id", {.instance = "gedit", .wmClass = "Gedit"}, "org.gnome.gedit"},
+        {"in a subdirectory", {.instance = "kate", .wmClass = "kate"}, "kde-org.kde.kate"},
+        {"shown in menus first", {.instance = "x", .wmClass = "Twin"}, "twin-shown"},
+        {"unknown", {.instance = "nobody", .wmClass = "Nobody"}, "none"},
+        {"nothing", {}, "none"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(idOf(row.window), row.expected);
+    }
+}
+
+TEST_F(DesktopEntriesTest, AnImportantDirectoryHidesAndRemovesWhatIsBelow) {
+    install("editor", "Name=System\n");
+    install("editor", "Name=Mine\n", "user");
+    install("viewer", "Name=Viewer\n");
+    install("viewer", "Name=Viewer\nHidden=true\n", "user");
+    const auto* editor = entries.find({.wmClass = "editor"});
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->name, "Mine");
+    EXPECT_EQ(idOf({.wmClass = "viewer"}), "none");
+}
+
+TEST_F(DesktopEntriesTest, WhatIsInstalledAndRemovedLaterCounts) {
+    EXPECT_EQ(idOf({.wmClass = "late"}), "none");
+    std::filesystem::create_directories(folder / "user");
+    install("first", "Name=First\n");
+    install("late", "Name=Late\n");
+    // Neither data directory existed when the index was made, so nothing could be watched.
+    DesktopEntries later({folder / "user", folder / "system"});
+    const auto knows = [&](const char* name) { return later.find({.wmClass = name}) != nullptr; };
+    EXPECT_TRUE(knows("late"));
+    install("another", "Name=Another\n");
+    EXPECT_TRUE(waitUntil([&] { return knows("another"); }));
+    install("mine", "Name=Mine\n", "user");
+    EXPECT_TRUE(waitUntil([&] { return knows("mine"); })) << "its directory has only now been made";
+    std::filesystem::remove(folder / "system/applications/late.desktop");
+    EXPECT_TRUE(waitUntil([&] { return !knows("late"); }));
+}
+
+TEST_F(DesktopEntriesTest, AProcessIsRecognisedByItsLauncherOrItsProgram) {
+    install("sleeper", "Name=Sleeper\nExec=/bin/sleep %U\n");
+    install("launched", "Name=Launched\nExec=wrapper\n");
+    const ChildProcess plain({"sleep", "60"});
+    const ChildProcess launched({"sh", "-c",
+                                 "GIO_LAUNCHED_DESKTOP_FILE=/usr/share/applications/launched.desktop "
+                                 "GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec sleep 60"});
+    const ChildProcess childOfLaunched({"env", "GIO_LAUNCHED_DESKTOP_FILE=/usr/share/applications/launched.desktop",
+                                        "GIO_LAUNCHED_DESKTOP_FILE_PID=1", "sleep", "60"});
+    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = plain.pid()}) == "sleeper"; }));
+    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = launched.pid()}) == "launched"; }));
+    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = childOfLaunched.pid()}) == "sleeper"; }));
+    install("sleeper-two", "Name=Another with the same program\nExec=sleep\n");
+    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = plain.pid()}) == "none"; }))
+        << "a program that two applications share says nothing";
+}
+
+TEST_F(DesktopEntriesTest, AnApplicationIsNamedByTableFileOrClass) {
+    install("google-chrome", "Name=Google Chrome\n");
+    install("org.example.Notes", "Name=Notes\n");
+    ApplicationIdentity identity(entries, IdentityTable::builtIn());
+    struct Row {
+        const char* name;
+        WindowProperties window;
+        ForegroundApplication expected;
+    };
+    const Row rows[] = {
+        {"in the table", {.wmClass = "Google-chrome"}, {"com.google.Chrome", "Google Chrome"}},
+        {"in no table", {.wmClass = "Notes"}, {"org.example.Notes", "Notes"}},
+        {"class in the table", {.wmClass = "Firefox-esr"}, {"org.mozilla.firefox", "Firefox-esr"}},
+        {"class alone", {.wmClass = "MyTool"}, {"mytool", "MyTool"}},
+        {"instance alone", {.instance = "tool"}, {"tool", "tool"}},
+        {"process alone", {.pid = getpid()}, {std::nullopt, "quorvane_linux_test"}},
+        {"nothing", {}, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(identity.identify(row.window), row.expected);
+    }
+}
+
+}  // namespace
+}  // namespace quorvane::platform

@@ -1,0 +1,77 @@
+#include "platform/linux/DesktopSettingsPanes.h"
+#include "desktop/support/Environment.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/QtRunLoop.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+namespace quorvane::platform {
+namespace {
+
+/// Settings programs that only note down how they were called.
+class DesktopSettingsPanesTest : public testing::Test {
+protected:
+    DesktopSettingsPanesTest() {
+        for (const char* program : {"gnome-control-center", "systemsettings", "xfce4-accessibility-settings"}) {
+            const auto path = folder / program;
+            writeFile(path, "#!/bin/sh\necho \"${0##*/} $*\" > '" + called().string() + ".new'\nmv '" +
+                                called().string() + ".new' '" + called().string() + "'\n");
+            std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        }
+        environment.set("PATH", folder.path().string() + ":/usr/bin:/bin");
+        environment.set("DISPLAY", ":64999");
+        environment.unset("WAYLAND_DISPLAY");
+    }
+    [[nodiscard]] std::filesystem::path called() const { return folder / "called"; }
+    void open(const std::string& pane) {
+        panes.open("x-apple.systempreferences:com.apple.preference.security?" + pane);
+    }
+
+    QtRunLoop runLoop;
+    TemporaryFolder folder;
+    Environment environment;
+    DesktopSettingsPanes panes;
+};
+
+TEST_F(DesktopSettingsPanesTest, TheDesktopsOwnProgramOpens) {
+    const struct {
+        const char* desktop;
+        const char* pane;
+        const char* expected;
+    } rows[] = {
+        {"ubuntu:GNOME", "Privacy_Accessibility", "gnome-control-center universal-access\n"},
+        {"GNOME", "Privacy_Automation", "gnome-control-center \n"},
+        {"KDE", "Privacy_Accessibility", "systemsettings kcm_access\n"},
+        {"XFCE", "Privacy_Accessibility", "xfce4-accessibility-settings \n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.desktop);
+        environment.set("XDG_CURRENT_DESKTOP", row.desktop);
+        open(row.pane);
+        ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(called()); }));
+        EXPECT_EQ(contentOf(called()), row.expected);
+        std::filesystem::remove(called());
+    }
+}
+
+TEST_F(DesktopSettingsPanesTest, WhereThereIsNothingToOpenNothingOpens) {
+    const struct {
+        const char* desktop;
+        const char* display;
+        const char* pane;
+    } rows[] = {
+        {"GNOME", ":64999", "Privacy_ListenEvent"},     {"GNOME", "", "Privacy_Accessibility"},
+        {"openbox", ":64999", "Privacy_Accessibility"}, {"", ":64999", "Privacy_Accessibility"},
+        {"MATE", ":64999", "Privacy_Accessibility"},  // its program is not installed here
+    };
+    for (const auto& row : rows) {
+        environment.set("XDG_CURRENT_DESKTOP", row.desktop);
+        environment.set("DISPLAY", row.display);
+        open(row.pane);
+    }
+    EXPECT_TRUE(staysTrue([&] { return !std::filesystem::exists(called()); }));
+}
+
+}  // namespace
+}  // namespace quorvane::platform

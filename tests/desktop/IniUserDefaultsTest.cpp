@@ -1,0 +1,92 @@
+#include "platform/linux/IniUserDefaults.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+namespace quorvane::platform {
+namespace {
+
+using std::filesystem::perms;
+
+TEST(IniUserDefaultsTest, ValuesAreKeptExactlyAcrossRestarts) {
+    using namespace std::string_literals;
+    const TemporaryFolder folder;
+    const std::pair<std::string, std::string> rows[] = {
+        {"plain", "value"},
+        {"empty", ""},
+        {"lines", "one\ntwo\r\n\tthree\\n"},
+        {"spaces", "  both ends  "},
+        {"number", "007"},
+        {"marks", R"(a,b;c="d" 'e' #f %41 @Invalid() @ByteArray(x))"},
+        {"at sign", "@home"},
+        {"json", R"({"标签":["工作","😀"],"n":1.5})"},
+        {"nul", "a\0b"s},
+        {"分类偏好", "键也可以"},
+        {"with/slash", "1"},
+        {"with//slash", "2"},
+        {"/with/slash", "3"},
+        {"with\\slash", "4"},
+        {"with%2Fslash", "5"},
+        {"Case", "upper"},
+        {"case", "lower"},
+        {"General/x", "6"},
+        {"key = with [signs]", "7"},
+        {"", "no key"},
+        {"%", "percent"},
+    };
+    IniUserDefaults before(folder / "q.conf");
+    for (const auto& [key, value] : rows)
+        EXPECT_TRUE(before.setValue(key, value)) << key;
+    const IniUserDefaults after(folder / "q.conf");
+    for (const auto& [key, value] : rows) {
+        SCOPED_TRACE(key);
+        EXPECT_EQ(before.value(key), value);
+        EXPECT_EQ(after.value(key), value);
+    }
+}
+
+TEST(IniUserDefaultsTest, ARemovedValueIsGoneAndWhatNeverWasIsNone) {
+    const TemporaryFolder folder;
+    IniUserDefaults defaults(folder / "q.conf");
+    EXPECT_EQ(defaults.value("never"), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(folder / "q.conf")) << "reading makes no file";
+    EXPECT_TRUE(defaults.setValue("group/a", "1"));
+    EXPECT_TRUE(defaults.setValue("group", "2"));
+    EXPECT_TRUE(defaults.removeValue("group"));
+    EXPECT_EQ(defaults.value("group"), std::nullopt);
+    EXPECT_EQ(IniUserDefaults(folder / "q.conf").value("group/a"), "1");
+}
+
+TEST(IniUserDefaultsTest, TwoProcessesSeeEachOthersValues) {
+    const TemporaryFolder folder;
+    IniUserDefaults ours(folder / "q.conf");
+    IniUserDefaults theirs(folder / "q.conf");
+    EXPECT_TRUE(ours.setValue("a", "1"));
+    EXPECT_EQ(theirs.value("a"), "1");
+    EXPECT_TRUE(theirs.setValue("b", "2"));
+    EXPECT_TRUE(ours.setValue("a", "3"));
+    EXPECT_EQ(ours.value("b"), "2");
+    EXPECT_EQ(theirs.value("a"), "3");
+}
+
+TEST(IniUserDefaultsTest, OnlyTheUserCanReadTheFile) {
+    const TemporaryFolder folder;
+    IniUserDefaults defaults(folder / "config/quorvane/q.conf");
+    for (const char* value : {"1", "2"}) {
+        EXPECT_TRUE(defaults.setValue("a", value));
+        EXPECT_EQ(std::filesystem::status(folder / "config/quorvane/q.conf").permissions(),
+                  perms::owner_read | perms::owner_write);
+    }
+    EXPECT_EQ(std::filesystem::status(folder / "config/quorvane").permissions(), perms::owner_all);
+}
+
+TEST(IniUserDefaultsTest, AValueThatCouldNotBeKeptIsReported) {
+    const TemporaryFolder folder;
+    writeFile(folder / "file", "");
+    IniUserDefaults defaults(folder / "file/q.conf");  // no directory can be made here
+    EXPECT_FALSE(defaults.setValue("a", "1"));
+    EXPECT_FALSE(defaults.removeValue("a"));
+}
+
+}  // namespace
+}  // namespace quorvane::platform

@@ -1,0 +1,96 @@
+#include "platform/linux/LinuxSystemLog.h"
+#include "support/TemporaryFolder.h"
+
+#include <array>
+#include <cstring>
+#include <gmock/gmock.h>
+#include <map>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::Contains;
+using testing::Pair;
+
+/// A socket where the journal's would be.
+class Journal {
+public:
+    explicit Journal(const std::filesystem::path& path) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+        EXPECT_EQ(bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    }
+    Journal(const Journal&) = delete;
+    Journal& operator=(const Journal&) = delete;
+    ~Journal() { close(descriptor_); }
+
+    /// The fields of the next message, read as the journal's protocol says; empty if there is none.
+    std::map<std::string, std::string> next() {
+        static std::array<char, 1 << 17> buffer;
+        const auto size = recv(descriptor_, buffer.data(), buffer.size(), MSG_DONTWAIT);
+        std::string_view rest(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
+        std::map<std::string, std::string> fields;
+        while (!rest.empty()) {
+            const auto end = rest.find('\n');
+            const auto head = rest.substr(0, end);
+            rest.remove_prefix(end + 1);
+            if (const auto equals = head.find('='); equals != std::string_view::npos) {
+                fields.emplace(head.substr(0, equals), head.substr(equals + 1));
+                continue;
+            }
+            std::uint64_t length = 0;
+            for (int i = 7; i >= 0; --i)
+                length = length << 8 | static_cast<unsigned char>(rest[static_cast<std::size_t>(i)]);
+            fields.emplace(head, rest.substr(8, length));
+            rest.remove_prefix(8 + length + 1);
+        }
+        return fields;
+    }
+
+private:
+    int descriptor_ = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+};
+
+TEST(LinuxSystemLogTest, TheJournalGetsTheLineWithItsOriginAndSeverity) {
+    const TemporaryFolder folder;
+    Journal journal(folder / "socket");
+    LinuxSystemLog log(folder / "socket");
+    EXPECT_EQ(log.channel().name, "journald");
+    const struct {
+        SystemLogType type;
+        const char* priority;
+    } rows[] = {{SystemLogType::debug, "7"}, {SystemLogType::standard, "6"}, {SystemLogType::error, "3"}};
+    for (const auto& row : rows) {
+        log.write(row.type, "first line\nMESSAGE=not a field\n日志");
+        const auto fields = journal.next();
+        EXPECT_THAT(fields, Contains(Pair("PRIORITY", row.priority)));
+        EXPECT_THAT(fields, Contains(Pair("MESSAGE", "first line\nMESSAGE=not a field\n日志")));
+        EXPECT_THAT(fields, Contains(Pair("SUBSYSTEM", "zelkor.quorvane.main")));
+        EXPECT_THAT(fields, Contains(Pair("CATEGORY", "AppLogger")));
+        EXPECT_THAT(fields, Contains(Pair("SYSLOG_IDENTIFIER", "quorvane")));
+    }
+}
+
+TEST(LinuxSystemLogTest, AHugeLineArrivesShortened) {
+    const TemporaryFolder folder;
+    Journal journal(folder / "socket");
+    LinuxSystemLog log(folder / "socket");
+    log.write(SystemLogType::standard, std::string(10 << 20, 'x'));
+    EXPECT_EQ(journal.next()["MESSAGE"].size(), 48U * 1024);
+}
+
+TEST(LinuxSystemLogTest, WithoutAJournalTheReasonIsKnown) {
+    const TemporaryFolder folder;
+    LinuxSystemLog log(folder / "nothing");
+    log.write(SystemLogType::error, "nobody hears this in a test");
+    const auto channel = log.channel();
+    EXPECT_NE(channel.name, "journald");
+    EXPECT_EQ(channel.isAvailable, channel.reason.empty());
+}
+
+}  // namespace
+}  // namespace quorvane::platform

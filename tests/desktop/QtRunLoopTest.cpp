@@ -1,0 +1,166 @@
+#include "platform/linux/QtRunLoop.h"
+#include "desktop/support/Waiting.h"
+#include "platform/InBackground.h"
+
+#include <atomic>
+#include <gmock/gmock.h>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::Ge;
+using testing::Le;
+
+TEST(QtRunLoopTest, ATimerFiresAgainAndAgainUntilItIsDestroyed) {
+    QtRunLoop runLoop;
+    int fired = 0;
+    const auto start = uptime();
+    auto timer = runLoop.every(0.02s, [&] { ++fired; });
+    EXPECT_EQ(fired, 0);
+    ASSERT_TRUE(waitUntil([&] { return fired == 3; }));
+    EXPECT_GE(uptime() - start, 0.055s);
+    timer.reset();
+    EXPECT_TRUE(staysTrue([&] { return fired == 3; }, 0.1s));
+}
+
+TEST(QtRunLoopTest, ATimerMayDestroyItselfWhileItFires) {
+    QtRunLoop runLoop;
+    std::vector<int> fired;
+    std::unique_ptr<Timer> timer;
+    std::unique_ptr<WorkItem> item;
+    const auto state = std::make_shared<int>(7);
+    timer = runLoop.every(0.01s, [&, state] {
+        timer.reset();
+        fired.push_back(*state);
+    });
+    item = runLoop.after(0.03s, [&, state] {
+        item.reset();
+        fired.push_back(*state + 1);
+    });
+    ASSERT_TRUE(waitUntil([&] { return fired.size() == 2; }));
+    EXPECT_TRUE(staysTrue([&] { return fired.size() == 2; }, 0.1s));
+    EXPECT_THAT(fired, ElementsAre(7, 8));
+    EXPECT_TRUE(waitUntil([&] { return state.use_count() == 1; })) << "nothing of them stays behind";
+}
+
+TEST(QtRunLoopTest, ALateTimerFiresOnce) {
+    QtRunLoop runLoop;
+    int fired = 0;
+    const auto timer = runLoop.every(0.05s, [&] { ++fired; });
+    std::this_thread::sleep_for(0.22s);  // what keeps the loop busy, four intervals long
+    ASSERT_TRUE(waitUntil([&] { return fired > 0; }));
+    EXPECT_EQ(fired, 1);
+}
+
+TEST(QtRunLoopTest, AWorkItemRunsOnceUnlessItIsCancelled) {
+    QtRunLoop runLoop;
+    std::vector<std::string> ran;
+    const auto kept = runLoop.after(0.05s, [&] { ran.push_back("kept"); });
+    const auto atOnce = runLoop.after(0s, [&] { ran.push_back("at once"); });
+    auto cancelled = runLoop.after(0.01s, [&] { ran.push_back("cancelled"); });
+    cancelled.reset();
+    EXPECT_TRUE(ran.empty());
+    ASSERT_TRUE(waitUntil([&] { return ran.size() == 2; }));
+    EXPECT_TRUE(staysTrue([&] { return ran.size() == 2; }, 0.1s));
+    EXPECT_THAT(ran, ElementsAre("at once", "kept"));
+}
+
+TEST(QtRunLoopTest, HandlesMayOutliveTheLoop) {
+    std::unique_ptr<Timer> timer;
+    std::unique_ptr<WorkItem> item;
+    {
+        QtRunLoop runLoop;
+        timer = runLoop.every(1s, [] {});
+        item = runLoop.after(1s, [] {});
+    }
+}
+
+TEST(QtRunLoopTest, PostedWorkRunsLaterOnTheMainThreadInOrder) {
+    QtRunLoop runLoop;
+    std::vector<int> ran;
+    EXPECT_TRUE(runLoop.isMainThread());
+    runLoop.post([&] {
+        runLoop.post([&] { ran.push_back(3); });
+        ran.push_back(1);
+    });
+    runLoop.post([&] { ran.push_back(2); });
+    EXPECT_TRUE(ran.empty());
+    ASSERT_TRUE(waitUntil([&] { return ran.size() == 3; }));
+    std::jthread([&] {
+        EXPECT_FALSE(runLoop.isMainThread());
+        runLoop.post([&] { ran.push_back(runLoop.isMainThread() ? 4 : -4); });
+    });
+    ASSERT_TRUE(waitUntil([&] { return ran.size() == 4; }));
+    EXPECT_THAT(ran, ElementsAre(1, 2, 3, 4));
+}
+
+TEST(QtRunLoopTest, BackgroundWorkHandsItsResultOrItsErrorToTheMainThread) {
+    QtRunLoop runLoop;
+    std::vector<std::string> results;
+    const auto note = [&](std::future<std::string> result) {
+        EXPECT_TRUE(runLoop.isMainThread());
+        try {
+            results.push_back(result.get());
+        } catch (const std::runtime_error& error) {
+            results.push_back(error.what());
+        }
+    };
+    inBackground(
+        runLoop, [&] { return std::string(runLoop.isMainThread() ? "main" : "worker"); }, note);
+    ASSERT_TRUE(waitUntil([&] { return results.size() == 1; }));
+    inBackground(
+        runLoop, []() -> std::string { throw std::runtime_error("failed"); }, note);
+    ASSERT_TRUE(waitUntil([&] { return results.size() == 2; }));
+    EXPECT_THAT(results, ElementsAre("worker", "failed"));
+}
+
+TEST(QtRunLoopTest, OneSlowWorkerDoesNotHoldUpTheOthersAndIsAwaitedAtTheEnd) {
+    std::atomic<bool> isReleased = false;
+    std::atomic<bool> isDone = false;
+    {
+        QtRunLoop runLoop;
+        bool otherRan = false;
+        runLoop.background([&] {
+            isReleased.wait(false);
+            isDone = true;
+        });
+        inBackground(
+            runLoop, [] { return 1; }, [&](std::future<int>) { otherRan = true; });
+        EXPECT_TRUE(waitUntil([&] { return otherRan; }));
+        isReleased = true;
+        isReleased.notify_all();
+    }
+    EXPECT_TRUE(isDone);
+}
+
+TEST(QtRunLoopTest, RunEndsWithTheStatusOfQuit) {
+    QtRunLoop runLoop;
+    const auto item = runLoop.after(0.01s, [&] { runLoop.quit(3); });
+    EXPECT_EQ(runLoop.run(), 3);
+    runLoop.quit(4);
+    EXPECT_EQ(runLoop.run(), 4) << "also when asked before it began";
+}
+
+TEST(QtRunLoopTest, BetweenTimersTheProcessRests) {
+    QtRunLoop runLoop;
+    const auto tick = runLoop.every(10s, [] {});
+    const auto maintenance = runLoop.every(300s, [] {});
+    runLoop.background([] {});
+    (void)wakeUpsDuring(0.05s);
+    EXPECT_THAT(wakeUpsDuring(0.5s), Le(2)) << "the end of the measurement is one";
+}
+
+TEST(QtRunLoopTest, TheClockShowsWholeMicroseconds) {
+    QtRunLoop runLoop;
+    const auto now = runLoop.now();
+    EXPECT_EQ(dateFromMicroseconds(microsecondsSince1970(now)), now);
+    EXPECT_THAT((std::chrono::system_clock::now() - now).count(), AllOf(Ge(0), Le(1)));
+}
+
+}  // namespace
+}  // namespace quorvane::platform
