@@ -29,23 +29,15 @@ struct Cause {
 Cause causeOf(int sqliteCode) {
     switch (sqliteCode & 0xFF) {
     case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        return {Code::busy, "another program keeps the store locked"};
-    case SQLITE_FULL:
-        return {Code::diskFull, "the disk is full"};
-    case SQLITE_CORRUPT:
-        return {Code::damaged, "the file is damaged"};
-    case SQLITE_NOTADB:
-        return {Code::notAStore, "this is not a store"};
-    case SQLITE_READONLY:
-        return {Code::readOnly, "the file is read-only"};
-    case SQLITE_CANTOPEN:
-        return {Code::noPermission, "the file can't be opened"};
+    case SQLITE_LOCKED: return {Code::busy, "another program keeps the store locked"};
+    case SQLITE_FULL: return {Code::diskFull, "the disk is full"};
+    case SQLITE_CORRUPT: return {Code::damaged, "the file is damaged"};
+    case SQLITE_NOTADB: return {Code::notAStore, "this is not a store"};
+    case SQLITE_READONLY: return {Code::readOnly, "the file is read-only"};
+    case SQLITE_CANTOPEN: return {Code::noPermission, "the file can't be opened"};
     case SQLITE_PERM:
-    case SQLITE_AUTH:
-        return {Code::noPermission, "no permission"};
-    default:
-        return {Code::failed, {}};
+    case SQLITE_AUTH: return {Code::noPermission, "no permission"};
+    default: return {Code::failed, {}};
     }
 }
 
@@ -108,9 +100,15 @@ std::string immutableUri(const std::filesystem::path& file) {
 
 }  // namespace
 
-bool Row::isNull(int column) const { return statement_.isColumnNull(column); }
-std::int64_t Row::integer(int column) const { return statement_.getColumn(column).getInt64(); }
-double Row::real(int column) const { return statement_.getColumn(column).getDouble(); }
+bool Row::isNull(int column) const {
+    return statement_.isColumnNull(column);
+}
+std::int64_t Row::integer(int column) const {
+    return statement_.getColumn(column).getInt64();
+}
+double Row::real(int column) const {
+    return statement_.getColumn(column).getDouble();
+}
 std::string_view Row::text(int column) const {
     const auto held = statement_.getColumn(column);
     const char* bytes = held.getText();
@@ -145,7 +143,9 @@ Database::Database(const ModelConfiguration& configuration) : file_(configuratio
     translated([&] { open(configuration); });
 }
 
-Database::~Database() { statements_.clear(); }
+Database::~Database() {
+    statements_.clear();
+}
 
 void Database::open(const ModelConfiguration& configuration) {
     auto state = StoreFile::inspect(configuration);
@@ -159,17 +159,14 @@ void Database::open(const ModelConfiguration& configuration) {
     }
     // The whole path: a relative one may spell a name that SQLite reads in its own way, such as ":memory:".
     const auto path = std::filesystem::absolute(file_);
-    if (configuration.allowsSave || StoreFile::isWritable(file_)) {
-        // A connection that only reads is able to write, too, so that the last one out takes the log away with it.
-        database_ = std::make_unique<SQLite::Database>(path.string(), SQLite::OPEN_READWRITE, busyTimeoutMilliseconds);
-        if (!configuration.allowsSave) execute("PRAGMA query_only = ON");
-    } else if (StoreFile::isFolderWritable(file_) || StoreFile::hasPendingLog(file_)) {
-        database_ = std::make_unique<SQLite::Database>(path.string(), SQLite::OPEN_READONLY, busyTimeoutMilliseconds);
-    } else {
+    std::string name = path.string();
+    int flags = SQLite::OPEN_NOMUTEX | (configuration.allowsSave ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY);
+    if (!configuration.allowsSave && !StoreFile::isFolderWritable(file_) && !StoreFile::hasPendingLog(file_)) {
         // Where no lock file can be made nobody writes either: read the file as it stands.
-        database_ = std::make_unique<SQLite::Database>(immutableUri(path), SQLite::OPEN_READONLY | SQLite::OPEN_URI,
-                                                       busyTimeoutMilliseconds);
+        name = immutableUri(path);
+        flags |= SQLite::OPEN_URI;
     }
+    database_ = std::make_unique<SQLite::Database>(name, flags, busyTimeoutMilliseconds);
     if (state != StoreFile::State::store)
         inTransaction([this] { execute(fmt::format("PRAGMA application_id = {}", Schema::applicationId)); });
     configure(configuration.allowsSave);
@@ -229,7 +226,9 @@ void Database::query(const std::string& sql, const std::vector<SqlValue>& parame
     });
 }
 
-std::int64_t Database::lastInsertedRow() const { return database_->getLastInsertRowid(); }
+std::int64_t Database::lastInsertedRow() const {
+    return database_->getLastInsertRowid();
+}
 
 void Database::inTransaction(const std::function<void()>& work) {
     execute("BEGIN IMMEDIATE");

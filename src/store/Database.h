@@ -33,11 +33,11 @@ private:
     SQLite::Statement& statement_;
 };
 
-/// One connection to a store file, with the schema in place. Every operation throws `StoreError`.
+/// One connection to a store file, with the schema in place, for one thread. Every operation throws `StoreError`.
 class Database {
 public:
-    /// Opens the file; where saving is allowed, makes it if it is missing, and adds the columns that an older one lacks.
-    /// A file that is no store, not ours, newer, damaged or read-only is refused and stays as it is.
+    /// Opens the file; where saving is allowed, makes it if it is missing, and adds the columns that an older one
+    /// lacks. A file that is no store, not ours, newer, damaged or read-only is refused and stays as it is.
     explicit Database(const ModelConfiguration& configuration);
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -47,7 +47,8 @@ public:
     int execute(const std::string& sql, const std::vector<SqlValue>& parameters = {});
 
     /// Calls `visit` for each result row until it returns false.
-    void query(const std::string& sql, const std::vector<SqlValue>& parameters, const std::function<bool(const Row&)>& visit);
+    void query(const std::string& sql, const std::vector<SqlValue>& parameters,
+               const std::function<bool(const Row&)>& visit);
 
     [[nodiscard]] std::int64_t lastInsertedRow() const;
 

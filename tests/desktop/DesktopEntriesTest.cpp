@@ -136,20 +136,18 @@ TEST_F(DesktopEntriesTest, AnImportantDirectoryHidesAndRemovesWhatIsBelow) {
 }
 
 TEST_F(DesktopEntriesTest, WhatIsInstalledAndRemovedLaterCounts) {
-    EXPECT_EQ(idOf({.wmClass = "late"}), "none");
+    const auto knows = [&](const char* name) { return entries.find({.wmClass = name}) != nullptr; };
     std::filesystem::create_directories(folder / "user");
-    install("first", "Name=First\n");
+    install("early", "Name=Early\n");
+    ASSERT_TRUE(knows("early"));
     install("late", "Name=Late\n");
-    // Neither data directory existed when the index was made, so nothing could be watched.
-    DesktopEntries later({folder / "user", folder / "system"});
-    const auto knows = [&](const char* name) { return later.find({.wmClass = name}) != nullptr; };
-    EXPECT_TRUE(knows("late"));
-    install("another", "Name=Another\n");
-    EXPECT_TRUE(waitUntil([&] { return knows("another"); }));
+    EXPECT_TRUE(waitUntil([&] { return knows("late"); }));
+    install("below/late", "Name=Later\nStartupWMClass=Below\n");
+    EXPECT_TRUE(waitUntil([&] { return knows("Below"); }));
     install("mine", "Name=Mine\n", "user");
     EXPECT_TRUE(waitUntil([&] { return knows("mine"); })) << "its directory has only now been made";
-    std::filesystem::remove(folder / "system/applications/late.desktop");
-    EXPECT_TRUE(waitUntil([&] { return !knows("late"); }));
+    std::filesystem::remove(folder / "system/applications/early.desktop");
+    EXPECT_TRUE(waitUntil([&] { return !knows("early"); }));
 }
 
 TEST_F(DesktopEntriesTest, AProcessIsRecognisedByItsLauncherOrItsProgram) {

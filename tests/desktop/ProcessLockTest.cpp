@@ -42,7 +42,6 @@ TEST(ProcessLockTest, ProgramsThatTheHolderStartsDoNotHoldIt) {
     {
         const auto lock = ProcessLock::tryAcquire(path, "quorvane");
         ASSERT_TRUE(std::holds_alternative<ProcessLock>(lock));
-        child.emplace(std::vector<std::string>{"sh", "-c", "echo ready >&{ready}; sleep 60"});
         child.emplace(std::vector<std::string>{"sh", "-c", "eval \"echo ready >&$0\"; sleep 60", "{ready}"});
         ASSERT_EQ(child->readyLine(), "ready");
     }

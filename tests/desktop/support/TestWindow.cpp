@@ -67,6 +67,13 @@ void TestWindow::setClass(const std::string& instance, const std::string& wmClas
     setText("WM_CLASS", "STRING", instance + '\0' + wmClass + '\0');
 }
 
+void TestWindow::grabPointer() {
+    const auto cookie = xcb_grab_pointer(connection_, 0, window_, XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
+                                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+    const auto reply = owned(xcb_grab_pointer_reply(connection_, cookie, nullptr));
+    if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) throw std::runtime_error("the pointer is not granted");
+}
+
 void TestWindow::destroy() {
     xcb_destroy_window(connection_, window_);
     xcb_flush(connection_);

@@ -33,6 +33,9 @@ public:
     void setTitle(const std::string& title);
     void setClass(const std::string& instance, const std::string& wmClass);
 
+    /// Takes the pointer for itself, as an open menu does.
+    void grabPointer();
+
     /// The window goes and its application stays.
     void destroy();
 
