@@ -86,7 +86,8 @@ std::shared_ptr<ActivityRecord> makeActivityRecord(const CloudRecord& cloudRecor
     return record;
 }
 
-void applyCloudRecord(ActivityRecord& record, const CloudRecord& cloudRecord, ModelContext* context, ConsoleSink& console) {
+void applyCloudRecord(ActivityRecord& record, const CloudRecord& cloudRecord, ModelContext* context,
+                      ConsoleSink& console) {
     const auto updatedAt = cloudRecord.get<Date>("updatedAt");
     if (!updatedAt || *updatedAt <= record.updatedAt()) return;
     record.startTime = cloudRecord.get<Date>("startTime").value_or(record.startTime());

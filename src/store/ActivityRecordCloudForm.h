@@ -20,7 +20,8 @@ class ModelContext;
 
 /// Takes over the cloud form if it is strictly newer than the record; the newer one wins as a whole. A newer form
 /// without an end opens the record again; none without a project takes its project away.
-void applyCloudRecord(ActivityRecord& record, const CloudRecord& cloudRecord, ModelContext* context, ConsoleSink& console);
+void applyCloudRecord(ActivityRecord& record, const CloudRecord& cloudRecord, ModelContext* context,
+                      ConsoleSink& console);
 
 /// The project with that id, or a placeholder that is saved at once. None if the store fails; the console says why.
 [[nodiscard]] std::shared_ptr<Project> findOrCreateProject(const Uuid& id, ModelContext& context, ConsoleSink& console);

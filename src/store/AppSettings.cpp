@@ -28,16 +28,11 @@ const EntityDescription& AppSettings::description() {
     static const EntityDescription description{
         .name = "AppSettings",
         .table = "app_settings",
-        .attributes = {attribute<&S::id>("id"),
-                       attribute<&S::onlyTrackWorkHours>("only_track_work_hours"),
-                       attribute<&S::workDays>("work_days"),
-                       attribute<&S::workStartHour>("work_start_hour"),
-                       attribute<&S::workStartMinute>("work_start_minute"),
-                       attribute<&S::workEndHour>("work_end_hour"),
-                       attribute<&S::workEndMinute>("work_end_minute"),
-                       attribute<&S::createdAt>("created_at"),
-                       attribute<&S::updatedAt>("updated_at"),
-                       attribute<&S::preferredLanguage>("preferred_language"),
+        .attributes = {attribute<&S::id>("id"), attribute<&S::onlyTrackWorkHours>("only_track_work_hours"),
+                       attribute<&S::workDays>("work_days"), attribute<&S::workStartHour>("work_start_hour"),
+                       attribute<&S::workStartMinute>("work_start_minute"), attribute<&S::workEndHour>("work_end_hour"),
+                       attribute<&S::workEndMinute>("work_end_minute"), attribute<&S::createdAt>("created_at"),
+                       attribute<&S::updatedAt>("updated_at"), attribute<&S::preferredLanguage>("preferred_language"),
                        attribute<&S::enableIdleDetection>("enable_idle_detection"),
                        attribute<&S::idleThresholdMinutes>("idle_threshold_minutes"),
                        attribute<&S::hideDockIcon>("hide_dock_icon")},
@@ -55,7 +50,9 @@ std::vector<std::int64_t> AppSettings::workDayList() const {
 
 void AppSettings::setWorkDayList(const std::vector<std::int64_t>& days) {
     std::vector<std::string> pieces;
-    for (const std::int64_t day : days) pieces.push_back(std::to_string(day));
+    pieces.reserve(days.size());
+    for (const std::int64_t day : days)
+        pieces.push_back(std::to_string(day));
     workDays = text::joined(pieces, ",");
 }
 
@@ -66,7 +63,8 @@ bool AppSettings::isWithinWorkHours(Date date, const Calendar& calendar) const {
     const auto days = workDayList();
     if (std::find(days.begin(), days.end(), day) == days.end()) return false;
     const auto minutes = [](std::int64_t hour, std::int64_t minute) {
-        return static_cast<double>(hour) * 60 + static_cast<double>(minute);  // stored numbers may be absurd: no overflow
+        return static_cast<double>(hour) * 60 +
+               static_cast<double>(minute);  // stored numbers may be absurd: no overflow
     };
     const double current = minutes(at.hour, at.minute);
     return current >= minutes(workStartHour(), workStartMinute()) && current <= minutes(workEndHour(), workEndMinute());

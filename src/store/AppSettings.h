@@ -36,9 +36,9 @@ public:
     /// Stores the numbers joined by ",". `updatedAt` stays.
     void setWorkDayList(const std::vector<std::int64_t>& days);
 
-    /// Does tracking run at that moment? The days are counted from the calendar's own first weekday: the same list means
-    /// other days where weeks begin on Monday. Both ends of the hours belong to them, to the minute; hours that end
-    /// before they start hold at no time.
+    /// Does tracking run at that moment? The days are counted from the calendar's own first weekday: the same list
+    /// means other days where weeks begin on Monday. Both ends of the hours belong to them, to the minute; hours that
+    /// end before they start hold at no time.
     [[nodiscard]] bool isWithinWorkHours(Date date, const Calendar& calendar = Calendar::current()) const;
 };
 

@@ -13,7 +13,8 @@ namespace quorvane {
 class Autosave {
 public:
     /// `failed` hears of saves that did not succeed.
-    Autosave(platform::RunLoop& runLoop, ModelContext& context, Seconds delay, std::function<void(const StoreError&)> failed);
+    Autosave(platform::RunLoop& runLoop, ModelContext& context, Seconds delay,
+             std::function<void(const StoreError&)> failed);
 
 private:
     void save();

@@ -16,7 +16,9 @@ using Records = std::vector<std::shared_ptr<R>>;
 constexpr Seconds untouchedBySmartMerge = 300s;
 constexpr double secondsSavedPerShortRecord = 15.0;  // an estimate for the log
 
-std::string nameOf(const R& record, const char* missing = "未知应用") { return record.appName().value_or(missing); }
+std::string nameOf(const R& record, const char* missing = "未知应用") {
+    return record.appName().value_or(missing);
+}
 
 /// Visits what a pass looks at, by start. The open records from before the cut-off come from an index of their own;
 /// asked for in one condition with the others they would have the database walk the history.

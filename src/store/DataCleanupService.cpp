@@ -5,7 +5,9 @@ namespace quorvane {
 DataCleanupService::DataCleanupService(ModelContext& modelContext, platform::RunLoop& runLoop, ConsoleSink& console)
     : modelContext_(modelContext.weak()), runLoop_(runLoop), console_(console) {}
 
-DataCleanupService::~DataCleanupService() { console_.line("DataCleanupService: deinit - 清理资源"); }
+DataCleanupService::~DataCleanupService() {
+    console_.line("DataCleanupService: deinit - 清理资源");
+}
 
 void DataCleanupService::performBackgroundCleanup() {
     if (isCleanupRunning_) return console_.line("DataCleanupService: 已有清理任务运行中，跳过本次触发");
@@ -35,7 +37,9 @@ void DataCleanupService::performSynchronousCleanup() {
     isCleanupRunning_ = false;
 }
 
-void DataCleanupService::endAllActiveRecords() { run(DataCleanupPasses::endingOfActiveRecords); }
+void DataCleanupService::endAllActiveRecords() {
+    run(DataCleanupPasses::endingOfActiveRecords);
+}
 
 /// Runs the pass here, or later on the main thread when this is another one.
 void DataCleanupService::run(const DataCleanupPasses::Pass& pass, std::optional<Date> cutoff) {

@@ -157,20 +157,13 @@ void Database::open(const ModelConfiguration& configuration) {
         // The log and the lock file that SQLite makes beside the file take over its permissions.
         if (state == StoreFile::State::missing) StoreFile::make(file_);
     }
-    // The whole path: a relative one may spell a name that SQLite reads in its own way, such as ":memory:".
-    const auto path = std::filesystem::absolute(file_);
-    std::string name = path.string();
-    int flags = SQLite::OPEN_NOMUTEX | (configuration.allowsSave ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY);
-    if (!configuration.allowsSave && !StoreFile::isFolderWritable(file_) && !StoreFile::hasPendingLog(file_)) {
-        // Where no lock file can be made nobody writes either: read the file as it stands.
-        name = immutableUri(path);
-        flags |= SQLite::OPEN_URI;
-    }
-    database_ = std::make_unique<SQLite::Database>(name, flags, busyTimeoutMilliseconds);
-    if (state != StoreFile::State::store)
+    connect(configuration.allowsSave);
+    // Before all else, so that a new file is known as ours wherever a kill interrupts its making. The file is asked
+    // once more: opening it may have undone what was interrupted.
+    if (configuration.allowsSave && Schema::storedApplicationId(*this) != Schema::applicationId)
         inTransaction([this] { execute(fmt::format("PRAGMA application_id = {}", Schema::applicationId)); });
     configure(configuration.allowsSave);
-    if (Schema::isNewer(*this))
+    if (Schema::storedUserVersion(*this) > Schema::userVersion)
         throw StoreError(Code::newer,
                          fmt::format("{}: a newer version of the program wrote this store", file_.string()));
     if (Schema::isComplete(*this)) return;
@@ -181,10 +174,25 @@ void Database::open(const ModelConfiguration& configuration) {
     Schema::ensure(*this);
 }
 
+void Database::connect(bool allowsSave) {
+    // The whole path: a relative one may spell a name that SQLite reads in its own way, such as ":memory:".
+    const auto path = std::filesystem::absolute(file_);
+    std::string name = path.string();
+    // A connection that only reads may be able to write, too: then the last one out takes the log away with it.
+    const bool canWrite = allowsSave || StoreFile::isWritable(file_);
+    int flags = SQLite::OPEN_NOMUTEX | (canWrite ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY);
+    if (!allowsSave && !StoreFile::isFolderWritable(file_) && !StoreFile::hasPendingLog(file_)) {
+        // Where no lock file can be made nobody writes either: read the file as it stands.
+        name = immutableUri(path);
+        flags |= SQLite::OPEN_URI;
+    }
+    database_ = std::make_unique<SQLite::Database>(name, flags, busyTimeoutMilliseconds);
+}
+
 void Database::configure(bool allowsSave) {
     // The log lets the companion command read while the application writes; NORMAL is safe against every crash of the
     // program, and against a power cut it may lose the newest seconds but never the file.
-    if (allowsSave) execute("PRAGMA journal_mode = WAL");
+    execute(allowsSave ? "PRAGMA journal_mode = WAL" : "PRAGMA query_only = ON");
     execute("PRAGMA synchronous = NORMAL");
     execute("PRAGMA foreign_keys = ON");
     execute("PRAGMA temp_store = MEMORY");

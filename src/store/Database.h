@@ -65,6 +65,7 @@ private:
     template <class Work>
     auto translated(Work work) const;
     void open(const ModelConfiguration& configuration);
+    void connect(bool allowsSave);
     void configure(bool allowsSave);
     std::shared_ptr<SQLite::Statement> prepared(const std::string& sql);
 

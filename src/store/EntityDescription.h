@@ -82,22 +82,22 @@ struct KindOf<Reference<E>> {
 
 /// The description of one member: `attribute<&ActivityRecord::startTime>("start_time")`.
 template <auto member>
-AttributeDescription attribute(std::string name) {
+AttributeDescription attribute(const char* name) {
     using Owner = typename detail::MemberPointer<decltype(member)>::Owner;
     using Kind = detail::KindOf<typename detail::MemberPointer<decltype(member)>::Member>;
-    return {.name = std::move(name),
-            .kind = Kind::kind,
-            .isOptional = Kind::isOptional,
-            .target = Kind::target,
-            .get = [](const Entity& entity) { return AttributeAccess::value(static_cast<const Owner&>(entity).*member); },
-            .set = [](Entity& entity, const SqlValue& value) {
-                AttributeAccess::load(static_cast<Owner&>(entity).*member, value);
-            },
-            .address = [](const Entity& entity) -> const void* { return &(static_cast<const Owner&>(entity).*member); },
-            .reference = [](Entity& entity) -> ReferenceBase* {
-                if constexpr (Kind::isReference) return &(static_cast<Owner&>(entity).*member);
-                return nullptr;
-            }};
+    return {
+        .name = name,
+        .kind = Kind::kind,
+        .isOptional = Kind::isOptional,
+        .target = Kind::target,
+        .get = [](const Entity& entity) { return AttributeAccess::value(static_cast<const Owner&>(entity).*member); },
+        .set = [](Entity& entity,
+                  const SqlValue& value) { AttributeAccess::load(static_cast<Owner&>(entity).*member, value); },
+        .address = [](const Entity& entity) -> const void* { return &(static_cast<const Owner&>(entity).*member); },
+        .reference = [](Entity& entity) -> ReferenceBase* {
+            if constexpr (Kind::isReference) return &(static_cast<Owner&>(entity).*member);
+            return nullptr;
+        }};
 }
 
 /// The description of an attribute that is known by its member: `attributeOf(&ActivityRecord::startTime)`.

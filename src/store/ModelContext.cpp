@@ -221,6 +221,7 @@ void ModelContext::scanAny(const EntityDescription& description, const Predicate
                            const std::vector<SortOrder>& sort, std::optional<std::size_t> limit,
                            const std::vector<std::string>& attributes, const std::function<bool(const Row&)>& visit) {
     std::vector<std::string> columns;
+    columns.reserve(attributes.size());
     for (const std::string& name : attributes)
         columns.push_back(name == keyColumn ? name : description.attribute(name)->column());
     const auto [sql, parameters] = selection(text::joined(columns, ", "), description, predicate, sort, limit);

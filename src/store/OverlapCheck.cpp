@@ -9,7 +9,9 @@ namespace {
 using OverlapGroups::Resolution;
 using Records = std::vector<std::shared_ptr<ActivityRecord>>;
 
-std::string nameOf(const ActivityRecord& record) { return record.appName().value_or("未知"); }
+std::string nameOf(const ActivityRecord& record) {
+    return record.appName().value_or("未知");
+}
 
 /// Removes the short records of the group and returns the rest in its order.
 Records withoutShort(ModelContext& context, ConsoleSink& console, const OverlapGroup& group, Date now) {
@@ -33,17 +35,14 @@ void resolvePair(ModelContext& context, ConsoleSink& console, const std::shared_
         context.remove(record);
     };
     switch (OverlapGroups::resolve(RecordSpans::spanOf(*first), RecordSpans::spanOf(*second), now)) {
-    case Resolution::none:
-        return;
+    case Resolution::none: return;
     case Resolution::endFirst:
         first->endTime = second->startTime();
         first->updatedAt = now;
         console.line("OverlapDetectionService: 调整 {} 结束时间到 {}", nameOf(*first), describe(second->startTime()));
         return;
-    case Resolution::removeFirst:
-        return remove(first);
-    case Resolution::removeSecond:
-        return remove(second);
+    case Resolution::removeFirst: return remove(first);
+    case Resolution::removeSecond: return remove(second);
     }
 }
 

@@ -49,7 +49,9 @@ std::vector<OverlapGroup> regrouped(const OverlapGroup& group, Date now) {
     return groups;
 }
 
-bool isShort(Seconds duration) { return duration < shortDuration; }
+bool isShort(Seconds duration) {
+    return duration < shortDuration;
+}
 
 Resolution resolve(const RecordSpan& first, const RecordSpan& second, Date now) {
     const Seconds overlap = first.endOr(now) - second.start;

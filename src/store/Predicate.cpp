@@ -7,36 +7,24 @@ namespace {
 
 constexpr std::string_view symbol(Comparison comparison) {
     switch (comparison) {
-    case Comparison::equal:
-        return "=";
-    case Comparison::notEqual:
-        return "IS NOT";
-    case Comparison::less:
-        return "<";
-    case Comparison::lessOrEqual:
-        return "<=";
-    case Comparison::greater:
-        return ">";
-    case Comparison::greaterOrEqual:
-        return ">=";
+    case Comparison::equal: return "=";
+    case Comparison::notEqual: return "IS NOT";
+    case Comparison::less: return "<";
+    case Comparison::lessOrEqual: return "<=";
+    case Comparison::greater: return ">";
+    case Comparison::greaterOrEqual: return ">=";
     }
     return "=";
 }
 
 bool holds(Comparison comparison, int order) {
     switch (comparison) {
-    case Comparison::equal:
-        return order == 0;
-    case Comparison::notEqual:
-        return order != 0;
-    case Comparison::less:
-        return order < 0;
-    case Comparison::lessOrEqual:
-        return order <= 0;
-    case Comparison::greater:
-        return order > 0;
-    case Comparison::greaterOrEqual:
-        return order >= 0;
+    case Comparison::equal: return order == 0;
+    case Comparison::notEqual: return order != 0;
+    case Comparison::less: return order < 0;
+    case Comparison::lessOrEqual: return order <= 0;
+    case Comparison::greater: return order > 0;
+    case Comparison::greaterOrEqual: return order >= 0;
     }
     return false;
 }

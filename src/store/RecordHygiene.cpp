@@ -14,7 +14,9 @@ constexpr Seconds shortestMergeable = 30s;
 constexpr Seconds widestMergedGap = 30s;
 constexpr Seconds shortDuration = 20s;
 
-Seconds durationOf(const RecordSpan& ended) { return *ended.end - ended.start; }
+Seconds durationOf(const RecordSpan& ended) {
+    return *ended.end - ended.start;
+}
 
 bool areMergeable(const AdjacentMerges::Merge& pair) {
     return durationOf(pair.first) >= shortestMergeable && durationOf(pair.second) >= shortestMergeable &&
@@ -28,7 +30,9 @@ Date windowOf(Date start) {
 
 }  // namespace
 
-bool isAbnormal(const RecordSpan& span, Date now) { return span.duration(now) / 1h > longestHours; }
+bool isAbnormal(const RecordSpan& span, Date now) {
+    return span.duration(now) / 1h > longestHours;
+}
 
 std::optional<Date> endOfForgotten(Date start, Date now) {
     if (now - start <= longestOpen) return std::nullopt;
@@ -62,7 +66,9 @@ std::vector<AdjacentMerges::Merge> AdjacentMerges::found() const {
     return all;
 }
 
-const RecordSpan& TimeWindow::longest() const { return *std::ranges::max_element(records, {}, durationOf); }
+const RecordSpan& TimeWindow::longest() const {
+    return *std::ranges::max_element(records, {}, durationOf);
+}
 
 std::vector<RecordSpan> TimeWindow::shortOnes() const {
     std::vector<RecordSpan> found;

@@ -42,11 +42,12 @@ std::size_t beforeLastStart(const std::vector<RecordSpan>& spans) {
 
 }  // namespace
 
-std::vector<SortOrder> order() { return {ascending(&ActivityRecord::startTime), ascending(&ActivityRecord::id)}; }
+std::vector<SortOrder> order() {
+    return {ascending(&ActivityRecord::startTime), ascending(&ActivityRecord::id)};
+}
 
 std::vector<RecordSpan> read(ModelContext& context, const Query& query, std::size_t limit) {
-    // An order by identifier, too, would have the database sort what an index gives it in the right order but for a
-    // few.
+    // Sorted by identifier as well below: the database would sort all of what an index hands it nearly in order.
     FetchDescriptor<ActivityRecord> descriptor{
         .predicate = query.predicate, .sort = {ascending(&ActivityRecord::startTime)}, .limit = limit};
     if (query.from) descriptor.predicate = field(&ActivityRecord::startTime) >= *query.from && query.predicate;

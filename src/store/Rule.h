@@ -17,7 +17,7 @@ public:
     [[nodiscard]] const EntityDescription& entityDescription() const override { return description(); }
 
     Attribute<Uuid> id{*this, Uuid::random()};
-    Attribute<std::string> name{*this};  ///< shown, and written into the source of a record that matched
+    Attribute<std::string> name{*this};            ///< shown, and written into the source of a record that matched
     Attribute<std::int64_t> priority{*this, 100};  ///< smaller runs first
     Attribute<bool> isEnabled{*this, true};
     Attribute<std::string> type{*this, "and"};  ///< "or" in any case: one condition suffices; else all must hold

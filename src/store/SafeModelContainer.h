@@ -14,14 +14,15 @@ struct Environment {
     std::filesystem::path file;  ///< of the store
     AppLogger* logger = nullptr;
     std::function<std::shared_ptr<ModelContainer>(const ModelConfiguration&)> open;  ///< throws `StoreError`
-    std::function<void(const std::string& message)> fatal;  ///< has to end the process
+    std::function<void(const std::string& message)> fatal;                           ///< has to end the process
 };
 
 /// Sets the environment; to be called once, before the first `sharedContainer()`.
 void configure(Environment environment);
 
 /// The shared container. The first call opens it: with the cloud, else without, else in the plainest way. When nothing
-/// opens, the process ends with a message that says what to do; no attempt changes or removes anything. From any thread.
+/// opens, the process ends with a message that says what to do; no attempt changes or removes anything. From any
+/// thread.
 [[nodiscard]] ModelContainer& sharedContainer();
 
 /// Drops the shared container and its environment, for the end of a test.

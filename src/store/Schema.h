@@ -22,8 +22,9 @@ inline constexpr std::int32_t userVersion = 1;
 /// Makes what is missing: tables, columns of an older file with their defaults, indexes. In one transaction.
 void ensure(Database& database);
 
-/// Was the file written by a newer program?
-[[nodiscard]] bool isNewer(Database& database);
+/// The two numbers as the file has them.
+[[nodiscard]] std::int64_t storedApplicationId(Database& database);
+[[nodiscard]] std::int64_t storedUserVersion(Database& database);
 
 /// Does the file already hold all of it?
 [[nodiscard]] bool isComplete(Database& database);

@@ -19,7 +19,8 @@ using SqlValue = std::variant<std::monostate, std::int64_t, double, std::string,
     return std::holds_alternative<std::monostate>(value);
 }
 
-/// Below, equal to or above zero, as the database orders the two: nothing, then numbers by size, text and blobs by bytes.
+/// Below, equal to or above zero, as the database orders the two: nothing, then numbers by size, text and blobs by
+/// bytes.
 [[nodiscard]] int compare(const SqlValue& a, const SqlValue& b);
 
 }  // namespace quorvane

@@ -5,7 +5,8 @@
 
 namespace quorvane {
 
-/// Why the store could not be opened, read or written. `what()` is one line for people that names the file and the cause.
+/// Why the store could not be opened, read or written. `what()` is one line for people that names the file and the
+/// cause.
 class StoreError : public std::runtime_error {
 public:
     enum class Code {
@@ -19,7 +20,7 @@ public:
         damaged,       ///< cut short or overwritten
         busy,          ///< another program keeps it locked
         diskFull,
-        failed,        ///< anything else that the database reports
+        failed,  ///< anything else that the database reports
     };
 
     StoreError(Code code, const std::string& message) : std::runtime_error(message), code_(code) {}

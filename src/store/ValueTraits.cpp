@@ -19,7 +19,9 @@ Uuid ValueTraits<Uuid>::fromSql(const SqlValue& value) {
     return Uuid(bytes);
 }
 
-SqlValue ValueTraits<Date>::toSql(Date value) { return microsecondsSince1970(value); }
+SqlValue ValueTraits<Date>::toSql(Date value) {
+    return microsecondsSince1970(value);
+}
 
 Date ValueTraits<Date>::fromSql(const SqlValue& value) {
     return dateFromMicroseconds(ValueTraits<std::int64_t>::fromSql(value));
@@ -46,7 +48,9 @@ std::int64_t ValueTraits<std::int64_t>::fromSql(const SqlValue& value) {
     return integer ? *integer : 0;
 }
 
-bool ValueTraits<bool>::fromSql(const SqlValue& value) { return ValueTraits<std::int64_t>::fromSql(value) != 0; }
+bool ValueTraits<bool>::fromSql(const SqlValue& value) {
+    return ValueTraits<std::int64_t>::fromSql(value) != 0;
+}
 
 SqlValue ValueTraits<std::vector<Uuid>>::toSql(const std::vector<Uuid>& value) {
     Json list = Json::array();
