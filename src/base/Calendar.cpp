@@ -11,11 +11,17 @@
 namespace quorvane {
 namespace {
 
-UDate toIcu(Date date) { return secondsSince1970(date) * 1000.0; }
+UDate toIcu(Date date) {
+    return secondsSince1970(date) * 1000.0;
+}
 
-Date fromIcu(UDate date) { return dateFromSecondsSince1970(date / 1000.0); }
+Date fromIcu(UDate date) {
+    return dateFromSecondsSince1970(date / 1000.0);
+}
 
-icu::Locale localeFrom(const std::string& name) { return icu::Locale::createCanonical(name.c_str()); }
+icu::Locale localeFrom(const std::string& name) {
+    return icu::Locale::createCanonical(name.c_str());
+}
 
 std::string nameOf(const icu::TimeZone& zone) {
     icu::UnicodeString name;
@@ -91,15 +97,23 @@ Calendar::Calendar(const std::string& locale, const std::string& zone) {
 
 Calendar::Calendar(const Calendar& other)
     : impl_(std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(other.impl_->calendar->clone()))) {}
-Calendar& Calendar::operator=(const Calendar& other) { return *this = Calendar(other); }
+Calendar& Calendar::operator=(const Calendar& other) {
+    return *this = Calendar(other);
+}
 Calendar::Calendar(Calendar&&) noexcept = default;
 Calendar& Calendar::operator=(Calendar&&) noexcept = default;
 Calendar::~Calendar() = default;
 
 std::string dateLocale() {
-    for (const char* name : {"LC_ALL", "LC_TIME", "LANG"})
-        if (const char* value = std::getenv(name); value != nullptr && *value != '\0') return value;
-    return "C";
+    std::string locale = "C";
+    for (const char* name : {"LC_ALL", "LC_TIME", "LANG"}) {
+        if (const char* value = std::getenv(name); value != nullptr && *value != '\0') {
+            locale = value;
+            break;
+        }
+    }
+    // ICU does not know the C locale by its name and would begin its weeks on Monday.
+    return locale == "C" || locale == "POSIX" || locale.starts_with("C.") ? "en_US_POSIX" : locale;
 }
 
 std::string currentZone() {
@@ -110,7 +124,9 @@ std::string currentZone() {
     return nameOf(*zone);
 }
 
-Calendar Calendar::current() { return {dateLocale(), currentZone()}; }
+Calendar Calendar::current() {
+    return {dateLocale(), currentZone()};
+}
 
 Calendar Calendar::mondayFirst(const Calendar& other) {
     auto calendar = other.impl_->gregorian();
@@ -183,17 +199,25 @@ DateInterval Calendar::month(Date date) const {
     return {startOfDay(noon), startOfDay(addingMonths(1, noon))};
 }
 
-bool Calendar::isSameDay(Date a, Date b) const { return startOfDay(a) == startOfDay(b); }
+bool Calendar::isSameDay(Date a, Date b) const {
+    return startOfDay(a) == startOfDay(b);
+}
 
-Date Calendar::addingDays(int days, Date date) const { return impl_->adding(UCAL_DATE, days, date); }
+Date Calendar::addingDays(int days, Date date) const {
+    return impl_->adding(UCAL_DATE, days, date);
+}
 
-Date Calendar::addingMonths(int months, Date date) const { return impl_->adding(UCAL_MONTH, months, date); }
+Date Calendar::addingMonths(int months, Date date) const {
+    return impl_->adding(UCAL_MONTH, months, date);
+}
 
 std::string Calendar::localeName() const {
     UErrorCode error = U_ZERO_ERROR;
     return impl_->calendar->getLocale(ULOC_VALID_LOCALE, error).getName();
 }
 
-std::string Calendar::zoneName() const { return nameOf(impl_->calendar->getTimeZone()); }
+std::string Calendar::zoneName() const {
+    return nameOf(impl_->calendar->getTimeZone());
+}
 
 }  // namespace quorvane

@@ -72,7 +72,8 @@ private:
     std::unique_ptr<Impl> impl_;
 };
 
-/// The user's locale for dates: the first set of LC_ALL, LC_TIME, LANG; "C" when none is.
+/// The user's locale for dates: the first set of LC_ALL, LC_TIME, LANG. "en_US_POSIX" stands for the C locale, and for
+/// none.
 [[nodiscard]] std::string dateLocale();
 
 /// The user's time zone, looked up anew: TZ, else the system's. From any thread.

@@ -25,9 +25,13 @@ struct DateInterval {
 inline constexpr Date distantPast{Seconds{-62135596800.0}};
 
 /// Seconds since 1970, with fraction.
-[[nodiscard]] constexpr double secondsSince1970(Date date) { return date.time_since_epoch().count(); }
+[[nodiscard]] constexpr double secondsSince1970(Date date) {
+    return date.time_since_epoch().count();
+}
 
-[[nodiscard]] constexpr Date dateFromSecondsSince1970(double seconds) { return Date{Seconds{seconds}}; }
+[[nodiscard]] constexpr Date dateFromSecondsSince1970(double seconds) {
+    return Date{Seconds{seconds}};
+}
 
 /// Whole microseconds since 1970, rounded to nearest: the precision of the store and of JSON. Out of range: clamped.
 [[nodiscard]] std::int64_t microsecondsSince1970(Date date);

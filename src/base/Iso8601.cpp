@@ -9,8 +9,8 @@ namespace {
 
 using Days = std::chrono::sys_days;
 
-constexpr std::int64_t firstMicrosecond = -62135596800'000000;   // 0001-01-01T00:00:00Z
-constexpr std::int64_t lastMicrosecond = 253402300799'999999;    // 9999-12-31T23:59:59.999999Z
+constexpr std::int64_t firstMicrosecond = -62135596800'000000;  // 0001-01-01T00:00:00Z
+constexpr std::int64_t lastMicrosecond = 253402300799'999999;   // 9999-12-31T23:59:59.999999Z
 
 void appendDigits(std::string& out, std::int64_t number, int width) {
     char digits[20];
@@ -80,7 +80,8 @@ public:
         if (end == 0) failed_ = true;
         double value = 0;
         double place = 0.1;
-        for (std::size_t i = 0; i < end; ++i, place /= 10) value += (rest_[i] - '0') * place;
+        for (std::size_t i = 0; i < end; ++i, place /= 10)
+            value += (rest_[i] - '0') * place;
         rest_.remove_prefix(end);
         return value;
     }
@@ -176,8 +177,8 @@ std::optional<std::int64_t> parseIso8601Microseconds(std::string_view text) {
     if (!offset || !reader.atEnd()) return std::nullopt;
 
     const Days day{std::chrono::year{civil->year} / civil->month / civil->day};
-    const std::int64_t whole = day.time_since_epoch().count() * std::int64_t{86400} + hour * 3600 + minute * 60 +
-                               second - *offset * 60;
+    const std::int64_t whole = day.time_since_epoch().count() * std::int64_t{86400} + std::int64_t{hour} * 3600 +
+                               std::int64_t{minute} * 60 + second - std::int64_t{*offset} * 60;
     return whole * 1'000'000 + std::llround(fraction * 1e6);
 }
 

@@ -46,7 +46,9 @@ void forEachCharacter(std::string_view text, Visit visit) {
     }
 }
 
-bool isBlank(UChar32 character) { return character == '\t' || u_charType(character) == U_SPACE_SEPARATOR; }
+bool isBlank(UChar32 character) {
+    return character == '\t' || u_charType(character) == U_SPACE_SEPARATOR;
+}
 
 bool isBlankOrNewline(UChar32 character) {
     return isBlank(character) || (character >= 0x0A && character <= 0x0D) || character == 0x85 || character == 0x2028 ||
@@ -99,22 +101,30 @@ std::string folded(std::string_view text) {
     return toUtf8(bare.foldCase());
 }
 
-bool equalsFolded(std::string_view a, std::string_view b) { return folded(a) == folded(b); }
+bool equalsFolded(std::string_view a, std::string_view b) {
+    return folded(a) == folded(b);
+}
 
 bool containsFolded(std::string_view whole, std::string_view part) {
     return !part.empty() && folded(whole).find(folded(part)) != std::string::npos;
 }
 
-std::string trimmed(std::string_view text) { return trimmedOf(text, isBlank); }
+std::string trimmed(std::string_view text) {
+    return trimmedOf(text, isBlank);
+}
 
-std::string trimmedWithNewlines(std::string_view text) { return trimmedOf(text, isBlankOrNewline); }
+std::string trimmedWithNewlines(std::string_view text) {
+    return trimmedOf(text, isBlankOrNewline);
+}
 
 bool isLetter(char32_t character) {
     const auto mask = U_GET_GC_MASK(static_cast<UChar32>(character));
     return (mask & (U_GC_L_MASK | U_GC_M_MASK)) != 0;
 }
 
-bool isDigit(char32_t character) { return u_charType(static_cast<UChar32>(character)) == U_DECIMAL_DIGIT_NUMBER; }
+bool isDigit(char32_t character) {
+    return u_charType(static_cast<UChar32>(character)) == U_DECIMAL_DIGIT_NUMBER;
+}
 
 std::vector<std::string> split(std::string_view text, char separator) {
     std::vector<std::string> pieces;
@@ -153,7 +163,9 @@ std::string fittedTo(std::string_view text, int width) {
     return std::string(text.substr(0, end)) + "…";
 }
 
-std::string validUtf8(std::string_view text) { return isAscii(text) ? std::string(text) : toUtf8(fromUtf8(text)); }
+std::string validUtf8(std::string_view text) {
+    return isAscii(text) ? std::string(text) : toUtf8(fromUtf8(text));
+}
 
 std::string shortest(double number) {
     std::string out = fmt::format("{}", number);

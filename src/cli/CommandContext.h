@@ -25,6 +25,12 @@ private:
     ExitStatus status_;
 };
 
+enum class StoreAccess { read, write };
+
+/// Opens a store. What can't be opened is `ExitStatus::storeUnavailable`, but for one to read that isn't there: that is
+/// an ordinary failure. One to write is made where it is missing.
+[[nodiscard]] std::unique_ptr<Database> openStore(const std::filesystem::path& file, StoreAccess access);
+
 /// What all commands share: the options before and after the command's name, and the command that they chose.
 struct CommandContext {
     std::optional<std::string> store;  ///< --store; without it the application's own
@@ -34,10 +40,8 @@ struct CommandContext {
 
     [[nodiscard]] std::filesystem::path storeFile() const;
 
-    /// The store, opened; a missing one is an ordinary failure of a command that reads, and is made for one that
-    /// writes.
-    [[nodiscard]] std::unique_ptr<Database> openForReading() const;
-    [[nodiscard]] std::unique_ptr<Database> openForWriting() const;
+    /// The store, opened; see `openStore`.
+    [[nodiscard]] std::unique_ptr<Database> open(StoreAccess access) const { return openStore(storeFile(), access); }
 };
 
 }  // namespace quorvane::cli

@@ -31,7 +31,7 @@ Findings examine(const CommandContext& context) {
                       .store = context.storeFile(),
                       .tracker = platform::ProcessLock::holderOf(trackerLockFile(context.storeFile()))};
     try {
-        static_cast<void>(context.openForReading());
+        static_cast<void>(context.open(StoreAccess::read));
     } catch (const CommandError& error) {
         findings.storeProblem = error.what();
     }

@@ -11,7 +11,7 @@ namespace quorvane::cli {
 namespace {
 
 void dump(const CommandContext& context, const std::optional<std::string>& file) {
-    const auto database = context.openForReading();
+    const auto database = context.open(StoreAccess::read);
     Output output(file, context);
     Progress progress("rows");
     StoreDump::write(*database, [&](std::string_view piece, std::size_t rows) {

@@ -35,7 +35,7 @@ CSVExporter::Selection selectionOf(const ExportOptions& options) {
 }
 
 void exportCsv(const CommandContext& context, const ExportOptions& options) {
-    ModelContext store(context.openForReading());
+    ModelContext store(context.open(StoreAccess::read));
     Output output(options.file, context);
     Progress progress("records");
     CSVExporter::writeCSV(store, selectionOf(options), [&](std::string_view piece, std::size_t records) {

@@ -1,6 +1,7 @@
 #include "base/Json.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
+#include "cli/NewStore.h"
 #include "cli/Output.h"
 #include "cli/Progress.h"
 #include "store/StoreLoad.h"
@@ -15,31 +16,31 @@
 namespace quorvane::cli {
 namespace {
 
-/// Takes back a store that this command made and that got nothing into it. One that somebody else has opened meanwhile
-/// stays: it does not let go of its log.
-void removeUnused(std::unique_ptr<Database> database, const std::filesystem::path& file) {
+StoreLoad::Counts loadInto(Database& database, std::istream& input) {
+    Progress progress("lines");
+    return StoreLoad::read(database, input, [&](std::size_t line) { progress.show(line); });
+}
+
+StoreLoad::Counts loadIntoNew(const std::filesystem::path& file, std::istream& input) {
+    NewStore store(file);
     try {
-        database->execute("PRAGMA journal_mode = DELETE");
-        database.reset();
-        std::error_code error;
-        std::filesystem::remove(file, error);
-    } catch (const StoreError&) {
-        // It has a user now.
+        auto counts = loadInto(store.database(), input);
+        store.takePlace();
+        return counts;
+    } catch (const StoreError& error) {
+        throw CommandError(ExitStatus::failed, store.named(error.what()));
     }
 }
 
 StoreLoad::Counts loadFrom(std::istream& input, const std::string& name, const CommandContext& context) {
     const auto file = context.storeFile();
     std::error_code unreachable;
-    const bool isNew = !std::filesystem::exists(file, unreachable) && !unreachable;
-    auto database = context.openForWriting();
-    Progress progress("lines");
+    const bool isNew =
+        std::filesystem::symlink_status(file, unreachable).type() == std::filesystem::file_type::not_found;
     try {
-        return StoreLoad::read(*database, input, [&](std::size_t line) { progress.show(line); });
-    } catch (const std::exception& error) {
-        if (isNew) removeUnused(std::move(database), file);
-        const bool isLine = dynamic_cast<const StoreLoad::Error*>(&error) != nullptr;
-        throw CommandError(ExitStatus::failed, isLine ? fmt::format("{}: {}", name, error.what()) : error.what());
+        return isNew ? loadIntoNew(file, input) : loadInto(*context.open(StoreAccess::write), input);
+    } catch (const StoreLoad::Error& error) {
+        throw CommandError(ExitStatus::failed, fmt::format("{}: {}", name, error.what()));
     }
 }
 

@@ -89,7 +89,7 @@ void writeTable(ModelContext& store, const std::optional<Descriptor>& descriptor
 }
 
 void records(const CommandContext& context, const RecordsOptions& options) {
-    ModelContext store(context.openForReading());
+    ModelContext store(context.open(StoreAccess::read));
     const auto descriptor = descriptorOf(options, store);
     Output output;
     if (context.json)

@@ -85,7 +85,7 @@ std::string textOf(const Status& status, const LocalTime& local, Date now) {
 }
 
 void printStatus(const CommandContext& context) {
-    ModelContext store(context.openForReading());
+    ModelContext store(context.open(StoreAccess::read));
     const Date now = platform::currentDate();
     const LocalTime local;
     const Status status = readStatus(store, now, local.calendar());

@@ -75,7 +75,7 @@ void noteWhatIsMissing(const platform::LinuxDesktop& desktop, const platform::Ch
 
 void track(const CommandContext& context, std::optional<Seconds> duration) {
     if (context.now) throw CommandError(ExitStatus::wrongUsage, "--now: tracking needs the clock as it is");
-    ModelContext store(context.openForWriting());
+    ModelContext store(context.open(StoreAccess::write));
     const auto lock = lockFor(context.storeFile());
     StreamConsole console(stderr);
     platform::QtRunLoop runLoop;
@@ -84,7 +84,7 @@ void track(const CommandContext& context, std::optional<Seconds> duration) {
     Announcements announcements(runLoop);
     const RecordAnnouncer announcer(store, [&](const std::string& line) { announcements.write(line); });
     TrackingSession session(runLoop, desktop, store, console);
-    const platform::UnixSignals signals({SIGINT, SIGTERM}, [&](int) { runLoop.quit(); });
+    const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
     const auto timeOut = duration ? runLoop.after(*duration, [&] { runLoop.quit(); }) : nullptr;
     session.start();
     runLoop.run();

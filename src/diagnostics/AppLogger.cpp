@@ -14,13 +14,10 @@ AppLogger* sharedLogger = nullptr;
 
 platform::SystemLogType systemLogType(LogLevel level) {
     switch (level) {
-    case LogLevel::debug:
-        return platform::SystemLogType::debug;
-    case LogLevel::info:
-        return platform::SystemLogType::standard;
+    case LogLevel::debug: return platform::SystemLogType::debug;
+    case LogLevel::info: return platform::SystemLogType::standard;
     case LogLevel::warning:
-    case LogLevel::error:
-        return platform::SystemLogType::error;
+    case LogLevel::error: return platform::SystemLogType::error;
     }
     return platform::SystemLogType::standard;
 }
@@ -40,7 +37,9 @@ AppLogger& AppLogger::shared() {
     return *sharedLogger;
 }
 
-void AppLogger::setShared(AppLogger* logger) { sharedLogger = logger; }
+void AppLogger::setShared(AppLogger* logger) {
+    sharedLogger = logger;
+}
 
 void AppLogger::log(std::string_view message, LogLevel level, std::string_view module) {
     const LogEntry entry{.id = Uuid::random(),
@@ -69,13 +68,17 @@ std::vector<LogEntry> AppLogger::recentLogs(int count) const {
     return {logs_.end() - taken, logs_.end()};
 }
 
-std::vector<LogEntry> AppLogger::logsOfLevel(LogLevel level) const { return filteredLogs(logs_, level, ""); }
+std::vector<LogEntry> AppLogger::logsOfLevel(LogLevel level) const {
+    return filteredLogs(logs_, level, "");
+}
 
 std::vector<LogEntry> AppLogger::searchLogs(std::string_view keyword) const {
     return filteredLogs(logs_, std::nullopt, keyword);
 }
 
-LogStatistics AppLogger::logStatistics() const { return statistics(logs_); }
+LogStatistics AppLogger::logStatistics() const {
+    return statistics(logs_);
+}
 
 void AppLogger::clearLogs() {
     log("清空所有日志", LogLevel::info, "AppLogger");
@@ -83,6 +86,8 @@ void AppLogger::clearLogs() {
     logsChanged.send();
 }
 
-std::string AppLogger::exportDiagnosticReport() const { return diagnosticReport(logs_, application_, runLoop_.now()); }
+std::string AppLogger::exportDiagnosticReport() const {
+    return diagnosticReport(logs_, application_, runLoop_.now());
+}
 
 }  // namespace quorvane

@@ -9,8 +9,8 @@ struct Channel {
     std::string question;  ///< "front window", "system idle time"
     std::string name;      ///< the channel that answers or was tried: "X11 _NET_ACTIVE_WINDOW"
     bool isAvailable = false;
-    std::string reason;    ///< why it does not answer; empty when it does
-    std::string remedy;    ///< what the user can do about it; may be empty
+    std::string reason;  ///< why it does not answer; empty when it does
+    std::string remedy;  ///< what the user can do about it; may be empty
     friend bool operator==(const Channel&, const Channel&) = default;
 };
 

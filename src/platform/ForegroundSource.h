@@ -30,18 +30,15 @@ public:
 
     /// Calls `activated` whenever another application comes to the front; with no application when the desktop's
     /// message could not be understood.
-    virtual Subscription observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) = 0;
+    virtual Subscription
+    observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) = 0;
 
     /// Calls `vacated` when the last window that had the focus went and no other took it. Desktops on which some
     /// application is always in front never do.
-    virtual Subscription observeVacancy(std::function<void()> vacated);
+    virtual Subscription observeVacancy(std::function<void()> vacated) = 0;
 
     [[nodiscard]] virtual Channel channel() const = 0;
 };
-
-inline Subscription ForegroundSource::observeVacancy(std::function<void()>) {
-    return {};
-}
 
 /// The identifier under which the login window or a screen locker counts as the frontmost application.
 inline constexpr const char* loginWindowBundleId = "com.apple.loginwindow";

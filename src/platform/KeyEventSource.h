@@ -12,7 +12,8 @@ class KeyEventTap {
 public:
     virtual ~KeyEventTap() = default;
 
-    /// Connects it with the main run loop, so that events are delivered once it is enabled. False if that can't be done.
+    /// Connects it with the main run loop, so that events are delivered once it is enabled. False if that can't be
+    /// done.
     [[nodiscard]] virtual bool attach() = 0;
 
     virtual void enable(bool enabled) = 0;

@@ -45,7 +45,7 @@ int track(platform::QtRunLoop& runLoop, ModelContext& store, ConsoleSink& consol
         console.write(notice);
     const RecordAnnouncer announcer(store, [&](const std::string& line) { console.write(line); });
     TrackingSession session(runLoop, desktop, store, console);
-    const platform::UnixSignals signals({SIGINT, SIGTERM}, [&](int) { runLoop.quit(); });
+    const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
     session.start();
     runLoop.run();
     return session.stop() ? EXIT_SUCCESS : failed;

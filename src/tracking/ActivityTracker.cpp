@@ -16,8 +16,9 @@ const char* runningText(bool isRunning) {
 
 }  // namespace
 
-ActivityTracker::ActivityTracker(platform::RunLoop& runLoop, platform::Desktop& desktop, KeyboardMonitor& keyboardMonitor,
-                                 MouseMonitor& mouseMonitor, TrackerServices services, ConsoleSink& console)
+ActivityTracker::ActivityTracker(platform::RunLoop& runLoop, platform::Desktop& desktop,
+                                 KeyboardMonitor& keyboardMonitor, MouseMonitor& mouseMonitor, TrackerServices services,
+                                 ConsoleSink& console)
     : runLoop_(runLoop), desktop_(desktop), keyboardMonitor_(keyboardMonitor), mouseMonitor_(mouseMonitor),
       services_(services), console_(console), lastUpdate_(runLoop.now()), currentTickInterval_(activeTickInterval) {}
 
@@ -41,7 +42,8 @@ void ActivityTracker::configure(ModelContext& modelContext) {
             if (auto* self = weak.get()) self->runMaintenance();
         });
     });
-    if (auto* context = modelContext_.get()) OverlapDetectionService(*context, runLoop_, console_).detectAndResolveOverlaps();
+    if (auto* context = modelContext_.get())
+        OverlapDetectionService(*context, runLoop_, console_).detectAndResolveOverlaps();
 }
 
 void ActivityTracker::runMaintenance() {
@@ -101,8 +103,10 @@ void ActivityTracker::stop() {
 }
 
 void ActivityTracker::toggle() {
-    if (isTracking_) stop();
-    else start();
+    if (isTracking_)
+        stop();
+    else
+        start();
 }
 
 void ActivityTracker::handleUserActivity() {
@@ -111,7 +115,8 @@ void ActivityTracker::handleUserActivity() {
         lastUpdate_ = at;
     };
     const Date now = runLoop_.now();
-    if (!lastActivityCallbackTime_ || now - *lastActivityCallbackTime_ >= minActivityCallbackInterval) return confirm(now);
+    if (!lastActivityCallbackTime_ || now - *lastActivityCallbackTime_ >= minActivityCallbackInterval)
+        return confirm(now);
     const Seconds rest = minActivityCallbackInterval - (now - *lastActivityCallbackTime_);
     pendingActivityCallback_ = runLoop_.after(rest, [this, confirm, weak = weak_.handle()] {
         if (weak.get()) confirm(runLoop_.now());

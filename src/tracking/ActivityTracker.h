@@ -34,14 +34,14 @@ struct ForegroundApplicationSnapshot {
 /// Whom the tracker asks beyond the desktop. All of them outlive it; who may be absent is a pointer.
 struct TrackerServices {
     WindowInfoSource& windowInfo;
-    BrowserURLSource* browserURL = nullptr;                 ///< process-wide: it outlives every worker
+    BrowserURLSource* browserURL = nullptr;  ///< process-wide: it outlives every worker
     CategoryPreferenceSource* categoryPreferences = nullptr;
     RecordClassifier* classifier = nullptr;
 };
 
 /// Decides once per tick what the user is doing and keeps at most one record open. Idle, locked and sleeping time is a
-/// gap between two records. Main thread only. Nothing here throws: what can't be learnt is left out, what can't be saved
-/// is reported and goes with the next save.
+/// gap between two records. Main thread only. Nothing here throws: what can't be learnt is left out, what can't be
+/// saved is reported and goes with the next save.
 class ActivityTracker {
 public:
     ActivityTracker(platform::RunLoop& runLoop, platform::Desktop& desktop, KeyboardMonitor& keyboardMonitor,

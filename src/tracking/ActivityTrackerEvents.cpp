@@ -29,13 +29,15 @@ void ActivityTracker::registerObservers() {
     console_.line("ActivityTracker: ✅ 已注册应用切换事件监听器（带防抖）");
 }
 
-void ActivityTracker::observeClose(platform::SystemEvent event, std::vector<Subscription>& observers, const char* line) {
+void ActivityTracker::observeClose(platform::SystemEvent event, std::vector<Subscription>& observers,
+                                   const char* line) {
     observers.push_back(desktop_.systemEvents().observe(event, [weak = weak_.handle(), line] {
         if (auto* self = weak.get()) self->handleClose(line);
     }));
 }
 
-void ActivityTracker::observeResume(platform::SystemEvent event, std::vector<Subscription>& observers, const char* line) {
+void ActivityTracker::observeResume(platform::SystemEvent event, std::vector<Subscription>& observers,
+                                    const char* line) {
     observers.push_back(desktop_.systemEvents().observe(event, [weak = weak_.handle(), line] {
         if (auto* self = weak.get()) self->handleResume(line);
     }));
@@ -70,8 +72,10 @@ void ActivityTracker::handleApplicationActivation(const std::optional<platform::
     if (lastFrontAppBundleId_ == bundleId) return;
     console_.line("ActivityTracker: 🔄 应用切换 - {}", foregroundApplicationSnapshot_->localizedName);
     pendingActivationTick_.reset();
-    if (bundleId == ownBundleIdentifier) scheduleActivationTick(ownActivationDelay);
-    else tick();
+    if (bundleId == ownBundleIdentifier)
+        scheduleActivationTick(ownActivationDelay);
+    else
+        tick();
 }
 
 /// The last window went: whoever had been in front no longer is, and a tick asks the desktop afresh.

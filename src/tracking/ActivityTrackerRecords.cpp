@@ -54,7 +54,8 @@ Date ActivityTracker::adjustedStart(Date wanted, ModelContext& context) {
     }
     const Date now = runLoop_.now();
     if (startTime > now) {
-        console_.line("ActivityTracker: ⚠️ 检测到 startTime 在未来 ({})，夹回当前时间", describe(startTime));
+        console_.line("ActivityTracker: ⚠️ 检测到 startTime 在未来 ({})，夹回当前时间",
+                      describe(startTime));
         startTime = now;
     }
     return startTime;
@@ -62,10 +63,11 @@ Date ActivityTracker::adjustedStart(Date wanted, ModelContext& context) {
 
 std::shared_ptr<ActivityRecord> ActivityTracker::makeRecord(const NewRecord& wanted, Date startTime) {
     const std::string& name = wanted.application.localizedName;
-    const auto preference = services_.categoryPreferences ? services_.categoryPreferences->preference(name) : std::nullopt;
+    const auto preference =
+        services_.categoryPreferences ? services_.categoryPreferences->preference(name) : std::nullopt;
     if (preference) console_.line("ActivityTracker: 自动应用 {} 的分类偏好", name);
     const Date now = runLoop_.now();
-    const auto record = std::make_shared<ActivityRecord>(
+    auto record = std::make_shared<ActivityRecord>(
         ActivityRecord::Values{.startTime = startTime,
                                .appBundleId = wanted.application.bundleIdentifier,
                                .appName = name,

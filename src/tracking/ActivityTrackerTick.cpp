@@ -15,11 +15,11 @@ namespace {
 
 constexpr Seconds activeTickInterval = 10s;
 constexpr Seconds idleTickInterval = 30s;
-constexpr Seconds activeWithin = 30s;             ///< input younger than this asks for the short interval
+constexpr Seconds activeWithin = 30s;  ///< input younger than this asks for the short interval
 constexpr Seconds userActivityCheckInterval = 30s;
 constexpr Seconds foregroundActivationGraceInterval = 3s;
 constexpr Seconds settingsCacheValidityInterval = 300s;
-constexpr Seconds cacheValidityInterval = 60s;    ///< of window data and URLs, at a switch of applications
+constexpr Seconds cacheValidityInterval = 60s;  ///< of window data and URLs, at a switch of applications
 constexpr Seconds browserURLRefreshAge = 120s;
 constexpr Seconds verboseIdle = 60s;
 constexpr std::int64_t idleThresholdSecondsDefault = 20;
@@ -97,8 +97,10 @@ void ActivityTracker::runTick() {
         if (currentRecord_) finalizeCurrentRecord(now);
         return leave(now);
     }
-    if (isSwitch) switchTo(*application, window, presence, now);
-    else continueWith(*application, window, now);
+    if (isSwitch)
+        switchTo(*application, window, presence, now);
+    else
+        continueWith(*application, window, now);
 }
 
 /// The end of a pass after which no record is open.
@@ -139,7 +141,8 @@ ActivityTracker::Presence ActivityTracker::readPresence(Date now) {
                                                                     foregroundActivationGraceInterval)});
     const IdleSettings settings = idleSettings();
     if (rawSystemIdle < 0s)
-        console_.line("ActivityTracker: ⚠️ 检测到异常的负数空闲时间: {}s，已修正为0", text::shortest(rawSystemIdle.count()));
+        console_.line("ActivityTracker: ⚠️ 检测到异常的负数空闲时间: {}s，已修正为0",
+                      text::shortest(rawSystemIdle.count()));
     if (effectiveIdle > verboseIdle || whole(now.time_since_epoch()) % 30 == 0)
         console_.line("ActivityTracker: 🔄 Tick called at {}, idle: {}s (keyboard: {}s, mouse: {}s, system: {}s)",
                       describe(now), whole(effectiveIdle), whole(keyboardIdle), whole(mouseIdle), whole(systemIdle));
@@ -234,7 +237,7 @@ WindowInfo ActivityTracker::windowInfoAtSwitch(const ForegroundApplicationSnapsh
         console_.line("ActivityTracker: 使用缓存的窗口信息（应用切换但缓存有效）");
         return cached->second.info;
     }
-    const WindowInfo fetched = services_.windowInfo.windowInfo(bundleId);
+    WindowInfo fetched = services_.windowInfo.windowInfo(bundleId);
     windowInfoCache_[bundleId] = {fetched, now};
     if (!isEmpty(fetched.document))
         console_.line("ActivityTracker: 成功获取文档信息 - 标题: {}, 路径: <redacted>", fetched.title.value_or("无"));
@@ -266,7 +269,8 @@ void ActivityTracker::switchTo(const ForegroundApplicationSnapshot& application,
     lastUpdate_ = now;
 }
 
-void ActivityTracker::continueWith(const ForegroundApplicationSnapshot& application, const WindowInfo& window, Date now) {
+void ActivityTracker::continueWith(const ForegroundApplicationSnapshot& application, const WindowInfo& window,
+                                   Date now) {
     const std::string& bundleId = application.bundleIdentifier;
     updateCurrentRecordWindowInfo(window);
     const bool isFresh = cachedBrowserURL_ && cachedBrowserURL_->bundleId == bundleId &&
@@ -301,7 +305,8 @@ void ActivityTracker::fetchBrowserURLAsync(const std::string& bundleId, bool def
         });
 }
 
-void ActivityTracker::noteBrowserURL(const std::string& bundleId, const std::optional<std::string>& url, bool deferred) {
+void ActivityTracker::noteBrowserURL(const std::string& bundleId, const std::optional<std::string>& url,
+                                     bool deferred) {
     isFetchingBrowserURL_ = false;
     if (isEmpty(url)) return;
     cachedBrowserURL_ = {bundleId, *url, runLoop_.now()};

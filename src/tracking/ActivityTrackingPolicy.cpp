@@ -7,10 +7,9 @@ namespace quorvane::ActivityTrackingPolicy {
 namespace {
 
 constexpr std::array<std::string_view, 10> browserBundleIds{
-    "com.apple.Safari",          "com.google.Chrome",        "com.brave.Browser",
-    "com.microsoft.Edge",        "company.thebrowser.Browser", "com.google.Chrome.canary",
-    "com.vivaldi.Vivaldi",       "com.operasoftware.Opera",  "org.mozilla.firefox",
-    "com.microsoft.edgemac"};
+    "com.apple.Safari",           "com.google.Chrome",        "com.brave.Browser",   "com.microsoft.Edge",
+    "company.thebrowser.Browser", "com.google.Chrome.canary", "com.vivaldi.Vivaldi", "com.operasoftware.Opera",
+    "org.mozilla.firefox",        "com.microsoft.edgemac"};
 
 }  // namespace
 

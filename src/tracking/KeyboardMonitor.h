@@ -11,8 +11,9 @@
 
 namespace quorvane {
 
-/// Tells how long ago a key of the keyboard moved, whichever application had it, and never which key. Needs the desktop's
-/// permission; refused, it shows the user where to grant it and stays off. One for the process, main thread only.
+/// Tells how long ago a key of the keyboard moved, whichever application had it, and never which key. Needs the
+/// desktop's permission; refused, it shows the user where to grant it and stays off. One for the process, main thread
+/// only.
 class KeyboardMonitor {
 public:
     KeyboardMonitor(platform::RunLoop& runLoop, platform::KeyEventSource& keys, platform::SettingsPanes& settingsPanes,

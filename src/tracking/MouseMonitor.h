@@ -10,8 +10,8 @@
 
 namespace quorvane {
 
-/// Tells how long ago a button was pressed or a wheel turned, in any application, or at least in this one's windows where
-/// the desktop refuses more. A pointer that only moves isn't activity. One for the process, main thread only.
+/// Tells how long ago a button was pressed or a wheel turned, in any application, or at least in this one's windows
+/// where the desktop refuses more. A pointer that only moves isn't activity. One for the process, main thread only.
 class MouseMonitor {
 public:
     MouseMonitor(platform::RunLoop& runLoop, platform::PointerEventSource& pointer, ConsoleSink& console);

@@ -35,7 +35,7 @@ DBusConnection::DBusConnection(const std::string& address)
     : name_(freshName()), bus_(QDBusConnection::connectToBus(QString::fromStdString(address), name_)) {}
 
 DBusConnection::DBusConnection(DBusConnection&& other) noexcept
-    : name_(std::exchange(other.name_, QString())), bus_(other.bus_) {}
+    : name_(std::exchange(other.name_, QString())), bus_(std::move(other.bus_)) {}
 
 DBusConnection::~DBusConnection() {
     if (!name_.isEmpty()) QDBusConnection::disconnectFromBus(name_);

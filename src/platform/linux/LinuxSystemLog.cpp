@@ -16,7 +16,7 @@ namespace quorvane::platform {
 namespace {
 
 constexpr const char* syslogSocket = "/dev/log";
-constexpr std::size_t longestLine = 48 * 1024;
+constexpr std::size_t longestLine = 49'152;
 
 int priorityOf(SystemLogType type) {
     switch (type) {

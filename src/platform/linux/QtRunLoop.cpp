@@ -49,9 +49,9 @@ QTimer* startTimer(QObject& context, Seconds interval, bool once, std::function<
     timer->setSingleShot(once);
     timer->setTimerType(!once && interval >= coarseFrom ? Qt::CoarseTimer : Qt::PreciseTimer);
     const auto shared = std::make_shared<std::function<void()>>(std::move(work));
-    // The copy keeps the work alive when it destroys its own handle.
     QObject::connect(timer, &QTimer::timeout, &context, [shared] {
-        const auto running = shared;
+        // The copy keeps the work alive when it destroys its own handle.
+        const auto running = shared;  // NOLINT(performance-unnecessary-copy-initialization)
         (*running)();
     });
     timer->start(once ? milliseconds(interval) : std::max(1ms, milliseconds(interval)));

@@ -36,10 +36,10 @@ public:
     RecordKeyEventTap& operator=(const RecordKeyEventTap&) = delete;
     ~RecordKeyEventTap() override {
         enable(false);
-        if (notifier_) {
+        if (isDraining_) {  // then it is the notifier that calls us
             notifier_->setEnabled(false);
             notifier_->disconnect();
-            notifier_.release()->deleteLater();  // it may be what calls us
+            notifier_.release()->deleteLater();
         }
         if (x11_.isUsable()) {
             xcb_record_free_context(x11_.xcb(), context_);
@@ -76,6 +76,7 @@ public:
 private:
     void drain() {
         const auto alive = weak_.handle();
+        isDraining_ = true;
         void* answer = nullptr;
         xcb_generic_error_t* error = nullptr;
         while (alive && isEnabled_ && xcb_poll_for_reply(data_.get(), sequence_, &answer, &error)) {
@@ -94,6 +95,7 @@ private:
                 heard_();
         }
         if (!alive) return;
+        isDraining_ = false;
         // While it is off, nothing that arrives is wanted. A closed socket stays readable for ever.
         while (auto* event = xcb_poll_for_event(data_.get()))
             std::free(event);
@@ -107,6 +109,7 @@ private:
     std::unique_ptr<QSocketNotifier> notifier_;
     unsigned int sequence_ = 0;
     bool isEnabled_ = false;
+    bool isDraining_ = false;
     WeakSource<RecordKeyEventTap> weak_{*this};
 };
 

@@ -20,7 +20,8 @@ std::string textOf(const std::optional<X11Property>& property) {
     return property ? property->bytes.substr(0, property->bytes.find('\0')) : std::string();
 }
 
-bool contains(const std::optional<X11Property>& list, xcb_atom_t wanted) {
+/// Is it in a property that lists atoms or windows?
+bool contains(const std::optional<X11Property>& list, std::uint32_t wanted) {
     for (std::size_t i = 0; list && i + sizeof wanted <= list->bytes.size(); i += sizeof wanted)
         if (std::memcmp(list->bytes.data() + i, &wanted, sizeof wanted) == 0) return true;
     return false;
@@ -52,7 +53,9 @@ X11ForegroundSource::X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, c
     events_ = x11_.observeEvents([this](const xcb_generic_event_t& event) {
         if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) return;
         const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (notify.window == x11_.root() && notify.atom == x11_.atom("_NET_ACTIVE_WINDOW")) noteChange();
+        if (notify.window != x11_.root()) return;
+        if (notify.atom == x11_.atom("_NET_ACTIVE_WINDOW") || notify.atom == x11_.atom("_NET_CLIENT_LIST"))
+            noteChange();
     });
     // A lock screen does not take the focus in the window manager's eyes. Below it nothing comes to the front, and
     // after it something does.
@@ -119,10 +122,20 @@ Channel X11ForegroundSource::windowManagerChannel(std::string question, std::str
     return channel;
 }
 
+// When the last window goes or is hidden, some window managers leave its id behind. It is then in their list of windows
+// no longer.
 xcb_window_t X11ForegroundSource::activeWindow() const {
     if (!x11_.isUsable()) return XCB_WINDOW_NONE;
-    const auto active = x11_.property(x11_.askProperty(x11_.root(), "_NET_ACTIVE_WINDOW"));
-    return active ? active->firstCardinal().value_or(XCB_WINDOW_NONE) : xcb_window_t{XCB_WINDOW_NONE};
+    const auto askActive = x11_.askProperty(x11_.root(), "_NET_ACTIVE_WINDOW");
+    const auto askWindows = x11_.askProperty(x11_.root(), "_NET_CLIENT_LIST");
+    const auto active = x11_.property(askActive);
+    const auto windows = x11_.property(askWindows);
+    const auto window = active ? active->firstCardinal().value_or(XCB_WINDOW_NONE) : xcb_window_t{XCB_WINDOW_NONE};
+    if (window == XCB_WINDOW_NONE || contains(windows, window)) return window;
+    const auto cookie = xcb_get_window_attributes(x11_.xcb(), window);
+    const auto attributes = x11_.reply(xcb_get_window_attributes_reply, cookie);
+    const bool isVisible = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    return isVisible ? window : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 // All properties are asked for in one go. Some window managers keep the id of a window that is gone, for which the
@@ -169,8 +182,10 @@ void X11ForegroundSource::evaluate(bool mayLookAgain) {
     }
     const auto application = window ? std::optional(identity_.identify(window->properties)) : std::nullopt;
     if (std::exchange(lastActivated_, application) == application) return;
-    if (application) activated_.send(application);
-    else vacated_.send();
+    if (application)
+        activated_.send(application);
+    else
+        vacated_.send();
 }
 
 }  // namespace quorvane::platform

@@ -14,7 +14,8 @@ namespace quorvane::platform {
 ///
 /// A change is looked at 30 ms after it, at the latest 60 ms after the first of several, since window managers pass
 /// through "none" and other windows on their way. An activation is reported when the application is another one than
-/// before, when it returns after no window had the focus, and when the session is unlocked.
+/// before, when it returns after no window had the focus, and when the session is unlocked. A window that is gone or
+/// hidden does not have the focus, whatever the window manager left behind.
 class X11ForegroundSource final : public ForegroundSource {
 public:
     X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity,

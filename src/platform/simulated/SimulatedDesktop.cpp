@@ -11,13 +11,17 @@ void SimulatedDesktop::bringToFront(std::optional<std::string> bundleId, std::op
     foreground_.sendActivation(application);
 }
 
-void SimulatedDesktop::sendMalformedActivation() { foreground_.sendActivation(std::nullopt); }
+void SimulatedDesktop::sendMalformedActivation() {
+    foreground_.sendActivation(std::nullopt);
+}
 
 void SimulatedDesktop::setFrontmostSilently(std::optional<std::string> bundleId, std::optional<std::string> name) {
     foreground_.setFrontmost(ForegroundApplication{std::move(bundleId), std::move(name)});
 }
 
-void SimulatedDesktop::noFrontmost() { foreground_.setFrontmost(std::nullopt); }
+void SimulatedDesktop::noFrontmost() {
+    foreground_.setFrontmost(std::nullopt);
+}
 
 void SimulatedDesktop::closeLastWindow() {
     noFrontmost();
@@ -42,9 +46,13 @@ void SimulatedDesktop::releaseKey() {
     keys_.release();
 }
 
-void SimulatedDesktop::click(Over over) { act(over); }
+void SimulatedDesktop::click(Over over) {
+    act(over);
+}
 
-void SimulatedDesktop::scroll(Over over) { act(over); }
+void SimulatedDesktop::scroll(Over over) {
+    act(over);
+}
 
 void SimulatedDesktop::act(Over over) {
     idle_.noteInput();

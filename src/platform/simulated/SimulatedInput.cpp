@@ -20,9 +20,13 @@ private:
 
 }  // namespace
 
-Seconds SimulatedIdle::secondsSinceLastInput() { return reading_.value_or(runLoop_.uptime() - lastInput_); }
+Seconds SimulatedIdle::secondsSinceLastInput() {
+    return reading_.value_or(runLoop_.uptime() - lastInput_);
+}
 
-Channel SimulatedIdle::channel() const { return channelFor("system idle time", false); }
+Channel SimulatedIdle::channel() const {
+    return channelFor("system idle time", false);
+}
 
 /// Hears only while it is both attached and enabled, as the real ones do.
 class SimulatedKeys::Tap : public KeyEventTap {
@@ -71,7 +75,9 @@ std::unique_ptr<KeyEventTap> SimulatedKeys::createTap(KeyEvents events, std::fun
     return std::make_unique<Tap>(*this, events, std::move(heard));
 }
 
-Channel SimulatedKeys::channel() const { return channelFor("key events", isRefused_); }
+Channel SimulatedKeys::channel() const {
+    return channelFor("key events", isRefused_);
+}
 
 std::unique_ptr<PointerEventMonitor> SimulatedPointer::addGlobalMonitor(Heard heard) {
     return isGlobalRefused_ ? nullptr : std::make_unique<Monitor>(global_.subscribe(std::move(heard)));
@@ -81,7 +87,9 @@ std::unique_ptr<PointerEventMonitor> SimulatedPointer::addLocalMonitor(Heard hea
     return isLocalRefused_ ? nullptr : std::make_unique<Monitor>(local_.subscribe(std::move(heard)));
 }
 
-Channel SimulatedPointer::channel() const { return channelFor("button events", isGlobalRefused_); }
+Channel SimulatedPointer::channel() const {
+    return channelFor("button events", isGlobalRefused_);
+}
 
 void SimulatedPointer::act(bool overOwnWindow) {
     global_.send(position_);

@@ -26,7 +26,9 @@ private:
     bool before_;
 };
 
-std::int64_t microseconds(Seconds duration) { return static_cast<std::int64_t>(std::llround(duration.count() * 1e6)); }
+std::int64_t microseconds(Seconds duration) {
+    return static_cast<std::int64_t>(std::llround(duration.count() * 1e6));
+}
 
 }  // namespace
 
@@ -78,7 +80,9 @@ SimulatedRunLoop::SimulatedRunLoop(Date start)
 
 SimulatedRunLoop::~SimulatedRunLoop() = default;
 
-Date SimulatedRunLoop::now() const { return dateFromMicroseconds(clockAtStart_ + elapsed_); }
+Date SimulatedRunLoop::now() const {
+    return dateFromMicroseconds(clockAtStart_ + elapsed_);
+}
 
 std::unique_ptr<Timer> SimulatedRunLoop::every(Seconds interval, std::function<void()> fire) {
     assert(isMainThread() && interval > 0s);
@@ -103,7 +107,9 @@ void SimulatedRunLoop::background(std::function<void()> work) {
     posted_.push_back({std::move(work), true});
 }
 
-bool SimulatedRunLoop::isMainThread() const { return std::this_thread::get_id() == thread_ && !isInBackground_; }
+bool SimulatedRunLoop::isMainThread() const {
+    return std::this_thread::get_id() == thread_ && !isInBackground_;
+}
 
 void SimulatedRunLoop::playUntil(Date end) {
     const auto clock = microsecondsSince1970(end);
@@ -161,12 +167,12 @@ void SimulatedRunLoop::runPosted() {
         if (task.isBackground && isHoldingBackground_) {
             held_.push_back(std::move(task));
         } else {
-            run(std::move(task));
+            run(task);
         }
     }
 }
 
-void SimulatedRunLoop::run(Task task) {
+void SimulatedRunLoop::run(const Task& task) {
     if (task.isBackground) {
         const Raised inBackground(isInBackground_);
         task.work();
@@ -182,9 +188,13 @@ void SimulatedRunLoop::releaseBackground() {
     held_.clear();
 }
 
-void SimulatedRunLoop::setClock(Date date) { clockAtStart_ = microsecondsSince1970(date) - elapsed_; }
+void SimulatedRunLoop::setClock(Date date) {
+    clockAtStart_ = microsecondsSince1970(date) - elapsed_;
+}
 
-void SimulatedRunLoop::sleepFor(Seconds duration) { elapsed_ += std::max<std::int64_t>(0, microseconds(duration)); }
+void SimulatedRunLoop::sleepFor(Seconds duration) {
+    elapsed_ += std::max<std::int64_t>(0, microseconds(duration));
+}
 
 Date SimulatedRunLoop::timeOfDay(std::string_view time) const {
     const auto sinceMidnight = parseIso8601("1970-01-01T" + std::string(time) + "Z");
@@ -195,6 +205,8 @@ Date SimulatedRunLoop::timeOfDay(std::string_view time) const {
     return calendar.date(calendar.civilDate(now()), hour, minute, seconds - hour * 3600 - minute * 60);
 }
 
-int SimulatedRunLoop::pendingTimers() const { return static_cast<int>(schedule_->size()); }
+int SimulatedRunLoop::pendingTimers() const {
+    return static_cast<int>(schedule_->size());
+}
 
 }  // namespace quorvane::platform

@@ -72,7 +72,7 @@ private:
 
     void play(const std::function<std::int64_t()>& remaining);
     void fireDue();
-    void run(Task task);
+    void run(const Task& task);
 
     // Time is counted in whole microseconds, so that a long day accumulates no error. Other threads may ask for it.
     std::atomic<std::int64_t> elapsed_ = 0;
