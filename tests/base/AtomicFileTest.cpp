@@ -2,17 +2,19 @@
 
 #include <fstream>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <iterator>
+#include <map>
 #include <unistd.h>
 
 namespace quorvane {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::UnorderedElementsAre;
+using testing::Key;
+using testing::Pair;
 
 class AtomicFileTest : public testing::Test {
 protected:
@@ -23,10 +25,11 @@ protected:
         std::ifstream in(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
-    [[nodiscard]] std::vector<std::string> names() const {
-        std::vector<std::string> found;
+    /// All that lies in the folder: names, and contents of regular files.
+    [[nodiscard]] std::map<std::string, std::string> files() const {
+        std::map<std::string, std::string> found;
         for (const auto& entry : fs::directory_iterator(folder))
-            found.push_back(entry.path().filename());
+            found[entry.path().filename()] = fs::is_regular_file(entry.symlink_status()) ? content(entry.path()) : "";
         return found;
     }
     static std::string failureOf(const fs::path& path, std::string_view bytes = "new") {
@@ -39,32 +42,22 @@ protected:
     }
 
     const fs::path folder = fs::path(testing::TempDir()) / ("quorvane-file-" + std::to_string(::getpid()));
+    const std::string big = std::string(300'000, 'x');
 };
 
-TEST_F(AtomicFileTest, TheOldContentStaysUntilTheNewOneIsComplete) {
+TEST_F(AtomicFileTest, TheOldContentStaysUntilTheNewOneIsCommitted) {
     const fs::path path = folder / "report.csv";
     writeFileAtomically(path, "old");
-    const std::string big(300'000, 'x');
-    {
-        AtomicFile file(path);
-        file.write(big);
-        EXPECT_EQ(content(path), "old");
-        file.write("end");
-        file.commit();
+    for (const bool commits : {false, true}) {
+        {
+            AtomicFile file(path);
+            file.write(big);
+            file.write("end");
+            EXPECT_EQ(content(path), "old");
+            if (commits) file.commit();
+        }
+        EXPECT_THAT(files(), ElementsAre(Pair("report.csv", commits ? big + "end" : "old")));
     }
-    EXPECT_EQ(content(path), big + "end");
-    EXPECT_THAT(names(), ElementsAre("report.csv"));
-}
-
-TEST_F(AtomicFileTest, WithoutCommitNothingRemains) {
-    const fs::path path = folder / "report.csv";
-    writeFileAtomically(path, "old");
-    {
-        AtomicFile file(path);
-        file.write(std::string(300'000, 'x'));
-    }
-    EXPECT_EQ(content(path), "old");
-    EXPECT_THAT(names(), ElementsAre("report.csv"));
 }
 
 TEST_F(AtomicFileTest, AFileIsPrivateAndAReplacedOneKeepsItsPermissions) {
@@ -78,51 +71,33 @@ TEST_F(AtomicFileTest, AFileIsPrivateAndAReplacedOneKeepsItsPermissions) {
 
 TEST_F(AtomicFileTest, ALinkStaysAndItsTargetIsWritten) {
     fs::create_directory(folder / "real");
-    struct Row {
-        const char* name;
-        const char* link;
-        const char* target;
-    };
-    const Row rows[] = {
-        {"to a file", "link", "real/file"},
-        {"to a link", "link2", "link"},
-        {"to a file that is yet to be", "dangling", "real/later"},
-    };
     writeFileAtomically(folder / "real" / "file", "old");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        fs::create_symlink(row.target, folder / row.link);
-        writeFileAtomically(folder / row.link, row.name);
-        EXPECT_TRUE(fs::is_symlink(folder / row.link));
-        EXPECT_EQ(content(folder / row.target), row.name);
+    fs::create_symlink("real/file", folder / "link");
+    fs::create_symlink("link", folder / "to link");
+    fs::create_symlink("real/later", folder / "dangling");
+    for (const char* link : {"link", "to link", "dangling"}) {
+        SCOPED_TRACE(link);
+        writeFileAtomically(folder / link, link);
+        EXPECT_TRUE(fs::is_symlink(folder / link));
+        EXPECT_EQ(content(folder / link), link);
     }
-    EXPECT_THAT(names(), UnorderedElementsAre("real", "link", "link2", "dangling"));
+    EXPECT_THAT(files(), ElementsAre(Key("dangling"), Key("link"), Key("real"), Key("to link")));
 }
 
-TEST_F(AtomicFileTest, FailuresNameTheFileAndTheCause) {
+TEST_F(AtomicFileTest, FailuresNameTheFileAndTheCauseAndLeaveNothingBehind) {
     writeFileAtomically(folder / "file", "old");
     fs::create_symlink("loop", folder / "loop");
-    struct Row {
-        const char* name;
-        fs::path path;
-        const char* cause;
+    const std::pair<fs::path, const char*> rows[] = {
+        {folder / "missing" / "file", "No such file or directory"},
+        {folder / "file" / "new", "Not a directory"},
+        {folder, "Is a directory"},
+        {folder / "loop", "Too many levels of symbolic links"},
+        {"/dev/full", "No space left on device"},
     };
-    const Row rows[] = {
-        {"no such folder", folder / "missing" / "file", "No such file or directory"},
-        {"a file for a folder", folder / "file" / "new", "Not a directory"},
-        {"a folder", folder, "Is a directory"},
-        {"a link to itself", folder / "loop", "Too many levels of symbolic links"},
-        {"a full disk", "/dev/full", "No space left on device"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const std::string failure = failureOf(row.path);
-        EXPECT_THAT(failure, HasSubstr(row.cause));
-        EXPECT_THAT(failure, HasSubstr(row.path.string()));
-    }
-    EXPECT_EQ(content(folder / "file"), "old");
-    EXPECT_THAT(names(), UnorderedElementsAre("file", "loop"));
-    EXPECT_THAT(failureOf("/dev/full", std::string(1 << 20, 'x')), HasSubstr("No space left on device"));
+    for (const auto& [path, cause] : rows)
+        EXPECT_THAT(failureOf(path), AllOf(HasSubstr(cause), HasSubstr(path.string())));
+    EXPECT_THAT(failureOf("/dev/full", big), HasSubstr("No space left on device"));  // found before the commit
+    EXPECT_THAT(files(), ElementsAre(Pair("file", "old"), Key("loop")));
 }
 
 TEST_F(AtomicFileTest, WhatIsNoRegularFileIsWrittenDirectly) {

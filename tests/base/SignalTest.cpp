@@ -1,9 +1,7 @@
 #include "base/Signal.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,7 +9,6 @@ namespace quorvane {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class SignalTest : public testing::Test {
 protected:
@@ -28,7 +25,6 @@ TEST_F(SignalTest, ListenersAreCalledInOrderForAsLongAsTheirSubscriptionLives) {
     {
         const auto second = signal.subscribe(noting("second"));
         signal.send();
-        EXPECT_EQ(signal.listeners(), 2U);
     }
     signal.send();
     EXPECT_THAT(heard, ElementsAre("first", "second", "first"));
@@ -36,12 +32,13 @@ TEST_F(SignalTest, ListenersAreCalledInOrderForAsLongAsTheirSubscriptionLives) {
 }
 
 TEST_F(SignalTest, EveryListenerGetsTheWholeValue) {
-    Signal<std::string, int> values;
-    const auto note = [this](const std::string& text, int number) { heard.push_back(text + std::to_string(number)); };
-    const auto first = values.subscribe([&](std::string text, int number) { note(std::move(text), number); });
-    const auto second = values.subscribe(note);
-    values.send("a text too long to be kept in place", 7);
-    EXPECT_THAT(heard, ElementsAre("a text too long to be kept in place7", "a text too long to be kept in place7"));
+    Signal<std::string> values;
+    const auto taking = [this](std::string text) { heard.push_back(std::move(text)); };
+    const auto first = values.subscribe(taking);
+    const auto second = values.subscribe(taking);
+    const std::string text = "a text too long to be kept in place";
+    values.send(text);
+    EXPECT_THAT(heard, ElementsAre(text, text));
 }
 
 TEST_F(SignalTest, AListenerMayEndItselfAndOthersWhileItIsCalled) {
@@ -59,57 +56,16 @@ TEST_F(SignalTest, AListenerMayEndItselfAndOthersWhileItIsCalled) {
     EXPECT_THAT(heard, ElementsAre("captured", "last", "last"));
 }
 
-TEST_F(SignalTest, AListenerAddedWhileSendingHearsTheNextOne) {
-    Subscription added;
-    const auto first = signal.subscribe([&] {
-        heard.push_back("first");
-        if (heard.size() == 1) added = signal.subscribe(noting("added"));
-    });
-    signal.send();
-    EXPECT_THAT(heard, ElementsAre("first"));
-    signal.send();
-    EXPECT_THAT(heard, ElementsAre("first", "first", "added"));
-}
-
-TEST_F(SignalTest, AListenerMaySendAgain) {
-    const auto listening = signal.subscribe([&] {
-        heard.push_back("heard");
-        if (heard.size() < 3) signal.send();
-    });
-    signal.send();
-    EXPECT_THAT(heard, ElementsAre("heard", "heard", "heard"));
-}
-
-TEST_F(SignalTest, ASubscriptionMayOutliveTheSignal) {
-    auto shortLived = std::make_unique<Signal<>>();
-    auto subscription = shortLived->subscribe(noting("never"));
-    shortLived.reset();
-    subscription.reset();
-    EXPECT_THAT(heard, IsEmpty());
-}
-
-TEST_F(SignalTest, ASignalMayBeDestroyedByItsListener) {
-    auto shortLived = std::make_unique<Signal<>>();
-    const auto subscription = shortLived->subscribe([&] {
-        heard.push_back("heard");
-        shortLived.reset();
-    });
-    shortLived->send();
-    EXPECT_THAT(heard, ElementsAre("heard"));
-}
-
-TEST_F(SignalTest, AMovedSubscriptionIsTheSameOne) {
-    auto original = signal.subscribe(noting("one"));
-    auto replaced = signal.subscribe(noting("two"));
+TEST_F(SignalTest, AMovedSubscriptionEndsWhatItReplacesAndMayOutliveTheSignal) {
+    auto sender = std::make_unique<Signal<>>();
+    auto original = sender->subscribe(noting("one"));
+    auto replaced = sender->subscribe(noting("two"));
     replaced = std::move(original);
-    signal.send();
-    EXPECT_THAT(heard, ElementsAre("one"));
     original.reset();
-    signal.send();
-    EXPECT_THAT(heard, ElementsAre("one", "one"));
+    sender->send();
+    EXPECT_THAT(heard, ElementsAre("one"));
+    sender.reset();
     replaced.reset();
-    signal.send();
-    EXPECT_THAT(heard, ElementsAre("one", "one"));
 }
 
 }  // namespace

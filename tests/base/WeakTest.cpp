@@ -1,35 +1,28 @@
 #include "base/Weak.h"
 
-#include <functional>
 #include <gtest/gtest.h>
-#include <memory>
-#include <utility>
 
 namespace quorvane {
 namespace {
 
-struct Member {
-    std::function<void()> whenDestroyed;
-    ~Member() { whenDestroyed(); }
-};
-
 struct Owner {
-    explicit Owner(std::function<void()> whenDestroyed) : member{std::move(whenDestroyed)} {}
-    Member member;
+    struct Member {
+        const WeakHandle<Owner>& handle;
+        bool& wasSeen;
+        ~Member() { wasSeen = handle.get() != nullptr; }
+    } member;
     WeakSource<Owner> weak{*this};
 };
 
 TEST(WeakTest, AHandleIsEmptyFromTheMomentItsObjectBeginsToGo) {
     WeakHandle<Owner> handle;
-    EXPECT_EQ(handle.get(), nullptr);
     bool wasSeen = true;
-    auto owner = std::make_unique<Owner>([&] { wasSeen = handle.get() != nullptr; });
-    handle = owner->weak.handle();
-    const WeakHandle<Owner> copy = handle;
-    EXPECT_EQ(copy.get(), owner.get());
-    owner.reset();
+    {
+        Owner owner{{handle, wasSeen}};
+        handle = owner.weak.handle();
+        EXPECT_EQ(handle.get(), &owner);
+    }
     EXPECT_FALSE(wasSeen);
-    EXPECT_EQ(copy.get(), nullptr);
 }
 
 }  // namespace

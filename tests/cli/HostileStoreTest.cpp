@@ -167,6 +167,12 @@ TEST_F(HostileStoreTest, RefusesAStoreThatAnotherProgramKeepsToItself) {
     EXPECT_THAT(result.err, isRefusal(HasSubstr("another program keeps the store locked")));
 }
 
+/// In the new process: no file may grow beyond this. A disk that is full for everybody would need the superuser.
+void limitFiles(rlim_t bytes) {
+    const rlimit limit{bytes, bytes};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
 TEST_F(HostileStoreTest, LoadsNothingOntoAFullDisk) {
     makeStore();
     const std::string before = outputOf({"dump"});
@@ -175,19 +181,27 @@ TEST_F(HostileStoreTest, LoadsNothingOntoAFullDisk) {
     for (int i = 0; i < 5000; ++i)
         many += "{\"entity\":\"Rule\",\"name\":\"" + std::string(200, 'x') + "\"}\n";
     setting_.input = many;
-    // No file may grow beyond this: a disk that is full for everybody needs the superuser.
-    setting_.inChild = [] {
-        const rlimit limit{300'000, 300'000};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    };
+    setting_.inChild = [] { limitFiles(300'000); };
     const auto result = run({"load", "-"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err, isRefusal(HasSubstr(store().string())));
+    EXPECT_THAT(result.err, isRefusal(HasSubstr(store().string() + ": the disk is full")));
     setting_.inChild = nullptr;
     EXPECT_EQ(outputOf({"dump"}), before);
     EXPECT_TRUE(contentOf(store()) == bytes);
     EXPECT_THAT(names(), ElementsAre("store.sqlite"));
+}
+
+TEST_F(HostileStoreTest, MakesNoHalfStoreOnAFullDisk) {
+    setting_.input = "{\"entity\":\"Rule\",\"name\":\"" + std::string(400'000, 'x') + "\"}\n";
+    for (const rlim_t room : {rlim_t{0}, rlim_t{10'000}, rlim_t{300'000}}) {
+        SCOPED_TRACE(room);
+        setting_.inChild = [room] { limitFiles(room); };
+        const auto result = run({"load", "-"});
+        EXPECT_THAT(result.status, testing::AnyOf(1, 3));
+        EXPECT_THAT(result.err, isRefusal(HasSubstr(store().string() + ":")));
+        EXPECT_THAT(names(), testing::IsEmpty());
+    }
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ TEST_F(ForegroundTest, WindowsThatSayLittleAreNamedByWhatTheySay) {
 TEST_F(ForegroundTest, AWindowThatIntroducesItselfLateIsReportedWithItsName) {
     TestWindow window({});
     ASSERT_TRUE(waitForFront(ForegroundApplication{}));
-    window.setClass("late", "Late");
+    const auto introduction = runLoop.after(0.08s, [&] { window.setClass("late", "Late"); });
     ASSERT_TRUE(waitUntil([&] { return !activations.empty(); }));
     EXPECT_THAT(activations, ElementsAre(application("late", "Late")));
 }
@@ -140,6 +140,38 @@ TEST_F(ForegroundTest, WithoutAFocusedWindowThereIsNoApplication) {
     EXPECT_TRUE(waitUntil([&] { return activations.size() == 2; })) << "it comes back to the front";
     window.destroy();
     EXPECT_TRUE(waitForFront(std::nullopt)) << "some window managers keep the id of a dead window";
+}
+
+TEST_F(ForegroundTest, TheLastWindowsEndIsReportedAndAPassageThroughNoneIsNot) {
+    int vacancies = 0;
+    const auto vacated = desktop.foreground().observeVacancy([&] { ++vacancies; });
+    TestWindow first({.instance = "first", .wmClass = "First"});
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 1; }));
+    {
+        const TestWindow second({.instance = "second", .wmClass = "Second"});
+        ASSERT_TRUE(waitUntil([&] { return activations.size() == 2; }));
+    }
+    ASSERT_TRUE(waitUntil([&] { return activations.size() == 3; })) << "the focus falls back";
+    EXPECT_EQ(vacancies, 0);
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"minimised", [&] { first.iconify(); }},
+        {"hidden", [&] { first.hide(); }},
+        {"gone", [&] { first.destroy(); }},
+    };
+    for (const auto& [name, end] : ends) {
+        SCOPED_TRACE(name);
+        if (vacancies > 0) {
+            const auto before = activations.size();
+            first.show();
+            first.activate();
+            ASSERT_TRUE(waitUntil([&] { return activations.size() > before; }));
+        }
+        const auto before = vacancies;
+        end();
+        EXPECT_TRUE(waitUntil([&] { return vacancies > before; }));
+        EXPECT_EQ(desktop.foreground().frontmostApplication(), std::nullopt);
+    }
+    EXPECT_EQ(vacancies, 3);
 }
 
 TEST_F(ForegroundTest, ABurstOfChangesIsReportedOnceAndInTime) {
@@ -192,6 +224,8 @@ TEST(LockedForegroundTest, UnderALockTheLoginWindowIsInFront) {
         EXPECT_TRUE(staysTrue([&] { return activations.size() == 1; }))
             << "what happens below the lock is no activation";
     }
+    ASSERT_TRUE(waitUntil([&] { return window.hasFocus(); }));
+    ASSERT_TRUE(staysTrue([&] { return activations.size() == 1; }));
     logind.setLockedHint(false);
     ASSERT_TRUE(waitUntil([&] { return activations.size() == 2; })) << "the lock gives way to the application";
     EXPECT_EQ(activations.back(), application("editor", "Editor"));

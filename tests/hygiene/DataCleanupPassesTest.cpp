@@ -60,7 +60,14 @@ TEST_F(DataCleanupPassesTest, BehindTheCutOffOnlyOpenRecordsAreLookedAt) {
     add("JustBefore", cutoff - 1s, 25h);
     add("JustThen", cutoff, 25h);
     add("OldAndOpen", "2026-01-01 09:00:00");
-    linesOf(removeAbnormalDurations, cutoff);
+    add("RecentAndOpen", "2026-02-28 12:00:00");
+    EXPECT_THAT(
+        linesOf(removeAbnormalDurations, cutoff),
+        ElementsAre("DataCleanupService: 发现未结束的旧记录 - OldAndOpen 开始于 1443.0 小时前",
+                    "DataCleanupService: 发现异常记录 - JustThen 持续 25.0 小时",
+                    "DataCleanupService: 发现未结束的旧记录 - RecentAndOpen 开始于 48.0 小时前",
+                    "DataCleanupService: 删除异常记录 - OldAndOpen", "DataCleanupService: 删除异常记录 - JustThen",
+                    "DataCleanupService: 删除异常记录 - RecentAndOpen", "DataCleanupService: 删除了 3 条异常记录"));
     EXPECT_THAT(stored(), ElementsAre(isRecord("Old", "2026-02-10 09:00:00", "2026-02-12 09:00:00"),
                                       isRecord("JustBefore", "2026-02-16 11:59:59", "2026-02-17 12:59:59")));
 }

@@ -10,6 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using testing::StartsWith;
 
 /// A check that reads two records in a turn, and what happens between its turns.
@@ -57,8 +58,7 @@ TEST_F(OverlapCheckTest, WhatBeginsDuringTheCheckIsLeftToTheNextOne) {
     runLoop.setClock(at("11:09:10"));
     runLoop.runPosted();
     EXPECT_EQ(newLines().size(), 7);
-    EXPECT_THAT(stored()[4], isRecord("E", "11:00:00", "11:10:00"));
-    EXPECT_THAT(stored()[5], isRecord("New", "11:09:00"));
+    EXPECT_THAT(stored(), IsSupersetOf({isRecord("E", "11:00:00", "11:10:00"), isRecord("New", "11:09:00")}));
     begin();
     runLoop.runPosted();
     EXPECT_THAT(newLines(), testing::Contains("OverlapDetectionService: 删除短记录 - New"));
@@ -74,12 +74,15 @@ TEST_F(OverlapCheckTest, WhatChangesDuringTheCheckCountsAsItIsAtTheEnd) {
     recordOf("C")->endTime = at("10:10:00");
     context().save();
     begin();
+    // A slice of two shows no end of a group, so that each pair takes two turns: A and B are known after the first of
+    // these, C and D after the last.
     runLoop.post([this] {
         recordOf("A")->endTime = at("09:05:00");  // apart from B now
-        context().remove(recordOf("D"));          // leaves C alone
+        context().save();
         runLoop.post([this] {
             recordOf("F")->endTime = at("12:09:30");
             context().save();
+            runLoop.post([this] { context().remove(recordOf("D")); });  // leaves C alone
         });
     });
     runLoop.runPosted();

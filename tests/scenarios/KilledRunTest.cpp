@@ -5,6 +5,7 @@
 #include <csignal>
 #include <fmt/format.h>
 #include <map>
+#include <poll.h>
 #include <random>
 #include <sstream>
 #include <sys/wait.h>
@@ -78,7 +79,7 @@ TEST_F(KilledRunTest, AKillAtAnyMomentLosesNoClosedRecordAndTheNextStartClosesTh
             recordUntilKilled(ends[1], run, from);
         }
         ::close(ends[1]);
-        ::usleep(static_cast<useconds_t>(random() % 12'000));
+        ::poll(nullptr, 0, static_cast<int>(random() % 12));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         std::string reported;
@@ -96,7 +97,8 @@ TEST_F(KilledRunTest, AKillAtAnyMomentLosesNoClosedRecordAndTheNextStartClosesTh
         }
         const Rows rows = recordRows(store.file());
         int open = 0;
-        for (const auto& [id, row] : rows) open += isOpen(row) ? 1 : 0;
+        for (const auto& [id, row] : rows)
+            open += isOpen(row) ? 1 : 0;
         ASSERT_LE(open, 1);
         for (const auto& [id, row] : known) {
             if (isOpen(row)) continue;  // the next run's business, which may have been killed before it got there
@@ -121,7 +123,8 @@ TEST_F(KilledRunTest, AKillAtAnyMomentLosesNoClosedRecordAndTheNextStartClosesTh
     tracker->start();
     runLoop.playFor(1s);
     int open = 0;
-    for (const auto& [id, row] : recordRows(store.file())) open += isOpen(row) ? 1 : 0;
+    for (const auto& [id, row] : recordRows(store.file()))
+        open += isOpen(row) ? 1 : 0;
     EXPECT_EQ(open, 1);
     EXPECT_EQ(tracker->currentRecord()->appName(), "Editor");
 }

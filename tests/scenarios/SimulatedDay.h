@@ -28,8 +28,8 @@ struct Seen {
     }
 };
 
-/// One day of one user in simulated time, from 08:00 on Wednesday, 4 March 2026: a desktop to act on, a tracker on a real
-/// store, and what both leave behind.
+/// One day of one user in simulated time, from 08:00 on Wednesday, 4 March 2026: a desktop to act on, a tracker on a
+/// real store, and what both leave behind.
 class SimulatedDayTest : public testing::Test {
 protected:
     SimulatedDayTest();

@@ -3,10 +3,8 @@
 namespace quorvane {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 class WorkHoursTest : public SimulatedDayTest {
 protected:
@@ -34,9 +32,10 @@ TEST_F(WorkHoursTest, TheClosingMinuteIsInsideAndTheRecordEndsWithTheFirstTickTh
                             "ActivityTracker: Finalized record for Editor duration: 309.5s"));
     EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "16:59:00.5", "17:04:10"}));
     playUntil("17:04:20");
-    EXPECT_THAT(newLines(), ElementsAre("ActivityTracker: ⏰ 当前时间不在工作时间内，停止记录", "  当前时间: 17:04, 星期4",
-                                        "  💡 提示: 如需24小时记录，请在设置中关闭'仅追踪工作时间'",
-                                        "ActivityTracker: No currentRecord to finalize"));
+    EXPECT_THAT(newLines(),
+                ElementsAre("ActivityTracker: ⏰ 当前时间不在工作时间内，停止记录", "  当前时间: 17:04, 星期4",
+                            "  💡 提示: 如需24小时记录，请在设置中关闭'仅追踪工作时间'",
+                            "ActivityTracker: No currentRecord to finalize"));
 }
 
 TEST_F(WorkHoursTest, OpeningTimeIsNoticedAsLateAndNeverBackDated) {
@@ -49,7 +48,6 @@ TEST_F(WorkHoursTest, OpeningTimeIsNoticedAsLateAndNeverBackDated) {
 }
 
 TEST_F(WorkHoursTest, AnAnswerOfBeforeMidnightDoesNotOutliveTheDay) {
-    saveSettings([](AppSettings&) {});
     store.context().fetch<AppSettings>().front()->workEndHour = 23;
     store.context().fetch<AppSettings>().front()->workEndMinute = 59;
     store.context().save();

@@ -97,7 +97,9 @@ RecordBuilder& RecordBuilder::updated(std::string_view date) {
     return *this;
 }
 
-std::shared_ptr<ActivityRecord> RecordBuilder::make() const { return std::make_shared<ActivityRecord>(values_); }
+std::shared_ptr<ActivityRecord> RecordBuilder::make() const {
+    return std::make_shared<ActivityRecord>(values_);
+}
 
 std::shared_ptr<ActivityRecord> RecordBuilder::in(ModelContext& context) const {
     auto record = make();

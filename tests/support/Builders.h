@@ -43,7 +43,9 @@ private:
         .startTime = at("09:00:00"), .createdAt = at("09:00:00"), .updatedAt = at("09:00:00")};
 };
 
-[[nodiscard]] inline RecordBuilder aRecord() { return {}; }
+[[nodiscard]] inline RecordBuilder aRecord() {
+    return {};
+}
 
 /// A project that was inserted and not saved yet.
 std::shared_ptr<Project> insertProject(ModelContext& context, const std::string& name, double hourlyRate = 0);

@@ -5,8 +5,12 @@
 namespace quorvane {
 namespace {
 
-std::string shown(const std::optional<std::string>& text) { return text ? "\"" + *text + "\"" : "none"; }
-std::string shown(const std::optional<Date>& date) { return date ? iso8601Microseconds(*date) : "none"; }
+std::string shown(const std::optional<std::string>& text) {
+    return text ? "\"" + *text + "\"" : "none";
+}
+std::string shown(const std::optional<Date>& date) {
+    return date ? iso8601Microseconds(*date) : "none";
+}
 
 class IsRecord {
 public:
@@ -50,39 +54,17 @@ void PrintTo(const Project& project, std::ostream* out) {
 
 void PrintTo(StoreError::Code code, std::ostream* out) {
     switch (code) {
-    case StoreError::Code::missing:
-        *out << "missing";
-        return;
-    case StoreError::Code::notAFile:
-        *out << "notAFile";
-        return;
-    case StoreError::Code::noPermission:
-        *out << "noPermission";
-        return;
-    case StoreError::Code::readOnly:
-        *out << "readOnly";
-        return;
-    case StoreError::Code::notAStore:
-        *out << "notAStore";
-        return;
-    case StoreError::Code::foreign:
-        *out << "foreign";
-        return;
-    case StoreError::Code::newer:
-        *out << "newer";
-        return;
-    case StoreError::Code::damaged:
-        *out << "damaged";
-        return;
-    case StoreError::Code::busy:
-        *out << "busy";
-        return;
-    case StoreError::Code::diskFull:
-        *out << "diskFull";
-        return;
-    case StoreError::Code::failed:
-        *out << "failed";
-        return;
+    case StoreError::Code::missing: *out << "missing"; return;
+    case StoreError::Code::notAFile: *out << "notAFile"; return;
+    case StoreError::Code::noPermission: *out << "noPermission"; return;
+    case StoreError::Code::readOnly: *out << "readOnly"; return;
+    case StoreError::Code::notAStore: *out << "notAStore"; return;
+    case StoreError::Code::foreign: *out << "foreign"; return;
+    case StoreError::Code::newer: *out << "newer"; return;
+    case StoreError::Code::damaged: *out << "damaged"; return;
+    case StoreError::Code::busy: *out << "busy"; return;
+    case StoreError::Code::diskFull: *out << "diskFull"; return;
+    case StoreError::Code::failed: *out << "failed"; return;
     }
 }
 

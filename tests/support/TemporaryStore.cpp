@@ -2,7 +2,9 @@
 
 namespace quorvane {
 
-TemporaryStore::TemporaryStore() { reopen(); }
+TemporaryStore::TemporaryStore() {
+    reopen();
+}
 
 void TemporaryStore::reopen() {
     close();

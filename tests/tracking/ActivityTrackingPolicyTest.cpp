@@ -32,7 +32,8 @@ TEST(ActivityTrackingPolicyTest, GraceEndsWhenTheIntervalIsOver) {
 }
 
 TEST(ActivityTrackingPolicyTest, BrowsersAreKnownLetterForLetter) {
-    for (const char* id : {"com.apple.Safari", "com.google.Chrome.canary", "org.mozilla.firefox", "com.microsoft.edgemac"})
+    for (const char* id :
+         {"com.apple.Safari", "com.google.Chrome.canary", "org.mozilla.firefox", "com.microsoft.edgemac"})
         EXPECT_TRUE(isBrowser(id)) << id;
     for (const char* id : {"", "com.apple.safari", "com.google.Chrome ", "org.mozilla.firefoxdeveloperedition"})
         EXPECT_FALSE(isBrowser(id)) << id;

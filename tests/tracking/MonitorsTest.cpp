@@ -69,8 +69,9 @@ TEST_F(MonitorsTest, AStopFreezesTheLastActivityAndAStartForgetsIt) {
     keyboard.startMonitoring();
     EXPECT_EQ(keyboard.getIdleTime(), 0s);
     keyboard.startMonitoring();
-    EXPECT_THAT(console.lines(), ElementsAre("KeyboardMonitor: ✅ 键盘监控已启动", "KeyboardMonitor: ⏹️ 键盘监控已停止",
-                                             "KeyboardMonitor: ✅ 键盘监控已启动", "KeyboardMonitor: 键盘监控已在运行"));
+    EXPECT_THAT(console.lines(),
+                ElementsAre("KeyboardMonitor: ✅ 键盘监控已启动", "KeyboardMonitor: ⏹️ 键盘监控已停止",
+                            "KeyboardMonitor: ✅ 键盘监控已启动", "KeyboardMonitor: 键盘监控已在运行"));
 }
 
 TEST_F(MonitorsTest, EveryRefusalOfTheKeyboardLeavesItOffAndOnlyAMissingPermissionOpensThePane) {
@@ -84,7 +85,8 @@ TEST_F(MonitorsTest, EveryRefusalOfTheKeyboardLeavesItOffAndOnlyAMissingPermissi
     const Row rows[] = {
         {"no permission",
          [&](bool refused) { desktop.refuseKeys(refused); },
-         {"KeyboardMonitor: ⚠️ Input Monitoring 权限未授权", "KeyboardMonitor: 正在请求 Input Monitoring 权限..."},
+         {"KeyboardMonitor: ⚠️ Input Monitoring 权限未授权",
+          "KeyboardMonitor: 正在请求 Input Monitoring 权限..."},
          {pane}},
         {"no real tap",
          [&](bool refused) { desktop.refuseSecondTap(refused); },

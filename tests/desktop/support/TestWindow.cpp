@@ -41,8 +41,7 @@ TestWindow::TestWindow(const Properties& properties)
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, atom(connection_, "_NET_WM_PID"),
                             XCB_ATOM_CARDINAL, 32, 1, &pid);
     }
-    xcb_map_window(connection_, window_);
-    xcb_flush(connection_);
+    show();
 }
 
 TestWindow::~TestWindow() {
@@ -74,6 +73,16 @@ void TestWindow::grabPointer() {
     if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) throw std::runtime_error("the pointer is not granted");
 }
 
+void TestWindow::hide() {
+    xcb_unmap_window(connection_, window_);
+    xcb_flush(connection_);
+}
+
+void TestWindow::show() {
+    xcb_map_window(connection_, window_);
+    xcb_flush(connection_);
+}
+
 void TestWindow::destroy() {
     xcb_destroy_window(connection_, window_);
     xcb_flush(connection_);
@@ -102,7 +111,8 @@ void TestWindow::tellWindowManager(const char* message, std::uint32_t data) {
     event.data.data32[0] = data;
     xcb_send_event(connection_, 0, root_, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&event));
-    xcb_flush(connection_);
+    // Windows of different connections take turns; when the server answers, it has passed the message on.
+    owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
 }  // namespace quorvane

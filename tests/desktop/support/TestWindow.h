@@ -33,6 +33,10 @@ public:
     void setTitle(const std::string& title);
     void setClass(const std::string& instance, const std::string& wmClass);
 
+    /// Takes it off the screen, as an application does that lives on in the tray.
+    void hide();
+    void show();
+
     /// Takes the pointer for itself, as an open menu does.
     void grabPointer();
 
