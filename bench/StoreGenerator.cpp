@@ -24,14 +24,16 @@ struct Application {
 };
 
 constexpr std::array<Application, 10> applications{{
-    {"com.microsoft.vscode", "Visual Studio Code", "main.cpp — engine — Visual Studio Code", "/home/mia/engine/main.cpp",
-     nullptr, "工作"},
+    {"com.microsoft.vscode", "Visual Studio Code", "main.cpp — engine — Visual Studio Code",
+     "/home/mia/engine/main.cpp", nullptr, "工作"},
     {"org.mozilla.firefox", "Firefox", "Invoices, second quarter — Mozilla Firefox", nullptr,
      "https://example.com/invoices?quarter=2", "工作"},
-    {"com.google.Chrome", "Google Chrome", "设计评审 - Google Chrome", nullptr, "https://example.org/review/42", nullptr},
+    {"com.google.Chrome", "Google Chrome", "设计评审 - Google Chrome", nullptr, "https://example.org/review/42",
+     nullptr},
     {"debian-xterm", "XTerm", "mia@desk: ~/engine", nullptr, nullptr, "工作"},
     {"org.gnome.Evince", "Document Viewer", "paper.pdf", "/home/mia/papers/paper.pdf", nullptr, "学习"},
-    {"libreoffice-writer", "LibreOffice Writer", "Offer, \"draft 2\".odt", "/home/mia/offers/draft 2.odt", nullptr, nullptr},
+    {"libreoffice-writer", "LibreOffice Writer", "Offer, \"draft 2\".odt", "/home/mia/offers/draft 2.odt", nullptr,
+     nullptr},
     {"thunderbird", "Thunderbird", "Re: Rückfrage zum Angebot", nullptr, nullptr, "社交"},
     {"mpv", "mpv", "Test Song - mpv", nullptr, nullptr, "娱乐"},
     {"slack", "Slack", "مشروع | general", nullptr, nullptr, "社交"},
@@ -106,7 +108,8 @@ private:
 
 std::string insertion(const EntityDescription& entity) {
     std::string places = "?";
-    for (std::size_t i = 1; i < entity.attributes.size(); ++i) places += ", ?";
+    for (std::size_t i = 1; i < entity.attributes.size(); ++i)
+        places += ", ?";
     return fmt::format("INSERT INTO {} ({}) VALUES ({})", entity.table, Schema::columnList(entity), places);
 }
 
@@ -124,7 +127,8 @@ void generateStore(const std::filesystem::path& file, const StorePlan& plan) {
     Generator generator(plan);
     database.inTransaction([&] {
         const std::string projectSql = insertion(Project::description());
-        for (int i = 1; i <= plan.projects; ++i) database.execute(projectSql, generator.project(i));
+        for (int i = 1; i <= plan.projects; ++i)
+            database.execute(projectSql, generator.project(i));
         const std::string recordSql = insertion(ActivityRecord::description());
         // Days are laid out backwards from the end and written oldest first, as tracking writes them.
         std::vector<std::int64_t> days;
@@ -136,10 +140,10 @@ void generateStore(const std::filesystem::path& file, const StorePlan& plan) {
         }
         left = plan.records;
         for (auto at = days.rbegin(); at != days.rend(); ++at) {
-            std::int64_t start = *at * day + 8 * 3600 * second;
+            std::int64_t start = *at * day + std::int64_t{8} * 3600 * second;
             for (int i = 0; i < plan.recordsPerDay && left > 0; ++i, --left) {
-                const std::int64_t length =
-                    generator.between(0, 4) == 0 ? generator.between(60, 140) * second + 250'000 : generator.between(2, 25) * second;
+                const std::int64_t length = generator.between(0, 4) == 0 ? generator.between(60, 140) * second + 250'000
+                                                                         : generator.between(2, 25) * second;
                 database.execute(recordSql, generator.record(start, length));
                 start += length + (generator.between(0, 60) == 0 ? generator.between(30, 240) * second : 0);
             }

@@ -17,8 +17,8 @@ struct StorePlan {
 };
 
 /// Writes a store of realistic days: bursts of short records between long stretches, nights and weekends left out,
-/// titles, documents and pages in several scripts, a quarter of the time on projects, half of it reviewed. The file must
-/// not exist. Throws `StoreError`.
+/// titles, documents and pages in several scripts, a quarter of the time on projects, half of it reviewed. The file
+/// must not exist. Throws `StoreError`.
 void generateStore(const std::filesystem::path& file, const StorePlan& plan);
 
 }  // namespace quorvane::bench

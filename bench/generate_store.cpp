@@ -12,12 +12,14 @@ int main(int argc, char** argv) {
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
         return error == std::errc{} && end == text.data() + text.size();
     };
-    if (argc < 3 || argc > 4 || !read(argv[2], plan.records) || plan.records < 1 || (argc == 4 && !read(argv[3], plan.seed))) {
+    if (argc < 3 || argc > 4 || !read(argv[2], plan.records) || plan.records < 1 ||
+        (argc == 4 && !read(argv[3], plan.seed))) {
         fmt::print(stderr, "usage: generate_store FILE RECORDS [SEED]\n");
         return 2;
     }
     try {
-        if (std::filesystem::exists(argv[1])) throw quorvane::StoreError(quorvane::StoreError::Code::failed, std::string(argv[1]) + ": exists");
+        if (std::filesystem::exists(argv[1]))
+            throw quorvane::StoreError(quorvane::StoreError::Code::failed, std::string(argv[1]) + ": exists");
         quorvane::bench::generateStore(argv[1], plan);
     } catch (const quorvane::StoreError& error) {
         fmt::print(stderr, "generate_store: {}\n", error.what());

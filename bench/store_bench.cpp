@@ -29,12 +29,14 @@ std::filesystem::path benchFolder() {
 
 std::filesystem::path storeWith(std::int64_t records) {
     std::filesystem::create_directories(benchFolder());
-    const auto file = benchFolder() / fmt::format("store-{}.sqlite", records);
+    auto file = benchFolder() / fmt::format("store-{}.sqlite", records);
     if (!std::filesystem::exists(file)) {
         const auto unfinished = file.string() + ".new";
         std::filesystem::remove(unfinished);
-        if (records == 0) Database({.file = unfinished});
-        else generateStore(unfinished, {.records = records});
+        if (records == 0)
+            Database({.file = unfinished});
+        else
+            generateStore(unfinished, {.records = records});
         std::filesystem::rename(unfinished, file);
     }
     return file;
@@ -89,8 +91,8 @@ void openRecord(benchmark::State& state) {
     ModelContainer container({.file = storeWith(state.range(0))});
     auto& context = container.mainContext();
     for (auto _ : state) {
-        const auto record = std::make_shared<ActivityRecord>(
-            ActivityRecord::Values{.appBundleId = "org.example.editor", .appName = "Editor", .windowTitle = "chapter one"});
+        const auto record = std::make_shared<ActivityRecord>(ActivityRecord::Values{
+            .appBundleId = "org.example.editor", .appName = "Editor", .windowTitle = "chapter one"});
         context.insert(record);
         context.save();
         state.PauseTiming();
@@ -120,7 +122,8 @@ void overlapQuestion(benchmark::State& state) {
     SilentConsole console;
     platform::SimulatedRunLoop runLoop{StorePlan{}.end + 1h};
     OverlapDetectionService service(container.mainContext(), runLoop, console);
-    for (auto _ : state) benchmark::DoNotOptimize(service.hasOverlap(runLoop.now() - 10s, runLoop.now()));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(service.hasOverlap(runLoop.now() - 10s, runLoop.now()));
 }
 
 /// An hour of simulated work with a switch of applications each minute: what the tracker itself costs.
@@ -131,15 +134,16 @@ void trackedHour(benchmark::State& state) {
         scene.runLoop.runPosted();
         scene.tracker.start();
         for (int minute = 0; minute < 60; ++minute) {
-            scene.desktop.bringToFront(minute % 2 ? "org.example.mail" : "org.example.editor", minute % 2 ? "Mail" : "Editor");
+            scene.desktop.bringToFront(minute % 2 ? "org.example.mail" : "org.example.editor",
+                                       minute % 2 ? "Mail" : "Editor");
             scene.runLoop.playFor(60s);
         }
         scene.tracker.stop();
         scene.runLoop.runPosted();
         state.PauseTiming();
         auto& context = container.mainContext();
-        for (const auto& record : context.fetch<ActivityRecord>(
-                 {.predicate = field(&ActivityRecord::startTime) > StorePlan{}.end + 30min}))
+        for (const auto& record :
+             context.fetch<ActivityRecord>({.predicate = field(&ActivityRecord::startTime) > StorePlan{}.end + 30min}))
             context.remove(record);
         context.save();
         state.ResumeTiming();
@@ -147,7 +151,8 @@ void trackedHour(benchmark::State& state) {
 }
 
 void sizes(benchmark::internal::Benchmark* benchmark) {
-    for (const std::int64_t records : {0, 10'000, 365'000}) benchmark->Arg(records);
+    for (const std::int64_t records : {0, 10'000, 365'000})
+        benchmark->Arg(records);
     // Ten busy years take a gigabyte of disk: only on request.
     if (std::getenv("QUORVANE_BENCH_LARGE")) benchmark->Arg(3'650'000);
     benchmark->Unit(benchmark::kMicrosecond);

@@ -35,11 +35,10 @@ function(quorvane_test name)
         target_link_libraries(${name} PRIVATE ${used})
     endforeach()
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-    target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main)
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} quorvane_test_main)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
-    # TZ and LC_ALL are fixed, so that a test that means another zone or locale has to say so.
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
-        PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "TZ=UTC;LC_ALL=en_US.UTF-8")
+        PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})
 endfunction()
