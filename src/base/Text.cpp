@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
+#include <unicode/normlzr.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/utf8.h>
@@ -101,8 +102,10 @@ std::string folded(std::string_view text) {
     return toUtf8(bare.foldCase());
 }
 
-bool equalsFolded(std::string_view a, std::string_view b) {
-    return folded(a) == folded(b);
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    if (isAscii(a) && isAscii(b)) return asciiLowercased(a) == asciiLowercased(b);
+    UErrorCode error = U_ZERO_ERROR;
+    return icu::Normalizer::compare(fromUtf8(a), fromUtf8(b), U_COMPARE_IGNORE_CASE, error) == 0;
 }
 
 bool containsFolded(std::string_view whole, std::string_view part) {

@@ -14,8 +14,10 @@ namespace quorvane::text {
 /// case folded.
 [[nodiscard]] std::string folded(std::string_view text);
 
-/// Case- and diacritic-insensitive equality, search and prefix test. An empty `part` is contained nowhere.
-[[nodiscard]] bool equalsFolded(std::string_view a, std::string_view b);
+/// Equality whatever the case of letters; a letter and its decomposed form are the same.
+[[nodiscard]] bool equalsIgnoringCase(std::string_view a, std::string_view b);
+
+/// Search whatever case and diacritics. An empty `part` is contained nowhere.
 [[nodiscard]] bool containsFolded(std::string_view whole, std::string_view part);
 
 /// Without blanks at both ends: spaces of all kinds and tabs, but not line ends.

@@ -1,7 +1,9 @@
 #include "base/Uuid.h"
 
+#include <cerrno>
 #include <cstring>
-#include <random>
+#include <system_error>
+#include <unistd.h>
 
 namespace quorvane {
 namespace {
@@ -19,15 +21,22 @@ int digitValue(char c) {
     return -1;
 }
 
+/// From the system's random source, which is asked for many at once: each object that a fetch makes begins with an id.
+std::array<std::uint8_t, 16> randomBytes() {
+    thread_local std::array<std::array<std::uint8_t, 16>, 16> supply;  // 256 bytes: the most that one call gives
+    thread_local std::size_t left = 0;
+    if (left == 0) {
+        if (getentropy(supply.data(), sizeof supply) != 0)
+            throw std::system_error(errno, std::generic_category(), "no random numbers");
+        left = supply.size();
+    }
+    return supply[--left];
+}
+
 }  // namespace
 
 Uuid Uuid::random() {
-    thread_local std::random_device source;
-    std::array<std::uint8_t, 16> bytes{};
-    for (std::size_t i = 0; i < bytes.size(); i += 4) {
-        const std::uint32_t word = source();
-        std::memcpy(bytes.data() + i, &word, 4);
-    }
+    std::array<std::uint8_t, 16> bytes = randomBytes();
     bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0F) | 0x40);  // version 4
     bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);  // variant of RFC 4122
     return Uuid(bytes);

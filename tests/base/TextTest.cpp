@@ -21,7 +21,12 @@ TEST(TextTest, FoldedTextsTellNeitherCaseNorDiacriticsApart) {
                        {"工作 Mail", "工作 mail"}};
     for (const auto& [input, expected] : rows)
         EXPECT_EQ(text::folded(input), expected);
-    EXPECT_TRUE(text::equalsFolded("Über", "U\u0308BER"));
+}
+
+TEST(TextTest, EqualityIgnoringCaseKeepsDiacriticsApart) {
+    EXPECT_TRUE(text::equalsIgnoringCase("Über", "U\u0308BER"));
+    EXPECT_TRUE(text::equalsIgnoringCase("Straße", "STRASSE"));
+    EXPECT_FALSE(text::equalsIgnoringCase("Über", "Uber"));
 }
 
 TEST(TextTest, ASearchFindsWholeCharactersButNothingFindsAnEmptyPart) {
