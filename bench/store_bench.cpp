@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "store/ActivityRecord.h"
+#include "store/DataCleanupService.h"
 #include "store/ModelContainer.h"
 #include "store/OverlapDetectionService.h"
 #include "tracking/ActivityTracker.h"
@@ -126,6 +127,22 @@ void overlapQuestion(benchmark::State& state) {
         benchmark::DoNotOptimize(service.hasOverlap(runLoop.now() - 10s, runLoop.now()));
 }
 
+/// The clean-up of every five minutes, on a history in which there is nothing left to clean.
+void backgroundCleanup(benchmark::State& state) {
+    ModelContainer container({.file = storeWith(state.range(0))});
+    SilentConsole console;
+    platform::SimulatedRunLoop runLoop{StorePlan{}.end + 1h};
+    const platform::ClockOverride clock([&] { return runLoop.now(); });
+    DataCleanupService service(container.mainContext(), runLoop, console);
+    const auto run = [&] {
+        service.performBackgroundCleanup();
+        runLoop.runPosted();
+    };
+    run();
+    for (auto _ : state)
+        run();
+}
+
 /// An hour of simulated work with a switch of applications each minute: what the tracker itself costs.
 void trackedHour(benchmark::State& state) {
     ModelContainer container({.file = storeWith(state.range(0))});
@@ -163,6 +180,7 @@ BENCHMARK(openAndFirstTick)->Apply(sizes)->Iterations(20);
 BENCHMARK(openRecord)->Apply(sizes);
 BENCHMARK(heartbeat)->Apply(sizes);
 BENCHMARK(overlapQuestion)->Apply(sizes);
+BENCHMARK(backgroundCleanup)->Apply(sizes)->Unit(benchmark::kMillisecond);
 BENCHMARK(trackedHour)->Apply(sizes)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 }  // namespace

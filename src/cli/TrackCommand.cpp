@@ -2,6 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "diagnostics/ConsoleSink.h"
+#include "platform/linux/IniUserDefaults.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
@@ -83,7 +84,8 @@ void track(const CommandContext& context, std::optional<Seconds> duration) {
     noteWhatIsMissing(desktop, desktop.foreground().channel(), console);
     Announcements announcements(runLoop);
     const RecordAnnouncer announcer(store, [&](const std::string& line) { announcements.write(line); });
-    TrackingSession session(runLoop, desktop, store, console);
+    platform::IniUserDefaults defaults;
+    TrackingSession session(runLoop, desktop, store, defaults, console);
     const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
     const auto timeOut = duration ? runLoop.after(*duration, [&] { runLoop.quit(); }) : nullptr;
     session.start();

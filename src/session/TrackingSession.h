@@ -4,6 +4,8 @@
 #include "diagnostics/ConsoleSink.h"
 #include "platform/Desktop.h"
 #include "platform/RunLoop.h"
+#include "platform/UserDefaults.h"
+#include "rules/CategoryTagManager.h"
 #include "store/ModelContext.h"
 #include "tracking/ActivityTracker.h"
 #include "tracking/KeyboardMonitor.h"
@@ -15,7 +17,8 @@ namespace quorvane {
 /// Whatever it is made on must outlive it. Main thread only.
 class TrackingSession {
 public:
-    TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store, ConsoleSink& console);
+    TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store,
+                    platform::UserDefaults& defaults, ConsoleSink& console);
 
     /// Cleans up what an earlier run left and begins tracking.
     void start();
@@ -30,6 +33,7 @@ private:
     ModelContext& store_;
     ConsoleSink& console_;
     FrontWindowTitle windowInfo_;
+    CategoryTagManager categories_;
     KeyboardMonitor keyboardMonitor_;
     MouseMonitor mouseMonitor_;
     ActivityTracker tracker_;

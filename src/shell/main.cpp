@@ -1,5 +1,6 @@
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ConsoleSink.h"
+#include "platform/linux/IniUserDefaults.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/ProcessLock.h"
@@ -44,7 +45,8 @@ int track(platform::QtRunLoop& runLoop, ModelContext& store, ConsoleSink& consol
     for (const std::string& notice : desktop.notices())
         console.write(notice);
     const RecordAnnouncer announcer(store, [&](const std::string& line) { console.write(line); });
-    TrackingSession session(runLoop, desktop, store, console);
+    platform::IniUserDefaults defaults;
+    TrackingSession session(runLoop, desktop, store, defaults, console);
     const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
     session.start();
     runLoop.run();

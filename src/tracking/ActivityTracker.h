@@ -8,8 +8,7 @@
 #include "diagnostics/ConsoleSink.h"
 #include "platform/Desktop.h"
 #include "platform/RunLoop.h"
-#include "rules/CategoryPreference.h"
-#include "rules/RecordClassifier.h"
+#include "rules/CategoryTagManager.h"
 #include "store/ActivityRecord.h"
 #include "store/DataCleanupService.h"
 #include "store/ModelContext.h"
@@ -35,8 +34,7 @@ struct ForegroundApplicationSnapshot {
 struct TrackerServices {
     WindowInfoSource& windowInfo;
     BrowserURLSource* browserURL = nullptr;  ///< process-wide: it outlives every worker
-    CategoryPreferenceSource* categoryPreferences = nullptr;
-    RecordClassifier* classifier = nullptr;
+    const CategoryTagManager* categories = nullptr;
 };
 
 /// Decides once per tick what the user is doing and keeps at most one record open. Idle, locked and sleeping time is a

@@ -1,4 +1,5 @@
 #include "base/Text.h"
+#include "rules/RuleEngine.h"
 #include "store/OverlapDetectionService.h"
 #include "store/Rule.h"
 #include "tracking/ActivityTracker.h"
@@ -63,8 +64,7 @@ Date ActivityTracker::adjustedStart(Date wanted, ModelContext& context) {
 
 std::shared_ptr<ActivityRecord> ActivityTracker::makeRecord(const NewRecord& wanted, Date startTime) {
     const std::string& name = wanted.application.localizedName;
-    const auto preference =
-        services_.categoryPreferences ? services_.categoryPreferences->preference(name) : std::nullopt;
+    const auto preference = services_.categories ? services_.categories->preference(name) : std::nullopt;
     if (preference) console_.line("ActivityTracker: 自动应用 {} 的分类偏好", name);
     const Date now = runLoop_.now();
     auto record = std::make_shared<ActivityRecord>(
@@ -84,10 +84,9 @@ std::shared_ptr<ActivityRecord> ActivityTracker::makeRecord(const NewRecord& wan
 }
 
 void ActivityTracker::applyRules(ActivityRecord& record, ModelContext& context) {
-    if (services_.classifier == nullptr) return;
     try {
         const auto rules = context.fetch<Rule>();
-        if (!rules.empty()) services_.classifier->apply(record, rules, context.fetch<Project>());
+        if (!rules.empty()) RuleEngine::apply(record, rules, context.fetch<Project>());
     } catch (const StoreError& error) {
         console_.line("ActivityTracker: 规则归因失败: {}", error.what());
     }

@@ -3,7 +3,6 @@
 namespace quorvane {
 namespace {
 
-constexpr Seconds minCallbackInterval = 2s;
 constexpr const char* inputMonitoringPane =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_ListenEvent";
 
@@ -11,15 +10,14 @@ constexpr const char* inputMonitoringPane =
 
 KeyboardMonitor::KeyboardMonitor(platform::RunLoop& runLoop, platform::KeyEventSource& keys,
                                  platform::SettingsPanes& settingsPanes, ConsoleSink& console)
-    : runLoop_(runLoop), keys_(keys), settingsPanes_(settingsPanes), console_(console),
-      lastActivityTime_(runLoop.now()), lastCallbackTime_(runLoop.now()) {}
+    : InputMonitor(runLoop, console), keys_(keys), settingsPanes_(settingsPanes) {}
 
 KeyboardMonitor::~KeyboardMonitor() {
     KeyboardMonitor::stopMonitoring();
 }
 
 void KeyboardMonitor::startMonitoring() {
-    if (isMonitoring_) {
+    if (isMonitoring()) {
         console_.line("KeyboardMonitor: 键盘监控已在运行");
         return;
     }
@@ -30,7 +28,7 @@ void KeyboardMonitor::startMonitoring() {
         requestPermission();
         return;
     }
-    eventTap_ = keys_.createTap(platform::KeyEvents::keyDownAndUp, [this] { handleEvent(); });
+    eventTap_ = keys_.createTap(platform::KeyEvents::keyDownAndUp, [this] { noteActivity(); });
     if (!eventTap_) {
         console_.line("KeyboardMonitor: ❌ 无法创建事件监听，可能缺少 Input Monitoring 权限");
         return;
@@ -40,8 +38,7 @@ void KeyboardMonitor::startMonitoring() {
         return;
     }
     eventTap_->enable(true);
-    isMonitoring_ = true;
-    lastActivityTime_ = runLoop_.now();
+    noteStart();
     console_.line("KeyboardMonitor: ✅ 键盘监控已启动");
 }
 
@@ -51,23 +48,11 @@ void KeyboardMonitor::requestPermission() {
 }
 
 void KeyboardMonitor::stopMonitoring() {
-    if (!isMonitoring_) return;
+    if (!isMonitoring()) return;
     eventTap_->enable(false);
     eventTap_.reset();
-    isMonitoring_ = false;
+    noteStop();
     console_.line("KeyboardMonitor: ⏹️ 键盘监控已停止");
-}
-
-void KeyboardMonitor::handleEvent() {
-    const Date now = runLoop_.now();
-    lastActivityTime_ = now;
-    if (now - lastCallbackTime_ < minCallbackInterval) return;
-    lastCallbackTime_ = now;
-    if (onActivity) onActivity();
-}
-
-Seconds KeyboardMonitor::getIdleTime() const {
-    return runLoop_.now() - lastActivityTime_;
 }
 
 }  // namespace quorvane

@@ -1,7 +1,10 @@
 #include "scenarios/SimulatedDay.h"
 
+#include "platform/simulated/InMemoryUserDefaults.h"
+#include "rules/RuleDraft.h"
 #include "store/Project.h"
 #include "store/Rule.h"
+#include "support/Builders.h"
 
 #include <fmt/format.h>
 
@@ -23,24 +26,6 @@ public:
     }
     std::optional<std::string> url;
     int asked = 0;
-};
-
-class ScriptedPreferences : public CategoryPreferenceSource {
-public:
-    std::optional<CategoryPreference> preference(const std::string& appName) override {
-        return appName == "Editor" ? std::optional<CategoryPreference>({"深度", {"draft", "book"}}) : std::nullopt;
-    }
-};
-
-/// Gives every record the first project and lengthens its trail.
-class ScriptedClassifier : public RecordClassifier {
-public:
-    void apply(ActivityRecord& record, const std::vector<std::shared_ptr<Rule>>& rules,
-               const std::vector<std::shared_ptr<Project>>& projects) override {
-        record.source = *record.source() + (rules.size() == 1 ? "|rule" : "|no rule");
-        record.category = *record.category() + "!";
-        record.project = projects.front();
-    }
 };
 
 class RecordLifecycleTest : public SimulatedDayTest {
@@ -130,20 +115,42 @@ TEST_F(RecordLifecycleTest, SavesThatFailAreReportedAndCarriedByTheNextOne) {
 }
 
 TEST_F(RecordLifecycleTest, PreferenceThenRulesClassifyANewRecordBeforeItsFirstSave) {
-    ScriptedPreferences preferences;
-    ScriptedClassifier classifier;
-    use({.windowInfo = windowInfo, .categoryPreferences = &preferences, .classifier = &classifier});
-    store.context().insert(std::make_shared<Rule>());
-    store.context().insert(std::make_shared<Project>());
+    platform::InMemoryUserDefaults defaults;
+    CategoryTagManager categories(defaults, console);
+    categories.setPreference("Editor", {.category = "深度", .tags = {"draft", "book"}});
+    use({.windowInfo = windowInfo, .categories = &categories});
+    auto rule = std::make_shared<Rule>();
+    RuleDraft draft;
+    draft.name = "drafts";
+    draft.value = "chapter";
+    draft.field = RuleDraft::Field::windowTitle;
+    draft.tags = "writing";
+    draft.projectId = insertProject(store.context(), "Book")->id();
+    draft.writeTo(*rule);
+    store.context().insert(rule);
     store.context().save();
+    desktop.setWindowTitle("Chapter one");
     startTrackingAt("09:00:00");
     runLoop.playFor(1s);
     EXPECT_THAT(newLines(), Contains("ActivityTracker: 自动应用 Editor 的分类偏好"));
     const auto record = storedRecords().back();
-    EXPECT_EQ(record->category(), "深度!");
-    EXPECT_EQ(record->tags(), "draft,book");
-    EXPECT_EQ(record->source(), "system|rule");
-    EXPECT_NE(record->project(), nullptr);
+    EXPECT_EQ(record->category(), "深度");
+    EXPECT_EQ(record->tags(), "draft,book,writing");
+    EXPECT_EQ(record->source(), "system|rule:drafts");
+    EXPECT_EQ(record->project()->name(), "Book");
+    tracker.reset();
+}
+
+TEST_F(RecordLifecycleTest, ARememberedChoiceWithoutACategoryStillBringsItsTags) {
+    platform::InMemoryUserDefaults defaults;
+    CategoryTagManager categories(defaults, console);
+    categories.setPreference("Editor", {.tags = {"draft"}});
+    use({.windowInfo = windowInfo, .categories = &categories});
+    startTrackingAt("09:00:00");
+    runLoop.playFor(1s);
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: 自动应用 Editor 的分类偏好"));
+    EXPECT_EQ(tracker->currentRecord()->category(), std::nullopt);
+    EXPECT_EQ(tracker->currentRecord()->tags(), "draft");
     tracker.reset();
 }
 

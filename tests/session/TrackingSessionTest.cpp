@@ -1,6 +1,7 @@
 #include "session/TrackingSession.h"
 
 #include "platform/Clock.h"
+#include "platform/simulated/InMemoryUserDefaults.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "session/RecordAnnouncer.h"
 #include "support/Matchers.h"
@@ -26,6 +27,7 @@ protected:
     platform::SimulatedRunLoop runLoop_{at("09:00:00")};
     platform::ClockOverride clock_{[this] { return runLoop_.now(); }};
     platform::SimulatedDesktop desktop_{runLoop_};
+    platform::InMemoryUserDefaults defaults_;
     RecordingConsole console_;
     std::unique_ptr<ModelContext> other_;
 };
@@ -33,7 +35,7 @@ protected:
 TEST_F(TrackingSessionTest, RecordsWhatIsInFrontWithItsTitleAndSavesTheOpenRecordAtTheEnd) {
     std::vector<std::string> lines;
     const RecordAnnouncer announcer(store_.context(), [&](const std::string& line) { lines.push_back(line); });
-    TrackingSession session(runLoop_, desktop_, store_.context(), console_);
+    TrackingSession session(runLoop_, desktop_, store_.context(), defaults_, console_);
     desktop_.typeUntil("10:00:00");
     desktop_.bringToFront("org.example.editor", "Editor");
     desktop_.setWindowTitle("main.cpp");
@@ -51,7 +53,7 @@ TEST_F(TrackingSessionTest, RecordsWhatIsInFrontWithItsTitleAndSavesTheOpenRecor
 }
 
 TEST_F(TrackingSessionTest, SaysSoWhenTheLastRecordCannotBeSaved) {
-    TrackingSession session(runLoop_, desktop_, store_.context(), console_);
+    TrackingSession session(runLoop_, desktop_, store_.context(), defaults_, console_);
     desktop_.typeUntil("10:00:00");
     desktop_.bringToFront("org.example.editor", "Editor");
     session.start();
@@ -67,7 +69,7 @@ TEST_F(TrackingSessionTest, SaysSoWhenTheLastRecordCannotBeSaved) {
 TEST_F(TrackingSessionTest, LeavesNothingRunningBehind) {
     const int before = runLoop_.pendingTimers();
     {
-        TrackingSession session(runLoop_, desktop_, store_.context(), console_);
+        TrackingSession session(runLoop_, desktop_, store_.context(), defaults_, console_);
         session.start();
         runLoop_.playUntil("09:01:00");
         session.stop();

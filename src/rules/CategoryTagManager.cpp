@@ -1,0 +1,125 @@
+#include "rules/CategoryTagManager.h"
+
+#include "base/Json.h"
+#include "base/Text.h"
+#include "platform/Clock.h"
+#include "store/ActivityCategory.h"
+#include "store/ActivityRecord.h"
+#include "store/StoreError.h"
+
+#include <algorithm>
+
+namespace quorvane {
+namespace {
+
+constexpr std::string_view customCategoriesKey = "CustomActivityCategories";
+constexpr std::string_view appPreferencesKey = "AppCategoryPreferences";
+
+using Texts = std::vector<std::string>;
+
+std::optional<Texts> textsOf(const Json& value) {
+    const auto isText = [](const Json& item) { return item.is_string(); };
+    if (!value.is_array() || !std::all_of(value.begin(), value.end(), isText)) return std::nullopt;
+    return value.get<Texts>();
+}
+
+std::optional<CategoryTagManager::AppPreferences> preferencesOf(const Json& value) {
+    if (!value.is_object() || !value.contains("tags")) return std::nullopt;
+    auto tags = textsOf(value["tags"]);
+    if (!tags) return std::nullopt;
+    CategoryTagManager::AppPreferences preferences{.tags = std::move(*tags)};
+    if (const auto category = value.find("category"); category != value.end() && !category->is_null()) {
+        if (!category->is_string()) return std::nullopt;
+        preferences.category = category->get<std::string>();
+    }
+    return preferences;
+}
+
+}  // namespace
+
+CategoryTagManager::CategoryTagManager(platform::UserDefaults& defaults, ConsoleSink& console)
+    : defaults_(defaults), console_(console) {}
+
+Texts CategoryTagManager::customCategories() const {
+    const auto stored = defaults_.value(customCategoriesKey);
+    return stored ? textsOf(Json::parse(*stored, nullptr, false)).value_or(Texts()) : Texts();
+}
+
+void CategoryTagManager::addCustomCategory(std::string_view name) {
+    auto category = text::trimmedWithNewlines(name);
+    auto categories = customCategories();
+    if (category.empty() || std::find(categories.begin(), categories.end(), category) != categories.end()) return;
+    categories.push_back(std::move(category));
+    std::sort(categories.begin(), categories.end());
+    defaults_.setValue(customCategoriesKey, jsonText(categories));
+}
+
+void CategoryTagManager::removeCustomCategory(std::string_view name) {
+    auto categories = customCategories();
+    std::erase(categories, name);
+    defaults_.setValue(customCategoriesKey, jsonText(categories));
+}
+
+Texts CategoryTagManager::allCategories() const {
+    Texts all;
+    for (const auto& [category, name] : RawValues<ActivityCategory>::table)
+        all.emplace_back(name);
+    for (std::string& name : customCategories())
+        all.push_back(std::move(name));
+    return all;
+}
+
+CategoryTagManager::AppPreferencesMap CategoryTagManager::loadAppPreferences() const {
+    const auto stored = defaults_.value(appPreferencesKey);
+    const Json json = stored ? Json::parse(*stored, nullptr, false) : Json();
+    AppPreferencesMap map;
+    if (!json.is_object()) return map;
+    for (const auto& [appName, value] : json.items()) {
+        auto preferences = preferencesOf(value);
+        if (!preferences) return {};
+        map.insert_or_assign(appName, std::move(*preferences));
+    }
+    return map;
+}
+
+void CategoryTagManager::saveAppPreferences(const AppPreferencesMap& preferences) {
+    Json json = Json::object();
+    for (const auto& [appName, chosen] : preferences) {
+        Json value = Json::object();
+        if (chosen.category) value["category"] = *chosen.category;
+        value["tags"] = chosen.tags;
+        json[appName] = std::move(value);
+    }
+    defaults_.setValue(appPreferencesKey, jsonText(json));
+}
+
+std::optional<CategoryTagManager::AppPreferences> CategoryTagManager::preference(std::string_view appName) const {
+    const auto map = loadAppPreferences();
+    const auto found = map.find(appName);
+    return found == map.end() ? std::nullopt : std::optional(found->second);
+}
+
+void CategoryTagManager::setPreference(const std::string& appName, const AppPreferences& preferences) {
+    auto map = loadAppPreferences();
+    map.insert_or_assign(appName, preferences);
+    saveAppPreferences(map);
+}
+
+void CategoryTagManager::applyPreference(const std::string& appName, const AppPreferences& preferences,
+                                         ModelContext& context) {
+    try {
+        const auto records = context.fetch<ActivityRecord>({.predicate = field(&ActivityRecord::appName) == appName});
+        const Date now = platform::currentDate();
+        for (const auto& record : records) {
+            record->category = preferences.category;
+            record->setTagList(preferences.tags);
+            record->updatedAt = now;
+        }
+        if (!records.empty()) context.save();
+        console_.line("CategoryTagManager: 已更新 {} 条 {} 的记录", records.size(), appName);
+    } catch (const StoreError& error) {
+        console_.line("CategoryTagManager: 更新记录失败: {}", error.what());
+    }
+}
+
+}  // namespace quorvane

@@ -1,0 +1,139 @@
+#include "rules/RuleDraft.h"
+
+#include "platform/Clock.h"
+#include "rules/RuleActionPayload.h"
+#include "support/Builders.h"
+
+#include <gmock/gmock.h>
+
+namespace quorvane {
+namespace {
+
+RuleDraft draft(const std::function<void(RuleDraft&)>& change = [](RuleDraft&) {}) {
+    RuleDraft made;
+    made.name = "Mail";
+    made.value = "mail";
+    made.category = "社交";
+    change(made);
+    return made;
+}
+
+TEST(RuleDraftTest, CanBeSavedWithANameAValueAndSomethingToDo) {
+    struct Row {
+        const char* name;
+        std::function<void(RuleDraft&)> change;
+        bool expected;
+    };
+    const Row rows[] = {
+        {"category", [](RuleDraft&) {}, true},
+        {"an empty category is one", [](RuleDraft& d) { d.category = ""; }, true},
+        {"no action", [](RuleDraft& d) { d.category.reset(); }, false},
+        {"blank tags",
+         [](RuleDraft& d) {
+             d.category.reset();
+             d.tags = " , ,";
+         },
+         false},
+        {"tags",
+         [](RuleDraft& d) {
+             d.category.reset();
+             d.tags = ",a";
+         },
+         true},
+        {"project",
+         [](RuleDraft& d) {
+             d.category.reset();
+             d.projectId = Uuid();
+         },
+         true},
+        {"stopping alone is nothing",
+         [](RuleDraft& d) {
+             d.category.reset();
+             d.stopProcessing = true;
+         },
+         false},
+        {"blank name", [](RuleDraft& d) { d.name = " \n"; }, false},
+        {"blank value", [](RuleDraft& d) { d.value = "\t"; }, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(draft(row.change).canSave(), row.expected);
+    }
+    EXPECT_EQ(draft([](RuleDraft& d) { d.tags = " a, ,b\n,,c d"; }).parsedTags(),
+              (std::vector<std::string>{"a", "b", "c d"}));
+}
+
+TEST(RuleDraftTest, WritesOneConditionAndOneActionAndReadsThemBack) {
+    const auto now = at("10:00:00");
+    const platform::ClockOverride clock([now] { return now; });
+    const RuleDraft whole = draft([](RuleDraft& d) {
+        d.field = RuleDraft::Field::urlHost;
+        d.matchOperator = RuleDraft::MatchOperator::regex;
+        d.projectId = Uuid::parse("00000000-0000-4000-8000-00000000000A");
+        d.tags = "b,a";
+        d.priority = -3;
+        d.isEnabled = false;
+        d.stopProcessing = true;
+    });
+    Rule rule;
+    rule.createdAt = rule.updatedAt = at("09:00:00");
+    rule.type = "or";
+    whole.writeTo(rule);
+    EXPECT_EQ(rule.type(), "and");
+    EXPECT_EQ(rule.createdAt(), at("09:00:00"));
+    EXPECT_EQ(rule.updatedAt(), now);
+    EXPECT_EQ(rule.action(), R"({"category":"社交","projectId":"00000000-0000-4000-8000-00000000000A",)"
+                             R"("stopProcessing":true,"tags":["b","a"]})");
+    const auto condition = readRuleConditions(rule.condition())->front();
+    EXPECT_EQ(condition, (RuleCondition{condition.id, "urlHost", "regex", "mail"}));
+    RuleDraft expected = whole;
+    expected.tags = "b, a";
+    EXPECT_EQ(RuleDraft(rule), expected);
+    draft().writeTo(rule);
+    EXPECT_EQ(rule.action(), R"({"category":"社交","stopProcessing":false,"tags":[]})");
+    EXPECT_NE(readRuleConditions(rule.condition())->front().id, condition.id);
+}
+
+TEST(RuleDraftTest, ShowsTheFirstConditionAndDefaultsForWhatItCannotRead) {
+    Rule rule;
+    rule.name = "odd";
+    EXPECT_EQ(RuleDraft(rule), [] {
+        RuleDraft d;
+        d.name = "odd";
+        return d;
+    }());
+    rule.condition =
+        RuleConditionSet{{{Uuid(), "mood", "endsWith", "first"}, {Uuid(), "url", "regex", "second"}}}.json();
+    rule.action = RuleActionPayload{.projectId = "no uuid"}.json();
+    RuleDraft expected;
+    expected.name = "odd";
+    expected.value = "first";
+    EXPECT_EQ(RuleDraft(rule), expected);
+}
+
+TEST(RuleDraftTest, SummarisesInTheUsersLanguage) {
+    const auto project = std::make_shared<Project>();
+    project->name = "{Harbour}";
+    const RuleDraft whole = draft([&](RuleDraft& d) {
+        d.projectId = project->id();
+        d.tags = "b,it's";
+    });
+    const Localization english("en");
+    EXPECT_EQ(whole.summary(english, {project}),
+              "When: Application contains “mail”. Then: Set the category to 社交. Assign it to {Harbour}. "
+              "Add the tags b, it's.");
+    EXPECT_EQ(draft([](RuleDraft& d) {
+                  d.category.reset();
+                  d.projectId = Uuid();
+              }).summary(english, {project}),
+              "When: Application contains “mail”. Then: Nothing happens yet. Choose a category, a project or tags.");
+    EXPECT_EQ(draft([](RuleDraft& d) { d.field = RuleDraft::Field::appBundleId; }).summary(english, {}),
+              "When: Bundle ID contains “mail”. Then: Set the category to 社交.");
+    const std::string chinese = whole.summary(Localization("zh"), {project});
+    EXPECT_THAT(chinese, testing::AllOf(testing::HasSubstr("社交"), testing::HasSubstr("b、it's"),
+                                        testing::HasSubstr("{Harbour}")));
+    EXPECT_NE(chinese, whole.summary(english, {project}));
+}
+
+}  // namespace
+}  // namespace quorvane
