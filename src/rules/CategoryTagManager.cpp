@@ -8,6 +8,7 @@
 #include "store/StoreError.h"
 
 #include <algorithm>
+#include <span>
 
 namespace quorvane {
 namespace {
@@ -33,6 +34,32 @@ std::optional<CategoryTagManager::AppPreferences> preferencesOf(const Json& valu
         preferences.category = category->get<std::string>();
     }
     return preferences;
+}
+
+/// How many records are in memory at once: an application may have a million of them.
+constexpr std::size_t sliceSize = 10'000;
+
+std::vector<std::int64_t> rowsOf(const std::string& appName, ModelContext& context) {
+    std::vector<std::int64_t> rows;
+    context.scan<ActivityRecord>({.predicate = field(&ActivityRecord::appName) == appName}, {"pk"},
+                                 [&](const Row& row) {
+                                     rows.push_back(row.integer(0));
+                                     return true;
+                                 });
+    return rows;
+}
+
+void applyTo(std::span<const std::int64_t> rows, const CategoryTagManager::AppPreferences& preferences, Date now,
+             ModelContext& context) {
+    for (const std::int64_t row : rows) {
+        const auto object = context.object(ActivityRecord::description(), row);
+        if (!object) continue;
+        auto& record = static_cast<ActivityRecord&>(*object);
+        record.category = preferences.category;
+        record.setTagList(preferences.tags);
+        record.updatedAt = now;
+    }
+    context.save();
 }
 
 }  // namespace
@@ -108,15 +135,14 @@ void CategoryTagManager::setPreference(const std::string& appName, const AppPref
 void CategoryTagManager::applyPreference(const std::string& appName, const AppPreferences& preferences,
                                          ModelContext& context) {
     try {
-        const auto records = context.fetch<ActivityRecord>({.predicate = field(&ActivityRecord::appName) == appName});
+        context.save();  // the rows are read from the store
+        const auto rows = rowsOf(appName, context);
         const Date now = platform::currentDate();
-        for (const auto& record : records) {
-            record->category = preferences.category;
-            record->setTagList(preferences.tags);
-            record->updatedAt = now;
+        for (std::size_t begin = 0; begin < rows.size(); begin += sliceSize) {
+            const auto slice = std::span(rows).subspan(begin, std::min(sliceSize, rows.size() - begin));
+            applyTo(slice, preferences, now, context);
         }
-        if (!records.empty()) context.save();
-        console_.line("CategoryTagManager: 已更新 {} 条 {} 的记录", records.size(), appName);
+        console_.line("CategoryTagManager: 已更新 {} 条 {} 的记录", rows.size(), appName);
     } catch (const StoreError& error) {
         console_.line("CategoryTagManager: 更新记录失败: {}", error.what());
     }
