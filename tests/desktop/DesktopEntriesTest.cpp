@@ -11,8 +11,6 @@
 namespace quorvane::platform {
 namespace {
 
-using testing::ElementsAre;
-
 TEST(DesktopEntryTest, AFileIsReadAsItsFormatSays) {
     const auto entry = parseDesktopEntry("# a comment\n"
                                          "[Desktop Entry]\r\n"

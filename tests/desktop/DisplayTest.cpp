@@ -1,14 +1,11 @@
+#include "desktop/support/BoundSocket.h"
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/QtRunLoop.h"
 
-#include <cstring>
 #include <gmock/gmock.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace quorvane::platform {
 namespace {
@@ -19,24 +16,6 @@ using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Lt;
-
-/// A socket where a compositor would have one.
-class CompositorSocket {
-public:
-    CompositorSocket(const std::filesystem::path& path, bool listens) {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
-        EXPECT_EQ(bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-        EXPECT_EQ(listens ? listen(descriptor_, 1) : 0, 0);
-    }
-    CompositorSocket(const CompositorSocket&) = delete;
-    CompositorSocket& operator=(const CompositorSocket&) = delete;
-    ~CompositorSocket() { close(descriptor_); }
-
-private:
-    int descriptor_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-};
 
 /// Nothing about windows and input is answered, and nobody crashes for it.
 void expectNothingIsSeen(LinuxDesktop& desktop) {
@@ -84,21 +63,17 @@ TEST(DisplayTest, EveryQuestionIsListed) {
     EXPECT_THAT(displayChannels(desktop), testing::Each(Field(&Channel::isAvailable, true)));
 }
 
-TEST(DisplayTest, WithoutADisplayEverythingIsRefused) {
+TEST(DisplayTest, WithoutADisplayThatAnswersEverythingIsRefused) {
     QtRunLoop runLoop;
-    const DesktopSession session({.display = false, .buses = false});
-    LinuxDesktop desktop(runLoop);
-    EXPECT_THAT(displayChannels(desktop), allRefusedWith("no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
-    expectNothingIsSeen(desktop);
-}
-
-TEST(DisplayTest, ADisplayThatDoesNotAnswerIsNamed) {
-    QtRunLoop runLoop;
-    DesktopSession session({.display = false, .buses = false});
-    session.environment().set("DISPLAY", ":64999");
-    LinuxDesktop desktop(runLoop);
-    EXPECT_THAT(displayChannels(desktop), allRefusedWith("DISPLAY=:64999"));
-    expectNothingIsSeen(desktop);
+    for (const auto& [display, reason] : {std::pair("", "no display: neither DISPLAY nor WAYLAND_DISPLAY is set"),
+                                          std::pair(":64999", "DISPLAY=:64999")}) {
+        SCOPED_TRACE(reason);
+        DesktopSession session({.display = false, .buses = false});
+        if (*display) session.environment().set("DISPLAY", display);
+        LinuxDesktop desktop(runLoop);
+        EXPECT_THAT(displayChannels(desktop), allRefusedWith(reason));
+        expectNothingIsSeen(desktop);
+    }
 }
 
 TEST(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
@@ -122,7 +97,7 @@ TEST(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
         SCOPED_TRACE(row.name);
         DesktopSession session({.buses = false});
         const auto path = session.runtimeDirectory() / row.socket;
-        const CompositorSocket compositor(path, row.listens);
+        const BoundSocket compositor(path, SOCK_STREAM, row.listens);
         if (row.variable) session.environment().set("WAYLAND_DISPLAY", row.isAbsolute ? path.string() : row.variable);
         const TestWindow window({.instance = "x", .wmClass = "X"});
         LinuxDesktop desktop(runLoop);

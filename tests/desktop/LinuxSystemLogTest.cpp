@@ -1,13 +1,10 @@
 #include "platform/linux/LinuxSystemLog.h"
+#include "desktop/support/BoundSocket.h"
 #include "support/TemporaryFolder.h"
 
 #include <array>
-#include <cstring>
 #include <gmock/gmock.h>
 #include <map>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace quorvane::platform {
 namespace {
@@ -16,22 +13,14 @@ using testing::Contains;
 using testing::Pair;
 
 /// A socket where the journal's would be.
-class Journal {
+class Journal : private BoundSocket {
 public:
-    explicit Journal(const std::filesystem::path& path) {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
-        EXPECT_EQ(bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    }
-    Journal(const Journal&) = delete;
-    Journal& operator=(const Journal&) = delete;
-    ~Journal() { close(descriptor_); }
+    explicit Journal(const std::filesystem::path& path) : BoundSocket(path, SOCK_DGRAM) {}
 
     /// The fields of the next message, read as the journal's protocol says; empty if there is none.
     std::map<std::string, std::string> next() {
         static std::array<char, 1 << 17> buffer;
-        const auto size = recv(descriptor_, buffer.data(), buffer.size(), MSG_DONTWAIT);
+        const auto size = recv(descriptor(), buffer.data(), buffer.size(), MSG_DONTWAIT);
         std::string_view rest(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
         std::map<std::string, std::string> fields;
         while (!rest.empty()) {
@@ -50,12 +39,9 @@ public:
         }
         return fields;
     }
-
-private:
-    int descriptor_ = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
 };
 
-TEST(LinuxSystemLogTest, TheJournalGetsTheLineWithItsOriginAndSeverity) {
+TEST(LinuxSystemLogTest, TheJournalGetsTheLineWithItsOriginAndSeverityAndAHugeOneShortened) {
     const TemporaryFolder folder;
     Journal journal(folder / "socket");
     LinuxSystemLog log(folder / "socket");
@@ -73,23 +59,13 @@ TEST(LinuxSystemLogTest, TheJournalGetsTheLineWithItsOriginAndSeverity) {
         EXPECT_THAT(fields, Contains(Pair("CATEGORY", "AppLogger")));
         EXPECT_THAT(fields, Contains(Pair("SYSLOG_IDENTIFIER", "quorvane")));
     }
-}
-
-TEST(LinuxSystemLogTest, AHugeLineArrivesShortened) {
-    const TemporaryFolder folder;
-    Journal journal(folder / "socket");
-    LinuxSystemLog log(folder / "socket");
     log.write(SystemLogType::standard, std::string(10 << 20, 'x'));
     EXPECT_EQ(journal.next()["MESSAGE"].size(), 48U * 1024);
-}
 
-TEST(LinuxSystemLogTest, WithoutAJournalTheReasonIsKnown) {
-    const TemporaryFolder folder;
-    LinuxSystemLog log(folder / "nothing");
-    log.write(SystemLogType::error, "nobody hears this in a test");
-    const auto channel = log.channel();
-    EXPECT_NE(channel.name, "journald");
-    EXPECT_EQ(channel.isAvailable, channel.reason.empty());
+    LinuxSystemLog elsewhere(folder / "nothing");
+    elsewhere.write(SystemLogType::error, "nobody hears this in a test");
+    EXPECT_NE(elsewhere.channel().name, "journald");
+    EXPECT_EQ(elsewhere.channel().isAvailable, elsewhere.channel().reason.empty());
 }
 
 }  // namespace

@@ -67,12 +67,18 @@ TEST(SystemEventsTest, TheMachineSleepsOnlyWhenTheHandlersHaveRun) {
     EXPECT_THAT(list.events, ElementsAre(SystemEvent::willSleep, SystemEvent::didWake)) << "repeats are dropped";
 }
 
-TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThem) {
+TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThemAndALockAtTheStartCounts) {
     QtRunLoop runLoop;
     const DesktopSession session({.display = false});
     LogindMock logind;
+    logind.setLockedHint(true);
     LinuxDesktop desktop(runLoop);
     EXPECT_THAT(reasonFor(desktop, "lock and unlock"), IsEmpty());
+    EXPECT_EQ(desktop.foreground().frontmostApplication()->bundleIdentifier, loginWindowBundleId);
+    EventList atTheStart(desktop);
+    logind.setLockedHint(false);
+    ASSERT_TRUE(atTheStart.waitFor(1));
+    EXPECT_THAT(atTheStart.events, ElementsAre(SystemEvent::screenUnlocked));
     struct Row {
         const char* name;
         std::function<void(bool)> announce;
@@ -102,19 +108,6 @@ TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThem) {
         ASSERT_TRUE(list.waitFor(2));
         EXPECT_THAT(list.events, ElementsAre(SystemEvent::screenLocked, SystemEvent::screenUnlocked));
     }
-}
-
-TEST(SystemEventsTest, ASessionThatIsLockedAtTheStartCountsAsLocked) {
-    QtRunLoop runLoop;
-    const DesktopSession session({.display = false});
-    LogindMock logind;
-    logind.setLockedHint(true);
-    LinuxDesktop desktop(runLoop);
-    EventList list(desktop);
-    EXPECT_EQ(desktop.foreground().frontmostApplication()->bundleIdentifier, loginWindowBundleId);
-    logind.setLockedHint(false);
-    ASSERT_TRUE(list.waitFor(1));
-    EXPECT_THAT(list.events, ElementsAre(SystemEvent::screenUnlocked));
 }
 
 TEST(SystemEventsTest, DarkScreensAreReportedByTheServer) {

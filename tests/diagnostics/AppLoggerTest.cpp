@@ -3,11 +3,11 @@
 #include "base/Iso8601.h"
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "support/RecordingConsole.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <map>
-#include <mutex>
 #include <thread>
 
 namespace quorvane {
@@ -18,18 +18,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::SizeIs;
-
-class RecordingConsole : public ConsoleSink {
-public:
-    void write(std::string_view line) override {
-        const std::lock_guard lock(mutex_);
-        lines.emplace_back(line);
-    }
-    std::vector<std::string> lines;
-
-private:
-    std::mutex mutex_;
-};
 
 class AppLoggerTest : public testing::Test {
 protected:
@@ -51,7 +39,7 @@ TEST_F(AppLoggerTest, TheListBeginsWithTheStartUpLineThatGoesNowhereElse) {
     loop.runPosted();
     ASSERT_THAT(logger.logs(), SizeIs(1));
     EXPECT_EQ(logger.logs().front().formattedLog(), "[2026-03-02 09:00:00.500] [INFO] [AppLogger] AppLogger 已初始化");
-    EXPECT_THAT(console.lines, IsEmpty());
+    EXPECT_THAT(console.lines(), IsEmpty());
     EXPECT_THAT(systemLog.lines(), IsEmpty());
 }
 
@@ -69,7 +57,7 @@ TEST_F(AppLoggerTest, ALineReachesAllThreePlacesSanitised) {
     std::vector<std::string> written;
     for (const Line& line : systemLog.lines())
         written.push_back(line.text);
-    EXPECT_EQ(console.lines, written);
+    EXPECT_EQ(console.lines(), written);
 
     loop.playFor(1s);
     EXPECT_THAT(messages(),
@@ -99,7 +87,7 @@ TEST_F(AppLoggerTest, AClearedListHoldsTheLineThatSaysSo) {
     loop.runPosted();
     EXPECT_THAT(messages(), ElementsAre("清空所有日志"));
     EXPECT_EQ(changes, 2);
-    EXPECT_THAT(console.lines, ElementsAre("[2026-03-02 09:00:00.500] [INFO] [AppLogger] 清空所有日志"));
+    EXPECT_THAT(console.lines(), ElementsAre("[2026-03-02 09:00:00.500] [INFO] [AppLogger] 清空所有日志"));
 }
 
 TEST_F(AppLoggerTest, LinesOnTheirWayToALoggerThatIsGoneAreDropped) {
@@ -122,7 +110,7 @@ TEST_F(AppLoggerTest, ManyThreadsMayLogAtOnceAndEachKeepsItsOrder) {
         thread.join();
     loop.runPosted();
 
-    EXPECT_THAT(console.lines, SizeIs(800));
+    EXPECT_THAT(console.lines(), SizeIs(800));
     EXPECT_THAT(systemLog.lines(), SizeIs(800));
     std::map<std::string, int> next;
     for (const LogEntry& entry : logger.logs()) {

@@ -12,11 +12,12 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 using testing::StartsWith;
 
 class DataCleanupServiceTest : public HygieneTest {
 protected:
+    DataCleanupServiceTest() : HygieneTest("DataCleanupService") {}
+
     std::optional<DataCleanupService> service{std::in_place, context(), runLoop, console};
 };
 
@@ -26,37 +27,29 @@ TEST_F(DataCleanupServiceTest, ABackgroundRunHasSixPassesInALaterTurn) {
     EXPECT_THAT(newLines(), IsEmpty());
     runLoop.runPosted();
     EXPECT_FALSE(service->isCleanupRunning());
-    EXPECT_THAT(
-        newLines(),
-        ElementsAre("DataCleanupService: 开始后台数据清理...", "DataCleanupService: 检查异常时间记录...",
-                    "DataCleanupService: 检查未来日期的记录...", "DataCleanupService: 检查重叠记录...",
-                    "DataCleanupService: 检查未结束的记录...", "DataCleanupService: 检查相邻的相同应用记录...",
-                    "DataCleanupService: 没有发现需要合并的相邻记录", "DataCleanupService: 开始智能合并短时间记录...",
-                    "DataCleanupService: 找到 0 条5分钟前的记录", "DataCleanupService: 分成了 0 个2分钟时间窗口",
-                    "DataCleanupService: 没有发现需要合并的短时间记录", "DataCleanupService: 数据清理完成"));
+    EXPECT_THAT(newLines(),
+                ElementsAre("开始后台数据清理...", "检查异常时间记录...", "检查未来日期的记录...", "检查重叠记录...",
+                            "检查未结束的记录...", "检查相邻的相同应用记录...", "没有发现需要合并的相邻记录",
+                            "开始智能合并短时间记录...", "找到 0 条5分钟前的记录", "分成了 0 个2分钟时间窗口",
+                            "没有发现需要合并的短时间记录", "数据清理完成"));
 }
 
 TEST_F(DataCleanupServiceTest, AManualRunHasFivePassesAtOnce) {
     service->performSynchronousCleanup();
     EXPECT_FALSE(service->isCleanupRunning());
-    EXPECT_THAT(newLines(),
-                ElementsAre("DataCleanupService: 开始同步数据清理...", "DataCleanupService: 检查异常时间记录...",
-                            "DataCleanupService: 检查未来日期的记录...", "DataCleanupService: 检查重叠记录...",
-                            "DataCleanupService: 检查未结束的记录...", "DataCleanupService: 检查相邻的相同应用记录...",
-                            "DataCleanupService: 没有发现需要合并的相邻记录", "DataCleanupService: 同步数据清理完成"));
+    EXPECT_THAT(newLines(), ElementsAre("开始同步数据清理...", "检查异常时间记录...", "检查未来日期的记录...",
+                                        "检查重叠记录...", "检查未结束的记录...", "检查相邻的相同应用记录...",
+                                        "没有发现需要合并的相邻记录", "同步数据清理完成"));
 }
 
 TEST_F(DataCleanupServiceTest, ATriggerDuringARunOnlySaysSo) {
     service->performBackgroundCleanup();
     service->performBackgroundCleanup();
     service->performSynchronousCleanup();
-    EXPECT_THAT(newLines(), ElementsAre("DataCleanupService: 已有清理任务运行中，跳过本次触发",
-                                        "DataCleanupService: 已有清理任务运行中，跳过同步清理"));
+    EXPECT_THAT(newLines(), ElementsAre("已有清理任务运行中，跳过本次触发", "已有清理任务运行中，跳过同步清理"));
     add("Open", "11:59:00");
     service->endAllActiveRecords();  // asks nobody
-    EXPECT_THAT(newLines(),
-                ElementsAre("DataCleanupService: 结束所有活跃记录...", "DataCleanupService: 结束活跃记录 - Open",
-                            "DataCleanupService: 结束了 1 条活跃记录"));
+    EXPECT_THAT(newLines(), ElementsAre("结束所有活跃记录...", "结束活跃记录 - Open", "结束了 1 条活跃记录"));
     runLoop.runPosted();
     EXPECT_EQ(newLines().size(), 12);
     service->performBackgroundCleanup();
@@ -69,16 +62,7 @@ TEST_F(DataCleanupServiceTest, AManualRunThatIsUnderWayRefusesToBeginAgain) {
     const auto again =
         context().didChange.subscribe([&](const EntityChange&) { service->performSynchronousCleanup(); });
     service->performSynchronousCleanup();
-    EXPECT_THAT(newLines(), Contains("DataCleanupService: 已有清理任务运行中，跳过同步清理").Times(2));
-}
-
-TEST_F(DataCleanupServiceTest, AServiceThatIsGoneBeforeItsTaskDoesNothingElse) {
-    add("Longer", "2026-02-28 09:00:00", "2026-03-01 10:00:00");
-    service->performBackgroundCleanup();
-    service.reset();
-    runLoop.runPosted();
-    EXPECT_THAT(newLines(), ElementsAre("DataCleanupService: deinit - 清理资源"));
-    EXPECT_EQ(stored().size(), 1);
+    EXPECT_THAT(newLines(), Contains("已有清理任务运行中，跳过同步清理").Times(2));
 }
 
 TEST_F(DataCleanupServiceTest, AContextThatIsGoneLeavesNothingToDo) {
@@ -86,7 +70,7 @@ TEST_F(DataCleanupServiceTest, AContextThatIsGoneLeavesNothingToDo) {
     store.close();
     runLoop.runPosted();
     service->endAllActiveRecords();
-    EXPECT_THAT(newLines(), ElementsAre("DataCleanupService: 开始后台数据清理...", "DataCleanupService: 数据清理完成"));
+    EXPECT_THAT(newLines(), ElementsAre("开始后台数据清理...", "数据清理完成"));
     EXPECT_FALSE(service->isCleanupRunning());
 }
 
@@ -102,40 +86,18 @@ TEST_F(DataCleanupServiceTest, ABackgroundRunLooksBackFourteenDays) {
     EXPECT_THAT(stored(), IsEmpty());
 }
 
-TEST_F(DataCleanupServiceTest, AManualRunKeepsShortRecords) {
-    add("Long", "09:00:00", "09:01:00");
-    add("Short", "09:01:10", "09:01:15");
-    service->performSynchronousCleanup();
-    EXPECT_EQ(stored().size(), 2);
-    service->performBackgroundCleanup();
-    runLoop.runPosted();
-    EXPECT_THAT(stored(), ElementsAre(isRecord("Long", "09:00:00", "09:01:00")));
-}
-
-TEST_F(DataCleanupServiceTest, AnOpenRecordBelowADayIsClosedAnHourAfterItsStartEvenIfItIsHeld) {
-    const auto current = add("Editor", "2026-03-01 13:00:00");
-    service->performBackgroundCleanup();
-    runLoop.runPosted();
-    EXPECT_EQ(current->endTime(), at("2026-03-01 14:00:00"));
-    EXPECT_FALSE(current->isDeleted());
-}
-
 TEST_F(DataCleanupServiceTest, APassThatCannotReadSaysSoAndTheNextOneRuns) {
     hideRecords();
     service->performBackgroundCleanup();
     runLoop.runPosted();
     service->endAllActiveRecords();
-    EXPECT_THAT(
-        newLines(),
-        ElementsAre(
-            "DataCleanupService: 开始后台数据清理...", "DataCleanupService: 检查异常时间记录...",
-            StartsWith("DataCleanupService: 清理异常时间记录失败: "), "DataCleanupService: 检查未来日期的记录...",
-            StartsWith("DataCleanupService: 清理未来日期记录失败: "), "DataCleanupService: 检查重叠记录...",
-            StartsWith("DataCleanupService: 清理重叠记录失败: "), "DataCleanupService: 检查未结束的记录...",
-            StartsWith("DataCleanupService: 处理未结束记录失败: "), "DataCleanupService: 检查相邻的相同应用记录...",
-            StartsWith("DataCleanupService: 合并相邻记录失败: "), "DataCleanupService: 开始智能合并短时间记录...",
-            StartsWith("DataCleanupService: 智能合并短时间记录失败: "), "DataCleanupService: 数据清理完成",
-            "DataCleanupService: 结束所有活跃记录...", StartsWith("DataCleanupService: 结束活跃记录失败: ")));
+    EXPECT_THAT(newLines(),
+                ElementsAre("开始后台数据清理...", "检查异常时间记录...", StartsWith("清理异常时间记录失败: "),
+                            "检查未来日期的记录...", StartsWith("清理未来日期记录失败: "), "检查重叠记录...",
+                            StartsWith("清理重叠记录失败: "), "检查未结束的记录...", StartsWith("处理未结束记录失败: "),
+                            "检查相邻的相同应用记录...", StartsWith("合并相邻记录失败: "), "开始智能合并短时间记录...",
+                            StartsWith("智能合并短时间记录失败: "), "数据清理完成", "结束所有活跃记录...",
+                            StartsWith("结束活跃记录失败: ")));
     EXPECT_FALSE(service->isCleanupRunning());
 }
 
@@ -145,16 +107,12 @@ TEST_F(DataCleanupServiceTest, WhatAFailedSaveLeftBehindGoesWithTheNextOne) {
     refuse("DELETE");
     service->performSynchronousCleanup();
     // Until then every save carries the deletion, and so the later pass fails as well.
-    EXPECT_THAT(
-        newLines(),
-        ElementsAre(
-            "DataCleanupService: 开始同步数据清理...", "DataCleanupService: 检查异常时间记录...",
-            "DataCleanupService: 发现异常记录 - Longer 持续 48.0 小时", "DataCleanupService: 删除异常记录 - Longer",
-            StartsWith("DataCleanupService: 清理异常时间记录失败: "), "DataCleanupService: 检查未来日期的记录...",
-            "DataCleanupService: 检查重叠记录...", "DataCleanupService: 检查未结束的记录...",
-            "DataCleanupService: 发现 1 条未结束的记录", "DataCleanupService: 自动结束旧记录 - Open",
-            StartsWith("DataCleanupService: 处理未结束记录失败: "), "DataCleanupService: 检查相邻的相同应用记录...",
-            "DataCleanupService: 没有发现需要合并的相邻记录", "DataCleanupService: 同步数据清理完成"));
+    EXPECT_THAT(newLines(),
+                ElementsAre("开始同步数据清理...", "检查异常时间记录...", "发现异常记录 - Longer 持续 48.0 小时",
+                            "删除异常记录 - Longer", StartsWith("清理异常时间记录失败: "), "检查未来日期的记录...",
+                            "检查重叠记录...", "检查未结束的记录...", "发现 1 条未结束的记录", "自动结束旧记录 - Open",
+                            StartsWith("处理未结束记录失败: "), "检查相邻的相同应用记录...",
+                            "没有发现需要合并的相邻记录", "同步数据清理完成"));
     EXPECT_THAT(stored(), ElementsAre(isRecord("Longer", "2026-02-27 09:00:00", "2026-03-01 09:00:00"),
                                       isRecord("Open", "10:00:00")));
     allow("DELETE");
@@ -168,22 +126,25 @@ TEST_F(DataCleanupServiceTest, FromAnotherThreadThePassesMoveToTheMainOne) {
     runLoop.background([&] {
         service->endAllActiveRecords();
         service->performSynchronousCleanup();
-        EXPECT_THAT(newLines(),
-                    ElementsAre("DataCleanupService: 开始同步数据清理...", "DataCleanupService: 同步数据清理完成"));
+        EXPECT_THAT(newLines(), ElementsAre("开始同步数据清理...", "同步数据清理完成"));
     });
     runLoop.runPosted();
-    EXPECT_THAT(newLines(), Contains("DataCleanupService: 删除了 1 条异常记录"));
+    EXPECT_THAT(newLines(), Contains("删除了 1 条异常记录"));
     EXPECT_EQ(open->endTime(), runLoop.now());
 }
 
-TEST_F(DataCleanupServiceTest, WhatWasMovedToTheMainThreadGoesWithTheService) {
-    add("Open", "11:59:00");
+TEST_F(DataCleanupServiceTest, WhatWaitsForItsTurnGoesWithTheService) {
+    add("Longer", "2026-02-28 09:00:00", "2026-03-01 10:00:00");
+    const auto open = add("Open", "11:59:00");
     runLoop.background([&] {
         service->endAllActiveRecords();
         service.reset();
     });
+    service->performBackgroundCleanup();
     runLoop.runPosted();
-    EXPECT_THAT(newLines(), ElementsAre("DataCleanupService: deinit - 清理资源"));
+    EXPECT_THAT(newLines(), ElementsAre("deinit - 清理资源"));
+    EXPECT_EQ(stored().size(), 2);
+    EXPECT_EQ(open->endTime(), std::nullopt);
 }
 
 }  // namespace

@@ -2,10 +2,11 @@
 #include "hygiene/RandomHistory.h"
 #include "store/DataCleanupService.h"
 #include "store/OverlapDetectionService.h"
+#include "store/RecordSpans.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <set>
+#include <tuple>
 
 namespace quorvane {
 namespace {
@@ -13,7 +14,6 @@ namespace {
 using DataCleanupPasses::Scope;
 using testing::Contains;
 using testing::HasSubstr;
-using testing::Not;
 
 constexpr unsigned histories = 10;
 
@@ -45,7 +45,9 @@ protected:
                 service.performSynchronousCleanup();
             runLoop.runPosted();
         }
-        return newLines();
+        auto lines = console.lines();
+        console.clear();
+        return lines;
     }
 
     /// Runs one pass on each history; what it removed must satisfy the first condition and what it changed the second,
@@ -166,10 +168,42 @@ TEST_F(HygienePropertiesTest, AfterACheckThatDeletedNothingASecondOneFindsNothin
             EXPECT_EQ(deleted, testing::Value(lines, Contains(HasSubstr("删除"))));
         }
         const auto state = stateOf(history.context());
-        EXPECT_EQ(check(history.context()).back(), "OverlapDetectionService: 未发现重叠记录");
+        EXPECT_EQ(check(history.context()).back(), "未发现重叠记录");
         EXPECT_EQ(stateOf(history.context()), state);
     }
     EXPECT_GT(checks, static_cast<int>(histories));
+}
+
+TEST_F(HygienePropertiesTest, AWalkVisitsEachRecordOnceInOrderWhateverTheSlice) {
+    auto records = randomHistory(3, runLoop.now(), 40);
+    for (std::size_t i = 10; i < 20; ++i)
+        records[i]->startTime = runLoop.now();  // more than a slice at one instant
+    for (const auto& record : records)
+        context().insert(record);
+    std::ranges::sort(records, {}, [](const auto& record) { return std::tuple(record->startTime(), record->id()); });
+    for (const bool isSaved : {false, true}) {
+        SCOPED_TRACE(isSaved);
+        if (isSaved) context().save();
+        for (const std::optional<Date> from : {std::optional<Date>(), std::optional(records[5]->startTime())}) {
+            std::vector<Uuid> expected;
+            for (const auto& record : records)
+                if (!from || record->startTime() >= *from) expected.push_back(record->id());
+            for (const std::size_t slice : {1U, 4U, 39U, 40U, 41U}) {
+                std::vector<Uuid> visited;
+                const auto visit = [&](const RecordSpan& span) { visited.push_back(span.id); };
+                RecordSpans::forEach(context(), {.from = from}, visit, slice);
+                EXPECT_EQ(visited, expected) << slice;
+            }
+        }
+    }
+    // A span leads nowhere once another program has removed its record.
+    const auto spans = RecordSpans::read(context(), {}, 10);
+    const auto other = store.anotherContext();
+    for (const auto& record : other->fetch<ActivityRecord>())
+        other->remove(record);
+    other->save();
+    records.clear();
+    EXPECT_EQ(RecordSpans::record(context(), spans.front()), nullptr);
 }
 
 }  // namespace

@@ -28,6 +28,12 @@ std::vector<std::shared_ptr<ActivityRecord>> HygieneTest::stored() {
 std::vector<std::string> HygieneTest::newLines() {
     auto lines = console.lines();
     console.clear();
+    for (std::string& line : lines) {
+        if (line.starts_with(prefix_))
+            line.erase(0, prefix_.size());
+        else
+            EXPECT_TRUE(line.starts_with("  ")) << line;
+    }
     return lines;
 }
 

@@ -14,9 +14,11 @@
 
 namespace quorvane {
 
-/// A store at noon of Monday, 2 March 2026, and what the services that clean it up print.
+/// A store at noon of Monday, 2 March 2026, and what a service that cleans it up prints.
 class HygieneTest : public testing::Test {
 protected:
+    explicit HygieneTest(const std::string& service = "OverlapDetectionService") : prefix_(service + ": ") {}
+
     ModelContext& context() { return store.context(); }
 
     /// A saved record; without an end it is open.
@@ -28,7 +30,7 @@ protected:
     /// What stands in the file, by start and insertion, as another program sees it.
     std::vector<std::shared_ptr<ActivityRecord>> stored();
 
-    /// The printed lines since the last call.
+    /// The printed lines since the last call, without the service's name, with which each that is not indented begins.
     std::vector<std::string> newLines();
 
     /// Makes each statement of the kind fail: "DELETE", "UPDATE", "INSERT".
@@ -43,6 +45,7 @@ protected:
     TemporaryStore store;
 
 private:
+    std::string prefix_;
     Database otherProgram_{{.file = store.file()}};
 };
 

@@ -79,11 +79,5 @@ TEST(OverlapGroupsTest, FromAnOverlapOf300SecondsTheShorterRecordGoes) {
     }
 }
 
-TEST(OverlapGroupsTest, ADurationOf30SecondsIsNotShort) {
-    EXPECT_FALSE(isShort(30s));
-    EXPECT_TRUE(isShort(29.9s));
-    EXPECT_TRUE(isShort(-300s));
-}
-
 }  // namespace
 }  // namespace quorvane::OverlapGroups

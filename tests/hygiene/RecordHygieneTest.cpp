@@ -22,34 +22,6 @@ RecordSpan lasting(Seconds offset, Seconds duration, std::string bundleId = "a")
     return span(now + offset, now + offset + duration, std::move(bundleId));
 }
 
-TEST(RecordHygieneTest, AbnormalIsWhatLastsLongerThanADay) {
-    struct Row {
-        const char* name;
-        RecordSpan span;
-        bool expected;
-    };
-    const Row rows[] = {
-        {"24 hours", lasting(-30h, 24h), false},
-        {"a second more", lasting(-30h, 24h + 1s), true},
-        {"ends before it starts", lasting(-30h, -48h), false},
-        {"in the future", lasting(48h, 25h), true},
-        {"open for 24 hours", span(now - 24h, std::nullopt), false},
-        {"open for a second more", span(now - 24h - 1s, std::nullopt), true},
-        {"open, from the future", span(now + 48h, std::nullopt), false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(isAbnormal(row.span, now), row.expected);
-    }
-}
-
-TEST(RecordHygieneTest, AnOpenRecordIsForgottenAfterAnHourAndEndsThen) {
-    EXPECT_EQ(endOfForgotten(now - 3600s, now), std::nullopt);
-    EXPECT_EQ(endOfForgotten(now + 60s, now), std::nullopt);
-    EXPECT_EQ(endOfForgotten(now - 3600.5s, now), now - 0.5s);
-    EXPECT_EQ(endOfForgotten(now - 23h, now), now - 22h);
-}
-
 TEST(RecordHygieneTest, TheOverlapDecidesBetweenAnEarlierEndAndTheShorterRecord) {
     using enum OverlapDecision;
     struct Row {
@@ -125,31 +97,6 @@ TEST(RecordHygieneTest, WindowsAreCountedFrom1970) {
     for (const TimeWindow& window : windows)
         found.emplace_back(secondsSince1970(window.start), window.records.size());
     EXPECT_THAT(found, ElementsAre(Pair(-240, 1), Pair(-120, 2), Pair(0, 2), Pair(120, 1)));
-}
-
-TEST(RecordHygieneTest, AWindowKnowsItsShortRecordsAndTheFirstOfItsLongest) {
-    struct Row {
-        const char* name;
-        std::vector<double> durations;  ///< seconds
-        std::vector<double> shortOnes;
-        std::size_t longest;
-    };
-    const Row rows[] = {
-        {"all of 20 s", {20, 20, 20}, {}, 0},         {"a single one", {5}, {}, 0},
-        {"just below 20 s", {20, 19.5}, {19.5}, 0},   {"all short", {3, 7, 7}, {3, 7, 7}, 1},
-        {"ended before it began", {60, -5}, {-5}, 0},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        TimeWindow window{.start = now, .records = {}};
-        for (const double duration : row.durations)
-            window.records.push_back(lasting(0s, Seconds{duration}));
-        std::vector<double> shortOnes;
-        for (const RecordSpan& one : window.shortOnes())
-            shortOnes.push_back(one.duration(now).count());
-        EXPECT_EQ(shortOnes, row.shortOnes);
-        EXPECT_EQ(window.longest().id, window.records[row.longest].id);
-    }
 }
 
 }  // namespace

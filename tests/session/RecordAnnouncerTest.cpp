@@ -30,7 +30,7 @@ TEST_F(RecordAnnouncerTest, TellsOfEachRecordThatOpensAndCloses) {
     EXPECT_THAT(lines_, ElementsAre("09:00:00  opened  XTerm — make  [2J", "09:01:10  closed  XTerm  0:01:10"));
 }
 
-TEST_F(RecordAnnouncerTest, SaysNothingOfRecordsThatItDidNotSeeOpen) {
+TEST_F(RecordAnnouncerTest, SaysNothingOfTheEndOfRecordsThatItDidNotSeeOpenOrThatAreRemoved) {
     aRecord().from("09:00:00").to("09:10:00").app("Imported").in(context());
     context().save();
     const auto another = store_.anotherContext();
@@ -39,12 +39,9 @@ TEST_F(RecordAnnouncerTest, SaysNothingOfRecordsThatItDidNotSeeOpen) {
     for (const auto& record : context().fetch<ActivityRecord>())
         record->endTime = at("11:00:00");
     EXPECT_THAT(lines_, IsEmpty());
-}
-
-TEST_F(RecordAnnouncerTest, SaysNothingOfTheEndOfARecordThatIsRemoved) {
-    const auto record = aRecord().from("09:00:00").app("XTerm").in(context());
+    const auto removed = aRecord().from("09:00:00").app("XTerm").in(context());
     context().save();
-    context().remove(record);
+    context().remove(removed);
     context().save();
     EXPECT_THAT(lines_, ElementsAre("09:00:00  opened  XTerm"));
 }

@@ -23,6 +23,46 @@ using Value = CloudRecord::Value;
 const Uuid recordId = *Uuid::parse("0A0B0C0D-0000-4000-8000-00000000ABCD");
 const Uuid projectId = *Uuid::parse("11111111-2222-4333-8444-555555555555");
 
+SqlValue stored(const std::string& text) {
+    return text;
+}
+SqlValue stored(Date date) {
+    return microsecondsSince1970(date);
+}
+
+/// One value of a full record, in both forms, and what becomes of it in a new record where it is missing.
+struct AttributeForm {
+    const char* key;
+    const char* column;
+    Value inCloud;
+    SqlValue inRecord;
+    Value wrongType;
+    SqlValue fallback;
+};
+const SqlValue none;
+const std::vector<AttributeForm>& attributes() {
+    static const std::vector<AttributeForm> all{
+        {"startTime", "start_time", at("09:00:00"), stored(at("09:00:00")), "09:00", stored(at("12:00:00"))},
+        {"endTime", "end_time", at("09:30:00"), stored(at("09:30:00")), 5.0, none},
+        {"activityType", "activity_type", "url", stored("url"), 1.0, stored("app")},
+        {"appBundleId", "app_bundle_id", "org.example.browser", stored("org.example.browser"), true, none},
+        {"appName", "app_name", "Browser", stored("Browser"), 1.0, none},
+        {"windowTitle", "window_title", "Title", stored("Title"), at("09:00:00"), none},
+        {"documentPath", "document_path", "/a/b", stored("/a/b"), 1.0, none},
+        {"url", "url", "https://example.org/", stored("https://example.org/"), std::vector<std::string>{"a"}, none},
+        {"category", "category", "工作", stored("工作"), 1.0, none},
+        {"tags", "tags", "a,b", stored("a,b"), std::vector<std::string>{"a"}, stored("")},
+        {"source", "source", "system", stored("system"), true, none},
+        {"confidence", "confidence", 0.5, 0.5, "0.5", 1.0},
+        {"billingStatus", "billing_status", "billable", stored("billable"), true, stored("review")},
+        {"deviceId", "device_id", "device", stored("device"), 1.0, none},
+        {"userLocalId", "user_local_id", "user", stored("user"), 1.0, none},
+        {"createdAt", "created_at", at("09:00:01"), stored(at("09:00:01")), 1.0, stored(at("12:00:00"))},
+        {"updatedAt", "updated_at", at("09:30:01"), stored(at("09:30:01")), 1.0, stored(at("12:00:00"))},
+    };
+    return all;
+}
+
 class ActivityRecordCloudFormTest : public testing::Test {
 protected:
     platform::ClockOverride clock{[] { return at("12:00:00"); }};
@@ -31,47 +71,19 @@ protected:
     RecordingConsole console;
 
     static std::shared_ptr<Record> fullRecord() {
-        return std::make_shared<Record>(Record::Values{.id = recordId,
-                                                       .startTime = at("09:00:00"),
-                                                       .endTime = at("09:30:00"),
-                                                       .activityType = ActivityType::url,
-                                                       .appBundleId = "org.example.browser",
-                                                       .appName = "Browser",
-                                                       .windowTitle = "Title",
-                                                       .documentPath = "/a/b",
-                                                       .url = "https://example.org/",
-                                                       .category = ActivityCategory::work,
-                                                       .tags = "a,b",
-                                                       .source = "system",
-                                                       .confidence = 0.5,
-                                                       .billingStatus = BillingStatus::billable,
-                                                       .deviceId = "device",
-                                                       .userLocalId = "user",
-                                                       .createdAt = at("09:00:01"),
-                                                       .updatedAt = at("09:30:01"),
-                                                       .cloudKitRecordID = "of an earlier copy"});
+        const auto record =
+            std::make_shared<Record>(Record::Values{.id = recordId, .cloudKitRecordID = "of an earlier copy"});
+        for (const auto& form : attributes())
+            Record::description().attribute(form.column)->set(*record, form.inRecord);
+        return record;
     }
     static CloudRecord fullCloudRecord() {
-        return {.recordType = "ActivityRecord",
-                .recordName = recordId.string(),
-                .values = {{"localId", "0A0B0C0D-0000-4000-8000-00000000ABCD"},
-                           {"startTime", at("09:00:00")},
-                           {"endTime", at("09:30:00")},
-                           {"activityType", "url"},
-                           {"appBundleId", "org.example.browser"},
-                           {"appName", "Browser"},
-                           {"windowTitle", "Title"},
-                           {"documentPath", "/a/b"},
-                           {"url", "https://example.org/"},
-                           {"category", "工作"},
-                           {"tags", "a,b"},
-                           {"source", "system"},
-                           {"confidence", 0.5},
-                           {"billingStatus", "billable"},
-                           {"deviceId", "device"},
-                           {"userLocalId", "user"},
-                           {"createdAt", at("09:00:01")},
-                           {"updatedAt", at("09:30:01")}}};
+        CloudRecord record{.recordType = "ActivityRecord",
+                           .recordName = recordId.string(),
+                           .values = {{"localId", "0A0B0C0D-0000-4000-8000-00000000ABCD"}}};
+        for (const auto& form : attributes())
+            record.values[form.key] = form.inCloud;
+        return record;
     }
     static CloudRecord with(CloudRecord record, const std::string& key, const Value& value) {
         record.values[key] = value;
@@ -88,8 +100,18 @@ protected:
             values[attribute.name] = attribute.get(record);
         return values;
     }
-    static SqlValue stored(const std::string& text) { return text; }
-    static SqlValue stored(Date date) { return microsecondsSince1970(date); }
+
+    /// What a merge of a form of 10:00 changes in any case.
+    static std::map<std::string, SqlValue> merged(std::map<std::string, SqlValue> columns) {
+        columns["updated_at"] = stored(at("10:00:00"));
+        columns["cloud_kit_record_id"] = stored(recordId.string());
+        return columns;
+    }
+    std::map<std::string, SqlValue> columnsAfterMerging(const CloudRecord& form) {
+        const auto record = fullRecord();
+        applyCloudRecord(*record, with(form, "updatedAt", at("10:00:00")), nullptr, console);
+        return columns(*record);
+    }
 
     std::shared_ptr<Record> made(const CloudRecord& cloudRecord, bool inContext = false) {
         return makeActivityRecord(cloudRecord, inContext ? &context : nullptr, console);
@@ -125,62 +147,20 @@ TEST_F(ActivityRecordCloudFormTest, ANewRecordTakesEveryValueAndTheRecordsName) 
     EXPECT_EQ(record->context(), nullptr);
 }
 
-TEST_F(ActivityRecordCloudFormTest, ANewRecordHasAFallbackForWhatIsMissingOrOfAnotherType) {
-    struct Row {
-        const char* key;
-        const char* column;
-        Value wrongType;
-        SqlValue fallback;
-    };
-    const SqlValue none;
-    const Row rows[] = {
-        {"startTime", "start_time", "09:00", stored(at("12:00:00"))},
-        {"endTime", "end_time", 5.0, none},
-        {"activityType", "activity_type", 1.0, stored("app")},
-        {"appBundleId", "app_bundle_id", true, none},
-        {"appName", "app_name", 1.0, none},
-        {"windowTitle", "window_title", at("09:00:00"), none},
-        {"documentPath", "document_path", 1.0, none},
-        {"url", "url", std::vector<std::string>{"a"}, none},
-        {"category", "category", 1.0, none},
-        {"tags", "tags", std::vector<std::string>{"a"}, stored("")},
-        {"source", "source", true, none},
-        {"confidence", "confidence", "0.5", 1.0},
-        {"billingStatus", "billing_status", true, stored("review")},
-        {"deviceId", "device_id", 1.0, none},
-        {"userLocalId", "user_local_id", 1.0, none},
-        {"createdAt", "created_at", 1.0, stored(at("12:00:00"))},
-        {"updatedAt", "updated_at", 1.0, stored(at("12:00:00"))},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.key);
-        auto expected = columns(*fullRecord());
-        expected["cloud_kit_record_id"] = stored(recordId.string());
-        expected[row.column] = row.fallback;
-        EXPECT_EQ(columns(*made(without(fullCloudRecord(), row.key))), expected);
-        EXPECT_EQ(columns(*made(with(fullCloudRecord(), row.key, row.wrongType))), expected);
-    }
-}
+TEST_F(ActivityRecordCloudFormTest, WhatIsMissingOrOfAnotherTypeHasAFallbackAndAMergeClearsOnlyWhatMayBeAbsent) {
+    for (const auto& [key, column, inCloud, inRecord, wrongType, fallback] : attributes()) {
+        SCOPED_TRACE(key);
+        for (const auto& form : {without(fullCloudRecord(), key), with(fullCloudRecord(), key, wrongType)}) {
+            auto expected = columns(*fullRecord());
+            expected["cloud_kit_record_id"] = stored(recordId.string());
+            expected[column] = fallback;
+            EXPECT_EQ(columns(*made(form)), expected);
 
-TEST_F(ActivityRecordCloudFormTest, ANewRecordKeepsOnlyKnownWords) {
-    struct Row {
-        const char* key;
-        const char* value;
-        const char* column;
-        SqlValue expected;
-    };
-    const Row rows[] = {
-        {"activityType", "sleep", "activity_type", stored("sleep")},
-        {"activityType", "App", "activity_type", stored("app")},
-        {"activityType", "game", "activity_type", stored("app")},
-        {"category", "空闲", "category", stored("空闲")},
-        {"category", "My own", "category", SqlValue{}},
-        {"billingStatus", "excluded", "billing_status", stored("excluded")},
-        {"billingStatus", "paid", "billing_status", stored("review")},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.value);
-        EXPECT_EQ(columns(*made(with(fullCloudRecord(), row.key, row.value)))[row.column], row.expected);
+            if (key == std::string("updatedAt")) continue;  // such a form is never merged
+            expected = merged(columns(*fullRecord()));
+            if (fallback == none) expected[column] = none;
+            EXPECT_EQ(columnsAfterMerging(form), expected);
+        }
     }
 }
 
@@ -213,52 +193,36 @@ TEST_F(ActivityRecordCloudFormTest, OnlyAStrictlyNewerFormIsMerged) {
     EXPECT_EQ(record->appName(), "Other");
 }
 
-TEST_F(ActivityRecordCloudFormTest, AMergeTakesTheNewerFormAsAWhole) {
+TEST_F(ActivityRecordCloudFormTest, ANewRecordKeepsOnlyKnownWordsAndAMergeTakesTheNewerFormAsItIs) {
     struct Row {
-        const char* name;
-        CloudRecord cloudRecord;
+        const char* key;
+        Value value;
         const char* column;
-        SqlValue expected;
+        SqlValue whenNew;
+        SqlValue whenMerged;
     };
-    const CloudRecord newer = with(fullCloudRecord(), "updatedAt", at("10:00:00"));
-    const SqlValue none;
     const Row rows[] = {
-        {"all values", newer, "updated_at", stored(at("10:00:00"))},
-        {"start", with(newer, "startTime", at("08:00:00")), "start_time", stored(at("08:00:00"))},
-        {"no start", without(newer, "startTime"), "start_time", stored(at("09:00:00"))},
-        {"end", with(newer, "endTime", at("11:00:00")), "end_time", stored(at("11:00:00"))},
-        {"no end opens it again", without(newer, "endTime"), "end_time", none},
-        {"end of another type", with(newer, "endTime", "later"), "end_time", none},
-        {"unknown type", with(newer, "activityType", "game"), "activity_type", stored("game")},
-        {"no type", without(newer, "activityType"), "activity_type", stored("url")},
-        {"no bundle", without(newer, "appBundleId"), "app_bundle_id", none},
-        {"no name", without(newer, "appName"), "app_name", none},
-        {"no title", without(newer, "windowTitle"), "window_title", none},
-        {"no document", without(newer, "documentPath"), "document_path", none},
-        {"no url", without(newer, "url"), "url", none},
-        {"a category of the user's", with(newer, "category", "My own"), "category", stored("My own")},
-        {"no category", without(newer, "category"), "category", none},
-        {"tags", with(newer, "tags", ""), "tags", stored("")},
-        {"no tags", without(newer, "tags"), "tags", stored("a,b")},
-        {"no source", without(newer, "source"), "source", none},
-        {"confidence", with(newer, "confidence", 0.25), "confidence", 0.25},
-        {"no confidence", without(newer, "confidence"), "confidence", 0.5},
-        {"unknown status", with(newer, "billingStatus", "paid"), "billing_status", stored("paid")},
-        {"no status", without(newer, "billingStatus"), "billing_status", stored("billable")},
-        {"no device", without(newer, "deviceId"), "device_id", none},
-        {"no user", without(newer, "userLocalId"), "user_local_id", none},
-        {"creation stays", with(newer, "createdAt", at("08:00:00")), "created_at", stored(at("09:00:01"))},
-        {"id stays", with(newer, "localId", projectId.string()), "id", ValueTraits<Uuid>::toSql(recordId)},
+        {"startTime", at("08:00:00"), "start_time", stored(at("08:00:00")), stored(at("08:00:00"))},
+        {"endTime", at("11:00:00"), "end_time", stored(at("11:00:00")), stored(at("11:00:00"))},
+        {"activityType", "sleep", "activity_type", stored("sleep"), stored("sleep")},
+        {"activityType", "App", "activity_type", stored("app"), stored("App")},
+        {"activityType", "game", "activity_type", stored("app"), stored("game")},
+        {"category", "空闲", "category", stored("空闲"), stored("空闲")},
+        {"category", "My own", "category", none, stored("My own")},
+        {"tags", "", "tags", stored(""), stored("")},
+        {"confidence", 0.25, "confidence", 0.25, 0.25},
+        {"billingStatus", "excluded", "billing_status", stored("excluded"), stored("excluded")},
+        {"billingStatus", "paid", "billing_status", stored("review"), stored("paid")},
+        {"createdAt", at("08:00:00"), "created_at", stored(at("08:00:00")), stored(at("09:00:01"))},
+        {"localId", projectId.string(), "id", ValueTraits<Uuid>::toSql(projectId), ValueTraits<Uuid>::toSql(recordId)},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto record = fullRecord();
-        auto expected = columns(*record);
-        expected["updated_at"] = stored(at("10:00:00"));
-        expected["cloud_kit_record_id"] = stored(recordId.string());
-        expected[row.column] = row.expected;
-        applyCloudRecord(*record, row.cloudRecord, nullptr, console);
-        EXPECT_EQ(columns(*record), expected);
+        SCOPED_TRACE(testing::Message() << row.key << " " << row.column);
+        const auto form = with(fullCloudRecord(), row.key, row.value);
+        EXPECT_EQ(columns(*made(form))[row.column], row.whenNew);
+        auto expected = merged(columns(*fullRecord()));
+        expected[row.column] = row.whenMerged;
+        EXPECT_EQ(columnsAfterMerging(form), expected);
     }
 }
 

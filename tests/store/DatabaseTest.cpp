@@ -1,10 +1,8 @@
 #include "store/Database.h"
 
-#include "support/Matchers.h"
 #include "support/TemporaryFolder.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
 
@@ -28,17 +26,6 @@ protected:
     }
     static void add(Database& database) { database.execute("INSERT INTO note VALUES (?)", {"a"}); }
 };
-
-TEST_F(DatabaseTest, WhatATransactionThrowsUndoesIt) {
-    EXPECT_THROW(database.inTransaction([&] {
-        add(database);
-        throw std::runtime_error("enough");
-    }),
-                 std::runtime_error);
-    EXPECT_EQ(notesIn(database), 0);
-    database.inTransaction([&] { add(database); });
-    EXPECT_EQ(notesIn(database), 1);
-}
 
 TEST_F(DatabaseTest, ASnapshotStaysAsItIsWhileOthersWrite) {
     Database other({.file = folder / "store.sqlite"});
@@ -80,12 +67,6 @@ TEST_F(DatabaseTest, ValuesComeBackAsTheyWereGiven) {
         return true;
     });
     EXPECT_TRUE(found == values);
-}
-
-TEST_F(DatabaseTest, AnErrorNamesTheFileAndTheCause) {
-    const StoreError error = storeErrorOf([&] { database.execute("SELECT * FROM nowhere"); });
-    EXPECT_EQ(error.code(), StoreError::Code::failed);
-    EXPECT_EQ(error.what(), (folder / "store.sqlite").string() + ": no such table: nowhere");
 }
 
 }  // namespace

@@ -22,8 +22,8 @@ using testing::SizeIs;
 SqlValue unusual(const AttributeDescription& attribute, const Entity& sample, std::int64_t row) {
     switch (attribute.kind) {
     case AttributeKind::uuid: return ValueTraits<Uuid>::toSql(Uuid::random());
-    case AttributeKind::date: return std::int64_t{1234567890123456};
-    case AttributeKind::text: return "text of " + attribute.name;
+    case AttributeKind::date: return std::int64_t{-1234567890123456};  // before 1970, and to the microsecond
+    case AttributeKind::text: return std::string("zero \0, 😀, not \xFF UTF-8: ", 27) + attribute.name;
     case AttributeKind::real: return -1234.5678;
     case AttributeKind::integer: return std::int64_t{-42};
     case AttributeKind::boolean: return std::int64_t{attribute.get(sample) == SqlValue{std::int64_t{0}}};

@@ -11,7 +11,6 @@
 namespace quorvane {
 namespace {
 
-using testing::AllOf;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::Field;

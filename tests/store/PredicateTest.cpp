@@ -11,7 +11,6 @@
 namespace quorvane {
 namespace {
 
-using testing::ElementsAre;
 using testing::ElementsAreArray;
 
 using Record = ActivityRecord;
@@ -93,16 +92,6 @@ TEST_F(PredicateTest, AMissingValueIsUnequalToEveryOtherAndOtherwiseNoMatch) {
         }
         context.save();
     }
-}
-
-TEST_F(PredicateTest, ConditionsNest) {
-    const auto a = aRecord().app("a").tags("x").in(context);
-    const auto b = aRecord().app("b").tags("x").in(context);
-    aRecord().app("a").tags("y").in(context);
-    context.save();
-    const auto app = field(&Record::appName);
-    EXPECT_THAT(context.fetch<Record>({.predicate = (app == "a" || app == "b") && field(&Record::tags) == "x"}),
-                ElementsAre(a, b));
 }
 
 TEST_F(PredicateTest, DatesCompareAsTheyAreStored) {

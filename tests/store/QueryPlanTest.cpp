@@ -36,18 +36,25 @@ protected:
         context.save();
     }
 
-    /// How the database means to run the statements that `ask` runs, step by step.
-    std::vector<std::string> planOf(const std::function<void(ModelContext&)>& ask) {
-        trace.clear();
-        ask(context);
+    template <class E = Record>
+    static std::function<void(ModelContext&)> fetching(const FetchDescriptor<E>& descriptor) {
+        return [descriptor](ModelContext& context) { (void)context.fetch<E>(descriptor); };
+    }
+    /// How the database means to run these statements, step by step.
+    std::vector<std::string> stepsOf(const std::vector<std::string>& statements) {
         SQLite::Database database(store.file().string(), SQLite::OPEN_READONLY);
         std::vector<std::string> steps;
-        for (const std::string& sql : trace.statements("SELECT")) {
+        for (const std::string& sql : statements) {
             SQLite::Statement statement(database, "EXPLAIN QUERY PLAN " + sql);
             while (statement.executeStep())
                 steps.push_back(statement.getColumn("detail").getString());
         }
         return steps;
+    }
+    std::vector<std::string> planOf(const std::function<void(ModelContext&)>& ask) {
+        trace.clear();
+        ask(context);
+        return stepsOf(trace.statements("SELECT"));
     }
 
     SqlTrace trace;
@@ -62,82 +69,60 @@ TEST_F(QueryPlanTest, QuestionsAboutARangeUseAnIndex) {
     const Date to = from + 600s;
     const auto started = field(&Record::startTime);
     const auto ended = field(&Record::endTime);
+    const auto inRange = started >= from && started < to;
+    const auto oldestFirst = ascending(&Record::startTime);
+    const std::string search = "SEARCH activity_record USING INDEX activity_record_by_";
+    const std::string searchDay = "SEARCH project_time_annotation USING INDEX project_time_annotation_by_";
     struct Row {
         const char* name;
         std::function<void(ModelContext&)> ask;
-        const char* expected;
+        std::string expected;
     };
     const Row rows[] = {
-        {"records that start in a range, oldest first",
-         [&](ModelContext& c) {
-             (void)c.fetch<Record>(
-                 {.predicate = started >= from && started < to, .sort = {ascending(&Record::startTime)}});
-         },
-         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>? AND start_time<?)"},
+        {"records that start in a range, oldest first", fetching({.predicate = inRange, .sort = {oldestFirst}}),
+         search + "start_time (start_time>? AND start_time<?)"},
         {"the same, newest first and to its end",
-         [&](ModelContext& c) {
-             (void)c.fetch<Record>({.predicate = started >= from, .sort = {descending(&Record::startTime)}});
-         },
-         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>?)"},
-        {"the same in the order of their insertion",
-         [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = started >= from && started < to}); },
-         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>? AND start_time<?)"},
-        {"and with an end left open", [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = started >= from}); },
-         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>?)"},
-        {"how many they are", [&](ModelContext& c) { (void)c.count(started >= from && started < to); },
+         fetching({.predicate = started >= from, .sort = {descending(&Record::startTime)}}),
+         search + "start_time (start_time>?)"},
+        {"the same in the order of their insertion", fetching({.predicate = inRange}),
+         search + "start_time (start_time>? AND start_time<?)"},
+        {"and with an end left open", fetching({.predicate = started >= from}), search + "start_time (start_time>?)"},
+        {"how many they are", [&](ModelContext& c) { (void)c.count(inRange); },
          "SEARCH activity_record USING COVERING INDEX activity_record_by_start_time (start_time>? AND start_time<?)"},
         {"the first record after an instant",
-         [&](ModelContext& c) {
-             (void)c.fetch<Record>({.predicate = started > from, .sort = {ascending(&Record::startTime)}, .limit = 1});
-         },
-         "SEARCH activity_record USING INDEX activity_record_by_start_time (start_time>?)"},
+         fetching({.predicate = started > from, .sort = {oldestFirst}, .limit = 1}),
+         search + "start_time (start_time>?)"},
         {"records that end after an instant and began before another",
-         [&](ModelContext& c) {
-             (void)c.fetch<Record>({.predicate = ended > from && started.unindexed() < to,
-                                    .sort = {ascending(&Record::endTime)},
-                                    .limit = 2});
-         },
-         "SEARCH activity_record USING INDEX activity_record_by_end_time (end_time>?)"},
-        {"open records",
-         [&](ModelContext& c) {
-             (void)c.fetch<Record>({.predicate = ended.isNone(), .sort = {ascending(&Record::startTime)}});
-         },
-         "SEARCH activity_record USING INDEX activity_record_by_end_time (end_time=?)"},
+         fetching({.predicate = ended > from && started.unindexed() < to,
+                   .sort = {ascending(&Record::endTime)},
+                   .limit = 2}),
+         search + "end_time (end_time>?)"},
+        {"open records", fetching({.predicate = ended.isNone(), .sort = {oldestFirst}}),
+         search + "end_time (end_time=?)"},
         {"open records that began before an instant",
-         [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = ended.isNone() && started.unindexed() < to}); },
-         "SEARCH activity_record USING INDEX activity_record_by_end_time (end_time=?)"},
+         fetching({.predicate = ended.isNone() && started.unindexed() < to}), search + "end_time (end_time=?)"},
         {"records of a project", [&](ModelContext&) { (void)project->activities(); },
-         "SEARCH activity_record USING INDEX activity_record_by_project_and_start_time (project=?)"},
+         search + "project_and_start_time (project=?)"},
         {"records of a project in a range",
-         [&](ModelContext& c) {
-             (void)c.fetch<Record>(
-                 {.predicate = refersTo(&Record::project, *project) && started >= from && started < to});
-         },
-         "SEARCH activity_record USING INDEX activity_record_by_project_and_start_time"
-         " (project=? AND start_time>? AND start_time<?)"},
-        {"the record with an identifier",
-         [&](ModelContext& c) { (void)c.fetch<Record>({.predicate = field(&Record::id) == Uuid::random()}); },
-         "SEARCH activity_record USING INDEX activity_record_by_id (id=?)"},
+         fetching({.predicate = refersTo(&Record::project, *project) && started >= from && started < to}),
+         search + "project_and_start_time (project=? AND start_time>? AND start_time<?)"},
+        {"the record with an identifier", fetching({.predicate = field(&Record::id) == Uuid::random()}),
+         search + "id (id=?)"},
         {"annotations of a day",
-         [&](ModelContext& c) {
-             (void)c.fetch<Annotation>(
-                 {.predicate = field(&Annotation::startTime) >= from && field(&Annotation::startTime) < to});
-         },
-         "SEARCH project_time_annotation USING INDEX project_time_annotation_by_start_time (start_time>? AND "
-         "start_time<?)"},
+         fetching<Annotation>(
+             {.predicate = field(&Annotation::startTime) >= from && field(&Annotation::startTime) < to}),
+         searchDay + "start_time (start_time>? AND start_time<?)"},
         {"annotations that end after an instant and began before another",
-         [&](ModelContext& c) {
-             (void)c.fetch<Annotation>(
-                 {.predicate = field(&Annotation::endTime) > from && field(&Annotation::startTime).unindexed() <= to});
-         },
-         "SEARCH project_time_annotation USING INDEX project_time_annotation_by_end_time (end_time>?)"},
+         fetching<Annotation>(
+             {.predicate = field(&Annotation::endTime) > from && field(&Annotation::startTime).unindexed() <= to}),
+         searchDay + "end_time (end_time>?)"},
         {"a project by its row", [&](ModelContext& c) { (void)c.object(Project::description(), 12345); },
          "SEARCH project USING INTEGER PRIMARY KEY (rowid=?)"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const auto plan = planOf(row.ask);
-        EXPECT_THAT(plan, testing::Contains(std::string(row.expected)));
+        EXPECT_THAT(plan, testing::Contains(row.expected));
         EXPECT_THAT(plan, Each(Not(HasSubstr("SCAN"))));
     }
 }
@@ -147,7 +132,7 @@ TEST_F(QueryPlanTest, AWalkAlongAnIndexSortsNothing) {
     for (const SortOrder& order : {ascending(&Record::startTime), descending(&Record::startTime)}) {
         SCOPED_TRACE(order.isAscending ? "oldest first" : "newest first");
         // "FOR RIGHT PART" sorts the few that start at one instant.
-        EXPECT_THAT(planOf([&](ModelContext& c) { (void)c.fetch<Record>({.sort = {order}, .limit = 1}); }),
+        EXPECT_THAT(planOf(fetching({.sort = {order}, .limit = 1})),
                     Each(AllOf(Not(HasSubstr("FOR ORDER BY")), Not(testing::StrEq("SCAN activity_record")))));
         EXPECT_THAT(planOf([&](ModelContext& c) {
                         c.scan<Record>({.predicate = started >= start, .sort = {order}}, {"id"},
@@ -163,14 +148,9 @@ TEST_F(QueryPlanTest, AnUpdateAndARemovalFindTheirRowsByKey) {
     context.remove(project);
     trace.clear();
     context.save();
-    SQLite::Database database(store.file().string(), SQLite::OPEN_READONLY);
     for (const char* word : {"UPDATE", "DELETE"}) {
         ASSERT_FALSE(trace.statements(word).empty());
-        for (const std::string& sql : trace.statements(word)) {
-            SQLite::Statement statement(database, "EXPLAIN QUERY PLAN " + sql);
-            while (statement.executeStep())
-                EXPECT_THAT(statement.getColumn("detail").getString(), Not(HasSubstr("SCAN"))) << sql;
-        }
+        EXPECT_THAT(stepsOf(trace.statements(word)), Each(Not(HasSubstr("SCAN"))));
     }
 }
 

@@ -6,15 +6,12 @@
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <thread>
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
 
 struct ProcessEnded : std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -56,33 +53,39 @@ protected:
     std::vector<ModelConfiguration> attempts;
 };
 
-TEST_F(SafeModelContainerTest, TheFirstAttemptIsMadeWithTheCloud) {
-    configure(0);
-    ModelContainer& container = SafeModelContainer::sharedContainer();
-    EXPECT_EQ(container.configuration().file, folder / "store.sqlite");
-    EXPECT_TRUE(container.configuration().allowsSave);
-    EXPECT_EQ(container.configuration().cloudDatabase, CloudDatabase::automatic);
-    EXPECT_THAT(lines(), ElementsAre("INFO 开始创建 SwiftData 容器...", "INFO 尝试创建启用 CloudKit 的容器..."));
-}
-
-TEST_F(SafeModelContainerTest, WithoutTheCloudAPlainStoreIsOpened) {
-    configure(1);
-    EXPECT_EQ(SafeModelContainer::sharedContainer().configuration().cloudDatabase, CloudDatabase::none);
-    EXPECT_THAT(lines(), ElementsAre("INFO 开始创建 SwiftData 容器...", "INFO 尝试创建启用 CloudKit 的容器...",
-                                     "WARNING CloudKit 容器创建失败: error 1",
-                                     "WARNING CloudKit 容器创建失败，回退到本地容器...",
-                                     "INFO 尝试创建禁用 CloudKit 的备用容器...", "INFO 备用容器创建成功"));
-}
-
-TEST_F(SafeModelContainerTest, TheLastAttemptIsThePlainestOne) {
-    configure(2);
-    EXPECT_EQ(SafeModelContainer::sharedContainer().configuration().cloudDatabase, CloudDatabase::none);
-    EXPECT_THAT(lines(), ElementsAre("INFO 开始创建 SwiftData 容器...", "INFO 尝试创建启用 CloudKit 的容器...",
-                                     "WARNING CloudKit 容器创建失败: error 1",
-                                     "WARNING CloudKit 容器创建失败，回退到本地容器...",
-                                     "INFO 尝试创建禁用 CloudKit 的备用容器...", "ERROR 备用容器创建失败: error 2",
-                                     "WARNING 所有模型容器创建尝试都失败了，尝试使用最基本的配置...",
-                                     "INFO 使用基本配置成功创建容器"));
+TEST_F(SafeModelContainerTest, EachAttemptIsPlainerThanTheOneBeforeAndTheFirstThatSucceedsCounts) {
+    struct Row {
+        CloudDatabase cloudDatabase;
+        std::vector<std::string> failed;  ///< what the failure of the attempt before adds
+        std::string succeeded;            ///< empty: nothing is said
+    };
+    const Row rows[] = {
+        {CloudDatabase::automatic, {"INFO 开始创建 SwiftData 容器...", "INFO 尝试创建启用 CloudKit 的容器..."}, ""},
+        {CloudDatabase::none,
+         {"WARNING CloudKit 容器创建失败: error 1", "WARNING CloudKit 容器创建失败，回退到本地容器...",
+          "INFO 尝试创建禁用 CloudKit 的备用容器..."},
+         "INFO 备用容器创建成功"},
+        {CloudDatabase::none,
+         {"ERROR 备用容器创建失败: error 2", "WARNING 所有模型容器创建尝试都失败了，尝试使用最基本的配置..."},
+         "INFO 使用基本配置成功创建容器"},
+    };
+    std::vector<std::string> expected;
+    for (int failures = 0; failures < 3; ++failures) {
+        SCOPED_TRACE(failures);
+        const Row& row = rows[failures];
+        logger.clearLogs();
+        attempts.clear();
+        SafeModelContainer::reset();
+        configure(failures);
+        const ModelConfiguration& configuration = SafeModelContainer::sharedContainer().configuration();
+        EXPECT_EQ(configuration.file, folder / "store.sqlite");
+        EXPECT_TRUE(configuration.allowsSave);
+        EXPECT_EQ(configuration.cloudDatabase, row.cloudDatabase);
+        expected.insert(expected.end(), row.failed.begin(), row.failed.end());
+        auto all = expected;
+        if (!row.succeeded.empty()) all.push_back(row.succeeded);
+        EXPECT_EQ(lines(), all);
+    }
 }
 
 TEST_F(SafeModelContainerTest, WhenNothingOpensTheProcessEndsAndSaysWhatToDo) {
@@ -107,22 +110,16 @@ TEST_F(SafeModelContainerTest, WhenNothingOpensTheProcessEndsAndSaysWhatToDo) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
-TEST_F(SafeModelContainerTest, FurtherCallsGiveTheSameContainerAndLogNothing) {
-    configure(1);
-    ModelContainer& container = SafeModelContainer::sharedContainer();
-    const auto logged = lines();
-    EXPECT_EQ(&SafeModelContainer::sharedContainer(), &container);
-    EXPECT_EQ(lines(), logged);
-    EXPECT_EQ(attempts.size(), 2U);
-}
-
-TEST_F(SafeModelContainerTest, ConcurrentFirstCallsGetOneContainer) {
+TEST_F(SafeModelContainerTest, ConcurrentFirstCallsAndLaterOnesGetOneContainer) {
     configure(2);
     ModelContainer* fromThread = nullptr;
     std::thread thread([&] { fromThread = &SafeModelContainer::sharedContainer(); });
     ModelContainer* const here = &SafeModelContainer::sharedContainer();
     thread.join();
     EXPECT_EQ(here, fromThread);
+    const auto logged = lines();
+    EXPECT_EQ(&SafeModelContainer::sharedContainer(), here);
+    EXPECT_EQ(lines(), logged);
     EXPECT_EQ(attempts.size(), 3U);
 }
 

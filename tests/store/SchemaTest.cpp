@@ -24,7 +24,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 class SchemaTest : public testing::Test {
 protected:
@@ -65,7 +64,7 @@ TEST_F(SchemaTest, TheSchemaHoldsSevenEntitiesInOrder) {
                 ElementsAre("pk", "id", "start_time", "end_time", "project", "created_at", "updated_at"));
 }
 
-TEST_F(SchemaTest, NewFilesAndFoldersAreTheUsersAlone) {
+TEST_F(SchemaTest, NewFilesAndFoldersAreTheUsersAloneUntilTheUserSharesThem) {
     const mode_t before = ::umask(0);
     {
         ModelContainer container = open();
@@ -78,11 +77,8 @@ TEST_F(SchemaTest, NewFilesAndFoldersAreTheUsersAlone) {
         EXPECT_EQ(modeOf(folder / "deep" / "er"), 0700U);
     }
     EXPECT_EQ(::umask(before), 0U);  // the process's own setting is left alone
-}
 
-TEST_F(SchemaTest, AFileThatTheUserSharesStaysShared) {
-    (void)open();
-    std::filesystem::permissions(file, std::filesystem::perms(0640));
+    std::filesystem::permissions(file, std::filesystem::perms(0640));  // the user shares it
     ModelContainer container = open();
     aRecord().in(container.mainContext());
     container.mainContext().save();
@@ -91,63 +87,62 @@ TEST_F(SchemaTest, AFileThatTheUserSharesStaysShared) {
 }
 
 TEST_F(SchemaTest, AnOlderStoreGainsWhatItLacksWithItsDefaults) {
+    constexpr int count = 3;
+    const std::set<std::string> kept{"name", "start_time"};
     {
+        const platform::ClockOverride clock([] { return at("09:00:00"); });
         ModelContainer container = open();
-        for (const char* app : {"a", "b", "c"})
-            aRecord().from("09:00:00").to("09:30:00").app(app).in(container.mainContext());
-        container.mainContext().insert(std::make_shared<AppSettings>());
-        container.mainContext().insert(std::make_shared<Rule>());
-        container.mainContext().insert(std::make_shared<Project>());
-        container.mainContext().insert(std::make_shared<ProjectTimeAnnotation>());
+        for (const auto* entity : allEntities())
+            for (int i = 0; i < count; ++i)
+                container.mainContext().insert(entity->make());
         container.mainContext().save();
     }
-    alter("DROP INDEX activity_record_by_id; DROP INDEX activity_record_by_project_and_start_time;"
-          "DROP INDEX activity_record_by_end_time; DROP INDEX project_time_annotation_by_project_and_start_time;"
-          "ALTER TABLE activity_record DROP COLUMN id; ALTER TABLE activity_record DROP COLUMN tags;"
-          "ALTER TABLE activity_record DROP COLUMN confidence; ALTER TABLE activity_record DROP COLUMN billing_status;"
-          "ALTER TABLE activity_record DROP COLUMN device_id; ALTER TABLE activity_record DROP COLUMN project;"
-          "ALTER TABLE activity_record DROP COLUMN created_at;"
-          "ALTER TABLE app_settings DROP COLUMN enable_idle_detection; ALTER TABLE app_settings DROP COLUMN work_days;"
-          "ALTER TABLE app_settings DROP COLUMN idle_threshold_minutes; ALTER TABLE rule DROP COLUMN condition;"
-          "ALTER TABLE project DROP COLUMN currency_code; ALTER TABLE project_time_annotation DROP COLUMN project;"
-          "DROP TABLE activity_share; PRAGMA user_version = 0");
+    const char* const indexes = "SELECT name FROM sqlite_schema WHERE type = 'index' ORDER BY 1";
+    const auto complete = answers(indexes);
+    std::string older = "DROP TABLE activity_share; PRAGMA user_version = 0;";
+    for (const std::string& index : complete)
+        older = fmt::format("DROP INDEX {};", index) + older;
+    for (const auto* entity : allEntities())
+        for (const auto& attribute : entity->attributes)
+            if (entity->name != "ActivityShare" && !kept.contains(attribute.name))
+                older += fmt::format("ALTER TABLE {} DROP COLUMN {};", entity->table, attribute.column());
+    alter(older);
 
     const platform::ClockOverride clock([] { return at("12:00:00"); });
     ModelContainer container = open();
     ModelContext& context = container.mainContext();
-    const auto records = context.fetch<ActivityRecord>();
-    EXPECT_THAT(records, ElementsAre(isRecord("a", "09:00:00", "09:30:00"), isRecord("b", "09:00:00", "09:30:00"),
-                                     isRecord("c", "09:00:00", "09:30:00")));
-    std::set<Uuid> ids{Uuid()};
-    for (const auto& record : records) {
-        EXPECT_TRUE(ids.insert(record->id()).second) << "an id of its own for each";
-        EXPECT_EQ(record->tags(), "");
-        EXPECT_EQ(record->confidence(), 1.0);
-        EXPECT_EQ(record->billingStatus(), "review");
-        EXPECT_EQ(record->deviceId(), std::nullopt);
-        EXPECT_EQ(record->createdAt(), at("12:00:00"));
-        EXPECT_EQ(record->project(), nullptr);
+    for (const auto* entity : allEntities()) {
+        const auto expected = entity->make();
+        std::set<Uuid> ids{Uuid()};
+        for (int row = 1; row <= count && entity->name != "ActivityShare"; ++row) {
+            const auto found = context.object(*entity, row);
+            ASSERT_NE(found, nullptr) << entity->name;
+            for (const auto& attribute : entity->attributes) {
+                const auto value = attribute.get(*found);
+                if (attribute.name == "start_time")
+                    EXPECT_TRUE(value == SqlValue{microsecondsSince1970(at("09:00:00"))}) << "it was there already";
+                else if (attribute.name == "id")
+                    EXPECT_TRUE(ids.insert(ValueTraits<Uuid>::fromSql(value)).second) << "an id of its own for each";
+                else
+                    EXPECT_TRUE(value == attribute.get(*expected)) << entity->name << " " << attribute.name;
+            }
+        }
     }
     const auto settings = context.fetch<AppSettings>().front();
     EXPECT_TRUE(settings->enableIdleDetection());
     EXPECT_EQ(settings->workDays(), "1,2,3,4,5");
     EXPECT_EQ(settings->idleThresholdMinutes(), 5);
-    EXPECT_EQ(context.fetch<Rule>().front()->condition(), "{}");
-    const auto project = context.fetch<Project>().front();
-    EXPECT_EQ(project->currencyCode(), "USD");
+    EXPECT_EQ(answers(indexes), complete);
+    EXPECT_THAT(answers("PRAGMA user_version"), ElementsAre("1"));
 
     // The columns do what those of a new store do.
-    records[0]->project = project;
+    const auto project = context.fetch<Project>().front();
+    context.fetch<ActivityRecord>().front()->project = project;
     context.insert(std::make_shared<ActivityShare>());
     context.save();
     context.remove(project);
     context.save();
     EXPECT_EQ(context.count(refersToNone(&ActivityRecord::project)), 3U);
-    EXPECT_THAT(answers("PRAGMA user_version"), ElementsAre("1"));
-    EXPECT_THAT(
-        answers("SELECT name FROM sqlite_schema WHERE tbl_name = 'activity_record' AND type = 'index' ORDER BY 1"),
-        ElementsAre("activity_record_by_end_time", "activity_record_by_id", "activity_record_by_project_and_start_time",
-                    "activity_record_by_start_time"));
 }
 
 TEST_F(SchemaTest, AnInterruptedUpgradeLeavesTheOlderStoreWhole) {

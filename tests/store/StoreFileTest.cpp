@@ -6,6 +6,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -25,6 +26,11 @@ protected:
     TemporaryFolder folder;
     const fs::path file = folder / "store.sqlite";
 
+    static void addRecord(const fs::path& to) {
+        ModelContainer container({.file = to});
+        aRecord().in(container.mainContext());
+        container.mainContext().save();
+    }
     /// A closed store with a few records.
     void makeStore() const {
         ModelContainer container({.file = file});
@@ -68,26 +74,51 @@ protected:
     }
 };
 
-TEST_F(StoreFileTest, WhatIsNoFileIsRefused) {
-    fs::create_directory(file);
-    expectRefusedEitherWay(Code::notAFile, "this is a directory, not a store");
-    fs::remove(file);
-    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    expectRefusedEitherWay(Code::notAFile, "this is not a regular file");
-    expectRefused({.file = file / "below" / "a" / "pipe"}, Code::notAFile, "Not a directory");
-}
-
-TEST_F(StoreFileTest, WhatIsNoDatabaseIsRefused) {
-    for (const std::string& bytes :
-         {std::string("hello"), std::string("SQLite format 4 and so on"), std::string(5000, '\0'),
-          std::string("SQLite format 3\n") + std::string(5000, 'x')}) {
-        SCOPED_TRACE(bytes.substr(0, 20));
-        writeFile(file, bytes);
-        expectRefusedEitherWay(Code::notAStore, "this is not a store");
+TEST_F(StoreFileTest, WhatIsNoStoreOfOursIsRefused) {
+    const auto bytes = [this](const std::string& content) { return [=, this] { writeFile(file, content); }; };
+    const auto altered = [this](const std::string& sql) {
+        return [=, this] {
+            makeStore();
+            alter(sql);
+        };
+    };
+    struct Row {
+        const char* name;
+        std::function<void()> prepare;
+        Code code;
+        const char* text;
+    };
+    const Row rows[] = {
+        {"directory", [&] { fs::create_directory(file); }, Code::notAFile, "this is a directory, not a store"},
+        {"pipe", [&] { ::mkfifo(file.c_str(), 0600); }, Code::notAFile, "this is not a regular file"},
+        {"short text", bytes("hello"), Code::notAStore, "this is not a store"},
+        {"long text", bytes("SQLite format 4 and so on"), Code::notAStore, "this is not a store"},
+        {"zero bytes", bytes(std::string(5000, '\0')), Code::notAStore, "this is not a store"},
+        {"header alone", bytes("SQLite format 3\n" + std::string(5000, 'x')), Code::notAStore, "this is not a store"},
+        {"another's mark", altered("PRAGMA application_id = 1234"), Code::foreign,
+         "this is a database of another program"},
+        {"another's table",
+         [&] {
+             SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
+                 .exec("CREATE TABLE project (x)");
+         },
+         Code::foreign, "this is a database of another program"},
+        {"newer", altered(fmt::format("PRAGMA user_version = {}", Schema::userVersion + 1)), Code::newer,
+         "a newer version of the program wrote this store"},
+        {"dangling link", [&] { fs::create_symlink(folder / "nowhere", file); }, Code::missing,
+         "this link leads to a file that isn't there"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        row.prepare();
+        expectRefusedEitherWay(row.code, row.text);
+        fs::remove(file);
     }
+    writeFile(file, "");
+    expectRefused({.file = file / "below" / "a" / "file"}, Code::notAFile, "Not a directory");
 }
 
-TEST_F(StoreFileTest, ATruncatedStoreIsRefused) {
+TEST_F(StoreFileTest, ATruncatedStoreIsRefusedAndAWholeOneIsReadAndNotWrittenByAReader) {
     makeStore();
     const std::string whole = contentOf(file);
     ASSERT_GT(whole.size(), 40000U);
@@ -100,22 +131,10 @@ TEST_F(StoreFileTest, ATruncatedStoreIsRefused) {
         expectRefusedEitherWay(Code::damaged, "the file is damaged");
     }
     writeFile(file, whole);
-    EXPECT_EQ(countIn({.file = file}), 50U);
-}
-
-TEST_F(StoreFileTest, AnotherProgramsDatabaseIsRefused) {
-    makeStore();
-    alter("PRAGMA application_id = 1234");
-    expectRefusedEitherWay(Code::foreign, "this is a database of another program");
-    fs::remove(file);
-    SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE).exec("CREATE TABLE project (x)");
-    expectRefusedEitherWay(Code::foreign, "this is a database of another program");
-}
-
-TEST_F(StoreFileTest, AStoreOfANewerProgramIsRefused) {
-    makeStore();
-    alter(fmt::format("PRAGMA user_version = {}", Schema::userVersion + 1));
-    expectRefusedEitherWay(Code::newer, "a newer version of the program wrote this store");
+    ModelContainer reader({.file = file, .allowsSave = false});
+    EXPECT_EQ(reader.mainContext().count<ActivityRecord>(), 50U);
+    aRecord().in(reader.mainContext());
+    EXPECT_EQ(storeErrorOf([&] { reader.mainContext().save(); }).code(), Code::readOnly);
 }
 
 TEST_F(StoreFileTest, ANewerProgramIsNoticedThoughItsChangesWaitInTheLog) {
@@ -140,16 +159,11 @@ TEST_F(StoreFileTest, AnEmptyFileBecomesAStoreUnlessItsLogSaysThatThereWasOne) {
     expectRefused({.file = file}, Code::damaged, "it is empty, but its log is not");
 }
 
-TEST_F(StoreFileTest, ALinkLeadsToTheStoreAndADanglingOneNowhere) {
+TEST_F(StoreFileTest, ALinkLeadsToTheStore) {
     fs::create_directory(folder / "elsewhere");
     const fs::path target = folder / "elsewhere" / "real.sqlite";
     fs::create_symlink(target, file);
-    expectRefusedEitherWay(Code::missing, "this link leads to a file that isn't there");
-    {
-        ModelContainer container({.file = target});
-        aRecord().in(container.mainContext());
-        container.mainContext().save();
-    }
+    addRecord(target);
     ModelContainer container({.file = file});
     aRecord().in(container.mainContext());
     container.mainContext().save();
@@ -163,22 +177,11 @@ TEST_F(StoreFileTest, NamesThatTheDatabaseLibraryReadsInItsOwnWayAreFiles) {
     fs::current_path(folder.path());
     for (const char* name : {":memory:", "file:store?mode=memory", "a?b#c%41", "plain"}) {
         SCOPED_TRACE(name);
-        {
-            ModelContainer container({.file = name});
-            aRecord().in(container.mainContext());
-            container.mainContext().save();
-        }
+        addRecord(name);
         EXPECT_TRUE(fs::is_regular_file(name));
         EXPECT_EQ(countIn({.file = name, .allowsSave = false}), 1U);
     }
     fs::current_path(before);
-}
-
-TEST_F(StoreFileTest, AReaderCannotWrite) {
-    makeStore();
-    ModelContainer container({.file = file, .allowsSave = false});
-    aRecord().in(container.mainContext());
-    EXPECT_EQ(storeErrorOf([&] { container.mainContext().save(); }).code(), Code::readOnly);
 }
 
 /// What a user meets who may not do everything.
@@ -227,18 +230,17 @@ TEST_F(StoreFileRightsTest, AReadOnlyFolderIsReadAndNotWritten) {
     EXPECT_EQ(opened(true), "readOnly, " + file.string() + ": nothing can be written into the folder of the file");
     EXPECT_EQ(opened(false), "50 records");
     EXPECT_TRUE(listing() == before);
-    EXPECT_EQ(opened(true, folder / "new.sqlite"),
-              "noPermission, " + (folder / "new.sqlite").string() + ": Permission denied");
-    EXPECT_EQ(opened(true, folder / "new" / "store.sqlite"),
-              "noPermission, " + (folder / "new" / "store.sqlite").string() + ": Permission denied");
+    for (const fs::path& unmade : {folder / "new.sqlite", folder / "new" / "store.sqlite"})
+        EXPECT_EQ(opened(true, unmade), "noPermission, " + unmade.string() + ": Permission denied");
 }
 
 TEST_F(StoreFileRightsTest, WhatMayNotBeReadIsRefused) {
     ::chmod(file.c_str(), 0000);
-    EXPECT_EQ(opened(true), "noPermission, " + file.string() + ": Permission denied");
-    EXPECT_EQ(opened(false), "noPermission, " + file.string() + ": Permission denied");
+    const std::string expected = "noPermission, " + file.string() + ": Permission denied";
+    EXPECT_EQ(opened(true), expected);
+    EXPECT_EQ(opened(false), expected);
     ::chmod(folder.path().c_str(), 0000);
-    EXPECT_EQ(opened(false), "noPermission, " + file.string() + ": Permission denied");
+    EXPECT_EQ(opened(false), expected);
 }
 
 TEST_F(StoreFileRightsTest, AReaderInAReadOnlyFolderSeesWhatWaitsInTheLog) {

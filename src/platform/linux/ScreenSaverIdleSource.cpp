@@ -15,13 +15,7 @@ Seconds ScreenSaverIdleSource::secondsSinceLastInput() {
 }
 
 Channel ScreenSaverIdleSource::channel() const {
-    auto channel = x11_.channel("system idle time", "X11 MIT-SCREEN-SAVER");
-    if (channel.isAvailable && !isOffered_) {
-        channel.isAvailable = false;
-        channel.reason = "the X server does not offer the extension MIT-SCREEN-SAVER";
-        channel.remedy = "Enable it in the X server; an untrusted connection (ssh -X) is not given it.";
-    }
-    return channel;
+    return x11_.extensionChannel("system idle time", "MIT-SCREEN-SAVER", isOffered_);
 }
 
 }  // namespace quorvane::platform

@@ -97,6 +97,16 @@ Channel X11Connection::channel(std::string question, std::string name) const {
     return channel;
 }
 
+Channel X11Connection::extensionChannel(std::string question, const std::string& extension, bool isOffered) const {
+    auto channel = this->channel(std::move(question), "X11 " + extension);
+    if (channel.isAvailable && !isOffered) {
+        channel.isAvailable = false;
+        channel.reason = "the X server does not offer the extension " + extension;
+        channel.remedy = "Enable it in the X server; an untrusted connection (ssh -X) is not given it.";
+    }
+    return channel;
+}
+
 // While it waits for a reply xcb may read events too. The socket says nothing about those any more, so they are taken
 // here and passed on in the loop's next turn.
 void X11Connection::collectEvents() {

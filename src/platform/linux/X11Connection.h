@@ -89,6 +89,9 @@ public:
     /// not.
     [[nodiscard]] Channel channel(std::string question, std::string name) const;
 
+    /// The same for a source that needs an extension, "MIT-SCREEN-SAVER", which the server may not offer.
+    [[nodiscard]] Channel extensionChannel(std::string question, const std::string& extension, bool isOffered) const;
+
 private:
     void collectEvents();
     void dispatch();

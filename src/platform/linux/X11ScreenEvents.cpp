@@ -24,13 +24,7 @@ X11ScreenEvents::X11ScreenEvents(X11Connection& x11, std::function<void(bool)> c
 }
 
 Channel X11ScreenEvents::channel() const {
-    auto channel = x11_.channel("screens asleep", "X11 MIT-SCREEN-SAVER");
-    if (channel.isAvailable && !isOffered_) {
-        channel.isAvailable = false;
-        channel.reason = "the X server does not offer the extension MIT-SCREEN-SAVER";
-        channel.remedy = "Enable it in the X server; an untrusted connection (ssh -X) is not given it.";
-    }
-    return channel;
+    return x11_.extensionChannel("screens asleep", "MIT-SCREEN-SAVER", isOffered_);
 }
 
 }  // namespace quorvane::platform

@@ -27,7 +27,6 @@ public:
 
     /// For programs that start later, and for the test itself.
     [[nodiscard]] Environment& environment() { return environment_; }
-    [[nodiscard]] const TemporaryFolder& folder() const { return folder_; }
     [[nodiscard]] std::filesystem::path runtimeDirectory() const { return folder_ / "run"; }
     [[nodiscard]] std::filesystem::path dataHome() const { return folder_ / "home/.local/share"; }
     [[nodiscard]] std::filesystem::path configHome() const { return folder_ / "home/.config"; }

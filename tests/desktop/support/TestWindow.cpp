@@ -32,7 +32,7 @@ TestWindow::TestWindow(const Properties& properties)
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, root_, 10, 10, 200, 100, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
     if (!properties.instance.empty() || !properties.wmClass.empty()) setClass(properties.instance, properties.wmClass);
-    if (!properties.title.empty()) setTitle(properties.title);
+    if (!properties.title.empty()) setText("_NET_WM_NAME", "UTF8_STRING", properties.title);
     if (!properties.oldTitle.empty()) setText("WM_NAME", "STRING", properties.oldTitle);
     if (!properties.gtkApplicationId.empty())
         setText("_GTK_APPLICATION_ID", "UTF8_STRING", properties.gtkApplicationId);
@@ -56,10 +56,6 @@ void TestWindow::activate() {
 void TestWindow::iconify() {
     constexpr std::uint32_t iconicState = 3;
     tellWindowManager("WM_CHANGE_STATE", iconicState);
-}
-
-void TestWindow::setTitle(const std::string& title) {
-    setText("_NET_WM_NAME", "UTF8_STRING", title);
 }
 
 void TestWindow::setClass(const std::string& instance, const std::string& wmClass) {

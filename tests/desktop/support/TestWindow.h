@@ -30,7 +30,6 @@ public:
 
     /// Minimises it.
     void iconify();
-    void setTitle(const std::string& title);
     void setClass(const std::string& instance, const std::string& wmClass);
 
     /// Takes it off the screen, as an application does that lives on in the tray.
