@@ -12,6 +12,16 @@ _quorvane_cli_projects() {
         s/.*"entity":"Project","id":"\([^"]*\)".*/\1/p'
 }
 
+# The ids of the rules in the store, one a line.
+_quorvane_cli_rules() {
+    "${words[0]}" "${store[@]}" rules list --json 2>/dev/null | sed -n 's/.*"entity":"Rule","id":"\([^"]*\)".*/\1/p'
+}
+
+# The user's own categories and the built-in ones, one a line.
+_quorvane_cli_categories() {
+    "${words[0]}" categories list 2>/dev/null
+}
+
 _quorvane_cli() {
     local cur prev words cword
     if declare -F _init_completion >/dev/null; then
@@ -23,8 +33,9 @@ _quorvane_cli() {
     fi
 
     local everywhere="--store --now --json --help"
-    local commands="dump load records export-csv sanitize track status doctor"
-    local command='' i
+    local commands="dump load records export-csv classify projects rules categories cleanup overlaps"
+    commands+=" sanitize track status doctor"
+    local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
         case ${words[i]} in
@@ -32,12 +43,11 @@ _quorvane_cli() {
             store=(--store "${words[i + 1]}")
             ((i++))
             ;;
-        --now | --from | --to | --app | --project | --limit | --for | -o | --output) ((i++)) ;;
+        --now | --from | --to | --app | --project | --limit | --for | --date | -o | --output) ((i++)) ;;
+        --name | --client | --rate | --currency | --color | --field | --operator | --value) ((i++)) ;;
+        --category | --tag | --priority) ((i++)) ;;
         -*) ;;
-        *)
-            command=${words[i]}
-            break
-            ;;
+        *) if [[ -z $command ]]; then command=${words[i]}; else member=${member:-${words[i]}}; fi ;;
         esac
     done
 
@@ -57,13 +67,54 @@ _quorvane_cli() {
         mapfile -t COMPREPLY < <(compgen -W "$(_quorvane_cli_projects)" -- "${cur^^}")
         return
         ;;
-    --now | --from | --to | --limit | --for) return ;;
+    --category)
+        mapfile -t COMPREPLY < <(compgen -W "$(_quorvane_cli_categories)" -- "$cur")
+        return
+        ;;
+    --now | --from | --to | --limit | --for | --date) return ;;
+    --name | --client | --rate | --currency | --value | --tag | --priority) return ;;
     esac
+    if [[ $cur != -* && $prev == "$member" ]]; then
+        local found=''
+        case "$command $member" in
+        "projects edit" | "projects archive") found=$(_quorvane_cli_projects) cur=${cur^^} ;;
+        "rules remove" | "rules enable" | "rules disable") found=$(_quorvane_cli_rules) cur=${cur^^} ;;
+        "categories remove") found=$(_quorvane_cli_categories) ;;
+        esac
+        if [[ -n $found ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "$found" -- "$cur")
+            return
+        fi
+    fi
 
     IFS=' '
+    case $prev in
+    --color)
+        mapfile -t COMPREPLY < <(compgen -W "mint sky rose lilac teal apricot lemon fog red blue green orange purple
+            pink yellow cyan" -- "${cur,,}")
+        return
+        ;;
+    --field)
+        mapfile -t COMPREPLY < <(compgen -W "appBundleId appName windowTitle urlHost url documentPath" -- "$cur")
+        return
+        ;;
+    --operator)
+        mapfile -t COMPREPLY < <(compgen -W "contains equals prefix regex" -- "$cur")
+        return
+        ;;
+    esac
     local options=$everywhere
-    case $command in
+    case "$command${member:+ $member}" in
     '') options="$everywhere --version $commands" ;;
+    projects) options="$everywhere list add edit archive" ;;
+    "projects add" | "projects edit") options="$everywhere --name --client --rate --currency --color" ;;
+    rules) options="$everywhere list add remove enable disable import-templates" ;;
+    "rules add")
+        options="$everywhere --name --field --operator --value --category --project --tag --priority --stop"
+        ;;
+    categories) options="$everywhere list add remove" ;;
+    cleanup) options="$everywhere --synchronous" ;;
+    overlaps) options="$everywhere --date" ;;
     dump) options="$everywhere -o --output" ;;
     load)
         if [[ $cur != -?* ]]; then

@@ -1,6 +1,7 @@
 # fish completion for quorvane-cli
 
-set -l commands dump load records export-csv sanitize track status doctor
+set -l commands dump load records export-csv classify projects rules categories cleanup overlaps sanitize track \
+    status doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
     quorvane-cli records --json --limit 2000 2>/dev/null | string match -rg '"app_name":"([^"\\\\]*)"' | sort -u
@@ -9,6 +10,20 @@ end
 function __quorvane_cli_projects -d "Ids and names of the projects in it"
     quorvane-cli dump 2>/dev/null | sed -n '/"entity":"ActivityRecord"/q
         s/.*"entity":"Project","id":"\([^"]*\)","name":"\([^"\\]*\)".*/\1\t\2/p'
+end
+
+function __quorvane_cli_rules -d "Ids and names of the rules in it"
+    quorvane-cli rules list --json 2>/dev/null |
+        sed -n 's/.*"entity":"Rule","id":"\([^"]*\)","name":"\([^"\]*\)".*/\1\t\2/p'
+end
+
+function __quorvane_cli_in -d "Is this the group, and is its command among the others (none: not there yet)?"
+    __fish_seen_subcommand_from $argv[1]; or return
+    if set -q argv[2]
+        __fish_seen_subcommand_from $argv[2..]
+    else
+        not __fish_seen_subcommand_from list add edit archive remove enable disable import-templates
+    end
 end
 
 complete -c quorvane-cli -f
@@ -22,6 +37,12 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a dump 
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a load -d "Insert or replace the rows of JSON Lines"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a records -d "List records, newest first"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a export-csv -d "Write records as CSV"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a classify -d "Show how the rules leave records"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a projects -d "List, add, change and archive projects"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a rules -d "List and change rules"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a categories -d "List and change categories"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a cleanup -d "Remove what tracking leaves behind"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a overlaps -d "Mend records that overlap"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a sanitize -d "Redact standard input"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a track -d "Track without a window"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a status -d "Tell whether tracking runs"
@@ -37,3 +58,39 @@ complete -c quorvane-cli -n "__fish_seen_subcommand_from records export-csv" -l 
     -d "Only of this project"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from records" -l limit -x -d "At most so many"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from track" -l for -x -d "End after so many seconds"
+
+complete -c quorvane-cli -n "__quorvane_cli_in projects" -a list -d "List all projects by name"
+complete -c quorvane-cli -n "__quorvane_cli_in projects" -a add -d "Add a project and print its id"
+complete -c quorvane-cli -n "__quorvane_cli_in projects" -a edit -d "Change what the options name"
+complete -c quorvane-cli -n "__quorvane_cli_in projects" -a archive -d "Take a project out of the pickers"
+complete -c quorvane-cli -n "__quorvane_cli_in rules" -a list -d "List all rules in the order in which they run"
+complete -c quorvane-cli -n "__quorvane_cli_in rules" -a add -d "Add a rule and print its id"
+complete -c quorvane-cli -n "__quorvane_cli_in rules" -a remove -d "Remove a rule"
+complete -c quorvane-cli -n "__quorvane_cli_in rules" -a enable -d "Let a rule run"
+complete -c quorvane-cli -n "__quorvane_cli_in rules" -a disable -d "Keep a rule that does not run"
+complete -c quorvane-cli -n "__quorvane_cli_in rules" -a import-templates -d "Add the built-in rules"
+complete -c quorvane-cli -n "__quorvane_cli_in categories" -a list -d "List all categories"
+complete -c quorvane-cli -n "__quorvane_cli_in categories" -a add -d "Add a category of your own"
+complete -c quorvane-cli -n "__quorvane_cli_in categories" -a remove -d "Remove a category of your own"
+
+complete -c quorvane-cli -n "__quorvane_cli_in projects edit archive" -a "(__quorvane_cli_projects)" -d "Project"
+complete -c quorvane-cli -n "__quorvane_cli_in projects add edit" -l name -x -d "How it is called"
+complete -c quorvane-cli -n "__quorvane_cli_in projects add edit" -l client -x -d "Whom the time is billed to"
+complete -c quorvane-cli -n "__quorvane_cli_in projects add edit" -l rate -x -d "Money per hour"
+complete -c quorvane-cli -n "__quorvane_cli_in projects add edit" -l currency -x -d "Code of the currency"
+complete -c quorvane-cli -n "__quorvane_cli_in projects add edit" -l color -x -a "mint sky rose lilac teal apricot lemon fog red blue green orange purple pink yellow cyan" \
+    -d "Tone"
+complete -c quorvane-cli -n "__quorvane_cli_in rules remove enable disable" -a "(__quorvane_cli_rules)" -d "Rule"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l name -x -d "How it is called"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l field -x -a "appBundleId appName windowTitle urlHost url documentPath" \
+    -d "What is looked at"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l operator -x -a "contains equals prefix regex" -d "How it is compared"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l value -x -d "What it is compared with"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l category -x -a "(quorvane-cli categories list 2>/dev/null)" -d "Category to give"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l project -x -a "(__quorvane_cli_projects)" -d "Project to give"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l tag -x -d "Tag to give"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l priority -x -d "Smaller runs first"
+complete -c quorvane-cli -n "__quorvane_cli_in rules add" -l stop -d "No later rule is asked"
+complete -c quorvane-cli -n "__quorvane_cli_in categories remove" -a "(quorvane-cli categories list 2>/dev/null)" -d "Category"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from cleanup" -l synchronous -d "The whole store"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from overlaps" -l date -x -d "Only one day, YYYY-MM-DD"

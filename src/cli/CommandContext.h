@@ -25,10 +25,14 @@ private:
     ExitStatus status_;
 };
 
-enum class StoreAccess { read, write };
+enum class StoreAccess {
+    read,
+    write,
+    change,  ///< write, but only to what is there
+};
 
-/// Opens a store. What can't be opened is `ExitStatus::storeUnavailable`, but for one to read that isn't there: that is
-/// an ordinary failure. One to write is made where it is missing.
+/// Opens a store. What can't be opened is `ExitStatus::storeUnavailable`, but for one to read or change that isn't
+/// there: that is an ordinary failure. One to write is made where it is missing.
 [[nodiscard]] std::unique_ptr<Database> openStore(const std::filesystem::path& file, StoreAccess access);
 
 /// What all commands share: the options before and after the command's name, and the command that they chose.

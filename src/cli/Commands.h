@@ -17,5 +17,11 @@ void addStatusCommand(CLI::App& app, CommandContext& context);
 void addTrackCommand(CLI::App& app, CommandContext& context);
 void addDoctorCommand(CLI::App& app, CommandContext& context);
 void addSanitizeCommand(CLI::App& app, CommandContext& context);
+void addCleanupCommand(CLI::App& app, CommandContext& context);
+void addOverlapsCommand(CLI::App& app, CommandContext& context);
+void addCategoriesCommand(CLI::App& app, CommandContext& context);
+void addClassifyCommand(CLI::App& app, CommandContext& context);
+void addRulesCommand(CLI::App& app, CommandContext& context);
+void addProjectsCommand(CLI::App& app, CommandContext& context);
 
 }  // namespace quorvane::cli

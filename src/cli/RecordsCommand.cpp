@@ -1,6 +1,7 @@
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
+#include "cli/JsonList.h"
 #include "cli/Output.h"
 #include "cli/TextTable.h"
 #include "platform/Clock.h"
@@ -45,18 +46,17 @@ void writeJson(ModelContext& store, const std::optional<Descriptor>& descriptor,
     JsonForm::RowIds projects;
     for (const auto& project : store.fetch<Project>())
         projects.emplace(project->objectId(), project->id());
-    std::string item = "[";
-    std::string_view separator = "\n";
+    JsonList list(output);
+    std::string item;
     const auto& entity = ActivityRecord::description();
     const auto visit = [&](const Row& row) {
-        item += std::exchange(separator, ",\n");
-        JsonForm::appendObject(item, entity, row, projects);
-        output.write(item);
         item.clear();
+        JsonForm::appendObject(item, entity, row, projects);
+        list.add(item);
         return true;
     };
     if (descriptor) store.scan(*descriptor, JsonForm::attributeNames(entity), visit);
-    output.write(item + (separator == "\n" ? "]\n" : "\n]\n"));
+    list.finish();
 }
 
 void writeTable(ModelContext& store, const std::optional<Descriptor>& descriptor, Output& output) {

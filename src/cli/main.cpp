@@ -35,15 +35,29 @@ int end(ExitStatus status, const std::string& message) {
 /// What can't be understood, in our own words where the library's would mislead.
 std::string usageError(const CLI::App& app, const CLI::ParseError& error) {
     std::string text = error.what();
-    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && app.get_subcommands().empty()) {
-        const auto unknown = app.remaining();
+    std::string chosen;  // "projects "
+    const CLI::App* group = &app;
+    for (; !group->get_subcommands().empty(); group = group->get_subcommands().front())
+        chosen += group->get_subcommands().front()->get_name() + " ";
+    const bool hasCommands = !group->get_subcommands([](const CLI::App*) { return true; }).empty();
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && hasCommands) {
+        const auto unknown = app.remaining(true);
         if (unknown.empty())
-            text = "a command is required";
+            text = chosen.empty() ? "a command is required" : chosen + "needs a command";
+        else if (unknown.front().starts_with('-'))
+            text = "there is no option " + unknown.front();
         else
-            text =
-                (unknown.front().starts_with('-') ? "there is no option " : "there is no command ") + unknown.front();
+            text = "there is no command " + chosen + unknown.front();
     }
-    return text + " (see quorvane-cli --help)";
+    return text + " (see quorvane-cli " + chosen + "--help)";
+}
+
+void describeCommands(CLI::App& app) {
+    for (auto* command : app.get_subcommands({})) {
+        command->group("Commands");
+        command->footer("--store, --now and --json may stand here, too.");
+        describeCommands(*command);
+    }
 }
 
 void describe(CLI::App& app, CommandContext& context) {
@@ -56,13 +70,12 @@ void describe(CLI::App& app, CommandContext& context) {
     app.add_option("--store", context.store, "The store file; the application's own if left out")->type_name("FILE");
     addInstantOption(app, "--now", context.now, "Read this instant wherever the clock is read");
     app.add_flag("--json", context.json, "Machine-readable output where a command has both forms");
-    for (const auto add : {addDumpCommand, addLoadCommand, addRecordsCommand, addExportCsvCommand, addStatusCommand,
-                           addTrackCommand, addDoctorCommand, addSanitizeCommand})
+    for (const auto add :
+         {addDumpCommand, addLoadCommand, addRecordsCommand, addExportCsvCommand, addStatusCommand, addTrackCommand,
+          addDoctorCommand, addSanitizeCommand, addCleanupCommand, addOverlapsCommand, addProjectsCommand,
+          addRulesCommand, addCategoriesCommand, addClassifyCommand})
         add(app, context);
-    for (auto* command : app.get_subcommands({})) {
-        command->group("Commands");
-        command->footer("--store, --now and --json may stand here, too.");
-    }
+    describeCommands(app);
 }
 
 int run(const CommandContext& context) {

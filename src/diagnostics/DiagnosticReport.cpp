@@ -1,7 +1,7 @@
 #include "diagnostics/DiagnosticReport.h"
 
 #include "base/AtomicFile.h"
-#include "diagnostics/LocalDateText.h"
+#include "base/DateText.h"
 #include "diagnostics/LogPrivacySanitizer.h"
 
 #include <fmt/format.h>
@@ -16,7 +16,7 @@ std::string diagnosticReport(const LogEntries& logs, const ApplicationInfo& appl
                     "DEBUG: {} | INFO: {} | WARNING: {} | ERROR: {}\n"
                     "Privacy: URLs, local file paths, emails and token-like values are redacted.\n{}\n",
                     rule, application.shortVersion.value_or("unknown"), application.build.value_or("unknown"),
-                    mediumDateText(now), counts.total, counts.debug, counts.info, counts.warning, counts.error, rule);
+                    mediumDateTime(now), counts.total, counts.debug, counts.info, counts.warning, counts.error, rule);
     std::string_view separator;
     for (const LogEntry& entry : logs) {
         report += separator;

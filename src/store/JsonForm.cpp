@@ -51,6 +51,29 @@ void appendInteger(std::string& out, std::int64_t number) {
     out.append(digits.data(), digits.size());
 }
 
+/// A column of a row that is being read.
+struct RowColumn {
+    const Row& row;
+    int column;
+
+    [[nodiscard]] bool isNull() const { return row.isNull(column); }
+    [[nodiscard]] std::int64_t integer() const { return row.integer(column); }
+    [[nodiscard]] double real() const { return row.real(column); }
+    [[nodiscard]] std::string_view text() const { return row.text(column); }
+    [[nodiscard]] std::string_view blob() const { return row.blob(column); }
+};
+
+/// The same of a value at hand, which is of its column's type.
+struct HeldColumn {
+    SqlValue value;
+
+    [[nodiscard]] bool isNull() const { return quorvane::isNull(value); }
+    [[nodiscard]] std::int64_t integer() const { return std::get<std::int64_t>(value); }
+    [[nodiscard]] double real() const { return std::get<double>(value); }
+    [[nodiscard]] std::string_view text() const { return std::get<std::string>(value); }
+    [[nodiscard]] std::string_view blob() const { return std::get<Blob>(value).bytes; }
+};
+
 Uuid uuidOf(std::string_view blob) {
     return ValueTraits<Uuid>::fromSql(Blob{std::string(blob)});
 }
@@ -149,26 +172,28 @@ void appendString(std::string& out, std::string_view text) {
     out += '"';
 }
 
-void appendValue(std::string& out, const AttributeDescription& attribute, const Row& row, int column,
-                 const RowIds& targets) {
-    if (row.isNull(column)) {
+namespace {
+
+template <class Column>
+void appendColumn(std::string& out, AttributeKind kind, const Column& column, const RowIds& targets) {
+    if (column.isNull()) {
         out += "null";
         return;
     }
-    switch (attribute.kind) {
-    case AttributeKind::uuid: appendUuid(out, uuidOf(row.blob(column))); return;
+    switch (kind) {
+    case AttributeKind::uuid: appendUuid(out, uuidOf(column.blob())); return;
     case AttributeKind::date:
         out += '"';
-        appendIso8601Microseconds(out, row.integer(column));
+        appendIso8601Microseconds(out, column.integer());
         out += '"';
         return;
-    case AttributeKind::text: appendString(out, row.text(column)); return;
-    case AttributeKind::real: appendReal(out, row.real(column)); return;
-    case AttributeKind::integer: appendInteger(out, row.integer(column)); return;
-    case AttributeKind::boolean: out += row.integer(column) != 0 ? "true" : "false"; return;
-    case AttributeKind::uuidList: appendUuidList(out, row.text(column)); return;
+    case AttributeKind::text: appendString(out, column.text()); return;
+    case AttributeKind::real: appendReal(out, column.real()); return;
+    case AttributeKind::integer: appendInteger(out, column.integer()); return;
+    case AttributeKind::boolean: out += column.integer() != 0 ? "true" : "false"; return;
+    case AttributeKind::uuidList: appendUuidList(out, column.text()); return;
     case AttributeKind::reference:
-        if (const auto target = targets.find(row.integer(column)); target != targets.end())
+        if (const auto target = targets.find(column.integer()); target != targets.end())
             appendUuid(out, target->second);
         else
             out += "null";
@@ -176,18 +201,41 @@ void appendValue(std::string& out, const AttributeDescription& attribute, const 
     }
 }
 
-void appendObject(std::string& out, const EntityDescription& entity, const Row& row, const RowIds& targets) {
+/// `columnOf` gives the column of an attribute by its place among them.
+template <class ColumnOf>
+void appendColumns(std::string& out, const EntityDescription& entity, const ColumnOf& columnOf, const RowIds& targets) {
     out += R"({"entity":")";
     out += entity.name;
     out += '"';
-    int column = 0;
-    for (const auto& attribute : entity.attributes) {
+    for (std::size_t i = 0; i < entity.attributes.size(); ++i) {
         out += ",\"";
-        out += attribute.name;
+        out += entity.attributes[i].name;
         out += "\":";
-        appendValue(out, attribute, row, column++, targets);
+        appendColumn(out, entity.attributes[i].kind, columnOf(i), targets);
     }
     out += '}';
+}
+
+}  // namespace
+
+void appendValue(std::string& out, const AttributeDescription& attribute, const Row& row, int column,
+                 const RowIds& targets) {
+    appendColumn(out, attribute.kind, RowColumn{row, column}, targets);
+}
+
+void appendObject(std::string& out, const EntityDescription& entity, const Row& row, const RowIds& targets) {
+    appendColumns(
+        out, entity,
+        [&](std::size_t i) {
+            return RowColumn{row, static_cast<int>(i)};
+        },
+        targets);
+}
+
+void appendObject(std::string& out, const Entity& object, const RowIds& targets) {
+    const auto& entity = object.entityDescription();
+    appendColumns(
+        out, entity, [&](std::size_t i) { return HeldColumn{entity.attributes[i].get(object)}; }, targets);
 }
 
 std::vector<std::string> attributeNames(const EntityDescription& entity) {
@@ -206,6 +254,26 @@ SqlValue readValue(const AttributeDescription& attribute, const JsonLine::Value&
         throw Error(fmt::format("\"{}\" is out of the range of 64-bit integers", attribute.name));
     if (auto read = JsonForm::read(attribute.kind, value)) return std::move(*read);
     throw Error(fmt::format("\"{}\" must be {}", attribute.name, expected(attribute.kind)));
+}
+
+std::vector<SqlValue> readObject(const EntityDescription& entity, const JsonLine& line) {
+    std::vector<SqlValue> values(entity.attributes.size());
+    std::vector<bool> isGiven(entity.attributes.size());
+    for (const auto& [key, value] : line.members()) {
+        if (key == "entity") continue;
+        const auto* attribute = entity.attribute(key);
+        if (attribute == nullptr) throw Error(fmt::format("{} has no {}", entity.name, quotedForMessage(key)));
+        const auto index = static_cast<std::size_t>(attribute - entity.attributes.data());
+        values[index] = readValue(*attribute, value);
+        isGiven[index] = true;
+    }
+    std::shared_ptr<const Entity> fresh;  // made only for what is left out
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (isGiven[i]) continue;
+        if (!fresh) fresh = entity.make();
+        values[i] = entity.attributes[i].get(*fresh);
+    }
+    return values;
 }
 
 }  // namespace quorvane::JsonForm

@@ -27,6 +27,9 @@ void appendValue(std::string& out, const AttributeDescription& attribute, const 
 /// Appends the row as one object, "entity" first; its columns are the entity's attributes in their order.
 void appendObject(std::string& out, const EntityDescription& entity, const Row& row, const RowIds& targets);
 
+/// The same of an object, whether stored or not; a reference leads to an object with one of the rows in `targets`.
+void appendObject(std::string& out, const Entity& object, const RowIds& targets);
+
 /// The names of the attributes in their order, as `ModelContext::scan` takes them for `appendObject`.
 [[nodiscard]] std::vector<std::string> attributeNames(const EntityDescription& entity);
 
@@ -38,5 +41,9 @@ public:
 
 /// The column's value for a value in JSON; of a reference the identifier of its target, as a blob. Throws `Error`.
 [[nodiscard]] SqlValue readValue(const AttributeDescription& attribute, const JsonLine::Value& value);
+
+/// The columns for a line's values in the order of the attributes, references as `readValue` gives them. What the line
+/// leaves out takes its default; "entity" is passed over. Throws `Error`, also for a key that the entity lacks.
+[[nodiscard]] std::vector<SqlValue> readObject(const EntityDescription& entity, const JsonLine& line);
 
 }  // namespace quorvane::JsonForm

@@ -60,7 +60,6 @@ public:
 private:
     void checkSchema() const;
     void takeRow(Table& table);
-    std::vector<SqlValue> values(const Table& table);
     void resolve(const Table& table, std::vector<SqlValue>& values);
     std::int64_t store(Table& table, std::vector<SqlValue> values);
     void notePending(const Table& table, std::int64_t row);
@@ -89,21 +88,15 @@ Loader::Loader(Database& database) : database_(database) {
 
 void Loader::take(std::string_view line, std::size_t number) {
     number_ = number;
-    try {
-        line_.read(line);
-        const auto* entity = line_.find("entity");
-        if (entity == nullptr) throw JsonForm::Error("there is no \"entity\"");
-        const auto* name = std::get_if<std::string>(entity);
-        if (name == nullptr) throw JsonForm::Error("\"entity\" must be a text");
-        if (*name == "Schema") return checkSchema();
-        for (Table& table : tables_)
-            if (table.entity.name == *name) return takeRow(table);
-        throw JsonForm::Error(fmt::format("there is no entity {}", quotedForMessage(*name)));
-    } catch (const JsonLine::Error& error) {
-        throw Error(number, error.what());
-    } catch (const JsonForm::Error& error) {
-        throw Error(number, error.what());
-    }
+    line_.read(line);
+    const auto* entity = line_.find("entity");
+    if (entity == nullptr) throw JsonForm::Error("there is no \"entity\"");
+    const auto* name = std::get_if<std::string>(entity);
+    if (name == nullptr) throw JsonForm::Error("\"entity\" must be a text");
+    if (*name == "Schema") return checkSchema();
+    for (Table& table : tables_)
+        if (table.entity.name == *name) return takeRow(table);
+    throw JsonForm::Error(fmt::format("there is no entity {}", quotedForMessage(*name)));
 }
 
 void Loader::checkSchema() const {
@@ -120,35 +113,13 @@ void Loader::checkSchema() const {
 
 void Loader::takeRow(Table& table) {
     missing_.reset();
-    auto given = values(table);
+    auto given = JsonForm::readObject(table.entity, line_);
+    resolve(table, given);
     const Uuid id = ValueTraits<Uuid>::fromSql(given[table.idIndex]);
     const std::int64_t row = store(table, std::move(given));
     if (&table.entity == &Project::description()) projects_.try_emplace(id, row);
     if (missing_) notePending(table, row);
     ++table.count;
-}
-
-std::vector<SqlValue> Loader::values(const Table& table) {
-    const auto& attributes = table.entity.attributes;
-    std::vector<SqlValue> values(attributes.size());
-    std::vector<bool> isGiven(attributes.size());
-    for (const auto& [key, value] : line_.members()) {
-        if (key == "entity") continue;
-        const auto* attribute = table.entity.attribute(key);
-        if (attribute == nullptr)
-            throw JsonForm::Error(fmt::format("{} has no {}", table.entity.name, quotedForMessage(key)));
-        const auto index = static_cast<std::size_t>(attribute - attributes.data());
-        values[index] = JsonForm::readValue(*attribute, value);
-        isGiven[index] = true;
-    }
-    std::shared_ptr<const Entity> fresh;  // made only for what is left out
-    for (std::size_t i = 0; i < attributes.size(); ++i) {
-        if (isGiven[i]) continue;
-        if (!fresh) fresh = table.entity.make();
-        values[i] = attributes[i].get(*fresh);
-    }
-    resolve(table, values);
-    return values;
 }
 
 /// Puts rows in the place of the identifiers that references were written as.
@@ -205,41 +176,17 @@ Counts Loader::counts() const {
     return counts;
 }
 
-bool isBlank(std::string_view line) {
-    return line.find_first_not_of(" \t\r") == std::string_view::npos;
-}
-
-/// Calls `take` for each line with its number. An empty last line is none.
-void forEachLine(std::istream& input, const std::function<void(std::string_view, std::size_t)>& take) {
-    std::string line;
-    std::optional<std::size_t> blank;
-    for (std::size_t number = 1; std::getline(input, line); ++number) {
-        if (blank) throw Error(*blank, "the line is empty");
-        if (isBlank(line))
-            blank = number;
-        else
-            take(line, number);
-    }
-}
-
 }  // namespace
-
-Error::Error(std::size_t line, const std::string& cause)
-    : std::runtime_error(fmt::format("line {}: {}", line, cause)), line_(line) {}
 
 Counts read(Database& database, std::istream& input, const std::function<void(std::size_t)>& progress) {
     const platform::ClockOverride oneInstant([now = platform::currentDate()] { return now; });
     Counts counts;
     database.inTransaction([&] {
         Loader loader(database);
-        std::size_t lines = 0;
-        forEachLine(input, [&](std::string_view line, std::size_t number) {
+        JsonLines::forEach(input, [&](std::string_view line, std::size_t number) {
             loader.take(line, number);
-            lines = number;
             if (progress) progress(number);
         });
-        // A device that fails in the middle must not pass for the end of the input.
-        if (input.bad()) throw Error(lines + 1, "the input can't be read");
         loader.resolvePending();
         counts = loader.counts();
     });

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "store/Database.h"
+#include "store/JsonLines.h"
 
 #include <functional>
 #include <istream>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,15 +12,8 @@
 /// Reads what `StoreDump` writes, or any part of it, into a store.
 namespace quorvane::StoreLoad {
 
-/// A line that can't be loaded; `what()` is one line that begins with its number.
-class Error : public std::runtime_error {
-public:
-    Error(std::size_t line, const std::string& cause);
-    [[nodiscard]] std::size_t line() const { return line_; }
-
-private:
-    std::size_t line_;
-};
+/// A line that can't be loaded.
+using Error = JsonLines::Error;
 
 /// How many rows of each entity came in: those that occurred, in the order of the schema.
 using Counts = std::vector<std::pair<std::string, std::size_t>>;

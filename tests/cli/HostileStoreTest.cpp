@@ -36,7 +36,9 @@ protected:
     }
 
     void expectUnusable(const std::string& cause) {
-        for (const Arguments& arguments : {Arguments{"dump"}, {"records"}, {"export-csv"}, {"status"}, {"load", "-"}})
+        const Arguments commands[] = {{"dump"},      {"records"}, {"export-csv"},   {"status"},
+                                      {"load", "-"}, {"cleanup"}, {"rules", "list"}};
+        for (const Arguments& arguments : commands)
             expectRefusal(arguments, 3, cause);
     }
 

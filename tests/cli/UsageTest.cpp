@@ -38,6 +38,22 @@ TEST_F(UsageTest, AnswersWrongUsageWithOneLineAndTouchesNothing) {
         {{"track", "--for", "-1"}, "\"-1\" is no number of seconds"},
         {{"track", "--for", "nan"}, "\"nan\" is no number of seconds"},
         {{"track", "--for", "1e9"}, "\"1e9\" is no number of seconds"},
+        {{"overlaps", "--date", "2026-02-30"}, "\"2026-02-30\" is no day"},
+        {{"projects"}, "projects needs a command"},
+        {{"projects", "nosuch"}, "there is no command projects nosuch"},
+        {{"projects", "--nosuch"}, "there is no option --nosuch"},
+        {{"projects", "list", "extra"}, "extra"},
+        {{"projects", "add"}, "--name is required"},
+        {{"projects", "add", "--name", "Web", "--rate", "-1"}, "\"-1\" is no number"},
+        {{"projects", "add", "--name", "Web", "--rate", "inf"}, "\"inf\" is no number"},
+        {{"projects", "add", "--name", "Web", "--color", "gray"}, "\"gray\" is none of mint, sky, "},
+        {{"projects", "edit", "C0FEA20C-DB32-40C6-A0CC-CF6118205BB6"}, "no option that says what to change"},
+        {{"projects", "archive", "Web"}, "\"Web\" is no UUID"},
+        {{"rules", "remove"}, "ID is required"},
+        {{"rules", "add", "--field", "title"}, "\"title\" is none of appBundleId, appName, "},
+        {{"rules", "add", "--operator", "is"}, "\"is\" is none of contains, equals, prefix, regex"},
+        {{"rules", "add", "--priority", "1.5"}, "\"1.5\" is no whole number"},
+        {{"categories", "add"}, "NAME is required"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));
@@ -53,7 +69,8 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     const auto help = runBare({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* command : {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor"}) {
+    for (const char* command : {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor",
+                                "cleanup", "overlaps", "projects", "rules", "categories", "classify"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});

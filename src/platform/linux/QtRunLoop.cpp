@@ -3,11 +3,13 @@
 #include "platform/Clock.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QPointer>
 #include <QThread>
 #include <QThreadPool>
 #include <QTimer>
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <cmath>
 #include <limits>
@@ -74,8 +76,9 @@ std::unique_ptr<QCoreApplication> applicationIfMissing() {
 
 struct QtRunLoop::Impl {
     std::unique_ptr<QCoreApplication> application = applicationIfMissing();
-    QObject context;   ///< lives on the main thread; owns the timers and receives what is posted
-    QThreadPool pool;  ///< dies first: its work may still post
+    std::atomic<int> posted = 0;  ///< how much waits for its turn
+    QObject context;              ///< lives on the main thread; owns the timers and receives what is posted
+    QThreadPool pool;             ///< dies first: its work may still post
 };
 
 QtRunLoop::QtRunLoop() : impl_(std::make_unique<Impl>()) {
@@ -100,7 +103,12 @@ std::unique_ptr<WorkItem> QtRunLoop::after(Seconds delay, std::function<void()> 
 }
 
 void QtRunLoop::post(std::function<void()> work) {
-    QMetaObject::invokeMethod(&impl_->context, std::move(work), Qt::QueuedConnection);
+    ++impl_->posted;
+    auto run = [this, work = std::move(work)] {
+        --impl_->posted;
+        work();
+    };
+    QMetaObject::invokeMethod(&impl_->context, std::move(run), Qt::QueuedConnection);
 }
 
 void QtRunLoop::background(std::function<void()> work) {
@@ -113,6 +121,11 @@ bool QtRunLoop::isMainThread() const {
 
 int QtRunLoop::run() {
     return QCoreApplication::exec();
+}
+
+void QtRunLoop::runPosted() {
+    while (impl_->posted > 0)
+        QCoreApplication::sendPostedEvents(&impl_->context, QEvent::MetaCall);
 }
 
 void QtRunLoop::quit(int status) {

@@ -26,6 +26,9 @@ public:
     /// Serves timers and events until `quit`; returns its status.
     int run();
 
+    /// Runs what is posted, and what that posts in turn, until nothing is left; no timer fires.
+    void runPosted();
+
     /// Ends `run`, also one that has not begun yet. From any thread.
     void quit(int status = 0);
 

@@ -1,4 +1,4 @@
-#include "diagnostics/LocalDateText.h"
+#include "base/DateText.h"
 
 #include "base/Calendar.h"
 
@@ -19,6 +19,10 @@ std::string formatted(Date date, icu::DateFormat& format) {
     return text.toUTF8String(out);
 }
 
+icu::Locale userLocale() {
+    return icu::Locale::createCanonical(dateLocale().c_str());
+}
+
 }  // namespace
 
 std::string localDateText(Date date, const char* pattern) {
@@ -27,9 +31,22 @@ std::string localDateText(Date date, const char* pattern) {
     return formatted(date, format);
 }
 
-std::string mediumDateText(Date date) {
-    const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createDateTimeInstance(
-        icu::DateFormat::kMedium, icu::DateFormat::kMedium, icu::Locale::createCanonical(dateLocale().c_str())));
+std::string mediumDateTime(Date date) {
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kMedium, userLocale()));
+    return formatted(date, *format);
+}
+
+std::string mediumDate(Date date) {
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createDateInstance(icu::DateFormat::kMedium, userLocale()));
+    return formatted(date, *format);
+}
+
+std::string numericDateShortTime(Date date) {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createInstanceForSkeleton("yMdjm", userLocale(), error));
     return formatted(date, *format);
 }
 

@@ -1,0 +1,68 @@
+#include "base/Json.h"
+#include "cli/CliFixture.h"
+#include "desktop/support/DesktopSession.h"
+#include "desktop/support/TestWindow.h"
+#include "desktop/support/Waiting.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fmt/format.h>
+
+using testing::ElementsAre;
+
+namespace quorvane {
+namespace {
+
+/// The companion command tracks real windows on an X server.
+class TrackedDesktopTest : public CliTest {
+protected:
+    TrackedDesktopTest() {
+        for (const char* name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS", "XDG_RUNTIME_DIR"})
+            if (const char* value = std::getenv(name)) setting_.environment[name] = value;
+    }
+
+    /// Oldest first: "application: category, tags, project, source".
+    std::vector<std::string> classifications() {
+        std::vector<std::string> found;
+        for (const Json& record : parseJson(outputOf({"records", "--json"})).value_or(Json()))
+            found.insert(found.begin(), fmt::format("{}: {} {} {} {}", record["app_name"].get<std::string>(),
+                                                    record["category"].dump(), record["tags"].get<std::string>(),
+                                                    record["project_id"].is_null() ? "-" : "project",
+                                                    record["source"].get<std::string>()));
+        return found;
+    }
+
+private:
+    DesktopSession session_;
+};
+
+TEST_F(TrackedDesktopTest, RecordsCarryWhatBuiltInAndOwnRulesSayOfThem) {
+    EXPECT_EQ(outputOf({"rules", "import-templates"}), "{\"imported\":146,\"skipped\":0}\n");
+    std::string project = outputOf({"projects", "add", "--name", "Accounts"});
+    project.pop_back();
+    ASSERT_EQ(run({"rules", "add", "--name", "Invoices", "--field", "windowTitle", "--operator", "contains", "--value",
+                   "INVOICE", "--project", project, "--tag", "money"})
+                  .status,
+              0);
+
+    TestWindow papers({.instance = "zotero", .wmClass = "Zotero", .title = "Papers"});
+    ASSERT_TRUE(waitUntil([&] { return papers.hasFocus(); }));
+    ProgramRun tracker(QUORVANE_CLI, {"--store", store().string(), "track"}, setting_);
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for Zotero"));
+    TestWindow design({.instance = "figma", .wmClass = "Figma", .title = "invoice.fig"});
+    design.activate();
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for Figma"));
+    TestWindow plain({.instance = "editor", .wmClass = "Editor", .title = "chapter one"});
+    plain.activate();
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for Editor"));
+    tracker.sendSignal(SIGINT);
+    EXPECT_EQ(tracker.wait().status, 0);
+
+    EXPECT_THAT(classifications(),
+                ElementsAre("Zotero: \"学习\" learning - system|rule:Study and research: Zotero",
+                            "Figma: \"工作\" money,design project system|rule:Invoices|rule:Design: Figma",
+                            "Editor: null  - system"));
+}
+
+}  // namespace
+}  // namespace quorvane
