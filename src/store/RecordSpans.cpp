@@ -21,6 +21,7 @@ std::vector<RecordSpan> scanned(ModelContext& context, const FetchDescriptor<Act
     std::vector<std::string> columns{"pk", "start_time", "end_time", "id"};
     if (withBundleId) columns.emplace_back("app_bundle_id");
     std::vector<RecordSpan> spans;
+    spans.reserve(std::min(descriptor.limit.value_or(0), sliceSize));
     context.scan(descriptor, columns, [&](const Row& row) {
         RecordSpan span{.objectId = row.integer(0), .start = dateFromMicroseconds(row.integer(1))};
         if (!row.isNull(2)) span.end = dateFromMicroseconds(row.integer(2));
