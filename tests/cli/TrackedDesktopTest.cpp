@@ -3,6 +3,7 @@
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
+#include "platform/linux/QtRunLoop.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -17,7 +18,8 @@ namespace {
 class TrackedDesktopTest : public CliTest {
 protected:
     TrackedDesktopTest() {
-        for (const char* name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS", "XDG_RUNTIME_DIR"})
+        for (const char* name :
+             {"DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS", "XDG_RUNTIME_DIR"})
             if (const char* value = std::getenv(name)) setting_.environment[name] = value;
     }
 
@@ -33,6 +35,7 @@ protected:
     }
 
 private:
+    platform::QtRunLoop runLoop_;  // what waits serves it
     DesktopSession session_;
 };
 
