@@ -15,9 +15,8 @@ namespace {
 
 constexpr std::string_view header =
     "id,start_time_iso,end_time_iso,duration_seconds,app_bundle_id,app_name,window_title,document_path,url,category,"
-    "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,device_"
-    "id,"
-    "user_local_id,created_at,updated_at";
+    "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,"
+    "device_id,user_local_id,created_at,updated_at";
 
 constexpr std::size_t pieceSize = 1 << 16;
 

@@ -23,5 +23,6 @@ void addCategoriesCommand(CLI::App& app, CommandContext& context);
 void addClassifyCommand(CLI::App& app, CommandContext& context);
 void addRulesCommand(CLI::App& app, CommandContext& context);
 void addProjectsCommand(CLI::App& app, CommandContext& context);
+void addReportCommand(CLI::App& app, CommandContext& context);
 
 }  // namespace quorvane::cli

@@ -73,7 +73,7 @@ void describe(CLI::App& app, CommandContext& context) {
     for (const auto add :
          {addDumpCommand, addLoadCommand, addRecordsCommand, addExportCsvCommand, addStatusCommand, addTrackCommand,
           addDoctorCommand, addSanitizeCommand, addCleanupCommand, addOverlapsCommand, addProjectsCommand,
-          addRulesCommand, addCategoriesCommand, addClassifyCommand})
+          addReportCommand, addRulesCommand, addCategoriesCommand, addClassifyCommand})
         add(app, context);
     describeCommands(app);
 }
