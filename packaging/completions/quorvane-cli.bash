@@ -33,7 +33,7 @@ _quorvane_cli() {
     fi
 
     local everywhere="--store --now --json --help"
-    local commands="dump load records export-csv classify projects rules categories cleanup overlaps"
+    local commands="dump load records export-csv report classify projects rules categories cleanup overlaps"
     commands+=" sanitize track status doctor"
     local command='' member='' i
     local -a store=()
@@ -45,7 +45,7 @@ _quorvane_cli() {
             ;;
         --now | --from | --to | --app | --project | --limit | --for | --date | -o | --output) ((i++)) ;;
         --name | --client | --rate | --currency | --color | --field | --operator | --value) ((i++)) ;;
-        --category | --tag | --priority) ((i++)) ;;
+        --category | --tag | --priority | --range | --format) ((i++)) ;;
         -*) ;;
         *) if [[ -z $command ]]; then command=${words[i]}; else member=${member:-${words[i]}}; fi ;;
         esac
@@ -98,6 +98,14 @@ _quorvane_cli() {
         mapfile -t COMPREPLY < <(compgen -W "appBundleId appName windowTitle urlHost url documentPath" -- "$cur")
         return
         ;;
+    --range)
+        mapfile -t COMPREPLY < <(compgen -W "week month quarter custom" -- "$cur")
+        return
+        ;;
+    --format)
+        mapfile -t COMPREPLY < <(compgen -W "text json markdown email social" -- "$cur")
+        return
+        ;;
     --operator)
         mapfile -t COMPREPLY < <(compgen -W "contains equals prefix regex" -- "$cur")
         return
@@ -126,6 +134,9 @@ _quorvane_cli() {
         ;;
     records) options="$everywhere --from --to --app --project --limit" ;;
     export-csv) options="$everywhere --from --to --project -o --output" ;;
+    report)
+        options="$everywhere --range --from --to --project --client --no-client --category --no-category --format"
+        ;;
     track) options="$everywhere --for" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")

@@ -1,7 +1,7 @@
 # fish completion for quorvane-cli
 
-set -l commands dump load records export-csv classify projects rules categories cleanup overlaps sanitize track \
-    status doctor
+set -l commands dump load records export-csv report classify projects rules categories cleanup overlaps sanitize \
+    track status doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
     quorvane-cli records --json --limit 2000 2>/dev/null | string match -rg '"app_name":"([^"\\\\]*)"' | sort -u
@@ -37,6 +37,7 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a dump 
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a load -d "Insert or replace the rows of JSON Lines"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a records -d "List records, newest first"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a export-csv -d "Write records as CSV"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a report -d "Add up hours and amounts"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a classify -d "Show how the rules leave records"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a projects -d "List, add, change and archive projects"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a rules -d "List and change rules"
@@ -57,6 +58,17 @@ complete -c quorvane-cli -n "__fish_seen_subcommand_from records" -l app -x -a "
 complete -c quorvane-cli -n "__fish_seen_subcommand_from records export-csv" -l project -x -a "(__quorvane_cli_projects)" \
     -d "Only of this project"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from records" -l limit -x -d "At most so many"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l range -x -a "week month quarter custom" -d "Which time"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l from -x -d "First day, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l to -x -d "Last day, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l project -x -a "(__quorvane_cli_projects)" \
+    -d "Only this project"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l client -x -d "Only this client"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l no-client -d "Only projects without a client"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l category -x \
+    -a "(quorvane-cli categories list 2>/dev/null)" -d "Only this category"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l no-category -d "Only records without a category"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l format -x -a "text json markdown email social" -d "Form"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from track" -l for -x -d "End after so many seconds"
 
 complete -c quorvane-cli -n "__quorvane_cli_in projects" -a list -d "List all projects by name"
