@@ -1,7 +1,7 @@
 #include "diagnostics/LogEntry.h"
 
-#include "base/Text.h"
 #include "base/DateText.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <fmt/format.h>

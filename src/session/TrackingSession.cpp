@@ -4,11 +4,11 @@ namespace quorvane {
 
 TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store,
                                  platform::UserDefaults& defaults, ConsoleSink& console)
-    : store_(store), console_(console), windowInfo_(desktop.foreground()),
-      categories_(defaults, console),
+    : store_(store), console_(console), windowInfo_(desktop.foreground()), categories_(defaults, console),
       keyboardMonitor_(runLoop, desktop.keys(), desktop.settingsPanes(), console),
       mouseMonitor_(runLoop, desktop.pointer(), console),
-      tracker_(runLoop, desktop, keyboardMonitor_, mouseMonitor_, {.windowInfo = windowInfo_, .categories = &categories_}, console) {}
+      tracker_(runLoop, desktop, keyboardMonitor_, mouseMonitor_,
+               {.windowInfo = windowInfo_, .categories = &categories_}, console) {}
 
 void TrackingSession::start() {
     tracker_.configure(store_);
