@@ -14,6 +14,6 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 add_compile_options(-Wno-missing-field-initializers)
 
 if(QUORVANE_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
-    add_link_options(-fsanitize=address,undefined)
+    add_compile_options(-fsanitize=${QUORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
+    add_link_options(-fsanitize=${QUORVANE_SANITIZE})
 endif()

@@ -1,0 +1,39 @@
+#include "timeline/AppStatistics.h"
+
+#include "timeline/AppColorPalette.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace quorvane {
+namespace {
+
+Color colorOf(const TimelineRecordSnapshot& record) {
+    const std::string key = record.bundleId.value_or(record.appName.value_or("unknown"));
+    return AppColorPalette::appColor(key, key, std::nullopt, false);
+}
+
+}  // namespace
+
+AppStatistics appStatistics(const std::vector<TimelineRecordSnapshot>& records, Date now,
+                            const AppColorFunction& colorFunction) {
+    AppStatistics statistics;
+    auto& stats = statistics.appStats;
+    std::unordered_map<std::string, std::size_t> places;
+    for (const TimelineRecordSnapshot& record : records) {
+        const auto [place, isNew] = places.try_emplace(record.displayName(), stats.size());
+        if (isNew) stats.push_back({.id = Uuid::random(), .appName = place->first});
+        AppStat& stat = stats[place->second];
+        stat.hours += (record.endTime.value_or(now) - record.startTime) / 1h;
+        stat.color = colorFunction ? colorFunction(record.bundleId, record.appName, record.url) : colorOf(record);
+    }
+    for (const AppStat& stat : stats)
+        statistics.totalHours += stat.hours;
+    if (statistics.totalHours > 0)
+        for (AppStat& stat : stats)
+            stat.percentage = stat.hours / statistics.totalHours * 100;
+    std::stable_sort(stats.begin(), stats.end(), [](const AppStat& a, const AppStat& b) { return a.hours > b.hours; });
+    return statistics;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "base/Color.h"
+#include "base/Date.h"
+#include "base/Uuid.h"
+#include "timeline/TimelineRecordSnapshot.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+/// How long one application was used.
+struct AppStat {
+    Uuid id;              ///< fresh for each computation
+    std::string appName;  ///< "未知应用" for the records without a name
+    double hours = 0;
+    Color color = colorFromRgb(0x8E8E93);  ///< grey until a record brings one
+    double percentage = 0;                 ///< of all hours, 0 to 100
+    friend bool operator==(const AppStat&, const AppStat&) = default;
+};
+
+struct AppStatistics {
+    std::vector<AppStat> appStats;  ///< most hours first, among equals in the order of the records
+    double totalHours = 0;
+    friend bool operator==(const AppStatistics&, const AppStatistics&) = default;
+};
+
+/// A colour for a bundle identifier, a name and a URL.
+using AppColorFunction = std::function<Color(const std::optional<std::string>&, const std::optional<std::string>&,
+                                             const std::optional<std::string>&)>;
+
+/// Hours and share of each application. Open records count until `now`, and all of them as long as they are: none is
+/// left out for being short. The last record of an application decides its colour, which is its brand's or a hashed
+/// one, for light surroundings, unless a function says otherwise.
+[[nodiscard]] AppStatistics appStatistics(const std::vector<TimelineRecordSnapshot>& records, Date now,
+                                          const AppColorFunction& colorFunction = {});
+
+}  // namespace quorvane

@@ -1,0 +1,379 @@
+#include "timeline/DayTimelineChart.h"
+
+#include "base/DateText.h"
+#include "platform/Clock.h"
+#include "store/StoreError.h"
+#include "timeline/TimelineCalendar.h"
+#include "timeline/TimelineProcessing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvane {
+namespace {
+
+constexpr Seconds refreshInterval = 60s;
+constexpr double scrollGrain = 24;  // smaller moves aren't worth noting
+constexpr double scrollNoise = 0.1;
+
+}  // namespace
+
+DayTimelineChart::DayTimelineChart(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console)
+    : context_(context), runLoop_(runLoop), console_(console), processor_(runLoop), selectedDate_(runLoop.now()) {
+    followAnnotations();
+    refreshTimer_ = runLoop_.every(refreshInterval, [weak = weak_.handle()] {
+        if (auto* self = weak.get()) self->refreshOpenRecord();
+    });
+}
+
+// --- What comes from outside --------------------------------------------------------------------------------------
+
+void DayTimelineChart::setRecords(std::vector<std::shared_ptr<ActivityRecord>> records, const Uuid& refreshTrigger) {
+    const bool isSame = records.size() == records_.size() && refreshTrigger_ == refreshTrigger;
+    records_ = std::move(records);
+    refreshTrigger_ = refreshTrigger;
+    if (!isSame && hasAppeared_) startTimelineProcessing();
+}
+
+void DayTimelineChart::appear() {
+    const bool isFirst = !std::exchange(hasAppeared_, true);
+    startTimelineProcessing();
+    recalculateProjectAnnotations();
+    if (!isFirst) return;
+    // The view needs a moment to lay itself out.
+    pendingScroll_ = runLoop_.after(0.2s, [weak = weak_.handle()] {
+        if (auto* self = weak.get())
+            self->scrollRequested.send({Calendar::current().components(self->runLoop_.now()).hour, 0.5, 0.5s});
+    });
+}
+
+void DayTimelineChart::applicationBecameActive() {
+    const Date now = runLoop_.now();
+    if (currentViewMode_ != TimelineViewMode::day || timelineCalendar().isSameDay(now, selectedDate_)) return;
+    console_.line("DayTimelineChart: 检测到日期变化，从 {} 更新到 {}", mediumDate(selectedDate_), mediumDate(now));
+    selectedDate_ = now;
+    followAnnotations();
+    runLoop_.post([weak = weak_.handle()] {
+        auto* self = weak.get();
+        if (self == nullptr) return;
+        self->clearTimelineCaches();
+        self->startTimelineProcessing();
+    });
+}
+
+void DayTimelineChart::noteScroll(double offset) {
+    if (std::abs(-offset - currentScrollOffset_) > scrollGrain) currentScrollOffset_ = -offset;
+    if (std::abs(offset) > scrollNoise) hasUserScrolled_ = true;
+}
+
+// --- Which time ---------------------------------------------------------------------------------------------------
+
+void DayTimelineChart::setViewMode(TimelineViewMode mode) {
+    currentViewMode_ = mode;
+    changed.send();
+}
+
+void DayTimelineChart::selectDate(Date date) {
+    selectedDate_ = date;
+    followAnnotations();
+    clearTimelineCaches();
+    startTimelineProcessing();
+}
+
+void DayTimelineChart::stepDate(int direction) {
+    const auto calendar = Calendar::current();
+    switch (currentViewMode_) {
+    case TimelineViewMode::day: return selectDate(calendar.addingDays(direction, selectedDate_));
+    case TimelineViewMode::week: return selectDate(calendar.addingDays(7 * direction, selectedDate_));
+    case TimelineViewMode::month: return selectDate(calendar.addingMonths(direction, selectedDate_));
+    }
+}
+
+std::string DayTimelineChart::dateLabel() const {
+    return currentViewMode_ == TimelineViewMode::month ? localDateText(selectedDate_, "yyyy/M")
+                                                       : mediumDate(selectedDate_);
+}
+
+void DayTimelineChart::openDay(Date date) {
+    currentViewMode_ = TimelineViewMode::day;
+    selectDate(date);
+}
+
+// --- Blocks -------------------------------------------------------------------------------------------------------
+
+Date DayTimelineChart::startOfSelectedDay() const {
+    return timelineCalendar().startOfDay(selectedDate_);
+}
+
+bool DayTimelineChart::hasOpenRecordOnSelectedDay() const {
+    const auto day = Calendar::current().day(selectedDate_);
+    return std::any_of(records_.begin(), records_.end(), [&](const auto& record) {
+        return !record->endTime() && record->startTime() >= day.start && record->startTime() < day.end;
+    });
+}
+
+std::vector<TimelineRecordSnapshot> DayTimelineChart::takeSnapshots(Date now) const {
+    const auto calendar = Calendar::current();
+    const auto day = calendar.day(selectedDate_);
+    std::vector<TimelineRecordSnapshot> ofDay;  // copies of the day's records alone
+    for (const auto& record : records_)
+        if (record->startTime() >= day.start && record->startTime() < day.end) ofDay.push_back(snapshotOf(*record));
+    return TimelineProcessing::snapshotsOfDay(std::move(ofDay), selectedDate_, now, calendar);
+}
+
+void DayTimelineChart::startTimelineProcessing() {
+    const Date now = runLoop_.now();
+    processor_.start(
+        takeSnapshots(now), now,
+        [weak = weak_.handle(), day = startOfSelectedDay()](std::vector<TimelineProcessedSnapshot> blocks) {
+            if (auto* self = weak.get()) self->finish(std::move(blocks), day);
+        });
+}
+
+void DayTimelineChart::finish(std::vector<TimelineProcessedSnapshot> blocks, Date selectedDay) {
+    processedRecords_ = TimelineProcessing::makeItems(std::move(blocks));
+    rebuildSidebar(selectedDay);
+    activityHours_ = TimelineProcessing::activityHours(processedRecords_);
+    rebuildHourLayout();
+    changed.send();
+}
+
+void DayTimelineChart::rebuildSidebar(Date selectedDay) {
+    sidebarTotalHours_ = 0;
+    sidebarRecords_.clear();
+    for (const ProcessedActivityItem& item : processedRecords_) {
+        sidebarTotalHours_ += item.duration;
+        sidebarRecords_.push_back({.id = item.id,
+                                   .startTime = selectedDay + item.startHour * 1h,
+                                   .endTime = selectedDay + item.endHour() * 1h,
+                                   .bundleId = item.bundleId,
+                                   .appName = item.appName,
+                                   .windowTitle = item.windowTitle,
+                                   .documentPath = item.documentPath,
+                                   .url = item.url,
+                                   .category = item.category,
+                                   .tags = item.tags});
+    }
+}
+
+void DayTimelineChart::rebuildHourLayout() {
+    layout_ = HourLayout(activityHours_, hourHeight_);
+    TimelineProcessing::layOut(processedRecords_, layout_);
+}
+
+void DayTimelineChart::clearTimelineCaches() {
+    processedRecords_.clear();
+    sidebarRecords_.clear();
+    sidebarTotalHours_ = 0;
+    activityHours_.clear();
+    changed.send();
+}
+
+/// An open record grows while somebody looks at it.
+void DayTimelineChart::refreshOpenRecord() {
+    if (currentViewMode_ == TimelineViewMode::day && Calendar::current().isSameDay(selectedDate_, runLoop_.now()) &&
+        hasOpenRecordOnSelectedDay())
+        startTimelineProcessing();
+}
+
+void DayTimelineChart::followAnnotations() {
+    const auto day = Calendar::current().day(selectedDate_);
+    const auto start = field(&ProjectTimeAnnotation::startTime);
+    annotationsChanged_.reset();
+    annotations_.reset();
+    try {
+        annotations_.emplace(
+            context_, FetchDescriptor<ProjectTimeAnnotation>{.predicate = start >= day.start && start < day.end,
+                                                             .sort = {ascending(&ProjectTimeAnnotation::startTime)}});
+        annotationsChanged_ =
+            annotations_->didChange.subscribe([this](const auto&) { recalculateProjectAnnotations(); });
+    } catch (const StoreError& error) {
+        console_.line("DayTimelineChart: Failed to fetch annotations: {}", error.what());
+    }
+    recalculateProjectAnnotations();
+}
+
+void DayTimelineChart::recalculateProjectAnnotations() {
+    projectAnnotations_.clear();
+    try {
+        if (annotations_)
+            projectAnnotations_ = placeProjectAnnotations(annotations_->results(), selectedDate_, Calendar::current());
+    } catch (const StoreError& error) {
+        console_.line("DayTimelineChart: Failed to fetch projects: {}", error.what());
+    }
+    changed.send();
+}
+
+// --- Zoom ---------------------------------------------------------------------------------------------------------
+
+void DayTimelineChart::zoomIn() {
+    zoomTo(std::min(hourHeight_ + DayTimelineGeometry::zoomStep, DayTimelineGeometry::maxHourHeight));
+}
+
+void DayTimelineChart::zoomOut() {
+    zoomTo(std::max(hourHeight_ - DayTimelineGeometry::zoomStep, DayTimelineGeometry::minHourHeight));
+}
+
+void DayTimelineChart::zoomTo(double hourHeight) {
+    anchor();
+    hourHeight_ = hourHeight;
+    rebuildHourLayout();
+    changed.send();
+    recentreSoon();
+}
+
+/// Notes which hour is in the middle: the present one until the user scrolls.
+void DayTimelineChart::anchor() {
+    if (hasUserScrolled_) {
+        lastVisibleHour_ = std::clamp(layout_.hourForY(scrollViewHeight_ * 0.5 - currentScrollOffset_), 0.0, 24.0);
+        return;
+    }
+    const auto now = Calendar::current().components(runLoop_.now());
+    lastVisibleHour_ = now.hour + now.minute / 60.0;
+}
+
+void DayTimelineChart::recentreSoon() {
+    pendingScroll_ = runLoop_.after(0.15s, [weak = weak_.handle()] {
+        auto* self = weak.get();
+        if (self == nullptr) return;
+        const double hour = self->lastVisibleHour_;
+        self->scrollRequested.send(
+            {static_cast<int>(hour), DayTimelineGeometry::centringFraction(self->layout_, hour), 0.3s});
+    });
+}
+
+// --- Selection ----------------------------------------------------------------------------------------------------
+
+void DayTimelineChart::click(ChartPoint point, double width) {
+    const auto* hit = DayTimelineGeometry::hitTest(processedRecords_, point, width);
+    selectedActivity_ = hit ? std::optional(*hit) : std::nullopt;
+    selectedProjectAnnotation_.reset();
+    changed.send();
+}
+
+void DayTimelineChart::select(const std::shared_ptr<ProjectTimeAnnotation>& annotation) {
+    selectedProjectAnnotation_ = annotation;
+    selectedActivity_.reset();
+    changed.send();
+}
+
+void DayTimelineChart::selectNeighbour(int direction) {
+    std::vector<const ProcessedActivityItem*> byStart;
+    for (const auto& item : processedRecords_)
+        byStart.push_back(&item);
+    if (byStart.empty()) return;
+    std::stable_sort(byStart.begin(), byStart.end(),
+                     [](const auto* a, const auto* b) { return a->startHour < b->startHour; });
+    const auto count = static_cast<std::ptrdiff_t>(byStart.size());
+    const auto present = std::find_if(byStart.begin(), byStart.end(), [this](const auto* item) {
+        return selectedActivity_ && item->id == selectedActivity_->id;
+    });
+    const auto from = present == byStart.end() ? (direction > 0 ? -1 : count) : present - byStart.begin();
+    selectedActivity_ = *byStart[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + direction, 0, count - 1))];
+    selectedProjectAnnotation_.reset();
+    changed.send();
+}
+
+void DayTimelineChart::drag(ChartPoint from, ChartPoint to) {
+    if (!selection_ && std::hypot(to.x - from.x, to.y - from.y) < DayTimelineGeometry::leastDrag) return;
+    selection_ = SelectionRect{from, to};
+    changed.send();
+}
+
+void DayTimelineChart::endDrag() {
+    const auto drag = std::exchange(selection_, std::nullopt);
+    if (!drag) return;
+    if (const auto range = DayTimelineGeometry::selectedRange(*drag, layout_)) selectTimeRange(*range);
+    changed.send();
+}
+
+// --- Giving time to projects --------------------------------------------------------------------------------------
+
+void DayTimelineChart::selectTimeRange(const TimeRange& range) {
+    try {
+        const auto projects = context_.fetch<Project>(
+            {.predicate = field(&Project::isArchived) == false, .sort = {ascending(&Project::name)}});
+        projectSelector_.emplace(range, projects, annotationsOverlapping(context_, instants(range, selectedDate_)));
+        selectedTimeRange_ = range;
+    } catch (const StoreError& error) {
+        console_.line("DayTimelineChart: Failed to fetch projects: {}", error.what());
+    }
+    changed.send();
+}
+
+void DayTimelineChart::selectTimeRangeOfActivity() {
+    if (selectedActivity_) selectTimeRange({selectedActivity_->startHour, selectedActivity_->endHour()});
+}
+
+void DayTimelineChart::cancelProjectSelection() {
+    closeProjectSelector();
+}
+
+void DayTimelineChart::closeProjectSelector() {
+    projectSelector_.reset();
+    selectedTimeRange_.reset();
+    changed.send();
+}
+
+void DayTimelineChart::assignTo(const std::shared_ptr<Project>& project) {
+    if (selectedTimeRange_) createAnnotation(context_, project, selectedDate_, *selectedTimeRange_, console_);
+    closeProjectSelector();
+}
+
+void DayTimelineChart::createProjectAndAssign() {
+    if (!projectSelector_ || !projectSelector_->canCreate()) return;
+    const auto project = std::make_shared<Project>();
+    project->name = projectSelector_->newProjectName();
+    project->color = projectSelector_->selectedColor;
+    const bool isSaved = saved([&] { context_.insert(project); }, "Failed to save Project");
+    if (isSaved) return assignTo(project);
+    closeProjectSelector();
+}
+
+// --- Taking away --------------------------------------------------------------------------------------------------
+
+/// Makes a change and saves it; prints why it could not be saved.
+template <class Change>
+bool DayTimelineChart::saved(Change change, const char* failure) {
+    try {
+        change();
+        context_.save();
+        return true;
+    } catch (const StoreError& error) {
+        console_.line("{}: {}", failure, error.what());
+        return false;
+    }
+}
+
+void DayTimelineChart::deleteSelectedProjectAnnotation() {
+    if (selectedProjectAnnotation_) deleteAnnotation(selectedProjectAnnotation_);
+}
+
+void DayTimelineChart::deleteAnnotation(const std::shared_ptr<ProjectTimeAnnotation>& annotation) {
+    const auto kept = annotation;  // the selection, which goes, may be all that holds it
+    const auto change = [&] {
+        context_.remove(kept);
+        selectedProjectAnnotation_.reset();
+    };
+    if (saved(change, "Failed to delete ProjectTimeAnnotation")) console_.line("ProjectTimeAnnotation deleted");
+    changed.send();
+}
+
+void DayTimelineChart::deleteActivity(const ProcessedActivityItem& item) {
+    std::string name;
+    bool isFound = true;
+    const auto change = [&, id = item.id] {
+        const auto found = context_.fetch<ActivityRecord>({.predicate = field(&ActivityRecord::id) == id, .limit = 1});
+        isFound = !found.empty();
+        if (!isFound) return;
+        name = found.front()->appName().value_or("Unknown");
+        context_.remove(found.front());
+    };
+    if (!saved(change, "Failed to delete ActivityRecord")) return;
+    if (!isFound) return console_.line("ActivityRecord not found for deletion");
+    console_.line("ActivityRecord deleted: {}", name);
+    selectedActivity_.reset();
+    changed.send();
+}
+
+}  // namespace quorvane

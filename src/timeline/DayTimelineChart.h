@@ -1,0 +1,169 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "base/Weak.h"
+#include "diagnostics/ConsoleSink.h"
+#include "platform/RunLoop.h"
+#include "store/ActivityRecord.h"
+#include "store/LiveQuery.h"
+#include "timeline/AnnotationAssignment.h"
+#include "timeline/AnnotationLayout.h"
+#include "timeline/DayTimelineGeometry.h"
+#include "timeline/HourLayout.h"
+#include "timeline/ProjectSelectorState.h"
+#include "timeline/TimelineProcessor.h"
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+/// What the chart asks its view to do: bring the row of an hour to where `fraction` of the view's height is (0: top).
+struct ScrollTarget {
+    int hour = 0;
+    double fraction = 0;
+    Seconds duration{};  ///< of an animation that eases in and out
+    friend bool operator==(const ScrollTarget&, const ScrollTarget&) = default;
+};
+
+/// The day chart without its pixels: which day, zoom and blocks it shows, what is selected, and what gestures do. It
+/// sees the records that its owner passes and finds annotations itself. What is drawn is read from its caches only,
+/// which the stated events rebuild; blocks are processed beside the main thread. Nothing throws: what fails is printed.
+/// Main thread only; what it is made on outlives it.
+class DayTimelineChart {
+public:
+    DayTimelineChart(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console);
+    DayTimelineChart(const DayTimelineChart&) = delete;
+    DayTimelineChart& operator=(const DayTimelineChart&) = delete;
+
+    /// Sent after anything that is drawn has changed.
+    Signal<> changed;
+    Signal<const ScrollTarget&> scrollRequested;
+
+    // What comes from outside
+    /// The records to show. Another number of them, or another `refreshTrigger`, starts processing.
+    void setRecords(std::vector<std::shared_ptr<ActivityRecord>> records, const Uuid& refreshTrigger);
+    /// The chart comes on screen: processes, and scrolls to the present hour the first time.
+    void appear();
+    /// The application has come to the front: shows the new day if one has begun since.
+    void applicationBecameActive();
+    void setScrollViewHeight(double height) { scrollViewHeight_ = height; }
+    /// How far the content stands above the view's top edge; negative once it has been scrolled down.
+    void noteScroll(double offset);
+
+    // Which time
+    [[nodiscard]] TimelineViewMode currentViewMode() const { return currentViewMode_; }
+    void setViewMode(TimelineViewMode mode);
+    [[nodiscard]] Date selectedDate() const { return selectedDate_; }
+    void selectDate(Date date);
+    /// A day, week or month later (1) or earlier (-1).
+    void stepDate(int direction);
+    /// "2026/3" in month mode, else the day.
+    [[nodiscard]] std::string dateLabel() const;
+    /// From a week's column or a month's cell.
+    void openDay(Date date);
+
+    // What is drawn
+    [[nodiscard]] const std::vector<ProcessedActivityItem>& processedRecords() const { return processedRecords_; }
+    [[nodiscard]] const std::vector<TimelineRecordSnapshot>& sidebarRecords() const { return sidebarRecords_; }
+    [[nodiscard]] double sidebarTotalHours() const { return sidebarTotalHours_; }
+    [[nodiscard]] const std::set<int>& activityHours() const { return activityHours_; }
+    [[nodiscard]] const HourLayout& layout() const { return layout_; }
+    [[nodiscard]] const std::vector<PlacedProjectAnnotation>& projectAnnotations() const { return projectAnnotations_; }
+    [[nodiscard]] double hourHeight() const { return hourHeight_; }
+    void zoomIn();
+    void zoomOut();
+
+    // What is selected
+    [[nodiscard]] const std::optional<ProcessedActivityItem>& selectedActivity() const { return selectedActivity_; }
+    [[nodiscard]] const std::shared_ptr<ProjectTimeAnnotation>& selectedProjectAnnotation() const {
+        return selectedProjectAnnotation_;
+    }
+    void click(ChartPoint point, double width);
+    void select(const std::shared_ptr<ProjectTimeAnnotation>& annotation);
+    /// The next (1) or previous (-1) block by start, for the keyboard; from none the first or the last.
+    void selectNeighbour(int direction);
+
+    /// The rectangle of the drag under way; none while there is none.
+    [[nodiscard]] const std::optional<SelectionRect>& selection() const { return selection_; }
+    void drag(ChartPoint from, ChartPoint to);
+    void endDrag();
+
+    // Giving time to projects
+    [[nodiscard]] const std::optional<TimeRange>& selectedTimeRange() const { return selectedTimeRange_; }
+    /// The open panel; none while it is closed.
+    [[nodiscard]] ProjectSelectorState* projectSelector() { return projectSelector_ ? &*projectSelector_ : nullptr; }
+    void selectTimeRange(const TimeRange& range);
+    /// From the details of the selected block.
+    void selectTimeRangeOfActivity();
+    void cancelProjectSelection();
+    void assignTo(const std::shared_ptr<Project>& project);
+    /// Makes a project of the panel's name and colour and assigns the range to it.
+    void createProjectAndAssign();
+
+    // Taking away
+    /// What the delete keys do.
+    void deleteSelectedProjectAnnotation();
+    void deleteAnnotation(const std::shared_ptr<ProjectTimeAnnotation>& annotation);
+    /// Deletes the record whose id the block bears: of a merged block only the first.
+    void deleteActivity(const ProcessedActivityItem& item);
+
+private:
+    [[nodiscard]] Date startOfSelectedDay() const;
+    [[nodiscard]] bool hasOpenRecordOnSelectedDay() const;
+    [[nodiscard]] std::vector<TimelineRecordSnapshot> takeSnapshots(Date now) const;
+    void startTimelineProcessing();
+    void finish(std::vector<TimelineProcessedSnapshot> blocks, Date selectedDay);
+    void rebuildSidebar(Date selectedDay);
+    void rebuildHourLayout();
+    void clearTimelineCaches();
+    void followAnnotations();
+    void recalculateProjectAnnotations();
+    void refreshOpenRecord();
+    void zoomTo(double hourHeight);
+    void anchor();
+    void recentreSoon();
+    void closeProjectSelector();
+    template <class Change>
+    bool saved(Change change, const char* failure);
+
+    ModelContext& context_;
+    platform::RunLoop& runLoop_;
+    ConsoleSink& console_;
+    TimelineProcessor processor_;
+    std::vector<std::shared_ptr<ActivityRecord>> records_;
+    std::optional<Uuid> refreshTrigger_;
+    std::optional<LiveQuery<ProjectTimeAnnotation>> annotations_;  ///< of the selected day; none if it can't be read
+    Subscription annotationsChanged_;
+    std::unique_ptr<platform::Timer> refreshTimer_;
+    std::unique_ptr<platform::WorkItem> pendingScroll_;
+
+    TimelineViewMode currentViewMode_ = TimelineViewMode::day;
+    Date selectedDate_;
+    bool hasAppeared_ = false;
+
+    std::vector<ProcessedActivityItem> processedRecords_;
+    std::vector<TimelineRecordSnapshot> sidebarRecords_;  ///< the blocks as records of their own, in draw order
+    double sidebarTotalHours_ = 0;
+    std::set<int> activityHours_;
+    HourLayout layout_;
+    std::vector<PlacedProjectAnnotation> projectAnnotations_;
+
+    double hourHeight_ = HourLayout::defaultHourHeight;
+    double scrollViewHeight_ = 500;
+    double currentScrollOffset_ = 0;
+    double lastVisibleHour_ = 12;
+    bool hasUserScrolled_ = false;
+
+    std::optional<ProcessedActivityItem> selectedActivity_;
+    std::shared_ptr<ProjectTimeAnnotation> selectedProjectAnnotation_;
+    std::optional<SelectionRect> selection_;
+    std::optional<TimeRange> selectedTimeRange_;
+    std::optional<ProjectSelectorState> projectSelector_;
+    WeakSource<DayTimelineChart> weak_{*this};  // last: dies first, so that no callback meets half a chart
+};
+
+}  // namespace quorvane

@@ -1,0 +1,89 @@
+#include "timeline/AppStatistics.h"
+
+#include "support/Builders.h"
+#include "timeline/AppColorPalette.h"
+
+#include <gmock/gmock.h>
+#include <set>
+
+using testing::ElementsAre;
+
+namespace quorvane {
+namespace {
+
+using Text = std::optional<std::string>;
+
+TimelineRecordSnapshot record(const Text& bundleId, const Text& appName, const char* start, const char* end) {
+    return {.id = Uuid::random(),
+            .startTime = at(start),
+            .endTime = end ? std::optional(at(end)) : std::nullopt,
+            .bundleId = bundleId,
+            .appName = appName};
+}
+
+/// What can be said in advance: all but the identifiers.
+using Row = std::tuple<std::string, double, std::string, double>;
+
+std::vector<Row> rowsOf(const AppStatistics& statistics) {
+    std::vector<Row> rows;
+    for (const AppStat& stat : statistics.appStats)
+        rows.emplace_back(stat.appName, stat.hours, hexText(stat.color), stat.percentage);
+    return rows;
+}
+
+std::string hashed(const char* seed) {
+    return hexText(AppColorPalette::hashedColor(seed, false));
+}
+
+TEST(AppStatisticsTest, AddsUpTheHoursOfEachNameMostFirstAndAmongEqualsTheFirstThatCame) {
+    const auto statistics =
+        appStatistics({record("org.gimp.gimp", "Gimp", "09:00:00", "09:30:00"),
+                       record({}, "editor", "09:30:00", "10:00:00"), record({}, "Editor", "10:00:00", "10:15:00"),
+                       record({}, {}, "10:15:00", "11:15:00"), record({}, "Editor", "11:45:00", nullptr)},
+                      at("12:00:00"));
+    EXPECT_THAT(rowsOf(statistics),
+                ElementsAre(Row("未知应用", 1, hashed("unknown"), 40), Row("Gimp", 0.5, hashed("org.gimp.gimp"), 20),
+                            Row("editor", 0.5, hashed("editor"), 20), Row("Editor", 0.5, hashed("editor"), 20)));
+    EXPECT_EQ(statistics.totalHours, 2.5);
+    std::set<Uuid> ids;
+    for (const AppStat& stat : statistics.appStats)
+        ids.insert(stat.id);
+    EXPECT_EQ(ids.size(), 4U);
+}
+
+TEST(AppStatisticsTest, CountsTimeThatRunsBackwardsAndGivesNoSharesWithoutTime) {
+    const auto empty = appStatistics({}, at("12:00:00"));
+    EXPECT_EQ(empty, AppStatistics());
+    const auto noLength =
+        appStatistics({record({}, "A", "09:00:00", "09:00:00"), record({}, "B", "12:00:00", nullptr)}, at("12:00:00"));
+    EXPECT_THAT(rowsOf(noLength), ElementsAre(Row("A", 0, hashed("a"), 0), Row("B", 0, hashed("b"), 0)));
+    const auto backwards =
+        appStatistics({record({}, "A", "09:00:00", "10:00:00"), record({}, "B", "13:00:00", nullptr)}, at("12:00:00"));
+    EXPECT_THAT(rowsOf(backwards), ElementsAre(Row("A", 1, hashed("a"), 0), Row("B", -1, hashed("b"), 0)));
+}
+
+TEST(AppStatisticsTest, TakesTheColorOfTheLastRecordByBundleOrNameWithoutTheHost) {
+    auto browser = record("org.example.browser", "Web", "09:00:00", "10:00:00");
+    browser.url = "https://claude.ai/";
+    const auto named = record({}, "Safari", "10:00:00", "10:30:00");
+    const auto first = record("com.apple.Safari", "Web", "08:00:00", "08:30:00");
+    EXPECT_THAT(rowsOf(appStatistics({first, browser, named}, at("12:00:00"))),
+                ElementsAre(Row("Web", 1.5, hashed("org.example.browser"), 75), Row("Safari", 0.5, "#1B7AE9", 25)));
+}
+
+TEST(AppStatisticsTest, AsksTheColorFunctionInstead) {
+    auto browser = record("org.example.browser", "Web", "09:00:00", "10:00:00");
+    browser.url = "https://claude.ai/";
+    std::vector<std::tuple<Text, Text, Text>> asked;
+    const auto statistics = appStatistics({browser, record({}, {}, "10:00:00", "11:00:00")}, at("12:00:00"),
+                                          [&](const Text& bundleId, const Text& appName, const Text& url) {
+                                              asked.emplace_back(bundleId, appName, url);
+                                              return colorFromRgb(appName ? 0x123456 : 0x654321);
+                                          });
+    EXPECT_THAT(rowsOf(statistics), ElementsAre(Row("Web", 1, "#123456", 50), Row("未知应用", 1, "#654321", 50)));
+    EXPECT_THAT(asked, ElementsAre(std::tuple<Text, Text, Text>("org.example.browser", "Web", "https://claude.ai/"),
+                                   std::tuple<Text, Text, Text>()));
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,278 @@
+#include "timeline/DayTimelineChart.h"
+
+#include "platform/Clock.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+namespace quorvane {
+
+void PrintTo(const ScrollTarget& target, std::ostream* out) {
+    *out << target.hour << " at " << target.fraction << " in " << target.duration.count() << " s";
+}
+
+namespace {
+
+using testing::ElementsAre;
+
+/// A chart on Monday, 2 March 2026, at noon.
+class DayTimelineChartTest : public testing::Test {
+protected:
+    DayTimelineChartTest() {
+        subscription = chart->scrollRequested.subscribe([this](const auto& target) { scrolls.push_back(target); });
+    }
+    /// What the chart's owner would pass.
+    void passRecords() {
+        store.context().save();
+        chart->setRecords(store.context().fetch<ActivityRecord>(), trigger);
+        runLoop.runPosted();
+    }
+    void show() {
+        passRecords();
+        chart->appear();
+        runLoop.runPosted();
+    }
+    std::vector<std::string> blocks() {
+        std::vector<std::string> names;
+        for (const auto& item : chart->processedRecords())
+            names.push_back(fmt::format("{} {:.4g}+{:.4g}", item.appName, item.startHour, item.duration));
+        return names;
+    }
+    std::vector<std::string> newLines() {
+        const auto all = console.lines();
+        std::vector<std::string> lines(all.begin() + static_cast<std::ptrdiff_t>(seen), all.end());
+        seen = all.size();
+        return lines;
+    }
+
+    platform::SimulatedRunLoop runLoop{at("12:00:00")};
+    platform::ClockOverride clock{[this] { return runLoop.now(); }};
+    TemporaryStore store;
+    RecordingConsole console;
+    Uuid trigger = Uuid::random();
+    std::unique_ptr<DayTimelineChart> chart = std::make_unique<DayTimelineChart>(store.context(), runLoop, console);
+    std::vector<ScrollTarget> scrolls;
+    Subscription subscription;
+    std::size_t seen = 0;
+};
+
+TEST_F(DayTimelineChartTest, ShowsTheDaysRecordsAndProcessesAnewOnStatedEventsOnly) {
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
+    aRecord().from("2026-03-01 09:00:00").to("2026-03-01 10:00:00").app("Mail").in(store.context());
+    passRecords();
+    EXPECT_THAT(blocks(), ElementsAre());  // not on screen yet
+    chart->appear();
+    runLoop.runPosted();
+    EXPECT_THAT(blocks(), ElementsAre("Editor 9+1"));
+    EXPECT_EQ(chart->sidebarTotalHours(), 1);
+    EXPECT_EQ(chart->sidebarRecords().front().startTime, at("09:00:00"));
+    EXPECT_EQ(chart->sidebarRecords().front().endTime, at("10:00:00"));
+    EXPECT_EQ(chart->activityHours(), std::set<int>{9});
+    EXPECT_EQ(chart->layout().totalHeight(), 180 + 23 * 16);
+
+    const auto record = store.context().fetch<ActivityRecord>().front();
+    record->endTime = at("09:30:00");
+    passRecords();
+    EXPECT_THAT(blocks(), ElementsAre("Editor 9+1"));  // as many as before
+    trigger = Uuid::random();
+    passRecords();
+    EXPECT_THAT(blocks(), ElementsAre("Editor 9+0.5"));
+    chart->stepDate(-1);
+    EXPECT_THAT(blocks(), ElementsAre());
+    EXPECT_TRUE(chart->sidebarRecords().empty());
+    runLoop.runPosted();
+    EXPECT_THAT(blocks(), ElementsAre("Mail 9+1"));
+}
+
+TEST_F(DayTimelineChartTest, AnOpenRecordOfTodayGrowsOnceAMinute) {
+    aRecord().from("11:00:00").app("Editor").in(store.context());
+    show();
+    EXPECT_THAT(blocks(), ElementsAre("Editor 11+1"));
+    runLoop.playUntil("12:30:00");
+    EXPECT_THAT(blocks(), ElementsAre("Editor 11+1.5"));
+    chart->setViewMode(TimelineViewMode::week);
+    runLoop.playUntil("12:45:00");
+    EXPECT_THAT(blocks(), ElementsAre("Editor 11+1.5"));
+    chart->setViewMode(TimelineViewMode::day);
+    runLoop.playUntil("13:00:00");
+    EXPECT_THAT(blocks(), ElementsAre("Editor 11+2"));
+}
+
+TEST_F(DayTimelineChartTest, ShowsTheNewDayWhenTheApplicationComesToTheFront) {
+    aRecord().from("2026-03-03 08:00:00").to("2026-03-03 08:30:00").app("Early").in(store.context());
+    show();
+    chart->applicationBecameActive();
+    EXPECT_THAT(newLines(), ElementsAre());
+    runLoop.playUntil(at("2026-03-03 09:00:00"));
+    chart->setViewMode(TimelineViewMode::month);
+    chart->applicationBecameActive();
+    EXPECT_EQ(chart->selectedDate(), at("12:00:00"));
+    chart->setViewMode(TimelineViewMode::day);
+    chart->applicationBecameActive();
+    EXPECT_EQ(chart->selectedDate(), at("2026-03-03 09:00:00"));
+    runLoop.runPosted();
+    EXPECT_THAT(blocks(), ElementsAre("Early 8+0.5"));
+    const auto lines = newLines();
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_THAT(lines.front(), testing::MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*"));
+}
+
+TEST_F(DayTimelineChartTest, StepsByDayWeekAndMonth) {
+    show();
+    chart->stepDate(1);
+    EXPECT_EQ(chart->selectedDate(), at("2026-03-03 12:00:00"));
+    chart->setViewMode(TimelineViewMode::week);
+    chart->stepDate(-1);
+    EXPECT_EQ(chart->selectedDate(), at("2026-02-24 12:00:00"));
+    chart->setViewMode(TimelineViewMode::month);
+    chart->stepDate(1);
+    EXPECT_EQ(chart->selectedDate(), at("2026-03-24 12:00:00"));
+    EXPECT_EQ(chart->dateLabel(), "2026/3");
+    chart->openDay(at("2026-03-09 00:00:00"));
+    EXPECT_EQ(chart->currentViewMode(), TimelineViewMode::day);
+    EXPECT_EQ(chart->selectedDate(), at("2026-03-09 00:00:00"));
+}
+
+TEST_F(DayTimelineChartTest, ZoomsWithinItsBoundsAroundTheClockOrTheMiddleOfTheView) {
+    aRecord().from("00:00:00").to("12:00:00").app("Editor").in(store.context());
+    show();
+    runLoop.playFor(1s);
+    EXPECT_THAT(scrolls, ElementsAre(ScrollTarget{12, 0.5, 0.5s}));
+    scrolls.clear();
+    chart->appear();
+    runLoop.playFor(1s);
+    EXPECT_THAT(scrolls, ElementsAre());
+    for (int i = 0; i < 4; ++i)
+        chart->zoomIn();
+    EXPECT_EQ(chart->hourHeight(), 360);
+    EXPECT_EQ(chart->processedRecords().front().yBottom, 12 * 360);
+    runLoop.playFor(1s);
+    EXPECT_THAT(scrolls, ElementsAre(ScrollTarget{12, 0.5, 0.3s}));
+    scrolls.clear();
+
+    chart->setScrollViewHeight(720);
+    chart->noteScroll(1080);
+    chart->noteScroll(1100);  // too little to note
+    chart->zoomOut();
+    runLoop.playFor(1s);
+    // 360 + 1080 points down stood 4:00.
+    EXPECT_THAT(scrolls, ElementsAre(ScrollTarget{4, 0.5, 0.3s}));
+    for (int i = 0; i < 9; ++i)
+        chart->zoomOut();
+    EXPECT_EQ(chart->hourHeight(), 30);
+}
+
+TEST_F(DayTimelineChartTest, AClickSelectsABlockOrNothingAndABarSelectsItself) {
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
+    aRecord().from("10:30:00").to("11:00:00").app("Mail").in(store.context());
+    show();
+    chart->click({100, 9 * 16 + 5}, 400);
+    EXPECT_EQ(chart->selectedActivity()->appName, "Editor");
+    const auto annotation = std::make_shared<ProjectTimeAnnotation>();
+    chart->select(annotation);
+    EXPECT_FALSE(chart->selectedActivity());
+    EXPECT_EQ(chart->selectedProjectAnnotation(), annotation);
+    chart->click({100, 5}, 400);
+    EXPECT_FALSE(chart->selectedActivity());
+    EXPECT_EQ(chart->selectedProjectAnnotation(), nullptr);
+    for (const char* expected : {"Editor", "Mail", "Mail"}) {
+        chart->selectNeighbour(1);
+        EXPECT_EQ(chart->selectedActivity()->appName, expected);
+    }
+    chart->selectNeighbour(-1);
+    EXPECT_EQ(chart->selectedActivity()->appName, "Editor");
+}
+
+TEST_F(DayTimelineChartTest, ADragOpensTheProjectPanelAndAssigningDrawsABar) {
+    insertProject(store.context(), "Web");
+    insertProject(store.context(), "Old")->isArchived = true;
+    show();
+    chart->drag({100, 100}, {104, 104});
+    EXPECT_FALSE(chart->selection());
+    chart->drag({100, 16 * 9}, {200, 16 * 10});
+    EXPECT_EQ(chart->selection(), (SelectionRect{{100, 144}, {200, 160}}));
+    chart->endDrag();
+    EXPECT_FALSE(chart->selection());
+    EXPECT_EQ(chart->selectedTimeRange(), (TimeRange{9, 10}));
+    ASSERT_NE(chart->projectSelector(), nullptr);
+    ASSERT_EQ(chart->projectSelector()->projects().size(), 1);
+    chart->assignTo(chart->projectSelector()->projects().front());
+    EXPECT_EQ(chart->projectSelector(), nullptr);
+    EXPECT_FALSE(chart->selectedTimeRange());
+    EXPECT_THAT(newLines(), ElementsAre("ProjectTimeAnnotation saved: Web from 09:00 to 10:00"));
+    ASSERT_EQ(chart->projectAnnotations().size(), 1);
+    EXPECT_EQ(chart->projectAnnotations().front().annotation.startHour, 9);
+}
+
+TEST_F(DayTimelineChartTest, ANewProjectIsMadeSavedAndAssignedFromABlocksRange) {
+    aRecord().from("09:00:00").to("10:30:00").app("Editor").in(store.context());
+    show();
+    chart->selectNeighbour(1);
+    chart->selectTimeRangeOfActivity();
+    chart->projectSelector()->setNewProjectName(" ");
+    chart->createProjectAndAssign();
+    EXPECT_NE(chart->projectSelector(), nullptr);
+    chart->projectSelector()->setNewProjectName("Harbour");
+    chart->projectSelector()->selectedColor = "teal";
+    chart->createProjectAndAssign();
+    const auto reader = store.anotherContext();
+    const auto annotation = reader->fetch<ProjectTimeAnnotation>().front();
+    EXPECT_EQ(annotation->startTime(), at("09:00:00"));
+    EXPECT_EQ(annotation->endTime(), at("10:30:00"));
+    EXPECT_EQ(annotation->project()->name(), "Harbour");
+    EXPECT_EQ(annotation->project()->color(), "teal");
+    chart->selectTimeRange({9, 10});
+    chart->cancelProjectSelection();
+    EXPECT_EQ(chart->projectSelector(), nullptr);
+    EXPECT_FALSE(chart->selectedTimeRange());
+}
+
+TEST_F(DayTimelineChartTest, DeletesTheSelectedBarAndARecordByItsBlock) {
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
+    const auto annotation = std::make_shared<ProjectTimeAnnotation>();
+    annotation->startTime = at("09:00:00");
+    annotation->endTime = at("10:00:00");
+    store.context().insert(annotation);
+    show();
+    EXPECT_EQ(chart->projectAnnotations().size(), 1);
+    chart->deleteSelectedProjectAnnotation();
+    EXPECT_THAT(newLines(), ElementsAre());
+    chart->select(annotation);
+    chart->deleteSelectedProjectAnnotation();
+    EXPECT_THAT(chart->projectAnnotations(), testing::IsEmpty());
+    EXPECT_EQ(chart->selectedProjectAnnotation(), nullptr);
+
+    chart->selectNeighbour(1);
+    const auto item = *chart->selectedActivity();
+    chart->deleteActivity(item);
+    EXPECT_FALSE(chart->selectedActivity());
+    chart->deleteActivity(item);
+    EXPECT_THAT(newLines(), ElementsAre("ProjectTimeAnnotation deleted", "ActivityRecord deleted: Editor",
+                                        "ActivityRecord not found for deletion"));
+    EXPECT_EQ(store.anotherContext()->count<ActivityRecord>(), 0);
+    EXPECT_EQ(store.anotherContext()->count<ProjectTimeAnnotation>(), 0);
+}
+
+TEST_F(DayTimelineChartTest, FailuresOfTheStoreArePrinted) {
+    const auto project = insertProject(store.context(), "Web");
+    show();
+    Database other({.file = store.file()});
+    for (const char* table : {"project_time_annotation", "project"})
+        other.execute(
+            fmt::format("CREATE TRIGGER refuse_{0} BEFORE INSERT ON {0} BEGIN SELECT RAISE(ABORT, 'no'); END", table));
+    chart->selectTimeRange({9, 10});
+    chart->assignTo(project);
+    EXPECT_EQ(chart->projectSelector(), nullptr);
+    chart->selectTimeRange({11, 12});
+    chart->projectSelector()->setNewProjectName("New");
+    chart->createProjectAndAssign();
+    EXPECT_THAT(newLines(), ElementsAre(testing::StartsWith("Failed to save ProjectTimeAnnotation: "),
+                                        testing::StartsWith("Failed to save Project: ")));
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,415 @@
+#include "timeline/TimelineProcessing.h"
+
+#include "support/Builders.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+#include <random>
+#include <tuple>
+
+namespace quorvane {
+namespace {
+
+namespace Processing = TimelineProcessing;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Snapshots = std::vector<TimelineRecordSnapshot>;
+using Lines = std::vector<std::string>;
+
+const Calendar utc("en_US", "UTC");
+const Calendar newYork("en_US", "America/New_York");
+const Calendar lordHowe("en_AU", "Australia/Lord_Howe");
+/// "09:00:00..09:10:00, 09:12:00..now|org.example.mail/Mail": start, end, and the application's identifier and name,
+/// "-" for none; without them it is the editor.
+Snapshots records(std::string_view text) {
+    const auto cut = [](std::string_view& rest, std::string_view separator) {
+        const auto piece = rest.substr(0, rest.find(separator));
+        rest.remove_prefix(std::min(piece.size() + separator.size(), rest.size()));
+        return std::string(piece);
+    };
+    const auto orNone = [](std::string given) { return given == "-" ? std::nullopt : std::optional(std::move(given)); };
+    Snapshots all;
+    while (!text.empty()) {
+        const auto one = cut(text, ", ");
+        std::string_view app = one;
+        const auto times = cut(app, "|");
+        std::string_view end = times;
+        const auto start = cut(end, "..");
+        if (app.empty()) app = "org.example.editor/Editor";
+        auto bundleId = orNone(cut(app, "/"));
+        all.push_back({.startTime = at(start),
+                       .endTime = end == "now" ? std::nullopt : std::optional(at(end)),
+                       .bundleId = std::move(bundleId),
+                       .appName = orNone(std::string(app))});
+    }
+    return all;
+}
+
+TEST(TimelineProcessingTest, TakesWhatBeginsOnTheDayAndLastsAMinute) {
+    struct Row {
+        const char* name;
+        const char* record;
+        bool expected;
+    };
+    const Row rows[] = {
+        {"a minute", "09:00:00..09:01:00", true},
+        {"less", "09:00:00..09:00:59.9", false},
+        {"swapped", "09:00:00..08:00:00", false},
+        {"open for a minute", "17:59:00..now", true},
+        {"open for less", "17:59:00.1..now", false},
+        {"open, begins later", "18:30:00..now", false},
+        {"first instant", "00:00:00..00:01:00", true},
+        {"last instant", "23:59:59.999999..2026-03-03 00:20:00", true},
+        {"from the day before", "2026-03-01 23:50:00..00:20:00", false},
+        {"the next day", "2026-03-03 00:00:00..2026-03-03 00:20:00", false},
+        {"login window by name", "09:00:00..10:00:00|-/LoginWindow", false},
+        {"login window by identifier", "09:00:00..10:00:00|com.apple.loginwindow/Login", false},
+        {"identifiers have case", "09:00:00..10:00:00|com.apple.LoginWindow/-", true},
+        {"another name", "09:00:00..10:00:00|-/loginwindow 2", true},
+        {"no name", "09:00:00..10:00:00|-/-", true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto expected = row.expected ? records(row.record) : Snapshots{};
+        EXPECT_EQ(Processing::snapshotsOfDay(records(row.record), at("13:00:00"), at("18:00:00"), utc), expected);
+    }
+}
+
+TEST(TimelineProcessingTest, OrdersTheRecordsOfADayByTheirStart) {
+    const char* mixed = "11:00:00..now, 09:00:00..10:00:00, 09:00:00..10:00:00|-/Mail";
+    const char* sorted = "09:00:00..10:00:00, 09:00:00..10:00:00|-/Mail, 11:00:00..now";
+    EXPECT_EQ(Processing::snapshotsOfDay(records(mixed), at("00:00:00"), at("18:00:00"), utc), records(sorted));
+}
+
+TEST(TimelineProcessingTest, AgreesWithTheCalendarOnDaysOfEveryLength) {
+    struct Row {
+        Calendar calendar;
+        const char* noon;
+    };
+    const Row rows[] = {{newYork, "2026-03-08T16:00:00Z"},
+                        {newYork, "2026-11-01T17:00:00Z"},
+                        {lordHowe, "2026-10-04T01:00:00Z"},
+                        {lordHowe, "2026-04-05T01:30:00Z"},
+                        {{"es_CL", "America/Santiago"}, "2026-09-06T15:00:00Z"},  // no midnight
+                        {{"es_CU", "America/Havana"}, "2026-11-01T17:00:00Z"}};   // two
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.noon);
+        Snapshots all;
+        Snapshots expected;
+        for (Seconds offset = -30h; offset < 30h; offset += 15min) {
+            const Date start = at(row.noon) + offset;
+            all.push_back({.startTime = start, .endTime = start + 10min});
+            if (row.calendar.isSameDay(start, at(row.noon))) expected.push_back(all.back());
+        }
+        EXPECT_EQ(Processing::snapshotsOfDay(all, at(row.noon), at(row.noon), row.calendar), expected);
+    }
+}
+
+TEST(TimelineProcessingTest, JoinsNeighboursOfOneApplication) {
+    struct Row {
+        const char* name;
+        std::string given;
+        std::string expected = given;
+    };
+    const std::string joined = "09:00:00..09:20:00";
+    const auto after = [](const std::string& first, const std::string& second) {
+        return "09:00:00..09:10:00|" + first + ", 09:10:30..09:20:00|" + second;
+    };
+    const Row rows[] = {
+        {"nothing", ""},
+        {"no gap", "09:00:00..09:10:00, 09:10:00..09:20:00", joined},
+        {"120 s", "09:00:00..09:10:00, 09:12:00..09:20:00", joined},
+        {"120.1 s", "09:00:00..09:10:00, 09:12:00.1..09:20:00"},
+        {"in any order", "09:12:00..09:20:00, 09:00:00..09:10:00", joined},
+        {"one after the other", "09:00:00..09:05:00, 09:07:00..09:10:00, 09:12:00..09:20:00", joined},
+        {"overlapping", "09:00:00..09:10:00, 09:09:59.9..09:20:00"},
+        {"another between", "09:00:00..09:10:00, 09:10:00..09:10:30|b/B, 09:11:40..09:20:00"},
+        {"other application", after("a/A", "b/B")},
+        {"same identifier", after("a/A", "a/B"), joined + "|a/A"},
+        {"neither has an identifier", after("-/A", "-/B"), joined + "|-/A"},
+        {"neither has anything", after("-/-", "-/-"), joined + "|-/-"},
+        {"same name, other identifier", after("a/A", "b/A"), joined + "|a/A"},
+        {"same name, no identifier first", after("-/A", "b/A"), joined + "|-/A"},
+        {"same name, no identifier then", after("a/A", "-/A"), joined + "|a/A"},
+        {"one identifier, no names", after("a/-", "-/-")},
+        {"other identifiers, no names", after("a/-", "b/-")},
+        {"the later one is open", "09:00:00..09:10:00, 09:11:00..now", "09:00:00..18:00:00"},
+        {"the first one is open", "09:00:00..now, 18:01:00..18:05:00", "09:00:00..18:05:00"},
+        {"one is open", "09:00:00..now"},
+        {"the later one ends earlier", "09:00:00..09:10:00, 09:11:00..09:05:00", "09:00:00..09:05:00"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Processing::mergeAdjacentRecords(records(row.given), at("18:00:00")), records(row.expected));
+    }
+}
+
+TEST(TimelineProcessingTest, FillsWhatTheFirstOfThemLacks) {
+    auto all = records("09:00:00..09:05:00, 09:05:00..09:10:00, 09:10:00..09:20:00");
+    all[0].id = Uuid::random();
+    all[0].windowTitle = "";
+    all[1].windowTitle = "b";
+    all[1].documentPath = "/b";
+    all[1].url = "https://b.example/";
+    all[1].tags = "b";
+    all[2].url = "https://c.example/";
+    all[2].category = "工作";
+    all[2].tags = "c";
+    const TimelineRecordSnapshot expected{.id = all[0].id,
+                                          .startTime = at("09:00:00"),
+                                          .endTime = at("09:20:00"),
+                                          .bundleId = "org.example.editor",
+                                          .appName = "Editor",
+                                          .windowTitle = "",
+                                          .documentPath = "/b",
+                                          .url = "https://b.example/",
+                                          .category = "工作",
+                                          .tags = "b"};
+    EXPECT_THAT(Processing::mergeAdjacentRecords(all, at("18:00:00")), ElementsAre(expected));
+}
+
+/// The rules of joining, one by one.
+Snapshots mergedStepByStep(Snapshots snapshots, Date now) {
+    if (snapshots.empty()) return {};
+    std::stable_sort(snapshots.begin(), snapshots.end(),
+                     [](const auto& a, const auto& b) { return a.startTime < b.startTime; });
+    Snapshots result;
+    auto current = snapshots.front();
+    for (std::size_t i = 1; i < snapshots.size(); ++i) {
+        const auto& next = snapshots[i];
+        const bool isSame = (!current.bundleId && !next.bundleId) ||
+                            (current.bundleId && next.bundleId && *current.bundleId == *next.bundleId) ||
+                            (current.appName && next.appName && *current.appName == *next.appName);
+        const double gap = (next.startTime - current.endTime.value_or(now)).count();
+        if (!isSame || gap < 0.0 || gap > 120.0) {
+            result.push_back(current);
+            current = next;
+            continue;
+        }
+        current.endTime = next.endTime.value_or(now);
+        if (!current.windowTitle) current.windowTitle = next.windowTitle;
+        if (current.tags.empty()) current.tags = next.tags;
+    }
+    result.push_back(current);
+    return result;
+}
+
+TEST(TimelineProcessingTest, JoinsRandomDaysAsTheRulesSayOneByOne) {
+    std::mt19937 random(31);
+    const auto any = [&](const auto& values) { return values[random() % values.size()]; };
+    const std::vector<std::optional<std::string>> texts{std::nullopt, "", "a", "b"};
+    const Date now = at("12:00:00");
+    std::size_t joined = 0;
+    for (int day = 0; day < 1000; ++day) {
+        Snapshots given;
+        Date start = at("09:00:00");
+        for (auto count = random() % 60; count > 0; --count) {
+            start += Seconds(static_cast<double>(random() % 2400) / 10);
+            given.push_back({.id = Uuid::random(),
+                             .startTime = start,
+                             .endTime = start + Seconds(static_cast<double>(random() % 2000) / 10),
+                             .bundleId = any(texts),
+                             .appName = any(texts),
+                             .windowTitle = any(texts),
+                             .tags = any(texts).value_or("")});
+            if (random() % 9 == 0) given.back().endTime = std::nullopt;
+        }
+        std::shuffle(given.begin(), given.end(), random);
+        const auto expected = mergedStepByStep(given, now);
+        ASSERT_EQ(Processing::mergeAdjacentRecords(given, now), expected) << day;
+        joined += given.size() - expected.size();
+    }
+    EXPECT_GT(joined, 3000U);
+}
+
+/// "9.25+0.5": start hour and duration, in the order of the result.
+Lines hoursOf(const std::vector<TimelineProcessedSnapshot>& blocks) {
+    Lines lines;
+    for (const auto& block : blocks)
+        lines.push_back(fmt::format("{:.6g}+{:.4g}", block.startHour, block.duration));
+    return lines;
+}
+
+TEST(TimelineProcessingTest, PlacesBlocksWhereNoEarlierOneIs) {
+    struct Row {
+        const char* name;
+        const char* given;
+        Lines expected;
+        const Calendar* calendar = &utc;
+    };
+    const Row rows[] = {
+        {"without seconds", "09:15:59..09:45:59", {"9.25+0.5"}},
+        {"touching", "09:00:00..09:30:00, 09:30:00..10:00:00", {"9+0.5", "9.5+0.5"}},
+        {"but for seconds", "09:00:00..09:30:36, 09:30:36..10:00:36", {"9+0.51", "9.55+0.5"}},
+        {"three in a minute, and one where they went",
+         "09:00:00..09:01:30, 09:00:20..09:01:50, 09:00:40..09:02:10, 09:06:00..09:07:30",
+         {"9+0.025", "9.05+0.025", "9.1+0.025", "9.15+0.025"}},
+        {"over midnight", "23:45:00..2026-03-03 00:15:00", {"23.75+0.5"}},
+        {"past 24", "23:45:00..2026-03-03 00:15:00, 23:54:00..2026-03-03 00:00:00", {"23.75+0.5", "24.25+0.1"}},
+        {"open", "17:00:00..now", {"17+1"}},
+        {"swapped", "17:00:00..16:00:00", {"17+0"}},
+        {"one o'clock comes twice",
+         "2026-11-01T05:30:00Z..2026-11-01T06:11:00Z, 2026-11-01T06:11:00Z..2026-11-01T06:17:00Z, "
+         "2026-11-01T06:45:00Z..2026-11-01T06:51:00Z",
+         {"1.18333+0.1", "1.5+0.6833", "2.2+0.1"},
+         &newYork},
+        {"two o'clock is left out", "2026-03-08T06:30:00Z..2026-03-08T07:30:00Z", {"1.5+1"}, &newYork},
+        {"half past two follows two", "2026-10-03T15:30:00Z..2026-10-03T16:00:00Z", {"2.5+0.5"}, &lordHowe},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(hoursOf(Processing::placeSnapshots(records(row.given), at("18:00:00"), *row.calendar)), row.expected);
+    }
+}
+
+TEST(TimelineProcessingTest, CarriesWhatABlockSaysToItsItemAndColorsItByItsHost) {
+    auto page = records("09:00:00..09:30:00|org.example.browser/-").front();
+    page.id = Uuid::random();
+    page.windowTitle = "Chat";
+    page.documentPath = "/chat";
+    page.url = "https://Claude.AI/new";
+    page.category = "工作";
+    page.tags = "a,b";
+    auto noPage = records("10:00:00..10:30:00|-/Firefox").front();
+    noPage.url = "claude.ai";
+    const auto blocks = Processing::process({noPage, page}, at("18:00:00"), utc);
+    const ProcessedActivityItem first{.id = page.id,
+                                      .startHour = 9,
+                                      .duration = 0.5,
+                                      .bundleId = page.bundleId,
+                                      .appName = "未知应用",
+                                      .windowTitle = "Chat",
+                                      .documentPath = "/chat",
+                                      .url = page.url,
+                                      .color = colorFromRgb(0xD67147),
+                                      .category = "工作",
+                                      .tags = "a,b"};
+    const ProcessedActivityItem second{
+        .startHour = 10, .duration = 0.5, .appName = "Firefox", .url = noPage.url, .color = colorFromRgb(0xE55121)};
+    EXPECT_THAT(Processing::makeItems(blocks), ElementsAre(first, second));
+}
+
+TEST(TimelineProcessingTest, EndsEarlyWhenNobodyWaitsAnyLonger) {
+    std::stop_source source;
+    source.request_stop();
+    EXPECT_THAT(Processing::process(records("09:00:00..10:00:00"), at("18:00:00"), utc, source.get_token()), IsEmpty());
+}
+
+using Hours = std::vector<std::pair<double, double>>;  // start and duration
+
+Hours inDrawOrder(const Hours& hours) {
+    std::vector<TimelineProcessedSnapshot> blocks(hours.size());
+    for (std::size_t i = 0; i < hours.size(); ++i)
+        std::tie(blocks[i].startHour, blocks[i].duration) = hours[i];
+    Processing::sortByDrawOrder(blocks);
+    Hours sorted(hours.size());
+    for (std::size_t i = 0; i < hours.size(); ++i)
+        sorted[i] = {blocks[i].startHour, blocks[i].duration};
+    return sorted;
+}
+
+TEST(TimelineProcessingTest, DrawsLongBlocksFirst) {
+    struct Row {
+        const char* name;
+        Hours hours;
+        Hours expected;
+    };
+    const Row rows[] = {
+        {"by duration", {{9, 0.5}, {10, 2}, {12, 1}}, {{10, 2}, {12, 1}, {9, 0.5}}},
+        {"as long, by start", {{12, 1}, {9, 1}, {10, 1}}, {{9, 1}, {10, 1}, {12, 1}}},
+        {"about as long", {{12, 1.00009}, {9, 1}}, {{9, 1}, {12, 1.00009}}},
+        {"not as long", {{9, 1}, {12, 1.00011}}, {{12, 1.00011}, {9, 1}}},
+        {"one between is about as long as both",
+         {{1, 1}, {3, 0.99995}, {2, 0.99988}},
+         {{1, 1}, {2, 0.99988}, {3, 0.99995}}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(inDrawOrder(row.hours), row.expected);
+    }
+}
+
+TEST(TimelineProcessingTest, KeepsNeighboursInDrawOrderAlsoWhereTheRuleLeadsInACircle) {
+    std::mt19937 random(5);
+    for (int round = 0; round < 200; ++round) {
+        Hours hours(100);
+        for (auto& [start, duration] : hours) {
+            start = static_cast<double>(random() % 1440) / 60;
+            duration = 1 + static_cast<double>(random() % 100) / 1e5;
+        }
+        hours = inDrawOrder(hours);
+        for (std::size_t i = 1; i < hours.size(); ++i) {
+            const double longer = hours[i - 1].second - hours[i].second;
+            ASSERT_TRUE(std::abs(longer) < 0.0001 ? hours[i - 1].first <= hours[i].first : longer > 0);
+        }
+    }
+}
+
+TEST(TimelineProcessingTest, FindsTheHoursInWhichSomethingHappened) {
+    struct Row {
+        const char* name;
+        double startHour;
+        double duration;
+        std::set<int> expected;
+    };
+    const Row rows[] = {
+        {"a whole hour", 9, 1, {9}},        {"over the hour", 9.5, 1, {9, 10}},
+        {"of no length", 9.5, 0, {9}},      {"of no length on the hour", 9, 0, {}},
+        {"over midnight", 23.8, 0.5, {23}}, {"past 24", 24, 1, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Processing::activityHours({{.startHour = row.startHour, .duration = row.duration}}), row.expected);
+    }
+}
+
+TEST(TimelineProcessingTest, ShowsNamesThatStandFarEnoughFromTheLastOfTheirKind) {
+    struct Block {
+        double minute;
+        double minutes;
+        const char* name = "Editor";
+    };
+    struct Row {
+        const char* name;
+        std::vector<Block> blocks;
+        std::vector<bool> expected;
+    };
+    // At 60 points an hour a minute is a point.
+    const Row rows[] = {
+        {"100 points apart", {{0, 10}, {100, 10}}, {true, true}},
+        {"99 points apart", {{0, 10}, {99, 10}}, {true, false}},
+        {"middles count", {{0, 40}, {110, 10}}, {true, false}},
+        {"other names", {{0, 10}, {20, 10, "Mail"}}, {true, true}},
+        {"90 s", {{0, 1.5}}, {true}},
+        {"less, which keeps no other away", {{0, 1.49}, {20, 10}}, {false, true}},
+        {"what isn't labelled keeps no other away", {{0, 10}, {60, 10}, {120, 10}}, {true, false, true}},
+        {"from the top, not in draw order", {{60, 30}, {0, 20}}, {false, true}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<ProcessedActivityItem> items;
+        for (const auto& block : row.blocks)
+            items.push_back({.startHour = block.minute / 60,
+                             .duration = block.minutes / 60,
+                             .appName = block.name,
+                             .shouldShowName = true});
+        Processing::layOut(items, HourLayout({0, 1, 2, 3}, 60));
+        std::vector<bool> shown(items.size());
+        std::transform(items.begin(), items.end(), shown.begin(), [](const auto& item) { return item.shouldShowName; });
+        EXPECT_EQ(shown, row.expected);
+    }
+}
+
+TEST(TimelineProcessingTest, PutsItemsWhereTheLayoutSays) {
+    std::vector<ProcessedActivityItem> items{{.startHour = 9.5, .duration = 1}, {.startHour = 23.75, .duration = 0.5}};
+    Processing::layOut(items, HourLayout(Processing::activityHours(items), 180));
+    const auto frame = [&](std::size_t i) { return std::pair(items[i].yTop, items[i].yBottom); };
+    EXPECT_EQ(frame(0), std::pair(234.0, 414.0));
+    EXPECT_EQ(frame(1), std::pair(831.0, 876.0));
+}
+
+}  // namespace
+}  // namespace quorvane
