@@ -33,7 +33,7 @@ _quorvane_cli() {
     fi
 
     local everywhere="--store --now --json --help"
-    local commands="dump load records export-csv report classify projects rules categories cleanup overlaps"
+    local commands="dump load records stats export-csv report timeline annotate week month classify projects rules categories cleanup overlaps"
     commands+=" sanitize track status doctor"
     local command='' member='' i
     local -a store=()
@@ -45,7 +45,8 @@ _quorvane_cli() {
             ;;
         --now | --from | --to | --app | --project | --limit | --for | --date | -o | --output) ((i++)) ;;
         --name | --client | --rate | --currency | --color | --field | --operator | --value) ((i++)) ;;
-        --category | --tag | --priority | --range | --format) ((i++)) ;;
+        --category | --tag | --priority | --range | --format | --column-width) ((i++)) ;;
+        --hour-height | --width | --at | --from-hour | --to-hour) ((i++)) ;;
         -*) ;;
         *) if [[ -z $command ]]; then command=${words[i]}; else member=${member:-${words[i]}}; fi ;;
         esac
@@ -122,7 +123,9 @@ _quorvane_cli() {
         ;;
     categories) options="$everywhere list add remove" ;;
     cleanup) options="$everywhere --synchronous" ;;
-    overlaps) options="$everywhere --date" ;;
+    week) options="$everywhere --date --column-width" ;;
+    month) options="$everywhere --date" ;;
+    overlaps | stats) options="$everywhere --date" ;;
     dump) options="$everywhere -o --output" ;;
     load)
         if [[ $cur != -?* ]]; then
@@ -134,6 +137,8 @@ _quorvane_cli() {
         ;;
     records) options="$everywhere --from --to --app --project --limit" ;;
     export-csv) options="$everywhere --from --to --project -o --output" ;;
+    timeline) options="$everywhere --date --hour-height --width --at" ;;
+    annotate) options="$everywhere --project --date --from-hour --to-hour" ;;
     report)
         options="$everywhere --range --from --to --project --client --no-client --category --no-category --format"
         ;;

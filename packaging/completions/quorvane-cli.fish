@@ -1,7 +1,8 @@
 # fish completion for quorvane-cli
 
-set -l commands dump load records export-csv report classify projects rules categories cleanup overlaps sanitize \
-    track status doctor
+set -l commands dump load records stats export-csv report timeline annotate \
+    week month classify projects rules categories cleanup overlaps \
+    sanitize track status doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
     quorvane-cli records --json --limit 2000 2>/dev/null | string match -rg '"app_name":"([^"\\\\]*)"' | sort -u
@@ -36,8 +37,13 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -l versi
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a dump -d "Write the whole store as JSON Lines"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a load -d "Insert or replace the rows of JSON Lines"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a records -d "List records, newest first"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a stats -d "Hours of each application on a day"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a export-csv -d "Write records as CSV"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a report -d "Add up hours and amounts"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a week -d "Show the seven days of a week"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a month -d "Show the calendar of a month"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a timeline -d "Draw a day as blocks"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a annotate -d "Give a part of a day to a project"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a classify -d "Show how the rules leave records"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a projects -d "List, add, change and archive projects"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a rules -d "List and change rules"
@@ -58,6 +64,16 @@ complete -c quorvane-cli -n "__fish_seen_subcommand_from records" -l app -x -a "
 complete -c quorvane-cli -n "__fish_seen_subcommand_from records export-csv" -l project -x -a "(__quorvane_cli_projects)" \
     -d "Only of this project"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from records" -l limit -x -d "At most so many"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from stats" -l date -x -d "Which day, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from week month" -l date -x -d "A day of it, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from week" -l column-width -x -d "How wide a column is, in points"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from timeline annotate" -l date -x -d "The day, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from timeline" -l hour-height -x -d "Height of an hour in points"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from timeline" -l width -x -d "Width of the chart in points"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from timeline" -l at -x -d "The block under X,Y"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from annotate" -l project -x -a "(__quorvane_cli_projects)" -d "The project"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from annotate" -l from-hour -x -d "Where it begins, from 0"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from annotate" -l to-hour -x -d "Where it ends, at most 24"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l range -x -a "week month quarter custom" -d "Which time"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l from -x -d "First day, YYYY-MM-DD"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l to -x -d "Last day, YYYY-MM-DD"

@@ -24,5 +24,10 @@ void addClassifyCommand(CLI::App& app, CommandContext& context);
 void addRulesCommand(CLI::App& app, CommandContext& context);
 void addProjectsCommand(CLI::App& app, CommandContext& context);
 void addReportCommand(CLI::App& app, CommandContext& context);
+void addWeekCommand(CLI::App& app, CommandContext& context);
+void addMonthCommand(CLI::App& app, CommandContext& context);
+void addStatsCommand(CLI::App& app, CommandContext& context);
+void addTimelineCommand(CLI::App& app, CommandContext& context);
+void addAnnotateCommand(CLI::App& app, CommandContext& context);
 
 }  // namespace quorvane::cli

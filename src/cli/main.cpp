@@ -71,9 +71,10 @@ void describe(CLI::App& app, CommandContext& context) {
     addInstantOption(app, "--now", context.now, "Read this instant wherever the clock is read");
     app.add_flag("--json", context.json, "Machine-readable output where a command has both forms");
     for (const auto add :
-         {addDumpCommand, addLoadCommand, addRecordsCommand, addExportCsvCommand, addStatusCommand, addTrackCommand,
-          addDoctorCommand, addSanitizeCommand, addCleanupCommand, addOverlapsCommand, addProjectsCommand,
-          addReportCommand, addRulesCommand, addCategoriesCommand, addClassifyCommand})
+         {addDumpCommand,     addLoadCommand,   addRecordsCommand,  addExportCsvCommand,  addStatusCommand,
+          addTrackCommand,    addDoctorCommand, addSanitizeCommand, addCleanupCommand,    addOverlapsCommand,
+          addProjectsCommand, addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
+          addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand})
         add(app, context);
     describeCommands(app);
 }

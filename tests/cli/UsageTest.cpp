@@ -39,6 +39,7 @@ TEST_F(UsageTest, AnswersWrongUsageWithOneLineAndTouchesNothing) {
         {{"track", "--for", "nan"}, "\"nan\" is no number of seconds"},
         {{"track", "--for", "1e9"}, "\"1e9\" is no number of seconds"},
         {{"overlaps", "--date", "2026-02-30"}, "\"2026-02-30\" is no day"},
+        {{"stats", "--date", "today"}, "\"today\" is no day"},
         {{"projects"}, "projects needs a command"},
         {{"projects", "nosuch"}, "there is no command projects nosuch"},
         {{"projects", "--nosuch"}, "there is no option --nosuch"},
@@ -70,7 +71,7 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.err, "");
     for (const char* command : {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor",
-                                "cleanup", "overlaps", "projects", "rules", "categories", "classify"}) {
+                                "cleanup", "overlaps", "projects", "rules", "categories", "classify", "stats"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});
