@@ -1,11 +1,20 @@
 #include "diagnostics/ConsoleSink.h"
+#include "platform/RunLoop.h"
+#include "store/ActivityRecord.h"
+#include "store/ModelContainer.h"
+#include "timeline/DayTimelineChart.h"
 #include "timeline/MonthTimeline.h"
 #include "timeline/TimelineProcessing.h"
 #include "timeline/WeekTimeline.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <filesystem>
 #include <fmt/format.h>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
 
 // What a day of the timeline costs, on the main thread and in the background, and what week and month cost on it.
 namespace quorvane::bench {
@@ -131,6 +140,59 @@ void month(benchmark::State& state) {
             MonthTimeline::grid(midnight + 60h, {.records = records, .now = now}, console, calendar(), monday));
 }
 
+/// A run loop whose worker runs when it is told to, so that it can be left out of a measurement.
+class ManualRunLoop final : public platform::RunLoop {
+public:
+    [[nodiscard]] Date now() const override { return midnight + 23h; }
+    [[nodiscard]] std::unique_ptr<platform::Timer> every(Seconds, std::function<void()>) override { return nullptr; }
+    [[nodiscard]] std::unique_ptr<platform::WorkItem> after(Seconds, std::function<void()>) override { return nullptr; }
+    void post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
+    void background(std::function<void()> work) override { waiting_.push_back(std::move(work)); }
+    [[nodiscard]] bool isMainThread() const override { return true; }
+
+    void runWorker() { run(waiting_); }
+    void runPosted() { run(posted_); }
+
+private:
+    static void run(std::vector<std::function<void()>>& queue) {
+        for (const auto& work : std::exchange(queue, {}))
+            work();
+    }
+    std::vector<std::function<void()>> posted_;
+    std::vector<std::function<void()>> waiting_;
+};
+
+/// The chart's own thread on a day of so many records of the store: copies before the worker's part, caches after it.
+void chartsMainThread(benchmark::State& state) {
+    const auto file = std::filesystem::temp_directory_path() / "quorvane-timeline-bench.sqlite";
+    std::filesystem::remove(file);
+    ModelContainer container({.file = file});
+    auto& context = container.mainContext();
+    for (const auto& day = makeDays(1, state.range(0)); const auto& each : day)
+        context.insert(std::make_shared<ActivityRecord>(ActivityRecord::Values{.startTime = each.startTime + 1h,
+                                                                               .endTime = *each.endTime + 1h,
+                                                                               .appBundleId = each.bundleId,
+                                                                               .appName = each.appName,
+                                                                               .windowTitle = each.windowTitle,
+                                                                               .documentPath = each.documentPath,
+                                                                               .url = each.url}));
+    context.save();
+    StreamConsole console(stderr);
+    ManualRunLoop runLoop;
+    DayTimelineChart chart(context, runLoop, console);
+    const auto records = context.fetch<ActivityRecord>();
+    chart.appear();
+    for (auto _ : state) {
+        chart.setRecords(records, Uuid::random());
+        state.PauseTiming();
+        runLoop.runWorker();
+        state.ResumeTiming();
+        runLoop.runPosted();
+    }
+    state.counters["blocks"] = static_cast<double>(chart.processedRecords().size());
+    std::filesystem::remove(file);
+}
+
 void hourForY(benchmark::State& state) {
     const HourLayout layout({8, 9, 10, 11, 13, 14, 15, 16, 17}, 180);
     double y = 0;
@@ -148,6 +210,7 @@ BENCHMARK(background)->Arg(500)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(placeWhereAllOverlap)->Arg(500)->Arg(1000)->Arg(2000)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(week)->Arg(7)->Arg(365)->Unit(benchmark::kMillisecond);
 BENCHMARK(month)->Arg(7)->Arg(365)->Unit(benchmark::kMillisecond);
+BENCHMARK(chartsMainThread)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(hourForY);
 
 }  // namespace
