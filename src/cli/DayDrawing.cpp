@@ -16,7 +16,6 @@ namespace quorvane::cli {
 namespace {
 
 constexpr int quartersOfDay = 96;
-constexpr int nameWidth = 28;
 constexpr int defaultWidth = 100;  // of a line, where nobody says how wide the terminal is
 constexpr Color gapColor = colorFromRgb(0x8E8E93);
 
@@ -45,58 +44,77 @@ std::string padded(const std::string& text, int width) {
     return fitted + std::string(static_cast<std::size_t>(width - text::displayWidth(fitted)), ' ');
 }
 
-/// One line of the drawing. What only continues from the line above isn't named again.
-class DayLine {
-public:
-    DayLine(const DayChart& chart, int quarter, bool isFirst, const TerminalColor& color, int width)
-        : color_(color), rest_(width) {
-        text_ = quarter % 4 == 0 || isFirst ? fmt::format("{:02}:{:02} ", quarter / 4, quarter % 4 * 15) : "      ";
-        rest_ -= 6;
-        const auto* block = blockAt(chart, quarter);
-        const auto* above = isFirst ? nullptr : blockAt(chart, quarter - 1);
-        addBlock(block, block != above);
-        const auto annotations = annotationsAt(chart, quarter);
-        const auto earlier = isFirst ? std::vector<const ProjectAnnotation*>() : annotationsAt(chart, quarter - 1);
-        for (const auto* annotation : annotations)
-            addAnnotation(*annotation, std::ranges::find(earlier, annotation) == earlier.end());
-        if (block != nullptr && block != above) addTitle(*block);
-    }
+/// How many projects have time at one moment, at most.
+int annotationColumns(const DayChart& chart) {
+    std::size_t most = 0;
+    for (int quarter = 0; quarter < quartersOfDay; ++quarter)
+        most = std::max(most, annotationsAt(chart, quarter).size());
+    return static_cast<int>(most);
+}
 
-    [[nodiscard]] std::string text() const {
-        std::string out = text_;
+/// Draws the lines of one day. What only continues from the line above isn't named again.
+class DayLines {
+public:
+    DayLines(const DayChart& chart, int width)
+        : chart_(chart), color_(TerminalColor::ofStandardOutput()),
+          columns_(std::clamp((width - timeWidth - nameWidth) / (projectWidth + 1), 0, annotationColumns(chart))),
+          titleWidth_(std::max(0, width - timeWidth - nameWidth - 1 - columns_ * (projectWidth + 1))) {}
+
+    [[nodiscard]] std::string line(int quarter, bool isFirst) const {
+        const auto* block = blockAt(chart_, quarter);
+        const bool isNew = block != nullptr && (isFirst || block != blockAt(chart_, quarter - 1));
+        std::string out = quarter % 4 == 0 || isFirst ? fmt::format("{:02}:{:02} ", quarter / 4, quarter % 4 * 15)
+                                                      : std::string(timeWidth, ' ');
+        out += blockText(block, isNew) + " " + annotationsText(quarter, isFirst);
+        if (isNew) out += titleOf(*block);
         out.erase(out.find_last_not_of(' ') + 1);
         return out + "\n";
     }
 
 private:
-    void addBlock(const ProcessedActivityItem* block, bool isNew) {
-        rest_ -= nameWidth + 1;
-        if (block == nullptr) {
-            text_ += color_.colored("·", gapColor) + std::string(nameWidth, ' ');
-            return;
+    static constexpr int timeWidth = 6;
+    static constexpr int nameWidth = 28;
+    static constexpr int projectWidth = 14;
+
+    /// A cell on its colour; where there are no colours, with an edge.
+    [[nodiscard]] std::string cell(const std::string& label, int width, Color ground, std::string_view edge) const {
+        const std::string text = fmt::format(" {}", label);
+        return color_.isOn() ? color_.onGround(padded(text, width), ground)
+                             : fmt::format("{}{}", edge, padded(text, width - 1));
+    }
+
+    [[nodiscard]] std::string blockText(const ProcessedActivityItem* block, bool isNew) const {
+        if (block == nullptr) return color_.colored("·", gapColor) + std::string(nameWidth - 1, ' ');
+        return cell(isNew ? harmlessLine(block->appName) : std::string(), nameWidth, block->color, "▌");
+    }
+
+    [[nodiscard]] std::string annotationsText(int quarter, bool isFirst) const {
+        const auto present = annotationsAt(chart_, quarter);
+        const auto above = isFirst ? std::vector<const ProjectAnnotation*>() : annotationsAt(chart_, quarter - 1);
+        std::string out;
+        for (int column = 0; column < columns_; ++column) {
+            if (column >= std::ssize(present)) {
+                out += std::string(projectWidth + 1, ' ');
+                continue;
+            }
+            const ProjectAnnotation* annotation = present[static_cast<std::size_t>(column)];
+            const bool isNew = std::ranges::find(above, annotation) == above.end();
+            const Color fill = AppColorPalette::projectColor(annotation->project->color().value_or(""), false);
+            out += cell(isNew ? harmlessLine(annotation->project->name()) : std::string(), projectWidth, fill, "│");
+            out += ' ';
         }
-        const std::string label = isNew ? fmt::format(" {}", harmlessLine(block->appName)) : "";
-        text_ += color_.onGround(fmt::format("▌{}", padded(label, nameWidth - 1)), block->color) + " ";
+        return out;
     }
 
-    void addAnnotation(const ProjectAnnotation& annotation, bool isNew) {
-        constexpr int width = 14;
-        if (rest_ < width + 1) return;
-        rest_ -= width + 1;
-        const Color fill = AppColorPalette::projectColor(annotation.project->color().value_or(""), false);
-        const std::string label = isNew ? fmt::format(" {}", harmlessLine(annotation.project->name())) : "";
-        text_ += color_.onGround(fmt::format("│{}", padded(label, width - 1)), fill) + " ";
+    [[nodiscard]] std::string titleOf(const ProcessedActivityItem& block) const {
+        const std::string title = harmlessLine(block.windowTitle.value_or(""));
+        return text::fittedTo(fmt::format("{}  {}", durationText(Seconds{block.duration * 3600}), title), titleWidth_);
     }
 
-    void addTitle(const ProcessedActivityItem& block) {
-        const std::string title = fmt::format("{}  {}", durationText(Seconds{block.duration * 3600}),
-                                              harmlessLine(block.windowTitle.value_or("")));
-        text_ += text::fittedTo(title, std::max(rest_, 0));
-    }
-
-    const TerminalColor& color_;
-    std::string text_;
-    int rest_;  ///< columns that are left
+    const DayChart& chart_;
+    TerminalColor color_;
+    int columns_;
+    int titleWidth_;
 };
 
 }  // namespace
@@ -107,8 +125,7 @@ double DayChart::totalHours() const {
 }
 
 void drawDay(const DayChart& chart, const std::function<void(std::string_view)>& write) {
-    const auto color = TerminalColor::ofStandardOutput();
-    const int width = terminalWidth().value_or(defaultWidth);
+    const DayLines lines(chart, terminalWidth().value_or(defaultWidth));
     write(fmt::format("{}  {:.1f} h\n", mediumDate(chart.date), chart.totalHours()));
     const auto isDrawn = [&](int quarter) {
         return chart.activeHours.contains(quarter / 4) || !annotationsAt(chart, quarter).empty();
@@ -117,7 +134,7 @@ void drawDay(const DayChart& chart, const std::function<void(std::string_view)>&
     for (int quarter = 0; quarter < quartersOfDay; ++quarter) {
         if (isDrawn(quarter)) {
             if (isFirst) write("\n");
-            write(DayLine(chart, quarter, isFirst, color, width).text());
+            write(lines.line(quarter, isFirst));
         }
         isFirst = !isDrawn(quarter);
     }

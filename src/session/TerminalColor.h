@@ -15,6 +15,8 @@ public:
     /// On when standard output is a terminal that knows more than text and NO_COLOR is unset or empty.
     [[nodiscard]] static TerminalColor ofStandardOutput();
 
+    [[nodiscard]] bool isOn() const { return isOn_; }
+
     /// The text in this colour.
     [[nodiscard]] std::string colored(std::string_view text, Color color) const;
 
