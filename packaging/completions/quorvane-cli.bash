@@ -34,7 +34,7 @@ _quorvane_cli() {
 
     local everywhere="--store --now --json --help"
     local commands="dump load records stats export-csv report timeline annotate week month classify projects rules categories cleanup overlaps"
-    commands+=" sanitize track status doctor"
+    commands+=" browser sanitize track status doctor"
     local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
@@ -122,6 +122,8 @@ _quorvane_cli() {
         options="$everywhere --name --field --operator --value --category --project --tag --priority --stop"
         ;;
     categories) options="$everywhere list add remove" ;;
+    browser) options="$everywhere install remove status" ;;
+    "browser install") options="$everywhere --all" ;;
     cleanup) options="$everywhere --synchronous" ;;
     week) options="$everywhere --date --column-width" ;;
     month) options="$everywhere --date" ;;

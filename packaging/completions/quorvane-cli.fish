@@ -1,7 +1,7 @@
 # fish completion for quorvane-cli
 
 set -l commands dump load records stats export-csv report timeline annotate \
-    week month classify projects rules categories cleanup overlaps \
+    week month classify projects rules categories browser cleanup overlaps \
     sanitize track status doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
@@ -23,7 +23,7 @@ function __quorvane_cli_in -d "Is this the group, and is its command among the o
     if set -q argv[2]
         __fish_seen_subcommand_from $argv[2..]
     else
-        not __fish_seen_subcommand_from list add edit archive remove enable disable import-templates
+        not __fish_seen_subcommand_from list add edit archive remove enable disable import-templates install status
     end
 end
 
@@ -48,6 +48,7 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a class
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a projects -d "List, add, change and archive projects"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a rules -d "List and change rules"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a categories -d "List and change categories"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a browser -d "Let browsers tell which page is in front"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a cleanup -d "Remove what tracking leaves behind"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a overlaps -d "Mend records that overlap"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a sanitize -d "Redact standard input"
@@ -100,6 +101,11 @@ complete -c quorvane-cli -n "__quorvane_cli_in rules" -a import-templates -d "Ad
 complete -c quorvane-cli -n "__quorvane_cli_in categories" -a list -d "List all categories"
 complete -c quorvane-cli -n "__quorvane_cli_in categories" -a add -d "Add a category of your own"
 complete -c quorvane-cli -n "__quorvane_cli_in categories" -a remove -d "Remove a category of your own"
+
+complete -c quorvane-cli -n "__quorvane_cli_in browser" -a install -d "Tell your browsers where the host is"
+complete -c quorvane-cli -n "__quorvane_cli_in browser" -a remove -d "Take that back"
+complete -c quorvane-cli -n "__quorvane_cli_in browser" -a status -d "Tell which browsers know the host"
+complete -c quorvane-cli -n "__quorvane_cli_in browser install" -l all -d "Also browsers that have no folder yet"
 
 complete -c quorvane-cli -n "__quorvane_cli_in projects edit archive" -a "(__quorvane_cli_projects)" -d "Project"
 complete -c quorvane-cli -n "__quorvane_cli_in projects add edit" -l name -x -d "How it is called"

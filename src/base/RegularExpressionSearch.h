@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace quorvane {
@@ -17,6 +19,9 @@ public:
     /// does one whose search is given up. A search that is given up takes half of the effort that is left, so that
     /// many of them cost little more than one.
     [[nodiscard]] bool finds(std::string_view pattern, std::string_view subject);
+
+    /// The text of the first match; none if there is none or the search is given up, as above.
+    [[nodiscard]] std::optional<std::string> firstMatch(std::string_view pattern, std::string_view subject);
 
 private:
     std::int32_t effort_;

@@ -23,4 +23,8 @@ Date currentDate() {
     return dateFromMicroseconds(now.time_since_epoch().count());
 }
 
+Seconds uptime() {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
 }  // namespace quorvane::platform

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/Accessibility.h"
+#include "platform/Automation.h"
 #include "platform/ForegroundSource.h"
 #include "platform/IdleSource.h"
 #include "platform/KeyEventSource.h"
 #include "platform/PointerEventSource.h"
+#include "platform/RunningApplications.h"
 #include "platform/SettingsPanes.h"
 #include "platform/SystemEvents.h"
 
@@ -20,6 +23,9 @@ public:
     virtual PointerEventSource& pointer() = 0;
     virtual SystemEvents& systemEvents() = 0;
     virtual SettingsPanes& settingsPanes() = 0;
+    virtual Accessibility& accessibility() = 0;
+    virtual Automation& automation() = 0;
+    virtual RunningApplications& runningApplications() = 0;
 };
 
 }  // namespace quorvane::platform

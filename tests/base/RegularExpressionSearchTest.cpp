@@ -16,6 +16,15 @@ TEST(RegularExpressionSearchTest, FindsAMatchAnywhereWhateverTheCase) {
         EXPECT_FALSE(search.finds(bad, "a(*[\\")) << bad;
 }
 
+TEST(RegularExpressionSearchTest, GivesTheTextOfTheFirstMatchAsItIsWritten) {
+    RegularExpressionSearch search;
+    EXPECT_EQ(search.firstMatch("[é文]+", "an É文é and é"), "É文é");
+    EXPECT_EQ(search.firstMatch("x*", "abc"), "");
+    EXPECT_EQ(search.firstMatch("x", "abc"), std::nullopt);
+    EXPECT_EQ(search.firstMatch("(", "("), std::nullopt);
+    EXPECT_EQ(search.firstMatch("(a+)+$", std::string(80, 'a') + "!"), std::nullopt);
+}
+
 // Without its bound this test would run for centuries.
 TEST(RegularExpressionSearchTest, GivesUpOnAnExpressionThatWouldTryForEverAndGoesOnWithTheNext) {
     RegularExpressionSearch search;

@@ -44,5 +44,36 @@ TEST(UrlTest, TheHostIsWhatStandsBetweenUserAndPortOfAUrlWithAScheme) {
     }
 }
 
+TEST(UrlTest, PartsAreSchemeHostAndPathOfWhatHasAScheme) {
+    struct Row {
+        const char* url;
+        std::optional<UrlParts> expected;
+    };
+    const Row rows[] = {
+        {"https://anna@Docs.Example.com:80/a%20b/c?x=[1]#f", UrlParts{"https", "Docs.Example.com", "/a b/c"}},
+        {"HTTPS://example.com", UrlParts{"HTTPS", "example.com", ""}},
+        {"https://example.com?a/b", UrlParts{"https", "example.com", ""}},
+        {"file:///home/anna/%E6%96%87%20文.txt", UrlParts{"file", "", "/home/anna/文 文.txt"}},
+        {"file:/tmp/x", UrlParts{"file", "", "/tmp/x"}},
+        {"file://host/tmp/a//b", UrlParts{"file", "host", "/tmp/a//b"}},
+        {"mailto:anna@example.com", UrlParts{"mailto", "", "anna@example.com"}},
+        {"about:", UrlParts{"about", "", ""}},
+        {"https://:80/x", UrlParts{"https", "", "/x"}},
+        {"example.com/guide:1", std::nullopt},
+        {"/home/anna/x", std::nullopt},
+        {"1a:b", std::nullopt},
+        {":b", std::nullopt},
+        {"Draft: two words", std::nullopt},
+        {"file:///tmp/100%", std::nullopt},
+        {"https://exa mple.com/", std::nullopt},
+        {"https://example.com:8o/x", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.url);
+        EXPECT_EQ(urlParts(row.url), row.expected);
+    }
+}
+
 }  // namespace
 }  // namespace quorvane

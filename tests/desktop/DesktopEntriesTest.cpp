@@ -77,7 +77,7 @@ protected:
         writeFile(path, "[Desktop Entry]\nType=Application\n" + keys);
     }
     std::string idOf(const WindowProperties& window) {
-        const auto* entry = entries.find(window);
+        const auto entry = entries.find(window);
         return entry ? entry->id : "none";
     }
 
@@ -127,14 +127,14 @@ TEST_F(DesktopEntriesTest, AnImportantDirectoryHidesAndRemovesWhatIsBelow) {
     install("editor", "Name=Mine\n", "user");
     install("viewer", "Name=Viewer\n");
     install("viewer", "Name=Viewer\nHidden=true\n", "user");
-    const auto* editor = entries.find({.wmClass = "editor"});
-    ASSERT_NE(editor, nullptr);
+    const auto editor = entries.find({.wmClass = "editor"});
+    ASSERT_TRUE(editor);
     EXPECT_EQ(editor->name, "Mine");
     EXPECT_EQ(idOf({.wmClass = "viewer"}), "none");
 }
 
 TEST_F(DesktopEntriesTest, WhatIsInstalledAndRemovedLaterCounts) {
-    const auto knows = [&](const char* name) { return entries.find({.wmClass = name}) != nullptr; };
+    const auto knows = [&](const char* name) { return entries.find({.wmClass = name}).has_value(); };
     std::filesystem::create_directories(folder / "user");
     install("early", "Name=Early\n");
     ASSERT_TRUE(knows("early"));

@@ -59,7 +59,7 @@ TEST(DisplayTest, EveryQuestionIsListed) {
     }
     EXPECT_THAT(questions, ElementsAre("front window and activation", "window titles", "system idle time", "key events",
                                        "button and scroll events", "sleep and wake", "lock and unlock",
-                                       "screens asleep", "system log"));
+                                       "screens asleep", "accessibility tree", "automation", "system log"));
     EXPECT_THAT(displayChannels(desktop), testing::Each(Field(&Channel::isAvailable, true)));
 }
 

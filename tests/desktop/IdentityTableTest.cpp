@@ -31,6 +31,18 @@ TEST(IdentityTableTest, WellKnownApplicationsHaveTheirCounterpartsIdentifiers) {
     EXPECT_EQ(table.bundleIdentifier("debian-xterm"), std::nullopt);
 }
 
+TEST(IdentityTableTest, ApplicationsThatOnlyWorkAlikeKeepTheirOwnIdentifier) {
+    auto table = IdentityTable::builtIn();
+    EXPECT_EQ(table.documentModel("org.xfce.Mousepad"), "com.apple.TextEdit");
+    EXPECT_EQ(table.bundleIdentifier("org.xfce.mousepad"), std::nullopt);
+    EXPECT_EQ(table.documentModel("com.apple.TextEdit"), std::nullopt);
+    EXPECT_EQ(table.extend(R"({"documents": {"com.apple.Preview": ["my-viewer", "mousepad"]}})"), std::nullopt);
+    EXPECT_EQ(table.documentModel("my-viewer"), "com.apple.Preview");
+    EXPECT_EQ(table.documentModel("mousepad"), "com.apple.Preview");
+    EXPECT_THAT(table.extend(R"({"documents": ["x"]})"), Optional(HasSubstr("documents")));
+    EXPECT_THAT(table.extend(R"({"documents": {"com.apple.Preview": "x"}})"), Optional(HasSubstr("com.apple.Preview")));
+}
+
 TEST(IdentityTableTest, AnAddedTableGoesBeforeWhatWasThere) {
     auto table = IdentityTable::builtIn();
     EXPECT_EQ(table.extend(R"({"com.example.Browser": ["Chromium", "my-browser"]})"), std::nullopt);

@@ -26,12 +26,20 @@ ApplicationIdentity::ApplicationIdentity(DesktopEntries& entries, IdentityTable 
     : entries_(entries), table_(std::move(table)) {}
 
 ForegroundApplication ApplicationIdentity::identify(const WindowProperties& window) const {
-    if (const auto* entry = entries_.find(window))
-        return {.bundleIdentifier = table_.bundleIdentifier(entry->id).value_or(entry->id),
+    if (const auto entry = entries_.find(window))
+        return {.bundleIdentifier = bundleIdentifier(entry->id),
                 .localizedName = entry->name.empty() ? entry->id : entry->name};
     const auto& name = window.wmClass.empty() ? window.instance : window.wmClass;
     if (name.empty()) return {.bundleIdentifier = std::nullopt, .localizedName = processName(window.pid)};
     return {.bundleIdentifier = table_.bundleIdentifier(name).value_or(text::lowercased(name)), .localizedName = name};
+}
+
+std::string ApplicationIdentity::bundleIdentifier(const std::string& desktopId) const {
+    return table_.bundleIdentifier(desktopId).value_or(desktopId);
+}
+
+std::string ApplicationIdentity::documentModel(const std::string& bundleIdentifier) const {
+    return table_.documentModel(bundleIdentifier).value_or(bundleIdentifier);
 }
 
 }  // namespace quorvane::platform

@@ -4,8 +4,11 @@
 #include "platform/linux/WholeFile.h"
 
 #include <QFileSystemWatcher>
+#include <QSet>
+#include <QThread>
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <functional>
 #include <set>
 #include <string>
@@ -104,13 +107,33 @@ const DesktopEntry* findByProgram(const std::vector<DesktopEntry>& entries, pid_
     return found;
 }
 
+const DesktopEntry* findEntry(const std::vector<DesktopEntry>& entries, const WindowProperties& window) {
+    if (const auto* entry = findById(entries, window.kdeDesktopFile)) return entry;
+    if (const auto* entry = findById(entries, window.gtkApplicationId)) return entry;
+    if (const auto* entry = findByClass(entries, window)) return entry;
+    if (window.pid <= 0) return nullptr;
+    if (const auto* entry = findByLauncher(entries, window.pid)) return entry;
+    return findByProgram(entries, window.pid);
+}
+
 }  // namespace
 
 struct DesktopEntries::Watch {
     QFileSystemWatcher watcher;
-    bool isStale = true;
+    std::atomic<bool> isStale = true;
 
-    void follow(const fs::path& directory) { watcher.addPath(QString::fromStdString(directory.string())); }
+    /// The watcher is the main thread's. What changed before it could follow, only another look at the files tells.
+    void follow(const std::vector<fs::path>& directories) {
+        QStringList paths;
+        for (const auto& directory : directories)
+            paths += QString::fromStdString(directory.string());
+        QMetaObject::invokeMethod(&watcher, [this, paths, isLate = QThread::currentThread() != watcher.thread()] {
+            const auto before = watcher.directories();
+            if (isLate && QSet(before.begin(), before.end()) != QSet(paths.begin(), paths.end())) isStale = true;
+            if (!before.isEmpty()) watcher.removePaths(before);
+            if (!paths.isEmpty()) watcher.addPaths(paths);
+        });
+    }
 };
 
 DesktopEntries::DesktopEntries(std::vector<fs::path> dataDirectories)
@@ -121,40 +144,39 @@ DesktopEntries::DesktopEntries(std::vector<fs::path> dataDirectories)
 
 DesktopEntries::~DesktopEntries() = default;
 
-const DesktopEntry* DesktopEntries::find(const WindowProperties& window) {
+std::optional<DesktopEntry> DesktopEntries::find(const WindowProperties& window) {
+    const std::lock_guard lock(mutex_);
     indexIfStale();
-    if (const auto* entry = findById(entries_, window.kdeDesktopFile)) return entry;
-    if (const auto* entry = findById(entries_, window.gtkApplicationId)) return entry;
-    if (const auto* entry = findByClass(entries_, window)) return entry;
-    if (window.pid <= 0) return nullptr;
-    if (const auto* entry = findByLauncher(entries_, window.pid)) return entry;
-    return findByProgram(entries_, window.pid);
+    const auto* entry = findEntry(entries_, window);
+    return entry ? std::optional(*entry) : std::nullopt;
 }
 
-const std::vector<DesktopEntry>& DesktopEntries::all() {
+std::vector<DesktopEntry> DesktopEntries::all() {
+    const std::lock_guard lock(mutex_);
     indexIfStale();
     return entries_;
 }
 
 void DesktopEntries::indexIfStale() {
-    if (!std::exchange(watch_->isStale, false)) return;
+    if (!watch_->isStale.exchange(false)) return;
     entries_.clear();
-    if (const auto before = watch_->watcher.directories(); !before.isEmpty()) watch_->watcher.removePaths(before);
+    std::vector<fs::path> followed;
     std::set<std::string> seen;
     for (const auto& data : dataDirectories_) {
         const auto applications = data / "applications";
         if (std::error_code error; fs::is_directory(applications, error)) {
-            watch_->follow(applications);
-            index(applications, seen);
+            followed.push_back(applications);
+            index(applications, seen, followed);
         } else {
-            watch_->follow(data);  // until the directory appears
+            followed.push_back(data);  // until the directory appears
         }
     }
+    watch_->follow(followed);
     // Directory order is arbitrary; where several entries would match, the answer must not be.
     std::sort(entries_.begin(), entries_.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
 }
 
-void DesktopEntries::index(const fs::path& applications, std::set<std::string>& seen) {
+void DesktopEntries::index(const fs::path& applications, std::set<std::string>& seen, std::vector<fs::path>& followed) {
     constexpr int deepest = 3;  // a symbolic link may lead back up
     constexpr auto options =
         fs::directory_options::follow_directory_symlink | fs::directory_options::skip_permission_denied;
@@ -165,7 +187,7 @@ void DesktopEntries::index(const fs::path& applications, std::set<std::string>& 
         const auto& path = files->path();
         if (std::error_code ignored; files->is_directory(ignored)) {
             if (files.depth() >= deepest) files.disable_recursion_pending();
-            watch_->follow(path);
+            followed.push_back(path);
         } else if (path.extension() == ".desktop") {
             auto id = idOfFile(path.lexically_relative(applications));
             if (!seen.insert(id).second) continue;

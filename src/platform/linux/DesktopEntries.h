@@ -5,6 +5,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -12,7 +14,8 @@
 namespace quorvane::platform {
 
 /// The applications that desktop files describe, and which of them a window belongs to. Follows the directories: what
-/// is installed or removed counts from the next question on. Main thread only.
+/// is installed or removed counts from the next question on. Made and destroyed on the main thread; questions come from
+/// any.
 class DesktopEntries {
 public:
     /// `dataDirectories` are the parents of "applications", the more important first: a file hides those of the same id
@@ -22,19 +25,21 @@ public:
     DesktopEntries& operator=(const DesktopEntries&) = delete;
     ~DesktopEntries();
 
-    /// The entry of the window's application, or null. It stays valid until the next question.
-    [[nodiscard]] const DesktopEntry* find(const WindowProperties& window);
+    /// The entry of the window's application.
+    [[nodiscard]] std::optional<DesktopEntry> find(const WindowProperties& window);
 
     /// All of them, in no particular order.
-    [[nodiscard]] const std::vector<DesktopEntry>& all();
+    [[nodiscard]] std::vector<DesktopEntry> all();
 
 private:
     struct Watch;
 
     void indexIfStale();
-    void index(const std::filesystem::path& applications, std::set<std::string>& seen);
+    void index(const std::filesystem::path& applications, std::set<std::string>& seen,
+               std::vector<std::filesystem::path>& followed);
 
     std::vector<std::filesystem::path> dataDirectories_;
+    std::mutex mutex_;  ///< guards `entries_`
     std::vector<DesktopEntry> entries_;
     std::unique_ptr<Watch> watch_;
 };

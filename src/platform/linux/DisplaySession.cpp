@@ -38,8 +38,8 @@ bool isWaylandSession() {
     return !runtimeDirectory.empty() && someoneListensAt(std::filesystem::path(runtimeDirectory) / name);
 }
 
-std::unique_ptr<X11Connection> connectToDisplay() {
-    if (!isWaylandSession()) return std::make_unique<X11Connection>();
+std::unique_ptr<X11Connection> connectToDisplay(X11Connection::Reader reader) {
+    if (!isWaylandSession()) return std::make_unique<X11Connection>(reader);
     return std::make_unique<X11Connection>(
         "Wayland", "Wayland sessions are not supported yet: windows and input of other applications can't be seen here",
         "Choose an X11 session at the login screen, often called \"Xorg\" or \"X11\".");

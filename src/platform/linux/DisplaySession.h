@@ -11,6 +11,7 @@ namespace quorvane::platform {
 
 /// The connection to ask about windows and input. A Wayland session has an X server too, which sees only some of the
 /// windows and little of the input, so there the connection refuses everything and says why.
-[[nodiscard]] std::unique_ptr<X11Connection> connectToDisplay();
+[[nodiscard]] std::unique_ptr<X11Connection>
+connectToDisplay(X11Connection::Reader reader = X11Connection::Reader::runLoop);
 
 }  // namespace quorvane::platform

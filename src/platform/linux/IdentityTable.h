@@ -8,7 +8,9 @@
 namespace quorvane::platform {
 
 /// Which bundle identifier stands for which desktop-file id or window class. It is read from JSON: an object whose keys
-/// are bundle identifiers and whose values are lists of those names. Case does not matter in the names.
+/// are bundle identifiers and whose values are lists of those names. Case does not matter in the names. Under the key
+/// "documents" an object of the same form says which applications work on documents as a well-known one does, without
+/// being it: they are asked for their document in its way.
 class IdentityTable {
 public:
     /// The table that comes with the program: resources/identities.json.
@@ -20,8 +22,15 @@ public:
 
     [[nodiscard]] std::optional<std::string> bundleIdentifier(std::string_view name) const;
 
+    /// The well-known application in whose way the one with this bundle identifier is asked for its document; none for
+    /// itself.
+    [[nodiscard]] std::optional<std::string> documentModel(std::string_view bundleIdentifier) const;
+
 private:
-    std::map<std::string, std::string, std::less<>> bundleIdentifiers_;  ///< by name in lower case
+    using Names = std::map<std::string, std::string, std::less<>>;  ///< bundle identifiers by name in lower case
+
+    Names bundleIdentifiers_;
+    Names documentModels_;
 };
 
 }  // namespace quorvane::platform

@@ -1,14 +1,19 @@
 #include "platform/linux/LinuxDesktop.h"
 
+#include "browserhost/BrowserSocket.h"
 #include "platform/linux/ApplicationIdentity.h"
+#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/BrowserMessages.h"
 #include "platform/linux/DesktopSettingsPanes.h"
 #include "platform/linux/DisplaySession.h"
+#include "platform/linux/LinuxAutomation.h"
 #include "platform/linux/LinuxSystemEvents.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/RecordKeyEventSource.h"
 #include "platform/linux/WholeFile.h"
 #include "platform/linux/X11ForegroundSource.h"
 #include "platform/linux/X11IdleSource.h"
+#include "platform/linux/X11RunningApplications.h"
 #include "platform/linux/XInputPointerEventSource.h"
 #include "platform/linux/XdgPaths.h"
 
@@ -33,7 +38,7 @@ struct LinuxDesktop::Parts {
     explicit Parts(RunLoop& runLoop)
         : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
           systemEvents(runLoop, *x11), foreground(runLoop, *x11, identity, systemEvents), idle(*x11), keys(*x11),
-          pointer(*x11) {}
+          pointer(*x11), runningApplications(identity, systemEvents), automation(runningApplications, identity) {}
 
     std::vector<std::string> notices;
     std::unique_ptr<X11Connection> x11;
@@ -45,12 +50,25 @@ struct LinuxDesktop::Parts {
     RecordKeyEventSource keys;
     XInputPointerEventSource pointer;
     DesktopSettingsPanes settingsPanes;
+    X11RunningApplications runningApplications;
+    AtspiAccessibility accessibility;
+    std::unique_ptr<BrowserMessages> browserMessages;  ///< none until somebody listens
+    LinuxAutomation automation;
     LinuxSystemLog systemLog;
 };
 
 LinuxDesktop::LinuxDesktop(RunLoop& runLoop) : parts_(std::make_unique<Parts>(runLoop)) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
+
+void LinuxDesktop::listenToBrowsers(std::function<void(const std::string&)> say) {
+    auto& messages = parts_->browserMessages;
+    messages = std::make_unique<BrowserMessages>(BrowserSocket::path(), say);
+    if (!messages->problem().empty()) return say(messages->problem());
+    parts_->automation.setBrowserAnswer([&messages](std::int64_t processIdentifier, const std::string& windowTitle) {
+        return messages->url(processIdentifier, windowTitle);
+    });
+}
 
 ForegroundSource& LinuxDesktop::foreground() {
     return parts_->foreground;
@@ -71,11 +89,23 @@ SettingsPanes& LinuxDesktop::settingsPanes() {
     return parts_->settingsPanes;
 }
 
+Accessibility& LinuxDesktop::accessibility() {
+    return parts_->accessibility;
+}
+Automation& LinuxDesktop::automation() {
+    return parts_->automation;
+}
+RunningApplications& LinuxDesktop::runningApplications() {
+    return parts_->runningApplications;
+}
+
 std::vector<Channel> LinuxDesktop::channels() const {
     std::vector<Channel> channels{parts_->foreground.channel(), parts_->foreground.titleChannel(),
                                   parts_->idle.channel(), parts_->keys.channel(), parts_->pointer.channel()};
     for (auto& channel : parts_->systemEvents.channels())
         channels.push_back(std::move(channel));
+    channels.push_back(parts_->accessibility.channel());
+    channels.push_back(parts_->automation.channel());
     channels.push_back(parts_->systemLog.channel());
     return channels;
 }

@@ -3,6 +3,7 @@
 #include "platform/Desktop.h"
 #include "platform/RunLoop.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,6 +25,13 @@ public:
     PointerEventSource& pointer() override;
     SystemEvents& systemEvents() override;
     SettingsPanes& settingsPanes() override;
+    /// Hears from now on what browsers with our extension show; `say` gets lines for people, on the main thread. For
+    /// the one process that tracks.
+    void listenToBrowsers(std::function<void(const std::string&)> say);
+
+    Accessibility& accessibility() override;
+    Automation& automation() override;
+    RunningApplications& runningApplications() override;
 
     /// For every question who answers it now, or why nobody does. Asks around, which may take a second.
     [[nodiscard]] std::vector<Channel> channels() const;

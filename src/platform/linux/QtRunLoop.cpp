@@ -128,6 +128,10 @@ void QtRunLoop::runPosted() {
         QCoreApplication::sendPostedEvents(&impl_->context, QEvent::MetaCall);
 }
 
+void QtRunLoop::finishBackground() {
+    impl_->pool.waitForDone();
+}
+
 void QtRunLoop::quit(int status) {
     post([status] { QCoreApplication::exit(status); });
 }

@@ -29,6 +29,9 @@ public:
     /// Runs what is posted, and what that posts in turn, until nothing is left; no timer fires.
     void runPosted();
 
+    /// Waits until no background work is left. What it would have posted stays unheard unless the loop runs on.
+    void finishBackground();
+
     /// Ends `run`, also one that has not begun yet. From any thread.
     void quit(int status = 0);
 

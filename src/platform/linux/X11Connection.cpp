@@ -1,7 +1,10 @@
 #include "platform/linux/X11Connection.h"
 
 #include <QSocketNotifier>
+#include <cerrno>
 #include <cstring>
+#include <poll.h>
+#include <xcb/xcbext.h>
 
 namespace quorvane::platform {
 
@@ -12,7 +15,7 @@ std::optional<std::uint32_t> X11Property::firstCardinal() const {
     return value;
 }
 
-X11Connection::X11Connection() {
+X11Connection::X11Connection(Reader reader) {
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
         refusal_ = {.name = "X11",
@@ -33,6 +36,7 @@ X11Connection::X11Connection() {
     for (; screen > 0 && screens.rem > 1; --screen)
         xcb_screen_next(&screens);
     root_ = screens.data->root;
+    if (reader == Reader::nobody) return;
     notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { dispatch(); });
 }
@@ -107,11 +111,30 @@ Channel X11Connection::extensionChannel(std::string question, const std::string&
     return channel;
 }
 
+void* X11Connection::replyInTime(unsigned sequence) {
+    if (xcb_flush(connection_) <= 0) return nullptr;
+    for (;;) {
+        void* answer = nullptr;
+        xcb_generic_error_t* error = nullptr;
+        if (xcb_poll_for_reply(connection_, sequence, &answer, &error) != 0) {
+            std::free(error);
+            return answer;
+        }
+        const int left = deadline_->millisecondsLeft();
+        pollfd waiting{.fd = xcb_get_file_descriptor(connection_), .events = POLLIN, .revents = 0};
+        const int ready = left > 0 ? poll(&waiting, 1, left) : 0;
+        if (ready > 0 || (ready < 0 && errno == EINTR)) continue;
+        xcb_discard_reply(connection_, sequence);
+        return nullptr;
+    }
+}
+
 // While it waits for a reply xcb may read events too. The socket says nothing about those any more, so they are taken
 // here and passed on in the loop's next turn.
 void X11Connection::collectEvents() {
     while (auto* event = xcb_poll_for_queued_event(connection_))
         collected_.emplace_back(event);
+    if (!notifier_) collected_.clear();
     if ((collected_.empty() && isUsable()) || isDispatchPending_ || !notifier_ || !notifier_->isEnabled()) return;
     isDispatchPending_ = true;
     QMetaObject::invokeMethod(

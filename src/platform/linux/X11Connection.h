@@ -2,6 +2,7 @@
 
 #include "base/Signal.h"
 #include "platform/Channel.h"
+#include "platform/linux/Deadline.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -34,12 +35,18 @@ struct X11Property {
     [[nodiscard]] std::optional<std::uint32_t> firstCardinal() const;
 };
 
-/// Our own connection to the X server, read by the main run loop. Where there is none, or once the server has gone
-/// away, it answers nothing, says why, and costs nothing. Main thread only.
+/// Our own connection to the X server. Where there is none, or once the server has gone away, it answers nothing, says
+/// why, and costs nothing. One thread at a time; one that the run loop reads is the main thread's.
 class X11Connection {
 public:
+    /// Who takes what the server sends of its own accord.
+    enum class Reader {
+        runLoop,  ///< the main thread's; observers hear the events
+        nobody    ///< no run loop is needed, and events are dropped
+    };
+
     /// Connects to the server that DISPLAY names.
-    X11Connection();
+    explicit X11Connection(Reader reader = Reader::runLoop);
 
     /// Connects to nothing: on this desktop X11 is not the one to ask. `name` says what is.
     X11Connection(std::string name, std::string reason, std::string remedy);
@@ -65,10 +72,15 @@ public:
     template <class Reply, class Cookie>
     [[nodiscard]] XcbOwned<Reply> reply(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
                                         Cookie cookie) {
-        XcbOwned<Reply> answer(fetch(connection_, cookie, nullptr));
+        XcbOwned<Reply> answer(deadline_ ? static_cast<Reply*>(replyInTime(cookie.sequence))
+                                         : fetch(connection_, cookie, nullptr));
         collectEvents();
         return answer;
     }
+
+    /// From now on `reply` and what stands on it wait until then and no longer: while another program has grabbed the
+    /// server it answers nobody. What has not come by then counts as refused.
+    void setDeadline(Deadline deadline) { deadline_ = deadline; }
 
     /// Waits until a request whose cookie comes from a "checked" function has been carried out; false if refused.
     [[nodiscard]] bool succeeded(xcb_void_cookie_t cookie);
@@ -93,6 +105,7 @@ public:
     [[nodiscard]] Channel extensionChannel(std::string question, const std::string& extension, bool isOffered) const;
 
 private:
+    [[nodiscard]] void* replyInTime(unsigned sequence);
     void collectEvents();
     void dispatch();
     void lose();
@@ -101,6 +114,7 @@ private:
     Channel refusal_;  ///< name, reason and remedy when no connection could be made
     xcb_connection_t* connection_ = nullptr;
     xcb_window_t root_ = XCB_WINDOW_NONE;
+    std::optional<Deadline> deadline_;
     std::map<std::string, xcb_atom_t, std::less<>> atoms_;
     std::deque<XcbOwned<xcb_generic_event_t>> collected_;
     bool isDispatchPending_ = false;

@@ -1,11 +1,8 @@
 #include "platform/linux/X11ForegroundSource.h"
 
-#include "base/Text.h"
+#include "platform/linux/X11Windows.h"
 
-#include <QString>
-#include <QSysInfo>
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace quorvane::platform {
@@ -15,31 +12,6 @@ constexpr Seconds settling = 0.03s;
 constexpr Seconds longestSettling = 0.06s;
 /// A window may get the focus before its application has said what it is.
 constexpr Seconds untilPropertiesAreSet = 0.1s;
-
-std::string textOf(const std::optional<X11Property>& property) {
-    return property ? property->bytes.substr(0, property->bytes.find('\0')) : std::string();
-}
-
-/// Is it in a property that lists atoms or windows?
-bool contains(const std::optional<X11Property>& list, std::uint32_t wanted) {
-    for (std::size_t i = 0; list && i + sizeof wanted <= list->bytes.size(); i += sizeof wanted)
-        if (std::memcmp(list->bytes.data() + i, &wanted, sizeof wanted) == 0) return true;
-    return false;
-}
-
-std::string utf8FromLatin1(std::string_view latin1) {
-    std::string result;
-    for (const char c : latin1) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            result += c;
-        } else {
-            result += static_cast<char>(0xc0 | (byte >> 6));
-            result += static_cast<char>(0x80 | (byte & 0x3f));
-        }
-    }
-    return result;
-}
 
 }  // namespace
 
@@ -68,21 +40,13 @@ std::optional<ForegroundApplication> X11ForegroundSource::frontmostApplication()
     if (systemEvents_.isLocked())
         return ForegroundApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"};
     const auto window = frontWindow();
-    return window ? std::optional(identity_.identify(window->properties)) : std::nullopt;
+    return window ? std::optional(identity_.identify(*window)) : std::nullopt;
 }
 
 std::optional<std::string> X11ForegroundSource::frontmostWindowTitle() {
     if (systemEvents_.isLocked()) return std::nullopt;
-    const auto window = activeWindow();
-    if (window == XCB_WINDOW_NONE) return std::nullopt;
-    const auto modern = x11_.askProperty(window, "_NET_WM_NAME");
-    const auto old = x11_.askProperty(window, "WM_NAME");
-    auto title = text::validUtf8(textOf(x11_.property(modern)));
-    const auto oldTitle = x11_.property(old);
-    if (title.empty() && oldTitle)
-        title =
-            oldTitle->type == XCB_ATOM_STRING ? utf8FromLatin1(textOf(oldTitle)) : text::validUtf8(textOf(oldTitle));
-    return title.empty() ? std::nullopt : std::optional(std::move(title));
+    const auto window = X11Windows::active(x11_);
+    return window != XCB_WINDOW_NONE ? X11Windows::title(x11_, window) : std::nullopt;
 }
 
 Subscription
@@ -113,8 +77,8 @@ Channel X11ForegroundSource::windowManagerChannel(std::string question, std::str
         manager ? x11_.property(x11_.askProperty(*manager, "_NET_SUPPORTING_WM_CHECK")) : std::optional<X11Property>();
     if (!own || own->firstCardinal() != manager) {
         channel.reason = "no window manager runs that says which window is active (_NET_SUPPORTING_WM_CHECK)";
-    } else if (!contains(x11_.property(x11_.askProperty(x11_.root(), "_NET_SUPPORTED")),
-                         x11_.atom("_NET_ACTIVE_WINDOW"))) {
+    } else if (!X11Windows::lists(x11_.property(x11_.askProperty(x11_.root(), "_NET_SUPPORTED")),
+                                  x11_.atom("_NET_ACTIVE_WINDOW"))) {
         channel.reason = "the window manager does not say which window is active (_NET_ACTIVE_WINDOW)";
     }
     channel.isAvailable = channel.reason.empty() && x11_.isUsable();
@@ -122,46 +86,9 @@ Channel X11ForegroundSource::windowManagerChannel(std::string question, std::str
     return channel;
 }
 
-// When the last window goes or is hidden, some window managers leave its id behind. It is then in their list of windows
-// no longer.
-xcb_window_t X11ForegroundSource::activeWindow() const {
-    if (!x11_.isUsable()) return XCB_WINDOW_NONE;
-    const auto askActive = x11_.askProperty(x11_.root(), "_NET_ACTIVE_WINDOW");
-    const auto askWindows = x11_.askProperty(x11_.root(), "_NET_CLIENT_LIST");
-    const auto active = x11_.property(askActive);
-    const auto windows = x11_.property(askWindows);
-    const auto window = active ? active->firstCardinal().value_or(XCB_WINDOW_NONE) : xcb_window_t{XCB_WINDOW_NONE};
-    if (window == XCB_WINDOW_NONE || contains(windows, window)) return window;
-    const auto cookie = xcb_get_window_attributes(x11_.xcb(), window);
-    const auto attributes = x11_.reply(xcb_get_window_attributes_reply, cookie);
-    const bool isVisible = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
-    return isVisible ? window : xcb_window_t{XCB_WINDOW_NONE};
-}
-
-// All properties are asked for in one go. Some window managers keep the id of a window that is gone, for which the
-// server refuses every one of them.
-std::optional<X11ForegroundSource::FrontWindow> X11ForegroundSource::frontWindow() {
-    FrontWindow window{.id = activeWindow()};
-    if (window.id == XCB_WINDOW_NONE) return std::nullopt;
-    const auto askClass = x11_.askProperty(window.id, "WM_CLASS");
-    const auto askPid = x11_.askProperty(window.id, "_NET_WM_PID");
-    const auto askMachine = x11_.askProperty(window.id, "WM_CLIENT_MACHINE");
-    const auto askKde = x11_.askProperty(window.id, "_KDE_NET_WM_DESKTOP_FILE");
-    const auto askGtk = x11_.askProperty(window.id, "_GTK_APPLICATION_ID");
-    const auto wmClass = x11_.property(askClass);
-    const auto pid = x11_.property(askPid);
-    const auto machine = textOf(x11_.property(askMachine));
-    auto& properties = window.properties;
-    properties.kdeDesktopFile = text::validUtf8(textOf(x11_.property(askKde)));
-    properties.gtkApplicationId = text::validUtf8(textOf(x11_.property(askGtk)));
-    if (!wmClass) return std::nullopt;
-    properties.instance = text::validUtf8(textOf(wmClass));
-    if (const auto end = wmClass->bytes.find('\0'); end != std::string::npos)
-        properties.wmClass =
-            text::validUtf8(wmClass->bytes.substr(end + 1, wmClass->bytes.find('\0', end + 1) - end - 1));
-    if (machine.empty() || machine == QSysInfo::machineHostName().toStdString())
-        properties.pid = static_cast<pid_t>(pid ? pid->firstCardinal().value_or(0) : 0);
-    return window;
+std::optional<WindowProperties> X11ForegroundSource::frontWindow() {
+    const auto window = X11Windows::active(x11_);
+    return window != XCB_WINDOW_NONE ? X11Windows::properties(x11_, X11Windows::ask(x11_, window)) : std::nullopt;
 }
 
 void X11ForegroundSource::noteChange() {
@@ -176,11 +103,11 @@ void X11ForegroundSource::evaluate(bool mayLookAgain) {
     firstChange_.reset();
     if (systemEvents_.isLocked()) return;
     const auto window = frontWindow();
-    if (window && window->properties.areEmpty() && mayLookAgain) {
+    if (window && window->areEmpty() && mayLookAgain) {
         evaluation_ = runLoop_.after(untilPropertiesAreSet, [this] { evaluate(false); });
         return;
     }
-    const auto application = window ? std::optional(identity_.identify(window->properties)) : std::nullopt;
+    const auto application = window ? std::optional(identity_.identify(*window)) : std::nullopt;
     if (std::exchange(lastActivated_, application) == application) return;
     if (application)
         activated_.send(application);

@@ -30,14 +30,7 @@ public:
     [[nodiscard]] Channel titleChannel() const;
 
 private:
-    /// A window that has the focus, as it was at one moment.
-    struct FrontWindow {
-        xcb_window_t id = XCB_WINDOW_NONE;
-        WindowProperties properties;
-    };
-
-    [[nodiscard]] xcb_window_t activeWindow() const;
-    [[nodiscard]] std::optional<FrontWindow> frontWindow();
+    [[nodiscard]] std::optional<WindowProperties> frontWindow();
     [[nodiscard]] Channel windowManagerChannel(std::string question, std::string name) const;
     void noteChange();
     void evaluate(bool mayLookAgain);

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "platform/simulated/FrontRunningApplications.h"
+#include "platform/simulated/SimulatedAccessibility.h"
+#include "platform/simulated/SimulatedAutomation.h"
 #include "platform/simulated/SimulatedForeground.h"
 #include "platform/simulated/SimulatedInput.h"
 #include "platform/simulated/SimulatedRunLoop.h"
@@ -26,6 +29,9 @@ public:
     PointerEventSource& pointer() override { return pointer_; }
     SystemEvents& systemEvents() override { return systemEvents_; }
     SettingsPanes& settingsPanes() override { return settingsPanes_; }
+    SimulatedAccessibility& accessibility() override { return accessibility_; }
+    SimulatedAutomation& automation() override { return automation_; }
+    RunningApplications& runningApplications() override { return runningApplications_; }
 
     // Applications
 
@@ -115,6 +121,9 @@ private:
     SimulatedPointer pointer_;
     SimulatedSystemEvents systemEvents_;
     SimulatedSettingsPanes settingsPanes_;
+    SimulatedAccessibility accessibility_;
+    SimulatedAutomation automation_;
+    FrontRunningApplications runningApplications_{foreground_};
     bool lockerShowsLoginWindow_ = true;
     std::unique_ptr<WorkItem> typist_;
 };

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/linux/BoundedBusConnection.h"
+
+#include <QStringList>
+#include <QVariant>
+#include <memory>
+#include <sys/types.h>
+
+namespace quorvane::platform {
+
+/// Questions to programs on the bus of the user's session within one deadline. Each answer comes within 300 ms or not
+/// at all, and nothing is started for a question. Connects with the first one; for one thread.
+class SessionBusQuestions {
+public:
+    explicit SessionBusQuestions(const Deadline& deadline) : deadline_(deadline) {}
+
+    /// Does the bus answer?
+    [[nodiscard]] bool isThere();
+
+    /// The owned names that begin so, sorted.
+    [[nodiscard]] QStringList names(const QString& prefix);
+
+    /// The process that owns the name; 0 if nobody does.
+    [[nodiscard]] pid_t processOf(const QString& name);
+
+    /// A property as it came; invalid without an answer. Ask only for names that somebody owns.
+    [[nodiscard]] QVariant property(const QString& service, const QString& path, const QString& interface,
+                                    const QString& property);
+
+private:
+    [[nodiscard]] bool connects();
+    [[nodiscard]] QVariant askBus(const char* method, const QVariantList& arguments = {});
+
+    Deadline deadline_;
+    std::unique_ptr<BoundedBusConnection> bus_;
+};
+
+}  // namespace quorvane::platform

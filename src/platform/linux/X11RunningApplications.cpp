@@ -1,0 +1,67 @@
+#include "platform/linux/X11RunningApplications.h"
+
+#include "platform/linux/DisplaySession.h"
+#include "platform/linux/Proc.h"
+#include "platform/linux/X11Windows.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace quorvane::platform {
+namespace {
+
+/// The server's share of the 300 ms in which an answer has to come.
+constexpr Seconds patience = 0.25s;
+
+}  // namespace
+
+X11RunningApplications::X11RunningApplications(const ApplicationIdentity& identity, LinuxSystemEvents& systemEvents)
+    : identity_(identity), isLocked_(systemEvents.isLocked()), x11_(connectToDisplay(X11Connection::Reader::nobody)),
+      locked_(systemEvents.observe(SystemEvent::screenLocked, [this] { isLocked_ = true; })),
+      unlocked_(systemEvents.observe(SystemEvent::screenUnlocked, [this] { isLocked_ = false; })) {}
+
+std::optional<RunningApplication> X11RunningApplications::frontmost() {
+    if (isLocked_) return RunningApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"};
+    RunningApplication application;
+    std::optional<WindowProperties> properties;
+    {
+        const std::lock_guard lock(mutex_);
+        x11_->setDeadline(Deadline(patience));
+        const auto window = X11Windows::active(*x11_);
+        if (window == XCB_WINDOW_NONE) return std::nullopt;
+        properties = X11Windows::properties(*x11_, X11Windows::ask(*x11_, window));
+        application.windowTitle = X11Windows::title(*x11_, window).value_or("");
+    }
+    if (!properties) return std::nullopt;
+    auto identity = identity_.identify(*properties);
+    application.processIdentifier = properties->pid;
+    application.bundleIdentifier = std::move(identity.bundleIdentifier);
+    application.localizedName = std::move(identity.localizedName);
+    return application;
+}
+
+bool X11RunningApplications::isRunning(const std::string& bundleIdentifier) {
+    std::vector<WindowProperties> windows;
+    {
+        const std::lock_guard lock(mutex_);
+        x11_->setDeadline(Deadline(patience));
+        std::vector<X11Windows::Question> questions;
+        for (const auto window : X11Windows::all(*x11_))
+            questions.push_back(X11Windows::ask(*x11_, window));
+        for (const auto& question : questions) {
+            auto properties = X11Windows::properties(*x11_, question);
+            // Windows of one process often say the same; it is identified once.
+            if (properties && std::find(windows.begin(), windows.end(), *properties) == windows.end())
+                windows.push_back(*std::move(properties));
+        }
+    }
+    return std::any_of(windows.begin(), windows.end(), [&](const WindowProperties& window) {
+        return identity_.identify(window).bundleIdentifier == bundleIdentifier;
+    });
+}
+
+bool X11RunningApplications::isTerminated(std::int64_t processIdentifier) {
+    return processIdentifier > 0 && Proc::hasEnded(static_cast<pid_t>(processIdentifier));
+}
+
+}  // namespace quorvane::platform

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Automation.h"
+
+#include <functional>
+#include <mutex>
+#include <vector>
+
+namespace quorvane::platform {
+
+/// Answers scripts as a test says.
+class SimulatedAutomation : public Automation {
+public:
+    [[nodiscard]] ScriptResult run(const Script& script) override;
+    [[nodiscard]] Channel channel() override;
+
+    /// What each script gets from now on; until then an empty text.
+    void answer(std::function<ScriptResult(const Script&)> answer) { answer_ = std::move(answer); }
+    [[nodiscard]] std::vector<Script> scripts() const;
+
+private:
+    std::function<ScriptResult(const Script&)> answer_;
+    mutable std::mutex mutex_;  ///< guards `scripts_`
+    std::vector<Script> scripts_;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,218 @@
+#include "desktop/support/AccessibilityService.h"
+#include "desktop/support/BoundSocket.h"
+#include "desktop/support/DesktopSession.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/QtRunLoop.h"
+
+#include <QDBusConnection>
+#include <csignal>
+#include <future>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Lt;
+using testing::Not;
+
+constexpr double shortly = 0.1;     ///< seconds in which what is not asked has to be answered
+constexpr double aQuestion = 0.45;  ///< the same for one question of 300 ms, on a busy machine
+
+constexpr std::string_view allAttributes[] = {
+    AccessibleName::focusedWindow, AccessibleName::mainWindow, AccessibleName::windows,  AccessibleName::focusedElement,
+    AccessibleName::role,          AccessibleName::parent,     AccessibleName::children, AccessibleName::url,
+    AccessibleName::document,      AccessibleName::value,      AccessibleName::title,    AccessibleName::description};
+
+double secondsFor(const std::function<void()>& work) {
+    const auto before = uptime();
+    work();
+    return (uptime() - before).count();
+}
+
+class AccessibilityTest : public testing::Test {
+protected:
+    /// An editor with a file, once its window is active.
+    std::unique_ptr<ChildProcess> startEditor(const std::string& content) {
+        const auto file = session.dataHome() / "notes.txt";
+        writeFile(file, content);
+        auto editor =
+            std::make_unique<ChildProcess>(std::vector<std::string>{"mousepad", "--disable-server", file.string()});
+        const auto isReady = [&] {
+            const auto window = elementAt(tree, tree.application(editor->pid()), AccessibleName::focusedWindow);
+            return elementAt(tree, window, AccessibleName::focusedElement).has_value();
+        };
+        if (!waitUntil(isReady, 20s)) throw std::runtime_error("mousepad is not on the accessibility bus");
+        return editor;
+    }
+
+    QtRunLoop runLoop;
+    DesktopSession session;
+    AccessibilityService service{session};
+    AtspiAccessibility tree;
+};
+
+TEST_F(AccessibilityTest, AWindowIsReadWithWhatIsInIt) {
+    const auto editor = startEditor("Buy milk\nand \u00e9clairs" + std::string(3000, 'x'));
+    const auto read = [&] {
+        const auto application = tree.application(editor->pid());
+        const auto window = elementAt(tree, application, AccessibleName::focusedWindow);
+        EXPECT_THAT(textAt(tree, window, AccessibleName::title).value_or(""), HasSubstr("notes.txt - Mousepad"));
+        EXPECT_EQ(textAt(tree, window, AccessibleName::role), AccessibleName::windowRole);
+        EXPECT_EQ(elementAt(tree, application, AccessibleName::mainWindow), window);
+        EXPECT_THAT(elementsAt(tree, application, AccessibleName::windows), ElementsAre(*window));
+        EXPECT_EQ(elementAt(tree, window, AccessibleName::parent), application);
+        EXPECT_EQ(elementAt(tree, application, AccessibleName::parent), std::nullopt);
+        for (const auto name : {AccessibleName::url, AccessibleName::document, AccessibleName::value})
+            EXPECT_EQ(textAt(tree, window, name), std::nullopt) << name;
+
+        const auto text = elementAt(tree, application, AccessibleName::focusedElement);
+        EXPECT_EQ(textAt(tree, text, AccessibleName::role), "text");
+        EXPECT_EQ(textAt(tree, text, AccessibleName::value),
+                  "Buy milk\nand \u00e9clairs" + std::string(2000 - 20, 'x'));
+        auto above = text;
+        for (int i = 0; i < 8 && textAt(tree, above, AccessibleName::role) != AccessibleName::windowRole; ++i) {
+            const auto parent = elementAt(tree, above, AccessibleName::parent);
+            EXPECT_THAT(elementsAt(tree, parent, AccessibleName::children), Contains(*above));
+            above = parent;
+        }
+        EXPECT_EQ(above, window);
+    };
+    read();
+    std::async(std::launch::async, read).get();
+}
+
+TEST_F(AccessibilityTest, AFrozenApplicationCostsOneWait) {
+    const auto editor = startEditor("text");
+    const auto window = elementAt(tree, tree.application(editor->pid()), AccessibleName::focusedWindow);
+    editor->send(SIGSTOP);
+    double seconds = secondsFor([&] { EXPECT_EQ(tree.attribute(*window, AccessibleName::title), std::nullopt); });
+    EXPECT_THAT(seconds, Lt(aQuestion));
+    seconds = secondsFor([&] {
+        const auto application = tree.application(editor->pid());
+        EXPECT_TRUE(application);
+        for (const auto name : allAttributes)
+            EXPECT_EQ(tree.attribute(*application, name), std::nullopt) << name;
+    });
+    EXPECT_THAT(seconds, Lt(shortly));
+    editor->send(SIGCONT);
+    EXPECT_EQ(tree.attribute(*window, AccessibleName::title), std::nullopt) << "it is left alone for a while";
+    EXPECT_TRUE(waitUntil([&] { return tree.attribute(*window, AccessibleName::title).has_value(); }));
+}
+
+TEST_F(AccessibilityTest, AccessibilityIsSwitchedOnOnRequestAndABusThatComesBackIsFoundAgain) {
+    EXPECT_FALSE(tree.isProcessTrusted());
+    EXPECT_THAT(tree.channel().reason, HasSubstr("switched off"));
+    EXPECT_TRUE(tree.requestTrust());
+    EXPECT_TRUE(tree.isProcessTrusted());
+    EXPECT_EQ(tree.channel(),
+              (Channel{.question = "accessibility tree", .name = "AT-SPI", .isAvailable = true, .reason = ""}));
+    startEditor("text");
+    service.restart();
+    startEditor("text");
+    EXPECT_TRUE(waitUntil([&] { return !tree.isProcessTrusted(); }, 10s)) << "the new service has it off";
+}
+
+TEST_F(AccessibilityTest, ThisProcessIsNotAsked) {
+    EXPECT_EQ(tree.application(getpid()), std::nullopt);
+    auto own = QDBusConnection::connectToBus(service.address(), QStringLiteral("test-own"));
+    ASSERT_TRUE(own.isConnected());
+    const AccessibleElement element{own.baseService().toStdString() + "/org/a11y/atspi/accessible/1"};
+    EXPECT_THAT(secondsFor([&] {
+                    for (const auto name : allAttributes)
+                        EXPECT_EQ(tree.attribute(element, name), std::nullopt) << name;
+                }),
+                Lt(shortly));
+    QDBusConnection::disconnectFromBus(QStringLiteral("test-own"));
+}
+
+/// Answers calls on the bus that the first argument names, by the path: too little, another type, or nothing at all.
+constexpr const char* liar = R"(
+import dbus, dbus.lowlevel, dbus.mainloop.glib, os, sys
+from gi.repository import GLib
+dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
+bus = dbus.bus.BusConnection(sys.argv[1])
+me, null = bus.get_unique_name(), dbus.ObjectPath('/org/a11y/atspi/null')
+me_above = dbus.Struct((me, dbus.ObjectPath('/loop')), signature='so')
+lies = {
+    '/empty': {},
+    '/number': {'': ('u', [7])},
+    '/text': {'GetChildren': ('s', ['x']), '': ('i', [-1])},
+    '/variant': {'': ('v', [dbus.Struct((1, 'a', 2.0), variant_level=3)])},
+    '/list': {'': ('au', [[]])},
+    '/strangers': {'': ('a(ss)', [[('a', 'b')] * 5000])},
+    '/nobody': {'': ('a(so)', [[(me, null), ('', null), ('nobody', dbus.ObjectPath('/x'))]])},
+    '/loop': {'GetRole': ('u', [95]), 'Get': ('v', [me_above]), 'GetState': ('au', [[0xffffffff] * 2]),
+              'GetRoleName': ('u', [1])},
+}
+def answer(connection, message):
+    if message.get_type() != 1: return 1  # no call
+    if message.get_path() not in lies: return 0
+    replies = lies[message.get_path()]
+    signature, values = replies.get(message.get_member(), replies.get('', ('', [])))
+    reply = dbus.lowlevel.MethodReturnMessage(message)
+    if signature: reply.append(*values, signature=signature)
+    connection.send_message(reply)
+    return 0
+bus.add_message_filter(answer)
+os.write(int(sys.argv[2]), (me + '\n').encode())
+GLib.MainLoop().run()
+)";
+
+TEST_F(AccessibilityTest, AnswersOfAnotherShapeAreNone) {
+    ChildProcess peer({"/usr/bin/python3", "-c", liar, service.address().toStdString(), "{ready}"});
+    const auto name = peer.readyLine();
+    ASSERT_TRUE(name);
+    for (const char* path : {"/empty", "/number", "/text", "/variant", "/list", "/strangers", "/nobody", "/loop", ""}) {
+        for (const auto attribute : allAttributes) {
+            SCOPED_TRACE(path + std::string(" ") + std::string(attribute));
+            const AccessibleElement element{*name + path};
+            if (path == std::string("/loop") && attribute == AccessibleName::parent) continue;
+            if (path == std::string("/loop") && attribute == AccessibleName::role) continue;
+            EXPECT_EQ(tree.attribute(element, attribute), std::nullopt);
+        }
+    }
+    const AccessibleElement loop{*name + "/loop"};
+    EXPECT_EQ(elementAt(tree, loop, AccessibleName::parent), loop) << "the liar is heard, and tells lies";
+    EXPECT_EQ(tree.attribute(loop, "AXUnheardOf"), std::nullopt);
+    EXPECT_THAT(secondsFor([&] { EXPECT_EQ(tree.attribute({*name + "/never"}, "AXTitle"), std::nullopt); }),
+                Lt(aQuestion));
+}
+
+TEST(AbsentAccessibilityTest, WithoutABusNothingIsKnownAndTheReasonIsNamed) {
+    QtRunLoop runLoop;
+    const auto expectNothing = [](AtspiAccessibility& tree) {
+        EXPECT_FALSE(tree.isProcessTrusted());
+        EXPECT_FALSE(tree.requestTrust());
+        EXPECT_EQ(tree.application(1), std::nullopt);
+        EXPECT_EQ(tree.attribute({":1.1/org/a11y/atspi/accessible/root"}, AccessibleName::title), std::nullopt);
+    };
+    {
+        const DesktopSession session({.display = false, .buses = false});
+        AtspiAccessibility tree;
+        expectNothing(tree);
+        EXPECT_EQ(tree.channel().reason, "no session bus");
+    }
+    {
+        const DesktopSession session({.display = false});
+        AtspiAccessibility tree;
+        expectNothing(tree);
+        EXPECT_THAT(tree.channel().reason, HasSubstr("no accessibility bus"));
+        EXPECT_THAT(tree.channel().remedy, Not(IsEmpty()));
+    }
+    DesktopSession session({.display = false, .buses = false});
+    const auto path = session.runtimeDirectory() / "hanging-bus";
+    const BoundSocket hanging(path, SOCK_STREAM, true);
+    session.environment().set("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path.string());
+    AtspiAccessibility tree;
+    EXPECT_THAT(secondsFor([&] { EXPECT_EQ(tree.application(1), std::nullopt); }), Lt(aQuestion));
+    EXPECT_THAT(secondsFor([&] { EXPECT_EQ(tree.application(1), std::nullopt); }), Lt(shortly));
+}
+
+}  // namespace
+}  // namespace quorvane::platform

@@ -1,0 +1,283 @@
+#include "desktop/support/BusService.h"
+#include "desktop/support/DesktopSession.h"
+#include "desktop/support/LogindMock.h"
+#include "desktop/support/TestWindow.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/LinuxAutomation.h"
+#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/X11RunningApplications.h"
+#include "platform/linux/XdgPaths.h"
+
+#include <future>
+#include <gmock/gmock.h>
+#include <memory>
+#include <unistd.h>
+#include <vector>
+
+namespace quorvane::platform {
+namespace {
+
+using testing::AllOf;
+using testing::Field;
+using testing::HasSubstr;
+using testing::Lt;
+using testing::VariantWith;
+
+auto fails(int number) {
+    return VariantWith<ScriptError>(
+        AllOf(Field(&ScriptError::number, number), Field(&ScriptError::message, testing::Not(testing::IsEmpty()))));
+}
+auto says(const std::string& text) {
+    return VariantWith<std::string>(text);
+}
+
+constexpr const char* playerPath = "/org/mpris/MediaPlayer2";
+
+std::string playing(const std::string& status, const std::string& title, const std::string& desktopEntry) {
+    return "{'org.mpris.MediaPlayer2': {'DesktopEntry': '" + desktopEntry +
+           "'}, 'org.mpris.MediaPlayer2.Player': {'PlaybackStatus': '" + status +
+           "', 'Metadata': dbus.Dictionary({'xesam:title': '" + title + "'}, signature='sv')}}";
+}
+
+class AutomationTest : public testing::Test {
+protected:
+    [[nodiscard]] ScriptResult ask(ScriptFamily family, const std::string& bundleIdentifier = {}) {
+        return automation.run(
+            {.family = family, .applicationName = "Application", .bundleIdentifier = bundleIdentifier});
+    }
+    /// Waits until the front window's title says so.
+    [[nodiscard]] bool waitForTitle(const std::string& part, Seconds timeout = 20s) {
+        return waitUntil(
+            [&] {
+                const auto front = applications.frontmost();
+                return front && front->windowTitle.find(part) != std::string::npos;
+            },
+            timeout);
+    }
+    /// Opens a window and waits until it is in front. It stays, since one that goes may take the focus of the next with
+    /// it for a moment.
+    [[nodiscard]] bool show(const TestWindow::Properties& properties) {
+        windows.push_back(std::make_unique<TestWindow>(properties));
+        return waitForTitle(properties.title);
+    }
+    std::filesystem::path folder(const std::string& name) const {
+        const auto path = XdgPaths::home() / name;
+        std::filesystem::create_directories(path);
+        return path;
+    }
+
+    QtRunLoop runLoop;
+    DesktopSession session;
+    X11Connection x11;
+    DesktopEntries entries{XdgPaths::dataDirectories()};
+    ApplicationIdentity identity{entries, IdentityTable::builtIn()};
+    LinuxSystemEvents systemEvents{runLoop, x11};
+    X11RunningApplications applications{identity, systemEvents};
+    LinuxAutomation automation{applications, identity};
+    std::vector<std::unique_ptr<TestWindow>> windows;
+};
+
+TEST_F(AutomationTest, TheFrontApplicationIsKnownToAnyThread) {
+    ASSERT_TRUE(show({.instance = "vlc", .wmClass = "vlc", .title = "film.mkv - VLC", .pid = getpid()}));
+    const auto front = std::async(std::launch::async, [&] { return applications.frontmost(); }).get();
+    EXPECT_EQ(front, (RunningApplication{.processIdentifier = getpid(),
+                                         .bundleIdentifier = "org.videolan.vlc",
+                                         .localizedName = "vlc",
+                                         .windowTitle = "film.mkv - VLC"}));
+    ASSERT_TRUE(show({.instance = "other", .wmClass = "Other", .title = "above"}));
+    EXPECT_TRUE(applications.isRunning("org.videolan.vlc"));
+    EXPECT_TRUE(applications.isRunning("other"));
+    EXPECT_FALSE(applications.isRunning("Other"));
+}
+
+TEST_F(AutomationTest, AProcessHasEndedBeforeItsParentNotices) {
+    ChildProcess child({"sleep", "60"});
+    const auto pid = child.pid();
+    EXPECT_FALSE(applications.isTerminated(pid));
+    EXPECT_FALSE(applications.isTerminated(0));
+    child.send(SIGKILL);
+    EXPECT_TRUE(waitUntil([&] { return applications.isTerminated(pid); }));
+    child.wait();
+    EXPECT_TRUE(applications.isTerminated(pid));
+}
+
+TEST_F(AutomationTest, AGrabbedServerIsNotWaitedFor) {
+    ASSERT_TRUE(show({.instance = "a", .wmClass = "A", .title = "a"}));
+    xcb_grab_server(x11.xcb());
+    ASSERT_TRUE(x11.reply(xcb_get_input_focus_reply, xcb_get_input_focus(x11.xcb())));
+    const auto asked = uptime();
+    EXPECT_EQ(applications.frontmost(), std::nullopt);
+    EXPECT_THAT((uptime() - asked).count(), Lt(0.3));
+    xcb_ungrab_server(x11.xcb());
+    xcb_flush(x11.xcb());
+    EXPECT_TRUE(waitForTitle("a"));
+}
+
+TEST_F(AutomationTest, WhileTheSessionIsLockedTheLoginWindowIsInFront) {
+    ASSERT_TRUE(show({.instance = "a", .wmClass = "A", .title = "a", .pid = getpid()}));
+    announceScreenSaver("org.freedesktop.ScreenSaver", true);
+    ASSERT_TRUE(waitUntil([&] { return systemEvents.isLocked(); }));
+    EXPECT_EQ(applications.frontmost(),
+              (RunningApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"}));
+    EXPECT_THAT(ask(ScriptFamily::frontDocumentPath), fails(-600));
+    announceScreenSaver("org.freedesktop.ScreenSaver", false);
+    EXPECT_TRUE(waitForTitle("a"));
+}
+
+TEST_F(AutomationTest, ATerminalStandsWhereItsForegroundProgramWorks) {
+    const auto outer = folder("outer");
+    const auto inner = folder("inner");
+    const ChildProcess terminal({"xterm", "-T", "shell", "-e", "bash", "--norc", "-ic",
+                                 "cd " + outer.string() + "; (cd " + inner.string() + "; sleep 60)"});
+    ASSERT_TRUE(waitForTitle("shell"));
+    EXPECT_TRUE(waitUntil([&] { return ask(ScriptFamily::frontDocumentPath) == ScriptResult(inner.string()); }, 10s));
+}
+
+TEST_F(AutomationTest, EditorsTellTheirDocument) {
+    const auto file = folder("letters") / "März notes.txt";
+    writeFile(file, "x");
+    for (const char* editor : {"mousepad", "geany"}) {
+        SCOPED_TRACE(editor);
+        const ChildProcess process({editor, file.string()});
+        ASSERT_TRUE(waitForTitle("März notes.txt"));
+        EXPECT_THAT(ask(ScriptFamily::frontDocumentPath), says(file.string()));
+        EXPECT_THAT(ask(ScriptFamily::frontDocumentName), says(file.filename().string()));
+    }
+}
+
+TEST_F(AutomationTest, WhereTheTitleHasNoPathOpenFilesRecentDocumentsAndArgumentsTell) {
+    for (const char* name : {"open.txt", "recent.txt", "argument.txt", "gone.txt"})
+        writeFile(folder("files") / name, "x");
+    const auto files = folder("files");
+    std::filesystem::remove(files / "gone.txt");
+    writeFile(
+        XdgPaths::dataHome() / "recently-used.xbel",
+        "<xbel xmlns:bookmark=\"b\"><bookmark href=\"file://" + (files / "recent.txt").string() +
+            "\"><bookmark:application exec=\"&apos;tail %u&apos;\" modified=\"2026-01-01T00:00:00Z\"/></bookmark>");
+    const ChildProcess process({"tail", "-f", (files / "open.txt").string()});
+    const ChildProcess reader({"tail", "-f", "/dev/null", (files / "argument.txt").string()});
+    struct Row {
+        const char* name;
+        pid_t pid;
+        std::string title;
+        ScriptResult expected;
+    };
+    const Row rows[] = {
+        {"open", process.pid(), "open.txt - Viewer", (files / "open.txt").string()},
+        {"recent", process.pid(), "recent.txt - Viewer", (files / "recent.txt").string()},
+        {"argument", reader.pid(), "Viewer", (files / "argument.txt").string()},
+        {"name alone", process.pid(), "gone.txt - Viewer", "gone.txt"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        ASSERT_TRUE(show({.instance = "viewer", .wmClass = "Viewer", .title = row.title, .pid = row.pid}));
+        EXPECT_TRUE(waitUntil([&] { return ask(ScriptFamily::officeDocument) == row.expected; }));
+    }
+    ASSERT_TRUE(show({.instance = "viewer", .wmClass = "Viewer", .title = "Untold", .pid = getpid()}));
+    EXPECT_THAT(ask(ScriptFamily::developmentDocument), fails(-1728));
+    EXPECT_THAT(ask(ScriptFamily::frontDocumentName), fails(-1728));
+}
+
+TEST_F(AutomationTest, ATrackIsThatOfTheWindowsPlayer) {
+    const BusService first("org.mpris.MediaPlayer2.first", playerPath, playing("Playing", "One", "vlc"));
+    const BusService second("org.mpris.MediaPlayer2.second", playerPath, playing("Paused", "Two", ""));
+    {
+        ASSERT_TRUE(show({.instance = "second", .wmClass = "Second", .title = "second", .pid = second.pid()}));
+        EXPECT_THAT(ask(ScriptFamily::currentTrack, "second"), says("Two"));
+    }
+    ASSERT_TRUE(show({.instance = "vlc", .wmClass = "vlc", .title = "vlc", .pid = getpid()}));
+    EXPECT_THAT(ask(ScriptFamily::currentTrack), says("One"));
+    ASSERT_TRUE(show({.instance = "other", .wmClass = "Other", .title = "above", .pid = getpid()}));
+    EXPECT_THAT(ask(ScriptFamily::currentTrack), fails(-1728));
+    EXPECT_THAT(ask(ScriptFamily::currentTrack, "org.videolan.vlc"), says("One"));
+    EXPECT_THAT(ask(ScriptFamily::frontDocumentPath, "org.videolan.vlc"), fails(-1728));
+    EXPECT_THAT(ask(ScriptFamily::currentTrack, "com.spotify.client"), fails(-600));
+}
+
+TEST_F(AutomationTest, PlayersThatLieOrHangAreNoAnswerAndCostLessThanASecond) {
+    const BusService liar("org.mpris.MediaPlayer2.liar", playerPath,
+                          "{'org.mpris.MediaPlayer2': {'DesktopEntry': 7}, 'org.mpris.MediaPlayer2.Player': "
+                          "{'PlaybackStatus': 'Playing', 'Metadata': dbus.Array(['x'], signature='s')}}");
+    {
+        ASSERT_TRUE(show({.instance = "liar", .wmClass = "Liar", .title = "liar", .pid = liar.pid()}));
+        EXPECT_THAT(ask(ScriptFamily::currentTrack), fails(-1728));
+    }
+    std::vector<std::unique_ptr<BusService>> hanging;
+    for (const char* name : {"a", "b", "c", "d", "e"}) {
+        hanging.push_back(std::make_unique<BusService>(std::string("org.mpris.MediaPlayer2.") + name, playerPath,
+                                                       playing("Playing", "Never", "vlc")));
+        hanging.back()->hang();
+    }
+    ASSERT_TRUE(show({.instance = "vlc", .wmClass = "vlc", .title = "vlc", .pid = getpid()}));
+    const auto asked = uptime();
+    EXPECT_THAT(ask(ScriptFamily::currentTrack), fails(-1728));
+    EXPECT_THAT((uptime() - asked).count(), Lt(1.0));
+}
+
+TEST_F(AutomationTest, AFolderIsWhatTheWindowsFileManagerPublishesElseWhatTheTitleNames) {
+    const auto home = XdgPaths::home();
+    const auto work = folder("projects/work");
+    const auto plans = folder("projects/plans");
+    const BusService manager("org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
+                             "{'org.freedesktop.FileManager1': {'OpenWindowsWithLocations': dbus.Dictionary({'/w/1': "
+                             "['file://" +
+                                 work.string() + "'], '/w/2': ['file://" + plans.string() + "']}, signature='sas')}}");
+    const ChildProcess other({"sleep", "60"});
+    folder("Music");
+    struct Row {
+        const char* name;
+        pid_t pid;
+        std::string title;
+        ScriptResult expected;
+    };
+    const Row rows[] = {
+        {"published", manager.pid(), "plans", plans.string()},
+        {"path in the title", other.pid(), "~/projects/work - Files", work.string()},
+        {"known folder", other.pid(), "Music - Files", (home / "Music").string()},
+        {"home", other.pid(), "home - Files", home.string()},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        ASSERT_TRUE(show({.instance = "files", .wmClass = "Files", .title = row.title, .pid = row.pid}));
+        EXPECT_EQ(ask(ScriptFamily::frontFolder), row.expected);
+    }
+    ASSERT_TRUE(show({.instance = "files", .wmClass = "Files", .title = "plans - Files", .pid = other.pid()}));
+    EXPECT_THAT(ask(ScriptFamily::frontFolder), fails(-1728)) << "published by another process";
+}
+
+TEST_F(AutomationTest, ABrowserIsAskedOnceSomebodyKnowsHow) {
+    EXPECT_THAT(ask(ScriptFamily::browserURL), fails(-600));
+    ASSERT_TRUE(show({.instance = "web", .wmClass = "Web", .title = "Page", .pid = getpid()}));
+    EXPECT_THAT(ask(ScriptFamily::browserURL), fails(-1728));
+    automation.setBrowserAnswer([](std::int64_t pid, const std::string& title) -> std::optional<std::string> {
+        return title + "/" + std::to_string(pid == getpid());
+    });
+    EXPECT_THAT(ask(ScriptFamily::browserURL), says("Page/1"));
+    automation.setBrowserAnswer({});
+    EXPECT_THAT(ask(ScriptFamily::browserURL), fails(-1728));
+}
+
+TEST_F(AutomationTest, PermissionIsABusThatAnswers) {
+    EXPECT_THAT(ask(ScriptFamily::permissionTest), says(""));
+    EXPECT_TRUE(automation.channel().isAvailable);
+    session.environment().set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    EXPECT_THAT(ask(ScriptFamily::permissionTest), fails(-600));
+    const auto channel = automation.channel();
+    EXPECT_FALSE(channel.isAvailable);
+    EXPECT_THAT(channel.reason, HasSubstr("does not answer"));
+}
+
+TEST(X11RunningApplicationsTest, WithoutADisplayNothingRuns) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false, .buses = false});
+    X11Connection x11;
+    DesktopEntries entries{{}};
+    const ApplicationIdentity identity{entries, IdentityTable::builtIn()};
+    LinuxSystemEvents systemEvents{runLoop, x11};
+    X11RunningApplications applications{identity, systemEvents};
+    EXPECT_EQ(applications.frontmost(), std::nullopt);
+    EXPECT_FALSE(applications.isRunning("any"));
+}
+
+}  // namespace
+}  // namespace quorvane::platform
