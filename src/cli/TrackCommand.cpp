@@ -84,6 +84,7 @@ void track(const CommandContext& context, std::optional<Seconds> duration) {
     noteWhatIsMissing(desktop, desktop.foreground().channel(), console);
     Announcements announcements(runLoop);
     const RecordAnnouncer announcer(store, [&](const std::string& line) { announcements.write(line); });
+    desktop.listenToBrowsers([&](const std::string& line) { console.write(line); });
     platform::IniUserDefaults defaults;
     TrackingSession session(runLoop, desktop, store, defaults, console);
     const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
@@ -91,6 +92,7 @@ void track(const CommandContext& context, std::optional<Seconds> duration) {
     session.start();
     runLoop.run();
     const bool isSaved = session.stop();
+    runLoop.finishBackground();
     announcements.throwIfFailed();
     if (!isSaved) throw CommandError(ExitStatus::failed, "the last record could not be saved");
 }

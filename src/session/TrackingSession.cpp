@@ -1,14 +1,20 @@
 #include "session/TrackingSession.h"
 
+#include "platform/Clock.h"
+
 namespace quorvane {
 
 TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store,
                                  platform::UserDefaults& defaults, ConsoleSink& console)
-    : store_(store), console_(console), windowInfo_(desktop.foreground()), categories_(defaults, console),
-      keyboardMonitor_(runLoop, desktop.keys(), desktop.settingsPanes(), console),
+    : store_(store), console_(console),
+      documents_(desktop.accessibility(), desktop.runningApplications(), desktop.automation(), console),
+      scripts_(runLoop, desktop.automation(), console, platform::uptime),
+      pages_(desktop.accessibility(), desktop.runningApplications(), console),
+      browserURLs_(desktop.runningApplications(), desktop.automation(), scripts_, pages_, console, platform::uptime),
+      categories_(defaults, console), keyboardMonitor_(runLoop, desktop.keys(), desktop.settingsPanes(), console),
       mouseMonitor_(runLoop, desktop.pointer(), console),
       tracker_(runLoop, desktop, keyboardMonitor_, mouseMonitor_,
-               {.windowInfo = windowInfo_, .categories = &categories_}, console) {}
+               {.windowInfo = documents_, .browserURL = &browserURLs_, .categories = &categories_}, console) {}
 
 void TrackingSession::start() {
     tracker_.configure(store_);

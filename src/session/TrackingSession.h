@@ -1,6 +1,9 @@
 #pragma once
 
-#include "capture/FrontWindowTitle.h"
+#include "capture/AccessibilityBrowserURLParser.h"
+#include "capture/AppleScriptManager.h"
+#include "capture/BrowserURLFetcher.h"
+#include "capture/DocumentPathFetcher.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/Desktop.h"
 #include "platform/RunLoop.h"
@@ -14,7 +17,7 @@
 namespace quorvane {
 
 /// A tracker with all that it asks, put together over an open store. Both programs that track use this one assembly.
-/// Whatever it is made on must outlive it. Main thread only.
+/// Whatever it is made on must outlive it, and so must the run loop's workers be done before it goes. Main thread only.
 class TrackingSession {
 public:
     TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store,
@@ -32,7 +35,10 @@ public:
 private:
     ModelContext& store_;
     ConsoleSink& console_;
-    FrontWindowTitle windowInfo_;
+    DocumentPathFetcher documents_;
+    AppleScriptManager scripts_;
+    AccessibilityBrowserURLParser pages_;
+    BrowserURLFetcher browserURLs_;
     CategoryTagManager categories_;
     KeyboardMonitor keyboardMonitor_;
     MouseMonitor mouseMonitor_;

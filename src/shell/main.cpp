@@ -45,12 +45,15 @@ int track(platform::QtRunLoop& runLoop, ModelContext& store, ConsoleSink& consol
     for (const std::string& notice : desktop.notices())
         console.write(notice);
     const RecordAnnouncer announcer(store, [&](const std::string& line) { console.write(line); });
+    desktop.listenToBrowsers([&](const std::string& line) { console.write(line); });
     platform::IniUserDefaults defaults;
     TrackingSession session(runLoop, desktop, store, defaults, console);
     const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
     session.start();
     runLoop.run();
-    return session.stop() ? EXIT_SUCCESS : failed;
+    const bool isSaved = session.stop();
+    runLoop.finishBackground();
+    return isSaved ? EXIT_SUCCESS : failed;
 }
 
 int run() {

@@ -1,5 +1,6 @@
 #include "base/Json.h"
 #include "cli/CliFixture.h"
+#include "desktop/support/ChildProcess.h"
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
@@ -8,6 +9,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fmt/format.h>
+#include <fstream>
 
 using testing::ElementsAre;
 
@@ -31,6 +33,17 @@ protected:
                                                     record["category"].dump(), record["tags"].get<std::string>(),
                                                     record["project_id"].is_null() ? "-" : "project",
                                                     record["source"].get<std::string>()));
+        return found;
+    }
+
+    /// Oldest first: "application: document".
+    std::vector<std::string> documents() {
+        std::vector<std::string> found;
+        for (const Json& record : parseJson(outputOf({"records", "--json"})).value_or(Json()))
+            found.insert(found.begin(),
+                         record["app_name"].get<std::string>() + ": " +
+                             (record["document_path"].is_null() ? std::string("-")
+                                                                : record["document_path"].get<std::string>()));
         return found;
     }
 
@@ -65,6 +78,40 @@ TEST_F(TrackedDesktopTest, RecordsCarryWhatBuiltInAndOwnRulesSayOfThem) {
                 ElementsAre("Zotero: \"学习\" learning - system|rule:Study and research: Zotero",
                             "Figma: \"工作\" money,design project system|rule:Invoices|rule:Design: Figma",
                             "Editor: null  - system"));
+}
+
+TEST_F(TrackedDesktopTest, RecordsCarryTheDocumentOfAnEditorAndTheDirectoryOfATerminal) {
+    const auto file = folder_ / "notes.txt";
+    std::ofstream(file) << "notes\n";
+    ChildProcess editor({"mousepad", file.string()});
+    ProgramRun tracker(QUORVANE_CLI, {"--store", store().string(), "track"}, setting_);
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for Mousepad"));
+    ChildProcess terminal({"xterm", "-e", "cd " + folder_.path().string() + " && exec sh"});
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for XTerm"));
+    tracker.sendSignal(SIGINT);
+    EXPECT_EQ(tracker.wait().status, 0);
+    EXPECT_THAT(documents(), ElementsAre("Mousepad: " + file.string(), "XTerm: " + folder_.path().string()));
+}
+
+// Two seconds are the bound of one switch with everything hung: AT-SPI 0.3 s a question round, automation below one.
+TEST_F(TrackedDesktopTest, AFrozenApplicationHoldsUpNothing) {
+    ChildProcess editor({"mousepad"});
+    ProgramRun tracker(QUORVANE_CLI, {"--store", store().string(), "track"}, setting_);
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for Mousepad"));
+    TestWindow other({.instance = "other", .wmClass = "Other", .title = "chapter one"});
+    other.activate();
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for Other"));
+    TestWindow frozen({.instance = "frozen", .wmClass = "Frozen", .title = "stuck", .pid = editor.pid()});
+    editor.send(SIGSTOP);
+    frozen.activate();
+    const Seconds begin = uptime();
+    ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Created new record for Frozen"));
+    EXPECT_LT(uptime() - begin, 4s);  // half of it for a busy machine
+    other.activate();
+    tracker.sendSignal(SIGINT);
+    EXPECT_EQ(tracker.wait().status, 0);
+    editor.send(SIGCONT);
+    EXPECT_THAT(documents(), testing::Contains(testing::StartsWith("Frozen: ")));
 }
 
 }  // namespace

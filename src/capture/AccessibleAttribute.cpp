@@ -1,0 +1,37 @@
+#include "capture/AccessibleAttribute.h"
+
+#include <utility>
+
+namespace quorvane::AccessibleAttribute {
+namespace {
+
+using platform::AccessibleElement;
+
+template <class Kind>
+std::optional<Kind> read(platform::Accessibility& accessibility, const AccessibleElement& element,
+                         std::string_view name) {
+    auto value = accessibility.attribute(element, name);
+    auto* const expected = value ? std::get_if<Kind>(&*value) : nullptr;
+    return expected ? std::optional(std::move(*expected)) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> text(platform::Accessibility& accessibility, const AccessibleElement& element,
+                                std::string_view name) {
+    auto value = read<platform::AccessibleText>(accessibility, element, name);
+    return value ? std::optional(std::move(value->text)) : std::nullopt;
+}
+
+std::optional<AccessibleElement> element(platform::Accessibility& accessibility, const AccessibleElement& element,
+                                         std::string_view name) {
+    return read<AccessibleElement>(accessibility, element, name);
+}
+
+std::vector<AccessibleElement> elements(platform::Accessibility& accessibility, const AccessibleElement& element,
+                                        std::string_view name) {
+    return read<std::vector<AccessibleElement>>(accessibility, element, name)
+        .value_or(std::vector<AccessibleElement>());
+}
+
+}  // namespace quorvane::AccessibleAttribute
