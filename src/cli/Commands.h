@@ -29,5 +29,6 @@ void addMonthCommand(CLI::App& app, CommandContext& context);
 void addStatsCommand(CLI::App& app, CommandContext& context);
 void addTimelineCommand(CLI::App& app, CommandContext& context);
 void addAnnotateCommand(CLI::App& app, CommandContext& context);
+void addBrowserCommand(CLI::App& app, CommandContext& context);
 
 }  // namespace quorvane::cli

@@ -74,7 +74,8 @@ void describe(CLI::App& app, CommandContext& context) {
          {addDumpCommand,     addLoadCommand,   addRecordsCommand,  addExportCsvCommand,  addStatusCommand,
           addTrackCommand,    addDoctorCommand, addSanitizeCommand, addCleanupCommand,    addOverlapsCommand,
           addProjectsCommand, addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
-          addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand})
+          addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand,
+          addBrowserCommand})
         add(app, context);
     describeCommands(app);
 }

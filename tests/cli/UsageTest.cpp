@@ -55,6 +55,8 @@ TEST_F(UsageTest, AnswersWrongUsageWithOneLineAndTouchesNothing) {
         {{"rules", "add", "--operator", "is"}, "\"is\" is none of contains, equals, prefix, regex"},
         {{"rules", "add", "--priority", "1.5"}, "\"1.5\" is no whole number"},
         {{"categories", "add"}, "NAME is required"},
+        {{"browser"}, "browser needs a command"},
+        {{"browser", "install", "chromium"}, "chromium"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));
@@ -70,8 +72,9 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     const auto help = runBare({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* command : {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor",
-                                "cleanup", "overlaps", "projects", "rules", "categories", "classify", "stats"}) {
+    for (const char* command :
+         {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor", "cleanup", "overlaps",
+          "projects", "rules", "categories", "classify", "stats", "browser"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});
