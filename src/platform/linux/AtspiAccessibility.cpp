@@ -35,6 +35,7 @@ Answer elementAnswer(const std::optional<AtspiReference>& reference) {
 
 Answer elementsAnswer(const std::vector<AtspiReference>& references) {
     std::vector<AccessibleElement> elements;
+    elements.reserve(references.size());
     for (const auto& reference : references)
         elements.push_back(elementOf(reference));
     return elements;

@@ -55,7 +55,7 @@ std::optional<std::string> IdentityTable::extend(std::string_view json) {
     Names identifiers;
     Names models;
     for (const auto& [key, value] : parsed->items()) {
-        const auto problem = key == documentsKey ? readAll(value, models) : readNames(key, value, identifiers);
+        auto problem = key == documentsKey ? readAll(value, models) : readNames(key, value, identifiers);
         if (problem) return problem;
     }
     identifiers.merge(bundleIdentifiers_);

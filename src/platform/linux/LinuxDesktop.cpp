@@ -61,7 +61,7 @@ LinuxDesktop::LinuxDesktop(RunLoop& runLoop) : parts_(std::make_unique<Parts>(ru
 
 LinuxDesktop::~LinuxDesktop() = default;
 
-void LinuxDesktop::listenToBrowsers(std::function<void(const std::string&)> say) {
+void LinuxDesktop::listenToBrowsers(const std::function<void(const std::string&)>& say) {
     auto& messages = parts_->browserMessages;
     messages = std::make_unique<BrowserMessages>(BrowserSocket::path(), say);
     if (!messages->problem().empty()) return say(messages->problem());

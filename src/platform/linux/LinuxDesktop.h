@@ -27,7 +27,7 @@ public:
     SettingsPanes& settingsPanes() override;
     /// Hears from now on what browsers with our extension show; `say` gets lines for people, on the main thread. For
     /// the one process that tracks.
-    void listenToBrowsers(std::function<void(const std::string&)> say);
+    void listenToBrowsers(const std::function<void(const std::string&)>& say);
 
     Accessibility& accessibility() override;
     Automation& automation() override;

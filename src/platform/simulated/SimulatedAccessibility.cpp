@@ -40,6 +40,7 @@ void SimulatedAccessibility::setElement(const std::string& handle, std::string_v
 void SimulatedAccessibility::setElements(const std::string& handle, std::string_view name,
                                          const std::vector<std::string>& targets) {
     std::vector<AccessibleElement> elements;
+    elements.reserve(targets.size());
     for (const std::string& target : targets)
         elements.push_back({target});
     attributes_[handle].insert_or_assign(std::string(name), std::move(elements));
