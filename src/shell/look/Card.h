@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QFrame>
+
+namespace quorvane {
+
+/// A surface with an edge and round corners, on which things lie.
+class Card : public QFrame {
+public:
+    explicit Card(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// A line between two parts of a card.
+class Rule : public QFrame {
+public:
+    explicit Rule(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace quorvane

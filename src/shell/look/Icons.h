@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+#include <QPixmap>
+#include <QString>
+
+namespace quorvane {
+
+/// Icons of the set in resources/icons, drawn with an ink of the caller's choice. Pixmaps are cached.
+///
+/// `name` is the file's name without its ending, "timeline". An unknown name gives a null pixmap and a line on the
+/// system's debug output. `size` is in logical pixels.
+[[nodiscard]] QPixmap iconPixmap(const QString& name, const QColor& ink, int size, double devicePixelRatio = 1,
+                                 const QColor& ground = Qt::white);
+
+/// For menus: in the text colour of the theme in force when it is painted.
+[[nodiscard]] QIcon menuIcon(const QString& name);
+
+/// Does the icon point along the line of reading, so that it is mirrored from right to left?
+[[nodiscard]] bool isDirectionalIcon(const QString& name);
+
+/// Draws an icon centred in the rectangle, mirrored where the layout is and the icon points.
+void drawIcon(class QPainter& painter, const QRectF& rectangle, const QString& name, const QColor& ink, int size,
+              Qt::LayoutDirection direction = Qt::LeftToRight, const QColor& ground = Qt::white);
+
+}  // namespace quorvane

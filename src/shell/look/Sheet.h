@@ -1,0 +1,55 @@
+#pragma once
+
+#include "base/Signal.h"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+class QVBoxLayout;
+class QHBoxLayout;
+
+namespace quorvane {
+
+/// A modal panel over a window: a child that covers it with the scrim. The focus stays inside and goes back to where it
+/// came from; Esc closes; Enter presses the primary button outside of text. A click beside it does nothing. It is never
+/// larger than the window less 24 on each side; its body scrolls then.
+class Sheet : public QWidget {
+public:
+    /// `window` is a top-level widget. `width` and, unless 0, `height` are what the panel would like to have.
+    Sheet(QWidget& window, const QString& title, int width, int height = 0);
+    ~Sheet() override;
+
+    /// A line under the title.
+    void setSubtitle(const QString& subtitle);
+    /// Takes the close button from the head; Esc still closes.
+    void hideCloseButton();
+    [[nodiscard]] QVBoxLayout& body();
+    /// The foot: what stands at its start, then buttons from the end. The last one added is the primary.
+    void addToFootStart(QWidget* widget);
+    void addAction(class Button* button);
+    /// Instead of a foot with the buttons at its end: stacked at full width, as alerts have them.
+    void stackActions();
+
+    void open();
+    void close();  ///< deletes it later
+
+    /// After it has closed, in whatever way.
+    Signal<> closed;
+
+    [[nodiscard]] QRect panel() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace quorvane

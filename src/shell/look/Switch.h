@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QAbstractButton>
+
+namespace quorvane {
+
+/// On or off, with its text beside it. Checkable; for assistive technology a check box.
+class Switch : public QAbstractButton {
+public:
+    explicit Switch(const QString& text, QWidget* parent = nullptr);
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    double thumb_ = 0;  ///< 0: off, 1: on; between them while it moves
+};
+
+}  // namespace quorvane
