@@ -183,6 +183,7 @@ std::vector<BillingReportRow> reportRows(const std::vector<BillingRecord>& recor
         ++total.itemCount;
     }
     std::vector<BillingReportRow> rows;
+    rows.reserve(totals.size());
     for (const auto& [id, total] : totals)
         rows.push_back(makeRow(total));
     std::stable_sort(rows.begin(), rows.end(), [](const BillingReportRow& a, const BillingReportRow& b) {
