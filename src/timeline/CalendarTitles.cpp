@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <unicode/datefmt.h>
+#include <unicode/dtitvfmt.h>
 #include <unicode/timezone.h>
 
 namespace quorvane {
@@ -32,6 +33,23 @@ std::string monthAndYear(Date date) {
 
 std::string weekdayAndDay(Date date) {
     return formatted(date, "EEEMMMd");
+}
+
+std::string dayTitle(Date date) {
+    return formatted(date, "yMMMMEEEd");
+}
+
+std::string daysTitle(DateInterval range) {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateIntervalFormat> format(icu::DateIntervalFormat::createInstance(
+        "yMMMMd", icu::Locale::createCanonical(dateLocale().c_str()), error));
+    format->adoptTimeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(currentZone())));
+    const icu::DateInterval interval(secondsSince1970(range.start) * 1000, secondsSince1970(range.end - 1s) * 1000);
+    icu::UnicodeString text;
+    icu::FieldPosition position;
+    format->format(&interval, text, position, error);
+    std::string out;
+    return text.toUTF8String(out);
 }
 
 }  // namespace quorvane

@@ -3,6 +3,7 @@
 #include "base/DateText.h"
 #include "platform/Clock.h"
 #include "store/StoreError.h"
+#include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
 #include "timeline/TimelineProcessing.h"
 
@@ -90,8 +91,12 @@ void DayTimelineChart::stepDate(int direction) {
 }
 
 std::string DayTimelineChart::dateLabel() const {
-    return currentViewMode_ == TimelineViewMode::month ? localDateText(selectedDate_, "yyyy/M")
-                                                       : mediumDate(selectedDate_);
+    switch (currentViewMode_) {
+    case TimelineViewMode::day: break;
+    case TimelineViewMode::week: return daysTitle(timelineCalendar().week(selectedDate_));
+    case TimelineViewMode::month: return localDateText(selectedDate_, "yyyy/M");
+    }
+    return dayTitle(selectedDate_);
 }
 
 void DayTimelineChart::openDay(Date date) {
@@ -212,6 +217,10 @@ void DayTimelineChart::zoomIn() {
 
 void DayTimelineChart::zoomOut() {
     zoomTo(std::max(hourHeight_ - DayTimelineGeometry::zoomStep, DayTimelineGeometry::minHourHeight));
+}
+
+void DayTimelineChart::resetZoom() {
+    zoomTo(HourLayout::defaultHourHeight);
 }
 
 void DayTimelineChart::zoomTo(double hourHeight) {

@@ -61,7 +61,7 @@ public:
     void selectDate(Date date);
     /// A day, week or month later (1) or earlier (-1).
     void stepDate(int direction);
-    /// "2026/3" in month mode, else the day.
+    /// "2026/3" in month mode, else the day or the days of the week.
     [[nodiscard]] std::string dateLabel() const;
     /// From a week's column or a month's cell.
     void openDay(Date date);
@@ -76,6 +76,7 @@ public:
     [[nodiscard]] double hourHeight() const { return hourHeight_; }
     void zoomIn();
     void zoomOut();
+    void resetZoom();
 
     // What is selected
     [[nodiscard]] const std::optional<ProcessedActivityItem>& selectedActivity() const { return selectedActivity_; }

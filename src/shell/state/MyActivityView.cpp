@@ -23,10 +23,9 @@ void MyActivityView::load() {
     if (std::exchange(isDataLoaded_, true)) return;
     try {
         const auto start = field(&ActivityRecord::startTime);
-        allRecords_.emplace(context_,
-                            FetchDescriptor<ActivityRecord>{
-                                .predicate = start >= cutOff_,
-                                .sort = {descending(&ActivityRecord::startTime), ascending(&ActivityRecord::id)}});
+        allRecords_.emplace(context_, FetchDescriptor<ActivityRecord>{.predicate = start >= cutOff_,
+                                                                      .sort = {descending(&ActivityRecord::startTime),
+                                                                               ascending(&ActivityRecord::id)}});
         recordsChanged_ = allRecords_->didChange.subscribe([this](const QueryChange<ActivityRecord>&) { takeSoon(); });
     } catch (const StoreError& error) {
         console_.line("MyActivityView: Failed to fetch ActivityRecords: {}", error.what());

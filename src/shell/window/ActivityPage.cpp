@@ -1,0 +1,182 @@
+#include "shell/window/ActivityPage.h"
+
+#include "shell/chart/CategorySheet.h"
+#include "shell/chart/DayChartView.h"
+#include "shell/chart/DetailsPanel.h"
+#include "shell/chart/LegendPanel.h"
+#include "shell/chart/MonthView.h"
+#include "shell/chart/ProjectPanel.h"
+#include "shell/chart/WeekView.h"
+#include "shell/look/Card.h"
+#include "shell/look/EmptyState.h"
+#include "shell/look/Typography.h"
+#include "shell/window/ActivityLayout.h"
+#include "shell/window/DateHeader.h"
+#include "shell/window/PanelOverlay.h"
+
+#include <QEvent>
+#include <QPointer>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+namespace quorvane {
+
+struct ActivityPage::Parts {
+    Services services;
+    LoadingState* loading = nullptr;
+    DateHeader* header = nullptr;
+    LegendPanel* legend = nullptr;
+    Card* dayCard = nullptr;
+    DayChartView* day = nullptr;
+    WeekView* week = nullptr;
+    MonthView* month = nullptr;
+    DetailsPanel* details = nullptr;
+    ProjectPanel* project = nullptr;
+    QPointer<PanelOverlay> overlay;
+    Subscription activityChanged;
+    Subscription dayCategoryWanted;
+    Subscription detailsCategoryWanted;
+    Subscription detailsCloseWanted;
+    Subscription overlayCloseWanted;
+
+    [[nodiscard]] DayTimelineChart& chart() const { return services.activity.chart(); }
+};
+
+ActivityPage::ActivityPage(const Services& services, QWidget* parent)
+    : QWidget(parent), parts_(std::make_unique<Parts>(Parts{.services = services})) {
+    parts_->loading = new LoadingState(qt(services.localization.text("loading")), this);
+    parts_->activityChanged = services.activity.changed.subscribe([this] { follow(); });
+    if (services.activity.isDataLoaded()) build();
+}
+
+ActivityPage::~ActivityPage() = default;
+
+// The parts are made with the data: an empty chart says that nothing was recorded, which isn't known before.
+void ActivityPage::build() {
+    const Services& services = parts_->services;
+    auto& chart = parts_->chart();
+    auto& runLoop = services.activity.runLoop();
+    parts_->header = new DateHeader(chart, runLoop, services.localization, this);
+    parts_->legend = new LegendPanel(chart, runLoop, services.localization, this);
+    parts_->dayCard = new Card(this);
+    parts_->day = new DayChartView(chart, runLoop, services.localization);
+    auto* const inside = new QVBoxLayout(parts_->dayCard);
+    inside->setContentsMargins(1, 1, 1, 1);
+    inside->addWidget(parts_->day);
+    parts_->week = new WeekView(services.activity, services.localization, services.console, this);
+    parts_->month = new MonthView(services.activity, services.localization, services.console, this);
+    parts_->details = new DetailsPanel(chart, services.localization, this);
+    parts_->project = new ProjectPanel(chart, services.localization, this);
+    const auto choose = [this](const ProcessedActivityItem& item) { chooseCategory(item); };
+    parts_->dayCategoryWanted = parts_->day->categoryWanted.subscribe(choose);
+    parts_->detailsCategoryWanted = parts_->details->categoryWanted.subscribe(choose);
+    parts_->detailsCloseWanted = parts_->details->closeWanted.subscribe([this] { letGo(); });
+    parts_->loading->hide();
+    place();
+}
+
+void ActivityPage::follow() {
+    if (parts_->header == nullptr && parts_->services.activity.isDataLoaded()) build();
+    if (parts_->header != nullptr) place();
+}
+
+void ActivityPage::setMode(TimelineViewMode mode) {
+    if (parts_->header != nullptr) parts_->header->setMode(mode);
+}
+
+void ActivityPage::goToToday() {
+    if (parts_->header != nullptr) parts_->header->goToToday();
+}
+
+QRect ActivityPage::mirrored(const QRect& rectangle) const {
+    return QStyle::visualRect(layoutDirection(), rect(), rectangle);
+}
+
+void ActivityPage::place() {
+    const auto mode = parts_->chart().currentViewMode();
+    const auto layout = activityLayout(size(), mode, parts_->chart().projectSelector() != nullptr);
+    parts_->header->setGeometry(layout.header);
+    parts_->header->show();
+    const std::pair<QWidget*, TimelineViewMode> views[] = {{parts_->dayCard, TimelineViewMode::day},
+                                                           {parts_->week, TimelineViewMode::week},
+                                                           {parts_->month, TimelineViewMode::month}};
+    for (const auto& [view, shownIn] : views) {
+        if (shownIn == mode) view->setGeometry(mirrored(layout.chart));
+        view->setVisible(shownIn == mode);
+    }
+    if (layout.legend) parts_->legend->setGeometry(mirrored(*layout.legend));
+    parts_->legend->setVisible(layout.legend.has_value());
+    placeDetails(layout);
+    placeProjectPanel(layout);
+}
+
+/// The details stand in their column, or beside the block where there is none.
+void ActivityPage::placeDetails(const ActivityLayout& layout) {
+    auto& details = *parts_->details;
+    const auto& chart = parts_->chart();
+    const bool isShown = chart.currentViewMode() == TimelineViewMode::day && chart.selectedActivity() &&
+                         parts_->chart().projectSelector() == nullptr;
+    if (isShown) {
+        const int width = layout.side ? layout.side->width() : ActivityLayout::popUpWidth;
+        const int wanted = details.hasHeightForWidth() ? details.heightForWidth(width) : details.sizeHint().height();
+        const QSize size(width, std::min(wanted, layout.chart.height()));
+        const auto block = parts_->day->selectedBlock().translated(layout.chart.topLeft());
+        details.setGeometry(mirrored(layout.side ? QRect(layout.side->topLeft(), size)
+                                                 : popUpBeside(block, size, layout.chart, rect())));
+        details.raise();
+    }
+    details.setVisible(isShown);
+}
+
+/// The project panel stands in the details' column, or over everything where there is none.
+void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
+    auto& panel = *parts_->project;
+    const bool isShown = parts_->chart().projectSelector() != nullptr;
+    if (isShown && !layout.side) {
+        if (parts_->overlay) return;
+        parts_->overlay = new PanelOverlay(*this, panel, ActivityLayout::sheetWidth);
+        parts_->overlayCloseWanted =
+            parts_->overlay->closeWanted.subscribe([this] { parts_->chart().cancelProjectSelection(); });
+        return;
+    }
+    if (parts_->overlay) {
+        panel.setParent(this);
+        parts_->overlay->deleteLater();
+        parts_->overlay->hide();
+        parts_->overlay.clear();
+    }
+    if (isShown) panel.setGeometry(mirrored(*layout.side));
+    if (!isShown && panel.isVisible()) parts_->day->setFocus();
+    panel.setVisible(isShown);
+}
+
+void ActivityPage::letGo() {
+    parts_->chart().select(nullptr);
+    parts_->day->setFocus();
+}
+
+void ActivityPage::chooseCategory(const ProcessedActivityItem& item) {
+    auto picker = parts_->services.activity.categoryPicker(item);
+    if (picker == nullptr) return;
+    CategorySheet::open(*window(), std::move(picker), parts_->services.categories, item.appName,
+                        parts_->services.localization, [page = QPointer(this)] {
+                            if (page == nullptr) return;
+                            page->parts_->services.activity.refresh();
+                            page->parts_->details->showMarkingSuccess();
+                        });
+}
+
+void ActivityPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    parts_->loading->setGeometry(rect());
+    if (parts_->header != nullptr) place();
+}
+
+void ActivityPage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange && parts_->header != nullptr) place();
+}
+
+}  // namespace quorvane

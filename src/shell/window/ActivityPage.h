@@ -1,0 +1,53 @@
+#pragma once
+
+#include "diagnostics/ConsoleSink.h"
+#include "l10n/Localization.h"
+#include "rules/CategoryTagManager.h"
+#include "shell/state/MyActivityView.h"
+#include "timeline/ProcessedActivityItem.h"
+
+#include <QWidget>
+#include <memory>
+
+namespace quorvane {
+
+struct ActivityLayout;
+
+/// The timeline section: the header, and below it the day with its lists and panels, the week or the month.
+class ActivityPage : public QWidget {
+public:
+    /// All of it outlives the page.
+    struct Services {
+        MyActivityView& activity;
+        const CategoryTagManager& categories;
+        const Localization& localization;
+        ConsoleSink& console;
+    };
+
+    explicit ActivityPage(const Services& services, QWidget* parent = nullptr);
+    ~ActivityPage() override;
+
+    // What the window's keys do
+    void setMode(TimelineViewMode mode);
+    void goToToday();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    struct Parts;
+
+    void build();
+    void follow();
+    void place();
+    void placeDetails(const ActivityLayout& layout);
+    void placeProjectPanel(const ActivityLayout& layout);
+    void letGo();
+    void chooseCategory(const ProcessedActivityItem& item);
+    [[nodiscard]] QRect mirrored(const QRect& rectangle) const;
+
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,133 @@
+#include "shell/window/MainWindow.h"
+
+#include "shell/app/ApplicationMenu.h"
+#include "shell/look/Alert.h"
+#include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
+#include "shell/window/AboutSheet.h"
+#include "shell/window/ActivityPage.h"
+#include "shell/window/PendingPage.h"
+#include "shell/window/PendingSheet.h"
+#include "shell/window/Shortcuts.h"
+#include "shell/window/Sidebar.h"
+#include "shell/window/WindowFrame.h"
+
+#include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPainter>
+#include <QStackedWidget>
+#include <QTimer>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr QSize leastSize(480, 420);
+constexpr QSize firstSize(1280, 832);
+constexpr int railBelow = 1060;
+constexpr const char* closeHintKey = "hasSeenCloseHint";
+
+}  // namespace
+
+MainWindow::MainWindow(AppServices& services)
+    : services_(services), content_(services.context, services.tracker, services.console),
+      activity_(services.context, services.runLoop, services.categories, services.console),
+      sidebar_(new Sidebar(services.tracker, services.context, services.localization, this)),
+      pages_(new QStackedWidget(this)) {
+    setWindowTitle(ContentView::windowTitle);
+    setMinimumSize(leastSize);
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(sidebar_);
+    row->addWidget(pages_, 1);
+    addPages();
+    Shortcuts::add(*this, *activityPage_, services_, activity_.chart());
+    sectionChosen_ = sidebar_->sectionChosen.subscribe([this](MainSection section) { chooseSection(section); });
+    settingsWanted_ = sidebar_->settingsWanted.subscribe([this] { openSettings(); });
+    aboutWanted_ = sidebar_->aboutWanted.subscribe([this] { openAbout(); });
+    aboutRequested_ = services_.aboutRequested.subscribe([this] { openAbout(); });
+    chooseSection(MainSection::activity);
+    resize(firstSize);
+    WindowFrame::restore(*this, services_.defaults);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::addPages() {
+    activityPage_ = new ActivityPage({activity_, services_.categories, services_.localization, services_.console});
+    for (const MainSection section : allMainSections)
+        pages_->addWidget(section == MainSection::activity ? static_cast<QWidget*>(activityPage_)
+                                                           : new PendingPage(section, services_.localization));
+}
+
+void MainWindow::chooseSection(MainSection section) {
+    content_.setSelectedSection(section);
+    sidebar_->setSection(section);
+    pages_->setCurrentIndex(static_cast<int>(section));
+}
+
+void MainWindow::openSettings() {
+    PendingSheet::open(*this, qt(services_.localization.text("settings")), "settings", services_.localization);
+}
+
+void MainWindow::openAbout() {
+    AboutSheet::open(*this, services_.localization, services_.application);
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (std::exchange(hasBegun_, true)) return;
+    // The window is painted first; then come tracking and the records.
+    QTimer::singleShot(0, this, [this] {
+        content_.runFirstTask();
+        content_.runSecondTask();
+        activity_.load();
+    });
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    sidebar_->setRail(event->size().width() < railBelow);
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && activity_.isDataLoaded())
+        activity_.chart().applicationBecameActive();
+}
+
+void MainWindow::contextMenuEvent(QContextMenuEvent* event) {
+    if (!sidebar_->geometry().contains(event->pos())) return;
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    fillApplicationMenu(*menu, services_.menuBar);
+    menu->popup(event->globalPos());
+}
+
+void MainWindow::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), theme().canvas);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!mayClose()) return event->ignore();
+    WindowFrame::keep(*this, services_.defaults);
+    QWidget::closeEvent(event);
+}
+
+bool MainWindow::mayClose() {
+    if (services_.hasTray() || services_.defaults.value(closeHintKey)) return true;
+    services_.defaults.setValue(closeHintKey, "true");
+    const auto& texts = services_.localization;
+    Alert::show(*this,
+                {.title = qt(texts.text("ui_recording_goes_on_title")),
+                 .text = qt(texts.text("ui_recording_goes_on_message")),
+                 .choices = {{.text = qt(texts.text("ui_close_window")), .act = [this] { close(); }, .isPrimary = true},
+                             {.text = qt(texts.text("cancel")), .act = {}}}});
+    return false;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "shell/app/AppServices.h"
+#include "shell/state/ContentView.h"
+#include "shell/state/MyActivityView.h"
+
+#include <QWidget>
+#include <memory>
+
+class QStackedWidget;
+
+namespace quorvane {
+
+class ActivityPage;
+class Sidebar;
+
+/// The main window: the sidebar, and beside it the chosen section. Made anew each time it is opened, it begins with the
+/// timeline; its size and place are remembered. Closing it leaves the recording as it is.
+class MainWindow : public QWidget {
+public:
+    explicit MainWindow(AppServices& services);
+    ~MainWindow() override;
+
+    void chooseSection(MainSection section);
+    void openSettings();
+    void openAbout();
+    [[nodiscard]] MyActivityView& activity() { return activity_; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void addPages();
+    /// Where no tray brings the window back, says once that closing it doesn't end the recording. False: stay open.
+    [[nodiscard]] bool mayClose();
+
+    AppServices& services_;
+    ContentView content_;
+    MyActivityView activity_;
+    Sidebar* sidebar_;
+    QStackedWidget* pages_;
+    ActivityPage* activityPage_ = nullptr;
+    bool hasBegun_ = false;
+    Subscription sectionChosen_;
+    Subscription settingsWanted_;
+    Subscription aboutWanted_;
+    Subscription aboutRequested_;
+};
+
+}  // namespace quorvane

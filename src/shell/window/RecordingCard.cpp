@@ -1,0 +1,98 @@
+#include "shell/window/RecordingCard.h"
+
+#include "base/DateText.h"
+#include "shell/look/Button.h"
+#include "shell/look/Label.h"
+#include "shell/look/Painting.h"
+#include "shell/look/Theme.h"
+#include "store/ActivityRecord.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <chrono>
+
+namespace quorvane {
+namespace {
+
+constexpr QRect dotInCard(13, 20, 8, 8);
+constexpr int railDot = 9;
+
+}  // namespace
+
+RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, const Localization& localization,
+                             QWidget* parent)
+    : QWidget(parent), tracker_(tracker), localization_(localization),
+      state_(new Label({}, TypeRole::label, &Theme::text, this)),
+      application_(new Label({}, TypeRole::caption, &Theme::text2, this)),
+      since_(new Label({}, TypeRole::caption, &Theme::text2, this)),
+      toggle_(Button::withIcon("pause", {}, ButtonKind::secondary, ButtonSize::small, this)), soon_(new QTimer(this)) {
+    application_->setElided(true);
+    auto* const column = new QVBoxLayout(this);
+    column->setSpacing(1);
+    auto* const head = new QHBoxLayout;
+    head->addWidget(state_, 1);
+    head->addWidget(toggle_);
+    column->addLayout(head);
+    column->addWidget(application_);
+    column->addWidget(since_);
+    soon_->setSingleShot(true);
+    soon_->setInterval(std::chrono::milliseconds(100));
+    connect(soon_, &QTimer::timeout, this, [this] { showState(); });
+    connect(toggle_, &QAbstractButton::clicked, this, [this] { tracker_.toggle(); });
+    trackingChanged_ = tracker_.isTrackingChanged.subscribe([this](bool) { showState(); });
+    recordsChanged_ = context.didChange.subscribe([this](const EntityChange& change) {
+        const bool isRecord = &change.entity->entityDescription() == &ActivityRecord::description();
+        if (isRecord && !soon_->isActive()) soon_->start();
+    });
+    setRail(false);
+}
+
+void RecordingCard::setRail(bool isRail) {
+    isRail_ = isRail;
+    for (Label* const label : {state_, application_, since_})
+        label->setVisible(!isRail);
+    toggle_->setKind(isRail ? ButtonKind::ghost : ButtonKind::secondary);
+    layout()->setContentsMargins(isRail                                 ? QMargins(6, 6, 6, 6)
+                                 : layoutDirection() == Qt::RightToLeft ? QMargins(11, 10, 29, 9)
+                                                                        : QMargins(13, 10, 11, 9));
+    state_->setIndent(isRail || layoutDirection() == Qt::RightToLeft ? 0 : 16);
+    showState();
+}
+
+void RecordingCard::showState() {
+    const bool isTracking = tracker_.isTracking();
+    state_->setText(qt(isTracking ? localization_.text("menu_bar_tracking") : localization_.text("menu_bar_paused")));
+    const QString action = qt(isTracking ? localization_.text("menu_bar_pause_recording")
+                                         : localization_.text("menu_bar_start_recording"));
+    toggle_->setIconName(isTracking ? "pause" : "record");
+    toggle_->setAccessibleName(action);
+    toggle_->setToolTip(action);
+    const auto& record = tracker_.currentRecord();
+    const bool isShown = isTracking && record != nullptr;
+    application_->setText(isShown ? qt(record->appName().value_or(localization_.text("unknown_app"))) : QString(" "));
+    since_->setText(isShown ? qt(localization_.text("ui_recording_since", localDateText(record->startTime(), "HH:mm")))
+                            : QString(" "));
+    update();
+}
+
+void RecordingCard::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const Theme& colors = theme();
+    if (!isRail_) paintPanel(painter, rect(), Metrics::cardRadius, colors.surface, colors.line);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(tracker_.isTracking() ? colors.ok : colors.text3);
+    const QRect dot = isRail_ ? QRect(width() - railDot - 6, 5, railDot, railDot) : dotInCard;
+    painter.drawEllipse(QStyle::visualRect(layoutDirection(), rect(), dot));
+}
+
+void RecordingCard::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) setRail(isRail_);
+    if (event->type() == QEvent::PaletteChange) update();
+}
+
+}  // namespace quorvane

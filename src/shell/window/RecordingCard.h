@@ -1,0 +1,46 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "l10n/Localization.h"
+#include "store/ModelContext.h"
+#include "tracking/ActivityTracker.h"
+
+#include <QWidget>
+
+class QBoxLayout;
+class QTimer;
+
+namespace quorvane {
+
+class Button;
+class Label;
+
+/// Says whether time is recorded, of which application and since when, and pauses or starts it. It stands in the
+/// window because not every desktop shows a tray.
+class RecordingCard : public QWidget {
+public:
+    RecordingCard(ActivityTracker& tracker, ModelContext& context, const Localization& localization,
+                  QWidget* parent = nullptr);
+    /// On a rail it is the button alone, with a dot on it.
+    void setRail(bool isRail);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void showState();
+
+    ActivityTracker& tracker_;
+    const Localization& localization_;
+    Label* state_;
+    Label* application_;
+    Label* since_;
+    Button* toggle_;
+    QTimer* soon_;  ///< records change in bursts; they are shown once
+    bool isRail_ = false;
+    Subscription trackingChanged_;
+    Subscription recordsChanged_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,90 @@
+#include "shell/window/Sidebar.h"
+
+#include "shell/look/Button.h"
+#include "shell/look/Label.h"
+#include "shell/look/Theme.h"
+#include "shell/window/Mark.h"
+#include "shell/window/NavigationButton.h"
+#include "shell/window/RecordingCard.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace quorvane {
+namespace {
+
+constexpr int markSize = 26;
+
+}  // namespace
+
+Sidebar::Sidebar(ActivityTracker& tracker, ModelContext& context, const Localization& localization, QWidget* parent)
+    : QWidget(parent), recording_(new RecordingCard(tracker, context, localization, this)),
+      column_(new QVBoxLayout(this)) {
+    column_->setSpacing(0);
+    addHead(*column_);
+    addSections(*column_, localization);
+    column_->addStretch(1);
+    column_->addWidget(recording_);
+    addTools(*column_, localization);
+    setRail(false);
+}
+
+void Sidebar::addHead(QVBoxLayout& column) {
+    auto* const mark = new Mark(markSize, this);
+    name_ = new Label("Quorvane", TypeRole::head, &Theme::text, this);
+    auto* const row = new QHBoxLayout;
+    row->setContentsMargins(8, 0, 0, 0);
+    row->setSpacing(10);
+    row->addWidget(mark);
+    row->addWidget(name_, 1);
+    column.addLayout(row);
+    column.addSpacing(17);
+}
+
+void Sidebar::addSections(QVBoxLayout& column, const Localization& localization) {
+    for (const MainSection section : allMainSections) {
+        auto* const button = new NavigationButton(iconName(section), qt(title(section, localization)), this);
+        connect(button, &QAbstractButton::clicked, this, [this, section] { sectionChosen.send(section); });
+        column.addWidget(button);
+        sections_.push_back(button);
+    }
+}
+
+void Sidebar::addTools(QVBoxLayout& column, const Localization& localization) {
+    auto* const settings = Button::withIcon("settings", qt(localization.text("settings")));
+    auto* const about = Button::withIcon("info", qt(localization.text("about_menu_title")));
+    connect(settings, &QAbstractButton::clicked, this, [this] { settingsWanted.send(); });
+    connect(about, &QAbstractButton::clicked, this, [this] { aboutWanted.send(); });
+    tools_ = new QBoxLayout(QBoxLayout::LeftToRight);
+    tools_->addWidget(settings);
+    tools_->addStretch(1);
+    tools_->addWidget(about);
+    column.addSpacing(10);
+    column.addLayout(tools_);
+}
+
+void Sidebar::setRail(bool isRail) {
+    isRail_ = isRail;
+    setFixedWidth(isRail ? railWidth : fullWidth);
+    column_->setContentsMargins(isRail ? QMargins(5, 16, 6, 12) : QMargins(12, 16, 13, 12));
+    name_->setVisible(!isRail);
+    for (NavigationButton* const button : sections_)
+        button->setRail(isRail);
+    recording_->setRail(isRail);
+    tools_->setDirection(isRail ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+}
+
+void Sidebar::setSection(MainSection section) {
+    sections_.at(static_cast<std::size_t>(section))->setChecked(true);
+}
+
+void Sidebar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const Theme& colors = theme();
+    painter.fillRect(rect(), colors.side);
+    const int edge = layoutDirection() == Qt::RightToLeft ? 0 : width() - 1;
+    painter.fillRect(edge, 0, 1, height(), colors.line);
+}
+
+}  // namespace quorvane
