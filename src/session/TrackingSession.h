@@ -31,6 +31,9 @@ public:
     bool stop();
 
     [[nodiscard]] ActivityTracker& tracker() { return tracker_; }
+    [[nodiscard]] DocumentPathFetcher& documents() { return documents_; }
+    [[nodiscard]] BrowserURLFetcher& browserURLs() { return browserURLs_; }
+    [[nodiscard]] CategoryTagManager& categories() { return categories_; }
 
 private:
     ModelContext& store_;

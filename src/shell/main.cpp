@@ -1,21 +1,25 @@
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ConsoleSink.h"
-#include "platform/linux/IniUserDefaults.h"
-#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/DBusConnection.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
-#include "platform/linux/UnixSignals.h"
 #include "platform/linux/XdgPaths.h"
-#include "session/RecordAnnouncer.h"
 #include "session/TrackerLock.h"
-#include "session/TrackingSession.h"
+#include "shell/app/QuorvaneApp.h"
+#include "shell/app/SingleInstance.h"
+#include "shell/state/ContentView.h"
 #include "store/SafeModelContainer.h"
 
+#include <QApplication>
+#include <QIcon>
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fmt/format.h>
+#include <string_view>
+#include <xcb/xcb.h>
 
 namespace quorvane {
 namespace {
@@ -24,41 +28,82 @@ constexpr int failed = 1;
 constexpr int wrongUsage = 2;
 constexpr int storeUnavailable = 3;
 
+constexpr const char* usage = R"(Usage: quorvane [--background]
+
+Records by itself which application has your attention.
+
+  --background  track without a window, as at login
+  --help        show this and leave
+  --version     show the version and leave
+
+Started while it runs, it brings its window to the front. quorvane-cli is the program for the command line.
+)";
+
 int refuse(int status, const std::string& reason) {
     fmt::print(stderr, "quorvane: {}\n", reason);
     return status;
 }
 
-/// The store, opened by every means; a process that gets none has nothing to do and ends.
-ModelContainer& openStore(const std::filesystem::path& file, AppLogger& logger) {
-    SafeModelContainer::configure(
-        {.file = file, .logger = &logger, .open = {}, .fatal = [](const std::string& message) {
-             fmt::print(stderr, "{}\n", message);
-             std::exit(storeUnavailable);
-         }});
-    return SafeModelContainer::sharedContainer();
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
 }
 
-/// Tracks until a signal ends it.
-int track(platform::QtRunLoop& runLoop, ModelContext& store, ConsoleSink& console) {
-    platform::LinuxDesktop desktop(runLoop);
-    for (const std::string& notice : desktop.notices())
-        console.write(notice);
-    const RecordAnnouncer announcer(store, [&](const std::string& line) { console.write(line); });
-    desktop.listenToBrowsers([&](const std::string& line) { console.write(line); });
-    platform::IniUserDefaults defaults;
-    TrackingSession session(runLoop, desktop, store, defaults, console);
-    const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
-    session.start();
-    runLoop.run();
-    const bool isSaved = session.stop();
-    runLoop.finishBackground();
-    return isSaved ? EXIT_SUCCESS : failed;
+/// Why no window can be shown; empty if one can. Qt would end the process without a word to people.
+std::string displayProblem() {
+    if (!environment("QT_QPA_PLATFORM").empty() || !environment("WAYLAND_DISPLAY").empty()) return {};
+    constexpr const char* way = "; quorvane-cli track needs none";
+    const auto display = environment("DISPLAY");
+    if (display.empty()) return std::string("there is no display") + way;
+    auto* connection = xcb_connect(nullptr, nullptr);
+    const bool isUsable = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return isUsable ? std::string() : "the display " + display + " can't be used" + way;
 }
 
-int run() {
-    // Nobody has to read along: lines that can't be written are lost, the time is not.
-    std::signal(SIGPIPE, SIG_IGN);
+/// What the desktop gave this start along, for the focus. Qt takes both out of the environment.
+std::string activationToken() {
+    const auto token = environment("XDG_ACTIVATION_TOKEN");
+    return token.empty() ? environment("DESKTOP_STARTUP_ID") : token;
+}
+
+/// In the C locale Qt says on standard error that it takes UTF-8 instead. That is what we want, without the words.
+void dropLocaleNotice(QtMsgType, const QMessageLogContext&, const QString& message) {
+    if (!message.startsWith(QLatin1String("Detected locale"))) fmt::print(stderr, "{}\n", message.toStdString());
+}
+
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
+    const auto before = qInstallMessageHandler(dropLocaleNotice);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(before);
+    QApplication::setApplicationName(QStringLiteral("Quorvane"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Quorvane"));
+    QApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("org.zelkor.Quorvane"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/quorvane.svg")));
+    QApplication::setQuitOnLastWindowClosed(QuorvaneAppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+    return application;
+}
+
+/// An empty window that tracks.
+class PlainWindow final : public QWidget {
+public:
+    explicit PlainWindow(AppServices& services) : content_(services.context, services.tracker, services.console) {
+        setWindowTitle(QString::fromLatin1(ContentView::windowTitle));
+        resize(1280, 832);
+        QTimer::singleShot(0, this, [this] {
+            content_.runFirstTask();
+            content_.runSecondTask();
+        });
+    }
+
+private:
+    ContentView content_;
+};
+
+/// Runs as the one process of the session that tracks into the store.
+int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, SingleInstance& instance,
+             bool isInBackground) {
     const auto folder = platform::XdgPaths::applicationData();
     if (!platform::XdgPaths::createPrivately(folder))
         return refuse(storeUnavailable, fmt::format("the folder {} can't be made", folder.string()));
@@ -67,23 +112,64 @@ int run() {
     if (const auto* refusal = std::get_if<platform::ProcessLock::Refusal>(&lock))
         return refuse(failed, refusal->holder ? refusal->holder->description() + " tracks already" : refusal->reason);
 
+    const ApplicationInfo application{.shortVersion = QUORVANE_VERSION, .build = {}};
     StreamConsole console(stdout);
-    platform::QtRunLoop runLoop;
     platform::LinuxSystemLog systemLog;
-    AppLogger logger(runLoop, systemLog, console, {.shortVersion = QUORVANE_VERSION, .build = {}});
+    AppLogger logger(runLoop, systemLog, console, application);
     AppLogger::setShared(&logger);
-    const int status = track(runLoop, openStore(file, logger).mainContext(), console);
-    SafeModelContainer::reset();
+    SafeModelContainer::configure(
+        {.file = file, .logger = &logger, .open = {}, .fatal = [](const std::string& message) {
+             fmt::print(stderr, "{}\n", message);
+             std::exit(storeUnavailable);
+         }});
+    const int status = QuorvaneApp({.runLoop = runLoop,
+                                    .sessionBus = bus,
+                                    .singleInstance = instance,
+                                    .logger = logger,
+                                    .console = console,
+                                    .application = application,
+                                    .makeMainWindow = [](AppServices& services) -> std::unique_ptr<QWidget> {
+                                        return std::make_unique<PlainWindow>(services);
+                                    }})
+                           .run(isInBackground);
     AppLogger::setShared(nullptr);
     return status;
+}
+
+int run(int argc, char** argv, bool isInBackground) {
+    // Nobody has to read along: lines that can't be written are lost, the time is not.
+    std::signal(SIGPIPE, SIG_IGN);
+    if (const auto problem = displayProblem(); !problem.empty()) return refuse(failed, problem);
+    const auto token = activationToken();
+    const auto application = makeApplication(argc, argv);
+    platform::QtRunLoop runLoop;
+    auto bus = platform::DBusConnection::toSession();
+    SingleInstance instance(bus);
+    if (instance.role() != SingleInstance::Role::second) return runFirst(runLoop, bus, instance, isInBackground);
+    // As login item there is nothing to show.
+    if (isInBackground || instance.activateOther(token)) return EXIT_SUCCESS;
+    return refuse(failed, "it runs already and does not answer");
 }
 
 }  // namespace
 }  // namespace quorvane
 
-int main(int argc, char**) {
-    if (argc > 1)
-        return quorvane::refuse(quorvane::wrongUsage,
-                                "takes no arguments; quorvane-cli is the program for the command line");
-    return quorvane::run();
+int main(int argc, char** argv) {
+    bool isInBackground = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument == "--help") {
+            fmt::print("{}", quorvane::usage);
+            return EXIT_SUCCESS;
+        }
+        if (argument == "--version") {
+            fmt::print("quorvane {}\n", QUORVANE_VERSION);
+            return EXIT_SUCCESS;
+        }
+        if (argument != "--background")
+            return quorvane::refuse(quorvane::wrongUsage,
+                                    fmt::format("unknown argument \"{}\"; --help shows what it takes", argument));
+        isInBackground = true;
+    }
+    return quorvane::run(argc, argv, isInBackground);
 }

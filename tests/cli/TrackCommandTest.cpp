@@ -53,6 +53,7 @@ TEST_F(TrackCommandTest, LeavesTheClockAlone) {
 }
 
 TEST_F(TrackCommandTest, TheApplicationHoldsItsStoreAgainstASecondOneAndAgainstTheCommand) {
+    setting_.environment["QT_QPA_PLATFORM"] = "offscreen";
     ProgramRun application(QUORVANE, {}, setting_);
     ASSERT_TRUE(application.hasWritten(started));
     const auto second = ProgramRun(QUORVANE, {}, setting_).wait();

@@ -105,13 +105,18 @@ TEST_F(UsageTest, LooksForTheApplicationsOwnStoreWhereNoneIsNamed) {
     EXPECT_TRUE(std::filesystem::exists(folder_ / ".local/share/quorvane/quorvane.sqlite"));
 }
 
-TEST_F(UsageTest, TheApplicationItselfTakesNoArguments) {
-    for (const char* argument : {"--help", "status", "-x"}) {
+TEST_F(UsageTest, TheApplicationItselfExplainsItsFewArgumentsAndRefusesOthers) {
+    const auto runApplication = [&](const char* argument) { return ProgramRun(QUORVANE, {argument}, setting_).wait(); };
+    EXPECT_EQ(runApplication("--help").status, 0);
+    EXPECT_THAT(runApplication("--help").out, AllOf(HasSubstr("--background"), HasSubstr("quorvane-cli")));
+    EXPECT_THAT(runApplication("--version").out, testing::MatchesRegex("quorvane [0-9.]+\n"));
+    for (const char* argument : {"status", "-x", ""}) {
         SCOPED_TRACE(argument);
-        const auto result = ProgramRun(QUORVANE, {argument}, setting_).wait();
+        const auto result = runApplication(argument);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err, "quorvane: takes no arguments; quorvane-cli is the program for the command line\n");
+        EXPECT_EQ(result.err,
+                  "quorvane: unknown argument \"" + std::string(argument) + "\"; --help shows what it takes\n");
     }
 }
 

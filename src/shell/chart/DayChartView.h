@@ -11,9 +11,11 @@
 namespace quorvane {
 
 /// The 24 hours of a day as a scrolling column: shows what the chart's caches hold and passes gestures on to it. Its
-/// blocks and bars are items for assistive technology.
+/// blocks and bars are items for assistive technology. The chart is as wide as the view without `besideChart`.
 class DayChartView : public QAbstractScrollArea {
 public:
+    static constexpr int besideChart = 12;  ///< at the right, for the scroll bar and the ring of a chosen block
+
     DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, const Localization& localization,
                  QWidget* parent = nullptr);
     ~DayChartView() override;
@@ -25,6 +27,7 @@ public:
     Signal<const ProcessedActivityItem&> categoryWanted;
 
     struct Parts;
+    [[nodiscard]] Parts& parts() const { return *parts_; }  ///< for this folder
 
 protected:
     bool viewportEvent(QEvent* event) override;

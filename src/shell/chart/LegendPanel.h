@@ -15,6 +15,9 @@ public:
                 QWidget* parent = nullptr);
     ~LegendPanel() override;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     struct Parts;
     std::unique_ptr<Parts> parts_;

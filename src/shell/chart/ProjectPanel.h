@@ -15,6 +15,9 @@ public:
     ProjectPanel(DayTimelineChart& chart, const Localization& localization, QWidget* parent = nullptr);
     ~ProjectPanel() override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     struct Parts;
     std::unique_ptr<Parts> parts_;

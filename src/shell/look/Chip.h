@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/look/FocusRing.h"
+
 #include <QAbstractButton>
 #include <QString>
 
@@ -26,11 +28,13 @@ private:
 
 /// A choice, 30 high (28 when small); chosen it has an edge, a colour and a check. Checkable; put several into a
 /// `QButtonGroup` for a single choice.
-class ChoiceChip : public QAbstractButton {
+class ChoiceChip : public QAbstractButton, public FocusOutline {
 public:
     explicit ChoiceChip(const QString& text, bool isSmall = false, QWidget* parent = nullptr);
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QRect focusOutline() const override;
+    [[nodiscard]] double focusRadius() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -9,17 +9,22 @@ namespace quorvane {
 
 struct Theme;
 
-/// A text in a role and a colour of the theme, which it follows when that changes.
+/// A plain text in a role and a colour of the theme, which it follows when that changes. Wrapped lines stand as far
+/// apart as the role says.
 class Label : public QLabel {
 public:
     /// `color` is a member of `Theme`: `&Theme::text2`.
     Label(const QString& text, TypeRole role, QColor Theme::*color, QWidget* parent = nullptr);
     void setColor(QColor Theme::*color);
     /// Cut with "…" at the end where the width is too small, instead of asking for more; the whole text is its tooltip
-    /// then.
+    /// then. Not together with `setWordWrap`.
     void setElided(bool isElided);
+    void setWordWrap(bool isWrapped);
     void setText(const QString& text);
+    /// The whole text.
+    [[nodiscard]] const QString& text() const { return text_; }
 
+    [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
@@ -27,6 +32,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void applyColor();
+    void showText();
 
     QString text_;
     TypeRole role_;

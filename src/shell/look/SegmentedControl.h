@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "shell/look/FocusRing.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -9,13 +10,13 @@ namespace quorvane {
 
 /// One of a few, side by side. One tab stop; arrows move the choice, mirrored from right to left. For assistive
 /// technology a list of radio buttons (`SegmentedControl` brings its own interface).
-class SegmentedControl : public QWidget {
+class SegmentedControl : public QWidget, public FocusOutline {
 public:
     /// `name` is its accessible name.
     SegmentedControl(const QStringList& texts, const QString& name, QWidget* parent = nullptr);
 
     [[nodiscard]] int current() const { return current_; }
-    void setCurrent(int index);  ///< without `chosen`
+    void setCurrent(int index);       ///< without `chosen`
     void setCompact(bool isCompact);  ///< 28 instead of 32 high
     [[nodiscard]] const QStringList& texts() const { return texts_; }
     [[nodiscard]] QRect segment(int index) const;
@@ -26,6 +27,8 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QRect focusOutline() const override { return rect(); }
+    [[nodiscard]] double focusRadius() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

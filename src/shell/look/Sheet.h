@@ -26,16 +26,20 @@ public:
     /// Takes the close button from the head; Esc still closes.
     void hideCloseButton();
     [[nodiscard]] QVBoxLayout& body();
+    /// Without title and close button, for alerts; the title stays the accessible name.
+    void hideHead();
     /// The foot: what stands at its start, then buttons from the end. The last one added is the primary.
     void addToFootStart(QWidget* widget);
     void addAction(class Button* button);
+    /// Enter presses this one instead of the last.
+    void setPrimary(class Button* button);
     /// Instead of a foot with the buttons at its end: stacked at full width, as alerts have them.
     void stackActions();
 
     void open();
-    void close();  ///< deletes it later
+    void close();  ///< the focus goes back at once; deletes itself later
 
-    /// After it has closed, in whatever way.
+    /// It has closed, in whatever way; the focus is back already.
     Signal<> closed;
 
     [[nodiscard]] QRect panel() const;
@@ -48,6 +52,11 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void relayout();
+    void keepFocus(QWidget* now);
+    [[nodiscard]] QWidget* firstStop();
+    [[nodiscard]] bool isTopmost() const;
+
     struct Parts;
     std::unique_ptr<Parts> parts_;
 };

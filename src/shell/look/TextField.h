@@ -6,6 +6,7 @@
 
 namespace quorvane {
 
+class IconView;
 class Label;
 
 /// A line of text with what is wrong with it below: a red edge, an icon and a sentence, which is the field's accessible
@@ -22,7 +23,7 @@ private:
     void showMessage();
 
     QLineEdit* edit_;
-    Label* icon_;
+    IconView* icon_;
     Label* message_;
     QString error_;
     QString hint_;

@@ -1,6 +1,9 @@
 #include "shell/look/Theme.h"
 
+#include "shell/look/FocusRing.h"
+#include "shell/look/HouseStyle.h"
 #include "shell/look/StyleSheet.h"
+#include "shell/look/Typography.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -10,7 +13,9 @@
 namespace quorvane {
 namespace {
 
-QColor rgb(QRgb value) { return QColor::fromRgb(value); }
+QColor rgb(QRgb value) {
+    return QColor::fromRgb(value);
+}
 
 Theme& current() {
     static Theme theme = Theme::light();
@@ -98,7 +103,7 @@ Theme Theme::dark() {
             .text3 = rgb(0x929CAB),
             .accent = rgb(0x7FA5FF),
             .accFill = rgb(0x3566DD),
-            .accFillHover = rgb(0x4272E6),
+            .accFillHover = rgb(0x3E6EE2),
             .accSoft = rgb(0x1D2B4B),
             .accInk = rgb(0xAFC7FF),
             .onFill = rgb(0xFFFFFF),
@@ -126,9 +131,13 @@ Theme Theme::withHighContrast() const {
     return strong;
 }
 
-const Theme& theme() { return current(); }
+const Theme& theme() {
+    return current();
+}
 
-QColor toQColor(Color color) { return {color.red, color.green, color.blue}; }
+QColor toQColor(Color color) {
+    return {color.red, color.green, color.blue};
+}
 
 QColor withOpacity(QColor color, double opacity) {
     color.setAlphaF(static_cast<float>(opacity));
@@ -140,10 +149,20 @@ double contrast(const QColor& a, const QColor& b) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-QColor inkOn(const QColor& ground) { return contrast(Qt::white, ground) >= 4.5 ? Qt::white : Qt::black; }
+QColor inkOn(const QColor& ground) {
+    return contrast(Qt::white, ground) >= 4.5 ? Qt::white : Qt::black;
+}
 
 void applyTheme(const Theme& theme) {
     current() = theme;
+    static bool isPrepared = false;
+    if (!isPrepared) {
+        isPrepared = true;
+        const QFont body = font(TypeRole::body);  // first reads the desktop's own
+        QApplication::setStyle(new HouseStyle);
+        QApplication::setFont(body);
+        followFocus();
+    }
     QApplication::setPalette(paletteOf(theme));
     qApp->setStyleSheet(styleSheet(theme));
 }

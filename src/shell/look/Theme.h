@@ -24,11 +24,11 @@ struct Theme {
     QColor text;
     QColor text2;
     QColor text3;
-    QColor accent;         ///< lines, focus, chosen icons, links
-    QColor accFill;        ///< primary button, a switch that is on; `onFill` stands on it
+    QColor accent;   ///< lines, focus, chosen icons, links
+    QColor accFill;  ///< primary button, a switch that is on; `onFill` stands on it
     QColor accFillHover;
-    QColor accSoft;        ///< chosen rows and wells of information
-    QColor accInk;         ///< text on `accSoft`
+    QColor accSoft;  ///< chosen rows and wells of information
+    QColor accInk;   ///< text on `accSoft`
     QColor onFill;
     QColor ok;
     QColor okSoft;
@@ -63,8 +63,9 @@ struct Theme {
 /// White where its contrast on the colour is at least 4.5, else black.
 [[nodiscard]] QColor inkOn(const QColor& ground);
 
-/// Gives palette, style sheet and `theme()` to every widget in one go; their caches hear of it as `QEvent::PaletteChange`
-///. Needs the `QApplication`.
+/// Gives palette, style sheet and `theme()` to every widget in one go; their caches hear of it as
+/// `QEvent::PaletteChange` and as `QEvent::StyleChange`. The first call also sets style and font of the program. Needs
+/// the `QApplication`.
 void applyTheme(const Theme& theme);
 
 }  // namespace quorvane

@@ -46,6 +46,8 @@ double drawFigures(QPainter& painter, const QRectF& rectangle, int alignment, co
 [[nodiscard]] QString isolated(const QString& text);
 
 /// From the core's text, and to it.
-[[nodiscard]] inline QString qt(const std::string& text) { return QString::fromStdString(text); }
+[[nodiscard]] inline QString qt(const std::string& text) {
+    return QString::fromStdString(text);
+}
 
 }  // namespace quorvane

@@ -1,11 +1,11 @@
 #include "shell/window/MainWindow.h"
 
-#include "shell/app/ApplicationMenu.h"
 #include "shell/look/Alert.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 #include "shell/window/AboutSheet.h"
 #include "shell/window/ActivityPage.h"
+#include "shell/window/ApplicationMenu.h"
 #include "shell/window/PendingPage.h"
 #include "shell/window/PendingSheet.h"
 #include "shell/window/Shortcuts.h"
@@ -34,7 +34,7 @@ constexpr const char* closeHintKey = "hasSeenCloseHint";
 MainWindow::MainWindow(AppServices& services)
     : services_(services), content_(services.context, services.tracker, services.console),
       activity_(services.context, services.runLoop, services.categories, services.console),
-      sidebar_(new Sidebar(services.tracker, services.context, services.localization, this)),
+      sidebar_(new Sidebar(services.tracker, services.context, services.runLoop, services.localization, this)),
       pages_(new QStackedWidget(this)) {
     setWindowTitle(ContentView::windowTitle);
     setMinimumSize(leastSize);

@@ -10,9 +10,8 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QTimer>
 #include <QVBoxLayout>
-#include <chrono>
+#include <utility>
 
 namespace quorvane {
 namespace {
@@ -22,13 +21,13 @@ constexpr int railDot = 9;
 
 }  // namespace
 
-RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, const Localization& localization,
-                             QWidget* parent)
-    : QWidget(parent), tracker_(tracker), localization_(localization),
+RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, platform::RunLoop& runLoop,
+                             const Localization& localization, QWidget* parent)
+    : QWidget(parent), tracker_(tracker), runLoop_(runLoop), localization_(localization),
       state_(new Label({}, TypeRole::label, &Theme::text, this)),
       application_(new Label({}, TypeRole::caption, &Theme::text2, this)),
       since_(new Label({}, TypeRole::caption, &Theme::text2, this)),
-      toggle_(Button::withIcon("pause", {}, ButtonKind::secondary, ButtonSize::small, this)), soon_(new QTimer(this)) {
+      toggle_(Button::withIcon("pause", {}, ButtonKind::secondary, ButtonSize::small, this)) {
     application_->setElided(true);
     auto* const column = new QVBoxLayout(this);
     column->setSpacing(1);
@@ -38,14 +37,11 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, co
     column->addLayout(head);
     column->addWidget(application_);
     column->addWidget(since_);
-    soon_->setSingleShot(true);
-    soon_->setInterval(std::chrono::milliseconds(100));
-    connect(soon_, &QTimer::timeout, this, [this] { showState(); });
     connect(toggle_, &QAbstractButton::clicked, this, [this] { tracker_.toggle(); });
     trackingChanged_ = tracker_.isTrackingChanged.subscribe([this](bool) { showState(); });
     recordsChanged_ = context.didChange.subscribe([this](const EntityChange& change) {
         const bool isRecord = &change.entity->entityDescription() == &ActivityRecord::description();
-        if (isRecord && !soon_->isActive()) soon_->start();
+        if (isRecord) showSoon();
     });
     setRail(false);
 }
@@ -60,6 +56,16 @@ void RecordingCard::setRail(bool isRail) {
                                                                         : QMargins(13, 10, 11, 9));
     state_->setIndent(isRail || layoutDirection() == Qt::RightToLeft ? 0 : 16);
     showState();
+}
+
+void RecordingCard::showSoon() {
+    if (std::exchange(isShownSoon_, true)) return;
+    runLoop_.post([weak = weak_.handle()] {
+        auto* self = weak.get();
+        if (self == nullptr) return;
+        self->isShownSoon_ = false;
+        self->showState();
+    });
 }
 
 void RecordingCard::showState() {
@@ -85,7 +91,7 @@ void RecordingCard::paintEvent(QPaintEvent*) {
     if (!isRail_) paintPanel(painter, rect(), Metrics::cardRadius, colors.surface, colors.line);
     painter.setPen(Qt::NoPen);
     painter.setBrush(tracker_.isTracking() ? colors.ok : colors.text3);
-    const QRect dot = isRail_ ? QRect(width() - railDot - 6, 5, railDot, railDot) : dotInCard;
+    const QRect dot = isRail_ ? QRect(width() / 2 + 3, height() / 2 - 11, railDot, railDot) : dotInCard;
     painter.drawEllipse(QStyle::visualRect(layoutDirection(), rect(), dot));
 }
 

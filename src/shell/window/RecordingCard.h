@@ -1,14 +1,15 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "base/Weak.h"
 #include "l10n/Localization.h"
+#include "platform/RunLoop.h"
 #include "store/ModelContext.h"
 #include "tracking/ActivityTracker.h"
 
 #include <QWidget>
 
 class QBoxLayout;
-class QTimer;
 
 namespace quorvane {
 
@@ -19,8 +20,8 @@ class Label;
 /// window because not every desktop shows a tray.
 class RecordingCard : public QWidget {
 public:
-    RecordingCard(ActivityTracker& tracker, ModelContext& context, const Localization& localization,
-                  QWidget* parent = nullptr);
+    RecordingCard(ActivityTracker& tracker, ModelContext& context, platform::RunLoop& runLoop,
+                  const Localization& localization, QWidget* parent = nullptr);
     /// On a rail it is the button alone, with a dot on it.
     void setRail(bool isRail);
 
@@ -30,17 +31,20 @@ protected:
 
 private:
     void showState();
+    void showSoon();
 
     ActivityTracker& tracker_;
+    platform::RunLoop& runLoop_;
     const Localization& localization_;
     Label* state_;
     Label* application_;
     Label* since_;
     Button* toggle_;
-    QTimer* soon_;  ///< records change in bursts; they are shown once
+    bool isShownSoon_ = false;  ///< records change in bursts; they are shown once
     bool isRail_ = false;
     Subscription trackingChanged_;
     Subscription recordsChanged_;
+    WeakSource<RecordingCard> weak_{*this};
 };
 
 }  // namespace quorvane

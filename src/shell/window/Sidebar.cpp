@@ -18,8 +18,9 @@ constexpr int markSize = 26;
 
 }  // namespace
 
-Sidebar::Sidebar(ActivityTracker& tracker, ModelContext& context, const Localization& localization, QWidget* parent)
-    : QWidget(parent), recording_(new RecordingCard(tracker, context, localization, this)),
+Sidebar::Sidebar(ActivityTracker& tracker, ModelContext& context, platform::RunLoop& runLoop,
+                 const Localization& localization, QWidget* parent)
+    : QWidget(parent), recording_(new RecordingCard(tracker, context, runLoop, localization, this)),
       column_(new QVBoxLayout(this)) {
     column_->setSpacing(0);
     addHead(*column_);
@@ -57,9 +58,9 @@ void Sidebar::addTools(QVBoxLayout& column, const Localization& localization) {
     connect(settings, &QAbstractButton::clicked, this, [this] { settingsWanted.send(); });
     connect(about, &QAbstractButton::clicked, this, [this] { aboutWanted.send(); });
     tools_ = new QBoxLayout(QBoxLayout::LeftToRight);
-    tools_->addWidget(settings);
+    tools_->addWidget(settings, 0, Qt::AlignHCenter);
     tools_->addStretch(1);
-    tools_->addWidget(about);
+    tools_->addWidget(about, 0, Qt::AlignHCenter);
     column.addSpacing(10);
     column.addLayout(tools_);
 }

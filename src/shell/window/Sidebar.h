@@ -26,8 +26,8 @@ public:
     static constexpr int fullWidth = 200;
     static constexpr int railWidth = 56;
 
-    Sidebar(ActivityTracker& tracker, ModelContext& context, const Localization& localization,
-            QWidget* parent = nullptr);
+    Sidebar(ActivityTracker& tracker, ModelContext& context, platform::RunLoop& runLoop,
+            const Localization& localization, QWidget* parent = nullptr);
 
     void setRail(bool isRail);
     void setSection(MainSection section);

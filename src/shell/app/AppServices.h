@@ -1,0 +1,56 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "capture/PermissionChecker.h"
+#include "diagnostics/AppLogger.h"
+#include "diagnostics/ApplicationInfo.h"
+#include "diagnostics/ConsoleSink.h"
+#include "l10n/Localization.h"
+#include "platform/RunLoop.h"
+#include "platform/SettingsPanes.h"
+#include "platform/UserDefaults.h"
+#include "rules/CategoryTagManager.h"
+#include "shell/state/AutoStartManager.h"
+#include "shell/state/MenuBarContentView.h"
+#include "store/ModelContainer.h"
+#include "tracking/ActivityTracker.h"
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+namespace quorvane {
+
+/// What the application lends to its window. All of it outlives every window. Main thread only.
+struct AppServices {
+    ModelContainer& container;  ///< for contexts of background work
+    ModelContext& context;      ///< the main one
+    ActivityTracker& tracker;
+    CategoryTagManager& categories;
+    PermissionChecker& permissionChecker;
+    MenuBarContentView& menuBar;
+    AutoStartManager& autoStartManager;
+    platform::UserDefaults& defaults;
+    platform::SettingsPanes& settingsPanes;
+    const Localization& localization;
+    const ApplicationInfo& application;
+    ConsoleSink& console;
+    AppLogger& logger;
+    platform::RunLoop& runLoop;
+
+    /// Ends the application, whatever is open.
+    std::function<void()> quit;
+    /// Is there a place for the tray icon? Also true while that is still being found out, in the first seconds.
+    std::function<bool()> hasTray;
+    Signal<>& hasTrayChanged;
+    /// The Dock setting: leaves the application's windows out of taskbar and pager, or shows them there again.
+    std::function<void(bool hide)> setHideDockIcon;
+    /// Sent when the about screen is asked for elsewhere (tray); the window is in front by then.
+    Signal<>& aboutRequested;
+};
+
+/// Makes a main window. It runs the tasks of its `ContentView` once it is on screen. The application shows it, brings
+/// it to the front and deletes it when it has been closed.
+using MainWindowFactory = std::function<std::unique_ptr<QWidget>(AppServices& services)>;
+
+}  // namespace quorvane

@@ -1,0 +1,153 @@
+#include "shell/app/QuorvaneApp.h"
+
+#include "platform/linux/IniUserDefaults.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/UnixSignals.h"
+#include "platform/linux/XdgLoginItem.h"
+#include "session/TrackingSession.h"
+#include "shell/app/TrayIcon.h"
+#include "shell/look/Appearance.h"
+#include "shell/state/ContentView.h"
+#include "shell/state/DockVisibilityController.h"
+#include "store/SafeModelContainer.h"
+
+#include <QCoreApplication>
+#include <csignal>
+#include <malloc.h>
+#include <utility>
+
+namespace quorvane {
+
+/// What lives from the first content on.
+struct QuorvaneApp::Scene {
+    explicit Scene(QuorvaneApp& app)
+        : desktop(app.parts_.runLoop),
+          session(app.parts_.runLoop, desktop, app.container_.mainContext(), defaults, app.parts_.console),
+          permissionChecker({.runLoop = app.parts_.runLoop,
+                             .accessibility = desktop.accessibility(),
+                             .automation = desktop.automation(),
+                             .keys = desktop.keys(),
+                             .settingsPanes = desktop.settingsPanes(),
+                             .applications = desktop.runningApplications(),
+                             .browserURLs = session.browserURLs(),
+                             .documents = session.documents(),
+                             .console = app.parts_.console}),
+          loginItem(QCoreApplication::applicationFilePath().toStdString()),
+          autoStartManager(loginItem, desktop.settingsPanes(), app.parts_.runLoop, app.parts_.console),
+          menuBar(session.tracker(), permissionChecker, app.localization_,
+                  {.openMainWindow = [&app] { app.openMainWindow(); },
+                   .showAbout = [&app] { app.showAbout(); },
+                   .quit = [&app] { app.parts_.runLoop.quit(); }}),
+          tray(menuBar, appearance, app.parts_.sessionBus),
+          launchTask(app.container_.mainContext(), app.parts_.runLoop, app.parts_.console, app.parts_.hooks),
+          services{.container = app.container_,
+                   .context = app.container_.mainContext(),
+                   .tracker = session.tracker(),
+                   .categories = session.categories(),
+                   .permissionChecker = permissionChecker,
+                   .menuBar = menuBar,
+                   .autoStartManager = autoStartManager,
+                   .defaults = defaults,
+                   .settingsPanes = desktop.settingsPanes(),
+                   .localization = app.localization_,
+                   .application = app.parts_.application,
+                   .console = app.parts_.console,
+                   .logger = app.parts_.logger,
+                   .runLoop = app.parts_.runLoop,
+                   .quit = [&app] { app.parts_.runLoop.quit(); },
+                   .hasTray = [this] { return tray.hasTray(); },
+                   .hasTrayChanged = tray.hasTrayChanged,
+                   .setHideDockIcon = [&app](bool hide) { DockVisibilityController::apply(app.windows_, hide, true); },
+                   .aboutRequested = aboutRequested} {
+        desktop.listenToBrowsers([](const std::string&) {});
+    }
+
+    Appearance appearance;
+    platform::LinuxDesktop desktop;
+    platform::IniUserDefaults defaults;
+    TrackingSession session;
+    PermissionChecker permissionChecker;
+    platform::XdgLoginItem loginItem;
+    AutoStartManager autoStartManager;
+    MenuBarContentView menuBar;
+    TrayIcon tray;
+    LaunchTask launchTask;
+    Signal<> aboutRequested;
+    AppServices services;
+    Subscription appearanceChanged;
+};
+
+QuorvaneApp::QuorvaneApp(Parts parts)
+    : parts_(std::move(parts)), appDelegate_(parts_.logger), container_(SafeModelContainer::sharedContainer()) {
+    if (!parts_.hooks.applyDockVisibility)
+        parts_.hooks.applyDockVisibility = [this](bool hide) {
+            DockVisibilityController::apply(windows_, hide, false);
+        };
+    if (parts_.hooks.startUpdater) parts_.hooks.startUpdater();
+    if (parts_.hooks.startWatchdog) parts_.hooks.startWatchdog();
+    auto& instance = parts_.singleInstance;
+    subscriptions_.push_back(instance.activated.subscribe(
+        [this] { appDelegate_.applicationShouldHandleReopen(windows_, windows_.hasVisibleWindows()); }));
+    subscriptions_.push_back(
+        instance.actionActivated.subscribe([this](const std::string& action) { performAction(action); }));
+    subscriptions_.push_back(appDelegate_.quorvaneReopenMain.subscribe([this] { openWindow(); }));
+    // A window is most of what the process holds; what it leaves free goes back to the system.
+    subscriptions_.push_back(windows_.closed.subscribe([this] { parts_.runLoop.post([] { malloc_trim(0); }); }));
+}
+
+QuorvaneApp::~QuorvaneApp() {
+    subscriptions_.clear();
+    parts_.runLoop.finishBackground();
+    windows_.close();
+    // The store goes before the tracker, which closes its record and then has nowhere to save it.
+    SafeModelContainer::reset();
+}
+
+int QuorvaneApp::run(bool isInBackground) {
+    const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [this](int) { parts_.runLoop.quit(); });
+    if (isInBackground)
+        startInBackground();
+    else
+        openWindow();
+    return parts_.runLoop.run();
+}
+
+QuorvaneApp::Scene& QuorvaneApp::scene() {
+    if (!scene_) {
+        scene_ = std::make_unique<Scene>(*this);
+        applyAppearance(scene_->appearance.preference());
+        scene_->appearanceChanged =
+            scene_->appearance.changed.subscribe([this] { applyAppearance(scene_->appearance.preference()); });
+    }
+    return *scene_;
+}
+
+void QuorvaneApp::startInBackground() {
+    scene().session.start();
+    scene().launchTask.run();
+}
+
+void QuorvaneApp::openMainWindow() {
+    windows_.activateIgnoringOtherApps();
+    if (!windows_.makeKeyAndOrderFront()) openWindow();
+}
+
+void QuorvaneApp::openWindow() {
+    windows_.show(parts_.makeMainWindow(scene().services));
+    scene().launchTask.run();
+}
+
+void QuorvaneApp::showAbout() {
+    openMainWindow();
+    scene().aboutRequested.send();
+}
+
+void QuorvaneApp::performAction(const std::string& action) {
+    auto& tracker = scene().session.tracker();
+    if (action == "show") openMainWindow();
+    if (action == "quit") parts_.runLoop.quit();
+    if ((action == "pause" && tracker.isTracking()) || (action == "start" && !tracker.isTracking()))
+        scene().menuBar.toggleTracking();
+}
+
+}  // namespace quorvane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "diagnostics/AppLogger.h"
+#include "diagnostics/ConsoleSink.h"
+#include "platform/linux/DBusConnection.h"
+#include "platform/linux/QtRunLoop.h"
+#include "shell/app/AppServices.h"
+#include "shell/app/MainWindows.h"
+#include "shell/app/SingleInstance.h"
+#include "shell/state/LaunchTask.h"
+#include "shell/state/QuorvaneAppDelegate.h"
+
+#include <memory>
+
+namespace quorvane {
+
+/// The application: opens the store, tracks, and keeps a window and an item in the tray. Closing the window ends
+/// neither of the other two. Main thread only.
+class QuorvaneApp {
+public:
+    /// All of it outlives the application.
+    struct Parts {
+        platform::QtRunLoop& runLoop;
+        platform::DBusConnection& sessionBus;
+        SingleInstance& singleInstance;
+        AppLogger& logger;
+        ConsoleSink& console;
+        ApplicationInfo application{};
+        MainWindowFactory makeMainWindow{};
+        LaunchHooks hooks{};
+    };
+
+    /// Opens the shared store and starts updater and watchdog, in this order.
+    explicit QuorvaneApp(Parts parts);
+    QuorvaneApp(const QuorvaneApp&) = delete;
+    QuorvaneApp& operator=(const QuorvaneApp&) = delete;
+    /// Ends as if the process were killed, without a last save: the open record stays open in the store.
+    ~QuorvaneApp();
+
+    /// Shows the window or, as login item, only tracks; serves events until somebody quits. The exit status.
+    int run(bool isInBackground);
+
+private:
+    struct Scene;
+
+    Scene& scene();
+    void startInBackground();
+    void openMainWindow();
+    void openWindow();
+    void showAbout();
+    void performAction(const std::string& action);
+
+    Parts parts_;
+    QuorvaneAppDelegate appDelegate_;
+    ModelContainer& container_;
+    Localization localization_ = Localization::fromEnvironment();
+    MainWindows windows_;
+    std::unique_ptr<Scene> scene_;  ///< made with the first content
+    std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace quorvane

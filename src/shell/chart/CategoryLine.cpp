@@ -1,0 +1,65 @@
+#include "shell/chart/CategoryLine.h"
+
+#include "base/Text.h"
+#include "shell/chart/IconMark.h"
+#include "shell/look/Button.h"
+#include "shell/look/Chip.h"
+#include "shell/look/FlowLayout.h"
+#include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <chrono>
+#include <memory>
+
+namespace quorvane {
+namespace {
+
+constexpr std::chrono::milliseconds successStay{2000};
+
+void addChip(FlowLayout& chips, const std::string& text, ChipTone tone) {
+    auto* const chip = new Chip(qt(text), tone);
+    chip->setAccessibleName(qt(text));
+    chips.addWidget(chip);
+    chip->show();
+}
+
+}  // namespace
+
+CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
+    : QWidget(parent), chips_(new FlowLayout(8)),
+      edit_(Button::withIcon(QStringLiteral("pencil"),
+                             qt(localization.text("a11y_edit", localization.text("ui_category_and_tags"))),
+                             ButtonKind::ghost, ButtonSize::small)) {
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    auto* const mark = new QVBoxLayout;
+    mark->setContentsMargins(0, 6, 10, 0);
+    mark->addWidget(new IconMark(QStringLiteral("tag"), 16, &Theme::text2), 0, Qt::AlignTop);
+    layout->addLayout(mark);
+    chips_->setContentsMargins(0, 2, 4, 0);
+    layout->addLayout(chips_, 1);
+    layout->addWidget(edit_, 0, Qt::AlignTop);
+    success_.setSingleShot(true);
+    success_.setInterval(successStay);
+    connect(&success_, &QTimer::timeout, this, [this] { edit_->setIconName(QStringLiteral("pencil")); });
+    connect(edit_, &QAbstractButton::clicked, this, [this] { editWanted.send(); });
+}
+
+void CategoryLine::setChoice(const std::optional<std::string>& category, const std::string& tags) {
+    while (const std::unique_ptr<QLayoutItem> item{chips_->takeAt(0)})
+        delete item->widget();
+    if (category && !category->empty()) addChip(*chips_, *category, ChipTone::info);
+    for (const std::string& piece : text::split(tags, ','))
+        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty()) addChip(*chips_, tag, ChipTone::neutral);
+    updateGeometry();
+}
+
+void CategoryLine::showMarkingSuccess() {
+    edit_->setIconName(QStringLiteral("check-circle"));
+    success_.start();
+}
+
+}  // namespace quorvane

@@ -1,0 +1,105 @@
+#include "shell/chart/DayChartScene.h"
+
+#include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
+#include "timeline/MonthTimeline.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace quorvane {
+namespace {
+
+constexpr double leastBlock = 8;
+constexpr double activeLabel = 10;  // from the row's top to the label's centre
+constexpr double collapsedLabel = 8;
+constexpr double closeTarget = 28;
+
+DayChartBlock blockOf(const ProcessedActivityItem& item, double width) {
+    const double height = std::max(item.yBottom - item.yTop, leastBlock);
+    return {.id = item.id,
+            .frame = {DayTimelineGeometry::gutterWidth, item.yTop, width - DayTimelineGeometry::gutterWidth, height},
+            .color = toQColor(item.color),
+            .name = qt(item.appName),
+            .title = qt(item.windowTitle.value_or("")),
+            .duration = qt(MonthTimeline::durationText(item.duration * 1h)),
+            .startHour = item.startHour,
+            .endHour = item.endHour(),
+            .showsName = item.shouldShowName};
+}
+
+DayChartBar barOf(const PlacedProjectAnnotation& placed, const DayTimelineChart& chart, double width,
+                  const Localization& localization) {
+    const ProjectAnnotation& annotation = placed.annotation;
+    const BarFrame frame = barFrame(placed, chart.hourHeight(), width, chart.layout().yPosition(annotation.startHour));
+    const std::string& name = annotation.project->name();
+    return {.annotation = annotation.dbAnnotation,
+            .id = annotation.id,
+            .frame = {frame.x - frame.width / 2, frame.y - frame.height / 2, frame.width, frame.height},
+            .name = qt(name.empty() ? localization.text("unknown_project") : name),
+            .tone = AppColorPalette::projectTone(annotation.project->color().value_or("")),
+            .startHour = annotation.startHour,
+            .endHour = annotation.endHour,
+            .column = placed.columnIndex};
+}
+
+std::array<DayChartHour, 24> hoursOf(const DayTimelineChart& chart) {
+    std::array<DayChartHour, 24> hours;
+    for (std::size_t hour = 0; hour < hours.size(); ++hour) {
+        const bool isCollapsed = chart.layout().heights()[hour] <= HourLayout::inactiveHeight;
+        hours[hour] = {.centre = chart.layout().offsets()[hour] + (isCollapsed ? collapsedLabel : activeLabel),
+                       .isActive = chart.activityHours().contains(static_cast<int>(hour))};
+    }
+    return hours;
+}
+
+template <class Item>
+const Item* withId(const std::vector<Item>& items, const Uuid& id) {
+    const auto found = std::ranges::find(items, id, &Item::id);
+    return found == items.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+const DayChartBlock* DayChartScene::block(const Uuid& id) const {
+    return withId(blocks, id);
+}
+
+const DayChartBar* DayChartScene::bar(const Uuid& id) const {
+    return withId(bars, id);
+}
+
+const DayChartBar* DayChartScene::barAt(QPointF point) const {
+    const auto found =
+        std::find_if(bars.rbegin(), bars.rend(), [&](const DayChartBar& bar) { return bar.frame.contains(point); });
+    return found == bars.rend() ? nullptr : &*found;
+}
+
+DayChartScene dayChartScene(const DayTimelineChart& chart, double width, const Localization& localization) {
+    DayChartScene scene;
+    scene.width = width;
+    scene.rowsHeight = chart.layout().totalHeight();
+    scene.height = scene.rowsHeight;
+    scene.grid = DayTimelineGeometry::gridLines(chart.layout(), chart.activityHours(), width);
+    scene.hours = hoursOf(chart);
+    scene.blocks.reserve(chart.processedRecords().size());
+    for (const ProcessedActivityItem& item : chart.processedRecords())
+        scene.blocks.push_back(blockOf(item, width));
+    scene.bars.reserve(chart.projectAnnotations().size());
+    for (const PlacedProjectAnnotation& placed : chart.projectAnnotations())
+        scene.bars.push_back(barOf(placed, chart, width, localization));
+    for (const DayChartBlock& block : scene.blocks)
+        scene.height = std::max(scene.height, block.frame.bottom());
+    for (const DayChartBar& bar : scene.bars)
+        scene.height = std::max(scene.height, bar.frame.bottom());
+    scene.blocksByStart.resize(scene.blocks.size());
+    std::iota(scene.blocksByStart.begin(), scene.blocksByStart.end(), std::size_t{0});
+    std::ranges::stable_sort(scene.blocksByStart, {}, [&](std::size_t i) { return scene.blocks[i].startHour; });
+    return scene;
+}
+
+QRectF closeCircleTarget(const QRectF& bar) {
+    return {bar.right() - closeTarget / 2, bar.top() - closeTarget / 2, closeTarget, closeTarget};
+}
+
+}  // namespace quorvane

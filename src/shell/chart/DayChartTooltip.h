@@ -1,0 +1,42 @@
+#pragma once
+
+#include "timeline/DayTimelineGeometry.h"
+
+#include <QColor>
+#include <QIcon>
+#include <QWidget>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+
+/// The dark card beside the pointer: of the block under it (`HoverTooltip`), or of the range that is being drawn
+/// (`TimeRangeTooltip`). It takes no events. The widget is larger than the card, for the shadow.
+class DayChartTooltip : public QWidget {
+public:
+    static constexpr int cardWidth = 200;
+
+    explicit DayChartTooltip(QWidget* parent);
+
+    void showBlock(const ProcessedActivityItem& item, QPointF topLeft, const QRectF& bounds);
+    void showRange(const std::vector<std::string>& lines, QPointF pointer, const QRectF& bounds);
+
+    /// The card in coordinates of the parent.
+    [[nodiscard]] QRect card() const;
+    [[nodiscard]] const std::vector<std::string>& lines() const { return lines_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] int cardHeight() const;
+    void showAt(QPointF topLeft, const QRectF& bounds);
+
+    std::vector<std::string> lines_;
+    bool isBlock_ = false;
+    QString appName_;
+    QColor color_;
+    QIcon icon_;  ///< the desktop's, of the application; null if it has none
+};
+
+}  // namespace quorvane

@@ -1,0 +1,80 @@
+#include "shell/chart/MonthView.h"
+
+#include "base/Calendar.h"
+#include "shell/chart/MonthCanvas.h"
+#include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
+#include "timeline/CalendarTitles.h"
+#include "timeline/TimelineCalendar.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+std::vector<QString> weekdays(Date date, const Calendar& userCalendar) {
+    std::vector<QString> names;
+    const Date first = userCalendar.week(date).start;
+    for (int i = 0; i < 7; ++i)
+        names.push_back(qt(shortWeekday(userCalendar.addingDays(i, first))));
+    return names;
+}
+
+}  // namespace
+
+struct MonthView::Parts {
+    [[nodiscard]] MonthPicture picture(MyActivityView& activity) const;
+
+    const Localization& localization;
+    ConsoleSink& console;
+    MonthCanvas* canvas;
+    Subscription opened;
+    Subscription focusMoved;
+};
+
+MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
+    const auto userCalendar = Calendar::current();
+    const Date date = activity.chart().selectedDate();
+    const auto annotations = activity.annotations(userCalendar.month(date));
+    MonthPicture month{.now = activity.runLoop().now()};
+    month.grid = MonthTimeline::grid(
+        date, {.records = activity.records(), .annotations = annotations, .now = month.now, .isDark = theme().isDark},
+        console, userCalendar);
+    month.weekdays = weekdays(date, userCalendar);
+    for (const MonthSimpleCell& cell : month.grid.cells) {
+        const int entries = static_cast<int>(cell.lines.size()) + cell.more;
+        month.names.push_back(qt(localization.text("a11y_month_day", weekdayAndDay(cell.date), entries)));
+        month.more.push_back(cell.more > 0 ? qt(localization.text("ui_more_items", cell.more)) : QString());
+    }
+    return month;
+}
+
+MonthView::MonthView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
+    : OverviewArea(activity, parent), parts_(new Parts{localization, console, new MonthCanvas(this), {}, {}}) {
+    setWidget(parts_->canvas);
+    parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
+    parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) {
+        ensureVisible(day.center().x(), day.center().y(), day.width() / 2 + 6, day.height() / 2 + 6);
+    });
+}
+
+MonthView::~MonthView() = default;
+
+void MonthView::rebuild() {
+    parts_->canvas->setAccessibleName(qt(monthAndYear(activity().chart().selectedDate())));
+    parts_->canvas->startFocusAt(timelineCalendar().startOfDay(activity().chart().selectedDate()));
+    parts_->canvas->setMonth(parts_->picture(activity()));
+    arrange();
+}
+
+void MonthView::resizeEvent(QResizeEvent* event) {
+    OverviewArea::resizeEvent(event);
+    arrange();
+}
+
+void MonthView::arrange() {
+    parts_->canvas->resize(std::max(viewport()->width(), MonthCanvas::leastWidth()), parts_->canvas->heightNeeded());
+}
+
+}  // namespace quorvane

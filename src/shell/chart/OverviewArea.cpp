@@ -1,0 +1,62 @@
+#include "shell/chart/OverviewArea.h"
+
+#include "timeline/TimelineCalendar.h"
+
+#include <QEvent>
+#include <cmath>
+#include <utility>
+
+namespace quorvane {
+
+OverviewArea::OverviewArea(MyActivityView& activity, QWidget* parent) : QScrollArea(parent), activity_(activity) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    changed_ = activity.changed.subscribe([this] { rebuildSoon(); });
+}
+
+void OverviewArea::showEvent(QShowEvent* event) {
+    QScrollArea::showEvent(event);
+    rebuildNow();
+    awaitMinute();
+}
+
+void OverviewArea::hideEvent(QHideEvent* event) {
+    QScrollArea::hideEvent(event);
+    nextMinute_.reset();
+}
+
+void OverviewArea::changeEvent(QEvent* event) {
+    QScrollArea::changeEvent(event);
+    // Colours of applications depend on the theme, and where texts stand on the font.
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) rebuildSoon();
+}
+
+void OverviewArea::rebuildNow() {
+    rebuiltAt_ = activity_.runLoop().now();
+    rebuild();
+}
+
+void OverviewArea::rebuildSoon() {
+    if (!isVisible() || std::exchange(isRebuildPosted_, true)) return;
+    activity_.runLoop().post([weak = weak_.handle()] {
+        auto* self = weak.get();
+        if (self == nullptr) return;
+        self->isRebuildPosted_ = false;
+        if (self->isVisible()) self->rebuildNow();
+    });
+}
+
+void OverviewArea::awaitMinute() {
+    const Seconds left{60 - std::fmod(secondsSince1970(activity_.runLoop().now()), 60)};
+    nextMinute_ = activity_.runLoop().after(left, [this] {
+        const Date now = activity_.runLoop().now();
+        if (timelineCalendar().isSameDay(now, rebuiltAt_)) {
+            minutePassed(now);
+        } else {
+            rebuildNow();
+        }
+        awaitMinute();
+    });
+}
+
+}  // namespace quorvane

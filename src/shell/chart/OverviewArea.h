@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "base/Weak.h"
+#include "platform/RunLoop.h"
+#include "shell/state/MyActivityView.h"
+
+#include <QScrollArea>
+#include <memory>
+
+namespace quorvane {
+
+/// What week and month have in common: while shown they rebuild once for all changes of a turn of the loop, and when a
+/// new day begins; hidden they do nothing and catch up when they are shown.
+class OverviewArea : public QScrollArea {
+public:
+    OverviewArea(MyActivityView& activity, QWidget* parent);
+
+protected:
+    [[nodiscard]] MyActivityView& activity() { return activity_; }
+    /// Reads everything anew and shows it.
+    virtual void rebuild() = 0;
+    /// A full minute of the day on which it was rebuilt last.
+    virtual void minutePassed(Date /*now*/) {}
+
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void rebuildNow();
+    void rebuildSoon();
+    void awaitMinute();
+
+    MyActivityView& activity_;
+    Date rebuiltAt_;
+    bool isRebuildPosted_ = false;
+    Subscription changed_;
+    std::unique_ptr<platform::WorkItem> nextMinute_;
+    WeakSource<OverviewArea> weak_{*this};  // last: dies first, so that no callback meets half a view
+};
+
+}  // namespace quorvane

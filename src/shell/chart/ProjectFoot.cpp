@@ -1,0 +1,80 @@
+#include "shell/chart/ProjectFoot.h"
+
+#include "shell/chart/TonePicker.h"
+#include "shell/look/Button.h"
+#include "shell/look/Icons.h"
+#include "shell/look/Label.h"
+#include "shell/look/Painting.h"
+#include "shell/look/TextField.h"
+#include "shell/look/Theme.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace quorvane {
+namespace {
+
+constexpr int padding = Metrics::cardPadding - 1;  // the edge of 1 lies inside the card
+
+QString fixed(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+ProjectFoot::ProjectFoot(DayTimelineChart& chart, const Localization& localization, QWidget* parent)
+    : QWidget(parent), chart_(chart), name_(new TextField({}, fixed(ProjectSelectorState::namePlaceholder))),
+      enter_(new QAction(menuIcon(QStringLiteral("enter")), qt(localization.text("ui_create_and_assign")), this)),
+      tones_(new TonePicker(fixed(ProjectSelectorState::colorTitle), localization)),
+      create_(new Button(qt(localization.text("ui_create_and_assign")), ButtonKind::primary)) {
+    name_->setHint(fixed(ProjectSelectorState::namePlaceholder));
+    name_->edit().addAction(enter_, QLineEdit::TrailingPosition);
+    auto* const cancel = new Button(qt(localization.text("cancel")));
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(padding, 13, padding, 13);
+    layout->setSpacing(0);
+    layout->addWidget(name_);
+    layout->addSpacing(12);
+    layout->addWidget(new Label(fixed(ProjectSelectorState::colorTitle), TypeRole::label, &Theme::text2));
+    layout->addSpacing(8);
+    layout->addWidget(tones_);
+    layout->addSpacing(16);
+    auto* const answers = new QHBoxLayout;
+    answers->setSpacing(8);
+    answers->addWidget(cancel, 1);
+    answers->addWidget(create_, 1);
+    layout->addLayout(answers);
+
+    connect(&name_->edit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+        auto* const selector = chart_.projectSelector();
+        if (selector == nullptr) return;
+        selector->setNewProjectName(text.toStdString());
+        refresh();
+    });
+    connect(&name_->edit(), &QLineEdit::returnPressed, this, [this] { create(); });
+    connect(enter_, &QAction::triggered, this, [this] { create(); });
+    connect(create_, &QAbstractButton::clicked, this, [this] { create(); });
+    connect(cancel, &QAbstractButton::clicked, this, [this] { chart_.cancelProjectSelection(); });
+    toneChosen_ = tones_->chosen.subscribe([this](const std::string& tone) {
+        if (auto* const selector = chart_.projectSelector()) selector->selectedColor = tone;
+    });
+}
+
+void ProjectFoot::refresh() {
+    const auto* const selector = chart_.projectSelector();
+    if (selector == nullptr) return;
+    const QString name = qt(selector->newProjectName());
+    if (name_->edit().text() != name) name_->edit().setText(name);  // another selection
+    name_->setError(qt(selector->nameError()));
+    tones_->setTone(selector->selectedColor);
+    enter_->setEnabled(selector->canCreate());
+    create_->setEnabled(selector->canCreate());
+}
+
+void ProjectFoot::create() {
+    chart_.createProjectAndAssign();  // asks by itself whether there is enough for it
+}
+
+}  // namespace quorvane

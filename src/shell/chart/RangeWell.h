@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "l10n/Localization.h"
+#include "shell/chart/Well.h"
+#include "timeline/DayTimelineGeometry.h"
+
+namespace quorvane {
+
+class Label;
+class QuarterField;
+
+/// A range of the day as two times that can be changed, and its length.
+class RangeWell : public Well {
+public:
+    explicit RangeWell(const Localization& localization, QWidget* parent = nullptr);
+
+    void setRange(const TimeRange& range);  ///< without `rangeChosen`
+    /// A bound that wasn't touched keeps what is below a minute. At least a quarter of an hour.
+    Signal<const TimeRange&> rangeChosen;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void choose();
+
+    TimeRange range_;
+    QuarterField* start_;
+    QuarterField* end_;
+    Label* length_;
+};
+
+}  // namespace quorvane

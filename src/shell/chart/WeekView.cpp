@@ -1,0 +1,157 @@
+#include "shell/chart/WeekView.h"
+
+#include "shell/chart/SummaryCard.h"
+#include "shell/chart/WeekCanvas.h"
+#include "shell/chart/WeekSummary.h"
+#include "shell/look/Painting.h"
+#include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
+#include "timeline/CalendarTitles.h"
+#include "timeline/TimelineCalendar.h"
+
+#include <QBoxLayout>
+#include <QScrollBar>
+#include <algorithm>
+#include <fmt/format.h>
+#include <optional>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr int narrowCards = 760;     ///< below this width they stand below each other
+constexpr double leastHours = 0.05;  ///< shorter times would read "0.0 h"
+
+std::string hoursText(double hours) {
+    return fmt::format("{:.1f}", hours);
+}
+
+WeekDay weekDay(WeekTimelineColumn column, double hours, Date now) {
+    const Date date = column.date;
+    return {.column = std::move(column),
+            .title = qt(fmt::format("{} {}", shortWeekday(date), timelineCalendar().civilDate(date).day)),
+            .hours = hours >= leastHours ? isolated(qt(hoursText(hours) + " h")) : QStringLiteral("–"),
+            .isToday = timelineCalendar().isSameDay(date, now),
+            .isComing = date > now};
+}
+
+std::vector<SummaryRow> rowsOf(const std::vector<AppStat>& applications) {
+    std::vector<SummaryRow> rows;
+    for (const AppStat& stat : applications)
+        if (stat.hours >= leastHours) rows.push_back({stat.appName, stat.hours, stat.percentage, stat.color, {}});
+    return rows;
+}
+
+std::vector<SummaryRow> rowsOf(const std::vector<ProjectStat>& projects) {
+    std::vector<SummaryRow> rows;
+    for (const ProjectStat& stat : projects)
+        if (stat.hours >= leastHours) rows.push_back({stat.name, stat.hours, stat.percentage, {}, stat.tone});
+    return rows;
+}
+
+}  // namespace
+
+struct WeekView::Parts {
+    Parts(const Localization& texts, ConsoleSink& sink, QWidget* parent)
+        : localization(texts), console(sink), content(new QWidget(parent)), canvas(new WeekCanvas(content)),
+          cards(new QWidget(content)), row(new QBoxLayout(QBoxLayout::LeftToRight, cards)),
+          applications(new SummaryCard(QStringLiteral("应用使用统计"), QStringLiteral("暂无应用数据"), texts, cards)),
+          projects(new SummaryCard(qt(texts.text("ui_projects")), QStringLiteral("–"), texts, cards)) {
+        row->setContentsMargins(Metrics::timelineMargin, Metrics::cardGap, Metrics::timelineMargin,
+                                Metrics::timelineMargin);
+        row->setSpacing(Metrics::cardGap);
+        row->addWidget(applications, 1);
+        row->addWidget(projects, 1);
+    }
+
+    /// Makes the days anew for the width of the view.
+    void show(MyActivityView& activity, int viewWidth);
+
+    const Localization& localization;
+    ConsoleSink& console;
+    QWidget* content;
+    WeekCanvas* canvas;
+    QWidget* cards;
+    QBoxLayout* row;
+    SummaryCard* applications;
+    SummaryCard* projects;
+    Subscription opened;
+    Subscription focusMoved;
+    double columnWidth = 0;
+    std::optional<Date> selectedDay;  ///< when it was rebuilt last
+};
+
+void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
+    columnWidth = WeekCanvas::columnWidth(viewWidth);
+    const Date now = activity.runLoop().now();
+    const auto dates = WeekTimeline::days(activity.chart().selectedDate());
+    const auto annotations = activity.annotations({dates.front(), timelineCalendar().day(dates.back()).end});
+    // The short records count in the sums; of the bars a column keeps those that are long enough.
+    const auto records = recordsForDates(activity.records(), dates, now, 0s, console);
+    const auto summary = weekSummary(dates, records, annotations, now, theme().isDark);
+    const WeekTimeline::Input input{.records = activity.records(),
+                                    .annotations = annotations,
+                                    .now = now,
+                                    .columnWidth = columnWidth,
+                                    .isDark = theme().isDark};
+    std::vector<WeekDay> days;
+    std::vector<QString> names;
+    for (std::size_t i = 0; i < dates.size(); ++i) {
+        days.push_back(weekDay(WeekTimeline::column(dates[i], records[i], input), summary.hours[i], now));
+        names.push_back(qt(localization.text("a11y_week_day", weekdayAndDay(dates[i]), hoursText(summary.hours[i]))));
+    }
+    canvas->setAccessibleName(qt(weekdayAndDay(dates.front()) + " – " + weekdayAndDay(dates.back())));
+    canvas->setWeek(std::move(days), names, columnWidth);
+    canvas->setNow(now);
+    applications->setRows(rowsOf(summary.applications));
+    projects->setRows(rowsOf(summary.projects));
+}
+
+WeekView::WeekView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
+    : OverviewArea(activity, parent), parts_(std::make_unique<Parts>(localization, console, this)) {
+    setWidget(parts_->content);
+    parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
+    parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) { bringOnScreen(day); });
+}
+
+WeekView::~WeekView() = default;
+
+void WeekView::rebuild() {
+    parts_->show(activity(), viewport()->width());
+    arrange();
+    // Where not all days fit, another date brings its day on screen.
+    const Date day = timelineCalendar().startOfDay(activity().chart().selectedDate());
+    parts_->canvas->startFocusAt(day);
+    if (std::exchange(parts_->selectedDay, day) != day) bringOnScreen(parts_->canvas->rectangleOf(day));
+}
+
+void WeekView::bringOnScreen(const QRect& day) {
+    // The days fill the height of most windows: only sideways there is something to follow.
+    ensureVisible(day.center().x(), verticalScrollBar()->value(), day.width() / 2 + 4, 0);
+}
+
+void WeekView::minutePassed(Date now) {
+    parts_->canvas->setNow(now);
+}
+
+void WeekView::resizeEvent(QResizeEvent* event) {
+    OverviewArea::resizeEvent(event);
+    if (!isVisible()) return;
+    if (WeekCanvas::columnWidth(viewport()->width()) != parts_->columnWidth)
+        parts_->show(activity(), viewport()->width());
+    arrange();
+}
+
+void WeekView::arrange() {
+    const int viewWidth = viewport()->width();
+    const int width = std::max(viewWidth, WeekCanvas::widthOf(parts_->columnWidth));
+    const int canvasHeight = static_cast<int>(WeekPicture::height);
+    parts_->row->setDirection(viewWidth < narrowCards ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    // The cards keep to the view's width and lie where the eye begins.
+    const int cardsHeight = parts_->cards->sizeHint().height();
+    parts_->content->resize(width, canvasHeight + cardsHeight);
+    parts_->canvas->setGeometry(0, 0, width, canvasHeight);
+    parts_->cards->setGeometry(isRightToLeft() ? width - viewWidth : 0, canvasHeight, viewWidth, cardsHeight);
+}
+
+}  // namespace quorvane

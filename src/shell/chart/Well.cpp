@@ -1,0 +1,17 @@
+#include "shell/chart/Well.h"
+
+#include "shell/look/Painting.h"
+#include "shell/look/Theme.h"
+
+#include <QPainter>
+
+namespace quorvane {
+
+Well::Well(QColor Theme::*fill, QWidget* parent) : QFrame(parent), fill_(fill) {}
+
+void Well::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    paintPanel(painter, QRectF(rect()), Metrics::controlRadius, theme().*fill_, {});
+}
+
+}  // namespace quorvane

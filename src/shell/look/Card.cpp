@@ -1,0 +1,28 @@
+#include "shell/look/Card.h"
+
+#include "shell/look/Painting.h"
+#include "shell/look/Theme.h"
+
+#include <QPainter>
+
+namespace quorvane {
+
+Card::Card(QWidget* parent) : QFrame(parent) {
+    setFrameShape(QFrame::NoFrame);
+}
+
+void Card::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    paintPanel(painter, rect(), Metrics::cardRadius, theme().surface, theme().line);
+}
+
+Rule::Rule(QWidget* parent) : QFrame(parent) {
+    setFixedHeight(1);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void Rule::paintEvent(QPaintEvent* /*event*/) {
+    QPainter(this).fillRect(rect(), theme().line2);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,52 @@
+#include "shell/look/EmptyState.h"
+
+#include "shell/look/Button.h"
+#include "shell/look/IconView.h"
+#include "shell/look/Label.h"
+#include "shell/look/Theme.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace quorvane {
+namespace {
+
+constexpr int wellSide = 56;
+constexpr int widestText = 300;
+
+}  // namespace
+
+EmptyState::EmptyState(const QString& iconName, const QString& title, const QString& text, QWidget* parent)
+    : QWidget(parent), layout_(new QVBoxLayout(this)) {
+    auto* icon = new IconView(iconName, 26, &Theme::text2);
+    icon->setWell(wellSide, wellSide / 2.0, &Theme::sunken);
+    auto* head = new Label(title, TypeRole::head, &Theme::text);
+    head->setAlignment(Qt::AlignCenter);
+    head->setWordWrap(true);
+    auto* words = new Label(text, TypeRole::body, &Theme::text2);
+    words->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    words->setWordWrap(true);
+    words->setMaximumWidth(widestText);
+    if (text.isEmpty()) words->hide();
+    // Between stretches and not aligned: an aligned text would be asked for its height at the full width.
+    auto* middle = new QHBoxLayout;
+    middle->addStretch(1);
+    middle->addWidget(words, widestText);
+    middle->addStretch(1);
+    layout_->setSpacing(0);
+    layout_->setContentsMargins(16, 16, 16, 16);
+    layout_->addStretch(1);
+    layout_->addWidget(icon, 0, Qt::AlignHCenter);
+    layout_->addSpacing(14);
+    layout_->addWidget(head);
+    layout_->addSpacing(6);
+    layout_->addLayout(middle);
+    layout_->addStretch(1);
+}
+
+void EmptyState::addButton(Button* button) {
+    layout_->insertSpacing(layout_->count() - 1, 16);
+    layout_->insertWidget(layout_->count() - 1, button, 0, Qt::AlignHCenter);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,364 @@
+#include "shell/chart/DayChartView.h"
+
+#include "platform/Clock.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "shell/chart/DayChartParts.h"
+#include "shell/look/Motion.h"
+#include "shell/look/Theme.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <gmock/gmock.h>
+
+namespace quorvane {
+
+void PrintTo(const QRect& rectangle, std::ostream* out) {
+    *out << rectangle.x() << "," << rectangle.y() << " " << rectangle.width() << "x" << rectangle.height();
+}
+
+namespace {
+
+using testing::ElementsAre;
+
+/// The one application of the program, without a display.
+bool needApplication() {
+    if (qApp != nullptr) return true;
+    static int count = 1;
+    static char name[] = "chart";
+    static char* arguments[] = {name, nullptr};
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    new QApplication(count, arguments);  // stays until the process ends
+    applyTheme(Theme::light());
+    Motion::setAllowed(false);
+    return true;
+}
+
+/// Counts how often a widget is painted.
+class PaintCount : public QObject {
+public:
+    explicit PaintCount(QWidget& widget) { widget.installEventFilter(this); }
+    int take() { return std::exchange(count_, 0); }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++count_;
+        return false;
+    }
+
+private:
+    int count_ = 0;
+};
+
+/// A chart of 510x400 of Monday, 2 March 2026, at noon: Editor from 9 to 10, Mail from 10:30 to 11, and a bar of the
+/// project "Web" from 9 to 10. Hours 9 and 10 are 180 high, the others 16.
+class DayChartViewTest : public testing::Test {
+protected:
+    DayChartViewTest() {
+        aRecord().from("09:00:00").to("10:00:00").app("Editor").title("Draft").in(store.context());
+        aRecord().from("10:30:00").to("11:00:00").app("Mail").in(store.context());
+        const auto annotation = std::make_shared<ProjectTimeAnnotation>();
+        annotation->startTime = at("09:00:00");
+        annotation->endTime = at("10:00:00");
+        annotation->project = insertProject(store.context(), "Web");
+        store.context().insert(annotation);
+        store.context().save();
+        chart.setRecords(store.context().fetch<ActivityRecord>(), Uuid::random());
+        chart.appear();
+        view.resize(510 + DayChartView::besideChart, 400);
+        view.show();
+        view.setFocus(Qt::OtherFocusReason);
+        settle();
+    }
+    void settle() {
+        runLoop.runPosted();
+        QApplication::processEvents();
+    }
+    void pointer(QEvent::Type type, QPoint point, Qt::MouseButtons buttons) {
+        const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, point, view.viewport()->mapToGlobal(point), button, buttons, Qt::NoModifier);
+        QApplication::sendEvent(view.viewport(), &event);
+    }
+    void press(QPoint point) { pointer(QEvent::MouseButtonPress, point, Qt::LeftButton); }
+    void move(QPoint point, Qt::MouseButtons buttons) { pointer(QEvent::MouseMove, point, buttons); }
+    void release(QPoint point) { pointer(QEvent::MouseButtonRelease, point, Qt::NoButton); }
+    void click(QPoint point) {
+        press(point);
+        release(point);
+    }
+    void key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QKeyEvent event(QEvent::KeyPress, code, modifiers);
+        QApplication::sendEvent(&view, &event);
+    }
+    void wheel(int angle) {
+        QWheelEvent event(QPointF(200, 100), view.mapToGlobal(QPointF(200, 100)), {}, {0, angle}, Qt::NoButton,
+                          Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view.viewport(), &event);
+    }
+    int y(double hour) const { return qRound(chart.layout().yPosition(hour)) - view.verticalScrollBar()->value(); }
+    std::string chosen() const {
+        if (chart.selectedProjectAnnotation()) return "bar";
+        return chart.selectedActivity() ? chart.selectedActivity()->appName : "nothing";
+    }
+    QRect barFrame() const { return view.parts().toViewport(view.parts().scene.bars.front().frame).toAlignedRect(); }
+    DayChartTooltip& tooltip() const { return *view.parts().tooltip; }
+
+    bool hasApplication = needApplication();
+    platform::SimulatedRunLoop runLoop{at("12:00:00")};
+    platform::ClockOverride clock{[this] { return runLoop.now(); }};
+    TemporaryStore store;
+    RecordingConsole console;
+    Localization localization{"en"};
+    DayTimelineChart chart{store.context(), runLoop, console};
+    DayChartView view{chart, runLoop, localization};
+};
+
+TEST_F(DayChartViewTest, AClickChoosesABlockOrABarAndAMissLetsGo) {
+    click({100, y(9.5)});
+    EXPECT_EQ(chosen(), "Editor");
+    EXPECT_EQ(view.selectedBlock(), QRect(50, y(9), 460, 180));
+    view.verticalScrollBar()->setValue(100);
+    click({100, y(10.75)});
+    EXPECT_EQ(chosen(), "Mail");
+    click({200, y(9.8)});
+    EXPECT_EQ(chosen(), "bar");
+    EXPECT_TRUE(view.selectedBlock().isNull());
+    click({100, y(10.25)});
+    EXPECT_EQ(chosen(), "nothing");
+}
+
+TEST_F(DayChartViewTest, ADragDrawsARangeWithItsTooltipAndEscapeDropsIt) {
+    press({400, y(9.25)});
+    move({403, y(9.25) + 9}, Qt::LeftButton);
+    EXPECT_FALSE(chart.selection());
+    move({420, y(10)}, Qt::LeftButton);
+    ASSERT_TRUE(chart.selection());
+    EXPECT_TRUE(tooltip().isVisible());
+    EXPECT_THAT(tooltip().lines(), ElementsAre("时间: 09:15-10:00", "鼠标位置: 1.8小时"));
+    EXPECT_EQ(tooltip().card().width(), 200);
+    EXPECT_TRUE(view.viewport()->rect().contains(tooltip().card()));
+    key(Qt::Key_Escape);
+    release({420, y(10)});
+    EXPECT_FALSE(chart.selection());
+    EXPECT_FALSE(chart.selectedTimeRange());
+    EXPECT_FALSE(tooltip().isVisible());
+
+    press({400, y(9.25)});
+    move({420, y(10)}, Qt::LeftButton);
+    release({420, y(10)});
+    EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{9.25, 10}));
+    EXPECT_FALSE(tooltip().isVisible());
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(chart.selectedTimeRange());
+}
+
+TEST_F(DayChartViewTest, ADragNearTheEdgeScrollsAndGoesOn) {
+    press({400, 200});
+    move({400, 395}, Qt::LeftButton);
+    const double before = chart.selection()->end.y;
+    for (int i = 0; i < 3; ++i)
+        view.parts().scrollWhileDragging();
+    EXPECT_GT(view.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(chart.selection()->end.y, before + view.verticalScrollBar()->value());
+    release({400, 395});
+    EXPECT_FALSE(view.parts().dragScroll.isActive());
+}
+
+TEST_F(DayChartViewTest, TheCloseCircleOfTheChosenBarDeletesIt) {
+    const QPoint corner = barFrame().topRight() + QPoint(8, -8);  // beside the bar
+    click(corner);
+    EXPECT_EQ(chart.projectAnnotations().size(), 1);
+    click(barFrame().center());
+    EXPECT_EQ(chosen(), "bar");
+    click(corner);
+    settle();
+    EXPECT_TRUE(chart.projectAnnotations().empty());
+    EXPECT_TRUE(store.context().fetch<ProjectTimeAnnotation>().empty());
+}
+
+TEST_F(DayChartViewTest, KeysMoveBetweenBlocksAndBarsAssignAndDelete) {
+    struct Row {
+        int key;
+        const char* chosen;
+    };
+    const Row rows[] = {{Qt::Key_Down, "Editor"},   {Qt::Key_Down, "Mail"},    {Qt::Key_Right, "Mail"},
+                        {Qt::Key_Up, "Editor"},     {Qt::Key_Right, "bar"},    {Qt::Key_Left, "Editor"},
+                        {Qt::Key_Right, "bar"},     {Qt::Key_Down, "Mail"},    {Qt::Key_Escape, "nothing"},
+                        {Qt::Key_Return, "Editor"}, {Qt::Key_Delete, "Editor"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(QKeySequence(row.key).toString().toStdString());
+        key(row.key);
+        EXPECT_EQ(chosen(), row.chosen);
+    }
+    key(Qt::Key_A);
+    EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{9, 10}));
+    key(Qt::Key_Escape);
+    key(Qt::Key_Escape);
+    key(Qt::Key_A);
+    EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{11, 11.25}));
+    key(Qt::Key_Escape);
+    chart.select(view.parts().scene.bars.front().annotation);
+    key(Qt::Key_Backspace);
+    EXPECT_TRUE(chart.projectAnnotations().empty());
+    EXPECT_EQ(store.context().fetch<ActivityRecord>().size(), 2);
+    chart.stepDate(-1);
+    key(Qt::Key_Home);
+    EXPECT_EQ(chart.selectedDate(), runLoop.now());
+}
+
+TEST_F(DayChartViewTest, TheChosenBlockIsKeptInView) {
+    for (int i = 0; i < 4; ++i)
+        chart.zoomIn();
+    view.verticalScrollBar()->setValue(0);
+    key(Qt::Key_End);
+    key(Qt::Key_Up);  // from none: the last
+    EXPECT_EQ(chosen(), "Mail");
+    EXPECT_LE(view.selectedBlock().bottom(), 400);
+    EXPECT_EQ(view.selectedBlock().height(), 180);
+    key(Qt::Key_PageUp);
+    EXPECT_TRUE(view.selectedBlock().isNull() || view.selectedBlock().height() < 180);
+}
+
+TEST_F(DayChartViewTest, TheMenuOfABlockOffersWhatCanBeDoneWithIt) {
+    std::string wanted;
+    const auto subscription = view.categoryWanted.subscribe([&](const auto& item) { wanted = item.appName; });
+    key(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(view.findChild<QMenu*>(), nullptr);
+    key(Qt::Key_Down);
+    key(Qt::Key_F10, Qt::ShiftModifier);
+    auto* menu = view.findChild<QMenu*>();
+    ASSERT_NE(menu, nullptr);
+    std::vector<std::string> texts;
+    for (const auto* action : menu->actions())
+        if (!action->isSeparator()) texts.push_back(action->text().toStdString());
+    EXPECT_THAT(texts, ElementsAre("Category and tags…", "Assign to Project", "Delete"));
+    menu->actions().front()->trigger();
+    EXPECT_EQ(wanted, "Editor");
+    menu->actions().back()->trigger();
+    EXPECT_EQ(store.context().fetch<ActivityRecord>().size(), 1);
+}
+
+TEST_F(DayChartViewTest, ControlAndTheWheelZoomAndTheHourInTheMiddleStays) {
+    for (const int angle : {120, 60, 60})
+        wheel(angle);
+    EXPECT_EQ(chart.hourHeight(), 300);
+    wheel(-120);
+    EXPECT_EQ(chart.hourHeight(), 240);
+    EXPECT_EQ(view.verticalScrollBar()->value(), 0);
+    view.verticalScrollBar()->setValue(184);
+    const double middle = chart.layout().hourForY(184 + 200);
+    EXPECT_EQ(middle, 10);
+    wheel(120);
+    runLoop.playFor(1s);
+    EXPECT_NEAR(chart.layout().hourForY(view.verticalScrollBar()->value() + 200.0), middle, 0.51);
+}
+
+TEST_F(DayChartViewTest, ScrollsAFractionOfTheRowToTheSameFractionOfTheView) {
+    for (const auto& [fraction, value] : {std::pair{0.5, 144 + 90 - 200}, {0.0, 144}, {0.25, 144 + 45 - 100}}) {
+        chart.scrollRequested.send({9, fraction, 0.3s});
+        EXPECT_EQ(view.verticalScrollBar()->value(), value);
+    }
+    Motion::setAllowed(true);
+    chart.scrollRequested.send({0, 0, 0.3s});
+    EXPECT_EQ(view.verticalScrollBar()->value(), 89);
+    EXPECT_EQ(view.parts().animation.state(), QAbstractAnimation::Running);
+    QWheelEvent event(QPointF(200, 100), view.mapToGlobal(QPointF(200, 100)), {}, {0, 120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view.viewport(), &event);
+    EXPECT_EQ(view.parts().animation.state(), QAbstractAnimation::Stopped);
+    Motion::setAllowed(false);
+}
+
+TEST_F(DayChartViewTest, PaintsBlocksBarsOverThemAndTheNowLine) {
+    const QImage image = view.grab().toImage();
+    const auto color = [&](int x, int row) { return image.pixelColor(x, row).rgb(); };
+    const auto& scene = view.parts().scene;
+    const QColor block = scene.blocks.front().color;
+    const QColor fill = toQColor(scene.bars.front().tone.fill);
+    const auto over = [&](int top, int below) { return qRound(top * 0.6 + below * 0.4); };
+    EXPECT_EQ(color(70, y(9.75)), block.rgb());
+    EXPECT_EQ(color(504, y(9.75)), block.rgb());
+    EXPECT_EQ(color(barFrame().left(), y(9.75)), fill.rgb());  // its edge
+    const QColor inside = image.pixelColor(barFrame().center());
+    EXPECT_NEAR(inside.red(), over(fill.red(), block.red()), 2);
+    EXPECT_NEAR(inside.green(), over(fill.green(), block.green()), 2);
+    EXPECT_NEAR(inside.blue(), over(fill.blue(), block.blue()), 2);
+
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    const QImage scrolled = view.grab().toImage();
+    EXPECT_EQ(scrolled.pixelColor(60, y(12) - 1).rgb(), theme().accent.rgb());
+    chart.stepDate(1);
+    settle();
+    view.verticalScrollBar()->setValue(0);
+    const QImage tomorrow = view.grab().toImage();
+    EXPECT_NE(tomorrow.pixelColor(60, y(12) - 1).rgb(), theme().accent.rgb());
+    EXPECT_TRUE(view.parts().scene.blocks.empty());
+}
+
+TEST_F(DayChartViewTest, TheTooltipTellsOfTheBlockUnderThePointer) {
+    move({100, y(9.5)}, Qt::NoButton);
+    EXPECT_TRUE(tooltip().isVisible());
+    EXPECT_THAT(tooltip().lines(), ElementsAre("Editor", "Draft", "时长: 1.0小时"));
+    EXPECT_EQ(tooltip().card().top(), y(9) + 20);
+    move({100, y(10.25)}, Qt::NoButton);
+    EXPECT_FALSE(tooltip().isVisible());
+}
+
+TEST_F(DayChartViewTest, AssistiveTechnologyFindsBlocksAndBarsWhereTheyAre) {
+    auto* list = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->role(), QAccessible::List);
+    EXPECT_EQ(list->text(QAccessible::Name).toStdString(), localization.text("a11y_day_chart", chart.dateLabel(), 2));
+    std::vector<std::string> names;
+    for (int i = 0; i < list->childCount(); ++i)
+        names.push_back(list->child(i)->text(QAccessible::Name).toStdString());
+    EXPECT_THAT(names,
+                ElementsAre("Editor, 09:00 to 10:00, 1h", "Mail, 10:30 to 11:00, 30m", "Project Web, 09:00 to 10:00"));
+    auto* block = list->child(0);
+    auto* bar = list->child(2);
+    EXPECT_EQ(block->role(), QAccessible::ListItem);
+    EXPECT_EQ(block->rect(), QRect(view.mapToGlobal(QPoint(50, y(9))), QSize(460, 180)));
+    EXPECT_EQ(list->indexOfChild(bar), 2);
+    EXPECT_EQ(list->childAt(bar->rect().center().x(), bar->rect().center().y()), bar);
+
+    EXPECT_EQ(bar->actionInterface()->actionNames(), (QStringList{QAccessibleActionInterface::pressAction(), "delete",
+                                                                  QAccessibleActionInterface::setFocusAction()}));
+    bar->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(chosen(), "bar");
+    EXPECT_TRUE(bar->state().selected);
+    bar->actionInterface()->doAction("delete");
+    EXPECT_EQ(list->childCount(), 2);
+    block->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(chosen(), "Editor");
+    chart.selectTimeRange({9, 9.5});
+    ASSERT_EQ(list->childCount(), 3);
+    EXPECT_EQ(list->child(2)->text(QAccessible::Name), "Selected time 09:00 to 09:30");
+}
+
+TEST_F(DayChartViewTest, NothingIsPaintedUntilTheMinuteAndNothingRunsWhileHidden) {
+    runLoop.playUntil("12:00:10");
+    settle();
+    PaintCount paints(*view.viewport());
+    runLoop.playUntil("12:00:59");
+    chart.changed.send();
+    settle();
+    EXPECT_EQ(paints.take(), 0);
+    runLoop.playUntil("12:01:00");
+    settle();
+    EXPECT_EQ(paints.take(), 1);
+    const int timers = runLoop.pendingTimers();
+    view.hide();
+    EXPECT_EQ(runLoop.pendingTimers(), timers - 1);
+    chart.zoomIn();
+    runLoop.playUntil("12:03:00");
+    settle();
+    EXPECT_EQ(paints.take(), 0);
+}
+
+}  // namespace
+}  // namespace quorvane

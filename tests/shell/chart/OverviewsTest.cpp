@@ -1,0 +1,327 @@
+#include "platform/Clock.h"
+#include "platform/simulated/InMemoryUserDefaults.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "shell/chart/DayCells.h"
+#include "shell/chart/MonthView.h"
+#include "shell/chart/SummaryCard.h"
+#include "shell/chart/WeekPainter.h"
+#include "shell/chart/WeekView.h"
+#include "shell/look/Theme.h"
+#include "store/ProjectTimeAnnotation.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+#include "timeline/AppColorPalette.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <algorithm>
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+namespace quorvane {
+namespace {
+
+using testing::ElementsAre;
+
+/// The one application of the program, without a display.
+void needApplication() {
+    if (qApp != nullptr) return;
+    static int count = 1;
+    static char name[] = "overviews";
+    static char* arguments[] = {name, nullptr};
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    new QApplication(count, arguments);  // stays until the process ends
+}
+
+/// `over` on top of `ground`.
+QColor blend(const QColor& over, double opacity, const QColor& ground) {
+    const auto mix = [&](int a, int b) { return static_cast<int>(a * opacity + b * (1 - opacity)); };
+    return {mix(over.red(), ground.red()), mix(over.green(), ground.green()), mix(over.blue(), ground.blue())};
+}
+
+MATCHER_P(isAbout, color, "") {
+    *result_listener << arg.name().toStdString() << " and not " << color.name().toStdString();
+    return std::abs(arg.red() - color.red()) + std::abs(arg.green() - color.green()) +
+               std::abs(arg.blue() - color.blue()) <=
+           9;
+}
+
+/// Week and month on Wednesday, 8 April 2026, at 17:00; the month begins on a Wednesday.
+class OverviewsTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { needApplication(); }
+    ~OverviewsTest() override {
+        applyTheme(Theme::light());
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+    }
+
+    void record(const char* app, const char* start, const char* end) {
+        aRecord().app(app).from(fmt::format("2026-04-{}", start)).to(fmt::format("2026-04-{}", end)).in(context());
+    }
+    void assign(const char* project, const char* tone, const char* start, const char* end) {
+        const auto annotation = std::make_shared<ProjectTimeAnnotation>();
+        annotation->project = insertProject(context(), project);
+        annotation->project()->color = tone;
+        annotation->startTime = at(fmt::format("2026-04-{}", start));
+        annotation->endTime = at(fmt::format("2026-04-{}", end));
+        context().insert(annotation);
+    }
+    ModelContext& context() { return store.context(); }
+
+    void load() {
+        context().save();
+        activity.load();
+        settle();
+    }
+    /// So wide that a column has 140.
+    void show(QWidget& view) {
+        view.resize(1062, 776);
+        view.show();
+        settle();
+    }
+    void settle() {
+        runLoop.runPosted();
+        QApplication::processEvents();
+    }
+
+    static DayCells& canvas(const QWidget& view) { return *partsOf<DayCells>(view).front(); }
+    template <class Part>
+    static std::vector<Part*> partsOf(const QWidget& view) {
+        std::vector<Part*> parts;
+        for (auto* const child : view.findChildren<QWidget*>())
+            if (auto* const part = dynamic_cast<Part*>(child)) parts.push_back(part);
+        return parts;
+    }
+    /// What assistive technology reads below a painted widget.
+    static std::vector<std::string> names(QWidget& painted) {
+        std::vector<std::string> texts;
+        const auto* const list = QAccessible::queryAccessibleInterface(&painted);
+        for (int i = 0; i < list->childCount(); ++i)
+            texts.push_back(list->child(i)->text(QAccessible::Name).toStdString());
+        return texts;
+    }
+    static void tap(DayCells& cells, QPointF from, QPointF to) {
+        QMouseEvent press(QEvent::MouseButtonPress, from, cells.mapToGlobal(from), Qt::LeftButton, Qt::LeftButton, {});
+        QMouseEvent release(QEvent::MouseButtonRelease, to, cells.mapToGlobal(to), Qt::LeftButton, {}, {});
+        QApplication::sendEvent(&cells, &press);
+        QApplication::sendEvent(&cells, &release);
+    }
+    static void type(QWidget& widget, const std::vector<Qt::Key>& keys) {
+        for (const Qt::Key key : keys) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+            QApplication::sendEvent(&widget, &press);
+        }
+    }
+    /// The day that was opened, "2026-04-07"; the mode while none was.
+    std::string opened() {
+        if (activity.chart().currentViewMode() != TimelineViewMode::day) return "none";
+        const auto day = timelineCalendar().civilDate(activity.chart().selectedDate());
+        return fmt::format("{}-{:02}-{:02}", day.year, day.month, day.day);
+    }
+    void closeDay(TimelineViewMode mode) {
+        activity.chart().selectDate(runLoop.now());
+        activity.chart().setViewMode(mode);
+        settle();
+    }
+
+    platform::SimulatedRunLoop runLoop{at("2026-04-08 17:00:00")};
+    platform::ClockOverride clock{[this] { return runLoop.now(); }};
+    TemporaryStore store;
+    RecordingConsole console;
+    platform::InMemoryUserDefaults defaults;
+    CategoryTagManager categories{defaults, console};
+    MyActivityView activity{store.context(), runLoop, categories, console};
+    Localization localization{"en"};
+    WeekView week{activity, localization, console};
+    MonthView month{activity, localization, console};
+};
+
+TEST_F(OverviewsTest, ATapOpensItsDayAndADragFromDayToDayOpensNone) {
+    load();
+    struct Row {
+        QWidget& view;
+        TimelineViewMode mode;
+        QPointF from;
+        QPointF to;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {week, TimelineViewMode::week, {66 + 140 + 5, 300}, {66 + 140 + 90, 400}, "2026-04-07"},
+        {week, TimelineViewMode::week, {66 + 140 * 6 + 70, 20}, {66 + 140 * 6 + 70, 20}, "2026-04-12"},
+        {week, TimelineViewMode::week, {66 + 70, 300}, {66 + 140 + 70, 300}, "none"},
+        {week, TimelineViewMode::week, {40, 300}, {40, 300}, "none"},
+        // Weeks begin on Sunday: three cells are blank.
+        {month, TimelineViewMode::month, {32 + 143.4 * 2 + 70, 80}, {32 + 143.4 * 2 + 70, 80}, "none"},
+        {month, TimelineViewMode::month, {32 + 143.4 * 3 + 70, 80}, {32 + 143.4 * 3 + 70, 80}, "2026-04-01"},
+        {month, TimelineViewMode::month, {32 + 143.4 * 3 + 70, 80 + 91 * 2}, {32 + 143.4 * 3 + 70, 290}, "2026-04-15"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(fmt::format("from {}, {}", row.from.x(), row.from.y()));
+        closeDay(row.mode);
+        show(row.view);
+        tap(canvas(row.view), row.from, row.to);
+        EXPECT_EQ(opened(), row.expected);
+        row.view.hide();
+    }
+}
+
+TEST_F(OverviewsTest, ArrowsMoveFromTheSelectedDayAndEnterOrSpaceOpensOne) {
+    load();
+    struct Row {
+        const char* name;
+        QWidget& view;
+        TimelineViewMode mode;
+        Qt::LayoutDirection direction;
+        std::vector<Qt::Key> keys;
+        const char* expected;
+    };
+    using enum Qt::Key;
+    constexpr auto ltr = Qt::LeftToRight;
+    const Row rows[] = {
+        {"selected", week, TimelineViewMode::week, ltr, {Key_Return}, "2026-04-08"},
+        {"right", week, TimelineViewMode::week, ltr, {Key_Right, Key_Space}, "2026-04-09"},
+        {"stays in its week",
+         week,
+         TimelineViewMode::week,
+         ltr,
+         {Key_Right, Key_Right, Key_Right, Key_Right, Key_Right, Key_Enter},
+         "2026-04-12"},
+        {"up is for scrolling", week, TimelineViewMode::week, ltr, {Key_Up, Key_Return}, "2026-04-08"},
+        {"mirrored", week, TimelineViewMode::week, Qt::RightToLeft, {Key_Right, Key_Return}, "2026-04-07"},
+        {"week before", month, TimelineViewMode::month, ltr, {Key_Up, Key_Return}, "2026-04-01"},
+        {"no week before", month, TimelineViewMode::month, ltr, {Key_Up, Key_Up, Key_Return}, "2026-04-01"},
+        {"next row", month, TimelineViewMode::month, ltr, {Key_Down, Key_Left, Key_Return}, "2026-04-14"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QApplication::setLayoutDirection(row.direction);
+        activity.chart().selectDate(at("2026-04-01 12:00:00"));
+        show(row.view);
+        closeDay(row.mode);
+        type(canvas(row.view), row.keys);
+        EXPECT_EQ(opened(), row.expected);
+        row.view.hide();
+    }
+}
+
+TEST_F(OverviewsTest, DaysAndSumsAreReadByAssistiveTechnology) {
+    record("Editor", "06 23:00:00", "07 01:30:00");
+    record("Mail", "07 10:00:00", "07 10:04:00");
+    record("Mail", "08 16:00:00", "08 17:30:00");  // beyond now
+    assign("Orchard", "sky", "07 00:00:00", "07 03:00:00");
+    load();
+    show(week);
+    EXPECT_THAT(names(canvas(week)), ElementsAre("Mon, Apr 6, 1.0 hours recorded", "Tue, Apr 7, 1.6 hours recorded",
+                                                 "Wed, Apr 8, 1.0 hours recorded", "Thu, Apr 9, 0.0 hours recorded",
+                                                 "Fri, Apr 10, 0.0 hours recorded", "Sat, Apr 11, 0.0 hours recorded",
+                                                 "Sun, Apr 12, 0.0 hours recorded"));
+    const auto cards = partsOf<SummaryCard>(week);
+    EXPECT_THAT(names(*cards[0]), ElementsAre("Editor, 2.5 hours, 70.1 percent", "Mail, 1.1 hours, 29.9 percent"));
+    EXPECT_THAT(names(*cards[1]), ElementsAre("Orchard, 3.0 hours, 100.0 percent"));
+
+    show(month);
+    const auto days = names(canvas(month));
+    ASSERT_EQ(days.size(), 30);
+    EXPECT_EQ(days[5], "Mon, Apr 6, 1 entry");
+    EXPECT_EQ(days[6], "Tue, Apr 7, 2 entries");
+    EXPECT_EQ(days[8], "Thu, Apr 9, nothing recorded");
+
+    auto* const tuesday = QAccessible::queryAccessibleInterface(&canvas(month))->child(6);
+    EXPECT_EQ(tuesday->role(), QAccessible::Button);
+    tuesday->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(opened(), "2026-04-07");
+}
+
+TEST_F(OverviewsTest, BarsStandAtTheirHoursInTheirColours) {
+    record("Editor", "07 10:00:00", "07 14:00:00");
+    assign("Orchard", "sky", "07 10:00:00", "07 14:00:00");
+    load();
+    show(week);
+    for (const bool isDark : {false, true}) {
+        SCOPED_TRACE(isDark ? "dark" : "light");
+        applyTheme(isDark ? Theme::dark() : Theme::light());
+        settle();
+        const QImage image = canvas(week).grab().toImage();
+        const auto at = [&](double x, double hour) {
+            return image.pixelColor(static_cast<int>(66 + 140 + x), static_cast<int>(52 + 20 * hour));
+        };
+        const QColor panel = at(35, 9.5);
+        const QColor editor = toQColor(AppColorPalette::appColor("org.example.editor", {}, {}, isDark));
+        const QColor orchard = toQColor(AppColorPalette::projectColor("sky", false));
+        EXPECT_THAT(at(35, 13.5), isAbout(blend(editor, 0.6, panel)));
+        EXPECT_THAT(at(105, 13.5), isAbout(blend(orchard, 0.7, panel)));
+        EXPECT_THAT(at(105, 14.5), isAbout(panel));
+        EXPECT_THAT(at(-105, 13.5), isAbout(panel));
+    }
+}
+
+TEST_F(OverviewsTest, AWeekThatHasYetToComeShowsItsGridAndNoBar) {
+    record("Editor", "08 10:00:00", "16 12:00:00");
+    assign("Orchard", "sky", "14 10:00:00", "14 12:00:00");
+    load();
+    activity.chart().selectDate(at("2026-04-15 12:00:00"));
+    show(week);
+    canvas(week).clearFocus();
+    const QImage image = canvas(week).grab().toImage();
+    const auto panel = [&](int day) { return image.copy(66 + 140 * day, 52, 140, 480); };
+    for (int day = 1; day < 7; ++day)
+        EXPECT_EQ(panel(day), panel(0)) << day;
+    EXPECT_NE(panel(0).pixelColor(70, 200), panel(0).pixelColor(70, 210));
+    EXPECT_THAT(names(*partsOf<SummaryCard>(week)[0]), ElementsAre());
+}
+
+TEST_F(OverviewsTest, EachMinuteMovesTheLineAndANewDayRebuilds) {
+    load();
+    show(week);
+    const auto lineOf = [&](int day, double hour) {
+        return canvas(week).grab().toImage().pixelColor(66 + 140 * day + 70, static_cast<int>(51 + 20 * hour));
+    };
+    EXPECT_THAT(lineOf(2, 17), isAbout(theme().accent));
+    runLoop.playUntil(at("2026-04-08 20:00:00"));
+    settle();
+    EXPECT_THAT(lineOf(2, 20), isAbout(theme().accent));
+    EXPECT_THAT(lineOf(2, 17), testing::Not(isAbout(theme().accent)));
+    runLoop.playUntil(at("2026-04-09 06:00:00"));
+    settle();
+    EXPECT_THAT(lineOf(3, 6), isAbout(theme().accent));
+}
+
+TEST_F(OverviewsTest, AHiddenViewDoesNothingAndCatchesUpWhenShown) {
+    load();
+    const int timers = runLoop.pendingTimers();
+    const auto tuesdays = [this] { return std::vector{names(canvas(week))[1], names(canvas(month))[6]}; };
+    for (QWidget* view : std::initializer_list<QWidget*>{&week, &month})
+        show(*view);
+    record("Editor", "07 10:00:00", "07 12:00:00");
+    context().save();
+    settle();
+    EXPECT_THAT(tuesdays(), ElementsAre("Tue, Apr 7, 2.0 hours recorded", "Tue, Apr 7, 1 entry"));
+    week.hide();
+    month.hide();
+    EXPECT_EQ(runLoop.pendingTimers(), timers);
+    record("Mail", "07 13:00:00", "07 14:00:00");
+    context().save();
+    settle();
+    EXPECT_THAT(tuesdays(), ElementsAre("Tue, Apr 7, 2.0 hours recorded", "Tue, Apr 7, 1 entry"));
+    week.show();
+    month.show();
+    EXPECT_THAT(tuesdays(), ElementsAre("Tue, Apr 7, 3.0 hours recorded", "Tue, Apr 7, 2 entries"));
+}
+
+TEST_F(OverviewsTest, ColumnsThatDoNotFitScrollSidewaysAndTheSelectedDayIsOnScreen) {
+    load();
+    activity.chart().selectDate(at("2026-04-12 12:00:00"));
+    week.resize(500, 600);
+    week.show();
+    settle();
+    const QRect sunday = canvas(week).partRectangle(6);
+    EXPECT_EQ(sunday.width(), 100);
+    EXPECT_LE(canvas(week).mapTo(&week, sunday.topRight()).x(), 500);
+    for (const auto* card : partsOf<SummaryCard>(week))
+        EXPECT_LE(card->width(), 500 - 32);
+}
+
+}  // namespace
+}  // namespace quorvane

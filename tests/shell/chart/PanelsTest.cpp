@@ -1,0 +1,282 @@
+#include "platform/Clock.h"
+#include "platform/simulated/InMemoryUserDefaults.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "shell/chart/CategorySheet.h"
+#include "shell/chart/DetailsPanel.h"
+#include "shell/chart/LegendPanel.h"
+#include "shell/chart/ProjectPanel.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+
+/// The one application of the program, without a display.
+void needApplication() {
+    if (qApp != nullptr) return;
+    static int count = 1;
+    static char name[] = "panels";
+    static char* arguments[] = {name, nullptr};
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    new QApplication(count, arguments);  // stays until the process ends
+}
+
+/// Widgets beside the chart of Monday, 2 March 2026, at noon.
+class PanelsTest : public testing::Test {
+protected:
+    PanelsTest() { needApplication(); }
+
+    void showDay() {
+        store.context().save();
+        chart.setRecords(store.context().fetch<ActivityRecord>(), Uuid::random());
+        chart.appear();
+        settle();
+    }
+    void settle() {
+        runLoop.runPosted();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents();
+    }
+    void show(QWidget& panel) {
+        panel.resize(300, 760);
+        panel.show();
+        settle();
+    }
+
+    /// Everything of a role below a widget, as assistive technology meets it.
+    static std::vector<QAccessibleInterface*> items(QWidget& root, QAccessible::Role role) {
+        std::vector<QAccessibleInterface*> found;
+        std::vector<QAccessibleInterface*> open{QAccessible::queryAccessibleInterface(&root)};
+        while (!open.empty()) {
+            auto* const item = open.back();
+            open.pop_back();
+            if (item->role() == role && !item->state().invisible) found.push_back(item);
+            for (int i = item->childCount() - 1; i >= 0; --i)
+                if (auto* const child = item->child(i)) open.push_back(child);
+        }
+        return found;
+    }
+    static std::vector<std::string> names(QWidget& root, QAccessible::Role role) {
+        std::vector<std::string> texts;
+        for (auto* const item : items(root, role))
+            texts.push_back(item->text(QAccessible::Name).toStdString());
+        return texts;
+    }
+    static void press(QWidget& root, QAccessible::Role role, const std::string& name) {
+        for (auto* const item : items(root, role))
+            if (item->text(QAccessible::Name).toStdString() == name)
+                return dynamic_cast<QAbstractButton&>(*item->object()).click();
+        FAIL() << "nothing to press is called " << name;
+    }
+    static bool isEnabled(QWidget& root, const std::string& name) {
+        for (const auto* const item : items(root, QAccessible::Button))
+            if (item->text(QAccessible::Name).toStdString() == name) return !item->state().disabled;
+        return false;
+    }
+    static void type(QLineEdit& field, const char* text) {
+        field.setText(QString::fromUtf8(text));
+        Q_EMIT field.textEdited(field.text());
+    }
+    std::vector<std::string> annotations() {
+        std::vector<std::string> lines;
+        const auto stored = store.anotherContext();
+        for (const auto& one : stored->fetch<ProjectTimeAnnotation>())
+            lines.push_back(fmt::format("{} ({}) {}+{}", one->project()->name(), one->project()->color().value_or("-"),
+                                        (one->startTime() - at("00:00:00")) / 1h, one->duration() / 1h));
+        return lines;
+    }
+
+    platform::SimulatedRunLoop runLoop{at("12:00:00")};
+    platform::ClockOverride clock{[this] { return runLoop.now(); }};
+    TemporaryStore store;
+    RecordingConsole console;
+    platform::InMemoryUserDefaults defaults;
+    CategoryTagManager categories{defaults, console};
+    Localization localization{"en"};
+    DayTimelineChart chart{store.context(), runLoop, console};
+};
+
+TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly) {
+    LegendPanel legend(chart, runLoop, localization);
+    show(legend);
+    EXPECT_THAT(names(legend, QAccessible::StaticText), IsSupersetOf({"0.0 h", "暂无应用数据"}));
+
+    aRecord().from("08:00:00").to("08:30:00").app("Mail").in(store.context());
+    aRecord().from("09:00:00").to("11:00:00").app("Editor").in(store.context());
+    showDay();
+    chart.selectTimeRange({8, 8.5});
+    chart.assignTo(insertProject(store.context(), "Harbour"));
+    chart.selectTimeRange({9, 10.5});
+    chart.assignTo(insertProject(store.context(), "Lumen"));
+    settle();
+    EXPECT_THAT(names(legend, QAccessible::ListItem),
+                ElementsAre("Editor, 2.0 hours, 80.0 percent", "Mail, 0.5 hours, 20.0 percent", "Lumen, 1.5 h",
+                            "Harbour, 0.5 h"));
+    EXPECT_THAT(names(legend, QAccessible::StaticText), IsSupersetOf({"2.5 h"}));
+
+    const auto rows = legend.findChildren<QWidget*>();
+    chart.selectNeighbour(1);
+    settle();
+    EXPECT_EQ(legend.findChildren<QWidget*>(), rows);
+}
+
+TEST_F(PanelsTest, AProjectRowGivesItTheRangeAndProjectsThatHaveItAreNotOffered) {
+    const auto harbour = insertProject(store.context(), "Harbour");
+    insertProject(store.context(), "Lumen")->clientName = "Lumen Health";
+    showDay();
+    ProjectPanel panel(chart, localization);
+    chart.selectTimeRange({9, 10.75});
+    show(panel);
+    EXPECT_THAT(names(panel, QAccessible::Button), IsSupersetOf({"Harbour, Not set", "Lumen, Lumen Health"}));
+    press(panel, QAccessible::Button, "Harbour, Not set");
+    EXPECT_EQ(chart.projectSelector(), nullptr);
+    EXPECT_THAT(annotations(), ElementsAre("Harbour (-) 9+1.75"));
+
+    chart.selectTimeRange({10, 12});
+    settle();
+    EXPECT_THAT(names(panel, QAccessible::Button), testing::Not(testing::Contains("Harbour, Not set")));
+    EXPECT_THAT(names(panel, QAccessible::StaticText),
+                IsSupersetOf({"1 project already covers part of this time and is not listed."}));
+}
+
+TEST_F(PanelsTest, AnewProjectNeedsAFreeNameAndTakesTheChosenTone) {
+    insertProject(store.context(), "Harbour");
+    showDay();
+    ProjectPanel panel(chart, localization);
+    chart.selectTimeRange({9, 10});
+    show(panel);
+    QLineEdit* field = nullptr;
+    for (auto* const edit : panel.findChildren<QLineEdit*>())
+        if (dynamic_cast<QSpinBox*>(edit->parentWidget()) == nullptr) field = edit;
+    EXPECT_FALSE(isEnabled(panel, "Create and Assign"));
+    type(*field, " harbour ");
+    EXPECT_THAT(names(panel, QAccessible::StaticText), IsSupersetOf({"项目名称已存在"}));
+    EXPECT_FALSE(isEnabled(panel, "Create and Assign"));
+    type(*field, "Tidewater");
+    EXPECT_TRUE(isEnabled(panel, "Create and Assign"));
+    press(panel, QAccessible::RadioButton, "Color rose");
+
+    // Another range is another selection; name and colour stay.
+    auto* const end = panel.findChildren<QSpinBox*>().at(1);
+    end->stepBy(1);
+    EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{9, 10.25}));
+    EXPECT_EQ(field->text(), "Tidewater");
+    Q_EMIT field->returnPressed();
+    EXPECT_THAT(annotations(), ElementsAre("Tidewater (rose) 9+1.25"));
+
+    chart.selectTimeRange({20, 24});
+    EXPECT_EQ(field->text(), "");
+    EXPECT_EQ(end->text(), "24:00");
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(end, &escape);
+    EXPECT_EQ(chart.projectSelector(), nullptr);
+}
+
+TEST_F(PanelsTest, DetailsTellWhatIsKnownAndDeleteTheRecord) {
+    const auto record = aRecord()
+                            .from("09:00:00")
+                            .to("10:30:00")
+                            .app("Editor")
+                            .title("Notes")
+                            .document("/srv/notes.md")
+                            .category(ActivityCategory::work)
+                            .tags("写作, 深度工作")
+                            .in(store.context());
+    showDay();
+    DetailsPanel details(chart, localization);
+    chart.selectNeighbour(1);
+    show(details);
+    EXPECT_THAT(names(details, QAccessible::StaticText),
+                IsSupersetOf({"Editor", "Notes", "Document", "/srv/notes.md", "工作", "写作", "深度工作"}));
+    EXPECT_THAT(names(details, QAccessible::StaticText), testing::Not(testing::Contains("Web page")));
+    EXPECT_THAT(names(details, QAccessible::Button),
+                ElementsAre("Close", "Edit Category and tags", "Assign to Project", "Delete this activity record"));
+
+    record->category = std::string("学习");
+    showDay();
+    EXPECT_THAT(names(details, QAccessible::StaticText), IsSupersetOf({"学习"}));
+
+    std::string wanted;
+    const auto subscription = details.categoryWanted.subscribe([&](const auto& item) { wanted = item.appName; });
+    press(details, QAccessible::Button, "Edit Category and tags");
+    EXPECT_EQ(wanted, "Editor");
+    press(details, QAccessible::Button, "Assign to Project");
+    EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{9, 10.5}));
+    press(details, QAccessible::Button, "Delete this activity record");
+    EXPECT_EQ(store.anotherContext()->fetch<ActivityRecord>().size(), 0);
+}
+
+TEST_F(PanelsTest, TheSheetGivesCategoryAndTagsToAllRecordsOfTheApplication) {
+    const auto record = aRecord().app("Firefox").category(ActivityCategory::work).in(store.context());
+    aRecord().from("2026-01-05 10:00:00").to("2026-01-05 11:00:00").app("Firefox").in(store.context());
+    showDay();
+    QWidget window;
+    show(window);
+    int saves = 0;
+    CategorySheet::open(window, std::make_unique<CategoryPickerState>(record, categories, console), categories,
+                        "Firefox", localization, [&] { ++saves; });
+    settle();
+    EXPECT_THAT(names(window, QAccessible::StaticText), IsSupersetOf({"智能建议", "None selected"}));
+    press(window, QAccessible::CheckBox, "工作");  // chosen, so this takes it back
+    press(window, QAccessible::CheckBox, "娱乐");
+    press(window, QAccessible::CheckBox, "阅读");
+    auto& field = *window.findChild<QLineEdit*>();
+    type(field, "draft, 研究");
+    Q_EMIT field.returnPressed();
+    EXPECT_THAT(names(window, QAccessible::StaticText), IsSupersetOf({"3 selected"}));
+    press(window, QAccessible::Button, "Save");
+    settle();
+    EXPECT_EQ(saves, 1);
+    const CategoryTagManager::AppPreferences chosen{"娱乐", {"draft", "研究", "阅读"}};
+    EXPECT_EQ(categories.preference("Firefox"), chosen);
+    for (const auto& stored : store.anotherContext()->fetch<ActivityRecord>())
+        EXPECT_EQ((CategoryTagManager::AppPreferences{stored->category(), stored->tagList()}), chosen);
+}
+
+TEST_F(PanelsTest, EveryControlHasAName) {
+    aRecord().from("09:00:00").to("10:00:00").app("Firefox").url("example.org/page").in(store.context());
+    insertProject(store.context(), "Harbour");
+    showDay();
+    QWidget window;
+    LegendPanel legend(chart, runLoop, localization, &window);
+    DetailsPanel details(chart, localization, &window);
+    ProjectPanel projects(chart, localization, &window);
+    chart.selectNeighbour(1);
+    chart.selectTimeRangeOfActivity();
+    show(window);
+    const auto record = store.context().fetch<ActivityRecord>().front();
+    CategorySheet::open(window, std::make_unique<CategoryPickerState>(record, categories, console), categories,
+                        "Firefox", localization, {});
+    settle();
+    const std::pair<QAccessible::Role, std::size_t> expected[] = {{QAccessible::ListItem, 1},
+                                                                  {QAccessible::RadioButton, 16},
+                                                                  {QAccessible::SpinBox, 2},
+                                                                  {QAccessible::CheckBox, 1 + 10 + 23},
+                                                                  {QAccessible::EditableText, 2}};
+    for (const auto& [role, count] : expected) {
+        SCOPED_TRACE(role);
+        EXPECT_EQ(names(window, role).size(), count);
+        EXPECT_THAT(names(window, role), testing::Each(testing::Not("")));
+    }
+    EXPECT_THAT(names(window, QAccessible::Button), testing::Each(testing::Not("")));
+}
+
+}  // namespace
+}  // namespace quorvane

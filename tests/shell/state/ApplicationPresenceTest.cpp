@@ -1,0 +1,109 @@
+#include "diagnostics/AppLogger.h"
+#include "platform/simulated/RecordingSystemLog.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "shell/state/DockVisibilityController.h"
+#include "shell/state/QuorvaneAppDelegate.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::IsEmpty;
+
+namespace quorvane {
+namespace {
+
+/// Writes down what is done to it.
+class Windows final : public ApplicationPresence {
+public:
+    explicit Windows(std::size_t count) : count_(count) {}
+
+    [[nodiscard]] ActivationPolicy activationPolicy() const override { return policy_; }
+    void setActivationPolicy(ActivationPolicy policy) override {
+        policy_ = policy;
+        calls.emplace_back(policy == ActivationPolicy::accessory ? "accessory" : "regular");
+    }
+    void activateIgnoringOtherApps() override { calls.emplace_back("activate"); }
+    [[nodiscard]] std::size_t windowCount() const override { return count_; }
+    [[nodiscard]] bool hasVisibleWindows() const override { return count_ > 0; }
+    bool makeKeyAndOrderFront() override {
+        calls.emplace_back("front");
+        return count_ > 0;
+    }
+
+    std::vector<std::string> calls;
+
+private:
+    std::size_t count_;
+    ActivationPolicy policy_ = ActivationPolicy::regular;
+};
+
+TEST(DockVisibilityControllerTest, ChangesOnlyWhatDiffersAndActivatesOnlyWhatShows) {
+    Windows windows(1);
+    const struct {
+        bool hide;
+        bool activate;
+        std::vector<std::string> calls;
+    } rows[] = {{false, false, {}},
+                {true, false, {"accessory"}},
+                {true, true, {}},
+                {false, true, {"regular", "activate", "front"}},
+                {false, true, {"activate", "front"}}};
+    for (const auto& row : rows) {
+        windows.calls.clear();
+        DockVisibilityController::apply(windows, row.hide, row.activate);
+        EXPECT_EQ(windows.calls, row.calls);
+    }
+}
+
+TEST(QuorvaneAppDelegateTest, ReopeningTakesTheWindowThatIsThereOrAsksForOne) {
+    platform::SimulatedRunLoop runLoop{at("09:00:00")};
+    platform::RecordingSystemLog systemLog;
+    RecordingConsole console;
+    AppLogger logger(runLoop, systemLog, console, {});
+    QuorvaneAppDelegate delegate(logger);
+    int requests = 0;
+    const auto requested = delegate.quorvaneReopenMain.subscribe([&] { ++requests; });
+    const struct {
+        std::size_t count;
+        bool isVisible;
+        std::vector<std::string> messages;
+        std::vector<std::string> calls;
+        int requests;
+    } rows[] = {{1, true, {"Reopen 事件：hasVisibleWindows=true windows=1"}, {"activate"}, 0},
+                {2,
+                 false,
+                 {"Reopen 事件：hasVisibleWindows=false windows=2", "Reopen 已唤起现存 NSWindow"},
+                 {"activate", "front"},
+                 0},
+                {0,
+                 false,
+                 {"Reopen 事件：hasVisibleWindows=false windows=0",
+                  "Reopen 时无可用窗口，已发 quorvaneReopenMain 通知请求重建"},
+                 {"activate", "front"},
+                 1}};
+    for (const auto& row : rows) {
+        Windows windows(row.count);
+        requests = 0;
+        logger.clearLogs();
+        runLoop.runPosted();
+        const std::size_t before = logger.logs().size();
+        EXPECT_TRUE(delegate.applicationShouldHandleReopen(windows, row.isVisible));
+        runLoop.runPosted();
+        std::vector<std::string> messages;
+        for (std::size_t i = before; i < logger.logs().size(); ++i) {
+            EXPECT_EQ(logger.logs()[i].module, "AppDelegate");
+            EXPECT_EQ(logger.logs()[i].level, LogLevel::info);
+            messages.push_back(logger.logs()[i].message);
+        }
+        EXPECT_EQ(messages, row.messages);
+        EXPECT_EQ(windows.calls, row.calls);
+        EXPECT_EQ(requests, row.requests);
+    }
+    EXPECT_FALSE(QuorvaneAppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+}
+
+}  // namespace
+}  // namespace quorvane

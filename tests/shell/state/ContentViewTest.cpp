@@ -1,0 +1,56 @@
+#include "shell/state/ContentView.h"
+
+#include "shell/state/TrackedScene.h"
+
+#include <gmock/gmock.h>
+
+using testing::Contains;
+using testing::Not;
+
+namespace quorvane {
+namespace {
+
+constexpr const char* startLine = "ContentView: 启动活动追踪器";
+
+TEST(ContentViewTest, TheFirstContentStartsTrackingIntoTheStoreAndALaterOneLeavesItAlone) {
+    TrackedScene scene;
+    auto& tracker = scene.session.tracker();
+    ContentView first(scene.store.context(), tracker, scene.console);
+    first.runFirstTask();
+    first.runSecondTask();
+    EXPECT_TRUE(tracker.isTracking());
+    EXPECT_THAT(scene.console.lines(), Contains(startLine).Times(1));
+    EXPECT_THAT(scene.console.lines(), Contains("ActivityTracker: Starting tracking with modelContext: true"));
+    scene.console.clear();
+    ContentView second(scene.store.context(), tracker, scene.console);
+    second.runFirstTask();
+    second.runSecondTask();
+    EXPECT_THAT(scene.console.lines(), Not(Contains(startLine)));
+    EXPECT_THAT(scene.console.lines(), Not(Contains("ActivityTracker: Already tracking")));
+}
+
+TEST(ContentViewTest, ANewWindowBeginsWithTheTimelineWhateverTheLastOneShowed) {
+    TrackedScene scene;
+    ContentView last(scene.store.context(), scene.session.tracker(), scene.console);
+    int changes = 0;
+    const auto changed = last.changed.subscribe([&] { ++changes; });
+    last.setSelectedSection(MainSection::export_);
+    last.setSelectedSection(MainSection::export_);
+    last.setShowingSettings(true);
+    EXPECT_EQ(changes, 2);
+    const ContentView next(scene.store.context(), scene.session.tracker(), scene.console);
+    EXPECT_EQ(next.selectedSection(), MainSection::activity);
+    EXPECT_FALSE(next.showingSettings());
+}
+
+TEST(MainSectionTest, SectionsAreNamedAsTheyAreStored) {
+    std::vector<std::string> named;
+    const Localization english("en");
+    for (const MainSection section : allMainSections)
+        named.push_back(std::string(rawValue(section)) + " " + title(section, english) + " " + iconName(section));
+    EXPECT_THAT(named, testing::ElementsAre("activity Timeline timeline", "billing Billing billing",
+                                            "rules Rules rules", "export Export export"));
+}
+
+}  // namespace
+}  // namespace quorvane

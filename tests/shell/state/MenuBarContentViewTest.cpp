@@ -1,0 +1,105 @@
+#include "shell/state/MenuBarContentView.h"
+
+#include "shell/state/TrackedScene.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+namespace quorvane {
+namespace {
+
+class MenuBarContentViewTest : public testing::Test {
+protected:
+    /// An item a line: "text [icon]", "(text)" where it can't be chosen, "-" for a separator.
+    [[nodiscard]] std::vector<std::string> lines() const {
+        std::vector<std::string> lines;
+        for (const MenuBarItem& item : menuBar_.items()) {
+            if (item.kind == MenuBarItem::Kind::separator)
+                lines.emplace_back("-");
+            else if (!item.isEnabled)
+                lines.push_back("(" + item.text + ")");
+            else
+                lines.push_back(fmt::format("{} [{}]", item.text, item.iconName));
+        }
+        return lines;
+    }
+
+    void choose(const std::string& text) {
+        for (const MenuBarItem& item : menuBar_.items())
+            if (item.text == text) menuBar_.perform(item.action);
+    }
+
+    TrackedScene scene_;
+    platform::SimulatedDesktop& desktop_ = scene_.desktop;
+    PermissionChecker checker_{{.runLoop = scene_.runLoop,
+                                .accessibility = desktop_.accessibility(),
+                                .automation = desktop_.automation(),
+                                .keys = desktop_.keys(),
+                                .settingsPanes = desktop_.settingsPanes(),
+                                .applications = desktop_.runningApplications(),
+                                .browserURLs = scene_.session.browserURLs(),
+                                .documents = scene_.session.documents(),
+                                .console = scene_.console}};
+    Localization english_{"en"};
+    std::vector<std::string> asked_;
+    MenuBarContentView menuBar_{scene_.session.tracker(),
+                                checker_,
+                                english_,
+                                {.openMainWindow = [this] { asked_.emplace_back("window"); },
+                                 .showAbout = [this] { asked_.emplace_back("about"); },
+                                 .quit = [this] { asked_.emplace_back("quit"); }}};
+};
+
+TEST_F(MenuBarContentViewTest, ItemsStandInTheirOrderAndFollowTracking) {
+    const std::vector<std::string> paused = lines();
+    EXPECT_THAT(paused, ElementsAre("(Paused)", "-", "Open Quorvane [window]", "Start Recording [record]", "-",
+                                    "(Permissions)", "Accessibility [close-circle]", "Automation [close-circle]",
+                                    "Input monitoring [close-circle]", "Check Permissions Again [refresh]", "-",
+                                    "About Quorvane [info]", "Quit Quorvane [power]"));
+    int changes = 0;
+    const auto changed = menuBar_.changed.subscribe([&] { ++changes; });
+    choose("Start Recording");
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(lines()[0], "(Recording)");
+    EXPECT_EQ(lines()[3], "Pause Recording [pause]");
+    EXPECT_STREQ(menuBar_.iconName(), "tray-recording");
+    choose("Pause Recording");
+    EXPECT_EQ(lines(), paused);
+}
+
+TEST_F(MenuBarContentViewTest, TheSwitchPressedTwiceEndsWithTheSecondPress) {
+    menuBar_.toggleTracking();
+    menuBar_.toggleTracking();
+    EXPECT_FALSE(scene_.session.tracker().isTracking());
+}
+
+TEST_F(MenuBarContentViewTest, PermissionsComeFromTheCacheThatTheOpenedMenuAndTheItemFill) {
+    const PermissionStatus none;
+    scene_.runLoop.playFor(1s);
+    const PermissionStatus granted = checker_.currentStatus();
+    ASSERT_NE(granted, none);
+    EXPECT_EQ(menuBar_.cachedPermissions(), none);
+    menuBar_.appear();
+    EXPECT_EQ(menuBar_.cachedPermissions(), granted);
+    scene_.runLoop.runPosted();
+
+    desktop_.refuseKeys(granted.inputMonitoring);
+    checker_.refreshPermissions();  // somebody else asks
+    scene_.runLoop.runPosted();
+    EXPECT_EQ(menuBar_.cachedPermissions(), granted);
+    choose("Check Permissions Again");
+    scene_.runLoop.runPosted();
+    EXPECT_NE(menuBar_.cachedPermissions(), granted);
+    EXPECT_EQ(menuBar_.cachedPermissions(), checker_.currentStatus());
+}
+
+TEST_F(MenuBarContentViewTest, TheApplicationDoesWhatTheItemsAskFor) {
+    for (const char* text : {"Open Quorvane", "About Quorvane", "Accessibility", "Quit Quorvane"})
+        choose(text);
+    EXPECT_THAT(asked_, ElementsAre("window", "about", "quit"));
+}
+
+}  // namespace
+}  // namespace quorvane

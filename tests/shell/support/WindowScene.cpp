@@ -1,0 +1,69 @@
+#include "shell/support/WindowScene.h"
+
+#include "shell/support/SampleDays.h"
+#include "support/Builders.h"
+
+#include <QCoreApplication>
+
+namespace quorvane {
+
+WindowScene::WindowScene(std::string_view language, bool isEmpty)
+    : runLoop(at("2026-03-12 16:48:59.5")), logger_(runLoop, systemLog_, console, application_),
+      localization_(language), session_(runLoop, desktop, store.context(), defaults, console),
+      permissions_({.runLoop = runLoop,
+                    .accessibility = desktop.accessibility(),
+                    .automation = desktop.automation(),
+                    .keys = desktop.keys(),
+                    .settingsPanes = desktop.settingsPanes(),
+                    .applications = desktop.runningApplications(),
+                    .browserURLs = session_.browserURLs(),
+                    .documents = session_.documents(),
+                    .console = console}),
+      menuBar_(session_.tracker(), permissions_, localization_, {}),
+      autoStart_(loginItem_, desktop.settingsPanes(), runLoop, console), services_{
+                                                                             .container = store.container(),
+                                                                             .context = store.context(),
+                                                                             .tracker = session_.tracker(),
+                                                                             .categories = session_.categories(),
+                                                                             .permissionChecker = permissions_,
+                                                                             .menuBar = menuBar_,
+                                                                             .autoStartManager = autoStart_,
+                                                                             .defaults = defaults,
+                                                                             .settingsPanes = desktop.settingsPanes(),
+                                                                             .localization = localization_,
+                                                                             .application = application_,
+                                                                             .console = console,
+                                                                             .logger = logger_,
+                                                                             .runLoop = runLoop,
+                                                                             .quit = [this] { hasQuit = true; },
+                                                                             .hasTray = [this] { return hasTray; },
+                                                                             .hasTrayChanged = hasTrayChanged_,
+                                                                             .setHideDockIcon = [](bool) {},
+                                                                             .aboutRequested = aboutRequested_} {
+    if (!isEmpty) insertSampleDays(store.context());
+    desktop.bringToFront("com.apple.terminal", "Terminal");
+}
+
+MainWindow& WindowScene::open(QSize size) {
+    window_ = std::make_unique<MainWindow>(services_);
+    window_->resize(size);
+    window_->show();
+    settle();
+    return *window_;
+}
+
+void WindowScene::workUntil(std::string_view time) {
+    desktop.typeUntil(time);
+    runLoop.playUntil(time);
+    settle();
+}
+
+void WindowScene::settle() {
+    constexpr int rounds = 4;  // each side may give the other something to do
+    for (int round = 0; round < rounds; ++round) {
+        QCoreApplication::processEvents();
+        runLoop.runPosted();
+    }
+}
+
+}  // namespace quorvane
