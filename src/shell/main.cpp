@@ -8,12 +8,11 @@
 #include "session/TrackerLock.h"
 #include "shell/app/QuorvaneApp.h"
 #include "shell/app/SingleInstance.h"
-#include "shell/state/ContentView.h"
+#include "shell/window/MainWindow.h"
 #include "store/SafeModelContainer.h"
 
 #include <QApplication>
 #include <QIcon>
-#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -85,22 +84,6 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
     return application;
 }
 
-/// An empty window that tracks.
-class PlainWindow final : public QWidget {
-public:
-    explicit PlainWindow(AppServices& services) : content_(services.context, services.tracker, services.console) {
-        setWindowTitle(QString::fromLatin1(ContentView::windowTitle));
-        resize(1280, 832);
-        QTimer::singleShot(0, this, [this] {
-            content_.runFirstTask();
-            content_.runSecondTask();
-        });
-    }
-
-private:
-    ContentView content_;
-};
-
 /// Runs as the one process of the session that tracks into the store.
 int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, SingleInstance& instance,
              bool isInBackground) {
@@ -129,7 +112,7 @@ int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, Single
                                     .console = console,
                                     .application = application,
                                     .makeMainWindow = [](AppServices& services) -> std::unique_ptr<QWidget> {
-                                        return std::make_unique<PlainWindow>(services);
+                                        return std::make_unique<MainWindow>(services);
                                     }})
                            .run(isInBackground);
     AppLogger::setShared(nullptr);

@@ -51,7 +51,7 @@ public:
     /// The application has come to the front: shows the new day if one has begun since.
     void applicationBecameActive();
     void setScrollViewHeight(double height) { scrollViewHeight_ = height; }
-    /// How far the content stands above the view's top edge; negative once it has been scrolled down.
+    /// How far the content reaches above the view's top edge: 0 at the top, positive once it has been scrolled down.
     void noteScroll(double offset);
 
     // Which time

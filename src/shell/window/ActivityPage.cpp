@@ -75,6 +75,7 @@ void ActivityPage::build() {
     parts_->detailsCloseWanted = parts_->details->closeWanted.subscribe([this] { letGo(); });
     parts_->loading->hide();
     place();
+    if (window()->focusWidget() == nullptr) parts_->day->setFocus();
 }
 
 void ActivityPage::follow() {

@@ -20,12 +20,12 @@ constexpr int markSize = 26;
 
 Sidebar::Sidebar(ActivityTracker& tracker, ModelContext& context, platform::RunLoop& runLoop,
                  const Localization& localization, QWidget* parent)
-    : QWidget(parent), recording_(new RecordingCard(tracker, context, runLoop, localization, this)),
-      column_(new QVBoxLayout(this)) {
+    : QWidget(parent), column_(new QVBoxLayout(this)) {
     column_->setSpacing(0);
     addHead(*column_);
     addSections(*column_, localization);
     column_->addStretch(1);
+    recording_ = new RecordingCard(tracker, context, runLoop, localization, this);
     column_->addWidget(recording_);
     addTools(*column_, localization);
     setRail(false);

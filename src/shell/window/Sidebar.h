@@ -46,7 +46,7 @@ private:
 
     Label* name_ = nullptr;
     std::vector<NavigationButton*> sections_;  ///< in the sections' order
-    RecordingCard* recording_;
+    RecordingCard* recording_ = nullptr;
     QBoxLayout* tools_ = nullptr;
     QVBoxLayout* column_;
     bool isRail_ = false;
