@@ -53,6 +53,7 @@ MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
 MonthView::MonthView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
     : OverviewArea(activity, parent), parts_(new Parts{localization, console, new MonthCanvas(this), {}, {}}) {
     setWidget(parts_->canvas);
+    setFocusProxy(parts_->canvas);
     parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
     parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) {
         ensureVisible(day.center().x(), day.center().y(), day.width() / 2 + 6, day.height() / 2 + 6);

@@ -110,6 +110,7 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
 WeekView::WeekView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
     : OverviewArea(activity, parent), parts_(std::make_unique<Parts>(localization, console, this)) {
     setWidget(parts_->content);
+    setFocusProxy(parts_->canvas);
     parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
     parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) { bringOnScreen(day); });
 }

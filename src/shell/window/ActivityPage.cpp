@@ -103,14 +103,27 @@ void ActivityPage::place() {
     const std::pair<QWidget*, TimelineViewMode> views[] = {{parts_->dayCard, TimelineViewMode::day},
                                                            {parts_->week, TimelineViewMode::week},
                                                            {parts_->month, TimelineViewMode::month}};
+    const auto* const focus = window()->focusWidget();
+    bool losesFocus = false;
     for (const auto& [view, shownIn] : views) {
         if (shownIn == mode) view->setGeometry(mirrored(layout.chart));
+        losesFocus = losesFocus || (shownIn != mode && view->isAncestorOf(focus));
         view->setVisible(shownIn == mode);
     }
+    if (losesFocus) focusView(mode);
     if (layout.legend) parts_->legend->setGeometry(mirrored(*layout.legend));
     parts_->legend->setVisible(layout.legend.has_value());
     placeDetails(layout);
     placeProjectPanel(layout);
+}
+
+/// The keyboard stays with the time that is shown.
+void ActivityPage::focusView(TimelineViewMode mode) {
+    switch (mode) {
+    case TimelineViewMode::day: return parts_->day->setFocus();
+    case TimelineViewMode::week: return parts_->week->setFocus();
+    case TimelineViewMode::month: return parts_->month->setFocus();
+    }
 }
 
 /// The details stand in their column, or beside the block where there is none.

@@ -41,6 +41,7 @@ private:
     void build();
     void follow();
     void place();
+    void focusView(TimelineViewMode mode);
     void placeDetails(const ActivityLayout& layout);
     void placeProjectPanel(const ActivityLayout& layout);
     void letGo();

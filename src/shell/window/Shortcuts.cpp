@@ -14,9 +14,8 @@ namespace {
 
 using Act = std::function<void()>;
 
-void on(QWidget& widget, const QKeySequence& keys, Act act, Qt::ShortcutContext context = Qt::WindowShortcut) {
+void on(QWidget& widget, const QKeySequence& keys, Act act) {
     auto* const shortcut = new QShortcut(keys, &widget);
-    shortcut->setContext(context);
     QObject::connect(shortcut, &QShortcut::activated, &widget, std::move(act));
 }
 
@@ -34,23 +33,24 @@ void addSections(MainWindow& window) {
     }
 }
 
-/// Only while the timeline is shown.
+/// Only while the timeline is shown, wherever the focus is.
+void onTimeline(ActivityPage& page, const QKeySequence& keys, Act act) {
+    on(*page.window(), keys, [&page, doIt = std::move(act)] {
+        if (page.isVisible()) doIt();
+    });
+}
+
 void addTimeline(ActivityPage& page, DayTimelineChart& chart) {
-    constexpr auto here = Qt::WidgetWithChildrenShortcut;
     constexpr std::pair<Qt::Key, TimelineViewMode> modes[] = {
         {Qt::Key_1, TimelineViewMode::day}, {Qt::Key_2, TimelineViewMode::week}, {Qt::Key_3, TimelineViewMode::month}};
     for (const auto& [key, mode] : modes)
-        on(
-            page, QKeySequence(Qt::ALT | key), [&page, shown = mode] { page.setMode(shown); }, here);
-    on(page, QKeySequence(Qt::ALT | Qt::Key_Left), step(page, chart, -1), here);
-    on(page, QKeySequence(Qt::ALT | Qt::Key_Right), step(page, chart, 1), here);
+        onTimeline(page, QKeySequence(Qt::ALT | key), [&page, shown = mode] { page.setMode(shown); });
+    onTimeline(page, QKeySequence(Qt::ALT | Qt::Key_Left), step(page, chart, -1));
+    onTimeline(page, QKeySequence(Qt::ALT | Qt::Key_Right), step(page, chart, 1));
     for (const auto key : {Qt::Key_Plus, Qt::Key_Equal})
-        on(
-            page, QKeySequence(Qt::CTRL | key), [&chart] { chart.zoomIn(); }, here);
-    on(
-        page, QKeySequence(Qt::CTRL | Qt::Key_Minus), [&chart] { chart.zoomOut(); }, here);
-    on(
-        page, QKeySequence(Qt::CTRL | Qt::Key_0), [&chart] { chart.resetZoom(); }, here);
+        onTimeline(page, QKeySequence(Qt::CTRL | key), [&chart] { chart.zoomIn(); });
+    onTimeline(page, QKeySequence(Qt::CTRL | Qt::Key_Minus), [&chart] { chart.zoomOut(); });
+    onTimeline(page, QKeySequence(Qt::CTRL | Qt::Key_0), [&chart] { chart.resetZoom(); });
 }
 
 }  // namespace
