@@ -5,7 +5,7 @@ find_package(fmt REQUIRED)
 find_package(nlohmann_json REQUIRED)
 find_package(SQLiteCpp REQUIRED)
 find_package(CLI11 REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Widgets Svg Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Widgets Svg)
 
 pkg_check_modules(icu REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
 pkg_check_modules(sigcpp REQUIRED IMPORTED_TARGET sigc++-3.0)

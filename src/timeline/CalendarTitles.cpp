@@ -41,8 +41,8 @@ std::string dayTitle(Date date) {
 
 std::string daysTitle(DateInterval range) {
     UErrorCode error = U_ZERO_ERROR;
-    const std::unique_ptr<icu::DateIntervalFormat> format(icu::DateIntervalFormat::createInstance(
-        "yMMMMd", icu::Locale::createCanonical(dateLocale().c_str()), error));
+    const std::unique_ptr<icu::DateIntervalFormat> format(
+        icu::DateIntervalFormat::createInstance("yMMMMd", icu::Locale::createCanonical(dateLocale().c_str()), error));
     format->adoptTimeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(currentZone())));
     const icu::DateInterval interval(secondsSince1970(range.start) * 1000, secondsSince1970(range.end - 1s) * 1000);
     icu::UnicodeString text;

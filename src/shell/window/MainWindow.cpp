@@ -54,7 +54,11 @@ MainWindow::MainWindow(AppServices& services)
     WindowFrame::restore(*this, services_.defaults);
 }
 
-MainWindow::~MainWindow() = default;
+// What shows the states goes before the states do: even a widget that is about to go loses the focus with an event.
+MainWindow::~MainWindow() {
+    hide();
+    qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+}
 
 void MainWindow::addPages() {
     activityPage_ = new ActivityPage({activity_, services_.categories, services_.localization, services_.console});

@@ -5,6 +5,7 @@
 #include "shell/chart/DayChartParts.h"
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
+#include "shell/support/Offscreen.h"
 #include "support/Builders.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
@@ -25,19 +26,6 @@ void PrintTo(const QRect& rectangle, std::ostream* out) {
 namespace {
 
 using testing::ElementsAre;
-
-/// The one application of the program, without a display.
-bool needApplication() {
-    if (qApp != nullptr) return true;
-    static int count = 1;
-    static char name[] = "chart";
-    static char* arguments[] = {name, nullptr};
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    new QApplication(count, arguments);  // stays until the process ends
-    applyTheme(Theme::light());
-    Motion::setAllowed(false);
-    return true;
-}
 
 /// Counts how often a widget is painted.
 class PaintCount : public QObject {
@@ -108,7 +96,7 @@ protected:
     QRect barFrame() const { return view.parts().toViewport(view.parts().scene.bars.front().frame).toAlignedRect(); }
     DayChartTooltip& tooltip() const { return *view.parts().tooltip; }
 
-    bool hasApplication = needApplication();
+    bool hasApplication = (needApplication(), true);
     platform::SimulatedRunLoop runLoop{at("12:00:00")};
     platform::ClockOverride clock{[this] { return runLoop.now(); }};
     TemporaryStore store;

@@ -7,6 +7,7 @@
 #include "shell/chart/WeekPainter.h"
 #include "shell/chart/WeekView.h"
 #include "shell/look/Theme.h"
+#include "shell/support/Offscreen.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Builders.h"
 #include "support/RecordingConsole.h"
@@ -24,16 +25,6 @@ namespace quorvane {
 namespace {
 
 using testing::ElementsAre;
-
-/// The one application of the program, without a display.
-void needApplication() {
-    if (qApp != nullptr) return;
-    static int count = 1;
-    static char name[] = "overviews";
-    static char* arguments[] = {name, nullptr};
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    new QApplication(count, arguments);  // stays until the process ends
-}
 
 /// `over` on top of `ground`.
 QColor blend(const QColor& over, double opacity, const QColor& ground) {

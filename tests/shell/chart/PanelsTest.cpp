@@ -5,6 +5,7 @@
 #include "shell/chart/DetailsPanel.h"
 #include "shell/chart/LegendPanel.h"
 #include "shell/chart/ProjectPanel.h"
+#include "shell/support/Offscreen.h"
 #include "support/Builders.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
@@ -28,16 +29,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsSupersetOf;
 
-/// The one application of the program, without a display.
-void needApplication() {
-    if (qApp != nullptr) return;
-    static int count = 1;
-    static char name[] = "panels";
-    static char* arguments[] = {name, nullptr};
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    new QApplication(count, arguments);  // stays until the process ends
-}
-
 /// Widgets beside the chart of Monday, 2 March 2026, at noon.
 class PanelsTest : public testing::Test {
 protected:
@@ -60,33 +51,14 @@ protected:
         settle();
     }
 
-    /// Everything of a role below a widget, as assistive technology meets it.
-    static std::vector<QAccessibleInterface*> items(QWidget& root, QAccessible::Role role) {
-        std::vector<QAccessibleInterface*> found;
-        std::vector<QAccessibleInterface*> open{QAccessible::queryAccessibleInterface(&root)};
-        while (!open.empty()) {
-            auto* const item = open.back();
-            open.pop_back();
-            if (item->role() == role && !item->state().invisible) found.push_back(item);
-            for (int i = item->childCount() - 1; i >= 0; --i)
-                if (auto* const child = item->child(i)) open.push_back(child);
-        }
-        return found;
-    }
-    static std::vector<std::string> names(QWidget& root, QAccessible::Role role) {
-        std::vector<std::string> texts;
-        for (auto* const item : items(root, role))
-            texts.push_back(item->text(QAccessible::Name).toStdString());
-        return texts;
-    }
     static void press(QWidget& root, QAccessible::Role role, const std::string& name) {
-        for (auto* const item : items(root, role))
+        for (auto* const item : accessibleItems(root, role))
             if (item->text(QAccessible::Name).toStdString() == name)
                 return dynamic_cast<QAbstractButton&>(*item->object()).click();
         FAIL() << "nothing to press is called " << name;
     }
     static bool isEnabled(QWidget& root, const std::string& name) {
-        for (const auto* const item : items(root, QAccessible::Button))
+        for (const auto* const item : accessibleItems(root, QAccessible::Button))
             if (item->text(QAccessible::Name).toStdString() == name) return !item->state().disabled;
         return false;
     }
@@ -116,7 +88,7 @@ protected:
 TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly) {
     LegendPanel legend(chart, runLoop, localization);
     show(legend);
-    EXPECT_THAT(names(legend, QAccessible::StaticText), IsSupersetOf({"0.0 h", "暂无应用数据"}));
+    EXPECT_THAT(accessibleNames(legend, QAccessible::StaticText), IsSupersetOf({"0.0 h", "暂无应用数据"}));
 
     aRecord().from("08:00:00").to("08:30:00").app("Mail").in(store.context());
     aRecord().from("09:00:00").to("11:00:00").app("Editor").in(store.context());
@@ -126,10 +98,10 @@ TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly)
     chart.selectTimeRange({9, 10.5});
     chart.assignTo(insertProject(store.context(), "Lumen"));
     settle();
-    EXPECT_THAT(names(legend, QAccessible::ListItem),
+    EXPECT_THAT(accessibleNames(legend, QAccessible::ListItem),
                 ElementsAre("Editor, 2.0 hours, 80.0 percent", "Mail, 0.5 hours, 20.0 percent", "Lumen, 1.5 h",
                             "Harbour, 0.5 h"));
-    EXPECT_THAT(names(legend, QAccessible::StaticText), IsSupersetOf({"2.5 h"}));
+    EXPECT_THAT(accessibleNames(legend, QAccessible::StaticText), IsSupersetOf({"2.5 h"}));
 
     const auto rows = legend.findChildren<QWidget*>();
     chart.selectNeighbour(1);
@@ -144,15 +116,15 @@ TEST_F(PanelsTest, AProjectRowGivesItTheRangeAndProjectsThatHaveItAreNotOffered)
     ProjectPanel panel(chart, localization);
     chart.selectTimeRange({9, 10.75});
     show(panel);
-    EXPECT_THAT(names(panel, QAccessible::Button), IsSupersetOf({"Harbour, Not set", "Lumen, Lumen Health"}));
+    EXPECT_THAT(accessibleNames(panel, QAccessible::Button), IsSupersetOf({"Harbour, Not set", "Lumen, Lumen Health"}));
     press(panel, QAccessible::Button, "Harbour, Not set");
     EXPECT_EQ(chart.projectSelector(), nullptr);
     EXPECT_THAT(annotations(), ElementsAre("Harbour (-) 9+1.75"));
 
     chart.selectTimeRange({10, 12});
     settle();
-    EXPECT_THAT(names(panel, QAccessible::Button), testing::Not(testing::Contains("Harbour, Not set")));
-    EXPECT_THAT(names(panel, QAccessible::StaticText),
+    EXPECT_THAT(accessibleNames(panel, QAccessible::Button), testing::Not(testing::Contains("Harbour, Not set")));
+    EXPECT_THAT(accessibleNames(panel, QAccessible::StaticText),
                 IsSupersetOf({"1 project already covers part of this time and is not listed."}));
 }
 
@@ -167,7 +139,7 @@ TEST_F(PanelsTest, AnewProjectNeedsAFreeNameAndTakesTheChosenTone) {
         if (dynamic_cast<QSpinBox*>(edit->parentWidget()) == nullptr) field = edit;
     EXPECT_FALSE(isEnabled(panel, "Create and Assign"));
     type(*field, " harbour ");
-    EXPECT_THAT(names(panel, QAccessible::StaticText), IsSupersetOf({"项目名称已存在"}));
+    EXPECT_THAT(accessibleNames(panel, QAccessible::StaticText), IsSupersetOf({"项目名称已存在"}));
     EXPECT_FALSE(isEnabled(panel, "Create and Assign"));
     type(*field, "Tidewater");
     EXPECT_TRUE(isEnabled(panel, "Create and Assign"));
@@ -203,15 +175,15 @@ TEST_F(PanelsTest, DetailsTellWhatIsKnownAndDeleteTheRecord) {
     DetailsPanel details(chart, localization);
     chart.selectNeighbour(1);
     show(details);
-    EXPECT_THAT(names(details, QAccessible::StaticText),
+    EXPECT_THAT(accessibleNames(details, QAccessible::StaticText),
                 IsSupersetOf({"Editor", "Notes", "Document", "/srv/notes.md", "工作", "写作", "深度工作"}));
-    EXPECT_THAT(names(details, QAccessible::StaticText), testing::Not(testing::Contains("Web page")));
-    EXPECT_THAT(names(details, QAccessible::Button),
+    EXPECT_THAT(accessibleNames(details, QAccessible::StaticText), testing::Not(testing::Contains("Web page")));
+    EXPECT_THAT(accessibleNames(details, QAccessible::Button),
                 ElementsAre("Close", "Edit Category and tags", "Assign to Project", "Delete this activity record"));
 
     record->category = std::string("学习");
     showDay();
-    EXPECT_THAT(names(details, QAccessible::StaticText), IsSupersetOf({"学习"}));
+    EXPECT_THAT(accessibleNames(details, QAccessible::StaticText), IsSupersetOf({"学习"}));
 
     std::string wanted;
     const auto subscription = details.categoryWanted.subscribe([&](const auto& item) { wanted = item.appName; });
@@ -233,14 +205,14 @@ TEST_F(PanelsTest, TheSheetGivesCategoryAndTagsToAllRecordsOfTheApplication) {
     CategorySheet::open(window, std::make_unique<CategoryPickerState>(record, categories, console), categories,
                         "Firefox", localization, [&] { ++saves; });
     settle();
-    EXPECT_THAT(names(window, QAccessible::StaticText), IsSupersetOf({"智能建议", "None selected"}));
+    EXPECT_THAT(accessibleNames(window, QAccessible::StaticText), IsSupersetOf({"智能建议", "None selected"}));
     press(window, QAccessible::CheckBox, "工作");  // chosen, so this takes it back
     press(window, QAccessible::CheckBox, "娱乐");
     press(window, QAccessible::CheckBox, "阅读");
     auto& field = *window.findChild<QLineEdit*>();
     type(field, "draft, 研究");
     Q_EMIT field.returnPressed();
-    EXPECT_THAT(names(window, QAccessible::StaticText), IsSupersetOf({"3 selected"}));
+    EXPECT_THAT(accessibleNames(window, QAccessible::StaticText), IsSupersetOf({"3 selected"}));
     press(window, QAccessible::Button, "Save");
     settle();
     EXPECT_EQ(saves, 1);
@@ -272,10 +244,10 @@ TEST_F(PanelsTest, EveryControlHasAName) {
                                                                   {QAccessible::EditableText, 2}};
     for (const auto& [role, count] : expected) {
         SCOPED_TRACE(role);
-        EXPECT_EQ(names(window, role).size(), count);
-        EXPECT_THAT(names(window, role), testing::Each(testing::Not("")));
+        EXPECT_EQ(accessibleNames(window, role).size(), count);
+        EXPECT_THAT(accessibleNames(window, role), testing::Each(testing::Not("")));
     }
-    EXPECT_THAT(names(window, QAccessible::Button), testing::Each(testing::Not("")));
+    EXPECT_THAT(accessibleNames(window, QAccessible::Button), testing::Each(testing::Not("")));
 }
 
 }  // namespace

@@ -1,0 +1,51 @@
+#include "shell/support/Offscreen.h"
+
+#include "shell/look/Motion.h"
+#include "shell/look/Theme.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+namespace quorvane {
+
+void needApplication() {
+    static QApplication* application = [] {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        static int count = 1;
+        static char name[] = "quorvane";
+        static char* arguments[] = {name, nullptr};
+        return new QApplication(count, arguments);  // lives as long as the program
+    }();
+    static_cast<void>(application);
+    Motion::setAllowed(false);
+    applyTheme(Theme::light());
+}
+
+void press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, modifiers);
+        if (QWidget* focused = QApplication::focusWidget()) QApplication::sendEvent(focused, &event);
+    }
+}
+
+std::vector<QAccessibleInterface*> accessibleItems(QWidget& root, QAccessible::Role role) {
+    std::vector<QAccessibleInterface*> found;
+    std::vector<QAccessibleInterface*> open{QAccessible::queryAccessibleInterface(&root)};
+    while (!open.empty()) {
+        auto* const item = open.back();
+        open.pop_back();
+        if (item->role() == role && !item->state().invisible) found.push_back(item);
+        for (int i = item->childCount() - 1; i >= 0; --i)
+            if (auto* const child = item->child(i)) open.push_back(child);
+    }
+    return found;
+}
+
+std::vector<std::string> accessibleNames(QWidget& root, QAccessible::Role role) {
+    std::vector<std::string> texts;
+    for (auto* const item : accessibleItems(root, role))
+        texts.push_back(item->text(QAccessible::Name).toStdString());
+    return texts;
+}
+
+}  // namespace quorvane

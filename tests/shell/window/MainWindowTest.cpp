@@ -1,0 +1,188 @@
+#include "shell/window/MainWindow.h"
+
+#include "shell/chart/DayChartView.h"
+#include "shell/chart/DetailsPanel.h"
+#include "shell/chart/ProjectPanel.h"
+#include "shell/support/Offscreen.h"
+#include "shell/support/WindowScene.h"
+#include "shell/window/PanelOverlay.h"
+#include "store/ActivityRecord.h"
+#include "store/ProjectTimeAnnotation.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <gmock/gmock.h>
+#include <set>
+
+namespace quorvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+using testing::Not;
+
+class MainWindowTest : public testing::Test {
+protected:
+    MainWindowTest() { needApplication(); }
+
+    WindowScene& open(QSize size = {1280, 832}, const char* language = "en", bool isEmpty = false) {
+        scene.emplace(language, isEmpty);
+        scene->open(size);
+        scene->workUntil("16:58:30");
+        scene->window().activateWindow();
+        scene->settle();
+        return *scene;
+    }
+    /// By its name, as assistive technology would press it.
+    void pressButton(const std::string& name) {
+        for (auto* const button : scene->window().findChildren<QAbstractButton*>())
+            if (button->isVisible() && button->accessibleName().toStdString() == name) {
+                button->click();
+                return scene->settle();
+            }
+        for (auto* const button : scene->window().findChildren<QAbstractButton*>())
+            if (button->isVisible() && button->text().toStdString() == name) {
+                button->click();
+                return scene->settle();
+            }
+        FAIL() << "no button is called " << name;
+    }
+    void shortcut(const char* keys) {
+        QWidget* const target = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &scene->window();
+        const auto combination = QKeySequence(keys)[0];
+        QKeyEvent override(QEvent::ShortcutOverride, combination.key(), combination.keyboardModifiers());
+        QApplication::sendEvent(target, &override);
+        press(combination.key(), combination.keyboardModifiers());
+        scene->settle();
+    }
+    std::vector<std::string> texts() { return accessibleNames(scene->window(), QAccessible::StaticText); }
+
+    std::optional<WindowScene> scene;
+};
+
+TEST_F(MainWindowTest, TrackingAndTheRecordsBeginWithTheFirstContent) {
+    scene.emplace();
+    EXPECT_FALSE(scene->store.context().fetch<ActivityRecord>().empty());
+    scene->open({1280, 832});
+    EXPECT_THAT(scene->console.lines(), Contains("ContentView: 启动活动追踪器"));
+    EXPECT_TRUE(scene->window().activity().isDataLoaded());
+    scene->workUntil("16:58:30");
+    EXPECT_THAT(texts(), IsSupersetOf({std::string("Recording"), std::string("Terminal"), std::string("since 16:49")}));
+    pressButton("Pause Recording");
+    EXPECT_THAT(texts(), Contains("Paused"));
+    pressButton("Start Recording");
+    EXPECT_THAT(texts(), Contains("Recording"));
+}
+
+TEST_F(MainWindowTest, SectionsWithoutAScreenSayThatTheyAreBeingBuilt) {
+    open();
+    for (const char* name : {"Billing", "Rules", "Export"}) {
+        pressButton(name);
+        EXPECT_THAT(texts(), Contains("This feature is still being built.")) << name;
+    }
+    pressButton("Timeline");
+    EXPECT_THAT(texts(), Not(Contains("This feature is still being built.")));
+    pressButton("Settings");
+    EXPECT_THAT(texts(), Contains("This feature is still being built."));
+}
+
+TEST_F(MainWindowTest, AChosenBlockShowsItsDetailsWhereThereIsRoom) {
+    for (const QSize size : {QSize(1280, 832), QSize(900, 640), QSize(480, 420)}) {
+        SCOPED_TRACE(size.width());
+        auto& day = open(size);
+        auto& details = widgetBelow<DetailsPanel>(day.window());
+        EXPECT_FALSE(details.isVisible());
+        day.chart().click({70, day.chart().layout().yPosition(15.7)}, 510);
+        day.settle();
+        ASSERT_TRUE(details.isVisible());
+        EXPECT_TRUE(details.parentWidget()->rect().contains(details.geometry()));
+        pressButton("Assign to Project");
+        auto& panel = widgetBelow<ProjectPanel>(day.window());
+        EXPECT_TRUE(panel.isVisible());
+        EXPECT_FALSE(details.isVisible());
+        EXPECT_TRUE(panel.window()->rect().contains(QRect(panel.mapTo(panel.window(), QPoint()), panel.size())));
+        pressButton("Cancel");
+        EXPECT_FALSE(panel.isVisible());
+        EXPECT_TRUE(details.isVisible());
+    }
+}
+
+TEST_F(MainWindowTest, APanelOverThePageKeepsTheFocusInsideAndEscapeClosesIt) {
+    auto& day = open({900, 640});
+    day.chart().selectTimeRange({8, 8.5});
+    day.settle();
+    const auto& overlay = widgetBelow<PanelOverlay>(day.window());
+    for (int step = 0; step < 60; ++step) {
+        press(Qt::Key_Tab);
+        const QWidget* const focus = QApplication::focusWidget();
+        if (step > 0) {
+            ASSERT_TRUE(overlay.isAncestorOf(focus)) << step;
+        }
+    }
+    press(Qt::Key_Escape);
+    day.settle();
+    EXPECT_EQ(day.chart().projectSelector(), nullptr);
+}
+
+TEST_F(MainWindowTest, TabGoesThroughAllControlsAndComesBack) {
+    auto& day = open();
+    auto* const first = &widgetBelow<DayChartView>(day.window());
+    first->setFocus();
+    std::set<const QWidget*> seen;
+    for (int step = 0; step < 60; ++step) {
+        press(Qt::Key_Tab);
+        const QWidget* const focus = QApplication::focusWidget();
+        ASSERT_NE(focus, nullptr);
+        if (!seen.insert(focus).second) break;
+        EXPECT_TRUE(focus->isVisible());
+    }
+    EXPECT_TRUE(seen.contains(first));
+    EXPECT_EQ(seen.size(), 11U);  // the sections as one, recording, settings, about, the six of the header, the chart
+}
+
+TEST_F(MainWindowTest, EveryControlHasANameForAssistiveTechnology) {
+    auto& day = open();
+    day.chart().click({70, day.chart().layout().yPosition(15.7)}, 510);
+    day.settle();
+    for (const auto role : {QAccessible::Button, QAccessible::RadioButton, QAccessible::EditableText,
+                            QAccessible::ComboBox, QAccessible::CheckBox, QAccessible::List, QAccessible::ListItem})
+        EXPECT_THAT(accessibleNames(day.window(), role), Not(Contains(""))) << role;
+    EXPECT_THAT(accessibleNames(day.window(), QAccessible::ListItem),
+                Contains(testing::MatchesRegex("Figma, .*15:24.*16:02.*38m.*")));
+}
+
+TEST_F(MainWindowTest, WithoutATrayTheFirstClosingSaysThatRecordingGoesOn) {
+    auto& day = open();
+    day.hasTray = false;
+    EXPECT_FALSE(day.window().close());
+    day.settle();
+    EXPECT_TRUE(day.window().isVisible());
+    EXPECT_THAT(texts(), Contains("Quorvane keeps recording"));
+    pressButton("Close Window");
+    EXPECT_FALSE(day.window().isVisible());
+    open().hasTray = true;
+    EXPECT_TRUE(scene->window().close());
+}
+
+TEST_F(MainWindowTest, SizeAndPlaceAreRemembered) {
+    auto& day = open({1100, 700});
+    day.window().close();
+    day.open({1100, 700});
+    EXPECT_TRUE(day.defaults.value("mainWindowFrame").has_value());
+}
+
+TEST_F(MainWindowTest, EverythingIsInTheWordsLanguageAndMirrorsFromRightToLeft) {
+    open({1280, 832}, "zh");
+    EXPECT_THAT(accessibleNames(scene->window(), QAccessible::RadioButton), Contains("时间线"));
+    scene->window().setLayoutDirection(Qt::RightToLeft);
+    scene->settle();
+    const auto& chart = widgetBelow<DayChartView>(scene->window());
+    const auto& details = widgetBelow<DetailsPanel>(scene->window());
+    scene->chart().click({70, scene->chart().layout().yPosition(15.7)}, 510);
+    scene->settle();
+    EXPECT_LT(details.mapTo(&scene->window(), QPoint()).x(), chart.mapTo(&scene->window(), QPoint()).x());
+}
+
+}  // namespace
+}  // namespace quorvane
