@@ -12,7 +12,8 @@ void MainWindows::show(std::unique_ptr<QWidget> window) {
     hints_.watch(*window);
     QObject::connect(window.get(), &QObject::destroyed, &hints_, [this] { closed.send(); });
     window_ = window.release();
-    makeKeyAndOrderFront();
+    window_->show();
+    activateIgnoringOtherApps();
 }
 
 void MainWindows::close() {
@@ -38,6 +39,8 @@ bool MainWindows::hasVisibleWindows() const {
 }
 
 bool MainWindows::makeKeyAndOrderFront() {
+    // One that is hidden has been closed, and is about to be deleted.
+    if (window_ && !window_->isVisible()) close();
     if (!window_) return false;
     window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
     window_->show();

@@ -50,8 +50,10 @@ double MonthCanvas::cellWidth() const {
 }
 
 QRectF MonthCanvas::cellRectangle(int position) const {
-    return {margin + padding + position % 7 * (cellWidth() + gap),
-            cellsTop() + position / 7 * (MonthTimeline::cellHeight + gap), cellWidth(), MonthTimeline::cellHeight};
+    const int column = position % 7;
+    const int row = position / 7;
+    return {margin + padding + column * (cellWidth() + gap), cellsTop() + row * (MonthTimeline::cellHeight + gap),
+            cellWidth(), MonthTimeline::cellHeight};
 }
 
 void MonthCanvas::place() {

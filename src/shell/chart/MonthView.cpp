@@ -15,6 +15,7 @@ namespace {
 
 std::vector<QString> weekdays(Date date, const Calendar& userCalendar) {
     std::vector<QString> names;
+    names.reserve(7);
     const Date first = userCalendar.week(date).start;
     for (int i = 0; i < 7; ++i)
         names.push_back(qt(shortWeekday(userCalendar.addingDays(i, first))));

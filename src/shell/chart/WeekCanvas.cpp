@@ -66,7 +66,8 @@ void WeekCanvas::resizeEvent(QResizeEvent* event) {
 
 void WeekCanvas::place() {
     // Room that the widest columns leave over is shared by both sides.
-    week_.left = WeekPicture::margin + std::max(width() - widthOf(week_.columnWidth), 0) / 2;
+    const int rest = std::max(width() - widthOf(week_.columnWidth), 0) / 2;
+    week_.left = WeekPicture::margin + rest;
     std::vector<Day> days;
     days.reserve(week_.days.size());
     for (std::size_t i = 0; i < week_.days.size(); ++i) {

@@ -35,8 +35,8 @@ void boxBlurLine(uchar* line, int count, qsizetype step, int reach, std::vector<
     for (int i = 0; i < std::min(reach, count); ++i)
         sum += copy[static_cast<std::size_t>(i)];
     for (int i = 0; i < count; ++i) {
-        if (i + reach < count) sum += copy[static_cast<std::size_t>(i + reach)];
-        if (i - reach - 1 >= 0) sum -= copy[static_cast<std::size_t>(i - reach - 1)];
+        if (i + reach < count) sum += copy[static_cast<std::size_t>(i) + static_cast<std::size_t>(reach)];
+        if (i - reach - 1 >= 0) sum -= copy[static_cast<std::size_t>(i) - static_cast<std::size_t>(reach) - 1];
         line[i * step] = static_cast<uchar>((sum + window / 2) / window);
     }
 }

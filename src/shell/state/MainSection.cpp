@@ -7,7 +7,7 @@ std::string title(MainSection section, const Localization& localization) {
     case MainSection::activity: return localization.text("nav_timeline");
     case MainSection::billing: return localization.text("nav_billing");
     case MainSection::rules: return localization.text("nav_rules");
-    case MainSection::export_: return localization.text("nav_export");
+    case MainSection::exporting: return localization.text("nav_export");
     }
     return {};
 }
@@ -17,7 +17,7 @@ const char* iconName(MainSection section) {
     case MainSection::activity: return "timeline";
     case MainSection::billing: return "billing";
     case MainSection::rules: return "rules";
-    case MainSection::export_: return "export";
+    case MainSection::exporting: return "export";
     }
     return "";
 }

@@ -9,17 +9,17 @@
 namespace quorvane {
 
 /// The sections of the main window, in their order.
-enum class MainSection { activity, billing, rules, export_ };
+enum class MainSection { activity, billing, rules, exporting };
 
 inline constexpr std::array allMainSections{MainSection::activity, MainSection::billing, MainSection::rules,
-                                            MainSection::export_};
+                                            MainSection::exporting};
 
 template <>
 struct RawValues<MainSection> {
     static constexpr RawValueTable<MainSection, 4> table{{{MainSection::activity, "activity"},
                                                           {MainSection::billing, "billing"},
                                                           {MainSection::rules, "rules"},
-                                                          {MainSection::export_, "export"}}};
+                                                          {MainSection::exporting, "export"}}};
 };
 
 [[nodiscard]] std::string title(MainSection section, const Localization& localization);

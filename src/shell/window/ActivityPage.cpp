@@ -9,12 +9,14 @@
 #include "shell/chart/WeekView.h"
 #include "shell/look/Card.h"
 #include "shell/look/EmptyState.h"
+#include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
 #include "shell/window/ActivityLayout.h"
 #include "shell/window/DateHeader.h"
 #include "shell/window/PanelOverlay.h"
 
 #include <QEvent>
+#include <QPainter>
 #include <QPointer>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -35,6 +37,7 @@ struct ActivityPage::Parts {
     DetailsPanel* details = nullptr;
     ProjectPanel* project = nullptr;
     QPointer<PanelOverlay> overlay;
+    bool detailsFloat = false;
     Subscription activityChanged;
     Subscription dayCategoryWanted;
     Subscription detailsCategoryWanted;
@@ -68,6 +71,7 @@ void ActivityPage::build() {
     parts_->week = new WeekView(services.activity, services.localization, services.console, this);
     parts_->month = new MonthView(services.activity, services.localization, services.console, this);
     parts_->details = new DetailsPanel(chart, services.localization, this);
+    parts_->details->installEventFilter(this);
     parts_->project = new ProjectPanel(chart, services.localization, this);
     const auto choose = [this](const ProcessedActivityItem& item) { chooseCategory(item); };
     parts_->dayCategoryWanted = parts_->day->categoryWanted.subscribe(choose);
@@ -104,7 +108,7 @@ void ActivityPage::place() {
                                                            {parts_->week, TimelineViewMode::week},
                                                            {parts_->month, TimelineViewMode::month}};
     const auto* const focus = window()->focusWidget();
-    bool losesFocus = false;
+    bool losesFocus = mode != TimelineViewMode::day && parts_->details->isAncestorOf(focus);
     for (const auto& [view, shownIn] : views) {
         if (shownIn == mode) view->setGeometry(mirrored(layout.chart));
         losesFocus = losesFocus || (shownIn != mode && view->isAncestorOf(focus));
@@ -142,6 +146,8 @@ void ActivityPage::placeDetails(const ActivityLayout& layout) {
         details.raise();
     }
     details.setVisible(isShown);
+    parts_->detailsFloat = isShown && !layout.side;
+    update();
 }
 
 /// The project panel stands in the details' column, or over everything where there is none.
@@ -151,6 +157,7 @@ void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
     if (isShown && !layout.side) {
         if (parts_->overlay) return;
         parts_->overlay = new PanelOverlay(*this, panel, ActivityLayout::sheetWidth);
+        panel.setFocus();
         parts_->overlayCloseWanted =
             parts_->overlay->closeWanted.subscribe([this] { parts_->chart().cancelProjectSelection(); });
         return;
@@ -163,7 +170,9 @@ void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
     }
     if (isShown) panel.setGeometry(mirrored(*layout.side));
     if (!isShown && panel.isVisible()) parts_->day->setFocus();
+    const bool opens = isShown && !panel.isVisible();
     panel.setVisible(isShown);
+    if (opens) panel.setFocus();  // keys go on there, and Esc leaves it
 }
 
 void ActivityPage::letGo() {
@@ -182,10 +191,23 @@ void ActivityPage::chooseCategory(const ProcessedActivityItem& item) {
                         });
 }
 
+/// The details are as high as what they say, which comes after the choice, or later: a category, a longer title.
+bool ActivityPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest && watched == parts_->details && parts_->details->isVisible()) place();
+    return QWidget::eventFilter(watched, event);
+}
+
 void ActivityPage::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     parts_->loading->setGeometry(rect());
     if (parts_->header != nullptr) place();
+}
+
+/// What floats casts a shadow on the page.
+void ActivityPage::paintEvent(QPaintEvent*) {
+    if (!parts_->detailsFloat) return;
+    QPainter painter(this);
+    paintShadow(painter, parts_->details->geometry(), Metrics::cardRadius, Elevation::popUp);
 }
 
 void ActivityPage::changeEvent(QEvent* event) {

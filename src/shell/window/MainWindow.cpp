@@ -1,5 +1,6 @@
 #include "shell/window/MainWindow.h"
 
+#include "shell/chart/AccessibleRole.h"
 #include "shell/look/Alert.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
@@ -37,6 +38,7 @@ MainWindow::MainWindow(AppServices& services)
       sidebar_(new Sidebar(services.tracker, services.context, services.runLoop, services.localization, this)),
       pages_(new QStackedWidget(this)) {
     setWindowTitle(ContentView::windowTitle);
+    setAccessibleRole(*this, QAccessible::Window);
     setMinimumSize(leastSize);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

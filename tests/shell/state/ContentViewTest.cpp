@@ -34,8 +34,8 @@ TEST(ContentViewTest, ANewWindowBeginsWithTheTimelineWhateverTheLastOneShowed) {
     ContentView last(scene.store.context(), scene.session.tracker(), scene.console);
     int changes = 0;
     const auto changed = last.changed.subscribe([&] { ++changes; });
-    last.setSelectedSection(MainSection::export_);
-    last.setSelectedSection(MainSection::export_);
+    last.setSelectedSection(MainSection::exporting);
+    last.setSelectedSection(MainSection::exporting);
     last.setShowingSettings(true);
     EXPECT_EQ(changes, 2);
     const ContentView next(scene.store.context(), scene.session.tracker(), scene.console);
