@@ -66,13 +66,16 @@ std::string activationToken() {
     return token.empty() ? environment("DESKTOP_STARTUP_ID") : token;
 }
 
-/// In the C locale Qt says on standard error that it takes UTF-8 instead. That is what we want, without the words.
-void dropLocaleNotice(QtMsgType, const QMessageLogContext&, const QString& message) {
-    if (!message.startsWith(QLatin1String("Detected locale"))) fmt::print(stderr, "{}\n", message.toStdString());
+/// Qt says on standard error that it takes UTF-8 instead of the C locale, and which directory stands in for a missing
+/// XDG_RUNTIME_DIR. Both are what we want, without the words.
+void dropNotices(QtMsgType, const QMessageLogContext&, const QString& message) {
+    if (message.startsWith(QLatin1String("Detected locale")) || message.startsWith(QLatin1String("QStandardPaths:")))
+        return;
+    fmt::print(stderr, "{}\n", message.toStdString());
 }
 
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
-    const auto before = qInstallMessageHandler(dropLocaleNotice);
+    const auto before = qInstallMessageHandler(dropNotices);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(before);
     QApplication::setApplicationName(QStringLiteral("Quorvane"));

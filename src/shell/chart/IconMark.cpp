@@ -1,6 +1,6 @@
 #include "shell/chart/IconMark.h"
 
-#include "shell/chart/AccessibleRole.h"
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Theme.h"
 

@@ -1,6 +1,6 @@
 #include "shell/chart/ProjectHours.h"
 
-#include "shell/chart/AccessibleRole.h"
+#include "shell/look/AccessibleRole.h"
 #include "shell/chart/RowPainter.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"

@@ -1,6 +1,6 @@
 #include "shell/chart/RowsArea.h"
 
-#include "shell/chart/AccessibleRole.h"
+#include "shell/look/AccessibleRole.h"
 
 #include <QEvent>
 #include <QVBoxLayout>

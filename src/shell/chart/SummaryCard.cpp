@@ -1,5 +1,6 @@
 #include "shell/chart/SummaryCard.h"
 
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
@@ -28,6 +29,7 @@ int rowHeight() {
 
 SummaryCard::SummaryCard(const QString& title, QString emptyText, const Localization& localization, QWidget* parent)
     : Card(parent), title_(title), emptyText_(std::move(emptyText)), localization_(localization) {
+    forgetAccessibleRole(*this);  // its rows are parts of it
     setAccessibleName(title);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }

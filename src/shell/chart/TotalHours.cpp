@@ -1,6 +1,6 @@
 #include "shell/chart/TotalHours.h"
 
-#include "shell/chart/AccessibleRole.h"
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 

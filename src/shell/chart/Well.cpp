@@ -1,5 +1,6 @@
 #include "shell/chart/Well.h"
 
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 
@@ -7,7 +8,9 @@
 
 namespace quorvane {
 
-Well::Well(QColor Theme::*fill, QWidget* parent) : QFrame(parent), fill_(fill) {}
+Well::Well(QColor Theme::*fill, QWidget* parent) : QFrame(parent), fill_(fill) {
+    setAccessibleRole(*this, QAccessible::Grouping);
+}
 
 void Well::paintEvent(QPaintEvent*) {
     QPainter painter(this);

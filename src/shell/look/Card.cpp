@@ -1,5 +1,6 @@
 #include "shell/look/Card.h"
 
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 
@@ -9,6 +10,7 @@ namespace quorvane {
 
 Card::Card(QWidget* parent) : QFrame(parent) {
     setFrameShape(QFrame::NoFrame);
+    setAccessibleRole(*this, QAccessible::Grouping);
 }
 
 void Card::paintEvent(QPaintEvent* /*event*/) {
@@ -17,6 +19,7 @@ void Card::paintEvent(QPaintEvent* /*event*/) {
 }
 
 Rule::Rule(QWidget* parent) : QFrame(parent) {
+    setAccessibleRole(*this, QAccessible::Separator);
     setFixedHeight(1);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

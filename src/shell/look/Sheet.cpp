@@ -1,8 +1,8 @@
 #include "shell/look/Sheet.h"
 
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Button.h"
 #include "shell/look/Painting.h"
-#include "shell/look/SheetAccessible.h"
 #include "shell/look/SheetMotion.h"
 #include "shell/look/SheetPanel.h"
 #include "shell/look/Theme.h"
@@ -60,10 +60,9 @@ Sheet::Sheet(QWidget& window, const QString& title, int width, int height)
                             .wantedWidth = width,
                             .wantedHeight = height,
                         })) {
-    SheetAccessible::install();
+    setAccessibleRole(*this, QAccessible::Dialog, title);
     parts_->opener = window.focusWidget();
     hide();
-    setAccessibleName(title);
     setFocusPolicy(Qt::NoFocus);
     connect(&parts_->panel->closeButton(), &QAbstractButton::clicked, this, [this] { close(); });
     window.installEventFilter(this);
@@ -122,7 +121,7 @@ void Sheet::open() {
     // A hidden widget that was given the focus keeps it in name only.
     if (wanted == QApplication::focusWidget()) wanted->clearFocus();
     wanted->setFocus(Qt::OtherFocusReason);
-    SheetAccessible::announce(*this, true);
+    announceDialog(*this, true);
     // While it moves a picture stands for the panel, which waits outside of what is seen, focus and all.
     parts_->motion.start(
         *this, *parts_->panel, true, [this] { update(); }, [this] { relayout(); });
@@ -139,7 +138,7 @@ void Sheet::close() {
     } else if (QWidget* inside = focusWidget()) {
         inside->clearFocus();
     }
-    SheetAccessible::announce(*this, false);
+    announceDialog(*this, false);
     parts_->motion.start(
         *this, *parts_->panel, false, [this] { update(); },
         [this] {

@@ -146,8 +146,8 @@ void ActivityPage::placeDetails(const ActivityLayout& layout) {
         details.raise();
     }
     details.setVisible(isShown);
-    parts_->detailsFloat = isShown && !layout.side;
-    update();
+    const bool floated = std::exchange(parts_->detailsFloat, isShown && !layout.side);
+    if (floated || parts_->detailsFloat) update();  // the shadow
 }
 
 /// The project panel stands in the details' column, or over everything where there is none.
@@ -156,20 +156,22 @@ void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
     const bool isShown = parts_->chart().projectSelector() != nullptr;
     if (isShown && !layout.side) {
         if (parts_->overlay) return;
-        parts_->overlay = new PanelOverlay(*this, panel, ActivityLayout::sheetWidth);
+        parts_->overlay = new PanelOverlay(*this, panel, ActivityLayout::sheetWidth,
+                                           qt(parts_->services.localization.text("timeline_assign_project")));
         panel.setFocus();
         parts_->overlayCloseWanted =
             parts_->overlay->closeWanted.subscribe([this] { parts_->chart().cancelProjectSelection(); });
         return;
     }
+    const bool wasShown = panel.isVisible();
     if (parts_->overlay) {
-        panel.setParent(this);
+        panel.setParent(this);  // which hides it
         parts_->overlay->deleteLater();
         parts_->overlay->hide();
         parts_->overlay.clear();
     }
     if (isShown) panel.setGeometry(mirrored(*layout.side));
-    if (!isShown && panel.isVisible()) parts_->day->setFocus();
+    if (!isShown && wasShown) parts_->day->setFocus();
     const bool opens = isShown && !panel.isVisible();
     panel.setVisible(isShown);
     if (opens) panel.setFocus();  // keys go on there, and Esc leaves it

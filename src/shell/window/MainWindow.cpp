@@ -1,6 +1,6 @@
 #include "shell/window/MainWindow.h"
 
-#include "shell/chart/AccessibleRole.h"
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Alert.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
@@ -86,7 +86,7 @@ void MainWindow::openAbout() {
 void MainWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (std::exchange(hasBegun_, true)) return;
-    // The window is painted first; then come tracking and the records.
+    // The window shows first; tracking and the records come in the next turn.
     QTimer::singleShot(0, this, [this] {
         content_.runFirstTask();
         content_.runSecondTask();

@@ -1,5 +1,6 @@
 #include "shell/window/PanelOverlay.h"
 
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Theme.h"
 
 #include <QEvent>
@@ -16,7 +17,9 @@ constexpr int mostHeight = 640;
 
 }  // namespace
 
-PanelOverlay::PanelOverlay(QWidget& page, QWidget& panel, int width) : QWidget(&page), panel_(panel), width_(width) {
+PanelOverlay::PanelOverlay(QWidget& page, QWidget& panel, int width, const QString& name)
+    : QWidget(&page), panel_(panel), width_(width) {
+    setAccessibleRole(*this, QAccessible::Dialog, name);
     panel_.setParent(this);
     panel_.show();
     page.installEventFilter(this);
@@ -24,6 +27,12 @@ PanelOverlay::PanelOverlay(QWidget& page, QWidget& panel, int width) : QWidget(&
     place();
     raise();
     show();
+    announceDialog(*this, true);
+}
+
+void PanelOverlay::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    announceDialog(*this, false);
 }
 
 void PanelOverlay::place() {

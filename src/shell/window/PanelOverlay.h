@@ -10,13 +10,15 @@ namespace quorvane {
 /// focus inside. It doesn't own the panel. Esc asks to close.
 class PanelOverlay : public QWidget {
 public:
-    PanelOverlay(QWidget& page, QWidget& panel, int width);
+    /// `name` is what assistive technology calls it.
+    PanelOverlay(QWidget& page, QWidget& panel, int width, const QString& name);
 
     Signal<> closeWanted;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     bool focusNextPrevChild(bool next) override;
