@@ -98,7 +98,7 @@ int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, Single
     if (const auto* refusal = std::get_if<platform::ProcessLock::Refusal>(&lock))
         return refuse(failed, refusal->holder ? refusal->holder->description() + " tracks already" : refusal->reason);
 
-    const ApplicationInfo application{.shortVersion = QUORVANE_VERSION, .build = {}};
+    const ApplicationInfo application{.shortVersion = QUORVANE_VERSION, .build = QUORVANE_BUILD};
     StreamConsole console(stdout);
     platform::LinuxSystemLog systemLog;
     AppLogger logger(runLoop, systemLog, console, application);

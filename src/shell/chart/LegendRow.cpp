@@ -1,7 +1,7 @@
 #include "shell/chart/LegendRow.h"
 
-#include "shell/look/AccessibleRole.h"
 #include "shell/chart/RowPainter.h"
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 

@@ -1,7 +1,7 @@
 #include "shell/chart/ProjectHours.h"
 
-#include "shell/look/AccessibleRole.h"
 #include "shell/chart/RowPainter.h"
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
