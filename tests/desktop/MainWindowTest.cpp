@@ -4,6 +4,7 @@
 #include "desktop/support/AccessibilityService.h"
 #include "desktop/support/AccessibleTree.h"
 #include "desktop/support/DesktopSession.h"
+#include "desktop/support/SettingsPortal.h"
 #include "desktop/support/TrayHost.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/QtRunLoop.h"
@@ -410,11 +411,13 @@ TEST_F(MainWindowTest, TheDayIsDarkInChineseOrAtTwiceTheSizeWhereTheDesktopIs) {
         const auto place = part("frame", "Quorvane").place;
         return waitUntil([&] { return pixel(QPoint(place.center().x(), place.top() + 2)) == color; });
     };
+    SettingsPortal portal(false);
     start();
     EXPECT_TRUE(ground(0xF5F6F8));
+    portal.setDark(true);
+    EXPECT_TRUE(ground(0x111419));
 
     application_.reset();
-    setting_.environment["QUORVANE_APPEARANCE"] = "dark";
     setting_.environment["LANGUAGE"] = "zh";
     start();
     EXPECT_TRUE(ground(0x111419));

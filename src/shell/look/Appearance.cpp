@@ -7,6 +7,7 @@
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
@@ -60,6 +61,7 @@ public:
     explicit PortalListener(std::function<void()> changed) : changed_(std::move(changed)) {
         QDBusConnection bus = QDBusConnection::sessionBus();
         if (!bus.isConnected()) return;
+        qDBusRegisterMetaType<QDBusVariant>();  // Qt finds the types of a slot by their names, and this one by none
         bus.connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                     SLOT(settingChanged(QString, QString, QDBusVariant)));
         QDBusMessage request =
