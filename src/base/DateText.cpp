@@ -43,6 +43,12 @@ std::string mediumDate(Date date) {
     return formatted(date, *format);
 }
 
+std::string mediumDateShortTime(Date date) {
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kShort, userLocale()));
+    return formatted(date, *format);
+}
+
 std::string numericDateShortTime(Date date) {
     UErrorCode error = U_ZERO_ERROR;
     const std::unique_ptr<icu::DateFormat> format(

@@ -18,8 +18,10 @@ bool isWanted(const BillingProject& project, const BillingFilters& filters) {
 
 }  // namespace
 
-BillingLedger BillingLedger::load(ModelContext& context, Date start, Date end, const BillingFilters& filters) {
+BillingLedger BillingLedger::load(ModelContext& context, Date start, Date end, const BillingFilters& filters,
+                                  std::optional<Date> recordsSince) {
     BillingLedger ledger;
+    const Date recordStart = std::max(start, recordsSince.value_or(start));
     std::unordered_map<std::int64_t, const BillingProject*> wanted;  // by row
     for (const auto& stored : context.fetch<Project>()) {
         const BillingProject& project =
@@ -31,7 +33,7 @@ BillingLedger BillingLedger::load(ModelContext& context, Date start, Date end, c
         if (!isWanted(project, filters)) continue;
         wanted.emplace(stored->objectId(), &project);
         // Project by project, as their index leads straight to a project's part of the range.
-        ledger.loadRecords(context, start, end, *stored, project);
+        ledger.loadRecords(context, recordStart, end, *stored, project);
     }
     std::sort(ledger.records_.begin(), ledger.records_.end(), [](const BillingRecord& a, const BillingRecord& b) {
         return a.startTime != b.startTime ? a.startTime > b.startTime : a.id < b.id;

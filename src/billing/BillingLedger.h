@@ -53,9 +53,10 @@ struct BillingAnnotation {
 class BillingLedger {
 public:
     /// Reads all projects; of records those with a project that the filter lets through and a start from `start` to
-    /// `end`, both inside; of annotations those with such a project that end behind `start` and begin until `end`.
-    /// Changes that the context hasn't saved count. Throws `StoreError`.
-    static BillingLedger load(ModelContext& context, Date start, Date end, const BillingFilters& filters);
+    /// `end`, both inside, and not before `recordsSince`; of annotations those with such a project that end behind
+    /// `start` and begin until `end`. Changes that the context hasn't saved count. Throws `StoreError`.
+    static BillingLedger load(ModelContext& context, Date start, Date end, const BillingFilters& filters,
+                              std::optional<Date> recordsSince = std::nullopt);
 
     BillingLedger(BillingLedger&&) noexcept = default;
     BillingLedger& operator=(BillingLedger&&) noexcept = default;

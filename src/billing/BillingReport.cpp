@@ -3,10 +3,11 @@
 namespace quorvane {
 
 BillingReport makeBillingReport(ModelContext& context, const BillingReportRange& range, const BillingFilters& filters,
-                                Date now, const Calendar& calendar, const Localization& localization) {
+                                Date now, const Calendar& calendar, const Localization& localization,
+                                std::optional<Date> recordsSince) {
     using namespace BillingReportBuilder;
     const Scope scope{rangeStart(range, now, calendar), rangeEnd(range, now, calendar), filters};
-    BillingLedger ledger = BillingLedger::load(context, scope.start, scope.end, filters);
+    BillingLedger ledger = BillingLedger::load(context, scope.start, scope.end, filters, recordsSince);
     const auto& records = ledger.records();
     const auto& annotations = ledger.annotations();
     auto rows = reportRows(records, annotations, ledger.projects(), scope);

@@ -4,6 +4,7 @@
 #include "billing/BillingReportBuilder.h"
 #include "billing/BillingReportRange.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,9 +25,11 @@ struct BillingReport {
     std::vector<std::string> clients;     ///< of all projects, for a picker
 };
 
-/// Reads what the range holds and computes the report. Throws `StoreError`.
+/// Reads what the range holds and computes the report; records that begin before `recordsSince` are left out. Throws
+/// `StoreError`.
 [[nodiscard]] BillingReport makeBillingReport(ModelContext& context, const BillingReportRange& range,
                                               const BillingFilters& filters, Date now, const Calendar& calendar,
-                                              const Localization& localization);
+                                              const Localization& localization,
+                                              std::optional<Date> recordsSince = std::nullopt);
 
 }  // namespace quorvane

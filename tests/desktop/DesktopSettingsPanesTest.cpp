@@ -13,7 +13,8 @@ namespace {
 class DesktopSettingsPanesTest : public testing::Test {
 protected:
     DesktopSettingsPanesTest() {
-        for (const char* program : {"gnome-control-center", "systemsettings", "xfce4-accessibility-settings"}) {
+        for (const char* program :
+             {"gnome-control-center", "systemsettings", "xfce4-accessibility-settings", "xfce4-session-settings"}) {
             const auto path = folder / program;
             writeFile(path, "#!/bin/sh\necho \"${0##*/} $*\" > '" + called().string() + ".new'\nmv '" +
                                 called().string() + ".new' '" + called().string() + "'\n");
@@ -44,6 +45,9 @@ TEST_F(DesktopSettingsPanesTest, TheDesktopsOwnProgramOpens) {
         {"GNOME", "Privacy_Automation", "gnome-control-center \n"},
         {"KDE", "Privacy_Accessibility", "systemsettings kcm_access\n"},
         {"XFCE", "Privacy_Accessibility", "xfce4-accessibility-settings \n"},
+        {"KDE", "LoginItems-Settings.extension", "systemsettings kcm_autostart\n"},
+        {"XFCE", "LoginItems-Settings.extension", "xfce4-session-settings \n"},
+        {"GNOME", "LoginItems-Settings.extension", "gnome-control-center \n"},  // has no program of its own here
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.desktop);

@@ -5,8 +5,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <cstdlib>
-#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace quorvane::platform {
 namespace {
@@ -16,20 +16,21 @@ struct SettingsProgram {
     std::string_view desktop;  ///< in XDG_CURRENT_DESKTOP, in lower case
     const char* firstPage;
     const char* accessibility;
+    const char* loginItems;
 };
 
 constexpr SettingsProgram settingsPrograms[] = {
-    {"gnome", "gnome-control-center", "gnome-control-center universal-access"},
-    {"unity", "unity-control-center", "unity-control-center universal-access"},
-    {"budgie", "budgie-control-center", "budgie-control-center universal-access"},
-    {"kde", "systemsettings", "systemsettings kcm_access"},
-    {"xfce", "xfce4-settings-manager", "xfce4-accessibility-settings"},
-    {"mate", "mate-control-center", "mate-at-properties"},
-    {"x-cinnamon", "cinnamon-settings", "cinnamon-settings universal-access"},
-    {"cinnamon", "cinnamon-settings", "cinnamon-settings universal-access"},
-    {"lxqt", "lxqt-config", "lxqt-config"},
-    {"pantheon", "io.elementary.settings", "io.elementary.settings"},
-    {"deepin", "dde-control-center", "dde-control-center"},
+    {"gnome", "gnome-control-center", "gnome-control-center universal-access", "gnome-tweaks"},
+    {"unity", "unity-control-center", "unity-control-center universal-access", "gnome-session-properties"},
+    {"budgie", "budgie-control-center", "budgie-control-center universal-access", "budgie-desktop-settings"},
+    {"kde", "systemsettings", "systemsettings kcm_access", "systemsettings kcm_autostart"},
+    {"xfce", "xfce4-settings-manager", "xfce4-accessibility-settings", "xfce4-session-settings"},
+    {"mate", "mate-control-center", "mate-at-properties", "mate-session-properties"},
+    {"x-cinnamon", "cinnamon-settings", "cinnamon-settings universal-access", "cinnamon-settings startup"},
+    {"cinnamon", "cinnamon-settings", "cinnamon-settings universal-access", "cinnamon-settings startup"},
+    {"lxqt", "lxqt-config", "lxqt-config", "lxqt-config-session"},
+    {"pantheon", "io.elementary.settings", "io.elementary.settings", "io.elementary.settings"},
+    {"deepin", "dde-control-center", "dde-control-center", "dde-control-center"},
 };
 
 std::string environment(const char* name) {
@@ -37,25 +38,34 @@ std::string environment(const char* name) {
     return value ? value : "";
 }
 
-std::optional<QStringList> commandFor(std::string_view url) {
-    const bool isAccessibility = url.ends_with("Privacy_Accessibility");
-    if (!isAccessibility && !url.ends_with("Privacy_Automation")) return std::nullopt;
+/// The commands for the pane, the better one first.
+std::vector<const char*> commandsFor(const SettingsProgram& program, std::string_view url) {
+    if (url.ends_with("Privacy_Accessibility")) return {program.accessibility};
+    if (url.ends_with("Privacy_Automation")) return {program.firstPage};
+    if (url.ends_with("LoginItems-Settings.extension")) return {program.loginItems, program.firstPage};
+    return {};
+}
+
+const SettingsProgram* presentProgram() {
     for (const auto& name : text::split(text::lowercased(environment("XDG_CURRENT_DESKTOP")), ':'))
         for (const auto& program : settingsPrograms)
-            if (program.desktop == name)
-                return QString::fromLatin1(isAccessibility ? program.accessibility : program.firstPage)
-                    .split(QLatin1Char(' '));
-    return std::nullopt;
+            if (program.desktop == name) return &program;
+    return nullptr;
 }
 
 }  // namespace
 
 void DesktopSettingsPanes::open(const std::string& url) {
     if (environment("DISPLAY").empty() && environment("WAYLAND_DISPLAY").empty()) return;
-    auto command = commandFor(url);
-    if (!command) return;
-    const auto program = QStandardPaths::findExecutable(command->takeFirst());
-    if (!program.isEmpty()) QProcess::startDetached(program, *command);
+    const auto* const program = presentProgram();
+    if (program == nullptr) return;
+    for (const char* const command : commandsFor(*program, url)) {
+        QStringList words = QString::fromLatin1(command).split(QLatin1Char(' '));
+        const auto executable = QStandardPaths::findExecutable(words.takeFirst());
+        if (executable.isEmpty()) continue;
+        QProcess::startDetached(executable, words);
+        return;
+    }
 }
 
 }  // namespace quorvane::platform

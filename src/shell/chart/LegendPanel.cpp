@@ -70,7 +70,7 @@ struct LegendPanel::Parts {
     const Localization& localization;
     TotalHours* total;
     RowsArea* apps;
-    Rule* rule;
+    Separator* separator;
     Label* projectsTitle;
     RowsArea* projects;
     std::optional<Shown> shown;
@@ -80,7 +80,7 @@ struct LegendPanel::Parts {
 LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, platform::RunLoop& clock,
                           const Localization& texts)
     : panel(owner), chart(shownChart), runLoop(clock), localization(texts), total(new TotalHours),
-      apps(new RowsArea(QStringLiteral("应用使用统计"))), rule(new Rule),
+      apps(new RowsArea(QStringLiteral("应用使用统计"))), separator(new Separator),
       projectsTitle(new Label(qt(texts.text("ui_projects")), TypeRole::label, &Theme::text2)),
       projects(new RowsArea(qt(texts.text("ui_projects")))) {
     auto* const page = new QVBoxLayout(&panel);
@@ -90,11 +90,11 @@ LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, plat
     head->addWidget(new Label(QStringLiteral("应用使用统计"), TypeRole::label, &Theme::text2));
     head->addSpacing(4);
     head->addWidget(total);
-    page->addWidget(new Rule);
+    page->addWidget(new Separator);
     page->addWidget(apps);
     apps->rows().setContentsMargins(padding, 10, padding, 16);
     apps->rows().setSpacing(7);
-    page->addWidget(rule);
+    page->addWidget(separator);
     section(*page, 12, 6)->addWidget(projectsTitle);
     page->addWidget(projects);
     projects->rows().setContentsMargins(padding, 0, padding, 12);
@@ -131,7 +131,7 @@ void LegendPanel::Parts::showProjects() {
     for (const auto& project : shown->projects)
         projects->add(new ProjectHoursRow(project, qt(fmt::format("{:.1f} h", project.hours))));
     const bool hasProjects = !shown->projects.empty();
-    rule->setVisible(hasProjects);
+    separator->setVisible(hasProjects);
     projectsTitle->setVisible(hasProjects);
     projects->setVisible(hasProjects);
 }

@@ -86,8 +86,20 @@ void Sheet::hideHead() {
     parts_->panel->hideHead();
 }
 
+void Sheet::setTabs(QWidget* tabs) {
+    parts_->panel->setTabs(tabs);
+}
+
+void Sheet::scrollToTop() {
+    parts_->panel->scrollToTop();
+}
+
 QVBoxLayout& Sheet::body() {
     return parts_->panel->body();
+}
+
+void Sheet::addToHead(QWidget* widget) {
+    parts_->panel->addToHead(widget);
 }
 
 void Sheet::addToFootStart(QWidget* widget) {

@@ -25,7 +25,13 @@ public:
     void setSubtitle(const QString& subtitle);
     /// Takes the close button from the head; Esc still closes.
     void hideCloseButton();
+    /// A control or a note at the end of the head, before the close button.
+    void addToHead(QWidget* widget);
     [[nodiscard]] QVBoxLayout& body();
+    /// What chooses between pages of the body, under the title; the body is the window's ground then, for cards.
+    void setTabs(QWidget* tabs);
+    /// Shows the body from its beginning.
+    void scrollToTop();
     /// Without title and close button, for alerts; the title stays the accessible name.
     void hideHead();
     /// The foot: what stands at its start, then buttons from the end. The last one added is the primary.

@@ -10,7 +10,7 @@ namespace quorvane {
 
 class Button;
 class Label;
-class Rule;
+class Separator;
 
 /// The panel of a sheet: head, a body that scrolls, foot.
 class SheetPanel : public QWidget {
@@ -18,10 +18,13 @@ public:
     SheetPanel(const QString& title, QWidget* parent);
 
     void setSubtitle(const QString& subtitle);
+    void addToHead(QWidget* widget);
     void addToFootStart(QWidget* widget);
     void addAction(Button* button);
     void stackActions();
     void hideHead();
+    void setTabs(QWidget* tabs);
+    void scrollToTop();
     [[nodiscard]] Button& closeButton() { return *close_; }
     [[nodiscard]] QVBoxLayout& body() { return *bodyLayout_; }
     [[nodiscard]] QWidget& bodyWidget() { return *bodyWidget_; }
@@ -33,14 +36,16 @@ protected:
 
 private:
     QWidget* head_;
+    QHBoxLayout* headLine_;
     Label* title_;
     Label* subtitle_;
     Button* close_;
     QScrollArea* scroll_;
     QWidget* bodyWidget_;
     QVBoxLayout* bodyLayout_;
-    Rule* footRule_;
+    Separator* footSeparator_;
     QWidget* foot_;
+    QWidget* tabs_ = nullptr;
     QHBoxLayout* footStart_;
     QHBoxLayout* footEnd_;
     QVBoxLayout* footStack_ = nullptr;

@@ -28,6 +28,7 @@ QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QPlainTextEdit:focus, 
 QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled, QPlainTextEdit:disabled {
     background: @sunken; color: @faint; border-color: @line; }
 QLineEdit[error="true"] { border: 2px solid @bad; padding: 0 7px; min-height: 28px; }
+QAbstractSpinBox[error="true"] { border: 2px solid @bad; min-height: 28px; }
 QLineEdit[small="true"], QComboBox[small="true"], QAbstractSpinBox[small="true"] { min-height: 26px; border-radius: 7px;
     padding: 0 6px; font-size: @labelSize; }
 QLineEdit[quiet="true"], QComboBox[quiet="true"], QAbstractSpinBox[quiet="true"] { background: @surface; border-color: @line; }

@@ -32,6 +32,8 @@ public:
     /// Lets everything that is due now happen, in Qt and in the simulation.
     void settle();
 
+    [[nodiscard]] AppServices& services() { return services_; }
+    [[nodiscard]] platform::SimulatedLoginItem& loginItem() { return loginItem_; }
     [[nodiscard]] MainWindow& window() { return *window_; }
     [[nodiscard]] DayTimelineChart& chart() { return window_->activity().chart(); }
 

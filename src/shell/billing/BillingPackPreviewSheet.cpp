@@ -1,0 +1,101 @@
+#include "shell/billing/BillingPackPreviewSheet.h"
+
+#include "shell/billing/PreviewText.h"
+#include "shell/look/Alert.h"
+#include "shell/look/Button.h"
+#include "shell/look/Label.h"
+#include "shell/look/SegmentedControl.h"
+#include "shell/look/Sheet.h"
+#include "shell/look/Theme.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QVBoxLayout>
+
+namespace quorvane::BillingPackPreviewSheet {
+namespace {
+
+constexpr int sheetWidth = 820;
+constexpr int sheetHeight = 672;
+
+/// The preview as a sheet; it holds what it shows.
+class PreviewSheet : public Sheet {
+public:
+    PreviewSheet(QWidget& window, const Content& content, const Localization& localization)
+        : Sheet(window, qt(localization.text("billing_preview_pack")), sheetWidth, sheetHeight), window_(window),
+          localization_(localization),
+          view_(content.markdown, content.emailBody,
+                [](const std::string& text) { QGuiApplication::clipboard()->setText(qt(text)); }),
+          text_(new PreviewText), fileName_(new Label(qt(content.fileName), TypeRole::labelPlain, &Theme::text3)) {
+        addTabs();
+        QMargins margins = body().contentsMargins();
+        margins.setTop(0);
+        body().setContentsMargins(margins);
+        body().addWidget(text_);
+        fileName_->setElided(true);
+        fileName_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        addToFootStart(fileName_);
+        addToFootStart(new QWidget);  // keeps the buttons at the end where no name is shown
+        addButtons();
+        changed_ = view_.changed.subscribe([this] { follow(); });
+        showText();
+    }
+
+private:
+    void addTabs() {
+        const QStringList labels{qt(label(BillingPreviewTab::report, localization_)),
+                                 qt(label(BillingPreviewTab::email, localization_))};
+        auto* const tabs = new SegmentedControl(labels, qt(localization_.text("billing_preview_pack")));
+        addToHead(tabs);
+        tabs->setFocus();
+        chosen_ = tabs->chosen.subscribe(
+            [this](int tab) { view_.setSelectedTab(tab == 0 ? BillingPreviewTab::report : BillingPreviewTab::email); });
+    }
+
+    void addButtons() {
+        auto* const copy = new Button(qt(localization_.text("ui_copy")));
+        copy->setIconName(QStringLiteral("copy"));
+        connect(copy, &QAbstractButton::clicked, this, [this] { view_.copy(); });
+        auto* const closing = new Button(qt(localization_.text("close")), ButtonKind::primary);
+        connect(closing, &QAbstractButton::clicked, this, [this] { close(); });
+        addAction(copy);
+        addAction(closing);
+    }
+
+    void follow() {
+        if (view_.showingCopyConfirmation()) {
+            Toast::show(window_, qt(localization_.text("billing_preview_copied_title")),
+                        qt(localization_.text("billing_preview_copied_message")));
+            view_.closeCopyConfirmation();  // the note goes by itself
+        } else if (shown_ != view_.selectedTab()) {
+            showText();
+        }
+    }
+
+    void showText() {
+        shown_ = view_.selectedTab();
+        const bool isReport = shown_ == BillingPreviewTab::report;
+        text_->show(qt(view_.shownText()), isReport);
+        text_->setAccessibleName(qt(label(shown_, localization_)));
+        fileName_->setVisible(isReport);
+    }
+
+    QWidget& window_;
+    const Localization& localization_;
+    BillingPackPreviewView view_;
+    BillingPreviewTab shown_ = BillingPreviewTab::report;
+    PreviewText* text_;
+    Label* fileName_;
+    Subscription changed_;
+    Subscription chosen_;
+};
+
+}  // namespace
+
+Sheet& open(QWidget& window, const Content& content, const Localization& localization) {
+    auto* const sheet = new PreviewSheet(window, content, localization);
+    sheet->open();
+    return *sheet;
+}
+
+}  // namespace quorvane::BillingPackPreviewSheet

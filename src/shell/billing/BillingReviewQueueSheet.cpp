@@ -1,0 +1,80 @@
+#include "shell/billing/BillingReviewQueueSheet.h"
+
+#include "shell/billing/ReviewQueueList.h"
+#include "shell/look/Button.h"
+#include "shell/look/Card.h"
+#include "shell/look/Chip.h"
+#include "shell/look/EmptyState.h"
+#include "shell/look/Sheet.h"
+#include "shell/look/Typography.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace quorvane::BillingReviewQueueSheet {
+namespace {
+
+constexpr int width = 940;
+constexpr int height = 660;
+
+/// Its rows, and with them the queue that they show.
+class OwningList : public ReviewQueueList {
+public:
+    OwningList(std::unique_ptr<BillingReviewQueueView> queue, const Localization& localization)
+        : ReviewQueueList(*queue, localization), queue_(std::move(queue)) {}
+
+private:
+    std::unique_ptr<BillingReviewQueueView> queue_;
+};
+
+QWidget* emptyState(const Localization& localization) {
+    return new EmptyState(QStringLiteral("seal"), qt(localization.text("review_queue_empty_title")),
+                          qt(localization.text("review_queue_empty_description")));
+}
+
+void addBulkActions(Sheet& sheet, BillingReviewQueueView& queue, const Localization& localization) {
+    auto* const billable = new Button(qt(localization.text("review_queue_mark_all_billable")));
+    billable->setIconName(QStringLiteral("check"));
+    auto* const exclude = new Button(qt(localization.text("review_queue_exclude_all")), ButtonKind::destructive);
+    exclude->setIconName(QStringLiteral("exclude"));
+    QObject::connect(billable, &QAbstractButton::clicked, &sheet, [&queue] { queue.markAllBillable(); });
+    QObject::connect(exclude, &QAbstractButton::clicked, &sheet, [&queue] { queue.excludeAll(); });
+    auto* const both = new QWidget;
+    auto* const line = new QHBoxLayout(both);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(8);
+    line->addWidget(billable);
+    line->addWidget(exclude);
+    line->addStretch(1);
+    sheet.addToFootStart(both);
+}
+
+}  // namespace
+
+Sheet& open(QWidget& window, std::unique_ptr<BillingReviewQueueView> queue, const Localization& localization) {
+    auto* const sheet = new Sheet(window, qt(localization.text("review_queue_title")), width, height);
+    sheet->setSubtitle(qt(localization.text("review_queue_subtitle")));
+    const bool isEmpty = queue->records().empty();
+    sheet->addToHead(new Chip(qt(queue->countCaption()), isEmpty ? ChipTone::ok : ChipTone::warn));
+    sheet->body().setContentsMargins(0, 0, 0, 0);
+    sheet->body().setSpacing(0);
+    sheet->body().addWidget(new Separator);
+    auto* const done = new Button(qt(localization.text("done")), ButtonKind::primary);
+    if (isEmpty) {
+        sheet->body().addWidget(emptyState(localization), 1);
+        sheet->addToFootStart(new QWidget);  // keeps the button at the end
+        done->setFocus();
+    } else {
+        addBulkActions(*sheet, *queue, localization);
+        auto* const rows = new OwningList(std::move(queue), localization);
+        sheet->body().addWidget(rows, 1);
+        rows->setFocus();
+    }
+    QObject::connect(done, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
+    sheet->addAction(done);
+    sheet->open();
+    return *sheet;
+}
+
+}  // namespace quorvane::BillingReviewQueueSheet

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "billing/ExportState.h"
+#include "shell/app/AppServices.h"
+
+#include <QWidget>
+#include <memory>
+
+class QBoxLayout;
+
+namespace quorvane {
+
+class ProjectSelection;
+
+/// `ExportView`: which records go into a table, and the way to its file. Its range ends when the page was made, so
+/// whoever shows it makes it anew each time.
+class ExportPage : public QWidget {
+public:
+    explicit ExportPage(AppServices& services, QWidget* parent = nullptr);
+    ~ExportPage() override;
+
+    /// Asks for a file and writes it. Nothing happens while an export is on its way.
+    void exportRecords();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace quorvane

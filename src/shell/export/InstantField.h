@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/Date.h"
+#include "base/Signal.h"
+
+#include <QDateTime>
+#include <QWidget>
+
+class QDateEdit;
+class QTimeEdit;
+
+namespace quorvane {
+
+/// A date and a time of day, in the local time zone, below their common name. What an instant has below a minute stays
+/// as it is when another date or minute is chosen.
+class InstantField : public QWidget {
+public:
+    explicit InstantField(const QString& name, QWidget* parent = nullptr);
+
+    void setInstant(Date instant);  ///< without `chosen`
+    /// The user has chosen another one.
+    Signal<Date> chosen;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void addCalendarIcon();
+    void choose();
+
+    QDateTime instant_;
+    QDateEdit* date_;
+    QTimeEdit* time_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,107 @@
+#include "shell/settings/AppPreferenceRow.h"
+
+#include "base/Text.h"
+#include "shell/look/AccessibleRole.h"
+#include "shell/look/Button.h"
+#include "shell/look/Chip.h"
+#include "shell/look/FlowLayout.h"
+#include "shell/look/Label.h"
+#include "shell/look/Painting.h"
+#include "shell/look/Theme.h"
+#include "timeline/AppColorPalette.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+constexpr int rowHeight = 46;
+constexpr int tileSide = 24;
+constexpr int gap = 12;
+constexpr int nameShare = 170;
+constexpr int categoryShare = 110;
+constexpr int tagsShare = 262;
+
+/// The application's tile, which only repeats its name.
+class Tile : public QWidget {
+public:
+    explicit Tile(std::string appName) : appName_(std::move(appName)) { setFixedSize(tileSide, tileSide); }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        const Color color = AppColorPalette::appColor(std::nullopt, appName_, std::nullopt, theme().isDark);
+        paintAppTile(painter, rect(), toQColor(color), qt(appName_));
+    }
+
+private:
+    std::string appName_;
+};
+
+QWidget* categoryCell(const AppCategoryManagementView::Row& row, const Localization& localization) {
+    auto* const cell = new QWidget;
+    auto* const line = new QHBoxLayout(cell);
+    line->setContentsMargins(0, 0, 0, 0);
+    if (row.category) {
+        line->addWidget(new Chip(qt(*row.category), ChipTone::info));
+        line->addStretch(1);
+    } else {
+        auto* const none = new Label(qt(localization.text("uncategorized")), TypeRole::body, &Theme::text2);
+        none->setElided(true);
+        line->addWidget(none);
+    }
+    return cell;
+}
+
+QWidget* tagsCell(const std::vector<std::string>& tags) {
+    auto* const cell = new QWidget;
+    auto* const flow = new FlowLayout(6, cell);
+    flow->setContentsMargins(0, 0, 0, 0);
+    for (const std::string& tag : tags)
+        flow->addWidget(new Chip(qt(tag)));
+    return cell;
+}
+
+/// What the row says as a whole.
+QString spoken(const AppCategoryManagementView::Row& row, const Localization& localization) {
+    std::vector<std::string> parts{row.appName, row.category.value_or(localization.text("uncategorized"))};
+    parts.insert(parts.end(), row.tags.begin(), row.tags.end());
+    return qt(text::joined(parts, ", "));
+}
+
+}  // namespace
+
+AppPreferenceRow::AppPreferenceRow(const AppCategoryManagementView::Row& row, const Localization& localization,
+                                   QWidget* parent)
+    : QWidget(parent),
+      delete_(Button::withIcon(QStringLiteral("trash"), qt(localization.text("delete") + " " + row.appName),
+                               ButtonKind::ghost, ButtonSize::small)) {
+    setAccessibleRole(*this, QAccessible::ListItem, spoken(row, localization));
+    setMinimumHeight(rowHeight - 1);
+    auto* const edit = Button::withIcon(QStringLiteral("pencil"), qt(localization.text("a11y_edit", row.appName)),
+                                        ButtonKind::ghost, ButtonSize::small);
+    auto* const name = new Label(isolated(qt(row.appName)), TypeRole::bodyStrong, &Theme::text);
+    name->setElided(true);
+    auto* const line = new QHBoxLayout(this);
+    line->setContentsMargins(0, 4, 0, 4);
+    line->setSpacing(gap);
+    line->addWidget(new Tile(row.appName));
+    line->addWidget(name, nameShare);
+    line->addWidget(categoryCell(row, localization), categoryShare);
+    line->addWidget(tagsCell(row.tags), tagsShare, Qt::AlignVCenter);
+    line->addWidget(edit);
+    line->addWidget(delete_);
+    connect(edit, &QAbstractButton::clicked, this, [this] { editWanted.send(); });
+    connect(delete_, &QAbstractButton::clicked, this, [this] { deleteWanted.send(); });
+}
+
+void AppPreferenceRow::focusDelete() {
+    delete_->setFocus(Qt::TabFocusReason);
+}
+
+}  // namespace quorvane

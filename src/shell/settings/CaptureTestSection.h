@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "l10n/Localization.h"
+#include "shell/state/PermissionRows.h"
+
+#include <QWidget>
+
+namespace quorvane {
+
+class Button;
+class Label;
+
+/// Reads a web address or a document from the application that the user brings to the front, and shows what came.
+class CaptureTestSection : public QWidget {
+public:
+    CaptureTestSection(PermissionRows& permissions, const Localization& localization, QWidget* parent = nullptr);
+
+private:
+    struct Line {
+        PermissionRows::CaptureTest test;
+        Button* button;
+        Label* result;
+    };
+    QWidget* makeLine(Line& line);
+    void refresh(const Line& line);
+
+    PermissionRows& permissions_;
+    const Localization& localization_;
+    Line browser_;
+    Line document_;
+    Subscription changed_;
+};
+
+}  // namespace quorvane

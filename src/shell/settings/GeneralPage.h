@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "l10n/Localization.h"
+#include "shell/state/AutoStartManager.h"
+#include "shell/state/SettingsView.h"
+
+#include <QWidget>
+
+namespace quorvane {
+
+class Switch;
+
+/// Appearance, the login item and the language. The login item changes at once, all else in `settings` alone.
+class GeneralPage : public QWidget {
+public:
+    GeneralPage(SettingsView& settings, AutoStartManager& autoStart, const Localization& localization,
+                QWidget* parent = nullptr);
+
+private:
+    QWidget* appearance();
+    QWidget* startUp();
+    QWidget* language();
+    void showAutoStart();
+
+    SettingsView& settings_;
+    AutoStartManager& autoStart_;
+    const Localization& localization_;
+    Switch* autoStartSwitch_ = nullptr;
+    QWidget* autoStartStatus_ = nullptr;
+    Subscription autoStartChanged_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "l10n/Localization.h"
+#include "shell/state/PermissionRows.h"
+
+#include <QWidget>
+#include <vector>
+
+namespace quorvane {
+
+class Button;
+class IconView;
+class Label;
+
+/// The three permissions, each with its state and a way to grant it.
+class PermissionSection : public QWidget {
+public:
+    PermissionSection(PermissionRows& permissions, const Localization& localization, QWidget* parent = nullptr);
+
+private:
+    struct Line {
+        IconView* icon = nullptr;
+        Label* state = nullptr;
+        Button* grant = nullptr;
+    };
+    QWidget* addLine(const PermissionRows::Row& row);
+    void refresh();
+
+    PermissionRows& permissions_;
+    std::vector<Line> lines_;
+    Button* again_;
+    Subscription changed_;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,50 @@
+#include "shell/settings/SettingsSheet.h"
+
+#include "shell/look/Button.h"
+#include "shell/look/Sheet.h"
+#include "shell/look/Typography.h"
+#include "shell/settings/SettingsPages.h"
+#include "shell/settings/SettingsTabs.h"
+
+#include <QVBoxLayout>
+#include <memory>
+
+namespace quorvane::SettingsSheet {
+namespace {
+
+constexpr int width = 760;
+constexpr int height = 684;
+
+SettingsTabs* makeTabs(const Localization& texts) {
+    return new SettingsTabs({{"sliders", qt(texts.text("settings_tab_general"))},
+                             {"history", qt(texts.text("settings_tab_tracking"))},
+                             {"folder", qt(texts.text("settings_tab_organization"))},
+                             {"pulse", qt(texts.text("settings_tab_diagnostics"))}});
+}
+
+}  // namespace
+
+void open(QWidget& window, AppServices& services, const MakeLogSection& makeLogSection) {
+    const Localization& texts = services.localization;
+    auto* const sheet = new Sheet(window, qt(texts.text("settings")), width, height);
+    auto* const tabs = makeTabs(texts);
+    auto* const pages = new SettingsPages(services, makeLogSection);
+    sheet->setTabs(tabs);
+    sheet->body().addWidget(pages);
+    auto listening = std::make_shared<Subscription>(tabs->chosen.subscribe([sheet, pages](int index) {
+        pages->showPage(index);
+        sheet->scrollToTop();
+    }));
+    QObject::connect(sheet, &QObject::destroyed, [listening] { listening->reset(); });
+    auto* const cancel = new Button(qt(texts.text("cancel")));
+    auto* const save = new Button(qt(texts.text("save")), ButtonKind::primary);
+    QObject::connect(cancel, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
+    QObject::connect(save, &QAbstractButton::clicked, sheet, [sheet, pages] {
+        if (pages->save()) sheet->close();
+    });
+    sheet->addAction(cancel);
+    sheet->addAction(save);
+    sheet->open();
+}
+
+}  // namespace quorvane::SettingsSheet

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "shell/app/AppServices.h"
+
+#include <functional>
+
+class QWidget;
+
+namespace quorvane::SettingsSheet {
+
+/// Makes the section of the log, which the sheet then owns; may be empty.
+using MakeLogSection = std::function<QWidget*()>;
+
+/// Opens the settings over the window. They are stored with "save" alone; the login item, the applications' categories
+/// and what concerns permissions change at once.
+void open(QWidget& window, AppServices& services, const MakeLogSection& makeLogSection = {});
+
+}  // namespace quorvane::SettingsSheet

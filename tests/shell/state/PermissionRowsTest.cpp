@@ -1,0 +1,75 @@
+#include "shell/state/PermissionRows.h"
+
+#include "shell/state/TrackedScene.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+namespace quorvane {
+namespace {
+
+using Permission = PermissionRows::Permission;
+using CaptureTest = PermissionRows::CaptureTest;
+
+class PermissionRowsTest : public testing::Test {
+protected:
+    TrackedScene scene;
+    PermissionChecker checker{{.runLoop = scene.runLoop,
+                               .accessibility = scene.desktop.accessibility(),
+                               .automation = scene.desktop.automation(),
+                               .keys = scene.desktop.keys(),
+                               .settingsPanes = scene.desktop.settingsPanes(),
+                               .applications = scene.desktop.runningApplications(),
+                               .browserURLs = scene.session.browserURLs(),
+                               .documents = scene.session.documents(),
+                               .console = scene.console}};
+    Localization localization{"en"};
+    PermissionRows rows{checker, scene.runLoop, localization};
+};
+
+TEST_F(PermissionRowsTest, WhatIsMissingCanBeGrantedWhereADesktopGrantsIt) {
+    std::vector<std::string> offered;
+    for (const auto& row : rows.rows())
+        offered.push_back(row.title + ": " + row.state + ": " + row.grantText);
+    EXPECT_THAT(offered,
+                ElementsAre("Accessibility: Not granted: Grant Access", "Automation: Not granted: Open System Settings",
+                            "Input monitoring: Not granted: "));
+    rows.refresh();
+    scene.runLoop.playFor(1s);
+    EXPECT_TRUE(rows.rows()[0].isGranted);
+    EXPECT_EQ(rows.rows()[0].grantText, "");
+    EXPECT_EQ(rows.rows()[0].state, "Granted");
+}
+
+TEST_F(PermissionRowsTest, AccessibilityIsAskedForAndItsSettingsOpenOnlyWhereThatDoesNotHelp) {
+    rows.grant(Permission::accessibility);
+    EXPECT_EQ(scene.desktop.accessibility().trustRequests(), 1);
+    EXPECT_THAT(scene.desktop.openedPanes(), ElementsAre());
+    scene.desktop.accessibility().setTrusted(false);
+    rows.grant(Permission::accessibility);
+    rows.grant(Permission::automation);
+    EXPECT_THAT(scene.desktop.openedPanes(),
+                ElementsAre(Permissions::accessibilityPane, Permissions::automationPane));
+}
+
+TEST_F(PermissionRowsTest, ATestReadsWhatTheUserBringsToTheFrontMeanwhile) {
+    scene.desktop.bringToFront("org.zelkor.quorvane", "Quorvane");
+    rows.run(CaptureTest::browserURL);
+    rows.run(CaptureTest::documentPath);  // one at a time
+    EXPECT_TRUE(rows.isTesting());
+    EXPECT_FALSE(rows.test(CaptureTest::documentPath).isRunning);
+    scene.desktop.bringToFront("org.example.editor", "Editor");
+    scene.runLoop.playFor(4s);
+    EXPECT_EQ(rows.test(CaptureTest::browserURL),
+              (PermissionRows::TestState{
+                  .isRunning = false,
+                  .result = PermissionChecker::TestResult{false, "前台应用不是浏览器：org.example.editor"}}));
+    rows.run(CaptureTest::documentPath);
+    scene.runLoop.playFor(4s);
+    EXPECT_EQ(rows.test(CaptureTest::documentPath).result,
+              (PermissionChecker::TestResult{false, "无法获取文档信息，可能缺少辅助功能或自动化权限"}));
+}
+
+}  // namespace
+}  // namespace quorvane

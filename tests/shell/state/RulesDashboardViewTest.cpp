@@ -1,0 +1,197 @@
+#include "shell/state/RulesDashboardView.h"
+
+#include "platform/Clock.h"
+#include "platform/simulated/InMemoryUserDefaults.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <gmock/gmock.h>
+#include <string>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Optional;
+
+class RulesDashboardViewTest : public testing::Test {
+protected:
+    std::shared_ptr<Rule> insertRule(const std::string& name, std::int64_t priority, const std::string& value,
+                                     const std::string& tags) {
+        RuleDraft draft;
+        draft.name = name;
+        draft.priority = priority;
+        draft.value = value;
+        draft.tags = tags;
+        const auto rule = std::make_shared<Rule>();
+        draft.writeTo(*rule);
+        store.context().insert(rule);
+        store.context().save();
+        runLoop.playFor(1s);
+        return rule;
+    }
+    void typeDraft(const std::string& name) {
+        view.edit([&name](RuleDraft& draft) {
+            draft.name = name;
+            draft.value = "harbour";
+            draft.category = "工作";
+        });
+    }
+    [[nodiscard]] std::vector<std::string> names() const {
+        std::vector<std::string> found;
+        for (const RuleRow& row : view.rows())
+            found.push_back(row.name);
+        return found;
+    }
+    [[nodiscard]] std::size_t storedRules() const { return store.anotherContext()->count<Rule>(); }
+
+    platform::SimulatedRunLoop runLoop{at("12:00:00")};
+    platform::ClockOverride clock{[this] { return runLoop.now(); }};
+    TemporaryStore store;
+    RecordingConsole console;
+    platform::InMemoryUserDefaults defaults;
+    CategoryTagManager categories{defaults, console};
+    Localization localization{"en"};
+    RulesDashboardView view{store.context(), runLoop, categories, localization, console};
+};
+
+TEST_F(RulesDashboardViewTest, RulesStandInTheOrderInWhichTheyRunAndChangesOfOthersAreToldTogether) {
+    insertRule("late", 200, "b", "x");
+    const auto older = insertRule("older", 100, "a", "x");
+    insertRule("newer", 100, "c", "x");
+    int told = 0;
+    const auto subscription = view.rowsChanged.subscribe([&told] { ++told; });
+    runLoop.runPosted();
+    EXPECT_THAT(names(), ElementsAre("newer", "older", "late"));
+    RuleDraft(*older).writeTo(*older);  // edited last now
+    runLoop.runPosted();
+    EXPECT_THAT(names(), ElementsAre("older", "newer", "late"));
+    EXPECT_LE(told, 2);
+}
+
+TEST_F(RulesDashboardViewTest, ARowSaysInWordsWhatTheRuleDoesAndTheSearchFindsAnyOfThem) {
+    const auto project = insertProject(store.context(), "Harbour rebrand");
+    project->color = "mint";
+    const auto rule = std::make_shared<Rule>();
+    RuleDraft draft;
+    draft.name = "Études";
+    draft.field = RuleField::documentPath;
+    draft.value = "/files/";
+    draft.category = "工作";
+    draft.projectId = project->id();
+    draft.tags = "design, ,print";
+    draft.isEnabled = false;
+    draft.writeTo(*rule);
+    store.context().insert(rule);
+    insertRule("Other", 900, "zzz", "zzz");
+    runLoop.runPosted();
+    const RuleRow expected{.rule = rule,
+                           .priority = 100,
+                           .name = "Études",
+                           .condition = "Document path contains “/files/”",
+                           .project = RuleRow::Target{"Harbour rebrand", "mint"},
+                           .words = {"工作", "design", "print"},
+                           .isEnabled = false};
+    EXPECT_EQ(view.rows().front(), expected);
+    EXPECT_EQ(expected.sentence(localization),
+              "100, Études, Off, Document path contains “/files/”, Harbour rebrand, 工作, design, print");
+    for (const char* search : {"etudes", "FILES", "document", "rebrand", "工作", "print"}) {
+        view.setSearch(search);
+        EXPECT_THAT(names(), ElementsAre("Études")) << search;
+    }
+    view.setSearch("nowhere");
+    EXPECT_THAT(names(), IsEmpty());
+    EXPECT_FALSE(view.isEmpty());
+}
+
+TEST_F(RulesDashboardViewTest, FurtherConditionsAreCountedAndUnreadableOnesAreNotSet) {
+    const auto rule = insertRule("several", 1, "a", "x");
+    auto conditions = *readRuleConditions(rule->condition());
+    conditions.push_back(conditions.front());
+    rule->condition = RuleConditionSet{conditions}.json();
+    insertRule("broken", 2, "a", "x")->condition = "{}";
+    runLoop.runPosted();
+    EXPECT_EQ(view.rows()[0].condition, "Application contains “a” +1");
+    EXPECT_EQ(view.rows()[1].condition, "Not set");
+}
+
+TEST_F(RulesDashboardViewTest, ADraftBecomesARuleThatIsSelectedAndThenChangedInPlace) {
+    view.save();
+    EXPECT_EQ(storedRules(), 0U);
+    typeDraft("Harbour");
+    view.save();
+    ASSERT_NE(view.selectedRule(), nullptr);
+    EXPECT_EQ(view.selectedRule()->createdAt(), view.selectedRule()->updatedAt());
+    EXPECT_THAT(names(), ElementsAre("Harbour"));
+
+    view.selectedRule()->type = "or";
+    runLoop.playFor(60s);
+    view.edit([](RuleDraft& draft) { draft.priority = 7; });
+    view.save();
+    const auto stored = store.anotherContext()->fetch<Rule>();
+    ASSERT_EQ(stored.size(), 1U);
+    EXPECT_EQ(stored[0]->priority(), 7);
+    EXPECT_EQ(stored[0]->type(), "and");
+    EXPECT_EQ(stored[0]->updatedAt() - stored[0]->createdAt(), 60s);
+}
+
+TEST_F(RulesDashboardViewTest, RemovingAndNewEmptyTheFormAndSelectingFillsIt) {
+    const auto first = insertRule("first", 1, "a", "x");
+    insertRule("second", 2, "b", "y");
+    view.select(first);
+    EXPECT_EQ(view.draft(), RuleDraft(*first));
+    EXPECT_EQ(view.removeSelected(), first);
+    EXPECT_EQ(view.selectedRule(), nullptr);
+    EXPECT_EQ(view.draft(), RuleDraft());
+    EXPECT_EQ(view.removeSelected(), nullptr);
+    EXPECT_THAT(names(), ElementsAre("second"));
+    EXPECT_EQ(storedRules(), 1U);
+
+    view.select(view.rows().front().rule);
+    view.startNew();
+    EXPECT_EQ(view.selectedRule(), nullptr);
+    EXPECT_EQ(view.draft(), RuleDraft());
+}
+
+TEST_F(RulesDashboardViewTest, WhatWasTypedSurvivesARuleThatIsRemovedElsewhere) {
+    const auto rule = insertRule("first", 1, "a", "x");
+    view.select(rule);
+    typeDraft("kept");
+    store.context().remove(rule);
+    EXPECT_EQ(view.selectedRule(), nullptr);
+    EXPECT_EQ(view.draft().name, "kept");
+    view.save();
+    EXPECT_THAT(names(), ElementsAre("kept"));
+}
+
+TEST_F(RulesDashboardViewTest, TheImportCountsWhatItAddsAndRestoresWhatWasRemoved) {
+    using Result = BuiltInRuleTemplates::ImportResult;
+    EXPECT_THAT(view.importBuiltInRules(), Optional(Result{146, 0}));
+    EXPECT_EQ(view.rows().size(), 146U);
+    EXPECT_THAT(view.importBuiltInRules(), Optional(Result{0, 146}));
+    view.select(view.rows()[40].rule);
+    view.removeSelected();
+    EXPECT_THAT(view.importBuiltInRules(), Optional(Result{1, 145}));
+    EXPECT_EQ(storedRules(), 146U);
+}
+
+TEST_F(RulesDashboardViewTest, TheFormOffersProjectsInUseAndWhatTheDraftHas) {
+    const auto harbour = insertProject(store.context(), "Harbour");
+    const auto archived = insertProject(store.context(), "Archived");
+    archived->isArchived = true;
+    EXPECT_THAT(view.projects(), ElementsAre(harbour));
+    view.edit([&archived](RuleDraft& draft) {
+        draft.projectId = archived->id();
+        draft.category = "手工";
+    });
+    EXPECT_THAT(view.projects(), ElementsAre(archived, harbour));
+    EXPECT_EQ(view.categories().back(), "手工");
+    EXPECT_EQ(view.summary(), "When: Application contains “”. Then: Set the category to 手工. Assign it to Archived.");
+}
+
+}  // namespace
+}  // namespace quorvane
