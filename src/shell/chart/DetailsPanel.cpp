@@ -85,7 +85,7 @@ DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart, co
     for (QWidget* const part : {static_cast<QWidget*>(window), static_cast<QWidget*>(document),
                                 static_cast<QWidget*>(webPage), static_cast<QWidget*>(category)})
         body->addWidget(part);
-    page->addWidget(new Rule);
+    page->addWidget(new Separator);
     page->addLayout(foot());
 
     editWanted = category->editWanted.subscribe([this] {

@@ -70,7 +70,7 @@ struct LegendPanel::Parts {
     const Localization& localization;
     TotalHours* total;
     RowsArea* apps;
-    Rule* rule;
+    Separator* rule;
     Label* projectsTitle;
     RowsArea* projects;
     std::optional<Shown> shown;
@@ -80,7 +80,7 @@ struct LegendPanel::Parts {
 LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, platform::RunLoop& clock,
                           const Localization& texts)
     : panel(owner), chart(shownChart), runLoop(clock), localization(texts), total(new TotalHours),
-      apps(new RowsArea(QStringLiteral("应用使用统计"))), rule(new Rule),
+      apps(new RowsArea(QStringLiteral("应用使用统计"))), rule(new Separator),
       projectsTitle(new Label(qt(texts.text("ui_projects")), TypeRole::label, &Theme::text2)),
       projects(new RowsArea(qt(texts.text("ui_projects")))) {
     auto* const page = new QVBoxLayout(&panel);
@@ -90,7 +90,7 @@ LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, plat
     head->addWidget(new Label(QStringLiteral("应用使用统计"), TypeRole::label, &Theme::text2));
     head->addSpacing(4);
     head->addWidget(total);
-    page->addWidget(new Rule);
+    page->addWidget(new Separator);
     page->addWidget(apps);
     apps->rows().setContentsMargins(padding, 10, padding, 16);
     apps->rows().setSpacing(7);

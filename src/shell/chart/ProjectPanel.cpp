@@ -70,7 +70,7 @@ ProjectPanel::Parts::Parts(ProjectPanel& owner, DayTimelineChart& shownChart, co
     rows->rows().setContentsMargins(padding - rowPadding, 6, padding - rowPadding, 12);
     rows->rows().setSpacing(2);
     page->addWidget(rows, 1);
-    page->addWidget(new Rule);
+    page->addWidget(new Separator);
     page->addWidget(foot);
     rangeChosen = range->rangeChosen.subscribe([this](const TimeRange& chosen) { chooseRange(chosen); });
     changed = chart.changed.subscribe([this] { refresh(); });

@@ -18,13 +18,13 @@ void Card::paintEvent(QPaintEvent* /*event*/) {
     paintPanel(painter, rect(), Metrics::cardRadius, theme().surface, theme().line);
 }
 
-Rule::Rule(QWidget* parent) : QFrame(parent) {
+Separator::Separator(QWidget* parent) : QFrame(parent) {
     setAccessibleRole(*this, QAccessible::Separator);
     setFixedHeight(1);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void Rule::paintEvent(QPaintEvent* /*event*/) {
+void Separator::paintEvent(QPaintEvent* /*event*/) {
     QPainter(this).fillRect(rect(), theme().line2);
 }
 

@@ -14,9 +14,9 @@ protected:
 };
 
 /// A line between two parts of a card.
-class Rule : public QFrame {
+class Separator : public QFrame {
 public:
-    explicit Rule(QWidget* parent = nullptr);
+    explicit Separator(QWidget* parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -143,17 +143,25 @@ private:
         return moved != nullptr && control_ != nullptr && (moved == control_ || moved->isAncestorOf(control_));
     }
 
+    /// Not at once: the focus also moves while Qt walks through the children of what hides, and the ring is one.
+    void dropRing() {
+        if (ring_ == nullptr) return;
+        ring_->hide();
+        ring_->deleteLater();
+        ring_ = nullptr;
+    }
+
     void place() {
         QWidget* focused = QApplication::focusWidget();
         control_ = focused == nullptr ? nullptr : controlOf(focused);
         QWidget* host = control_ == nullptr ? nullptr : hostOf(*control_);
         const auto outline = control_ == nullptr ? std::nullopt : outlineOf(*control_);
         if (!isByKeyboard_ || host == nullptr || !outline || !control_->isVisible()) {
-            delete ring_;
+            dropRing();
             return;
         }
         if (ring_ == nullptr || ring_->parentWidget() != host || ring_->radius() != outline->radius) {
-            delete ring_;
+            dropRing();
             ring_ = new RingWidget(host, outline->radius);
         }
         const QRect around = outline->rectangle.adjusted(-reach, -reach, reach, reach);

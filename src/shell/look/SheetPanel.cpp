@@ -29,7 +29,7 @@ SheetPanel::SheetPanel(const QString& title, QWidget* parent)
     : QWidget(parent), head_(new QWidget), title_(new Label(title, TypeRole::title, &Theme::text)),
       subtitle_(new Label(QString(), TypeRole::body, &Theme::text2)),
       close_(Button::withIcon(QStringLiteral("close"), closeText())), scroll_(new QScrollArea),
-      bodyWidget_(new QWidget), bodyLayout_(new QVBoxLayout(bodyWidget_)), footRule_(new Rule), foot_(new QWidget),
+      bodyWidget_(new QWidget), bodyLayout_(new QVBoxLayout(bodyWidget_)), footRule_(new Separator), foot_(new QWidget),
       footStart_(new QHBoxLayout), footEnd_(new QHBoxLayout) {
     title_->setElided(true);
     subtitle_->setElided(true);

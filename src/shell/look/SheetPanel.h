@@ -10,7 +10,7 @@ namespace quorvane {
 
 class Button;
 class Label;
-class Rule;
+class Separator;
 
 /// The panel of a sheet: head, a body that scrolls, foot.
 class SheetPanel : public QWidget {
@@ -39,7 +39,7 @@ private:
     QScrollArea* scroll_;
     QWidget* bodyWidget_;
     QVBoxLayout* bodyLayout_;
-    Rule* footRule_;
+    Separator* footRule_;
     QWidget* foot_;
     QHBoxLayout* footStart_;
     QHBoxLayout* footEnd_;
