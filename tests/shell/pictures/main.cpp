@@ -60,6 +60,17 @@ std::vector<Picture> pictures() {
          }},
         {"timeline-week", [](WindowScene& scene) { scene.chart().setViewMode(TimelineViewMode::week); }},
         {"timeline-month", [](WindowScene& scene) { scene.chart().setViewMode(TimelineViewMode::month); }},
+        {"category",
+         [](WindowScene& scene) {
+             choose(scene, 15.7);
+             dayChart(scene).categoryWanted.send(*scene.chart().selectedActivity());
+         }},
+        {"closing",
+         [](WindowScene& scene) {
+             scene.hasTray = false;
+             scene.window().close();
+         }},
+        {"settings-pending", [](WindowScene& scene) { scene.window().openSettings(); }},
         {"about", [](WindowScene& scene) { scene.window().openAbout(); }},
         {"billing-pending", [](WindowScene& scene) { scene.window().chooseSection(MainSection::billing); }},
         {"timeline-empty", [](WindowScene& scene) { scene.chart().selectDate(scene.runLoop.now() + 86400s); }, true},

@@ -46,7 +46,7 @@ WindowScene::WindowScene(std::string_view language, bool isEmpty)
 
 MainWindow& WindowScene::open(QSize size) {
     window_ = std::make_unique<MainWindow>(services_);
-    window_->resize(size);
+    if (size.isValid()) window_->resize(size);
     window_->show();
     settle();
     return *window_;

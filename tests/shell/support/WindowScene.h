@@ -25,8 +25,8 @@ public:
     /// Begins on Thursday, 12 March 2026, at 16:48:59.5, with the sample days or with nothing.
     explicit WindowScene(std::string_view language = "en", bool isEmpty = false);
 
-    /// Opens the window in this size; the tracker starts with it.
-    MainWindow& open(QSize size);
+    /// Opens the window in this size, or in its own where none is given; the tracker starts with it.
+    MainWindow& open(QSize size = {});
     /// A terminal is used until then, "16:58:00".
     void workUntil(std::string_view time);
     /// Lets everything that is due now happen, in Qt and in the simulation.

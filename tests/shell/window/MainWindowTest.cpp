@@ -165,11 +165,12 @@ TEST_F(MainWindowTest, WithoutATrayTheFirstClosingSaysThatRecordingGoesOn) {
     EXPECT_TRUE(scene->window().close());
 }
 
-TEST_F(MainWindowTest, SizeAndPlaceAreRemembered) {
-    auto& day = open({1100, 700});
-    day.window().close();
-    day.open({1100, 700});
-    EXPECT_TRUE(day.defaults.value("mainWindowFrame").has_value());
+TEST_F(MainWindowTest, TheSizeIsRememberedAndTheFirstOneIsLarge) {
+    scene.emplace();
+    EXPECT_EQ(scene->open().size(), QSize(1280, 832));
+    scene->window().resize(700, 500);
+    EXPECT_TRUE(scene->window().close());
+    EXPECT_EQ(scene->open().size(), QSize(700, 500));
 }
 
 TEST_F(MainWindowTest, EverythingIsInTheWordsLanguageAndMirrorsFromRightToLeft) {
