@@ -26,7 +26,7 @@ protected:
     [[nodiscard]] std::string page(const std::string& name) const {
         return "file://" + (pages / (name + ".html")).string();
     }
-    [[nodiscard]] bool waitForPage(const std::string& name, Seconds timeout = 10s) {
+    [[nodiscard]] bool waitForPage(const std::string& name, Seconds timeout = 20s) {
         return waitUntil([&] { return messages->url(browser->pid(), name + " page - Browser") == page(name); },
                          timeout);
     }
