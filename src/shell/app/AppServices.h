@@ -5,6 +5,7 @@
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ApplicationInfo.h"
 #include "diagnostics/ConsoleSink.h"
+#include "diagnostics/PerformanceReportPreferences.h"
 #include "l10n/Localization.h"
 #include "platform/RunLoop.h"
 #include "platform/SettingsPanes.h"
@@ -31,6 +32,7 @@ struct AppServices {
     MenuBarContentView& menuBar;
     AutoStartManager& autoStartManager;
     platform::UserDefaults& defaults;
+    const PerformanceReportPreferences& performanceReports;
     platform::SettingsPanes& settingsPanes;
     const Localization& localization;
     const ApplicationInfo& application;
@@ -43,8 +45,11 @@ struct AppServices {
     /// Is there a place for the tray icon? Also true while that is still being found out, in the first seconds.
     std::function<bool()> hasTray;
     Signal<>& hasTrayChanged;
-    /// The Dock setting: leaves the application's windows out of taskbar and pager, or shows them there again.
-    std::function<void(bool hide)> setHideDockIcon;
+    /// The Dock setting: leaves the application's windows out of taskbar and pager, or shows them there again; then
+    /// `activate` brings them to the front.
+    std::function<void(bool hide, bool activate)> setHideDockIcon;
+    /// Switches performance reports on or off, at once.
+    std::function<void(bool isEnabled)> setPerformanceReportsEnabled;
     /// Sent when the about screen is asked for elsewhere (tray); the window is in front by then.
     Signal<>& aboutRequested;
 };

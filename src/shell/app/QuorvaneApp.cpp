@@ -40,31 +40,41 @@ struct QuorvaneApp::Scene {
                    .quit = [&app] { app.parts_.runLoop.quit(); }}),
           tray(menuBar, appearance, app.parts_.sessionBus),
           launchTask(app.container_.mainContext(), app.parts_.runLoop, app.parts_.console, app.parts_.hooks),
-          services{.container = app.container_,
-                   .context = app.container_.mainContext(),
-                   .tracker = session.tracker(),
-                   .categories = session.categories(),
-                   .permissionChecker = permissionChecker,
-                   .menuBar = menuBar,
-                   .autoStartManager = autoStartManager,
-                   .defaults = defaults,
-                   .settingsPanes = desktop.settingsPanes(),
-                   .localization = app.localization_,
-                   .application = app.parts_.application,
-                   .console = app.parts_.console,
-                   .logger = app.parts_.logger,
-                   .runLoop = app.parts_.runLoop,
-                   .quit = [&app] { app.parts_.runLoop.quit(); },
-                   .hasTray = [this] { return tray.hasTray(); },
-                   .hasTrayChanged = tray.hasTrayChanged,
-                   .setHideDockIcon = [&app](bool hide) { DockVisibilityController::apply(app.windows_, hide, true); },
-                   .aboutRequested = aboutRequested} {
+          services{
+              .container = app.container_,
+              .context = app.container_.mainContext(),
+              .tracker = session.tracker(),
+              .categories = session.categories(),
+              .permissionChecker = permissionChecker,
+              .menuBar = menuBar,
+              .autoStartManager = autoStartManager,
+              .defaults = defaults,
+              .performanceReports = performanceReports,
+              .settingsPanes = desktop.settingsPanes(),
+              .localization = app.localization_,
+              .application = app.parts_.application,
+              .console = app.parts_.console,
+              .logger = app.parts_.logger,
+              .runLoop = app.parts_.runLoop,
+              .quit = [&app] { app.parts_.runLoop.quit(); },
+              .hasTray = [this] { return tray.hasTray(); },
+              .hasTrayChanged = tray.hasTrayChanged,
+              .setHideDockIcon =
+                  [&app](bool hide, bool activate) { DockVisibilityController::apply(app.windows_, hide, activate); },
+              .setPerformanceReportsEnabled = [this, &app](bool on) { setPerformanceReportsEnabled(app, on); },
+              .aboutRequested = aboutRequested} {
         desktop.listenToBrowsers([](const std::string&) {});
+    }
+
+    void setPerformanceReportsEnabled(QuorvaneApp& app, bool isEnabled) {
+        performanceReports.setEnabled(isEnabled);
+        app.parts_.logger.log(isEnabled ? "性能报告开关：开启" : "性能报告开关：关闭", LogLevel::info, "PerfWatchdog");
     }
 
     Appearance appearance;
     platform::LinuxDesktop desktop;
     platform::IniUserDefaults defaults;
+    PerformanceReportPreferences performanceReports{defaults};
     TrackingSession session;
     PermissionChecker permissionChecker;
     platform::XdgLoginItem loginItem;

@@ -6,12 +6,12 @@
 #include "shell/billing/CardRow.h"
 #include "shell/billing/MetricCard.h"
 #include "shell/billing/ReviewBar.h"
-#include "shell/billing/SavePanel.h"
 #include "shell/billing/StepCard.h"
 #include "shell/look/Alert.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
+#include "shell/look/SaveDialog.h"
 #include "shell/look/Theme.h"
 
 #include <QClipboard>
@@ -250,7 +250,11 @@ void BillingPage::warnBeforeExport(std::size_t count) {
 void BillingPage::chooseFile(const BillingMarkdownDocument& document, const std::string& fileName) {
     auto save = [this, document](const std::filesystem::path& file) { dashboard().save(document, file); };
     if (parts_->options.chooseFile) return parts_->options.chooseFile(fileName, std::move(save));
-    SavePanel::open(*this, qt(parts_->texts().text("billing_export_pack")), qt(fileName), std::move(save));
+    SaveDialog::open(*this,
+                     {.title = qt(parts_->texts().text("billing_export_pack")),
+                      .fileName = qt(fileName),
+                      .mimeType = QStringLiteral("text/markdown")},
+                     std::move(save));
 }
 
 }  // namespace quorvane

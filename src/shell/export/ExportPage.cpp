@@ -161,6 +161,10 @@ void ExportPage::exportRecords() {
         [this] { parts_->state.cancelExport(); });
 }
 
+bool ExportPage::isExporting() const {
+    return parts_->state.isExporting();
+}
+
 void ExportPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     parts_->refresh();

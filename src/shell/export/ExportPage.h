@@ -21,6 +21,7 @@ public:
 
     /// Asks for a file and writes it. Nothing happens while an export is on its way.
     void exportRecords();
+    [[nodiscard]] bool isExporting() const;
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -27,11 +27,12 @@ QString closeText() {
 }  // namespace
 
 SheetPanel::SheetPanel(const QString& title, QWidget* parent)
-    : QWidget(parent), head_(new QWidget), headLine_(new QHBoxLayout(head_)), title_(new Label(title, TypeRole::title, &Theme::text)),
+    : QWidget(parent), head_(new QWidget), headLine_(new QHBoxLayout(head_)),
+      title_(new Label(title, TypeRole::title, &Theme::text)),
       subtitle_(new Label(QString(), TypeRole::body, &Theme::text2)),
       close_(Button::withIcon(QStringLiteral("close"), closeText())), scroll_(new QScrollArea),
-      bodyWidget_(new QWidget), bodyLayout_(new QVBoxLayout(bodyWidget_)), footSeparator_(new Separator), foot_(new QWidget),
-      footStart_(new QHBoxLayout), footEnd_(new QHBoxLayout) {
+      bodyWidget_(new QWidget), bodyLayout_(new QVBoxLayout(bodyWidget_)), footSeparator_(new Separator),
+      foot_(new QWidget), footStart_(new QHBoxLayout), footEnd_(new QHBoxLayout) {
     title_->setElided(true);
     subtitle_->setElided(true);
     subtitle_->hide();

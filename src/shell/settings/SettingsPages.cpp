@@ -2,11 +2,13 @@
 
 #include "shell/look/Alert.h"
 #include "shell/look/Painting.h"
+#include "shell/look/Switch.h"
 #include "shell/look/Typography.h"
 #include "shell/settings/CaptureTestSection.h"
 #include "shell/settings/GeneralPage.h"
 #include "shell/settings/OrganizationPage.h"
 #include "shell/settings/PermissionSection.h"
+#include "shell/settings/SettingsSection.h"
 #include "shell/settings/TrackingPage.h"
 
 #include <QVBoxLayout>
@@ -18,10 +20,7 @@ SettingsView::Services settingsServices(AppServices& services) {
     return {.context = services.context,
             .logger = services.logger,
             .localization = services.localization,
-            .applyDockVisibility = [&services](bool hide, bool activate) {
-                // Windows that were in the taskbar and stay there need nothing.
-                if (hide || activate) services.setHideDockIcon(hide);
-            }};
+            .applyDockVisibility = services.setHideDockIcon};
 }
 
 }  // namespace
@@ -52,10 +51,23 @@ QWidget* SettingsPages::diagnostics(const SettingsSheet::MakeLogSection& makeLog
     auto* const column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Metrics::cardGap);
+    column->addWidget(performanceReports());
     if (QWidget* const log = makeLogSection ? makeLogSection() : nullptr) column->addWidget(log);
     column->addWidget(new PermissionSection(permissions_, services_.localization));
     column->addWidget(new CaptureTestSection(permissions_, services_.localization));
     return page;
+}
+
+QWidget* SettingsPages::performanceReports() {
+    const Localization& texts = services_.localization;
+    auto* const section = new SettingsSection(qt(texts.text("perf_reports_section_title")));
+    auto* const isOn = new Switch({});
+    isOn->setChecked(services_.performanceReports.isEnabled());
+    connect(isOn, &QAbstractButton::clicked, this, [this](bool on) { services_.setPerformanceReportsEnabled(on); });
+    auto* const row = new SettingsRow(qt(texts.text("perf_reports_toggle")), isOn);
+    row->setHelp(qt(texts.text("perf_reports_help")));
+    section->addRow(row);
+    return section;
 }
 
 void SettingsPages::showPage(int index) {

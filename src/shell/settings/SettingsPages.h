@@ -23,6 +23,7 @@ public:
 
 private:
     QWidget* diagnostics(const SettingsSheet::MakeLogSection& makeLogSection);
+    [[nodiscard]] QWidget* performanceReports();
     void showAutoStartFailure(const AutoStartAlert& alert);
 
     AppServices& services_;

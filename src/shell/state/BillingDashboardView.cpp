@@ -96,12 +96,16 @@ Choices BillingDashboardView::rangeChoices() const {
     return choices;
 }
 
-Choices BillingDashboardView::projectChoices() const {
+std::vector<std::shared_ptr<Project>> BillingDashboardView::projects() const {
     auto sorted = projects_.results();
     std::stable_sort(sorted.begin(), sorted.end(),
                      [this](const auto& a, const auto& b) { return collation_.comesBefore(a->name(), b->name()); });
+    return sorted;
+}
+
+Choices BillingDashboardView::projectChoices() const {
     Choices choices{{"", localization_.text("all_projects")}};
-    for (const auto& project : sorted)
+    for (const auto& project : projects())
         choices.push_back({project->id().string(), project->name()});
     if (filters_.projectId) keep(choices, filters_.projectId->string(), localization_.text("unknown_project"));
     return choices;

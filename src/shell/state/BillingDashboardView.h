@@ -75,6 +75,8 @@ public:
     [[nodiscard]] std::vector<Choice> projectChoices() const;  ///< by id, empty for all
     [[nodiscard]] std::vector<Choice> clientChoices();
     [[nodiscard]] std::vector<Choice> categoryChoices() const;
+    /// All, as the user's language orders their names.
+    [[nodiscard]] std::vector<std::shared_ptr<Project>> projects() const;
 
     // Figures
     [[nodiscard]] BillingReportRange range() const;

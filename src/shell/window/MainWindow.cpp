@@ -1,14 +1,19 @@
 #include "shell/window/MainWindow.h"
 
+#include "shell/export/ExportPage.h"
+#include "shell/logs/LogViewSection.h"
+#include "shell/logs/LogViewerWindow.h"
 #include "shell/look/AccessibleRole.h"
 #include "shell/look/Alert.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "shell/rules/RulesPage.h"
+#include "shell/settings/SettingsSheet.h"
 #include "shell/window/AboutSheet.h"
 #include "shell/window/ActivityPage.h"
 #include "shell/window/ApplicationMenu.h"
-#include "shell/window/PendingPage.h"
-#include "shell/window/PendingSheet.h"
+#include "shell/window/BillingSheets.h"
+#include "shell/window/SectionPages.h"
 #include "shell/window/Shortcuts.h"
 #include "shell/window/Sidebar.h"
 #include "shell/window/WindowFrame.h"
@@ -18,7 +23,6 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPainter>
-#include <QStackedWidget>
 #include <QTimer>
 #include <utility>
 
@@ -36,7 +40,8 @@ MainWindow::MainWindow(AppServices& services)
     : services_(services), content_(services.context, services.tracker, services.console),
       activity_(services.context, services.runLoop, services.categories, services.console),
       sidebar_(new Sidebar(services.tracker, services.context, services.runLoop, services.localization, this)),
-      pages_(new QStackedWidget(this)) {
+      activityPage_(new ActivityPage({activity_, services.categories, services.localization, services.console})),
+      pages_(makePages()) {
     setWindowTitle(ContentView::windowTitle);
     setAccessibleRole(*this, QAccessible::Window);
     setMinimumSize(leastSize);
@@ -45,13 +50,12 @@ MainWindow::MainWindow(AppServices& services)
     row->setSpacing(0);
     row->addWidget(sidebar_);
     row->addWidget(pages_, 1);
-    addPages();
+    chooseSection(MainSection::activity);
     Shortcuts::add(*this, *activityPage_, services_, activity_.chart());
     sectionChosen_ = sidebar_->sectionChosen.subscribe([this](MainSection section) { chooseSection(section); });
     settingsWanted_ = sidebar_->settingsWanted.subscribe([this] { openSettings(); });
     aboutWanted_ = sidebar_->aboutWanted.subscribe([this] { openAbout(); });
     aboutRequested_ = services_.aboutRequested.subscribe([this] { openAbout(); });
-    chooseSection(MainSection::activity);
     resize(firstSize);
     WindowFrame::restore(*this, services_.defaults);
 }
@@ -59,24 +63,40 @@ MainWindow::MainWindow(AppServices& services)
 // What shows the states goes before the states do: even a widget that is about to go loses the focus with an event.
 MainWindow::~MainWindow() {
     hide();
+    delete logWindow_;
     qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
 }
 
-void MainWindow::addPages() {
-    activityPage_ = new ActivityPage({activity_, services_.categories, services_.localization, services_.console});
-    for (const MainSection section : allMainSections)
-        pages_->addWidget(section == MainSection::activity ? static_cast<QWidget*>(activityPage_)
-                                                           : new PendingPage(section, services_.localization));
+SectionPages* MainWindow::makePages() {
+    return new SectionPages(
+        {{{.make = [this] { return activityPage_; }},
+          {.make = [this] { return BillingSheets::makePage(services_); }},
+          {.make = [this] { return new RulesPage(services_); }},
+          {.make = [this] { return new ExportPage(services_); },
+           .mayRenew = [](QWidget& page) { return !static_cast<ExportPage&>(page).isExporting(); }}}},
+        this);
 }
 
 void MainWindow::chooseSection(MainSection section) {
     content_.setSelectedSection(section);
     sidebar_->setSection(section);
-    pages_->setCurrentIndex(static_cast<int>(section));
+    pages_->choose(section);
 }
 
 void MainWindow::openSettings() {
-    PendingSheet::open(*this, qt(services_.localization.text("settings")), "settings", services_.localization);
+    SettingsSheet::open(*this, services_, [this] {
+        return new LogViewSection(services_.logger, services_.localization, [this] { openLog(); });
+    });
+}
+
+void MainWindow::openLog() {
+    if (!logWindow_) {
+        logWindow_ = new LogViewerWindow(services_.logger, services_.localization);
+        logWindow_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    logWindow_->show();
+    logWindow_->raise();
+    logWindow_->activateWindow();
 }
 
 void MainWindow::openAbout() {

@@ -4,14 +4,15 @@
 #include "shell/state/ContentView.h"
 #include "shell/state/MyActivityView.h"
 
+#include <QPointer>
 #include <QWidget>
 #include <memory>
-
-class QStackedWidget;
 
 namespace quorvane {
 
 class ActivityPage;
+class LogViewerWindow;
+class SectionPages;
 class Sidebar;
 
 /// The main window: the sidebar, and beside it the chosen section. Made anew each time it is opened, it begins with the
@@ -24,6 +25,8 @@ public:
     void chooseSection(MainSection section);
     void openSettings();
     void openAbout();
+    /// The log, in a window of its own, of which there is one. It goes with this one.
+    void openLog();
     [[nodiscard]] MyActivityView& activity() { return activity_; }
 
 protected:
@@ -35,7 +38,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void addPages();
+    [[nodiscard]] SectionPages* makePages();
     /// Where no tray brings the window back, says once that closing it doesn't end the recording. False: stay open.
     [[nodiscard]] bool mayClose();
 
@@ -43,8 +46,9 @@ private:
     ContentView content_;
     MyActivityView activity_;
     Sidebar* sidebar_;
-    QStackedWidget* pages_;
-    ActivityPage* activityPage_ = nullptr;
+    ActivityPage* activityPage_;
+    SectionPages* pages_;
+    QPointer<LogViewerWindow> logWindow_;
     bool hasBegun_ = false;
     Subscription sectionChosen_;
     Subscription settingsWanted_;

@@ -58,6 +58,7 @@ void addTimeline(ActivityPage& page, DayTimelineChart& chart) {
 void add(MainWindow& window, ActivityPage& page, AppServices& services, DayTimelineChart& chart) {
     addSections(window);
     on(window, QKeySequence("Ctrl+,"), [&window] { window.openSettings(); });
+    on(window, QKeySequence("Ctrl+Shift+L"), [&window] { window.openLog(); });
     on(window, QKeySequence("F1"), [&window] { window.openAbout(); });
     on(window, QKeySequence("Ctrl+W"), [&window] { window.close(); });
     on(window, QKeySequence("Ctrl+Q"), [&services] { services.quit(); });

@@ -4,6 +4,7 @@
 #include "shell/export/ProjectSelectionCard.h"
 #include "shell/support/Offscreen.h"
 #include "shell/support/WindowScene.h"
+#include "support/Builders.h"
 #include "support/TemporaryFolder.h"
 
 #include <QApplication>

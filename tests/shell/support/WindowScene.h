@@ -56,6 +56,7 @@ private:
     MenuBarContentView menuBar_;
     platform::SimulatedLoginItem loginItem_;
     AutoStartManager autoStart_;
+    PerformanceReportPreferences performanceReports_{defaults};
     Signal<> hasTrayChanged_;
     Signal<> aboutRequested_;
     AppServices services_;

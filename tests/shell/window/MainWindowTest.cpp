@@ -3,6 +3,9 @@
 #include "shell/chart/DayChartView.h"
 #include "shell/chart/DetailsPanel.h"
 #include "shell/chart/ProjectPanel.h"
+#include "shell/export/ExportPage.h"
+#include "shell/logs/LogViewerWindow.h"
+#include "shell/rules/RulesPage.h"
 #include "shell/support/Offscreen.h"
 #include "shell/support/WindowScene.h"
 #include "shell/window/PanelOverlay.h"
@@ -11,6 +14,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPointer>
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <set>
 
@@ -56,6 +61,14 @@ protected:
         press(combination.key(), combination.keyboardModifiers());
         scene->settle();
     }
+    bool shows(const std::string& text) {
+        for (const auto role : {QAccessible::StaticText, QAccessible::Button, QAccessible::Grouping}) {
+            const auto names = accessibleNames(scene->window(), role);
+            if (std::ranges::any_of(names, [&](const auto& name) { return name.find(text) != std::string::npos; }))
+                return true;
+        }
+        return false;
+    }
     std::vector<std::string> texts() { return accessibleNames(scene->window(), QAccessible::StaticText); }
 
     std::optional<WindowScene> scene;
@@ -75,16 +88,50 @@ TEST_F(MainWindowTest, TrackingAndTheRecordsBeginWithTheFirstContent) {
     EXPECT_THAT(texts(), Contains("Recording"));
 }
 
-TEST_F(MainWindowTest, SectionsWithoutAScreenSayThatTheyAreBeingBuilt) {
+TEST_F(MainWindowTest, EverySectionHasItsScreenAndItsKey) {
     open();
-    for (const char* name : {"Billing", "Rules", "Export"}) {
+    const std::pair<const char*, const char*> sections[] = {
+        {"Billing", "Estimated amount"}, {"Rules", "Import Built-in Rules"}, {"Export", "Time range"}};
+    int key = 1;
+    for (const auto& [name, content] : sections) {
         pressButton(name);
-        EXPECT_THAT(texts(), Contains("This feature is still being built.")) << name;
+        EXPECT_TRUE(shows(content)) << name;
+        pressButton("Timeline");
+        EXPECT_FALSE(shows(content)) << name;
+        shortcut(("Ctrl+" + std::to_string(++key)).c_str());
+        EXPECT_TRUE(shows(content)) << name;
     }
-    pressButton("Timeline");
-    EXPECT_THAT(texts(), Not(Contains("This feature is still being built.")));
-    pressButton("Settings");
-    EXPECT_THAT(texts(), Contains("This feature is still being built."));
+}
+
+TEST_F(MainWindowTest, TheExportIsMadeAnewWhileOtherSectionsKeepWhatTheyShow) {
+    open();
+    pressButton("Rules");
+    const auto* const rules = &widgetBelow<RulesPage>(scene->window());
+    pressButton("Export");
+    const QPointer<QWidget> first = &widgetBelow<ExportPage>(scene->window());
+    pressButton("Rules");
+    EXPECT_EQ(&widgetBelow<RulesPage>(scene->window()), rules);
+    EXPECT_TRUE(first);
+    pressButton("Export");
+    EXPECT_FALSE(first) << "its range ends when it was made";
+}
+
+TEST_F(MainWindowTest, ThereIsOneLogWindowAndItGoesWithTheMainOne) {
+    open();
+    const auto logWindows = [] {
+        std::vector<QPointer<QWidget>> found;
+        for (auto* const widget : QApplication::topLevelWidgets())
+            if (dynamic_cast<LogViewerWindow*>(widget) != nullptr) found.emplace_back(widget);
+        return found;
+    };
+    shortcut("Ctrl+Shift+L");
+    scene->window().activateWindow();
+    shortcut("Ctrl+Shift+L");
+    const auto shown = logWindows();
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_TRUE(shown[0]->isVisible());
+    scene.reset();
+    EXPECT_FALSE(shown[0]);
 }
 
 TEST_F(MainWindowTest, AChosenBlockShowsItsDetailsWhereThereIsRoom) {
