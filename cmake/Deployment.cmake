@@ -1,0 +1,12 @@
+# Hosts and keys of whoever hands the application out; `src/base/Deployment.h` says what each of them is. Empty: that
+# service is off.
+set(QUORVANE_UPDATE_HOST "" CACHE STRING "Host of the update feed, with a port if it isn't 443")
+set(QUORVANE_UPDATE_PUBLIC_KEY "" CACHE STRING "Ed25519 key that the update feed is signed with, in base64")
+
+if(NOT QUORVANE_UPDATE_HOST MATCHES "^([A-Za-z0-9.-]+(:[0-9]+)?)?$")
+    message(FATAL_ERROR "QUORVANE_UPDATE_HOST is no host: ${QUORVANE_UPDATE_HOST}")
+endif()
+string(LENGTH "${QUORVANE_UPDATE_PUBLIC_KEY}" length)
+if(QUORVANE_UPDATE_HOST AND NOT (length EQUAL 44 AND QUORVANE_UPDATE_PUBLIC_KEY MATCHES "^[A-Za-z0-9+/]+=$"))
+    message(FATAL_ERROR "QUORVANE_UPDATE_PUBLIC_KEY is no key of 32 bytes in base64. Without it no update can be trusted")
+endif()
