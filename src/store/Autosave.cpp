@@ -13,6 +13,10 @@ Autosave::Autosave(platform::RunLoop& runLoop, ModelContext& context, Seconds de
     });
 }
 
+Autosave::~Autosave() {
+    if (pending_) save();
+}
+
 void Autosave::save() {
     pending_.reset();
     try {

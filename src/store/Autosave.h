@@ -9,12 +9,15 @@
 namespace quorvane {
 
 /// Saves a context shortly after it was changed, for screens whose edits need no button. A save that fails is reported
-/// and tried again after the next change. The context must outlive it.
+/// and tried again after the next change. What is due when it goes is saved then. The context must outlive it.
 class Autosave {
 public:
     /// `failed` hears of saves that did not succeed.
     Autosave(platform::RunLoop& runLoop, ModelContext& context, Seconds delay,
              std::function<void(const StoreError&)> failed);
+    Autosave(const Autosave&) = delete;
+    Autosave& operator=(const Autosave&) = delete;
+    ~Autosave();
 
 private:
     void save();

@@ -20,6 +20,8 @@ constexpr int betweenButtons = 6;
 constexpr int beforeControls = 16;
 constexpr int besideButtonText = 2 * 11 + 16 + 6;  // padding, icon and gap of a small button
 constexpr int projectWidth = 164;
+constexpr int tightBelow = 900;  // the detail needs some of the project's room
+constexpr int tightProjectWidth = 140;
 constexpr int statusWidth = 118;
 
 int scaled(int length) {
@@ -55,7 +57,8 @@ ReviewRowLayout reviewRowLayout(int width, Qt::LayoutDirection direction, const 
         row.status = {row.project.right() + 1 + gap, lineOne - 4, scaled(statusWidth), controls};
     } else {
         row.status = {row.billable.left() - gap - scaled(statusWidth), top, scaled(statusWidth), controls};
-        row.project = {row.status.left() - gap - scaled(projectWidth), top, scaled(projectWidth), controls};
+        const int project = scaled(width < tightBelow ? tightProjectWidth : projectWidth);
+        row.project = {row.status.left() - gap - project, top, project, controls};
         textEnd = row.project.left();
     }
     row.height = lineOne + (isNarrow ? controls + 8 : 0);

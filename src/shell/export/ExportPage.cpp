@@ -63,8 +63,8 @@ struct ExportPage::Parts {
 ExportPage::Parts::Parts(ExportPage& owner, AppServices& services)
     : page(owner), localization(services.localization),
       state(services.container, services.runLoop, services.localization, services.console),
-      start(new InstantField(qt(localization.text("start_time")))),
-      end(new InstantField(qt(localization.text("end_time")))),
+      start(new InstantField(localization.text("start_time"), localization)),
+      end(new InstantField(localization.text("end_time"), localization)),
       arrow(new IconView(QStringLiteral("right"), 16, &Theme::text2)), range(new QHBoxLayout),
       projects(new ProjectSelection(state, localization)), foot(new ExportFoot(localization)) {
     auto* const scroll = new QScrollArea;
@@ -138,9 +138,7 @@ void ExportPage::Parts::tellDone() {
 }
 
 ExportPage::ExportPage(AppServices& services, QWidget* parent)
-    : QWidget(parent), parts_(std::make_unique<Parts>(*this, services)) {
-    setFocusProxy(parts_->start);
-}
+    : QWidget(parent), parts_(std::make_unique<Parts>(*this, services)) {}
 
 ExportPage::~ExportPage() = default;
 

@@ -32,9 +32,9 @@ QString dateFormat() {
 
 }  // namespace
 
-InstantField::InstantField(const QString& name, QWidget* parent)
+InstantField::InstantField(const std::string& name, const Localization& localization, QWidget* parent)
     : QWidget(parent), date_(new QDateEdit), time_(new QTimeEdit) {
-    auto* const label = new Label(name, TypeRole::label, &Theme::text2);
+    auto* const label = new Label(qt(name), TypeRole::label, &Theme::text2);
     label->setBuddy(date_);
     date_->setCalendarPopup(true);
     date_->setDisplayFormat(dateFormat());
@@ -51,8 +51,9 @@ InstantField::InstantField(const QString& name, QWidget* parent)
     column->setSpacing(6);
     column->addWidget(label);
     column->addLayout(line);
+    date_->setAccessibleName(qt(name));
+    time_->setAccessibleName(qt(localization.text("a11y_time_field", name)));
     for (QDateTimeEdit* const field : {static_cast<QDateTimeEdit*>(date_), static_cast<QDateTimeEdit*>(time_)}) {
-        field->setAccessibleName(name);
         field->setKeyboardTracking(false);
         field->setFocusPolicy(Qt::StrongFocus);
         field->installEventFilter(this);

@@ -2,9 +2,11 @@
 
 #include "base/Date.h"
 #include "base/Signal.h"
+#include "l10n/Localization.h"
 
 #include <QDateTime>
 #include <QWidget>
+#include <string>
 
 class QDateEdit;
 class QTimeEdit;
@@ -15,7 +17,7 @@ namespace quorvane {
 /// as it is when another date or minute is chosen.
 class InstantField : public QWidget {
 public:
-    explicit InstantField(const QString& name, QWidget* parent = nullptr);
+    InstantField(const std::string& name, const Localization& localization, QWidget* parent = nullptr);
 
     void setInstant(Date instant);  ///< without `chosen`
     /// The user has chosen another one.

@@ -4,6 +4,18 @@
 #include <utility>
 
 namespace quorvane {
+namespace {
+
+/// The first part of the page that Tab reaches; null if there is none.
+QWidget* firstStop(QWidget& page) {
+    for (QWidget* next = page.nextInFocusChain(); next != &page; next = next->nextInFocusChain()) {
+        const bool takesTab = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisible();
+        if (takesTab && page.isAncestorOf(next)) return next;
+    }
+    return nullptr;
+}
+
+}  // namespace
 
 SectionPages::SectionPages(std::array<Maker, allMainSections.size()> makers, QWidget* parent)
     : QStackedWidget(parent), makers_(std::move(makers)) {}
@@ -16,7 +28,8 @@ void SectionPages::choose(MainSection section) {
     const bool hadFocus = before != nullptr && focus != nullptr && before->isAncestorOf(focus);
     renew(index);
     setCurrentWidget(pages_[index]);
-    if (hadFocus) pages_[index]->setFocus(Qt::OtherFocusReason);
+    if (!hadFocus) return;
+    if (auto* const stop = firstStop(*pages_[index])) stop->setFocus(Qt::OtherFocusReason);
 }
 
 void SectionPages::renew(std::size_t index) {

@@ -1,0 +1,140 @@
+#include "desktop/support/ApplicationScreen.h"
+
+#include "base/Calendar.h"
+#include "desktop/support/Waiting.h"
+#include "platform/Clock.h"
+#include "platform/linux/X11Windows.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fmt/format.h>
+#include <stdexcept>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+constexpr int hourOfTests = 14;  // o'clock: a day with a past, far from both midnights
+constexpr std::size_t longestRound = 60;
+
+/// A zone where it is that hour now, "Etc/GMT-3" three hours ahead of UTC.
+const std::string& zone() {
+    static const std::string name = [] {
+        const auto now = std::chrono::floor<std::chrono::hours>(platform::currentDate().time_since_epoch());
+        return fmt::format("Etc/GMT{:+}", now.count() % 24 - hourOfTests);
+    }();
+    return name;
+}
+
+}  // namespace
+
+ApplicationScreen::ApplicationScreen() {
+    session_.environment().set("TZ", zone());
+    setting_.folder = session_.dataHome();
+    setting_.environment = {
+        {"PATH", "/usr/bin:/bin"}, {"TZ", zone()}, {"LANG", "C.UTF-8"}, {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}};
+    for (const char* name : {"HOME", "DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS",
+                             "XDG_RUNTIME_DIR", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "GSETTINGS_BACKEND"})
+        if (const char* value = std::getenv(name)) setting_.environment[name] = value;
+    std::filesystem::create_directories(session_.dataHome() / "quorvane");
+}
+
+void ApplicationScreen::start(const std::function<bool()>& isReady) {
+    application_ = std::make_unique<ProgramRun>(QUORVANE, std::vector<std::string>(), setting_);
+    const auto isThere = [&] {
+        return window() == platform::X11Windows::active(x11_) && (!isReady || isReady()) && !focus().empty();
+    };
+    if (!waitUntil(isThere, 20s)) throw std::runtime_error("the window does not come");
+}
+
+ModelContainer ApplicationScreen::openStore() const {
+    return ModelContainer({.file = session_.dataHome() / "quorvane/quorvane.sqlite"});
+}
+
+Date ApplicationScreen::today(double hour) {
+    return Calendar::current().startOfDay(platform::currentDate()) + hour * 1h;
+}
+
+// --- What is shown
+
+std::optional<AccessibleNode> ApplicationScreen::find(const std::string& role, const std::string& name) {
+    for (auto& node : nodes())
+        if (node.role == role && node.name.find(name) != std::string::npos) return std::move(node);
+    return std::nullopt;
+}
+
+bool ApplicationScreen::comes(const std::string& role, const std::string& name) {
+    return waitUntil([&] { return find(role, name).has_value(); });
+}
+
+bool ApplicationScreen::goes(const std::string& role, const std::string& name) {
+    return waitUntil([&] { return !find(role, name); });
+}
+
+AccessibleNode ApplicationScreen::part(const std::string& role, const std::string& name) {
+    std::optional<AccessibleNode> found;
+    if (!waitUntil([&] { return (found = find(role, name)).has_value(); }))
+        throw std::runtime_error(fmt::format("there is no {} \"{}\"", role, name));
+    return *found;
+}
+
+std::string ApplicationScreen::focus() {
+    std::string name;
+    for (const auto& node : nodes())
+        if (node.isFocused) name = node.name;
+    return name;
+}
+
+bool ApplicationScreen::focusComesTo(const std::string& name) {
+    return waitUntil([&] { return focus() == name; });
+}
+
+std::vector<std::string> ApplicationScreen::unnamed() {
+    std::vector<std::string> found;
+    for (const auto& node : nodes())
+        if (node.isFocusable && (node.name.empty() || node.role.empty() || node.role == "filler"))
+            found.push_back(fmt::format("{} '{}' at {},{}", node.role, node.name, node.place.x(), node.place.y()));
+    return found;
+}
+
+std::vector<std::string> ApplicationScreen::tabRound() {
+    const std::string first = focus();
+    std::vector<std::string> round;
+    do {
+        const auto before = focus();
+        press("Tab");
+        if (!waitUntil([&] { return focus() != before; })) break;
+        round.push_back(focus());
+    } while (round.back() != first && round.size() < longestRound);
+    return round;
+}
+
+xcb_window_t ApplicationScreen::window() {
+    for (const auto window : platform::X11Windows::all(x11_))
+        if (platform::X11Windows::title(x11_, window) == "Quorvane") return window;
+    return XCB_WINDOW_NONE;
+}
+
+unsigned ApplicationScreen::pixel(const QPoint& at) {
+    const auto image = x11_.reply(xcb_get_image_reply, xcb_get_image(x11_.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, x11_.root(),
+                                                                     static_cast<std::int16_t>(at.x()),
+                                                                     static_cast<std::int16_t>(at.y()), 1, 1, ~0U));
+    if (!image) return 0;
+    const auto* bytes = xcb_get_image_data(image.get());
+    return static_cast<unsigned>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
+}
+
+// --- What the user does
+
+void ApplicationScreen::xdotool(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "xdotool");
+    EXPECT_EQ(run(std::move(arguments)), 0);
+}
+
+void ApplicationScreen::click(const std::string& role, const std::string& name, int times) {
+    const auto at = part(role, name).place.center() * scale_;
+    xdotool({"mousemove", std::to_string(at.x()), std::to_string(at.y()), "click", "--repeat", std::to_string(times),
+             "--delay", "30", "1"});
+}
+
+}  // namespace quorvane

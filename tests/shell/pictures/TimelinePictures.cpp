@@ -1,0 +1,55 @@
+#include "shell/chart/DayChartView.h"
+#include "shell/pictures/Pictures.h"
+#include "shell/support/Offscreen.h"
+#include "timeline/DayTimelineGeometry.h"
+
+#include <QScrollBar>
+
+namespace quorvane {
+namespace {
+
+void scrollTo(WindowScene& scene, double hour) {
+    auto& bar = *widgetBelow<DayChartView>(scene.window()).verticalScrollBar();
+    bar.setValue(static_cast<int>(scene.chart().layout().yPosition(hour)));
+    scene.settle();
+}
+
+/// Presses the middle of what was done from `hour` on.
+void choose(WindowScene& scene, double hour) {
+    auto& chart = scene.chart();
+    chart.click({DayTimelineGeometry::gutterWidth + 20, chart.layout().yPosition(hour)}, 510);
+    scene.settle();
+}
+
+}  // namespace
+
+std::vector<Picture> timelinePictures() {
+    return {
+        {"timeline-day",
+         [](WindowScene& scene) {
+             choose(scene, 15.7);
+             scrollTo(scene, 13);
+         }},
+        {"timeline-assign",
+         [](WindowScene& scene) {
+             scene.chart().selectTimeRange({11, 12.75});
+             scene.settle();
+             scrollTo(scene, 9);
+         }},
+        {"timeline-week", [](WindowScene& scene) { scene.chart().setViewMode(TimelineViewMode::week); }},
+        {"timeline-month", [](WindowScene& scene) { scene.chart().setViewMode(TimelineViewMode::month); }},
+        {"category",
+         [](WindowScene& scene) {
+             choose(scene, 15.7);
+             widgetBelow<DayChartView>(scene.window()).categoryWanted.send(*scene.chart().selectedActivity());
+         }},
+        {"closing",
+         [](WindowScene& scene) {
+             scene.hasTray = false;
+             scene.window().close();
+         }},
+        {"timeline-empty", [](WindowScene& scene) { scene.chart().selectDate(scene.runLoop.now() + 86400s); }, true},
+    };
+}
+
+}  // namespace quorvane
