@@ -3,6 +3,9 @@
 #include "platform/linux/DBusConnection.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/ProcessLock.h"
+#ifdef QUORVANE_HAS_HTTP
+#include "platform/linux/QtHttpClient.h"
+#endif
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/XdgPaths.h"
 #include "session/TrackerLock.h"
@@ -87,6 +90,14 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
     return application;
 }
 
+std::unique_ptr<platform::HttpClient> makeHttpClient() {
+#ifdef QUORVANE_HAS_HTTP
+    return std::make_unique<platform::QtHttpClient>("Quorvane/" QUORVANE_VERSION);
+#else
+    return nullptr;
+#endif
+}
+
 /// Runs as the one process of the session that tracks into the store.
 int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, SingleInstance& instance,
              bool isInBackground) {
@@ -116,7 +127,8 @@ int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, Single
                                     .application = application,
                                     .makeMainWindow = [](AppServices& services) -> std::unique_ptr<QWidget> {
                                         return std::make_unique<MainWindow>(services);
-                                    }})
+                                    },
+                                    .makeHttpClient = makeHttpClient})
                            .run(isInBackground);
     AppLogger::setShared(nullptr);
     return status;

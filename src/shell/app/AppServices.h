@@ -15,6 +15,7 @@
 #include "shell/state/MenuBarContentView.h"
 #include "store/ModelContainer.h"
 #include "tracking/ActivityTracker.h"
+#include "updates/ZelkorUpdateController.h"
 
 #include <QWidget>
 #include <functional>
@@ -34,6 +35,7 @@ struct AppServices {
     platform::UserDefaults& defaults;
     const PerformanceReportPreferences& performanceReports;
     platform::SettingsPanes& settingsPanes;
+    ZelkorUpdateController& updates;
     const Localization& localization;
     const ApplicationInfo& application;
     ConsoleSink& console;

@@ -1,6 +1,6 @@
 #include "shell/app/QuorvaneApp.h"
 
-#include "platform/linux/IniUserDefaults.h"
+#include "base/Deployment.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/UnixSignals.h"
 #include "platform/linux/XdgLoginItem.h"
@@ -21,8 +21,8 @@ namespace quorvane {
 /// What lives from the first content on.
 struct QuorvaneApp::Scene {
     explicit Scene(QuorvaneApp& app)
-        : desktop(app.parts_.runLoop),
-          session(app.parts_.runLoop, desktop, app.container_.mainContext(), defaults, app.parts_.console),
+        : performanceReports(app.defaults_), desktop(app.parts_.runLoop),
+          session(app.parts_.runLoop, desktop, app.container_.mainContext(), app.defaults_, app.parts_.console),
           permissionChecker({.runLoop = app.parts_.runLoop,
                              .accessibility = desktop.accessibility(),
                              .automation = desktop.automation(),
@@ -48,9 +48,10 @@ struct QuorvaneApp::Scene {
               .permissionChecker = permissionChecker,
               .menuBar = menuBar,
               .autoStartManager = autoStartManager,
-              .defaults = defaults,
+              .defaults = app.defaults_,
               .performanceReports = performanceReports,
               .settingsPanes = desktop.settingsPanes(),
+              .updates = app.updates_,
               .localization = app.localization_,
               .application = app.parts_.application,
               .console = app.parts_.console,
@@ -71,10 +72,9 @@ struct QuorvaneApp::Scene {
         app.parts_.logger.log(isEnabled ? "性能报告开关：开启" : "性能报告开关：关闭", LogLevel::info, "PerfWatchdog");
     }
 
+    PerformanceReportPreferences performanceReports;
     Appearance appearance;
     platform::LinuxDesktop desktop;
-    platform::IniUserDefaults defaults;
-    PerformanceReportPreferences performanceReports{defaults};
     TrackingSession session;
     PermissionChecker permissionChecker;
     platform::XdgLoginItem loginItem;
@@ -88,12 +88,19 @@ struct QuorvaneApp::Scene {
 };
 
 QuorvaneApp::QuorvaneApp(Parts parts)
-    : parts_(std::move(parts)), appDelegate_(parts_.logger), container_(SafeModelContainer::sharedContainer()) {
+    : parts_(std::move(parts)), appDelegate_(parts_.logger), container_(SafeModelContainer::sharedContainer()),
+      updates_({.runLoop = parts_.runLoop,
+                .defaults = defaults_,
+                .logger = parts_.logger,
+                .application = parts_.application,
+                .feedHost = std::string(deployment().updateHost),
+                .publicKey = std::string(deployment().updatePublicKey),
+                .makeHttpClient = parts_.makeHttpClient}) {
     if (!parts_.hooks.applyDockVisibility)
         parts_.hooks.applyDockVisibility = [this](bool hide) {
             DockVisibilityController::apply(windows_, hide, false);
         };
-    if (parts_.hooks.startUpdater) parts_.hooks.startUpdater();
+    updates_.startIfNeeded();
     if (parts_.hooks.startWatchdog) parts_.hooks.startWatchdog();
     auto& instance = parts_.singleInstance;
     subscriptions_.push_back(instance.activated.subscribe(

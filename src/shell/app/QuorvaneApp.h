@@ -3,6 +3,7 @@
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/linux/DBusConnection.h"
+#include "platform/linux/IniUserDefaults.h"
 #include "platform/linux/QtRunLoop.h"
 #include "shell/app/AppServices.h"
 #include "shell/app/MainWindows.h"
@@ -27,6 +28,8 @@ public:
         ConsoleSink& console;
         ApplicationInfo application{};
         MainWindowFactory makeMainWindow{};
+        /// For builds that name a host; not called by others.
+        std::function<std::unique_ptr<platform::HttpClient>()> makeHttpClient{};
         LaunchHooks hooks{};
     };
 
@@ -53,6 +56,8 @@ private:
     Parts parts_;
     QuorvaneAppDelegate appDelegate_;
     ModelContainer& container_;
+    platform::IniUserDefaults defaults_;
+    ZelkorUpdateController updates_;
     Localization localization_ = Localization::fromEnvironment();
     MainWindows windows_;
     std::unique_ptr<Scene> scene_;  ///< made with the first content

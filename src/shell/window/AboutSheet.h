@@ -1,13 +1,16 @@
 #pragma once
 
-#include "diagnostics/ApplicationInfo.h"
-#include "l10n/Localization.h"
-
 class QWidget;
 
-namespace quorvane::AboutSheet {
+namespace quorvane {
 
-/// Opens over the window: mark, name, version and what the program is for.
-void open(QWidget& window, const Localization& localization, const ApplicationInfo& application);
+struct AppServices;
 
-}  // namespace quorvane::AboutSheet
+namespace AboutSheet {
+
+/// Opens over the window: mark, name, version, what the program is for, where updates come from, and the way to the
+/// licences of what it is built with.
+void open(QWidget& window, AppServices& services);
+
+}  // namespace AboutSheet
+}  // namespace quorvane

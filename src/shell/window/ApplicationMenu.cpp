@@ -3,12 +3,14 @@
 #include "shell/look/Icons.h"
 #include "shell/look/Typography.h"
 #include "shell/state/MenuBarContentView.h"
+#include "updates/ZelkorUpdateCommands.h"
 
 #include <QMenu>
 
 namespace quorvane {
 
-void fillApplicationMenu(QMenu& menu, MenuBarContentView& menuBar) {
+void fillApplicationMenu(QMenu& menu, MenuBarContentView& menuBar, ZelkorUpdateController& updates,
+                         const Localization& localization) {
     menuBar.appear();
     for (const MenuBarItem& item : menuBar.items()) {
         if (item.kind == MenuBarItem::Kind::separator) {
@@ -20,6 +22,11 @@ void fillApplicationMenu(QMenu& menu, MenuBarContentView& menuBar) {
         QObject::connect(action, &QAction::triggered, &menu,
                          [&menuBar, wanted = item.action] { menuBar.perform(wanted); });
     }
+    ZelkorUpdateCommands commands(updates, localization);
+    menu.addSeparator();
+    auto* const check = menu.addAction(menuIcon("refresh"), qt(commands.text()));
+    check->setEnabled(commands.isEnabled());
+    QObject::connect(check, &QAction::triggered, &menu, [commands]() mutable { commands.perform(); });
 }
 
 }  // namespace quorvane

@@ -41,7 +41,7 @@ MainWindow::MainWindow(AppServices& services)
       activity_(services.context, services.runLoop, services.categories, services.console),
       sidebar_(new Sidebar(services.tracker, services.context, services.runLoop, services.localization, this)),
       activityPage_(new ActivityPage({activity_, services.categories, services.localization, services.console})),
-      pages_(makePages()) {
+      pages_(makePages()), updateNotice_(*this, services) {
     setWindowTitle(ContentView::windowTitle);
     setAccessibleRole(*this, QAccessible::Window);
     setMinimumSize(leastSize);
@@ -100,7 +100,7 @@ void MainWindow::openLog() {
 }
 
 void MainWindow::openAbout() {
-    AboutSheet::open(*this, services_.localization, services_.application);
+    AboutSheet::open(*this, services_);
 }
 
 void MainWindow::showEvent(QShowEvent* event) {
@@ -111,6 +111,7 @@ void MainWindow::showEvent(QShowEvent* event) {
         content_.runFirstTask();
         content_.runSecondTask();
         activity_.load();
+        updateNotice_.show();
     });
 }
 
@@ -129,7 +130,7 @@ void MainWindow::contextMenuEvent(QContextMenuEvent* event) {
     if (!sidebar_->geometry().contains(event->pos())) return;
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    fillApplicationMenu(*menu, services_.menuBar);
+    fillApplicationMenu(*menu, services_.menuBar, services_.updates, services_.localization);
     menu->popup(event->globalPos());
 }
 

@@ -3,6 +3,7 @@
 #include "shell/app/AppServices.h"
 #include "shell/state/ContentView.h"
 #include "shell/state/MyActivityView.h"
+#include "shell/window/UpdateNotice.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -49,6 +50,7 @@ private:
     ActivityPage* activityPage_;
     SectionPages* pages_;
     QPointer<LogViewerWindow> logWindow_;
+    UpdateNotice updateNotice_;
     bool hasBegun_ = false;
     Subscription sectionChosen_;
     Subscription settingsWanted_;

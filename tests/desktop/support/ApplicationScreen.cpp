@@ -58,9 +58,13 @@ Date ApplicationScreen::today(double hour) {
 // --- What is shown
 
 std::optional<AccessibleNode> ApplicationScreen::find(const std::string& role, const std::string& name) {
-    for (auto& node : nodes())
-        if (node.role == role && node.name.find(name) != std::string::npos) return std::move(node);
-    return std::nullopt;
+    std::optional<AccessibleNode> found;
+    for (auto& node : nodes()) {
+        if (node.role != role) continue;
+        if (node.name == name) return std::move(node);
+        if (!found && node.name.find(name) != std::string::npos) found = std::move(node);
+    }
+    return found;
 }
 
 bool ApplicationScreen::comes(const std::string& role, const std::string& name) {

@@ -34,7 +34,7 @@ protected:
     // --- What is shown
 
     [[nodiscard]] std::vector<AccessibleNode> nodes() { return tree_.nodes(); }
-    /// The first with this role whose name holds the text.
+    /// The first with this role that is called so, else the first whose name holds the text.
     [[nodiscard]] std::optional<AccessibleNode> find(const std::string& role, const std::string& name);
     [[nodiscard]] bool comes(const std::string& role, const std::string& name);
     [[nodiscard]] bool goes(const std::string& role, const std::string& name);

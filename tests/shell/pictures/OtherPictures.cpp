@@ -48,6 +48,11 @@ void showLog(WindowScene& scene) {
     scene.window().openLog();
 }
 
+void showLicences(WindowScene& scene) {
+    scene.window().openAbout();
+    pressButton(scene, scene.services().localization.text("ui_licences_button"));
+}
+
 QWidget* logWindow() {
     for (auto* const widget : QApplication::topLevelWidgets())
         if (dynamic_cast<LogViewerWindow*>(widget) != nullptr) return widget;
@@ -68,6 +73,7 @@ std::vector<Picture> otherPictures() {
         {.name = "settings-diagnostics", .arrange = showingSettings(3)},
         {.name = "log", .arrange = showLog, .window = logWindow},
         {.name = "about", .arrange = [](WindowScene& scene) { scene.window().openAbout(); }},
+        {.name = "licences", .arrange = showLicences},
     };
 }
 

@@ -7,9 +7,17 @@
 
 namespace quorvane {
 
-WindowScene::WindowScene(std::string_view language, bool isEmpty)
+WindowScene::WindowScene(std::string_view language, bool isEmpty, const std::string& feedKey)
     : runLoop(at("2026-03-12 16:48:59.5")), logger_(runLoop, systemLog_, console, application_),
       localization_(language), session_(runLoop, desktop, store.context(), defaults, console),
+      updates_(
+          {.runLoop = runLoop,
+           .defaults = defaults,
+           .logger = logger_,
+           .application = application_,
+           .feedHost = feedKey.empty() ? "" : feedHost,
+           .publicKey = feedKey,
+           .makeHttpClient = [this] { return std::make_unique<platform::SimulatedHttpClient>(runLoop, network); }}),
       permissions_({.runLoop = runLoop,
                     .accessibility = desktop.accessibility(),
                     .automation = desktop.automation(),
@@ -31,6 +39,7 @@ WindowScene::WindowScene(std::string_view language, bool isEmpty)
                 .defaults = defaults,
                 .performanceReports = performanceReports_,
                 .settingsPanes = desktop.settingsPanes(),
+                .updates = updates_,
                 .localization = localization_,
                 .application = application_,
                 .console = console,

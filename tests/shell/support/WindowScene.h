@@ -7,6 +7,7 @@
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedDesktop.h"
+#include "platform/simulated/SimulatedHttpClient.h"
 #include "platform/simulated/SimulatedLoginItem.h"
 #include "session/TrackingSession.h"
 #include "shell/app/AppServices.h"
@@ -22,8 +23,11 @@ namespace quorvane {
 /// A main window in simulated time over a real store, with a desktop that a script plays. Needs a `QApplication`.
 class WindowScene {
 public:
+    static constexpr const char* feedHost = "updates.example.org";
+
     /// Begins on Thursday, 12 March 2026, at 16:48:59.5, with the sample days or with nothing.
-    explicit WindowScene(std::string_view language = "en", bool isEmpty = false);
+    /// With a key there is a feed of versions on `feedHost` that has to be signed with it.
+    explicit WindowScene(std::string_view language = "en", bool isEmpty = false, const std::string& feedKey = {});
 
     /// Opens the window in this size, or in its own where none is given; the tracker starts with it.
     MainWindow& open(QSize size = {});
@@ -43,6 +47,7 @@ public:
     TemporaryStore store;
     platform::InMemoryUserDefaults defaults;
     RecordingConsole console;
+    platform::SimulatedHttpClient::Network network;
     bool hasTray = true;
     bool hasQuit = false;
 
@@ -52,6 +57,7 @@ private:
     AppLogger logger_;
     Localization localization_;
     TrackingSession session_;
+    ZelkorUpdateController updates_;
     PermissionChecker permissions_;
     MenuBarContentView menuBar_;
     platform::SimulatedLoginItem loginItem_;

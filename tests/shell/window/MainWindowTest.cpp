@@ -11,6 +11,7 @@
 #include "shell/window/PanelOverlay.h"
 #include "store/ActivityRecord.h"
 #include "store/ProjectTimeAnnotation.h"
+#include "updates/SignedFeed.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -197,6 +198,38 @@ TEST_F(MainWindowTest, EveryControlHasANameForAssistiveTechnology) {
         EXPECT_THAT(accessibleNames(day.window(), role), Not(Contains(""))) << role;
     EXPECT_THAT(accessibleNames(day.window(), QAccessible::ListItem),
                 Contains(testing::MatchesRegex("Figma, .*15:24.*16:02.*38m.*")));
+}
+
+TEST_F(MainWindowTest, WithoutAFeedTheAboutScreenSaysWhereUpdatesComeFromAndWhatQuorvaneIsBuiltWith) {
+    open();
+    shortcut("F1");
+    EXPECT_THAT(texts(), Contains("Updates come with your system’s packages"));
+    pressButton("Libraries and Licences…");
+    EXPECT_THAT(texts(),
+                IsSupersetOf({std::string("SQLite"), std::string("ICU"), std::string("Libraries and licences")}));
+    EXPECT_TRUE(scene->network.requests.empty());
+}
+
+TEST_F(MainWindowTest, ANewVersionIsOfferedOnceAndASkippedOneOnlyToWhoAsks) {
+    scene.emplace("en", true, testPublicKey());
+    const auto feed = feedOf(feedItem("2.0", "9"));
+    const std::string place = "https://updates.example.org/api/v1/public/app-updates/appcast.xml";
+    const std::string query = "?app_id=quorvane&platform=linux&channel=stable";
+    scene->network.answers[place + query] = platform::HttpResponse{.status = 200, .body = feed};
+    scene->network.answers[place + ".sig" + query] = platform::HttpResponse{.status = 200, .body = signatureOf(feed)};
+    scene->services().updates.startIfNeeded();
+    scene->open({1280, 832});
+    scene->workUntil("16:50:00");
+    EXPECT_THAT(texts(), Contains("Quorvane 2.0 is available"));
+    pressButton("Skip This Version");
+    scene->workUntil("17:59:00");
+    EXPECT_THAT(texts(), Not(Contains("Quorvane 2.0 is available")));
+    shortcut("F1");
+    pressButton("Check for Updates…");
+    scene->workUntil("18:00:00");
+    EXPECT_THAT(texts(), Contains("Quorvane 2.0 is available"));
+    pressButton("Later");
+    EXPECT_THAT(texts(), Not(Contains("Quorvane 2.0 is available")));
 }
 
 TEST_F(MainWindowTest, WithoutATrayTheFirstClosingSaysThatRecordingGoesOn) {
