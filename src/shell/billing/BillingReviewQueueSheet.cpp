@@ -60,17 +60,18 @@ Sheet& open(QWidget& window, std::unique_ptr<BillingReviewQueueView> queue, cons
     sheet->body().setContentsMargins(0, 0, 0, 0);
     sheet->body().setSpacing(0);
     sheet->body().addWidget(new Separator);
-    auto* const done = new Button(qt(localization.text("done")), ButtonKind::primary);
     if (isEmpty) {
         sheet->body().addWidget(emptyState(localization), 1);
         sheet->addToFootStart(new QWidget);  // keeps the button at the end
-        done->setFocus();
     } else {
-        addBulkActions(*sheet, *queue, localization);
+        auto& shown = *queue;
         auto* const rows = new OwningList(std::move(queue), localization);
         sheet->body().addWidget(rows, 1);
+        addBulkActions(*sheet, shown, localization);  // after the rows, as Tab goes
         rows->setFocus();
     }
+    auto* const done = new Button(qt(localization.text("done")), ButtonKind::primary);
+    if (isEmpty) done->setFocus();
     QObject::connect(done, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
     sheet->addAction(done);
     sheet->open();

@@ -70,6 +70,7 @@ ExportPage::Parts::Parts(ExportPage& owner, AppServices& services)
     auto* const scroll = new QScrollArea;
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* const content = new QWidget;
     content->setObjectName(QStringLiteral("scrolled"));

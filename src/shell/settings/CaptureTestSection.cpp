@@ -39,6 +39,10 @@ QWidget* CaptureTestSection::makeLine(Line& line) {
     line.button->setButtonSize(ButtonSize::small);
     line.result->setWordWrap(true);
     line.result->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto policy = line.result->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    line.result->setSizePolicy(policy);
+    line.result->hide();  // an empty line says nothing, and yet a screen reader would stop there
     connect(line.button, &QAbstractButton::clicked, this, [this, test = line.test] { permissions_.run(test); });
     auto* const row = new QWidget;
     auto* const box = new QHBoxLayout(row);
@@ -60,6 +64,7 @@ void CaptureTestSection::refresh(const Line& line) {
     line.result->setColor(isFailure ? &Theme::warn : &Theme::text);
     if (line.result->text() == shown) return;
     line.result->setText(shown);
+    line.result->setVisible(!shown.isEmpty());
     QAccessibleEvent event(line.result, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&event);
 }

@@ -82,11 +82,26 @@ AccessibleNode ApplicationScreen::part(const std::string& role, const std::strin
     return *found;
 }
 
+std::optional<AccessibleNode> ApplicationScreen::focused() {
+    // The current item of a list or table says that it has the focus, whoever has it.
+    std::optional<AccessibleNode> found;
+    std::optional<AccessibleNode> item;
+    std::vector<bool> isFocused;  // of the node and those around it, by depth
+    for (auto& node : nodes()) {
+        isFocused.resize(static_cast<std::size_t>(node.depth));
+        const bool isIn = !isFocused.empty() && isFocused.back();
+        isFocused.push_back(node.isFocused);
+        if (!node.isFocused) continue;
+        if (node.role == "filler" && found) continue;  // the inside of what has it
+        const bool isItem = node.role == "cell" || node.role == "list item" || node.role == "tree item";
+        (isItem && !isIn ? item : found) = std::move(node);
+    }
+    return found ? found : item;
+}
+
 std::string ApplicationScreen::focus() {
-    std::string name;
-    for (const auto& node : nodes())
-        if (node.isFocused) name = node.name;
-    return name;
+    const auto found = focused();
+    return found ? found->name : "";
 }
 
 bool ApplicationScreen::focusComesTo(const std::string& name) {
@@ -102,14 +117,26 @@ std::vector<std::string> ApplicationScreen::unnamed() {
 }
 
 std::vector<std::string> ApplicationScreen::tabRound() {
-    const std::string first = focus();
+    using Stop = std::pair<std::string, QPoint>;  // two may have one name, as in lists of the same controls
+    const auto stop = [this] {
+        const auto node = focused();
+        return node ? Stop(node->name, node->place.topLeft()) : Stop();
+    };
+    // A field for a date stops at its day, month and year.
+    const auto step = [&](const Stop& from) {
+        Stop to = from;
+        for (int presses = 0; presses < 4 && (to == from || to.first.empty()); ++presses) {
+            press("Tab");
+            (void)waitUntil([&] { return (to = stop()) != from && !to.first.empty(); }, 1s);
+        }
+        return to;
+    };
+    const Stop first = stop();
     std::vector<std::string> round;
+    Stop last = first;
     do {
-        const auto before = focus();
-        press("Tab");
-        if (!waitUntil([&] { return focus() != before; })) break;
-        round.push_back(focus());
-    } while (round.back() != first && round.size() < longestRound);
+        round.push_back((last = step(last)).first);
+    } while (last != first && round.size() < longestRound);
     return round;
 }
 

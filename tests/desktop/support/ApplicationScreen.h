@@ -40,6 +40,7 @@ protected:
     [[nodiscard]] bool goes(const std::string& role, const std::string& name);
     /// Waits for it; throws if it does not come.
     AccessibleNode part(const std::string& role, const std::string& name);
+    [[nodiscard]] std::optional<AccessibleNode> focused();
     /// The name of what has the focus.
     [[nodiscard]] std::string focus();
     [[nodiscard]] bool focusComesTo(const std::string& name);
