@@ -1,4 +1,5 @@
 #include "shell/billing/BillingPage.h"
+#include "shell/look/SegmentedControl.h"
 #include "shell/pictures/Pictures.h"
 #include "shell/state/BillingPackPreviewView.h"
 #include "shell/support/Offscreen.h"
@@ -49,8 +50,13 @@ std::function<void(WindowScene&)> pressing(std::function<std::string(const Local
 void showEmail(WindowScene& scene) {
     const auto& texts = scene.services().localization;
     showBilling(scene);
+    scene.window().activateWindow();
     pressButton(scene, texts.text("billing_preview_pack"));
-    pressButton(scene, label(BillingPreviewTab::email, texts));
+    for (auto* const child : scene.window().findChildren<QWidget*>())
+        if (auto* const tabs = dynamic_cast<SegmentedControl*>(child);
+            tabs != nullptr && tabs->accessibleName().toStdString() == texts.text("billing_preview_pack"))
+            tabs->setFocus();
+    press(Qt::Key_Right);
 }
 
 void showProject(WindowScene& scene) {

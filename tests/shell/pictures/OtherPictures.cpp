@@ -4,6 +4,7 @@
 #include "shell/rules/RulesPage.h"
 #include "shell/settings/SettingsTabs.h"
 #include "shell/support/Offscreen.h"
+#include "store/AppSettings.h"
 
 #include <QApplication>
 #include <tuple>
@@ -19,11 +20,17 @@ void showRules(WindowScene& scene) {
     state.select(state.rows().at(2).rule);
 }
 
+/// With everything that there is to set.
 std::function<void(WindowScene&)> showingSettings(int tab) {
     return [tab](WindowScene& scene) {
+        auto& context = scene.store.context();
+        const auto settings = std::make_shared<AppSettings>();
+        settings->onlyTrackWorkHours = true;
+        context.insert(settings);
+        context.save();
         auto& categories = scene.services().categories;
-        categories.setPreference("Figma", {.category = "work", .tags = {"设计", "创意工作"}});
-        categories.setPreference("Slack", {.category = "communication", .tags = {}});
+        categories.setPreference("Figma", {.category = "工作", .tags = {"设计", "创意工作"}});
+        categories.setPreference("Slack", {.category = "社交", .tags = {}});
         categories.addCustomCategory("Client calls");
         scene.window().openSettings();
         widgetBelow<SettingsTabs>(scene.window()).choose(tab);

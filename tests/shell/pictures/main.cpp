@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QLocale>
 #include <cstdio>
 #include <fmt/format.h>
 #include <stdexcept>
@@ -46,7 +47,9 @@ std::string fileName(const std::string& name, const Manner& manner) {
 }
 
 bool draw(const Picture& picture, const Manner& manner, const QString& folder) {
-    qputenv("LC_ALL", manner.language == "zh" ? "zh_CN.UTF-8" : "en_GB.UTF-8");
+    const char* const locale = manner.language == "zh" ? "zh_CN.UTF-8" : "en_GB.UTF-8";
+    qputenv("LC_ALL", locale);
+    QLocale::setDefault(QLocale(QString::fromLatin1(locale)));
     QGuiApplication::setLayoutDirection(manner.isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
     applyTheme(manner.isDark ? Theme::dark() : Theme::light());
     WindowScene scene(manner.language, picture.isEmpty);
