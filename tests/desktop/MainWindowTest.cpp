@@ -248,7 +248,7 @@ TEST_F(MainWindowTest, TabGoesRoundEveryControlHasANameAndEscapeLeavesEachSheet)
         const char* keys;
         const char* focused;  ///< first, in what has opened
         const char* left;     ///< focused after Escape
-    } places[] = {{"F1", "Close", "Editor"}, {"a", "Start", "Editor"}};
+    } places[] = {{"F1", "Libraries and Licences…", "Editor"}, {"a", "Start", "Editor"}};
     for (const auto& place : places) {
         SCOPED_TRACE(place.keys);
         press(place.keys);

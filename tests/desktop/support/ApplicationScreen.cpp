@@ -131,6 +131,7 @@ std::vector<std::string> ApplicationScreen::tabRound() {
         }
         return to;
     };
+    (void)waitUntil([&] { return staysTrue([&, now = stop()] { return stop() == now; }, 0.2s); });  // what comes moves
     const Stop first = stop();
     std::vector<std::string> round;
     Stop last = first;
@@ -163,7 +164,13 @@ void ApplicationScreen::xdotool(std::vector<std::string> arguments) {
 }
 
 void ApplicationScreen::click(const std::string& role, const std::string& name, int times) {
-    const auto at = part(role, name).place.center() * scale_;
+    // What a sheet brings along moves until the sheet has come.
+    QRect place = part(role, name).place;
+    (void)waitUntil([&] {
+        const QRect before = std::exchange(place, part(role, name).place);
+        return before == place && staysTrue([&] { return part(role, name).place == place; }, 0.1s);
+    });
+    const auto at = place.center() * scale_;
     xdotool({"mousemove", std::to_string(at.x()), std::to_string(at.y()), "click", "--repeat", std::to_string(times),
              "--delay", "30", "1"});
 }
