@@ -49,8 +49,7 @@ TEST_F(PermissionRowsTest, AccessibilityIsAskedForAndItsSettingsOpenOnlyWhereTha
     scene.desktop.accessibility().setTrusted(false);
     rows.grant(Permission::accessibility);
     rows.grant(Permission::automation);
-    EXPECT_THAT(scene.desktop.openedPanes(),
-                ElementsAre(Permissions::accessibilityPane, Permissions::automationPane));
+    EXPECT_THAT(scene.desktop.openedPanes(), ElementsAre(Permissions::accessibilityPane, Permissions::automationPane));
 }
 
 TEST_F(PermissionRowsTest, ATestReadsWhatTheUserBringsToTheFrontMeanwhile) {
