@@ -2,10 +2,13 @@
 # service is off.
 set(QUORVANE_UPDATE_HOST "" CACHE STRING "Host of the update feed, with a port if it isn't 443")
 set(QUORVANE_UPDATE_PUBLIC_KEY "" CACHE STRING "Ed25519 key that the update feed is signed with, in base64")
+set(QUORVANE_TELEMETRY_HOST "" CACHE STRING "Host that takes performance reports, with a port if it isn't 443")
 
-if(NOT QUORVANE_UPDATE_HOST MATCHES "^([A-Za-z0-9.-]+(:[0-9]+)?)?$")
-    message(FATAL_ERROR "QUORVANE_UPDATE_HOST is no host: ${QUORVANE_UPDATE_HOST}")
-endif()
+foreach(host UPDATE TELEMETRY)
+    if(NOT QUORVANE_${host}_HOST MATCHES "^([A-Za-z0-9.-]+(:[0-9]+)?)?$")
+        message(FATAL_ERROR "QUORVANE_${host}_HOST is no host: ${QUORVANE_${host}_HOST}")
+    endif()
+endforeach()
 string(LENGTH "${QUORVANE_UPDATE_PUBLIC_KEY}" length)
 if(QUORVANE_UPDATE_HOST AND NOT (length EQUAL 44 AND QUORVANE_UPDATE_PUBLIC_KEY MATCHES "^[A-Za-z0-9+/]+=$"))
     message(FATAL_ERROR "QUORVANE_UPDATE_PUBLIC_KEY is no key of 32 bytes in base64. Without it no update can be trusted")

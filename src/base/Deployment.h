@@ -12,6 +12,8 @@ struct Deployment {
     std::string_view updateHost;
     /// The Ed25519 key that the feed has to be signed with: 32 bytes in base64.
     std::string_view updatePublicKey;
+    /// Where performance reports go: "telemetry.example.org", with a port if it isn't 443.
+    std::string_view telemetryHost;
 };
 
 [[nodiscard]] const Deployment& deployment();

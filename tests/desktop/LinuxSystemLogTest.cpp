@@ -68,5 +68,15 @@ TEST(LinuxSystemLogTest, TheJournalGetsTheLineWithItsOriginAndSeverityAndAHugeOn
     EXPECT_EQ(elsewhere.channel().isAvailable, elsewhere.channel().reason.empty());
 }
 
+TEST(LinuxSystemLogTest, AnotherOriginStandsInPlaceOfTheLoggers) {
+    const TemporaryFolder folder;
+    Journal journal(folder / "socket");
+    LinuxSystemLog log({.subsystem = "com.marvolt.app", .category = "MemoryMonitor"}, folder / "socket");
+    log.write(SystemLogType::standard, "line");
+    const auto fields = journal.next();
+    EXPECT_THAT(fields, Contains(Pair("SUBSYSTEM", "com.marvolt.app")));
+    EXPECT_THAT(fields, Contains(Pair("CATEGORY", "MemoryMonitor")));
+}
+
 }  // namespace
 }  // namespace quorvane::platform

@@ -37,8 +37,8 @@ void appendField(std::string& message, std::string_view name, std::string_view v
 
 }  // namespace
 
-LinuxSystemLog::LinuxSystemLog(std::string journalSocket)
-    : journalSocket_(std::move(journalSocket)),
+LinuxSystemLog::LinuxSystemLog(Origin origin, std::string journalSocket)
+    : origin_(std::move(origin)), journalSocket_(std::move(journalSocket)),
       descriptor_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {}
 
 LinuxSystemLog::~LinuxSystemLog() {
@@ -47,14 +47,14 @@ LinuxSystemLog::~LinuxSystemLog() {
 
 void LinuxSystemLog::write(SystemLogType type, std::string_view line) {
     const auto text = text::validUtf8(line.substr(0, longestLine));
-    std::string message =
-        fmt::format("PRIORITY={}\nSYSLOG_IDENTIFIER=quorvane\nSUBSYSTEM=zelkor.quorvane.main\nCATEGORY=AppLogger\n",
-                    priorityOf(type));
+    std::string message = fmt::format("PRIORITY={}\nSYSLOG_IDENTIFIER=quorvane\nSUBSYSTEM={}\nCATEGORY={}\n",
+                                      priorityOf(type), origin_.subsystem, origin_.category);
     appendField(message, "MESSAGE", text);
     if (sendToJournal(message)) return;
     std::error_code error;
     if (std::filesystem::exists(syslogSocket, error))
-        syslog(LOG_USER | priorityOf(type), "zelkor.quorvane.main AppLogger: %s", text.c_str());
+        syslog(LOG_USER | priorityOf(type), "%s %s: %s", origin_.subsystem.c_str(), origin_.category.c_str(),
+               text.c_str());
 }
 
 bool LinuxSystemLog::sendToJournal(const std::string& message) const {

@@ -4,13 +4,21 @@
 #include "platform/SystemLog.h"
 
 #include <string>
+#include <utility>
 
 namespace quorvane::platform {
 
-/// The journal where its socket is, else syslog. Lines carry SUBSYSTEM=zelkor.quorvane.main and CATEGORY=AppLogger.
+/// The journal where its socket is, else syslog.
 class LinuxSystemLog final : public SystemLog {
 public:
-    explicit LinuxSystemLog(std::string journalSocket = "/run/systemd/journal/socket");
+    /// Whose lines they are: the fields SUBSYSTEM and CATEGORY.
+    struct Origin {
+        std::string subsystem = "zelkor.quorvane.main";
+        std::string category = "AppLogger";
+    };
+    LinuxSystemLog() : LinuxSystemLog(Origin{}) {}
+    explicit LinuxSystemLog(Origin origin, std::string journalSocket = "/run/systemd/journal/socket");
+    explicit LinuxSystemLog(std::string journalSocket) : LinuxSystemLog(Origin{}, std::move(journalSocket)) {}
     LinuxSystemLog(const LinuxSystemLog&) = delete;
     LinuxSystemLog& operator=(const LinuxSystemLog&) = delete;
     ~LinuxSystemLog() override;
@@ -23,6 +31,7 @@ public:
 private:
     [[nodiscard]] bool sendToJournal(const std::string& message) const;
 
+    Origin origin_;
     std::string journalSocket_;
     int descriptor_ = -1;
 };

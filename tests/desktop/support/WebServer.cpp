@@ -40,4 +40,13 @@ void WebServer::publish(const std::string& name, const std::string& bytes) const
     writeFile(folder_ / name, bytes);
 }
 
+std::vector<WebServer::Posted> WebServer::posted(const std::string& name) const {
+    std::vector<Posted> all;
+    for (int count = 1;; ++count) {
+        const auto file = folder_ / fmt::format("{}.{}", name, count);
+        if (!std::filesystem::exists(file.string() + ".body")) return all;
+        all.push_back({contentOf(file.string() + ".headers"), contentOf(file.string() + ".body")});
+    }
+}
+
 }  // namespace quorvane

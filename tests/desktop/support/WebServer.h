@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvane {
 
@@ -18,8 +19,16 @@ public:
     [[nodiscard]] std::string url(const std::string& path, const std::string& host = "localhost") const;
     [[nodiscard]] std::string authority() const;  ///< its certificate, in PEM
 
-    /// What the path "/api/..." answers with from now on, by the last part of its name.
+    /// What the path "/api/..." answers with from now on, by the last part of its name. What is posted there is
+    /// answered with a status ("404") or as the path of a word would be ("hang").
     void publish(const std::string& name, const std::string& bytes) const;
+
+    /// What was posted.
+    struct Posted {
+        std::string headers;  ///< sorted lines, without the host
+        std::string body;
+    };
+    [[nodiscard]] std::vector<Posted> posted(const std::string& name) const;
 
 private:
     TemporaryFolder folder_;

@@ -1,5 +1,8 @@
 """A web server that misbehaves on request: web_server.py FOLDER READY, where FOLDER holds server.pem and the files of
-"/api/..." and READY is a descriptor that gets the port. What any other path does is its first word."""
+"/api/..." and READY is a descriptor that gets the port. What any other path does is its first word.
+
+What is posted to "/api/.../NAME" is kept as NAME.1.headers and NAME.1.body, NAME.2.headers and so on, before it is answered
+as the file NAME says: with a status, or as a path of that word would."""
 
 import http.server
 import os
@@ -33,14 +36,35 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def do_POST(self):
         sent = self.rfile.read(int(self.headers["Content-Length"]))
+        if self.path.startswith("/api/"):
+            self.take(sent)
+            return
         self.answer(202, self.headers["Content-Type"].encode() + b"|" + sent)
+
+    def take(self, sent):
+        file = os.path.join(sys.argv[1], os.path.basename(self.path))
+        count = 1
+        while os.path.exists(f"{file}.{count}.body"):
+            count += 1
+        for name, content in (("headers", self.told()), ("body", sent)):
+            with open(f"{file}.{count}.{name}", "wb") as kept:
+                kept.write(content)
+        with open(file, encoding="ascii") as wanted:
+            answer = wanted.read()
+        if answer.isdigit():
+            self.answer(int(answer), headers=[("Location", "/ok")] if answer == "301" else [])
+        else:
+            getattr(self, "act_" + answer)()
+
+    def told(self):
+        told = [f"{name}: {value}" for name, value in self.headers.items() if name != "Host"]
+        return "\n".join(sorted(told)).encode()
 
     def act_ok(self):
         self.answer(200, b"hello\0\xff", [("X-Kind", "greeting"), ("Set-Cookie", "a=b")])
 
     def act_headers(self):
-        told = [f"{name}: {value}" for name, value in self.headers.items() if name != "Host"]
-        self.answer(200, "\n".join(sorted(told)).encode())
+        self.answer(200, self.told())
 
     def act_packed(self):
         self.answer(200, b"\x1f\x8b not packed at all", [("Content-Encoding", "gzip")])

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/ProcessUsage.h"
+
+namespace quorvane::platform {
+
+/// Asks `getrusage` for the processor time and /proc for the memory.
+class LinuxProcessUsage final : public ProcessUsage {
+public:
+    [[nodiscard]] double cpuSeconds() const override;
+    [[nodiscard]] std::optional<MemoryUse> memory() const override;
+};
+
+}  // namespace quorvane::platform

@@ -1,0 +1,102 @@
+#include "diagnostics/performance/PerformanceReportSpool.h"
+
+#include "base/Date.h"
+#include "diagnostics/performance/WholeRegularFile.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+namespace quorvane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PerformanceReportSpoolTest : public testing::Test {
+protected:
+    /// A file as old as that.
+    void put(const std::string& name, std::chrono::hours age) {
+        writeFile(directory / name, name);
+        fs::last_write_time(directory / name, fs::file_time_type::clock::now() - age);
+    }
+
+    [[nodiscard]] std::vector<std::string> pending() const {
+        std::vector<std::string> names;
+        for (const auto& file : spool.pending())
+            names.push_back(file.filename());
+        return names;
+    }
+
+    TemporaryFolder folder;
+    fs::path directory = folder / "new" / "perf-reports";
+    PerformanceReportSpool spool{directory};
+};
+
+TEST_F(PerformanceReportSpoolTest, KeepsAReportInAPrivateFileAndFolder) {
+    EXPECT_EQ(spool.store("a", std::string("\x1f\0b", 3)), std::nullopt);
+    EXPECT_THAT(pending(), ElementsAre("a.json.gz"));
+    EXPECT_EQ(wholeRegularFile(directory / "a.json.gz"), std::string("\x1f\0b", 3));
+    EXPECT_EQ(fs::status(directory).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(fs::status(directory / "a.json.gz").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(PerformanceReportSpoolTest, TheFiveNewestRemainWhateverElseIsInTheFolder) {
+    fs::create_directories(directory);
+    for (int age = 1; age <= 7; ++age)
+        put(std::to_string(age) + ".json.gz", std::chrono::hours(age));
+    put("0.json.gz.txt", 100h);
+    put("notes", 100h);
+    EXPECT_THAT(pending(),
+                ElementsAre("7.json.gz", "6.json.gz", "5.json.gz", "4.json.gz", "3.json.gz", "2.json.gz", "1.json.gz"));
+    EXPECT_EQ(spool.store("new", "x"), std::nullopt);
+    EXPECT_THAT(pending(), ElementsAre("4.json.gz", "3.json.gz", "2.json.gz", "1.json.gz", "new.json.gz"));
+    EXPECT_TRUE(fs::exists(directory / "0.json.gz.txt"));
+    EXPECT_TRUE(fs::exists(directory / "notes"));
+}
+
+TEST_F(PerformanceReportSpoolTest, WhatCannotBeWrittenCostsNoOlderReport) {
+    fs::create_directories(directory);
+    for (int age = 1; age <= 5; ++age)
+        put(std::to_string(age) + ".json.gz", std::chrono::hours(age));
+    const auto before = pending();
+    const auto problem = spool.store("no/such/folder", "x");
+    ASSERT_TRUE(problem);
+    EXPECT_THAT(*problem, testing::HasSubstr("cannot write"));
+    EXPECT_EQ(pending(), before);
+
+    writeFile(folder / "file", "");
+    EXPECT_TRUE(PerformanceReportSpool(folder / "file" / "below").store("a", "x"));
+}
+
+TEST_F(PerformanceReportSpoolTest, HalfWrittenFilesOfAnEarlierRunGo) {
+    fs::create_directories(directory);
+    put("a.json.gz", 1h);
+    put("b.json.gz.Ab3xYz", 1h);
+    spool.removeLeftovers();
+    EXPECT_FALSE(fs::exists(directory / "b.json.gz.Ab3xYz"));
+    put("b.json.gz.Ab3xYz", 1h);
+    spool.discard();
+    EXPECT_TRUE(fs::is_empty(directory));
+}
+
+TEST_F(PerformanceReportSpoolTest, WhatIsNoFileCannotBeRead) {
+    fs::create_directories(directory / "folder.json.gz");
+    ASSERT_EQ(mkfifo((directory / "pipe.json.gz").c_str(), 0600), 0);
+    for (const char* name : {"folder.json.gz", "pipe.json.gz", "nothing.json.gz"})
+        EXPECT_EQ(wholeRegularFile(directory / name), std::nullopt) << name;
+    for (const auto& file : spool.pending())
+        PerformanceReportSpool::remove(file);
+    EXPECT_THAT(pending(), IsEmpty());
+}
+
+TEST_F(PerformanceReportSpoolTest, WithoutADirectoryNothingIsKept) {
+    PerformanceReportSpool none(std::nullopt);
+    EXPECT_EQ(none.store("a", "x"), std::nullopt);
+    none.discard();
+    EXPECT_THAT(none.pending(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace quorvane

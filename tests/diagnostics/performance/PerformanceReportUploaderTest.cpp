@@ -1,0 +1,235 @@
+#include "diagnostics/performance/PerformanceReportUploader.h"
+
+#include "diagnostics/performance/PackedBytes.h"
+#include "diagnostics/performance/PerformanceReportDelivery.h"
+#include "platform/simulated/RecordingSystemLog.h"
+#include "platform/simulated/SimulatedHttpClient.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedSerialQueue.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryFolder.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <limits>
+
+namespace quorvane {
+namespace {
+
+using platform::HttpFailure;
+using platform::HttpRequest;
+using platform::HttpResponse;
+using platform::HttpResult;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
+
+class PerformanceReportUploaderTest : public testing::Test {
+protected:
+    [[nodiscard]] std::unique_ptr<PerformanceReportUploader> make(std::optional<std::filesystem::path> spoolDirectory,
+                                                                  const std::string& host) {
+        return std::make_unique<PerformanceReportUploader>(PerformanceReportUploader::Parts{
+            .runLoop = loop,
+            .logger = logger,
+            .queue = std::make_unique<platform::SimulatedSerialQueue>(loop),
+            .makeTransport = [this] { return std::make_unique<platform::SimulatedHttpClient>(loop, network); },
+            .spoolDirectory = std::move(spoolDirectory),
+            .host = host,
+            .userAgent = "Quorvane/1.2.0 (345; Linux 6.1; x86_64)"});
+    }
+
+    /// Spooled files "1.json.gz" (the oldest) to "n.json.gz", each of which holds its name.
+    void spool(int count) {
+        std::filesystem::create_directories(directory);
+        for (int i = 1; i <= count; ++i) {
+            const auto name = fmt::format("{}.json.gz", i);
+            writeFile(directory / name, name);
+            std::filesystem::last_write_time(directory / name, std::filesystem::file_time_type::clock::now() -
+                                                                   std::chrono::hours(count - i + 1));
+        }
+    }
+
+    void answer(HttpResult result) { network.answers[url] = std::move(result); }
+
+    [[nodiscard]] std::vector<std::string> sentBodies() const {
+        std::vector<std::string> bodies;
+        for (const auto& request : network.requests)
+            bodies.push_back(request.body.value_or(""));
+        return bodies;
+    }
+
+    /// The module's lines without their time.
+    [[nodiscard]] std::vector<std::string> lines() const {
+        std::vector<std::string> texts;
+        for (const auto& line : console.lines())
+            texts.push_back(line.substr(line.find("] [") + 2));
+        return texts;
+    }
+
+    TemporaryFolder folder;
+    std::filesystem::path directory = folder / "perf-reports";
+    platform::SimulatedRunLoop loop{dateFromSecondsSince1970(1'772'000'000)};
+    platform::SimulatedHttpClient::Network network;
+    platform::RecordingSystemLog systemLog;
+    RecordingConsole console;
+    AppLogger logger{loop, systemLog, console, {}};
+    std::unique_ptr<PerformanceReportUploader> uploader = make(directory, "telemetry.example.org");
+};
+
+TEST_F(PerformanceReportUploaderTest, AReportIsSentAsItLiesOnDiskAndThenGone) {
+    answer(HttpResponse{.status = 202});
+    const PerformanceReport report{.reportID = "r", .callStacks = "#0 spin"};
+    uploader->submit(report);
+    loop.runPosted();
+    EXPECT_EQ(uploader->pendingCount(), 1U);
+    const auto bytes = contentOf(directory / "r.json.gz");
+    loop.playFor(1s);
+    EXPECT_EQ(parsePerformanceReport(unpacked(bytes)), report);
+    EXPECT_THAT(network.requests,
+                ElementsAre(HttpRequest{.method = "POST",
+                                        .url = url,
+                                        .headers = {{"Content-Type", "application/json"},
+                                                    {"Content-Encoding", "gzip"},
+                                                    {"User-Agent", "Quorvane/1.2.0 (345; Linux 6.1; x86_64)"}},
+                                        .body = bytes,
+                                        .maximumBytes = 1 << 20,
+                                        .timeout = 60s}));
+    EXPECT_EQ(uploader->pendingCount(), 0U);
+    EXPECT_THAT(lines(), ElementsAre("[INFO] [PerfWatchdog] 性能报告：r.json.gz 发送结果 delivered"));
+}
+
+TEST_F(PerformanceReportUploaderTest, AnAnswerDeliversRejectsOrAsksForAPause) {
+    using enum PerformanceReportSendOutcome;
+    const struct {
+        int status;
+        PerformanceReportSendOutcome outcome;
+    } rows[] = {
+        {0, retryLater},   {100, retryLater}, {199, retryLater}, {200, delivered}, {299, delivered},
+        {300, retryLater}, {301, retryLater}, {399, retryLater}, {400, rejected},  {404, rejected},
+        {428, rejected},   {429, retryLater}, {430, rejected},   {499, rejected},  {500, retryLater},
+        {503, retryLater}, {599, retryLater}, {600, retryLater}, {-1, retryLater},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(PerformanceReportDelivery::outcome(row.status), row.outcome) << row.status;
+}
+
+TEST_F(PerformanceReportUploaderTest, AFlushGoesOnAfterARejectionAndEndsAtTheFirstPause) {
+    const struct {
+        HttpResult answer;
+        std::size_t requests;
+        std::size_t left;
+        const char* line;
+    } rows[] = {
+        {HttpResponse{.status = 200}, 3, 0, "1.json.gz 发送结果 delivered"},
+        {HttpResponse{.status = 404}, 3, 0, "1.json.gz 发送结果 rejected"},
+        {HttpResponse{.status = 429}, 1, 3, "1.json.gz 发送结果 retryLater"},
+        {HttpResponse{.status = 301}, 1, 3, "1.json.gz 发送结果 retryLater"},
+        {HttpResponse{.status = 0}, 1, 3, "1.json.gz 发送结果 retryLater"},
+        {HttpFailure{.cause = "no route"}, 1, 3, "[WARNING] [PerfWatchdog] 性能报告：网络失败，稍后重试：no route"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        network.requests.clear();
+        console.clear();
+        spool(3);
+        answer(row.answer);
+        uploader->flushPending();
+        loop.playFor(10s);
+        EXPECT_THAT(network.requests, SizeIs(row.requests));
+        EXPECT_EQ(sentBodies().front(), "1.json.gz");
+        EXPECT_EQ(uploader->pendingCount(), row.left);
+        EXPECT_THAT(lines().front(), HasSubstr(row.line));
+    }
+    answer(HttpResponse{.status = 200});
+    network.requests.clear();
+    uploader->flushPending();
+    loop.playFor(10s);
+    EXPECT_THAT(sentBodies(), ElementsAre("1.json.gz", "2.json.gz", "3.json.gz"));
+}
+
+TEST_F(PerformanceReportUploaderTest, TheSixthReportCostsTheOldestBeforeAnythingIsSent) {
+    spool(5);
+    answer(HttpResponse{.status = 429});
+    uploader->submit({.reportID = "new"});
+    loop.playFor(10s);
+    EXPECT_THAT(sentBodies(), ElementsAre("2.json.gz"));
+    EXPECT_EQ(uploader->pendingCount(), 5U);
+}
+
+TEST_F(PerformanceReportUploaderTest, AFlushThatIsAskedForMeanwhileFollowsAndSendsNothingTwice) {
+    spool(2);
+    answer(HttpResponse{.status = 200});
+    uploader->flushPending();
+    uploader->flushPending();
+    uploader->submit({.reportID = "new"});
+    loop.playFor(10s);
+    EXPECT_THAT(network.requests, SizeIs(3));
+    EXPECT_EQ(uploader->pendingCount(), 0U);
+}
+
+TEST_F(PerformanceReportUploaderTest, WhatIsDiscardedInTheMiddleOfAFlushIsNotSent) {
+    spool(3);
+    answer(HttpResponse{.status = 200});
+    uploader->flushPending();
+    loop.runPosted();
+    uploader->discardPending();
+    loop.playFor(10s);
+    EXPECT_THAT(sentBodies(), ElementsAre("1.json.gz"));
+    EXPECT_TRUE(std::filesystem::is_empty(directory));
+    spool(1);
+    uploader->flushPending();
+    loop.playFor(10s);
+    EXPECT_EQ(uploader->pendingCount(), 0U) << "flushes go on afterwards";
+}
+
+TEST_F(PerformanceReportUploaderTest, WithoutAHostNothingIsAskedForAndNothingStays) {
+    for (const char* host : {"", "a b", "host/path", "user@host"}) {
+        SCOPED_TRACE(host);
+        uploader = make(directory, host);
+        spool(2);
+        uploader->submit({.reportID = "new"});
+        loop.playFor(10s);
+        EXPECT_EQ(uploader->pendingCount(), 0U);
+        EXPECT_THAT(lines().back(), HasSubstr("new.json.gz 发送结果 rejected"));
+    }
+    EXPECT_THAT(network.requests, IsEmpty());
+}
+
+TEST_F(PerformanceReportUploaderTest, WhatCannotBeKeptOrWrittenIsALineInTheLog) {
+    uploader->submit({.reportID = "r", .peakCPUPercent = std::numeric_limits<double>::infinity()});
+    loop.playFor(1s);
+    EXPECT_THAT(lines(), ElementsAre("[ERROR] [PerfWatchdog] 性能报告：编码失败 r"));
+    EXPECT_FALSE(std::filesystem::exists(directory));
+
+    console.clear();
+    writeFile(folder / "file", "");
+    uploader = make(folder / "file", "telemetry.example.org");
+    uploader->submit({.reportID = "r"});
+    loop.playFor(1s);
+    EXPECT_THAT(lines(), ElementsAre(HasSubstr("[WARNING] [PerfWatchdog] 性能报告：落盘失败 r：")));
+
+    console.clear();
+    uploader = make(std::nullopt, "telemetry.example.org");
+    uploader->submit({.reportID = "r"});
+    loop.playFor(1s);
+    EXPECT_THAT(lines(), IsEmpty());
+    EXPECT_EQ(uploader->pendingCount(), 0U);
+    EXPECT_THAT(network.requests, IsEmpty());
+}
+
+TEST_F(PerformanceReportUploaderTest, AnUploaderThatGoesLeavesWhatItWasSending) {
+    spool(1);
+    network.silent = {url};
+    uploader->flushPending();
+    loop.playFor(1s);
+    EXPECT_THAT(network.requests, SizeIs(1));
+    uploader.reset();
+    loop.playFor(100s);
+    EXPECT_TRUE(std::filesystem::exists(directory / "1.json.gz"));
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,219 @@
+#include "diagnostics/performance/PerformanceReporting.h"
+
+#include "base/Uuid.h"
+#include "diagnostics/performance/PackedBytes.h"
+#include "platform/simulated/InMemoryUserDefaults.h"
+#include "platform/simulated/RecordingSystemLog.h"
+#include "platform/simulated/SimulatedHttpClient.h"
+#include "platform/simulated/SimulatedProcessUsage.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedSerialQueue.h"
+#include "platform/simulated/SimulatedStackSampler.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryFolder.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+
+namespace quorvane {
+namespace {
+
+using platform::HttpResponse;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
+
+/// The whole pipeline in simulated time: only the tool, the network and the processor are on paper.
+class PerformanceWatchdogTest : public testing::Test {
+protected:
+    PerformanceWatchdogTest() { network.answers[url] = HttpResponse{.status = 202}; }
+
+    void start() {
+        reporting = std::make_unique<PerformanceReporting>(PerformanceReporting::Parts{
+            .runLoop = loop,
+            .logger = logger,
+            .defaults = defaults,
+            .usage = usage,
+            .sampler = sampler,
+            .makeQueue = [this](auto) { return std::make_unique<platform::SimulatedSerialQueue>(loop); },
+            .makeHttpClient = [this] { return std::make_unique<platform::SimulatedHttpClient>(loop, network); },
+            .surroundings = [this] { return surroundings; },
+            .application = {.shortVersion = "1.2.0", .build = "345"},
+            .system = {.name = "Linux", .version = "6.1", .architecture = "x86_64"},
+            .homeDirectory = "/home/ann",
+            .spoolDirectory = directory,
+            .telemetryHost = "telemetry.example.org",
+            .policy = policy});
+        reporting->startWatchdog();
+    }
+
+    /// Lets time pass with so much load.
+    void play(Seconds duration, double percent) {
+        for (Seconds played{}; played < duration; played += 1s) {
+            usage.burn(percent / 100);
+            loop.playFor(1s);
+        }
+    }
+
+    [[nodiscard]] std::vector<std::string> lines() const {
+        std::vector<std::string> texts;
+        for (const auto& line : console.lines())
+            texts.push_back(line.substr(line.find("] [") + 2));
+        return texts;
+    }
+
+    TemporaryFolder folder;
+    std::filesystem::path directory = folder / "perf-reports";
+    platform::SimulatedRunLoop loop{dateFromSecondsSince1970(1'772'000'000)};
+    platform::SimulatedHttpClient::Network network;
+    platform::SimulatedProcessUsage usage;
+    platform::SimulatedStackSampler sampler;
+    platform::InMemoryUserDefaults defaults;
+    platform::RecordingSystemLog systemLog;
+    RecordingConsole console;
+    AppLogger logger{loop, systemLog, console, {}};
+    PerformanceWatchdog::Policy policy;
+    PerformanceReporting::Surroundings surroundings{
+        .hasWindow = true, .isActive = false, .preferredLocalizations = {"zh_Hans"}};
+    std::unique_ptr<PerformanceReporting> reporting;
+};
+
+TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) {
+    sampler.text = "#0 spin - /home/ann/q /home/bob/q\n";
+    defaults.setValue("perf-reports.install-id", "0f8fad5b-d9cb-469f-a165-70867728950e");
+    start();
+    play(60s, 5);
+    play(6s, 87.25);
+    play(60s, 5);
+
+    ASSERT_THAT(network.requests, SizeIs(1));
+    auto report = parsePerformanceReport(unpacked(*network.requests.front().body));
+    ASSERT_TRUE(report);
+    EXPECT_EQ(report->reportID.size(), 36U);
+    EXPECT_TRUE(Uuid::parse(report->reportID));
+    report->reportID = "any";
+    EXPECT_EQ(*report, (PerformanceReport{.appID = "quorvane",
+                                          .reportID = "any",
+                                          .installID = "0f8fad5b-d9cb-469f-a165-70867728950e",
+                                          .appVersion = "1.2.0",
+                                          .build = "345",
+                                          .osVersion = "6.1",
+                                          .arch = "x86_64",
+                                          .locale = "zh-Hans",
+                                          .capturedAt = "2026-02-25T06:14:26Z",
+                                          .activeSurface = "quorvane.window_inactive",
+                                          .thresholdPercent = 30,
+                                          .sustainedSeconds = 6,
+                                          .peakCPUPercent = 87.3,
+                                          .averageCPUPercent = 87.3,
+                                          .sampleDurationSeconds = 2,
+                                          .callStacksFormat = "linux-eu-stack-v1",
+                                          .callStacks = "#0 spin - ~/q /home/_/q\n"}));
+    EXPECT_THAT(lines(), ElementsAre("[WARNING] [PerfWatchdog] 性能报告：CPU 持续 6 秒超过 30%（峰值 87%），开始抓栈",
+                                     EndsWith("发送结果 delivered")));
+    EXPECT_EQ(reporting->uploader().pendingCount(), 0U);
+}
+
+TEST_F(PerformanceWatchdogTest, WhatTheCaptureItselfBurnsTriggersNothing) {
+    policy = {.sustainedSeconds = 3s, .cooldown = 0s};  // a single hot sample is enough
+    sampler.whileBusy = [this] { usage.burn(100); };
+    start();
+    play(60s, 1);
+    play(3s, 50);
+    EXPECT_EQ(sampler.starts, 1);
+    play(60s, 1);
+    EXPECT_EQ(sampler.starts, 1);
+    play(3s, 50);
+    EXPECT_EQ(sampler.starts, 2);
+}
+
+TEST_F(PerformanceWatchdogTest, AFailedCaptureEndsWithoutAReportAndTheNextOneComesAfterTheCooldown) {
+    sampler.status = 2;
+    start();
+    play(629s, 50);
+    EXPECT_EQ(sampler.starts, 1);
+    play(4s, 50);
+    EXPECT_EQ(sampler.starts, 2);
+    EXPECT_THAT(network.requests, IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(directory));
+}
+
+TEST_F(PerformanceWatchdogTest, WhileReportsAreOffThereIsNoCaptureNoFileAndNoRequest) {
+    defaults.setValue("perf-reports.enabled", "false");
+    std::filesystem::create_directories(directory);
+    writeFile(directory / "old.json.gz", "old");
+    start();
+    play(1000s, 100);
+    EXPECT_EQ(sampler.starts, 0);
+    EXPECT_THAT(network.requests, IsEmpty());
+    EXPECT_THAT(console.lines(), IsEmpty());
+    reporting->setEnabled(true);
+    EXPECT_EQ(defaults.value("perf-reports.enabled"), "true");
+    play(6s, 100);
+    EXPECT_EQ(sampler.starts, 1);
+    EXPECT_THAT(lines().front(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：开启"));
+}
+
+TEST_F(PerformanceWatchdogTest, ReportsThatAreSwitchedOffDuringACaptureAreDroppedAndTheSpoolIsEmptied) {
+    network.answers[url] = HttpResponse{.status = 503};
+    start();
+    play(40s, 50);
+    EXPECT_EQ(reporting->uploader().pendingCount(), 1U);
+    network.requests.clear();
+    sampler.whileBusy = [this] { reporting->setEnabled(false); };
+    play(700s, 50);
+    EXPECT_EQ(sampler.starts, 2);
+    EXPECT_THAT(lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：关闭"));
+    EXPECT_EQ(defaults.value("perf-reports.enabled"), "false");
+    EXPECT_TRUE(std::filesystem::is_empty(directory));
+    EXPECT_THAT(network.requests, IsEmpty());
+}
+
+TEST_F(PerformanceWatchdogTest, EachStartSendsWhatAnEarlierRunHasLeft) {
+    std::filesystem::create_directories(directory);
+    writeFile(directory / "old.json.gz", "old");
+    start();
+    loop.playFor(1s);
+    EXPECT_THAT(network.requests, SizeIs(1));
+    EXPECT_TRUE(std::filesystem::is_empty(directory));
+}
+
+TEST_F(PerformanceWatchdogTest, UnderATestHostNothingRunsAndNothingIsSent) {
+    std::filesystem::create_directories(directory);
+    writeFile(directory / "old.json.gz", "old");
+    setenv("XCTestConfigurationFilePath", "", 1);
+    start();
+    unsetenv("XCTestConfigurationFilePath");
+    play(100s, 100);
+    EXPECT_EQ(loop.pendingTimers(), 0);
+    EXPECT_EQ(sampler.starts, 0);
+    EXPECT_THAT(network.requests, IsEmpty());
+}
+
+TEST_F(PerformanceWatchdogTest, ItWakesOnceForEachIntervalAndStartsOneTimerHoweverOftenItIsStarted) {
+    start();
+    reporting->startWatchdog();
+    loop.runPosted();
+    const int before = loop.wakeUps();
+    loop.playFor(300s);
+    EXPECT_EQ(loop.wakeUps() - before, 100);
+}
+
+TEST_F(PerformanceWatchdogTest, AWatchdogThatGoesTakesItsCaptureAlong) {
+    start();
+    play(40s, 0);
+    usage.burn(10);
+    loop.playFor(3s);
+    usage.burn(10);
+    sampler.whileBusy = [this] { loop.post([this] { reporting.reset(); }); };
+    loop.playFor(100s);
+    EXPECT_EQ(sampler.starts, 1);
+    EXPECT_THAT(network.requests, IsEmpty());
+    EXPECT_EQ(loop.pendingTimers(), 0);
+}
+
+}  // namespace
+}  // namespace quorvane
