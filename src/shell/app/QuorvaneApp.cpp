@@ -62,14 +62,9 @@ struct QuorvaneApp::Scene {
               .hasTrayChanged = tray.hasTrayChanged,
               .setHideDockIcon =
                   [&app](bool hide, bool activate) { DockVisibilityController::apply(app.windows_, hide, activate); },
-              .setPerformanceReportsEnabled = [this, &app](bool on) { setPerformanceReportsEnabled(app, on); },
+              .setPerformanceReportsEnabled = [&app](bool on) { app.diagnostics_.setReportsEnabled(on); },
               .aboutRequested = aboutRequested} {
         desktop.listenToBrowsers([](const std::string&) {});
-    }
-
-    void setPerformanceReportsEnabled(QuorvaneApp& app, bool isEnabled) {
-        performanceReports.setEnabled(isEnabled);
-        app.parts_.logger.log(isEnabled ? "性能报告开关：开启" : "性能报告开关：关闭", LogLevel::info, "PerfWatchdog");
     }
 
     PerformanceReportPreferences performanceReports;
@@ -95,13 +90,22 @@ QuorvaneApp::QuorvaneApp(Parts parts)
                 .application = parts_.application,
                 .feedHost = std::string(deployment().updateHost),
                 .publicKey = std::string(deployment().updatePublicKey),
-                .makeHttpClient = parts_.makeHttpClient}) {
+                .makeHttpClient = parts_.makeHttpClient}),
+      diagnostics_({.runLoop = parts_.runLoop,
+                    .logger = parts_.logger,
+                    .defaults = defaults_,
+                    .application = parts_.application,
+                    .language = std::string(localization_.language()),
+                    .hasVisibleWindows = [this] { return windows_.hasVisibleWindows(); },
+                    .makeHttpClient = parts_.makeHttpClient}) {
     if (!parts_.hooks.applyDockVisibility)
         parts_.hooks.applyDockVisibility = [this](bool hide) {
             DockVisibilityController::apply(windows_, hide, false);
         };
+    if (!parts_.hooks.startMemoryMonitor)
+        parts_.hooks.startMemoryMonitor = [this](Seconds interval) { diagnostics_.startMemoryMonitor(interval); };
     updates_.startIfNeeded();
-    if (parts_.hooks.startWatchdog) parts_.hooks.startWatchdog();
+    diagnostics_.startWatchdog();
     auto& instance = parts_.singleInstance;
     subscriptions_.push_back(instance.activated.subscribe(
         [this] { appDelegate_.applicationShouldHandleReopen(windows_, windows_.hasVisibleWindows()); }));

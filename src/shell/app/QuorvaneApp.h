@@ -7,6 +7,7 @@
 #include "platform/linux/QtRunLoop.h"
 #include "shell/app/AppServices.h"
 #include "shell/app/MainWindows.h"
+#include "shell/app/SelfDiagnostics.h"
 #include "shell/app/SingleInstance.h"
 #include "shell/state/LaunchTask.h"
 #include "shell/state/QuorvaneAppDelegate.h"
@@ -60,6 +61,7 @@ private:
     ZelkorUpdateController updates_;
     Localization localization_ = Localization::fromEnvironment();
     MainWindows windows_;
+    SelfDiagnostics diagnostics_;
     std::unique_ptr<Scene> scene_;  ///< made with the first content
     std::vector<Subscription> subscriptions_;
 };

@@ -15,7 +15,6 @@ namespace quorvane {
 struct LaunchHooks {
     using SyncFinished = std::function<void(const std::optional<std::string>& error)>;
 
-    std::function<void()> startWatchdog;                               ///< while the application is made
     std::function<void(bool hideFromDock)> applyDockVisibility;        ///< with the first content
     std::function<void(Seconds interval)> startMemoryMonitor;          ///< 1 s later
     std::function<bool()> isCloudAvailable;                            ///< 3 s after the first content
