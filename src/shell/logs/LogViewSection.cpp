@@ -75,7 +75,7 @@ QLayout* LogViewSection::makeStatistics() {
 }
 
 QLayout* LogViewSection::makeActions() {
-    const auto button = [this](const std::string& text, const char* iconName, ButtonKind kind) {
+    const auto button = [](const std::string& text, const char* iconName, ButtonKind kind) {
         auto* const made = new Button(qt(text), kind);
         made->setButtonSize(ButtonSize::small);
         made->setIconName(QString::fromLatin1(iconName));
