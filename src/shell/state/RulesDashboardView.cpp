@@ -130,7 +130,7 @@ void RulesDashboardView::save() {
 }
 
 std::shared_ptr<Rule> RulesDashboardView::removeSelected() {
-    const auto removed = std::exchange(selectedRule_, nullptr);
+    auto removed = std::exchange(selectedRule_, nullptr);
     if (removed == nullptr) return nullptr;
     context_.remove(removed);
     saveSilently();
