@@ -117,10 +117,9 @@ QWidget* OrganizationPage::emptyList() {
 }
 
 void OrganizationPage::remove(const std::string& appName) {
-    const std::string name = appName;  // the row that lent it goes
     const auto shown = view_.rows();
-    const auto at = std::ranges::find(shown, name, &AppCategoryManagementView::Row::appName) - shown.begin();
-    view_.remove(name);
+    const auto at = std::ranges::find(shown, appName, &AppCategoryManagementView::Row::appName) - shown.begin();
+    view_.remove(std::string(appName));  // the row that lent it goes
     // The focus stays in the list: the next row, or the last one, takes it.
     if (rows_.empty()) return search_->setFocus(Qt::TabFocusReason);
     rows_[std::min(static_cast<std::size_t>(at), rows_.size() - 1)]->focusDelete();

@@ -102,8 +102,7 @@ void OwnCategories::addPill(const std::string& category) {
     auto* const remove = Button::withIcon(QStringLiteral("close"), qt(localization_.text("a11y_remove", category)),
                                           ButtonKind::ghost, ButtonSize::small);
     connect(remove, &QAbstractButton::clicked, this, [this, category] {
-        const std::string name = category;  // the button that lent it goes
-        view_.removeCategory(name);
+        view_.removeCategory(std::string(category));  // the button that lent it goes
         name_->setFocus(Qt::TabFocusReason);
     });
     auto* const pill = new Pill(isolated(qt(category)), remove);
