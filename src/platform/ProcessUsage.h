@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace quorvane::platform {
@@ -12,6 +14,12 @@ struct MemoryUse {
     friend bool operator==(const MemoryUse&, const MemoryUse&) = default;
 };
 
+/// Waits until this process has used the processor. Destroying it cancels it, and waits for its call if that runs.
+class UsageAlarm {
+public:
+    virtual ~UsageAlarm() = default;
+};
+
 /// What this process takes of the machine. From any thread.
 class ProcessUsage {
 public:
@@ -19,6 +27,10 @@ public:
 
     /// Processor time of all threads since the start, in user and system mode, in seconds; 0 if it can't be learnt.
     [[nodiscard]] virtual double cpuSeconds() const = 0;
+
+    /// Calls `fire` once, on a thread of the alarm's own, when all threads together have used `cpuSeconds` (> 0) more
+    /// than now, and wakes nobody before. Null if the machine can't. `fire` must not destroy the alarm.
+    [[nodiscard]] virtual std::unique_ptr<UsageAlarm> onceUsed(double cpuSeconds, std::function<void()> fire) const = 0;
 
     [[nodiscard]] virtual std::optional<MemoryUse> memory() const = 0;
 };

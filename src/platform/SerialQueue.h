@@ -13,10 +13,13 @@ public:
 
     virtual void post(std::function<void()> work) = 0;
 
-    /// Calls `fire` on the queue every `interval` (> 0 s), first after one, for as long as the queue lasts; each call
-    /// may come up to `leeway` late, so that the machine wakes once for several of its timers. At most once for a
-    /// queue.
+    /// Calls `fire` on the queue every `interval` (> 0 s), first after one, until the timer or the queue ends; each
+    /// call may come up to `leeway` late, so that the machine wakes once for several of its timers. A queue has one
+    /// timer at a time.
     virtual void every(Seconds interval, Seconds leeway, std::function<void()> fire) = 0;
+
+    /// Ends the timer, if there is one: no call begins any more. On the queue, be it inside `fire`.
+    virtual void endTimer() = 0;
 
     /// Waits for what runs, drops what waits, and takes nothing more. Not from the queue itself.
     virtual void stop() = 0;

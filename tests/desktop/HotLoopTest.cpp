@@ -59,7 +59,8 @@ TEST(HotLoopTest, AnOrdinaryUsersHotLoopIsCaughtByNameAndTheServerHearsOfItWitho
     EXPECT_EQ(report->locale, "en-US");
     EXPECT_EQ(report->activeSurface, "quorvane.background");
     EXPECT_EQ(report->callStacksFormat, "linux-eu-stack-v1");
-    EXPECT_THAT(report->callStacks, HasSubstr("quorvane::unmistakableHotLoop() - ~/quorvane_hot_loop"));
+    EXPECT_THAT(report->callStacks, HasSubstr("quorvane::unmistakableHotLoop() - quorvane_hot_loop\n"));
+    EXPECT_THAT(report->callStacks, Not(HasSubstr(" - /")));
     EXPECT_THAT(report->callStacks, Not(HasSubstr(folder.path().string())));
     std::size_t snapshots = 0;
     for (auto at = report->callStacks.find("PID "); at != std::string::npos;

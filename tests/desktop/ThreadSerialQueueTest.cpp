@@ -70,6 +70,18 @@ TEST(ThreadSerialQueueTest, ItsTimerFiresInStepAndMissesWhatALongWorkCovers) {
     EXPECT_TRUE(staysTrue([&] { return fired <= firedBehind + 3; }, 0.1s));
 }
 
+TEST(ThreadSerialQueueTest, ATimerThatEndsTakesTheThreadAlongAndAnotherMayFollow) {
+    const QtRunLoop loop;  // the test waits on it
+    std::atomic<int> fired = 0;
+    ThreadSerialQueue queue("timed-queue");
+    for (int round = 1; round <= 2; ++round) {
+        queue.every(0.02s, 0s, [&] {
+            if (++fired % 3 == 0) queue.endTimer();
+        });
+        EXPECT_TRUE(waitUntil([&] { return fired == 3 * round && threadsCalled("timed-queue") == 0; }));
+    }
+}
+
 TEST(ThreadSerialQueueTest, AStopWaitsForWhatRunsAndDropsTheRest) {
     const QtRunLoop loop;  // the test waits on it
     std::atomic<bool> isRunning = false;

@@ -37,6 +37,8 @@ public:
     /// limit let it grow on, so that it triggers with the first sample after them.
     [[nodiscard]] std::optional<Trigger> observe(double percent, Date now);
 
+    [[nodiscard]] bool hasStreak() const { return streakStart_.has_value(); }
+
 private:
     [[nodiscard]] bool isHeldBack(Date now);
     void endStreak();

@@ -4,6 +4,7 @@
 #include "base/TestHost.h"
 #include "base/Text.h"
 #include "base/Uuid.h"
+#include "diagnostics/performance/PerformanceReportModules.h"
 #include "diagnostics/performance/PerformanceReportRedaction.h"
 
 #include <cmath>
@@ -48,27 +49,59 @@ void PerformanceWatchdog::setEnabled(bool isEnabled) {
     isEnabled_ = isEnabled;
     preferences_.setEnabled(isEnabled);
     parts_.logger.log(isEnabled ? "性能报告开关：开启" : "性能报告开关：关闭", LogLevel::info, module);
-    if (!isEnabled) parts_.uploader.discardPending();
+    if (isEnabled)
+        parts_.queue->post([this] { endRest(); });  // samples have to end a streak that was held meanwhile
+    else
+        parts_.uploader.discardPending();
 }
 
 void PerformanceWatchdog::startTimer() {
     if (detector_) return;
     detector_ = std::make_unique<CPUSustainedLoadDetector>(parts_.policy, parts_.runLoop.now());
+    beginTicking();
+}
+
+void PerformanceWatchdog::beginTicking() {
     parts_.queue->every(parts_.policy.sampleInterval, leeway, [this] { tick(); });
 }
 
 void PerformanceWatchdog::tick() {
     const auto now = parts_.runLoop.now();
     const auto percent = clock_.sample(now, parts_.usage.cpuSeconds());
-    if (!percent || isCapturing_ || !isEnabled_) return;
-    const auto trigger = detector_->observe(*percent, now);
-    if (!trigger) return;
+    if (!percent || isCapturing_) return;
+    const bool isEnabled = isEnabled_;
+    if (isEnabled) {
+        if (const auto trigger = detector_->observe(*percent, now)) {
+            beginCapture(*trigger);
+            return;
+        }
+    }
+    const bool awaitsMore = isEnabled && detector_->hasStreak();
+    if (*percent <= quietPercent && !awaitsMore) rest();
+}
+
+/// Until the alarm there is nothing that a tick could see. A machine without alarms goes on ticking.
+void PerformanceWatchdog::rest() {
+    alarm_ = parts_.usage.onceUsed(wakingSeconds, [this] { parts_.queue->post([this] { endRest(); }); });
+    if (alarm_) parts_.queue->endTimer();
+}
+
+/// The quiet time is not averaged with the load that has ended it: the clock begins anew, at once.
+void PerformanceWatchdog::endRest() {
+    if (!alarm_) return;
+    alarm_.reset();
+    clock_ = {};
+    tick();
+    beginTicking();
+}
+
+void PerformanceWatchdog::beginCapture(const Trigger& trigger) {
     isCapturing_ = true;
     parts_.logger.log(fmt::format("性能报告：CPU 持续 {} 秒超过 {}%（峰值 {}%），开始抓栈",
-                                  whole(trigger->sustainedSeconds.count()), whole(parts_.policy.thresholdPercent),
-                                  whole(trigger->peakPercent)),
+                                  whole(trigger.sustainedSeconds.count()), whole(parts_.policy.thresholdPercent),
+                                  whole(trigger.peakPercent)),
                       LogLevel::warning, module);
-    parts_.captureQueue->post([this, trigger = *trigger] { capture(trigger); });
+    parts_.captureQueue->post([this, trigger] { capture(trigger); });
 }
 
 void PerformanceWatchdog::capture(const Trigger& trigger) {
@@ -77,8 +110,9 @@ void PerformanceWatchdog::capture(const Trigger& trigger) {
         endCapture();
         return;
     }
-    stacks = PerformanceReportRedaction::truncate(PerformanceReportRedaction::redact(*stacks, parts_.homeDirectory),
-                                                  PerformanceReportEnvironment::mostCallStackBytes);
+    stacks =
+        PerformanceReportRedaction::redact(PerformanceReportModules::withoutFolders(*stacks), parts_.homeDirectory);
+    stacks = PerformanceReportRedaction::truncate(*stacks, PerformanceReportEnvironment::mostCallStackBytes);
     parts_.runLoop.post([weak = weak_.handle(), trigger, stacks = std::move(*stacks)]() mutable {
         if (auto* self = weak.get()) self->report(trigger, std::move(stacks));
     });

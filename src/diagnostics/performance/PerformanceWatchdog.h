@@ -25,12 +25,16 @@
 namespace quorvane {
 
 /// Watches the processor time of its own process. When that was high for too long, it captures call stacks and hands a
-/// report to the uploader, unless the user does not want reports. Main thread only.
+/// report to the uploader, unless the user does not want reports. While the process is quiet it rests, until an alarm
+/// tells it of use. Main thread only.
 class PerformanceWatchdog {
 public:
     static constexpr const char* queueLabel = "zelkor.quorvane.performance-watchdog";
     static constexpr Seconds leeway = 1s;
     static constexpr int captureSeconds = 2;
+    static constexpr double quietPercent = 2;  ///< load that is not above it is no reason to go on ticking
+    /// Ends a rest. A hot loop uses it within a fraction of an interval; an application at rest needs minutes for it.
+    static constexpr double wakingSeconds = 0.5;
 
     using Policy = CPUSustainedLoadDetector::Policy;
     using Trigger = CPUSustainedLoadDetector::Trigger;
@@ -65,7 +69,11 @@ public:
 
 private:
     void startTimer();  // on the queue, as is all that follows until said otherwise
+    void beginTicking();
     void tick();
+    void rest();
+    void endRest();
+    void beginCapture(const Trigger& trigger);
     void endCapture();
     void capture(const Trigger& trigger);                     // on the capture queue
     void report(const Trigger& trigger, std::string stacks);  // on the main thread
@@ -76,8 +84,9 @@ private:
     PerformanceStackCapture stackCapture_;
     std::atomic<bool> isEnabled_;  ///< what the preference says, for other threads
     std::stop_source stop_;
-    ProcessCPUClock clock_;                               // the queue's, as are the next three
+    ProcessCPUClock clock_;                               // the queue's, as are the next four
     std::unique_ptr<CPUSustainedLoadDetector> detector_;  ///< null until the timer runs
+    std::unique_ptr<platform::UsageAlarm> alarm_;         ///< null but for rests
     bool isCapturing_ = false;
     WeakSource<PerformanceWatchdog> weak_{*this};  ///< for what comes back to the main thread
 };

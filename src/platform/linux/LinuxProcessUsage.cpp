@@ -1,10 +1,12 @@
 #include "platform/linux/LinuxProcessUsage.h"
 
+#include "platform/linux/ProcessorTimeAlarm.h"
 #include "platform/linux/WholeFile.h"
 
 #include <charconv>
 #include <sys/resource.h>
 #include <unistd.h>
+#include <utility>
 
 namespace quorvane::platform {
 namespace {
@@ -19,6 +21,10 @@ double LinuxProcessUsage::cpuSeconds() const {
     rusage usage{};
     if (getrusage(RUSAGE_SELF, &usage) != 0) return 0;
     return secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
+}
+
+std::unique_ptr<UsageAlarm> LinuxProcessUsage::onceUsed(double cpuSeconds, std::function<void()> fire) const {
+    return ProcessorTimeAlarm::set(cpuSeconds, std::move(fire));
 }
 
 std::optional<MemoryUse> LinuxProcessUsage::memory() const {

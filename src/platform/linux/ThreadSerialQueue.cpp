@@ -10,7 +10,8 @@
 namespace quorvane::platform {
 namespace {
 
-constexpr std::size_t longestName = 15;  // the kernel takes no more
+constexpr std::size_t longestName = 15;            // the kernel takes no more
+constexpr unsigned long usualTimerSlack = 50'000;  // ns, as the kernel gives it to a program's first thread
 
 }  // namespace
 
@@ -33,6 +34,11 @@ void ThreadSerialQueue::every(Seconds interval, Seconds leeway, std::function<vo
     // The kernel lets the thread's time-outs end so much later where that spares a wake-up.
     work_.emplace_back([slack = static_cast<unsigned long>(leeway / 1ns)] { prctl(PR_SET_TIMERSLACK, slack); });
     wake();
+}
+
+void ThreadSerialQueue::endTimer() {
+    const std::lock_guard lock(mutex_);
+    fire_ = nullptr;
 }
 
 void ThreadSerialQueue::stop() {
@@ -62,6 +68,7 @@ void ThreadSerialQueue::wake() {
 
 void ThreadSerialQueue::run() {
     pthread_setname_np(pthread_self(), label_.substr(0, longestName).c_str());
+    prctl(PR_SET_TIMERSLACK, usualTimerSlack);  // that of the thread that has made it may be a timer's leeway
     std::unique_lock lock(mutex_);
     while (!isStopped_ && (fire_ || !work_.empty()))
         runNext(lock);

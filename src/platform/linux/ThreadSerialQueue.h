@@ -12,7 +12,7 @@
 namespace quorvane::platform {
 
 /// A queue on a thread. The thread is there while there is work or a timer: an idle queue costs
-/// nothing, and one with a timer wakes for that alone.
+/// nothing, and one with a timer wakes for that alone. It begins anew when there is work again.
 class ThreadSerialQueue final : public SerialQueue {
 public:
     /// `label`: what tools call the thread, which show its first 15 bytes.
@@ -23,6 +23,7 @@ public:
 
     void post(std::function<void()> work) override;
     void every(Seconds interval, Seconds leeway, std::function<void()> fire) override;
+    void endTimer() override;
     void stop() override;
 
 private:

@@ -14,6 +14,7 @@ public:
 
     void post(std::function<void()> work) override;
     void every(Seconds interval, Seconds leeway, std::function<void()> fire) override;
+    void endTimer() override { timer_.reset(); }
     void stop() override;
 
 private:

@@ -50,11 +50,11 @@ protected:
         reporting->startWatchdog();
     }
 
-    /// Lets time pass with so much load.
-    void play(Seconds duration, double percent) {
-        for (Seconds played{}; played < duration; played += 1s) {
-            usage.burn(percent / 100);
-            loop.playFor(1s);
+    /// Lets time pass with so much load, which comes in portions.
+    void play(Seconds duration, double percent, Seconds portion = 1s) {
+        for (Seconds played{}; played < duration; played += portion) {
+            usage.burn(percent / 100 * portion.count());
+            loop.playFor(portion);
         }
     }
 
@@ -82,7 +82,7 @@ protected:
 };
 
 TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) {
-    sampler.text = "#0 spin - /home/ann/q /home/bob/q\n";
+    sampler.text = "#0 spin - /opt/acme/q\n#1 /home/ann/q /home/bob/q\n";
     defaults.setValue("perf-reports.install-id", "0f8fad5b-d9cb-469f-a165-70867728950e");
     start();
     play(60s, 5);
@@ -111,7 +111,7 @@ TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) 
                                           .averageCPUPercent = 87.3,
                                           .sampleDurationSeconds = 2,
                                           .callStacksFormat = "linux-eu-stack-v1",
-                                          .callStacks = "#0 spin - ~/q /home/_/q\n"}));
+                                          .callStacks = "#0 spin - q\n#1 ~/q /home/_/q\n"}));
     EXPECT_THAT(lines(), ElementsAre("[WARNING] [PerfWatchdog] 性能报告：CPU 持续 6 秒超过 30%（峰值 87%），开始抓栈",
                                      EndsWith("发送结果 delivered")));
     EXPECT_EQ(reporting->uploader().pendingCount(), 0U);
@@ -121,10 +121,10 @@ TEST_F(PerformanceWatchdogTest, WhatTheCaptureItselfBurnsTriggersNothing) {
     policy = {.sustainedSeconds = 3s, .cooldown = 0s};  // a single hot sample is enough
     sampler.whileBusy = [this] { usage.burn(100); };
     start();
-    play(60s, 1);
+    play(60s, 5);
     play(3s, 50);
     EXPECT_EQ(sampler.starts, 1);
-    play(60s, 1);
+    play(60s, 5);
     EXPECT_EQ(sampler.starts, 1);
     play(3s, 50);
     EXPECT_EQ(sampler.starts, 2);
@@ -196,15 +196,75 @@ TEST_F(PerformanceWatchdogTest, UnderATestHostNothingRunsAndNothingIsSent) {
 TEST_F(PerformanceWatchdogTest, ItWakesOnceForEachIntervalAndStartsOneTimerHoweverOftenItIsStarted) {
     start();
     reporting->startWatchdog();
-    loop.runPosted();
-    const int before = loop.wakeUps();
+    play(300s, 5);
+    EXPECT_EQ(loop.wakeUps(), 100);
+}
+
+TEST_F(PerformanceWatchdogTest, AQuietProcessIsNotWokenAndUseWakesItForTwoTicks) {
+    for (const char* isEnabled : {"true", "false"}) {
+        SCOPED_TRACE(isEnabled);
+        defaults.setValue("perf-reports.enabled", isEnabled);
+        start();
+        loop.playFor(6s);
+        EXPECT_EQ(loop.pendingTimers(), 0);
+        const int before = loop.wakeUps();
+        play(3600s, 0.01);
+        EXPECT_EQ(loop.wakeUps(), before);
+        usage.burn(0.2);
+        loop.playFor(10s);
+        EXPECT_EQ(loop.wakeUps(), before + 1);
+        EXPECT_EQ(loop.pendingTimers(), 0);
+    }
+}
+
+TEST_F(PerformanceWatchdogTest, AMachineThatKnowsNoAlarmTicksOn) {
+    usage.hasAlarms = false;
+    start();
     loop.playFor(300s);
-    EXPECT_EQ(loop.wakeUps() - before, 100);
+    EXPECT_EQ(loop.wakeUps(), 100);
+}
+
+TEST_F(PerformanceWatchdogTest, AHotLoopThatBeginsInAQuietTimeIsNoticedWithinThreeTicks) {
+    start();
+    for (const double percent : {35.0, 50.0, 100.0, 400.0}) {
+        SCOPED_TRACE(percent);
+        play(701s, 0);
+        EXPECT_EQ(loop.pendingTimers(), 0);
+        const int before = sampler.starts;
+        play(5.9s, percent, 0.1s);
+        EXPECT_EQ(sampler.starts, before);
+        play(3.1s, percent, 0.1s);
+        EXPECT_EQ(sampler.starts, before + 1);
+    }
+}
+
+TEST_F(PerformanceWatchdogTest, AStreakUnderWayKeepsTickingHoweverSmallItsLoadIs) {
+    policy.thresholdPercent = 0.5;
+    start();
+    play(40s, 1);
+    EXPECT_EQ(sampler.starts, 1);
+    EXPECT_EQ(loop.pendingTimers(), 1);
+}
+
+TEST_F(PerformanceWatchdogTest, AStreakThatWasHeldWhileReportsWereOffEndsWithTheQuietAfterwards) {
+    start();
+    play(42s, 5);
+    play(3s, 100);
+    reporting->setEnabled(false);
+    play(60s, 0);
+    EXPECT_EQ(loop.pendingTimers(), 0);
+    reporting->setEnabled(true);
+    play(10s, 0);
+    EXPECT_EQ(loop.pendingTimers(), 0);
+    play(5.9s, 100, 0.1s);
+    EXPECT_EQ(sampler.starts, 0);
+    play(3.1s, 100, 0.1s);
+    EXPECT_EQ(sampler.starts, 1);
 }
 
 TEST_F(PerformanceWatchdogTest, AWatchdogThatGoesTakesItsCaptureAlong) {
     start();
-    play(40s, 0);
+    play(40s, 5);
     usage.burn(10);
     loop.playFor(3s);
     usage.burn(10);
