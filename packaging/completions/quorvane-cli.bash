@@ -33,8 +33,8 @@ _quorvane_cli() {
     fi
 
     local everywhere="--store --now --json --help"
-    local commands="dump load records stats export-csv report timeline annotate week month classify projects rules categories cleanup overlaps"
-    commands+=" browser sanitize track status doctor"
+    local commands="dump load records stats praise export-csv report timeline annotate week month classify projects rules"
+    commands+=" categories cleanup overlaps browser sanitize track status doctor"
     local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
@@ -69,6 +69,12 @@ _quorvane_cli() {
         return
         ;;
     --category)
+        if [[ $command == praise ]]; then
+            IFS=' '
+            mapfile -t COMPREPLY < <(compgen -W "productivity creativity dedication achievement future comparison motivation
+                humor wisdom success social entertainment" -- "$cur")
+            return
+        fi
         mapfile -t COMPREPLY < <(compgen -W "$(_quorvane_cli_categories)" -- "$cur")
         return
         ;;
@@ -107,6 +113,10 @@ _quorvane_cli() {
         mapfile -t COMPREPLY < <(compgen -W "text json markdown email social" -- "$cur")
         return
         ;;
+    --language)
+        mapfile -t COMPREPLY < <(compgen -W "zh en fr ja es ru de pt ko it vi ar" -- "$cur")
+        return
+        ;;
     --operator)
         mapfile -t COMPREPLY < <(compgen -W "contains equals prefix regex" -- "$cur")
         return
@@ -128,6 +138,7 @@ _quorvane_cli() {
     week) options="$everywhere --date --column-width" ;;
     month) options="$everywhere --date" ;;
     overlaps | stats) options="$everywhere --date" ;;
+    praise) options="$everywhere --date --category --language" ;;
     dump) options="$everywhere -o --output" ;;
     load)
         if [[ $cur != -?* ]]; then
