@@ -33,7 +33,7 @@ _quorvane_cli() {
     fi
 
     local everywhere="--store --now --json --help"
-    local commands="dump load records stats praise export-csv report timeline annotate week month classify projects rules"
+    local commands="dump load records stats praise card export-csv report timeline annotate week month classify projects rules"
     commands+=" categories cleanup overlaps browser sanitize track status doctor"
     local command='' member='' i
     local -a store=()
@@ -66,6 +66,15 @@ _quorvane_cli() {
         ;;
     --project)
         mapfile -t COMPREPLY < <(compgen -W "$(_quorvane_cli_projects)" -- "${cur^^}")
+        return
+        ;;
+    --style)
+        mapfile -t COMPREPLY < <(compgen -W "clean elegantShadow glassmorphism neumorphism gradientCard darkMode
+            businessCard artistic minimal luxury techFuture warmPaper" -- "$cur")
+        return
+        ;;
+    --scheme)
+        mapfile -t COMPREPLY < <(compgen -W "vibrant pastel ocean sunset forest purple monochrome random" -- "$cur")
         return
         ;;
     --category)
@@ -139,6 +148,7 @@ _quorvane_cli() {
     month) options="$everywhere --date" ;;
     overlaps | stats) options="$everywhere --date" ;;
     praise) options="$everywhere --date --category --language" ;;
+    card) options="$everywhere --date --style --scheme --distribution -o --output" ;;
     dump) options="$everywhere -o --output" ;;
     load)
         if [[ $cur != -?* ]]; then
