@@ -3,6 +3,7 @@
 set(QUORVANE_UPDATE_HOST "" CACHE STRING "Host of the update feed, with a port if it isn't 443")
 set(QUORVANE_UPDATE_PUBLIC_KEY "" CACHE STRING "Ed25519 key that the update feed is signed with, in base64")
 set(QUORVANE_TELEMETRY_HOST "" CACHE STRING "Host that takes performance reports, with a port if it isn't 443")
+set(QUORVANE_MAKER_ADDRESS "" CACHE STRING "Address of the web site to which the code on share cards leads")
 
 foreach(host UPDATE TELEMETRY)
     if(NOT QUORVANE_${host}_HOST MATCHES "^([A-Za-z0-9.-]+(:[0-9]+)?)?$")
@@ -12,4 +13,9 @@ endforeach()
 string(LENGTH "${QUORVANE_UPDATE_PUBLIC_KEY}" length)
 if(QUORVANE_UPDATE_HOST AND NOT (length EQUAL 44 AND QUORVANE_UPDATE_PUBLIC_KEY MATCHES "^[A-Za-z0-9+/]+=$"))
     message(FATAL_ERROR "QUORVANE_UPDATE_PUBLIC_KEY is no key of 32 bytes in base64. Without it no update can be trusted")
+endif()
+# Longer ones need a code that is larger than its place on the cards.
+string(LENGTH "${QUORVANE_MAKER_ADDRESS}" length)
+if(length GREATER 62 OR NOT QUORVANE_MAKER_ADDRESS MATCHES "^(https?://[A-Za-z0-9.-]+(:[0-9]+)?(/[A-Za-z0-9._~/?&=%-]*)?)?$")
+    message(FATAL_ERROR "QUORVANE_MAKER_ADDRESS is no address of a web site: ${QUORVANE_MAKER_ADDRESS}")
 endif()

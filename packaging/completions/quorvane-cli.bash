@@ -33,8 +33,8 @@ _quorvane_cli() {
     fi
 
     local everywhere="--store --now --json --help"
-    local commands="dump load records stats export-csv report timeline annotate week month classify projects rules categories cleanup overlaps"
-    commands+=" browser sanitize track status doctor"
+    local commands="dump load records stats praise card export-csv report timeline annotate week month classify projects rules"
+    commands+=" categories cleanup overlaps browser sanitize track status doctor"
     local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
@@ -68,7 +68,22 @@ _quorvane_cli() {
         mapfile -t COMPREPLY < <(compgen -W "$(_quorvane_cli_projects)" -- "${cur^^}")
         return
         ;;
+    --style)
+        mapfile -t COMPREPLY < <(compgen -W "clean elegantShadow glassmorphism neumorphism gradientCard darkMode
+            businessCard artistic minimal luxury techFuture warmPaper" -- "$cur")
+        return
+        ;;
+    --scheme)
+        mapfile -t COMPREPLY < <(compgen -W "vibrant pastel ocean sunset forest purple monochrome random" -- "$cur")
+        return
+        ;;
     --category)
+        if [[ $command == praise ]]; then
+            IFS=' '
+            mapfile -t COMPREPLY < <(compgen -W "productivity creativity dedication achievement future comparison motivation
+                humor wisdom success social entertainment" -- "$cur")
+            return
+        fi
         mapfile -t COMPREPLY < <(compgen -W "$(_quorvane_cli_categories)" -- "$cur")
         return
         ;;
@@ -107,6 +122,10 @@ _quorvane_cli() {
         mapfile -t COMPREPLY < <(compgen -W "text json markdown email social" -- "$cur")
         return
         ;;
+    --language)
+        mapfile -t COMPREPLY < <(compgen -W "zh en fr ja es ru de pt ko it vi ar" -- "$cur")
+        return
+        ;;
     --operator)
         mapfile -t COMPREPLY < <(compgen -W "contains equals prefix regex" -- "$cur")
         return
@@ -128,6 +147,8 @@ _quorvane_cli() {
     week) options="$everywhere --date --column-width" ;;
     month) options="$everywhere --date" ;;
     overlaps | stats) options="$everywhere --date" ;;
+    praise) options="$everywhere --date --category --language" ;;
+    card) options="$everywhere --date --style --scheme --distribution -o --output" ;;
     dump) options="$everywhere -o --output" ;;
     load)
         if [[ $cur != -?* ]]; then

@@ -1,6 +1,6 @@
 # fish completion for quorvane-cli
 
-set -l commands dump load records stats export-csv report timeline annotate \
+set -l commands dump load records stats praise card export-csv report timeline annotate \
     week month classify projects rules categories browser cleanup overlaps \
     sanitize track status doctor
 
@@ -38,6 +38,7 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a dump 
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a load -d "Insert or replace the rows of JSON Lines"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a records -d "List records, newest first"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a stats -d "Hours of each application on a day"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a praise -d "A cheerful sentence about a day"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a export-csv -d "Write records as CSV"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a report -d "Add up hours and amounts"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a week -d "Show the seven days of a week"
@@ -66,6 +67,18 @@ complete -c quorvane-cli -n "__fish_seen_subcommand_from records export-csv" -l 
     -d "Only of this project"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from records" -l limit -x -d "At most so many"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from stats" -l date -x -d "Which day, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from praise" -l date -x -d "Which day, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from praise" -l category -x -d "What it is about" \
+    -a "productivity creativity dedication achievement future comparison motivation humor wisdom success social entertainment"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from praise" -l language -x -a "zh en fr ja es ru de pt ko it vi ar" -d "Language"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a card -d "A picture of a day to share"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from card" -l date -x -d "Which day, YYYY-MM-DD"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from card" -l style -x -d "How it looks" \
+    -a "clean elegantShadow glassmorphism neumorphism gradientCard darkMode businessCard artistic minimal luxury techFuture warmPaper"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from card" -l scheme -x -d "Its colours" \
+    -a "vibrant pastel ocean sunset forest purple monochrome random"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from card" -l distribution -d "Shares of the day instead of hours"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from card" -s o -l output -r -d "Write to this file"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from week month" -l date -x -d "A day of it, YYYY-MM-DD"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from week" -l column-width -x -d "How wide a column is, in points"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from timeline annotate" -l date -x -d "The day, YYYY-MM-DD"

@@ -43,6 +43,12 @@ std::string mediumDate(Date date) {
     return formatted(date, *format);
 }
 
+std::string longDate(Date date) {
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createDateInstance(icu::DateFormat::kLong, userLocale()));
+    return formatted(date, *format);
+}
+
 std::string mediumDateShortTime(Date date) {
     const std::unique_ptr<icu::DateFormat> format(
         icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kShort, userLocale()));

@@ -16,6 +16,9 @@ namespace quorvane {
 /// The date alone, at medium length: "Mar 4, 2026".
 [[nodiscard]] std::string mediumDate(Date date);
 
+/// The date alone, at long length: "March 4, 2026".
+[[nodiscard]] std::string longDate(Date date);
+
 /// The date at medium length, the time without seconds: "Mar 4, 2026, 3:00 PM".
 [[nodiscard]] std::string mediumDateShortTime(Date date);
 

@@ -27,6 +27,8 @@ void addReportCommand(CLI::App& app, CommandContext& context);
 void addWeekCommand(CLI::App& app, CommandContext& context);
 void addMonthCommand(CLI::App& app, CommandContext& context);
 void addStatsCommand(CLI::App& app, CommandContext& context);
+void addPraiseCommand(CLI::App& app, CommandContext& context);
+void addCardCommand(CLI::App& app, CommandContext& context);
 void addTimelineCommand(CLI::App& app, CommandContext& context);
 void addAnnotateCommand(CLI::App& app, CommandContext& context);
 void addBrowserCommand(CLI::App& app, CommandContext& context);

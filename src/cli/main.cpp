@@ -75,7 +75,7 @@ void describe(CLI::App& app, CommandContext& context) {
           addTrackCommand,    addDoctorCommand, addSanitizeCommand, addCleanupCommand,    addOverlapsCommand,
           addProjectsCommand, addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
           addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand,
-          addBrowserCommand})
+          addPraiseCommand,   addCardCommand,   addBrowserCommand})
         add(app, context);
     describeCommands(app);
 }

@@ -40,6 +40,9 @@ TEST_F(UsageTest, AnswersWrongUsageWithOneLineAndTouchesNothing) {
         {{"track", "--for", "1e9"}, "\"1e9\" is no number of seconds"},
         {{"overlaps", "--date", "2026-02-30"}, "\"2026-02-30\" is no day"},
         {{"stats", "--date", "today"}, "\"today\" is no day"},
+        {{"praise", "--date", "today"}, "\"today\" is no day"},
+        {{"praise", "--category", "Humor"}, "\"Humor\" is none of productivity, creativity, "},
+        {{"praise", "--language", "english"}, "\"english\" is none of zh, en, fr, "},
         {{"projects"}, "projects needs a command"},
         {{"projects", "nosuch"}, "there is no command projects nosuch"},
         {{"projects", "--nosuch"}, "there is no option --nosuch"},
@@ -74,7 +77,7 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     EXPECT_EQ(help.err, "");
     for (const char* command :
          {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor", "cleanup", "overlaps",
-          "projects", "rules", "categories", "classify", "stats", "browser"}) {
+          "projects", "rules", "categories", "classify", "stats", "praise", "browser"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});

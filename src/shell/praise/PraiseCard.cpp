@@ -1,0 +1,172 @@
+#include "shell/praise/PraiseCard.h"
+
+#include "shell/look/Button.h"
+#include "shell/look/IconView.h"
+#include "shell/look/Label.h"
+#include "shell/look/Painting.h"
+#include "shell/look/Theme.h"
+#include "shell/praise/PraiseChoice.h"
+#include "shell/praise/PraiseReason.h"
+
+#include <QActionGroup>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QVBoxLayout>
+
+namespace quorvane {
+namespace {
+
+/// Fills a menu with the choices; the one in force has a mark.
+template <class Value, class Choose>
+void fill(QMenu& menu, const std::vector<PraiseMessageView::MenuItem<Value>>& items,
+          const std::optional<Value>& current, const Choose& choose) {
+    auto* const group = new QActionGroup(&menu);
+    for (const auto& item : items) {
+        auto* const action = menu.addAction(qt(item.text));
+        action->setCheckable(true);
+        action->setChecked(item.value == current);
+        group->addAction(action);
+        QObject::connect(action, &QAction::triggered, &menu, [choose, value = item.value] { choose(value); });
+    }
+}
+
+}  // namespace
+
+struct PraiseCard::Parts {
+    PraiseMessageView& state;
+    const Localization& localization;
+    Form form = Form::full;
+    IconView* spark = nullptr;
+    Button* shuffle = nullptr;
+    Button* more = nullptr;
+    Button* shortShare = nullptr;
+    Label* lineSentence = nullptr;
+    Label* sentence = nullptr;
+    PraiseReason* reason = nullptr;
+    QWidget* choices = nullptr;
+    PraiseChoice<SupportedLanguage>* language = nullptr;
+    PraiseChoice<PraiseCategory>* category = nullptr;
+    Button* share = nullptr;
+    QVBoxLayout* column = nullptr;
+    Subscription changed;
+};
+
+PraiseCard::PraiseCard(PraiseMessageView& state, const Localization& localization, QWidget* parent)
+    : Card(parent), parts_(std::make_unique<Parts>(Parts{.state = state, .localization = localization})) {
+    build();
+    arrange();
+    parts_->changed = state.changed.subscribe([this] { follow(); });
+    follow();
+}
+
+PraiseCard::~PraiseCard() = default;
+
+void PraiseCard::build() {
+    Parts& p = *parts_;
+    const auto text = [&](TextKey key) { return qt(p.localization.text(key)); };
+    const auto share = [this] {
+        parts_->state.setShowingShareWindow(true);
+        shareWanted.send();
+    };
+    p.spark = new IconView(QStringLiteral("spark"), 16, &Theme::accent);
+    p.lineSentence = new Label(QString(), TypeRole::bodyStrong, &Theme::text);
+    p.lineSentence->setElided(true);
+    p.shuffle =
+        Button::withIcon(QStringLiteral("shuffle"), text("ui_another_message"), ButtonKind::ghost, ButtonSize::small);
+    connect(p.shuffle, &QAbstractButton::clicked, this, [this] { parts_->state.generatePraise(); });
+    p.more = Button::withIcon(QStringLiteral("more"),
+                              QString::fromUtf8(PraiseMessageView::languageMenuTitle) + QStringLiteral(" · ") +
+                                  QString::fromUtf8(PraiseMessageView::categoryPickerTitle),
+                              ButtonKind::ghost, ButtonSize::small);
+    connect(p.more, &QAbstractButton::clicked, this, [this] { showMenu(); });
+    p.shortShare = Button::withIcon(QStringLiteral("share"), text("timeline_generate_share_card"), ButtonKind::ghost,
+                                    ButtonSize::small);
+    connect(p.shortShare, &QAbstractButton::clicked, this, share);
+    p.sentence = new Label(QString(), TypeRole::head, &Theme::text);
+    p.sentence->setWordWrap(true);
+    p.sentence->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    p.reason = new PraiseReason;
+    p.language = new PraiseChoice<SupportedLanguage>(
+        QString::fromUtf8(PraiseMessageView::languageMenuTitle), PraiseMessageView::languages(p.localization),
+        [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
+    p.category = new PraiseChoice<PraiseCategory>(
+        QString::fromUtf8(PraiseMessageView::categoryPickerTitle), PraiseMessageView::categories(p.localization),
+        [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    p.share = new Button(text("timeline_generate_share_card"));
+    p.share->setIconName(QStringLiteral("share"));
+    connect(p.share, &QAbstractButton::clicked, this, share);
+
+    auto* const head = new QHBoxLayout;
+    head->setSpacing(4);
+    head->addWidget(p.spark);
+    head->addSpacing(4);
+    head->addWidget(p.lineSentence, 1);
+    head->addStretch();
+    head->addWidget(p.shuffle);
+    head->addWidget(p.more);
+    head->addWidget(p.shortShare);
+    p.choices = new QWidget;
+    auto* const pair = new QHBoxLayout(p.choices);
+    pair->setContentsMargins(0, 0, 0, 0);
+    pair->setSpacing(8);
+    pair->addWidget(p.language, 1);
+    pair->addWidget(p.category, 1);
+    p.column = new QVBoxLayout(this);
+    p.column->setSpacing(10);
+    p.column->addLayout(head);
+    for (QWidget* const part : {static_cast<QWidget*>(p.sentence), static_cast<QWidget*>(p.reason), p.choices,
+                                static_cast<QWidget*>(p.share)})
+        p.column->addWidget(part);
+}
+
+void PraiseCard::setForm(Form form) {
+    if (form == parts_->form) return;
+    parts_->form = form;
+    arrange();
+    follow();
+}
+
+PraiseCard::Form PraiseCard::form() const {
+    return parts_->form;
+}
+
+void PraiseCard::arrange() {
+    Parts& p = *parts_;
+    const bool isLine = p.form == Form::line;
+    const int side = isLine ? 8 : Metrics::cardPadding;
+    p.column->setContentsMargins(side + (isLine ? 4 : 0), isLine ? 6 : 12, side, isLine ? 6 : Metrics::cardPadding);
+    p.lineSentence->setVisible(isLine);
+    p.shortShare->setVisible(isLine);
+    p.more->setVisible(p.form != Form::full);
+    p.sentence->setVisible(!isLine);
+    p.choices->setVisible(p.form == Form::full);
+    p.share->setVisible(!isLine);
+}
+
+void PraiseCard::follow() {
+    Parts& p = *parts_;
+    const QString sentence = qt(p.state.currentMessage());
+    p.lineSentence->setText(sentence);
+    p.sentence->setText(sentence);
+    const auto& stats = p.state.appStats();
+    const QString reason = p.form == Form::line ? QString() : qt(p.state.currentReason().value_or(""));
+    p.reason->show(reason, stats.empty() ? theme().accent : toQColor(stats.front().color));
+    p.language->setValue(p.state.localizedLanguage());
+    p.category->setValue(p.state.currentCategory());
+}
+
+/// What the combos offer, where there is no room for them.
+void PraiseCard::showMenu() {
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    Parts& p = *parts_;
+    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::languageMenuTitle)),
+         PraiseMessageView::languages(p.localization), p.state.localizedLanguage(),
+         [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
+    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::categoryPickerTitle)),
+         PraiseMessageView::categories(p.localization), p.state.currentCategory(),
+         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    menu->popup(p.more->mapToGlobal(QPoint(0, p.more->height())));
+}
+
+}  // namespace quorvane

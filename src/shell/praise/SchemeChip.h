@@ -1,0 +1,23 @@
+#pragma once
+
+#include "praise/ColorScheme.h"
+#include "shell/look/Chip.h"
+
+namespace quorvane {
+
+/// A colour scheme: six of its colours and its name. One of an exclusive group.
+class SchemeChip : public ChoiceChip {
+public:
+    SchemeChip(const QString& name, ColorScheme scheme, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override { return {134, 32}; }
+    [[nodiscard]] double focusRadius() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    ColorScheme scheme_;
+};
+
+}  // namespace quorvane

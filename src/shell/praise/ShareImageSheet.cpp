@@ -1,0 +1,150 @@
+#include "shell/praise/ShareImageSheet.h"
+
+#include "base/AtomicFile.h"
+#include "shell/cards/ShareImageGenerator.h"
+#include "shell/look/Alert.h"
+#include "shell/look/Button.h"
+#include "shell/look/Card.h"
+#include "shell/look/Label.h"
+#include "shell/look/Sheet.h"
+#include "shell/look/Theme.h"
+#include "shell/praise/CardChoices.h"
+#include "shell/praise/CardPicture.h"
+#include "shell/praise/CardPreview.h"
+#include "shell/praise/ShareImageBody.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace quorvane::ShareImageSheet {
+namespace {
+
+constexpr int sheetWidth = 1080;
+constexpr int sheetHeight = 760;
+constexpr double previewScale = 80.0 / 600;  // the carousel's
+constexpr int frame = 16;                    // milliseconds
+
+class CardSheet : public Sheet {
+public:
+    CardSheet(QWidget& window, ShareImageWindow::Inputs inputs, Services services)
+        : Sheet(window, qt(services.localization.text("share_card_preview_title")), sheetWidth, sheetHeight),
+          window_(window), services_(std::move(services)),
+          state_(
+              std::move(inputs),
+              [this](const ShareImageConfig& config, double scale) {
+                  return generator_.generateShareImage(config, scale);
+              },
+              previewScale * window.devicePixelRatioF(), services_.runLoop, services_.console),
+          preview_(new CardPreview), choices_(new CardChoices(state_, services_.localization)) {
+        body().setContentsMargins(1, 0, 1, 0);
+        body().setSpacing(0);
+        body().addWidget(new Separator);
+        body().addWidget(new ShareImageBody(*preview_, *choices_), 1);
+        addHeadButtons();
+        addFoot();
+        changed_ = state_.changed.subscribe([this] { follow(); });
+        closed_ = closed.subscribe([this] { state_.close(); });
+        timer_.setInterval(frame);
+        connect(&timer_, &QTimer::timeout, this, [this] {
+            if (!state_.renderNext()) timer_.stop();
+        });
+        follow();
+    }
+
+private:
+    [[nodiscard]] QString text(MessageKey<> key) const { return qt(services_.localization.text(key)); }
+
+    void addHeadButtons() {
+        auto* const another = new Button(text("ui_another_message"));
+        another->setIconName(QStringLiteral("shuffle"));
+        connect(another, &QAbstractButton::clicked, this, [this] { state_.shuffle(); });
+        auto* const refresh = Button::withIcon(QStringLiteral("refresh"), text("refresh"), ButtonKind::secondary);
+        connect(refresh, &QAbstractButton::clicked, this, [this] { state_.generateImage(); });
+        addToHead(another);
+        addToHead(refresh);
+    }
+
+    void addFoot() {
+        addToFootStart(new Label(QStringLiteral("600 × 900 PNG"), TypeRole::labelPlain, &Theme::text2));
+        addToFootStart(new QWidget);  // keeps the buttons at the end
+        share_ = new Button(text("share_card_share"));
+        share_->setIconName(QStringLiteral("share"));
+        connect(share_, &QAbstractButton::clicked, this, [this] { state_.share(); });
+        save_ = new Button(text("share_card_save_image"), ButtonKind::primary);
+        save_->setIconName(QStringLiteral("save"));
+        connect(save_, &QAbstractButton::clicked, this, [this] { askForFile(); });
+        addAction(share_);
+        addAction(save_);
+    }
+
+    void follow() {
+        const Localization& texts = services_.localization;
+        preview_->show(state_.generatedImage(), qt(state_.placeholder(texts)));
+        preview_->setAccessibleName(qt(texts.text("a11y_card_preview", nameOf(state_.selectedStyle(), texts),
+                                                  nameOf(state_.selectedColorScheme(), texts))));
+        preview_->setAccessibleDescription(qt(state_.currentPraiseMessage()));
+        const bool hasImage = state_.generatedImage() != nullptr;
+        share_->setEnabled(hasImage);
+        save_->setEnabled(hasImage);
+        choices_->follow();
+        if (!timer_.isActive() && state_.isPresented()) timer_.start();
+        if (state_.showingShareSheet()) copy();
+    }
+
+    /// The clipboard is how a picture gets into any other program here.
+    void copy() {
+        state_.endSharing();
+        QGuiApplication::clipboard()->setImage(pictureOf(*state_.generatedImage()).copy());
+        Toast::show(window_, text("billing_preview_copied_title"), text("ui_share_card_copied_message"));
+    }
+
+    void askForFile() {
+        if (state_.generatedImage() == nullptr) return;
+        const SaveDialog::Content content{.title = text("share_card_save_image"),
+                                          .fileName = qt(state_.suggestedFileName()),
+                                          .mimeType = QStringLiteral("image/png")};
+        const auto write = [this, image = state_.generatedImage()](const std::filesystem::path& file) {
+            save(*image, file);
+        };
+        if (services_.chooseFile)
+            services_.chooseFile(*this, content, write);
+        else
+            SaveDialog::open(*this, content, write);
+    }
+
+    void save(const ShareImage& image, const std::filesystem::path& file) {
+        try {
+            writeFileAtomically(file, pngOf(image));
+        } catch (const FileError& error) {
+            Alert::show(window_, {.title = text("ui_share_card_save_failed"),
+                                  .text = QString::fromUtf8(error.what()),
+                                  .iconName = QStringLiteral("warn"),
+                                  .choices = {{.text = text("close")}}});
+        }
+    }
+
+    QWidget& window_;
+    Services services_;
+    ShareImageGenerator generator_;
+    ShareImageWindow state_;
+    CardPreview* preview_;
+    CardChoices* choices_;
+    Button* share_ = nullptr;
+    Button* save_ = nullptr;
+    QTimer timer_;
+    Subscription changed_;
+    Subscription closed_;
+};
+
+}  // namespace
+
+Sheet& open(QWidget& window, ShareImageWindow::Inputs inputs, const Services& services) {
+    auto* const sheet = new CardSheet(window, std::move(inputs), services);
+    sheet->open();
+    return *sheet;
+}
+
+}  // namespace quorvane::ShareImageSheet

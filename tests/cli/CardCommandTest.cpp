@@ -1,0 +1,80 @@
+#include "cli/CliFixture.h"
+
+#include <fstream>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace quorvane {
+namespace {
+
+/// The first bytes of a PNG file of 600 by 900 pixels.
+const std::string cardHead("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x02\x58\0\0\x03\x84", 24);
+
+class CardCommandTest : public CliTest {
+protected:
+    CardCommandTest() {
+        load(recordLine("A", "2026-03-04T09:00:00Z", "2026-03-04T11:30:00Z", R"(,"app_name":"Figma\u001b[2J")") +
+             recordLine("B", "2026-03-04T23:00:00Z", "", R"(,"app_name":"微信")"));
+    }
+
+    [[nodiscard]] std::string contentOf(const std::string& name) const { return quorvane::contentOf(folder_ / name); }
+
+    /// Without a choice among sentences, so that two cards are the same.
+    const Arguments day_{"card", "--date", "2026-03-04", "--now", "2026-03-04T23:30:00Z"};
+};
+
+TEST_F(CardCommandTest, WritesThePictureOfADayWithoutADisplay) {
+    Arguments arguments = day_;
+    arguments.insert(arguments.end(), {"--style", "luxury", "--scheme", "purple", "--distribution", "-o", "day.png"});
+    EXPECT_EQ(outputOf(arguments), "");
+    EXPECT_THAT(contentOf("day.png"), StartsWith(cardHead));
+    Arguments toPipe = day_;
+    toPipe.insert(toPipe.end(), {"-o", "-"});
+    EXPECT_THAT(outputOf(toPipe), StartsWith(cardHead));
+}
+
+TEST_F(CardCommandTest, ADayWithoutRecordsHasACardToo) {
+    EXPECT_EQ(outputOf({"card", "--date", "2020-01-01", "-o", "empty.png"}), "");
+    EXPECT_THAT(contentOf("empty.png"), StartsWith(cardHead));
+}
+
+TEST_F(CardCommandTest, WrongUsageNamesWhatIsAllowedAndWritesNothing) {
+    struct Row {
+        Arguments arguments;
+        std::string cause;
+    };
+    const Row rows[] = {{{"card"}, "-o"},
+                        {{"card", "-o", "a.png", "--style", "Clean"}, "clean, elegantShadow, glassmorphism"},
+                        {{"card", "-o", "a.png", "--scheme", "pink"}, "vibrant, pastel, ocean"},
+                        {{"card", "-o", "a.png", "--date", "yesterday"}, "is no day like 2026-03-04"}};
+    for (const Row& row : rows) {
+        const auto result = run(row.arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.err, isRefusal(HasSubstr(row.cause)));
+    }
+    EXPECT_FALSE(names().contains("a.png"));
+}
+
+TEST_F(CardCommandTest, WhatCannotBeReadOrWrittenIsAFailure) {
+    EXPECT_THAT(runBare({"card", "-o", "a.png", "--store", (folder_ / "none.sqlite").string()}).err,
+                isRefusal(HasSubstr("none.sqlite")));
+    const auto intoNothing = run({"card", "-o", "missing/a.png"});
+    EXPECT_EQ(intoNothing.status, 1);
+    EXPECT_THAT(intoNothing.err, isRefusal(HasSubstr("missing/a.png")));
+    const auto intoStore = run({"card", "-o", store().string()});
+    EXPECT_THAT(intoStore.err, isRefusal(HasSubstr("this is the store itself")));
+}
+
+TEST_F(CardCommandTest, AFailureOfThePainterIsToldAndLeavesTheOldFile) {
+    std::ofstream(folder_ / "day.png") << "old";
+    // Painting needs a file for what goes to the painter and back; this folder isn't there.
+    setting_.environment["TMPDIR"] = (folder_ / "gone").string();
+    const auto result = run({"card", "-o", "day.png"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, isRefusal(HasSubstr("cannot paint the card")));
+    EXPECT_EQ(contentOf("day.png"), "old");
+}
+
+}  // namespace
+}  // namespace quorvane

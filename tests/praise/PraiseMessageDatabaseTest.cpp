@@ -1,0 +1,254 @@
+#include "praise/PraiseMessageDatabase.h"
+
+#include "praise/PraiseMessageTable.h"
+#include "store/AppSettings.h"
+#include "support/Builders.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <gmock/gmock.h>
+#include <random>
+#include <set>
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+
+namespace quorvane {
+namespace {
+
+using enum SupportedLanguage;
+using PraiseMessageDatabase::selectMessage;
+using PraiseMessageDatabase::table;
+
+using Records = std::vector<TimelineRecordSnapshot>;
+
+Records recordsOf(const std::vector<std::string>& names) {
+    Records records;
+    for (const std::string& name : names)
+        records.push_back({.startTime = at("09:00:00"), .endTime = at("09:01:00"), .appName = name});
+    return records;
+}
+
+/// The ids that a selection can give, found by drawing each place of the pool.
+std::set<std::string> selectable(double hours, const Records& records, SupportedLanguage language,
+                                 std::optional<PraiseCategory> category,
+                                 const std::optional<std::string>& lastId = std::nullopt) {
+    std::set<std::string> ids;
+    for (std::uint64_t word = 1000; word < 1080; ++word)
+        ids.insert(
+            selectMessage({.records = records, .hours = hours}, language, category, lastId, [&] { return word; }).id);
+    return ids;
+}
+
+/// The environment that says which locale is current, as it was before at the end.
+class PraiseLanguageTest : public testing::Test {
+protected:
+    PraiseLanguageTest() {
+        for (const char* name : localeNames) {
+            const char* value = std::getenv(name);
+            before_.push_back(value == nullptr ? std::nullopt : std::optional<std::string>(value));
+        }
+        set({});
+    }
+    ~PraiseLanguageTest() override { set(before_); }
+
+    /// LANGUAGE, LC_ALL, LC_MESSAGES and LANG; what is left out is unset.
+    void set(const std::vector<std::optional<std::string>>& values) const {
+        for (std::size_t i = 0; i < std::size(localeNames); ++i) {
+            if (i < values.size() && values[i])
+                setenv(localeNames[i], values[i]->c_str(), 1);
+            else
+                unsetenv(localeNames[i]);
+        }
+    }
+
+private:
+    static constexpr const char* localeNames[] = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
+    std::vector<std::optional<std::string>> before_;
+};
+
+TEST_F(PraiseLanguageTest, TheSystemsLanguageIsTheLocalesAndElseChinese) {
+    struct Row {
+        std::vector<std::optional<std::string>> environment;
+        SupportedLanguage expected;
+    };
+    const Row rows[] = {
+        {{}, chinese},
+        {{"", "", "", ""}, chinese},
+        {{{}, {}, {}, "de_DE.UTF-8"}, german},
+        {{{}, {}, "fr_FR", "de_DE.UTF-8"}, french},
+        {{{}, "ja_JP.UTF-8", "fr_FR", "de_DE.UTF-8"}, japanese},
+        {{"vi:en", "ja_JP.UTF-8"}, vietnamese},
+        {{"pt-BR"}, portuguese},
+        {{"ar@euro"}, arabic},
+        {{"zh-Hans_CN"}, chinese},
+        {{{}, {}, {}, "C.UTF-8"}, english},
+        {{{}, "POSIX"}, english},
+        {{{}, {}, {}, "pl_PL.UTF-8"}, chinese},
+        {{"pl:en"}, chinese},
+    };
+    for (const Row& row : rows) {
+        set(row.environment);
+        EXPECT_EQ(PraiseMessageDatabase::detectSystemLanguage(), row.expected)
+            << testing::PrintToString(row.environment);
+    }
+}
+
+TEST_F(PraiseLanguageTest, CodesOfTheTwelveLanguagesAreKnownAndOthersAreChinese) {
+    for (const auto& [language, code] : RawValues<SupportedLanguage>::table)
+        EXPECT_EQ(PraiseMessageDatabase::languageOfCode(code), language);
+    for (const auto& code : {"zh-Hans", "zh-Hant", "tlh", "", "english"})
+        EXPECT_EQ(PraiseMessageDatabase::languageOfCode(code), chinese) << code;
+    EXPECT_EQ(PraiseMessageDatabase::languageOfCode(std::nullopt), chinese);
+}
+
+TEST_F(PraiseLanguageTest, TheSelectedLanguageGoesBeforeTheSettingsAndTheseBeforeTheSystem) {
+    AppSettings settings;
+    settings.preferredLanguage = "it";
+    set({"ko"});
+    const auto languageOf = [](const PraiseRequest& request) {
+        return PraiseMessageDatabase::generatePraise(request).language;
+    };
+    EXPECT_EQ(languageOf({.settings = &settings, .selectedLanguage = arabic}), arabic);
+    EXPECT_EQ(languageOf({.settings = &settings}), italian);
+    EXPECT_EQ(languageOf({}), korean);
+    settings.preferredLanguage = "Italian";
+    EXPECT_EQ(languageOf({.settings = &settings}), korean);
+}
+
+TEST(PraiseMessageDatabaseTest, TheCategoryFollowsTheHoursAndThenTheMostFrequentApplication) {
+    using enum PraiseCategory;
+    struct Row {
+        double hours;
+        std::vector<std::string> apps;
+        PraiseCategory expected;
+    };
+    const Row rows[] = {
+        {8.0, {"Figma"}, achievement},
+        {7.99, {"Figma"}, dedication},
+        {5.0, {}, dedication},
+        {4.99, {}, productivity},
+        {0, {}, productivity},
+        {1, {"Figma"}, creativity},
+        {1, {"Adobe Photoshop 2026"}, creativity},
+        {1, {"figma"}, productivity},
+        {1, {"Google Chrome"}, wisdom},
+        {1, {"Sketch in Chrome"}, creativity},
+        {1, {"PyCharm"}, wisdom},
+        {1, {"Microsoft Teams"}, social},
+        {1, {"Editor", "Slack", "Editor"}, productivity},
+        {1, {"Editor", "Slack", "Slack"}, social},
+        {1, {"Slack", "Editor"}, social},
+    };
+    for (const Row& row : rows) {
+        const Records records = recordsOf(row.apps);
+        EXPECT_EQ(PraiseMessageDatabase::automaticCategory({.records = records, .hours = row.hours}), row.expected)
+            << row.hours << testing::PrintToString(row.apps);
+    }
+}
+
+TEST(PraiseMessageDatabaseTest, ARowFitsBetweenItsBoundsAndWithOneOfItsApplications) {
+    const std::vector<std::string> none;
+    struct Row {
+        std::optional<double> minHours;
+        std::optional<double> maxHours;
+        std::optional<std::vector<std::string>> appTypes;
+        bool expected;
+    };
+    const Row rows[] = {
+        {{}, {}, {}, true},
+        {3.0, {}, {}, true},
+        {3.01, {}, {}, false},
+        {{}, 3.0, {}, true},
+        {{}, 2.99, {}, false},
+        {{}, {}, none, true},
+        {{}, {}, {{"Figma", "Slack"}}, true},
+        {{}, {}, {{"Figma"}}, false},
+        {3.01, {}, {{"Slack"}}, false},
+    };
+    const Records records = recordsOf({"Editor", "Slack"});
+    for (const Row& row : rows)
+        EXPECT_EQ(
+            PraiseMessageDatabase::fits({.minHours = row.minHours, .maxHours = row.maxHours, .appTypes = row.appTypes},
+                                        {.records = records, .hours = 3}),
+            row.expected)
+            << &row - rows;
+}
+
+TEST(PraiseMessageDatabaseTest, RowsThatFitAreChosenAndElseAllOthersOfTheCategory) {
+    const auto social = PraiseCategory::social;
+    EXPECT_THAT(selectable(0.5, {}, english, social), ElementsAre("flexible_010"));
+    EXPECT_THAT(selectable(2, {}, english, social), ElementsAre("flexible_010", "social_001"));
+    EXPECT_THAT(selectable(2, recordsOf({"Slack"}), english, social),
+                ElementsAre("flexible_010", "social_001", "social_003"));
+    EXPECT_THAT(selectable(3, recordsOf({"Editor", "Slack"}), english, social),
+                ElementsAre("flexible_010", "social_001", "social_002", "social_003"));
+    EXPECT_THAT(selectable(3, recordsOf({"Slack"}), english, social, "social_002"),
+                ElementsAre("flexible_010", "social_001", "social_003"));
+    EXPECT_THAT(selectable(0.49, {}, english, social),
+                ElementsAre("flexible_010", "social_001", "social_002", "social_003"));
+    EXPECT_THAT(selectable(0.5, {}, english, social, "flexible_010"),
+                ElementsAre("social_001", "social_002", "social_003"));
+    EXPECT_EQ(selectable(0, {}, chinese, std::nullopt).size(), 16U);  // all that praise productivity
+}
+
+TEST(PraiseMessageDatabaseTest, AnIdThatStandsTwiceIsSkippedTwice) {
+    EXPECT_THAT(selectable(4, {}, french, PraiseCategory::future, "future_002"),
+                UnorderedElementsAre("future_001", "future_003", "unique_005", "flexible_005"));
+}
+
+TEST(PraiseMessageDatabaseTest, ALanguageWithOneRowRepeatsItAndOneWithoutGetsTheFallback) {
+    EXPECT_THAT(selectable(3, {}, german, PraiseCategory::humor), ElementsAre("humor_001"));
+    EXPECT_THAT(selectable(3, {}, german, PraiseCategory::humor, "humor_001"), ElementsAre("humor_001"));
+    EXPECT_THAT(selectable(0, {}, german, PraiseCategory::humor, "humor_001"), ElementsAre("humor_001"));
+    EXPECT_THAT(selectable(3, {}, german, PraiseCategory::future), ElementsAre("future_003"));
+    EXPECT_THAT(selectable(3, {}, arabic, PraiseCategory::future), ElementsAre("default_context"));
+    EXPECT_THAT(selectable(3, {}, arabic, PraiseCategory::future, "default_context"), ElementsAre("default_context"));
+}
+
+TEST(PraiseMessageDatabaseTest, OverRandomDaysTheRowAlwaysHasTheLanguageAndIsNotRepeatedNeedlessly) {
+    std::mt19937_64 words(20260302);
+    const auto below = [&](std::size_t count) { return randomIndex(count, std::ref(words)); };
+    const std::vector<std::string> apps{"Xcode", "Figma", "Google Chrome", "Slack", "Editor", "PyCharm"};
+    for (int day = 0; day < 3000; ++day) {
+        std::vector<std::string> names(below(8));
+        for (std::string& name : names)
+            name = apps[below(apps.size())];
+        const Records records = recordsOf(names);
+        const PraisedDay praised{.records = records, .hours = static_cast<double>(below(120)) / 10};
+        const auto language = RawValues<SupportedLanguage>::table[below(12)].first;
+        const auto chosen =
+            below(2) == 0 ? std::nullopt : std::optional(RawValues<PraiseCategory>::table[below(12)].first);
+        const auto& last = selectMessage(praised, language, chosen, std::nullopt, std::ref(words));
+        const auto& row = selectMessage(praised, language, chosen, last.id, std::ref(words));
+
+        const auto category = chosen.value_or(PraiseMessageDatabase::automaticCategory(praised));
+        const auto others = std::ranges::count_if(table(), [&](const auto& other) {
+            return other.category == category && other.messages.contains(language) && other.id != last.id;
+        });
+        ASSERT_TRUE(row.messages.contains(language)) << row.id;
+        ASSERT_TRUE(row.category == category || row.id == "default_context") << row.id;
+        ASSERT_EQ(row.id == last.id, others == 0) << row.id;
+    }
+}
+
+TEST(PraiseMessageDatabaseTest, PraiseIsTheSentenceTheReasonAndTheRowThatTheyComeFrom) {
+    const Records records = recordsOf({"Figma"});
+    const PraiseRequest request{.day = {.records = records, .hours = 2, .now = at("18:00:00")},
+                                .selectedLanguage = german};
+    const Praise praise = PraiseMessageDatabase::generatePraise(request);
+    EXPECT_EQ(praise.id, "creat_001");
+    EXPECT_EQ(praise.row, &table()[3]);
+    EXPECT_EQ(praise.language, german);
+    EXPECT_EQ(praise.message, "Deine Ideen blühen wie ein Garten im Mai!");
+    EXPECT_EQ(praise.reason, "Heute mit Figma gestaltet: 1分钟");
+
+    const Praise fallback = PraiseMessageDatabase::generatePraise(
+        {.day = {.hours = 3}, .selectedLanguage = english, .category = PraiseCategory::comparison});
+    EXPECT_EQ(fallback.reason, std::nullopt);
+    EXPECT_THAT(fallback.id, testing::AnyOf("compar_001", "unique_001"));
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,122 @@
+#include "praise/PraiseTexts.h"
+
+#include "praise/PraiseMessageTable.h"
+#include "support/Builders.h"
+
+#include <gmock/gmock.h>
+
+namespace quorvane {
+namespace {
+
+using enum SupportedLanguage;
+using PraiseMessageDatabase::formatMessage;
+using PraiseMessageDatabase::formatReason;
+
+TEST(PraiseTextsTest, HoursHaveADecimalBelowTenAndBecomeMinutesBelowATenth) {
+    const std::pair<double, const char*> rows[] = {
+        {-3, "0分钟"}, {0, "0分钟"},      {0.016, "0分钟"}, {0.05, "3分钟"}, {0.0999, "5分钟"}, {0.1, "0.1"},
+        {0.96, "1.0"}, {9.949999, "9.9"}, {9.96, "10.0"},   {10, "10"},      {12.4, "12"},      {23.6, "24"},
+    };
+    for (const auto& [hours, expected] : rows)
+        EXPECT_EQ(PraiseMessageDatabase::hoursText(hours), expected) << hours;
+}
+
+TEST(PraiseTextsTest, MessagesFillEveryPlaceholderAndFallBackToChinese) {
+    const MultilingualPraiseMessage both{.id = "both",
+                                         .messages = {{chinese, "{hours}小时，{hours}！"}, {english, "{hours} h"}}};
+    const MultilingualPraiseMessage englishAlone{.id = "english", .messages = {{english, "{hours} h"}}};
+    struct Row {
+        const char* name;
+        const MultilingualPraiseMessage& row;
+        PraiseLanguage language;
+        double hours;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"in force", both, {english}, 2, "2.0 h"},
+        {"selected", both, {english, chinese}, 2, "2.0小时，2.0！"},
+        {"in Chinese", both, {english, german}, 0.05, "3分钟小时，3分钟！"},
+        {"neither", englishAlone, {english, german}, 2, "你今天努力了2.0小时，继续保持！"},
+        {"empty", MultilingualPraiseMessage{.id = "empty"}, {chinese}, 12.4, "你今天努力了12小时，继续保持！"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(formatMessage(row.row, row.language, row.hours), row.expected) << row.name;
+}
+
+TEST(PraiseTextsTest, AnApplicationIsKnownByItsNameOrInLowerCaseByItsBundleIdentifier) {
+    struct Row {
+        std::optional<std::string> name;
+        std::optional<std::string> bundleId;
+        bool expected;
+    };
+    const Row rows[] = {
+        {"Slack", {}, true},
+        {"Slack (Beta)", {}, true},
+        {"slack", {}, false},
+        {{}, "com.example.slack.desktop", true},
+        {{}, "com.example.Slack", false},
+        {"Editor", "org.example.editor", false},
+        {{}, {}, false},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(PraiseMessageDatabase::matches({.bundleId = row.bundleId, .appName = row.name}, "Slack"),
+                  row.expected)
+            << row.name.value_or("-") << " " << row.bundleId.value_or("-");
+}
+
+class PraiseReasonTest : public testing::Test {
+protected:
+    void add(std::string_view from, std::optional<std::string_view> to, std::optional<std::string> name,
+             const std::string& bundleId = "org.example.app") {
+        records_.push_back({.startTime = at(from),
+                            .endTime = to ? std::optional(at(*to)) : std::nullopt,
+                            .bundleId = bundleId,
+                            .appName = std::move(name)});
+    }
+
+    [[nodiscard]] std::optional<std::string> reason(const PraiseLanguage& language = {chinese}) const {
+        return formatReason(row_, {.records = records_, .hours = 6.04, .now = at("18:00:00")}, language);
+    }
+
+    MultilingualPraiseMessage row_ = PraiseMessageDatabase::table().front();
+    std::vector<TimelineRecordSnapshot> records_;
+};
+
+TEST_F(PraiseReasonTest, TellsTheLongestRecordOfTheNamedApplicationsAlone) {
+    add("09:00:00", "15:00:00", "Browser");
+    add("15:00:00", "15:29:59", "Xcode");
+    EXPECT_EQ(reason(), "你今天用Xcode编程了29分钟");
+    add("16:00:00", "16:29:59", "IntelliJ IDEA");
+    EXPECT_EQ(reason(), "你今天用Xcode编程了29分钟");  // as long as the first
+    add("17:00:00", std::nullopt, "Visual Studio Code");
+    EXPECT_EQ(reason(), "你今天用Visual Studio Code编程了1.0小时");
+    add("07:00:00", "08:36:00", std::nullopt, "com.example.xcode");
+    EXPECT_EQ(reason(), "你今天用未知应用编程了1.6小时");
+}
+
+TEST_F(PraiseReasonTest, WithoutSuchARecordItTellsTheHoursOfTheDay) {
+    EXPECT_EQ(reason(), "你今天用各种应用编程了6.0小时");
+    add("09:00:00", "15:00:00", "Browser");
+    EXPECT_EQ(reason(), "你今天用各种应用编程了6.0小时");
+    add("15:00:00", "15:30:00", "Xcode");
+    row_.appTypes.reset();
+    EXPECT_EQ(reason({english}), "You coded with 各种应用 for 6.0小时 hours today");
+}
+
+TEST_F(PraiseReasonTest, LooksForTheTemplateInTheSelectedLanguageAndThenInThreeMore) {
+    const auto reasonIn = [&](PraiseTemplates templates) {
+        row_.reasonTemplates = std::move(templates);
+        return reason({.effective = french, .selected = german});
+    };
+    EXPECT_EQ(reasonIn({{english, "en"}, {chinese, "zh"}, {french, "fr"}, {german, "de"}}), "de");
+    EXPECT_EQ(reasonIn({{english, "en"}, {chinese, "zh"}, {french, "fr"}}), "fr");
+    EXPECT_EQ(reasonIn({{english, "en"}, {chinese, "zh"}}), "zh");
+    EXPECT_EQ(reasonIn({{english, "{hours}, {hours}小时"}}), "6.0小时, 6.0小时");
+    EXPECT_EQ(reasonIn({{japanese, "ja"}}), std::nullopt);
+    EXPECT_EQ(reasonIn({}), std::nullopt);
+    row_.reasonTemplates.reset();
+    EXPECT_EQ(reason(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,153 @@
+#include "praise/CardColors.h"
+#include "praise/CardContent.h"
+#include "praise/ShareImageConfigJson.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace quorvane {
+namespace {
+
+AppStat stat(std::uint8_t id, const std::string& name, double hours, double percentage) {
+    return {.id = Uuid({id}), .appName = name, .hours = hours, .percentage = percentage};
+}
+
+/// So many applications, with the most hours first.
+std::vector<AppStat> stats(std::size_t count) {
+    std::vector<AppStat> all;
+    for (std::size_t i = 0; i < count; ++i)
+        all.push_back(stat(static_cast<std::uint8_t>(i + 1), "App", static_cast<double>(count - i), 5));
+    return all;
+}
+
+std::vector<std::string> namesOf(const CardContent& content) {
+    std::vector<std::string> names;
+    for (const CardContent::Row& row : content.rows)
+        names.push_back(row.name + (row.isHighlighted ? "!" : "") + (row.isFaded ? "-" : ""));
+    return names;
+}
+
+TEST(ShareImageConfigTest, ApplicationsGetTheColoursInTheirOrderAndAfterTheLastTheFirstAgain) {
+    const auto config = shareImageConfig({.scheme = ColorScheme::forest, .appStats = stats(12)});
+    for (std::size_t i = 0; i < config.appStats.size(); ++i)
+        EXPECT_EQ(config.appStats[i].color, colors(ColorScheme::forest)[i % 10]) << i;
+}
+
+TEST(ShareImageConfigTest, TheCardIsAboutTheChosenApplicationAndElseTheOneWithTheMostHours) {
+    const std::vector<AppStat> unordered{stat(1, "Mail", 1, 25), stat(2, "Figma", 2, 50), stat(3, "Zoom", 2, 50)};
+    struct Row {
+        const char* name;
+        std::optional<std::string> selected;
+        std::string expected;
+    };
+    const Row rows[] = {{"no choice: the first of those with the most", std::nullopt, "Figma"},
+                        {"chosen", appKey(unordered[0]), "Mail"},
+                        {"chosen, but gone", Uuid({9}).string(), "Figma"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto config = shareImageConfig({.appStats = unordered, .selectedAppKey = row.selected});
+        EXPECT_EQ(config.topApp->appName, row.expected);
+        EXPECT_EQ(config.highlightedAppKey, row.selected);
+    }
+    EXPECT_EQ(shareImageConfig({}).topApp, std::nullopt);
+}
+
+TEST(ShareImageConfigTest, TheChartIsThereWhenItIsForcedOrThereIsAnApplication) {
+    EXPECT_FALSE(shareImageConfig({}).shouldShowAppChart);
+    EXPECT_TRUE(shareImageConfig({.forceShowAppChart = true}).shouldShowAppChart);
+    EXPECT_TRUE(shareImageConfig({.appStats = stats(1)}).shouldShowAppChart);
+}
+
+TEST(ShareImageConfigTest, ComesBackWholeFromJson) {
+    auto config = shareImageConfig({.style = CardStyle::luxury,
+                                    .scheme = ColorScheme::random,
+                                    .message = "今天 \"很好\"",
+                                    .totalHours = 3.25,
+                                    .appStats = stats(2),
+                                    .date = dateFromSecondsSince1970(1772636400.5),
+                                    .showTimeDistribution = true});
+    EXPECT_EQ(shareImageConfigFrom(*parseJson(jsonText(jsonOf(config)))), config);
+    config.praiseReason = "Weil";
+    config.highlightedAppKey = appKey(config.appStats[1]);
+    EXPECT_EQ(shareImageConfigFrom(*parseJson(jsonText(jsonOf(config)))), config);
+    for (const char* const broken : {"{}", "[]", R"({"cardStyle":"plain"})"})
+        EXPECT_EQ(shareImageConfigFrom(*parseJson(broken)), std::nullopt) << broken;
+}
+
+TEST(CardContentTest, TheTitleFollowsTheFlagsAndAnEmptyDaySaysSo) {
+    struct Row {
+        const char* name;
+        ShareImageChoice choice;
+        std::string title;
+        std::string note;
+        std::vector<std::string> values;
+    };
+    const auto two = std::vector{stat(1, "Figma", 3, 66.666), stat(2, "Mail", 1.25, 33.333)};
+    const Row rows[] = {
+        {"hours", {.appStats = two}, "应用使用统计", "", {"3.0 h", "1.2 h"}},
+        {"shares", {.appStats = two, .showTimeDistribution = true}, "今日时间分布", "", {"66.7%", "33.3%"}},
+        {"nothing", {}, "", "暂无应用数据", {}},
+        {"nothing, chart forced", {.forceShowAppChart = true}, "应用使用统计", "暂无应用数据", {}},
+        {"no shares", {.showTimeDistribution = true}, "今日时间分布", "暂无应用数据", {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const CardContent content = cardContent(shareImageConfig(row.choice));
+        std::vector<std::string> values;
+        for (const auto& shown : content.rows)
+            values.push_back(shown.value);
+        EXPECT_EQ(content.title, row.title);
+        EXPECT_EQ(content.note, row.note);
+        EXPECT_EQ(values, row.values);
+    }
+    auto config = shareImageConfig({.appStats = two});
+    config.shouldShowAppChart = false;
+    EXPECT_THAT(cardContent(config).rows, IsEmpty());
+}
+
+TEST(CardContentTest, TheHighlightedApplicationStandsOutAndIsAlwaysAmongThoseShown) {
+    auto many = stats(9);
+    for (std::size_t i = 0; i < many.size(); ++i)
+        many[i].appName = std::string(1, static_cast<char>('A' + i));
+    const auto shown = [&](const std::optional<std::string>& key) {
+        return namesOf(cardContent(shareImageConfig({.appStats = many, .selectedAppKey = key}), 4));
+    };
+    EXPECT_THAT(shown(std::nullopt), ElementsAre("A", "B", "C", "D"));
+    EXPECT_THAT(shown(appKey(many[1])), ElementsAre("A-", "B!", "C-", "D-"));
+    EXPECT_THAT(shown(appKey(many[7])), ElementsAre("A-", "B-", "C-", "H!"));
+    EXPECT_THAT(shown(Uuid({99}).string()), ElementsAre("A", "B", "C", "D"));
+}
+
+TEST(CardContentTest, HoursAreWrittenAsInTheSentence) {
+    const std::pair<double, std::string> rows[] = {{12.4, "12h"},   {9.96, "10.0h"}, {6.75, "6.8h"}, {0.1, "0.1h"},
+                                                   {0.05, "3分钟"}, {0, "0分钟"},    {-2, "0分钟"}};
+    for (const auto& [hours, expected] : rows) {
+        const CardContent content = cardContent(shareImageConfig({.totalHours = hours}));
+        EXPECT_EQ(content.hours + content.unit, expected);
+    }
+}
+
+TEST(CardColorsTest, TextAndAccentCanBeReadOnTheBackgroundOfEveryStyleAndScheme) {
+    for (const auto& [style, styleName] : RawValues<CardStyle>::table)
+        for (const auto& [scheme, schemeName] : RawValues<ColorScheme>::table) {
+            SCOPED_TRACE(std::string(styleName) + " " + std::string(schemeName));
+            const CardColors chosen = cardColors(style, scheme);
+            EXPECT_GE(contrast(chosen.text, chosen.background), 4.5);
+            // On a gradient the accent is its other end.
+            EXPECT_GE(contrast(chosen.accent, style == CardStyle::gradientCard ? chosen.text : chosen.background), 4.5);
+            EXPECT_GE(contrast(quiet(chosen.text, chosen.background), chosen.background), 4.5);
+        }
+}
+
+TEST(CardColorsTest, ContrastIsThatOfWcag) {
+    EXPECT_NEAR(contrast(colorFromRgb(0x000000), colorFromRgb(0xFFFFFF)), 21, 1e-9);
+    EXPECT_NEAR(contrast(colorFromRgb(0x767676), colorFromRgb(0xFFFFFF)), 4.54, 0.005);
+    EXPECT_EQ(readable(colorFromRgb(0x767676), colorFromRgb(0xFFFFFF), 4.5), colorFromRgb(0x767676));
+    EXPECT_EQ(mixed(colorFromRgb(0x000000), colorFromRgb(0xFFFFFF), 0.5), colorFromRgb(0x808080));
+}
+
+}  // namespace
+}  // namespace quorvane

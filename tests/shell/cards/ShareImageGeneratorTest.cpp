@@ -1,0 +1,199 @@
+#include "shell/cards/ShareImageGenerator.h"
+
+#include "praise/CardColors.h"
+#include "shell/cards/SampleCards.h"
+#include "support/TemporaryFolder.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <memory>
+
+namespace quorvane {
+namespace {
+
+void needGuiApplication() {
+    static const QGuiApplication* const application = [] {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        static int count = 1;
+        static char name[] = "cards";
+        static char* arguments[] = {name, nullptr};
+        return new QGuiApplication(count, arguments);  // lives as long as the program
+    }();
+    static_cast<void>(application);
+}
+
+class ShareImageGeneratorTest : public testing::Test {
+protected:
+    ShareImageGeneratorTest() { needGuiApplication(); }
+
+    template <class Check>
+    static void forEachCard(const Check& check) {
+        for (const SampleCard& sample : sampleCards())
+            for (const auto& [style, name] : RawValues<CardStyle>::table) {
+                SCOPED_TRACE(sample.name + " " + std::string(name));
+                check(sample, style);
+            }
+    }
+
+    ShareImageGenerator generator_{sampleAddress};
+    const QRectF card_{0, 0, ShareImageGenerator::width, ShareImageGenerator::height};
+};
+
+TEST_F(ShareImageGeneratorTest, EveryTextStandsInItsBoxAndEveryBoxOnTheCard) {
+    forEachCard([this](const SampleCard& sample, CardStyle style) {
+        const auto layout = generator_.layOut(configOf(sample, style));
+        EXPECT_GE(layout.texts.size(), 4U);
+        for (const PlacedText& text : layout.texts) {
+            SCOPED_TRACE(text.text.toStdString());
+            EXPECT_TRUE(card_.adjusted(20, 20, -20, -20).contains(text.box));
+            for (const QRectF& line : text.lines)
+                EXPECT_TRUE(text.box.adjusted(-1.5, -1.5, 1.5, 1.5).contains(line))
+                    << line.left() << " " << line.top() << " " << line.right() << " " << line.bottom() << " in "
+                    << text.box.left() << " " << text.box.top() << " " << text.box.right() << " " << text.box.bottom();
+        }
+    });
+}
+
+TEST_F(ShareImageGeneratorTest, SentencesAndReasonsAreWholeAndLargeEnough) {
+    forEachCard([this](const SampleCard& sample, CardStyle style) {
+        const auto config = configOf(sample, style);
+        for (const PlacedText& text : generator_.layOut(config).texts) {
+            const std::string words = text.text.toStdString();
+            if (words == config.praiseMessage) {
+                EXPECT_FALSE(text.isCut) << words;
+                EXPECT_GE(text.size, sample.name == "german" ? 14 : 20);
+            }
+            if (words == config.praiseReason) {
+                EXPECT_FALSE(text.isCut) << words;
+            }
+            EXPECT_GE(text.size, 12);
+        }
+    });
+}
+
+/// The letters' own part of a line: ascent and descent leave room above and below them.
+QRectF core(const QRectF& line) {
+    return line.adjusted(0, 0.2 * line.height(), 0, -0.2 * line.height());
+}
+
+TEST_F(ShareImageGeneratorTest, NoTwoTextsTouch) {
+    forEachCard([this](const SampleCard& sample, CardStyle style) {
+        const auto texts = generator_.layOut(configOf(sample, style)).texts;
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            for (std::size_t j = i + 1; j < texts.size(); ++j)
+                for (const QRectF& a : texts[i].lines)
+                    for (const QRectF& b : texts[j].lines) {
+                        EXPECT_FALSE(core(a).intersects(core(b)))
+                            << texts[i].text.toStdString() << " | " << texts[j].text.toStdString();
+                    }
+    });
+}
+
+/// The lowest contrast of the ink with what lies below it, where the text changed the card.
+double lowestContrast(const PlacedText& text, const ShareImage& ground, const ShareImage& whole) {
+    double lowest = 21;
+    for (const QRectF& line : text.lines) {
+        const QRect area = line.toAlignedRect().intersected(QRect(0, 0, ground.width, ground.height));
+        for (int y = area.top(); y <= area.bottom(); ++y)
+            for (int x = area.left(); x <= area.right(); ++x) {
+                const auto at = static_cast<std::size_t>(y * ground.width + x);
+                const Color below = colorFromRgb(ground.pixels[at]);
+                const Color shown = colorFromRgb(whole.pixels[at]);
+                if (contrast(below, shown) > 1.5) lowest = std::min(lowest, contrast(text.ink, below));
+            }
+    }
+    return lowest;
+}
+
+TEST_F(ShareImageGeneratorTest, TextsCanBeReadOnWhatLiesBelowThemInEveryStyleAndScheme) {
+    const SampleCard sample = sampleCard("rich");
+    for (const auto& [style, styleName] : RawValues<CardStyle>::table)
+        for (const auto& [scheme, schemeName] : RawValues<ColorScheme>::table) {
+            const auto config = configOf(sample, style, scheme);
+            const auto layout = generator_.layOut(config);
+            const auto whole = generator_.generateShareImage(config);
+            ASSERT_TRUE(whole);
+            for (const PlacedText& text : layout.texts) {
+                const bool isLarge = text.size >= 24 || (text.size >= 18.66 && text.weight >= 700);
+                EXPECT_GE(lowestContrast(text, layout.ground, *whole), isLarge ? 3 : 4.5)
+                    << styleName << " " << schemeName << ": " << text.text.toStdString();
+            }
+        }
+}
+
+TEST_F(ShareImageGeneratorTest, TheSameCardHasTheSamePixelsAndOtherStylesHaveOthers) {
+    std::vector<ShareImage> seen;
+    for (const auto& [style, name] : RawValues<CardStyle>::table) {
+        const auto first = generator_.generateShareImage(configOf(sampleCard("rich"), style));
+        ASSERT_TRUE(first);
+        EXPECT_EQ(first->width, 600);
+        EXPECT_EQ(first->height, 900);
+        EXPECT_TRUE(first == generator_.generateShareImage(configOf(sampleCard("rich"), style))) << name;
+        EXPECT_THAT(seen, testing::Not(testing::Contains(*first))) << name;
+        seen.push_back(*first);
+    }
+}
+
+TEST_F(ShareImageGeneratorTest, EmptyConfigurationsAndHostileTextsGiveACard) {
+    const std::string texts[] = {
+        "", "\n\t", std::string(4000, 'W'), "\xFF\xFE", "\u202Eright \u2066 left", "😀👩‍👩‍👧"};
+    for (const std::string& text : texts)
+        for (const auto& [style, name] : RawValues<CardStyle>::table) {
+            auto config = configOf(sampleCard("light"), style);
+            config.praiseMessage = text;
+            config.praiseReason = text;
+            config.appStats.front().appName = text;
+            config.totalHours = 99999;
+            for (const PlacedText& placed : generator_.layOut(config).texts)
+                for (const QRectF& line : placed.lines)
+                    EXPECT_TRUE(card_.contains(line)) << name << ": " << placed.text.left(20).toStdString();
+        }
+    EXPECT_TRUE(generator_.generateShareImage({}));
+}
+
+/// What a reader of codes finds in the picture.
+std::string decoded(const ShareImage& image) {
+    const TemporaryFolder folder;
+    const auto file = folder / "card.png";
+    std::ofstream(file, std::ios::binary) << pngOf(image);
+    const std::string command = "zbarimg --quiet --raw '" + file.string() + "' 2>/dev/null";
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"), &::pclose);
+    std::array<char, 200> text{};
+    return std::fgets(text.data(), text.size(), pipe.get()) == nullptr ? "" : text.data();
+}
+
+TEST_F(ShareImageGeneratorTest, AReaderOfCodesFindsTheAddressOnEveryCard) {
+    for (const auto& [style, name] : RawValues<CardStyle>::table) {
+        const auto image = generator_.generateShareImage(configOf(sampleCard("light"), style));
+        ASSERT_TRUE(image);
+        EXPECT_EQ(decoded(*image), std::string(sampleAddress) + "\n") << name;
+    }
+}
+
+TEST_F(ShareImageGeneratorTest, WithoutAnAddressThereIsNoCode) {
+    const ShareImageGenerator without("");
+    for (const auto& [style, name] : RawValues<CardStyle>::table) {
+        const auto image = without.generateShareImage(configOf(sampleCard("light"), style));
+        ASSERT_TRUE(image);
+        EXPECT_EQ(decoded(*image), "") << name;
+    }
+}
+
+TEST_F(ShareImageGeneratorTest, ThePngHoldsThePixels) {
+    const auto image = generator_.generateShareImage(configOf(sampleCard("light"), CardStyle::clean));
+    ASSERT_TRUE(image);
+    const std::string png = pngOf(*image);
+    const QImage read = QImage::fromData(QByteArray::fromStdString(png), "PNG");
+    ASSERT_EQ(read.size(), QSize(600, 900));
+    for (const int at : {0, 601 * 200, 539999})
+        EXPECT_EQ(read.pixel(at % 600, at / 600), image->pixels[static_cast<std::size_t>(at)]);
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,184 @@
+#include "shell/state/ShareImageWindow.h"
+
+#include "base/Iso8601.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "praise/PraiseMessageTable.h"
+#include "support/RecordingConsole.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+namespace quorvane {
+namespace {
+
+class ShareImageWindowTest : public testing::Test {
+protected:
+    struct Rendering {
+        ShareImageConfig config;
+        double scale;
+    };
+
+    [[nodiscard]] ShareImageWindow::Inputs inputs(std::size_t applications) {
+        ShareImageWindow::Inputs made{.totalHours = 7,
+                                      .date = runLoop_.now(),
+                                      .preferredLanguage = SupportedLanguage::english,
+                                      .dismissed = [this] { ++dismissals_; }};
+        for (std::size_t i = 0; i < applications; ++i)
+            made.appStats.push_back({.id = Uuid({static_cast<std::uint8_t>(i + 1)}),
+                                     .appName = "App",
+                                     .hours = static_cast<double>(applications - i),
+                                     .percentage = 10});
+        return made;
+    }
+    [[nodiscard]] std::unique_ptr<ShareImageWindow> open(ShareImageWindow::Inputs given) {
+        return std::make_unique<ShareImageWindow>(
+            std::move(given),
+            [this](const ShareImageConfig& config, double scale) -> std::optional<ShareImage> {
+                renderings_.push_back({config, scale});
+                if (!hasMemory_) return std::nullopt;
+                return ShareImage{.width = 1, .height = 1, .pixels = {0xFF000000}};
+            },
+            0.5, runLoop_, console_, [next = std::uint64_t{1} << 40]() mutable { return next++; });
+    }
+    static void renderAll(ShareImageWindow& window) {
+        while (window.renderNext()) {
+        }
+    }
+
+    platform::SimulatedRunLoop runLoop_{dateFromSecondsSince1970(1772636400)};  // 2026-03-04T15:00:00Z
+    RecordingConsole console_;
+    std::vector<Rendering> renderings_;
+    bool hasMemory_ = true;
+    int dismissals_ = 0;
+};
+
+TEST_F(ShareImageWindowTest, KeepsTheSentenceThatWasReadOnTheMainScreen) {
+    auto given = inputs(2);
+    given.initialPraiseMessage = "Well done";
+    given.initialPraiseReason = "Because";
+    given.initialPraiseMessageData = PraiseMessage{.id = "work_001", .message = "Well done"};
+    const auto window = open(given);
+    window->generateImage();
+    EXPECT_THAT(
+        console_.lines(),
+        ElementsAre("✅ 使用主界面选中的消息: Well done, totalHours: 7.0", "📊 ShareImageWindow - appStats count: 2",
+                    "🖼️ Generating image - showTimeDistribution: false, shouldShowAppChart: true, appStats "
+                    "count: 2"));
+    EXPECT_EQ(renderings_.front().config.praiseMessage, "Well done");
+    EXPECT_EQ(renderings_.front().config.praiseReason, "Because");
+    EXPECT_EQ(window->lastPraiseMessageId(), "work_001");
+}
+
+TEST_F(ShareImageWindowTest, FindsASentenceWhereNoneWasHandedInAndAnotherWhenAsked) {
+    auto half = inputs(0);
+    half.initialPraiseMessage = "Well done";  // without its row it doesn't count
+    const auto window = open(half);
+    EXPECT_EQ(console_.lines().front(), "🔄 生成新的消息");
+    const auto first = window->lastPraiseMessageId();
+    EXPECT_FALSE(window->currentPraiseMessage().empty());
+    window->shuffle();
+    EXPECT_NE(window->lastPraiseMessageId(), first);
+    EXPECT_EQ(renderings_.back().config.praiseMessage, window->currentPraiseMessage());
+}
+
+TEST_F(ShareImageWindowTest, RendersTheCardFirstAndThenOnePictureAtATime) {
+    const auto window = open(inputs(3));
+    EXPECT_THAT(renderings_, SizeIs(0));
+    EXPECT_TRUE(window->renderNext());
+    EXPECT_EQ(renderings_.back().scale, 1);
+    EXPECT_NE(window->generatedImage(), nullptr);
+    for (std::size_t i = 1; i <= 12; ++i) {
+        EXPECT_TRUE(window->renderNext());
+        EXPECT_THAT(window->styleImages(), SizeIs(i));
+        EXPECT_EQ(renderings_.back().scale, 0.5);
+    }
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_TRUE(window->renderNext());
+        EXPECT_EQ(renderings_.back().config.highlightedAppKey, appKey(window->workingAppStats()[i]));
+    }
+    EXPECT_THAT(window->previewImages(), SizeIs(3));
+    EXPECT_FALSE(window->renderNext());
+}
+
+TEST_F(ShareImageWindowTest, AChangeRendersTheCardAtOnceAndTheOthersByAndBy) {
+    struct Row {
+        const char* name;
+        std::function<void(ShareImageWindow&)> change;
+        std::size_t rendered;  // at once and later
+    };
+    const Row rows[] = {
+        {"style", [](auto& window) { window.setSelectedStyle(CardStyle::luxury); }, 1 + 2},
+        {"scheme", [](auto& window) { window.setSelectedColorScheme(ColorScheme::forest); }, 1 + 12 + 2},
+        {"shares", [](auto& window) { window.setShowTimeDistribution(true); }, 1 + 12 + 2},
+        {"application", [](auto& window) { window.setSelectedAppKey(appKey(window.workingAppStats()[1])); }, 1},
+        {"again", [](auto& window) { window.generateImage(); }, 1},
+        {"the same style", [](auto& window) { window.setSelectedStyle(CardStyle::clean); }, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto window = open(inputs(2));
+        renderAll(*window);
+        renderings_.clear();
+        row.change(*window);
+        EXPECT_EQ(renderings_.size(), row.rendered == 0 ? 0U : 1U);
+        if (!renderings_.empty()) {
+            EXPECT_EQ(renderings_.front().config, window->config());
+        }
+        renderAll(*window);
+        EXPECT_EQ(renderings_.size(), row.rendered);
+    }
+}
+
+TEST_F(ShareImageWindowTest, TheSwitchHighlightsTheApplicationWithTheMostHours) {
+    auto given = inputs(3);
+    given.appStats[1].hours = 9;
+    const auto window = open(given);
+    window->setHighlighting(true);
+    EXPECT_EQ(window->selectedAppKey(), appKey(given.appStats[1]));
+    EXPECT_EQ(window->config().topApp->id, given.appStats[1].id);
+    window->setSelectedAppKey(appKey(given.appStats[2]));
+    EXPECT_EQ(window->config().topApp->id, given.appStats[2].id);
+    window->setHighlighting(false);
+    EXPECT_EQ(window->config().highlightedAppKey, std::nullopt);
+}
+
+TEST_F(ShareImageWindowTest, PreviewsStandInRowsOfFive) {
+    std::vector<std::size_t> sizes;
+    for (const auto& group : open(inputs(12))->groupedPreviews())
+        sizes.push_back(group.size());
+    EXPECT_THAT(sizes, ElementsAre(5, 5, 2));
+    EXPECT_THAT(open(inputs(0))->groupedPreviews(), SizeIs(0));
+}
+
+TEST_F(ShareImageWindowTest, WithoutAPictureItSaysSoAndSharesNothing) {
+    const Localization english("en");
+    const auto window = open(inputs(1));
+    EXPECT_EQ(window->placeholder(english), english.text("share_card_generating"));
+    hasMemory_ = false;
+    window->generateImage();
+    window->share();
+    EXPECT_EQ(window->placeholder(english), english.text("share_card_waiting_data"));
+    EXPECT_FALSE(window->showingShareSheet());
+    hasMemory_ = true;
+    window->generateImage();
+    window->share();
+    EXPECT_TRUE(window->showingShareSheet());
+}
+
+TEST_F(ShareImageWindowTest, AFileIsNamedAfterTheMoment) {
+    EXPECT_THAT(open(inputs(1))->suggestedFileName(), testing::MatchesRegex("时间记录分享_2026-03-04_..-00-00\\.png"));
+}
+
+TEST_F(ShareImageWindowTest, ClosingIsToldOnce) {
+    const auto window = open(inputs(1));
+    window->close();
+    window->close();
+    EXPECT_FALSE(window->isPresented());
+    EXPECT_EQ(dismissals_, 1);
+}
+
+}  // namespace
+}  // namespace quorvane
