@@ -10,6 +10,7 @@
 #include "platform/RunLoop.h"
 #include "platform/SettingsPanes.h"
 #include "platform/UserDefaults.h"
+#include "praise/RandomIndex.h"
 #include "rules/CategoryTagManager.h"
 #include "shell/state/AutoStartManager.h"
 #include "shell/state/MenuBarContentView.h"
@@ -41,6 +42,9 @@ struct AppServices {
     ConsoleSink& console;
     AppLogger& logger;
     platform::RunLoop& runLoop;
+
+    /// Chooses what is left to chance: which sentence is shown.
+    RandomWords randomWords = secureRandomWord;
 
     /// Ends the application, whatever is open.
     std::function<void()> quit;

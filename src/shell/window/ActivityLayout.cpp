@@ -10,6 +10,25 @@ namespace {
 constexpr int leastGap = 4;
 constexpr int mostGap = 32;
 
+/// At the top of the side, else right of the column, else a line above it. The project panel has the side for itself.
+void placePraise(ActivityLayout& layout, int pageWidth, bool hasProjectPanel) {
+    if (layout.side) {
+        if (!hasProjectPanel) layout.praise = layout.side;
+        return;
+    }
+    const QRect& chart = layout.chart;
+    const int start = chart.x() + chart.width() + ActivityLayout::margin;
+    const int beside = pageWidth - ActivityLayout::margin - start;
+    if (beside >= ActivityLayout::praiseWidth) {
+        layout.praise = QRect(start, chart.y(), std::min(beside, ActivityLayout::mostPraise), chart.height());
+        return;
+    }
+    layout.isPraiseLine = true;
+    layout.praise = QRect(chart.x(), chart.y(), chart.width(), ActivityLayout::praiseLine);
+    const int taken = ActivityLayout::praiseLine + leastGap;
+    layout.chart = {chart.x(), chart.y() + taken, chart.width(), std::max(0, chart.height() - taken)};
+}
+
 }  // namespace
 
 ActivityLayout activityLayout(QSize page, TimelineViewMode mode, bool hasProjectPanel) {
@@ -38,6 +57,7 @@ ActivityLayout activityLayout(QSize page, TimelineViewMode mode, bool hasProject
     }
     layout.chart = {x, top, column, height};
     if (side > 0) layout.side = QRect(x + column + gap, top, side, height);
+    placePraise(layout, page.width(), hasProjectPanel);
     return layout;
 }
 

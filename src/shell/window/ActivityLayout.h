@@ -15,11 +15,17 @@ struct ActivityLayout {
     static constexpr int scrollBarWidth = 12;  ///< right of the hour column
     static constexpr int popUpWidth = 284;     ///< of details that float
     static constexpr int sheetWidth = 320;     ///< of a project panel that has no column
+    static constexpr int praiseWidth = 280;    ///< of a praise right of the column, at least
+    static constexpr int mostPraise = 360;     ///< its greatest width there
+    static constexpr int praiseLine = 48;      ///< height of a praise above the column
 
     QRect header;
     QRect chart;                  ///< hour column and scroll bar; in the overviews the whole width
     std::optional<QRect> legend;  ///< the left list
-    std::optional<QRect> side;    ///< details or project panel; without it they float
+    std::optional<QRect> side;    ///< praise and details, or project panel; without it details and panel float
+    std::optional<QRect> praise;  ///< of the day alone: at the top of the side, right of the column, or above it
+    /// Is the praise a line above the column? Elsewhere it is as high as it likes, up to the height of its place.
+    bool isPraiseLine = false;
     friend bool operator==(const ActivityLayout&, const ActivityLayout&) = default;
 };
 

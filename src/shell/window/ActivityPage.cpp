@@ -11,8 +11,10 @@
 #include "shell/look/EmptyState.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
+#include "shell/praise/PraiseCard.h"
 #include "shell/window/ActivityLayout.h"
 #include "shell/window/DateHeader.h"
+#include "shell/window/DayPraise.h"
 #include "shell/window/PanelOverlay.h"
 
 #include <QEvent>
@@ -24,6 +26,11 @@
 #include <utility>
 
 namespace quorvane {
+namespace {
+
+constexpr int lowBelow = 620;
+
+}  // namespace
 
 struct ActivityPage::Parts {
     Services services;
@@ -36,6 +43,8 @@ struct ActivityPage::Parts {
     MonthView* month = nullptr;
     DetailsPanel* details = nullptr;
     ProjectPanel* project = nullptr;
+    std::unique_ptr<DayPraise> praise;
+    PraiseCard* praiseCard = nullptr;
     QPointer<PanelOverlay> overlay;
     bool detailsFloat = false;
     Subscription activityChanged;
@@ -43,6 +52,7 @@ struct ActivityPage::Parts {
     Subscription detailsCategoryWanted;
     Subscription detailsCloseWanted;
     Subscription overlayCloseWanted;
+    Subscription shareWanted;
 
     [[nodiscard]] DayTimelineChart& chart() const { return services.activity.chart(); }
 };
@@ -54,7 +64,10 @@ ActivityPage::ActivityPage(const Services& services, QWidget* parent)
     if (services.activity.isDataLoaded()) build();
 }
 
-ActivityPage::~ActivityPage() = default;
+// What shows the praise goes before its state does.
+ActivityPage::~ActivityPage() {
+    delete parts_->praiseCard;
+}
 
 // The parts are made with the data: an empty chart says that nothing was recorded, which isn't known before.
 void ActivityPage::build() {
@@ -70,6 +83,11 @@ void ActivityPage::build() {
     inside->addWidget(parts_->day);
     parts_->week = new WeekView(services.activity, services.localization, services.console, this);
     parts_->month = new MonthView(services.activity, services.localization, services.console, this);
+    parts_->praise = std::make_unique<DayPraise>(DayPraise::Services{
+        services.activity, services.context, services.localization, services.console, services.randomWords});
+    parts_->praiseCard = new PraiseCard(parts_->praise->state(), services.localization, this);
+    parts_->praiseCard->installEventFilter(this);
+    parts_->shareWanted = parts_->praiseCard->shareWanted.subscribe([this] { parts_->praise->share(*window()); });
     parts_->details = new DetailsPanel(chart, services.localization, this);
     parts_->details->installEventFilter(this);
     parts_->project = new ProjectPanel(chart, services.localization, this);
@@ -117,6 +135,7 @@ void ActivityPage::place() {
     if (losesFocus) focusView(mode);
     if (layout.legend) parts_->legend->setGeometry(mirrored(*layout.legend));
     parts_->legend->setVisible(layout.legend.has_value());
+    placePraise(layout);
     placeDetails(layout);
     placeProjectPanel(layout);
 }
@@ -130,6 +149,28 @@ void ActivityPage::focusView(TimelineViewMode mode) {
     }
 }
 
+void ActivityPage::placePraise(const ActivityLayout& layout) {
+    auto& card = *parts_->praiseCard;
+    if (layout.praise) {
+        parts_->praise->refresh();
+        card.setForm(layout.isPraiseLine   ? PraiseCard::Form::line
+                     : height() < lowBelow ? PraiseCard::Form::compact
+                                           : PraiseCard::Form::full);
+        const int width = layout.praise->width();
+        const int wanted = card.hasHeightForWidth() ? card.heightForWidth(width) : card.sizeHint().height();
+        const QSize size(width,
+                         layout.isPraiseLine ? layout.praise->height() : std::min(wanted, layout.praise->height()));
+        card.setGeometry(mirrored(QRect(layout.praise->topLeft(), size)));
+    }
+    card.setVisible(layout.praise.has_value());
+}
+
+QRect ActivityPage::detailsColumn(const ActivityLayout& layout) const {
+    QRect column = *layout.side;
+    if (layout.praise) column.setTop(parts_->praiseCard->geometry().bottom() + 1 + Metrics::cardGap);
+    return column;
+}
+
 /// The details stand in their column, or beside the block where there is none.
 void ActivityPage::placeDetails(const ActivityLayout& layout) {
     auto& details = *parts_->details;
@@ -141,8 +182,16 @@ void ActivityPage::placeDetails(const ActivityLayout& layout) {
         const int wanted = details.hasHeightForWidth() ? details.heightForWidth(width) : details.sizeHint().height();
         const QSize size(width, std::min(wanted, layout.chart.height()));
         const auto block = parts_->day->selectedBlock().translated(layout.chart.topLeft());
-        details.setGeometry(mirrored(layout.side ? QRect(layout.side->topLeft(), size)
-                                                 : popUpBeside(block, size, layout.chart, rect())));
+        if (layout.side) {
+            QRect column = detailsColumn(layout);
+            // Where there is no room for both the praise waits.
+            const bool hasRoom = column.height() >= size.height();
+            parts_->praiseCard->setVisible(hasRoom && layout.praise.has_value());
+            if (!hasRoom) column = *layout.side;
+            details.setGeometry(mirrored(QRect(column.topLeft(), size)));
+        } else {
+            details.setGeometry(mirrored(popUpBeside(block, size, layout.chart, rect())));
+        }
         details.raise();
     }
     details.setVisible(isShown);
@@ -193,9 +242,10 @@ void ActivityPage::chooseCategory(const ProcessedActivityItem& item) {
                         });
 }
 
-/// The details are as high as what they say, which comes after the choice, or later: a category, a longer title.
+/// Details and praise are as high as what they say, which comes after the choice, or later: a category, a longer title.
 bool ActivityPage::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::LayoutRequest && watched == parts_->details && parts_->details->isVisible()) place();
+    const bool isOfOurs = watched == parts_->details || watched == parts_->praiseCard;
+    if (event->type() == QEvent::LayoutRequest && isOfOurs && dynamic_cast<QWidget&>(*watched).isVisible()) place();
     return QWidget::eventFilter(watched, event);
 }
 

@@ -2,6 +2,7 @@
 
 #include "diagnostics/ConsoleSink.h"
 #include "l10n/Localization.h"
+#include "praise/RandomIndex.h"
 #include "rules/CategoryTagManager.h"
 #include "shell/state/MyActivityView.h"
 #include "timeline/ProcessedActivityItem.h"
@@ -20,8 +21,10 @@ public:
     struct Services {
         MyActivityView& activity;
         const CategoryTagManager& categories;
+        ModelContext& context;
         const Localization& localization;
         ConsoleSink& console;
+        RandomWords randomWords = secureRandomWord;  ///< chooses the praise
     };
 
     explicit ActivityPage(const Services& services, QWidget* parent = nullptr);
@@ -44,6 +47,9 @@ private:
     void follow();
     void place();
     void focusView(TimelineViewMode mode);
+    void placePraise(const ActivityLayout& layout);
+    /// What the praise leaves of the side for the details.
+    [[nodiscard]] QRect detailsColumn(const ActivityLayout& layout) const;
     void placeDetails(const ActivityLayout& layout);
     void placeProjectPanel(const ActivityLayout& layout);
     void letGo();

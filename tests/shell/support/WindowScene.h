@@ -15,6 +15,7 @@
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -63,6 +64,7 @@ private:
     platform::SimulatedLoginItem loginItem_;
     AutoStartManager autoStart_;
     PerformanceReportPreferences performanceReports_{defaults};
+    std::uint64_t words_ = 0;
     Signal<> hasTrayChanged_;
     Signal<> aboutRequested_;
     AppServices services_;

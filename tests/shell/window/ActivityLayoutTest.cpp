@@ -21,22 +21,26 @@ TEST(ActivityLayoutTest, ColumnsComeWithTheWidthAndShareWhatIsLeft) {
         int width;
         bool hasProjectPanel;
         const char* columns;
+        QRect praise;
     };
     const Row rows[] = {
-        {"all three", 1080, false, "16+216 247+522 784+280 "},
-        {"the project panel is wider", 1080, true, "11+216 237+522 769+300 "},
-        {"what the gaps don't take goes outside", 2000, false, "442+250 724+522 1278+280 "},
-        {"no list", 1000, false, "- 83+522 637+280 "},
-        {"the column alone, with room for a pop-up", 844, false, "- 16+522 - "},
-        {"the column alone, without", 640, false, "- 59+522 - "},
-        {"narrower than the column", 424, false, "- 0+424 - "},
+        {"all three", 1080, false, "16+216 247+522 784+280 ", {784, 56, 280, 760}},
+        {"the project panel is wider", 1080, true, "11+216 237+522 769+300 ", {}},
+        {"what the gaps don't take goes outside", 2000, false, "442+250 724+522 1278+280 ", {1278, 56, 280, 760}},
+        {"no list", 1000, false, "- 83+522 637+280 ", {637, 56, 280, 760}},
+        {"the column alone, with room for the praise", 854, false, "- 16+522 - ", {554, 56, 284, 760}},
+        {"the column alone, with room for a pop-up", 844, false, "- 16+522 - ", {16, 56, 522, 48}},
+        {"the column alone, without", 640, false, "- 59+522 - ", {59, 56, 522, 48}},
+        {"narrower than the column", 424, false, "- 0+424 - ", {0, 56, 424, 48}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const auto layout = activityLayout({row.width, 832}, TimelineViewMode::day, row.hasProjectPanel);
         EXPECT_EQ(columns(layout), row.columns);
-        EXPECT_EQ(layout.chart.top(), 56);
-        EXPECT_EQ(layout.chart.height(), 760);
+        EXPECT_EQ(layout.praise.value_or(QRect()), row.praise);
+        const int lineAbove = layout.isPraiseLine ? 52 : 0;
+        EXPECT_EQ(layout.chart.top(), 56 + lineAbove);
+        EXPECT_EQ(layout.chart.height(), 760 - lineAbove);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "shell/chart/ProjectPanel.h"
 #include "shell/export/ExportPage.h"
 #include "shell/logs/LogViewerWindow.h"
+#include "shell/praise/PraiseCard.h"
 #include "shell/rules/RulesPage.h"
 #include "shell/support/Offscreen.h"
 #include "shell/support/WindowScene.h"
@@ -27,6 +28,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
 using testing::Not;
+using testing::SizeIs;
 
 class MainWindowTest : public testing::Test {
 protected:
@@ -186,7 +188,8 @@ TEST_F(MainWindowTest, TabGoesThroughAllControlsAndComesBack) {
         EXPECT_TRUE(focus->isVisible());
     }
     EXPECT_TRUE(seen.contains(first));
-    EXPECT_EQ(seen.size(), 11U);  // the sections as one, recording, settings, about, the six of the header, the chart
+    // The sections as one, recording, settings, about, the six of the header, the chart, the four of the praise.
+    EXPECT_EQ(seen.size(), 15U);
 }
 
 TEST_F(MainWindowTest, EveryControlHasANameForAssistiveTechnology) {
@@ -198,6 +201,29 @@ TEST_F(MainWindowTest, EveryControlHasANameForAssistiveTechnology) {
         EXPECT_THAT(accessibleNames(day.window(), role), Not(Contains(""))) << role;
     EXPECT_THAT(accessibleNames(day.window(), QAccessible::ListItem),
                 Contains(testing::MatchesRegex("Figma, .*15:24.*16:02.*38m.*")));
+}
+
+TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
+    auto& day = open();
+    auto& card = widgetBelow<PraiseCard>(day.window());
+    const auto sentence = [&] { return accessibleNames(card, QAccessible::StaticText); };
+    const auto first = sentence();
+    EXPECT_FALSE(first.empty());
+    pressButton("Another Message");
+    EXPECT_NE(sentence(), first);
+    const auto second = sentence();
+    day.workUntil("17:10:00");
+    EXPECT_EQ(sentence(), second) << "records come and the sentence stays";
+    day.chart().selectDate(day.runLoop.now() - 86400s);
+    day.settle();
+    EXPECT_NE(sentence(), second) << "another day has its own";
+    pressButton("Create Share Card");
+    EXPECT_THAT(accessibleNames(day.window(), QAccessible::Dialog), SizeIs(1));
+    press(Qt::Key_Escape);
+    day.settle();
+    day.chart().selectTimeRange({8, 8.5});
+    day.settle();
+    EXPECT_FALSE(card.isVisible()) << "the project panel has the side for itself";
 }
 
 TEST_F(MainWindowTest, WithoutAFeedTheAboutScreenSaysWhereUpdatesComeFromAndWhatQuorvaneIsBuiltWith) {

@@ -1,0 +1,66 @@
+#include "shell/window/DayPraise.h"
+
+#include "platform/Clock.h"
+#include "shell/praise/ShareImageSheet.h"
+#include "store/AppSettings.h"
+#include "store/StoreError.h"
+#include "timeline/AppStatistics.h"
+
+#include <algorithm>
+#include <memory>
+#include <ranges>
+#include <utility>
+
+namespace quorvane {
+namespace {
+
+std::shared_ptr<const AppSettings> firstSettings(ModelContext& context, ConsoleSink& console) {
+    try {
+        const auto stored = context.fetch<AppSettings>({});
+        return stored.empty() ? nullptr : stored.front();
+    } catch (const StoreError& error) {
+        console.write(error.what());
+        return nullptr;
+    }
+}
+
+bool isIn(DateInterval day, const TimelineRecordSnapshot& record) {
+    return record.startTime >= day.start && record.startTime < day.end;
+}
+
+/// Oldest first, as the companion reads them.
+std::vector<TimelineRecordSnapshot> recordsIn(DateInterval day,
+                                              const std::vector<TimelineRecordSnapshot>& newestFirst) {
+    std::vector<TimelineRecordSnapshot> found;
+    for (const TimelineRecordSnapshot& record : newestFirst | std::views::reverse)
+        if (isIn(day, record)) found.push_back(record);
+    return found;
+}
+
+}  // namespace
+
+DayPraise::DayPraise(const Services& services)
+    : services_(services), state_(services.activity.runLoop(), services.randomWords) {}
+
+void DayPraise::refresh() {
+    const auto& chart = services_.activity.chart();
+    const DateInterval day = Calendar::current().day(chart.selectedDate());
+    const auto& shown = chart.sidebarRecords();
+    // The chart shows another day a little later than it is chosen.
+    if (!std::ranges::all_of(shown, [&](const auto& record) { return isIn(day, record); })) return;
+    state_.setTotalHours(appStatistics(shown, platform::currentDate()).totalHours);
+    auto records = recordsIn(day, services_.activity.records());
+    if (records != state_.records()) state_.setRecords(std::move(records));
+    if (std::exchange(day_, day.start) == day.start) return;
+    state_.setAppSettings(firstSettings(services_.context, services_.console));
+    state_.appear();
+}
+
+void DayPraise::share(QWidget& window) {
+    ShareImageSheet::open(window, shareImageInputs(state_, services_.activity.chart().selectedDate()),
+                          {.runLoop = services_.activity.runLoop(),
+                           .console = services_.console,
+                           .localization = services_.localization});
+}
+
+}  // namespace quorvane
