@@ -42,8 +42,9 @@ void CardPreview::paintEvent(QPaintEvent* /*event*/) {
     }
     const double scale = std::min({largest, (width() - 2 * margin) / cardWidth, (height() - 2 * margin) / cardHeight});
     const QSizeF size(std::round(cardWidth * scale), std::round(cardHeight * scale));
-    const QRectF card(QPointF(std::round((width() - size.width()) / 2), std::round((height() - size.height()) / 2)),
-                      size);
+    // A body that scrolls is higher than what shows of it: the card stays at its top.
+    const double top = std::min<double>(margin, std::round((height() - size.height()) / 2));
+    const QRectF card(QPointF(std::round((width() - size.width()) / 2), top), size);
     paintShadow(painter, card, Metrics::cardRadius, Elevation::popUp);
     paintCardPicture(painter, card, Metrics::cardRadius, *image_);
 }

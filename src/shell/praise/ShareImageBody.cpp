@@ -16,7 +16,7 @@ constexpr int aboveHeight = 380;
 }  // namespace
 
 ShareImageBody::ShareImageBody(QWidget& preview, QWidget& choices, QWidget* parent)
-    : QWidget(parent), preview_(preview), layout_(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
+    : QWidget(parent), preview_(preview), choices_(choices), layout_(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
     layout_->setContentsMargins(0, 0, 0, 0);
     layout_->setSpacing(0);
     layout_->addWidget(&preview);
@@ -28,7 +28,8 @@ void ShareImageBody::resizeEvent(QResizeEvent* event) {
     const bool isBeside = width >= besideFrom;
     layout_->setDirection(isBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     if (isBeside) {
-        preview_.setFixedWidth(std::clamp(previewWidth - (wholeFrom - width), leastPreviewWidth, previewWidth));
+        const int forChoices = std::max(wholeFrom - previewWidth, choices_.minimumSizeHint().width());
+        preview_.setFixedWidth(std::clamp(width - forChoices, leastPreviewWidth, previewWidth));
         preview_.setMinimumHeight(0);
         preview_.setMaximumHeight(QWIDGETSIZE_MAX);
     } else {

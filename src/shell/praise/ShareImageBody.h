@@ -16,6 +16,7 @@ protected:
 
 private:
     QWidget& preview_;
+    QWidget& choices_;
     QBoxLayout* layout_;
 };
 

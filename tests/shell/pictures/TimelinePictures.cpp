@@ -3,6 +3,8 @@
 #include "shell/support/Offscreen.h"
 #include "timeline/DayTimelineGeometry.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QScrollBar>
 
 namespace quorvane {
@@ -42,6 +44,14 @@ std::vector<Picture> timelinePictures() {
          [](WindowScene& scene) {
              choose(scene, 15.7);
              widgetBelow<DayChartView>(scene.window()).categoryWanted.send(*scene.chart().selectedActivity());
+         }},
+        {"share",
+         [](WindowScene& scene) {
+             pressButton(scene, scene.services().localization.text("timeline_generate_share_card"));
+             // The pictures come one after the other, a frame of the screen apart.
+             QElapsedTimer timer;
+             for (timer.start(); timer.elapsed() < 3000;)
+                 QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
          }},
         {"closing",
          [](WindowScene& scene) {
