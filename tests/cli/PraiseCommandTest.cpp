@@ -33,10 +33,10 @@ TEST_F(PraiseCommandTest, TellsTheHoursOfTheDayOpenRecordsUntilNow) {
         all.emplace_back(now);
         return outputOf(all);
     };
-    EXPECT_EQ(at("2026-03-04T23:30:00Z"), "ساعات اليوم: 3.0، وكل دقيقة تشحن مستقبلك!\n");
-    EXPECT_EQ(at("2026-03-05T00:30:00Z"), "ساعات اليوم: 0分钟، وكل دقيقة تشحن مستقبلك!\n");
+    EXPECT_EQ(at("2026-03-04T23:30:00Z"), "ساعات اليوم: 3.0، وكل دقيقة تبني مستقبلك!\n");
+    EXPECT_EQ(at("2026-03-05T00:30:00Z"), "ساعات اليوم: 0分钟، وكل دقيقة تبني مستقبلك!\n");
     setting_.environment["TZ"] = "Asia/Shanghai";
-    EXPECT_EQ(at("2026-03-05T11:00:00Z"), "ساعات اليوم: 12، وكل دقيقة تشحن مستقبلك!\n");
+    EXPECT_EQ(at("2026-03-05T11:00:00Z"), "ساعات اليوم: 12، وكل دقيقة تبني مستقبلك!\n");
 }
 
 TEST_F(PraiseCommandTest, SpeaksTheLanguageOfTheSettingsAndElseTheSystems) {

@@ -1,13 +1,18 @@
 #include "shell/cards/CardText.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QPainter>
+#include <QPainterPath>
+#include <QRawFont>
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
 namespace quorvane {
 namespace {
+
+constexpr double outlinesFrom = 48;  ///< larger letters are painted as shapes
 
 constexpr double sizeStep = 2;
 constexpr double slant = 0.18;
@@ -166,13 +171,36 @@ std::vector<QRectF> CardText::lineRects() const {
     return rects;
 }
 
+/// The toolkit rounds the outline of a large glyph otherwise when it is first used than later. In the units of its
+/// design it is exact.
+void CardText::drawOutlines(QPainter& painter, const QTextLine& line, const QPointF& offset) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const QGlyphRun& run : line.glyphRuns()) {
+        QRawFont design = run.rawFont();
+        const double scale = design.pixelSize() / design.unitsPerEm();
+        design.setPixelSize(design.unitsPerEm());
+        const auto glyphs = run.glyphIndexes();
+        const auto positions = run.positions();
+        QPainterPath outlines;
+        for (qsizetype i = 0; i < glyphs.size(); ++i) {
+            const QPointF place = positions[i] + offset;
+            outlines.addPath(QTransform(scale, 0, 0, scale, place.x(), place.y()).map(design.pathForGlyph(glyphs[i])));
+        }
+        painter.fillPath(outlines, painter.pen().brush());
+    }
+}
+
 void CardText::draw(QPainter& painter, const QPointF& corner) const {
     for (const Line& line : lines_) {
         const QTextLine shape = layout_->lineAt(line.index);
         painter.save();
         painter.translate(corner + QPointF(line.x, line.baseline));
         if (look_.isSlanted) painter.shear(-slant, 0);
-        shape.draw(&painter, QPointF(-shape.x(), -shape.y() - shape.ascent()));
+        const QPointF offset(-shape.x(), -shape.y() - shape.ascent());
+        if (size_ >= outlinesFrom)
+            drawOutlines(painter, shape, offset);
+        else
+            shape.draw(&painter, offset);
         painter.restore();
     }
 }

@@ -10,6 +10,7 @@
 
 class QPainter;
 class QTextLayout;
+class QTextLine;
 
 namespace quorvane {
 
@@ -58,6 +59,7 @@ public:
     void draw(QPainter& painter, const QPointF& corner) const;
 
 private:
+    static void drawOutlines(QPainter& painter, const QTextLine& line, const QPointF& offset);
     struct Line {
         int index = 0;
         double x = 0;  ///< of the line's own origin

@@ -56,7 +56,7 @@ TEST_F(PraiseMessageViewTest, TheSentenceTheReasonAndTheRowBelongTogether) {
         }
         if (data.id == "prod_001") {
             hasReason = true;
-            EXPECT_EQ(view_.currentReason(), "Código de hoy con Xcode: 1.0小时");
+            EXPECT_EQ(view_.currentReason(), "Hoy programaste con Xcode: 1.0小时");
         }
     }
     EXPECT_TRUE(hasReason);
