@@ -7,8 +7,8 @@
 #include "timeline/AppStatistics.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
-#include <ranges>
 #include <utility>
 
 namespace quorvane {
@@ -32,8 +32,8 @@ bool isIn(DateInterval day, const TimelineRecordSnapshot& record) {
 std::vector<TimelineRecordSnapshot> recordsIn(DateInterval day,
                                               const std::vector<TimelineRecordSnapshot>& newestFirst) {
     std::vector<TimelineRecordSnapshot> found;
-    for (const TimelineRecordSnapshot& record : newestFirst | std::views::reverse)
-        if (isIn(day, record)) found.push_back(record);
+    std::copy_if(newestFirst.rbegin(), newestFirst.rend(), std::back_inserter(found),
+                 [&](const TimelineRecordSnapshot& record) { return isIn(day, record); });
     return found;
 }
 
