@@ -47,7 +47,8 @@ void SchemeChip::paintEvent(QPaintEvent* /*event*/) {
     const QRect words = QStyle::visualRect(layoutDirection(), rect(),
                                            rect().adjusted(padding + swatch.width() + padding, 0, -padding / 2, 0));
     painter.setPen(isChecked() ? t.accInk : t.text);
-    painter.drawText(words, Qt::AlignVCenter | (isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft),
+    const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    painter.drawText(words, static_cast<int>(Qt::AlignVCenter | side),
                      painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
 }
 
