@@ -18,7 +18,9 @@ void meanAlong(uchar* line, int count, qsizetype step, int reach, std::vector<uc
     copy.resize(static_cast<std::size_t>(count) * channels);
     for (int i = 0; i < count; ++i)
         std::copy_n(line + i * step, channels, copy.begin() + static_cast<std::ptrdiff_t>(i) * channels);
-    const auto pixel = [&](int i) { return copy.data() + std::clamp(i, 0, count - 1) * channels; };
+    const auto pixel = [&](int i) {
+        return copy.data() + static_cast<std::ptrdiff_t>(std::clamp(i, 0, count - 1)) * channels;
+    };
     const int width = 2 * reach + 1;
     std::array<int, channels> sum{};
     for (int i = -reach; i <= reach; ++i)

@@ -167,14 +167,16 @@ double paintLegend(const CardScene& scene, const QRectF& room, double pitch, con
     const std::size_t count = std::min(rows.size(), 2 * static_cast<std::size_t>(std::max(0.0, room.height() / pitch)));
     QPainter& painter = scene.painter();
     for (std::size_t i = 0; i < count; ++i) {
-        const QRectF cell(room.left() + (i % 2 == 0 ? 0 : column + gap),
-                          room.top() + static_cast<double>(i / 2) * pitch, column, pitch);
+        const std::size_t line = i / 2;
+        const QRectF cell(room.left() + (i % 2 == 0 ? 0 : column + gap), room.top() + static_cast<double>(line) * pitch,
+                          column, pitch);
         painter.setPen(Qt::NoPen);
         painter.setBrush(colors[i]);
         painter.drawRoundedRect(QRectF(cell.left(), cell.center().y() - dot / 2, dot, dot), dotRadius, dotRadius);
         paintNameAndValue(scene, cell.adjusted(dot + 8, 0, 0, 0), rows[i], name, value);
     }
-    return room.top() + static_cast<double>((count + 1) / 2) * pitch;
+    const std::size_t lines = (count + 1) / 2;
+    return room.top() + static_cast<double>(lines) * pitch;
 }
 
 double paintTitle(const CardScene& scene, const QRectF& room, const TextLook& look) {

@@ -20,7 +20,7 @@ constexpr int moreLines = 2;
 
 QStringList familiesOf(CardFace face) {
     // What the face lacks: Chinese, Japanese and Korean, then Arabic.
-    const QStringList others{QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("DejaVu Sans")};
+    QStringList others{QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("DejaVu Sans")};
     switch (face) {
     case CardFace::sans: return QStringList{QStringLiteral("Inter")} + others;
     case CardFace::serif: return QStringList{QStringLiteral("DejaVu Serif")} + others;
