@@ -85,7 +85,7 @@ void paintRow(const CardScene& scene, double y, const CardContent::Row& row) {
 
 void paintLuxury(const CardScene& scene) {
     paintFrame(scene);
-    const auto centred = [&scene](double size, Color ink) {
+    const auto centred = [](double size, Color ink) {
         return TextLook{.face = CardFace::serif, .size = size, .leastSize = 13, .ink = ink, .align = CardAlign::centre};
     };
     TextLook date = centred(15, scene.accent());

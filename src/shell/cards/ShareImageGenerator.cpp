@@ -58,7 +58,8 @@ ShareImageGenerator::Layout ShareImageGenerator::layOut(const ShareImageConfig& 
 
 std::string pngOf(const ShareImage& image) {
     const QImage pixels(reinterpret_cast<const uchar*>(image.pixels.data()), image.width, image.height,
-                        image.width * static_cast<int>(sizeof(std::uint32_t)), QImage::Format_ARGB32_Premultiplied);
+                        image.width * static_cast<qsizetype>(sizeof(std::uint32_t)),
+                        QImage::Format_ARGB32_Premultiplied);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);

@@ -99,7 +99,7 @@ void paintWarmPaper(const CardScene& scene) {
     paintSheet(scene);
     paintGrain(painter);
     paintTape(painter);
-    const auto hand = [&scene](double size, Color ink) {
+    const auto hand = [](double size, Color ink) {
         return TextLook{.face = CardFace::serif,
                         .size = size,
                         .leastSize = 13,
