@@ -9,6 +9,8 @@ find_package(pugixml REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Network Widgets Svg)
 
 pkg_check_modules(icu REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
+pkg_check_modules(libpq REQUIRED IMPORTED_TARGET libpq)
+pkg_check_modules(libsecret REQUIRED IMPORTED_TARGET libsecret-1)
 pkg_check_modules(qrencode REQUIRED IMPORTED_TARGET libqrencode)
 pkg_check_modules(sigcpp REQUIRED IMPORTED_TARGET sigc++-3.0)
 pkg_check_modules(sodium REQUIRED IMPORTED_TARGET libsodium)

@@ -8,16 +8,17 @@ namespace {
 
 using Text = std::string;
 
-void put(CloudRecord& record, const char* key, const std::optional<std::string>& value) {
+void put(platform::CloudRecord& record, const char* key, const std::optional<std::string>& value) {
     if (value) record.values[key] = *value;
 }
 
-std::optional<Uuid> uuidUnder(const CloudRecord& cloudRecord, const char* key) {
+std::optional<Uuid> uuidUnder(const platform::CloudRecord& cloudRecord, const char* key) {
     const auto text = cloudRecord.get<Text>(key);
     return text ? Uuid::parse(*text) : std::nullopt;
 }
 
-void takeProject(ActivityRecord& record, const CloudRecord& cloudRecord, ModelContext* context, ConsoleSink& console) {
+void takeProject(ActivityRecord& record, const platform::CloudRecord& cloudRecord, ModelContext* context,
+                 ConsoleSink& console) {
     const auto projectId = uuidUnder(cloudRecord, "projectId");
     if (context != nullptr && projectId) record.project = findOrCreateProject(*projectId, *context, console);
 }
@@ -29,7 +30,7 @@ std::optional<std::string> known(const std::optional<std::string>& text) {
     return value ? std::optional<std::string>(rawValue(*value)) : std::nullopt;
 }
 
-void takeTexts(ActivityRecord& record, const CloudRecord& cloudRecord) {
+void takeTexts(ActivityRecord& record, const platform::CloudRecord& cloudRecord) {
     record.appBundleId = cloudRecord.get<Text>("appBundleId");
     record.appName = cloudRecord.get<Text>("appName");
     record.windowTitle = cloudRecord.get<Text>("windowTitle");
@@ -42,8 +43,8 @@ void takeTexts(ActivityRecord& record, const CloudRecord& cloudRecord) {
 
 }  // namespace
 
-CloudRecord makeCloudRecord(const ActivityRecord& record) {
-    CloudRecord out{.recordType = "ActivityRecord", .recordName = record.id().string()};
+platform::CloudRecord makeCloudRecord(const ActivityRecord& record) {
+    platform::CloudRecord out{.recordType = "ActivityRecord", .recordName = record.id().string()};
     out.values["localId"] = record.id().string();
     out.values["startTime"] = record.startTime();
     if (record.endTime()) out.values["endTime"] = *record.endTime();
@@ -66,7 +67,7 @@ CloudRecord makeCloudRecord(const ActivityRecord& record) {
     return out;
 }
 
-std::shared_ptr<ActivityRecord> makeActivityRecord(const CloudRecord& cloudRecord, ModelContext* context,
+std::shared_ptr<ActivityRecord> makeActivityRecord(const platform::CloudRecord& cloudRecord, ModelContext* context,
                                                    ConsoleSink& console) {
     const Date now = platform::currentDate();
     auto record = std::make_shared<ActivityRecord>();
@@ -86,7 +87,7 @@ std::shared_ptr<ActivityRecord> makeActivityRecord(const CloudRecord& cloudRecor
     return record;
 }
 
-void applyCloudRecord(ActivityRecord& record, const CloudRecord& cloudRecord, ModelContext* context,
+void applyCloudRecord(ActivityRecord& record, const platform::CloudRecord& cloudRecord, ModelContext* context,
                       ConsoleSink& console) {
     const auto updatedAt = cloudRecord.get<Date>("updatedAt");
     if (!updatedAt || *updatedAt <= record.updatedAt()) return;

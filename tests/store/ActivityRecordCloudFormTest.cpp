@@ -18,7 +18,7 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 using Record = ActivityRecord;
-using Value = CloudRecord::Value;
+using Value = platform::CloudRecord::Value;
 
 const Uuid recordId = *Uuid::parse("0A0B0C0D-0000-4000-8000-00000000ABCD");
 const Uuid projectId = *Uuid::parse("11111111-2222-4333-8444-555555555555");
@@ -77,19 +77,19 @@ protected:
             Record::description().attribute(form.column)->set(*record, form.inRecord);
         return record;
     }
-    static CloudRecord fullCloudRecord() {
-        CloudRecord record{.recordType = "ActivityRecord",
-                           .recordName = recordId.string(),
-                           .values = {{"localId", "0A0B0C0D-0000-4000-8000-00000000ABCD"}}};
+    static platform::CloudRecord fullCloudRecord() {
+        platform::CloudRecord record{.recordType = "ActivityRecord",
+                                     .recordName = recordId.string(),
+                                     .values = {{"localId", "0A0B0C0D-0000-4000-8000-00000000ABCD"}}};
         for (const auto& form : attributes())
             record.values[form.key] = form.inCloud;
         return record;
     }
-    static CloudRecord with(CloudRecord record, const std::string& key, const Value& value) {
+    static platform::CloudRecord with(platform::CloudRecord record, const std::string& key, const Value& value) {
         record.values[key] = value;
         return record;
     }
-    static CloudRecord without(CloudRecord record, const std::string& key) {
+    static platform::CloudRecord without(platform::CloudRecord record, const std::string& key) {
         record.values.erase(key);
         return record;
     }
@@ -107,13 +107,13 @@ protected:
         columns["cloud_kit_record_id"] = stored(recordId.string());
         return columns;
     }
-    std::map<std::string, SqlValue> columnsAfterMerging(const CloudRecord& form) {
+    std::map<std::string, SqlValue> columnsAfterMerging(const platform::CloudRecord& form) {
         const auto record = fullRecord();
         applyCloudRecord(*record, with(form, "updatedAt", at("10:00:00")), nullptr, console);
         return columns(*record);
     }
 
-    std::shared_ptr<Record> made(const CloudRecord& cloudRecord, bool inContext = false) {
+    std::shared_ptr<Record> made(const platform::CloudRecord& cloudRecord, bool inContext = false) {
         return makeActivityRecord(cloudRecord, inContext ? &context : nullptr, console);
     }
 };
@@ -127,16 +127,16 @@ TEST_F(ActivityRecordCloudFormTest, ARecordTravelsWithAllItsValues) {
     EXPECT_EQ(makeCloudRecord(*record), with(fullCloudRecord(), "projectId", "11111111-2222-4333-8444-555555555555"));
 
     const Record bare({.id = recordId, .startTime = at("09:00:00")});
-    EXPECT_EQ(makeCloudRecord(bare), (CloudRecord{.recordType = "ActivityRecord",
-                                                  .recordName = recordId.string(),
-                                                  .values = {{"localId", recordId.string()},
-                                                             {"startTime", at("09:00:00")},
-                                                             {"activityType", "app"},
-                                                             {"tags", ""},
-                                                             {"confidence", 1.0},
-                                                             {"billingStatus", "review"},
-                                                             {"createdAt", at("12:00:00")},
-                                                             {"updatedAt", at("12:00:00")}}}));
+    EXPECT_EQ(makeCloudRecord(bare), (platform::CloudRecord{.recordType = "ActivityRecord",
+                                                            .recordName = recordId.string(),
+                                                            .values = {{"localId", recordId.string()},
+                                                                       {"startTime", at("09:00:00")},
+                                                                       {"activityType", "app"},
+                                                                       {"tags", ""},
+                                                                       {"confidence", 1.0},
+                                                                       {"billingStatus", "review"},
+                                                                       {"createdAt", at("12:00:00")},
+                                                                       {"updatedAt", at("12:00:00")}}}));
 }
 
 TEST_F(ActivityRecordCloudFormTest, ANewRecordTakesEveryValueAndTheRecordsName) {
@@ -165,7 +165,7 @@ TEST_F(ActivityRecordCloudFormTest, WhatIsMissingOrOfAnotherTypeHasAFallbackAndA
 }
 
 TEST_F(ActivityRecordCloudFormTest, WithoutAReadableIdANewRecordGetsAFreshOne) {
-    for (const CloudRecord& cloudRecord :
+    for (const platform::CloudRecord& cloudRecord :
          {without(fullCloudRecord(), "localId"), with(fullCloudRecord(), "localId", "no id"),
           with(fullCloudRecord(), "localId", 5.0)}) {
         const auto record = made(cloudRecord);
@@ -177,7 +177,7 @@ TEST_F(ActivityRecordCloudFormTest, WithoutAReadableIdANewRecordGetsAFreshOne) {
 }
 
 TEST_F(ActivityRecordCloudFormTest, OnlyAStrictlyNewerFormIsMerged) {
-    for (const CloudRecord& cloudRecord :
+    for (const platform::CloudRecord& cloudRecord :
          {with(fullCloudRecord(), "updatedAt", at("09:30:00.999999")), fullCloudRecord(),
           without(fullCloudRecord(), "updatedAt"), with(fullCloudRecord(), "updatedAt", "2100-01-01T00:00:00Z")}) {
         const auto record = fullRecord();
@@ -227,7 +227,7 @@ TEST_F(ActivityRecordCloudFormTest, ANewRecordKeepsOnlyKnownWordsAndAMergeTakesT
 }
 
 TEST_F(ActivityRecordCloudFormTest, TheProjectIsFoundOrMadeWhereThereIsAContext) {
-    const CloudRecord assigned =
+    const platform::CloudRecord assigned =
         with(with(fullCloudRecord(), "projectId", projectId.string()), "updatedAt", at("10:00:00"));
     EXPECT_EQ(made(assigned, false)->project(), nullptr);
 

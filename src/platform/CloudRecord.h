@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace quorvane {
+namespace quorvane::platform {
 
 /// A record as it travels to and from a cloud database: a type, a name, and values under keys. A key that is missing
 /// and a value of an unexpected type mean the same to a reader.
@@ -31,4 +31,4 @@ struct CloudRecord {
     friend bool operator==(const CloudRecord&, const CloudRecord&) = default;
 };
 
-}  // namespace quorvane
+}  // namespace quorvane::platform

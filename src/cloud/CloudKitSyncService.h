@@ -1,0 +1,81 @@
+#pragma once
+
+#include "base/Signal.h"
+#include "base/Weak.h"
+#include "cloud/CloudKitSyncError.h"
+#include "diagnostics/ConsoleSink.h"
+#include "platform/RecordContainer.h"
+#include "platform/RunLoop.h"
+#include "store/ModelContext.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace quorvane {
+
+class RecordSync;
+
+/// How far a sync has come.
+struct SyncProgress {
+    std::size_t toUpload = 0;    ///< records that were never uploaded when it began
+    std::size_t uploaded = 0;    ///< of them, those that were sent, whatever became of them
+    std::size_t downloaded = 0;  ///< records that came from the cloud
+    friend bool operator==(const SyncProgress&, const SyncProgress&) = default;
+};
+
+/// Keeps the user's activity records in the private cloud database: those that were never uploaded go up, and what is
+/// there comes down and is merged, the newer one winning. Main thread only; questions to the cloud wait on a worker.
+class CloudKitSyncService {
+public:
+    static constexpr Seconds syncTimeout = 30s;
+
+    /// Called once, on the main thread and in a later turn than the call; with none after a success.
+    using Finished = std::function<void(const std::optional<CloudKitSyncError>& error)>;
+
+    /// What it needs outlives it. Without a container the cloud is unavailable.
+    CloudKitSyncService(platform::RunLoop& runLoop, ConsoleSink& console,
+                        std::unique_ptr<platform::RecordContainer> container);
+    CloudKitSyncService(const CloudKitSyncService&) = delete;
+    CloudKitSyncService& operator=(const CloudKitSyncService&) = delete;
+    ~CloudKitSyncService();  ///< Calls off what is under way.
+
+    [[nodiscard]] bool isInitialized() const { return container_ != nullptr; }
+    [[nodiscard]] bool isSyncing() const { return sync_ != nullptr; }
+    [[nodiscard]] const std::optional<Date>& lastSyncDate() const { return lastSyncDate_; }
+    /// The description of the last failure; none while a sync runs and after one that went well.
+    [[nodiscard]] const std::optional<std::string>& syncError() const { return syncError_; }
+    /// Of the sync that runs; the last one's otherwise.
+    [[nodiscard]] const SyncProgress& progress() const { return progress_; }
+    /// Sent when any of these is another.
+    Signal<> changed;
+
+    /// Asks for the status of the account; `couldNotDetermine` without a container. `answer` comes once, in a later
+    /// turn, with one line that says why the account isn't available.
+    void checkCloudKitAccountStatus(std::function<void(platform::AccountStatus, const std::string& reason)> answer);
+
+    /// Uploads, downloads and merges. While a sync runs a second call finishes at once and without an error. The
+    /// context outlives the service.
+    void syncActivityRecords(ModelContext& context, Finished finished);
+
+    /// The same.
+    void performFullSync(ModelContext& context, Finished finished);
+
+private:
+    void finish(const std::optional<CloudKitSyncError>& error);
+    void answerLater(Finished finished, std::optional<CloudKitSyncError> error);
+
+    platform::RunLoop& runLoop_;
+    ConsoleSink& console_;
+    std::unique_ptr<platform::RecordContainer> container_;
+    std::unique_ptr<RecordSync> sync_;  ///< while one runs
+    std::unique_ptr<platform::WorkItem> timeOut_;
+    Finished finished_;
+    std::optional<Date> lastSyncDate_;
+    std::optional<std::string> syncError_;
+    SyncProgress progress_;
+    WeakSource<CloudKitSyncService> weak_{*this};
+};
+
+}  // namespace quorvane
