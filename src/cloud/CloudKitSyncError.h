@@ -15,7 +15,7 @@ public:
 
     /// `message` is the payload of `syncFailed` and `schedulerError`; `cause` is one line in English for those who have
     /// to mend it, empty where the description says all.
-    explicit CloudKitSyncError(Code code, std::string message = {}, std::string cause = {});
+    explicit CloudKitSyncError(Code code, const std::string& message = {}, std::string cause = {});
 
     /// What a failure of the cloud means to a sync.
     [[nodiscard]] static CloudKitSyncError from(const platform::CloudFailure& failure);

@@ -3,6 +3,7 @@
 #include "base/Signal.h"
 #include "base/Weak.h"
 #include "cloud/CloudKitSyncError.h"
+#include "cloud/SyncProgress.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/RecordContainer.h"
 #include "platform/RunLoop.h"
@@ -16,14 +17,6 @@
 namespace quorvane {
 
 class RecordSync;
-
-/// How far a sync has come.
-struct SyncProgress {
-    std::size_t toUpload = 0;    ///< records that were never uploaded when it began
-    std::size_t uploaded = 0;    ///< of them, those that were sent, whatever became of them
-    std::size_t downloaded = 0;  ///< records that came from the cloud
-    friend bool operator==(const SyncProgress&, const SyncProgress&) = default;
-};
 
 /// Keeps the user's activity records in the private cloud database: those that were never uploaded go up, and what is
 /// there comes down and is merged, the newer one winning. Main thread only; questions to the cloud wait on a worker.
@@ -52,8 +45,9 @@ public:
     Signal<> changed;
 
     /// Asks for the status of the account; `couldNotDetermine` without a container. `answer` comes once, in a later
-    /// turn, with one line that says why the account isn't available.
-    void checkCloudKitAccountStatus(std::function<void(platform::AccountStatus, const std::string& reason)> answer);
+    /// turn, with one line that says why the account isn't available. A further question calls the one before off.
+    using AccountAnswer = std::function<void(platform::AccountStatus, const std::string& reason)>;
+    void checkCloudKitAccountStatus(AccountAnswer answer);
 
     /// Uploads, downloads and merges. While a sync runs a second call finishes at once and without an error. The
     /// context outlives the service.
@@ -63,13 +57,15 @@ public:
     void performFullSync(ModelContext& context, Finished finished);
 
 private:
+    void noteProgress();
     void finish(const std::optional<CloudKitSyncError>& error);
     void answerLater(Finished finished, std::optional<CloudKitSyncError> error);
 
     platform::RunLoop& runLoop_;
     ConsoleSink& console_;
     std::unique_ptr<platform::RecordContainer> container_;
-    std::unique_ptr<RecordSync> sync_;  ///< while one runs
+    std::shared_ptr<platform::RecordSession> account_;  ///< while its status is asked for
+    std::unique_ptr<RecordSync> sync_;                  ///< while one runs
     std::unique_ptr<platform::WorkItem> timeOut_;
     Finished finished_;
     std::optional<Date> lastSyncDate_;

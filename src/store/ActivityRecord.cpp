@@ -33,7 +33,9 @@ const EntityDescription& ActivityRecord::description() {
                        attribute<&R::cloudKitRecordID>("cloud_kit_record_id"),
                        attribute<&R::project>("project_id")},
         // The end answers "what overlaps this range" and "what is open" without a look at the history.
-        .indexes = {{"id"}, {"start_time"}, {"end_time"}, {"project", "start_time"}},
+        // The name in the cloud answers "what was never uploaded", newest first.
+        .indexes =
+            {{"id"}, {"start_time"}, {"end_time"}, {"project", "start_time"}, {"cloud_kit_record_id", "start_time"}},
         .make = []() -> std::shared_ptr<Entity> { return std::make_shared<R>(); }};
     return description;
 }

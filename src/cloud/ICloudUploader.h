@@ -1,0 +1,8 @@
+#pragma once
+
+namespace quorvane {
+
+/// Reserved for whoever uploads more than records some day.
+struct ICloudUploader {};
+
+}  // namespace quorvane

@@ -1,0 +1,25 @@
+#include "cloud/RecordSync.h"
+
+namespace quorvane {
+
+RecordSync::RecordSync(SyncParts parts, SyncFinished finished)
+    : parts_(std::move(parts)), finished_(std::move(finished)), upload_(parts_,
+                                                                        [this](const auto& error) {
+                                                                            if (error) return finished_(error);
+                                                                            download_.start();
+                                                                        }),
+      download_(parts_, [this](const auto& error) {
+          if (!error) parts_.console.write("CloudKitSyncService: 同步完成");
+          finished_(error);
+      }) {}
+
+RecordSync::~RecordSync() {
+    parts_.session->cancel();
+}
+
+void RecordSync::start() {
+    parts_.console.write("CloudKitSyncService: 开始同步ActivityRecord");
+    upload_.start();
+}
+
+}  // namespace quorvane
