@@ -56,12 +56,14 @@ RecordUpload::Batch RecordUpload::nextBatch() {
 }
 
 void RecordUpload::sendReady() {
+    Batch batch = std::exchange(ready_, {});
+    auto records = cloudForm(batch);
     platform::inBackground(
         parts_.runLoop,
-        [session = parts_.session, records = cloudForm(ready_)] {
+        [session = parts_.session, records = std::move(records)] {
             return session->modify(platform::DatabaseScope::privateData, records);
         },
-        [weak = weak_.handle(), batch = std::exchange(ready_, {})](std::future<Results> answer) {
+        [weak = weak_.handle(), batch = std::move(batch)](std::future<Results> answer) {
             if (auto* const self = weak.get()) self->noteAnswer(batch, std::move(answer));
         });
     ready_ = nextBatch();

@@ -108,6 +108,13 @@ TEST_F(QueryPlanTest, QuestionsAboutARangeUseAnIndex) {
          search + "project_and_start_time (project=? AND start_time>? AND start_time<?)"},
         {"the record with an identifier", fetching({.predicate = field(&Record::id) == Uuid::random()}),
          search + "id (id=?)"},
+        {"records that the cloud has not, newest first",
+         [&](ModelContext& c) {
+             c.scan<Record>(
+                 {.predicate = field(&Record::cloudKitRecordID).isNone(), .sort = {descending(&Record::startTime)}},
+                 {"pk"}, [](const Row&) { return true; });
+         },
+         search + "cloud_kit_record_id_and_start_time (cloud_kit_record_id=?)"},
         {"annotations of a day",
          fetching<Annotation>(
              {.predicate = field(&Annotation::startTime) >= from && field(&Annotation::startTime) < to}),

@@ -1,0 +1,116 @@
+#include "cloud/CloudKitDataStrategy.h"
+
+#include "cloud/CloudKitAvailability.h"
+#include "platform/simulated/RecordingSystemLog.h"
+#include "platform/simulated/SimulatedRecordContainer.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "support/RecordingConsole.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using platform::CloudFailure;
+using platform::DatabaseScope;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(CloudKitDataStrategyTest, EachTypeHasItsDatabaseAndItsPredicate) {
+    struct Row {
+        const char* type;
+        DatabaseScope scope;
+        CloudKitDataStrategy::Predicate ofAUser;
+        CloudKitDataStrategy::Predicate ofNobody{};
+    };
+    const CloudKitDataStrategy::Predicate user{{"userId", "u1"}};
+    const CloudKitDataStrategy::Predicate active{{"isActive", true}};
+    const Row rows[] = {{"ActivityRecord", DatabaseScope::privateData, user},
+                        {"Project", DatabaseScope::privateData, user},
+                        {"AppPreference", DatabaseScope::privateData, user},
+                        {"Rule", DatabaseScope::privateData, user},
+                        {"UserSettings", DatabaseScope::privateData, user},
+                        {"ActivityShare", DatabaseScope::publicData, active, active},
+                        {"AppConfig", DatabaseScope::publicData, {}},
+                        {"PublicStats", DatabaseScope::publicData, {}},
+                        {"FeaturedProjects", DatabaseScope::publicData, {}},
+                        {"Unheard", DatabaseScope::privateData, {}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.type);
+        EXPECT_EQ(CloudKitDataStrategy::database(row.type), row.scope);
+        EXPECT_EQ(CloudKitDataStrategy::predicate(row.type, "u1"), row.ofAUser);
+        EXPECT_EQ(CloudKitDataStrategy::predicate(row.type), row.ofNobody);
+    }
+}
+
+TEST(CloudKitDataStrategyTest, AShareIsFoundByItsTokenWhileItIsActive) {
+    platform::SimulatedRunLoop loop(Date{});
+    platform::SimulatedCloud cloud;
+    platform::SimulatedRecordContainer container(cloud);
+    cloud.publicRecords() = {
+        {"active", {.recordType = "ActivityShare", .recordName = "active", .values = {{"isActive", true}}}},
+        {"stopped", {.recordType = "ActivityShare", .recordName = "stopped", .values = {{"isActive", false}}}},
+        {"other", {.recordType = "AppConfig", .recordName = "other", .values = {{"isActive", true}}}}};
+    const auto found = [&](const std::string& token) {
+        CloudKitDataStrategy::ShareLookup result;
+        CloudKitDataStrategy::lookUpShare(token, loop, container.newSession(),
+                                          [&](const auto& lookup) { result = lookup; });
+        loop.runPosted();
+        return result.errorMessage.value_or(result.share ? result.share->recordName : "none");
+    };
+    EXPECT_THAT((std::vector{found("active"), found("stopped"), found("other"), found("missing")}),
+                ElementsAre("active", "none", "none", "none"));
+    cloud.failure.emplace(CloudFailure::Kind::unreachable, "no server");
+    EXPECT_EQ(found("active"), "查询分享链接失败: 同步失败: no server");
+}
+
+TEST(CloudKitAvailabilityTest, TheFirstAnswerHoldsAndSaysOnceWhatIsMissing) {
+    platform::SimulatedRunLoop loop(Date{});
+    platform::RecordingSystemLog systemLog;
+    RecordingConsole console;
+    AppLogger logger(loop, systemLog, console, {});
+    int asked = 0;
+    platform::CloudService service{.isConfigured =
+                                       [&] {
+                                           ++asked;
+                                           return asked > 1;
+                                       },
+                                   .makeContainer = []() -> std::unique_ptr<platform::RecordContainer> {
+                                       ADD_FAILURE() << "a container was made";
+                                       return nullptr;
+                                   }};
+    EXPECT_FALSE(CloudKitAvailability::isAvailable(service, logger));
+    EXPECT_FALSE(CloudKitAvailability::isAvailable(service, logger));
+    EXPECT_EQ(CloudKitAvailability::defaultContainer(service, logger), nullptr);
+    EXPECT_EQ(asked, 1);
+    EXPECT_THAT(console.lines(),
+                ElementsAre(HasSubstr("[WARNING] [CloudKit] 本构建未带 CloudKit 权限，iCloud 同步停用")));
+}
+
+TEST(CloudKitSyncErrorTest, EachFailureHasItsWords) {
+    using Kind = CloudFailure::Kind;
+    struct Row {
+        Kind kind;
+        CloudKitSyncError::Code code;
+        const char* description;
+        const char* cause;
+    };
+    using Code = CloudKitSyncError::Code;
+    const Row rows[] = {{Kind::noAccount, Code::notAvailable, "CloudKit不可用，请检查iCloud登录状态", "x"},
+                        {Kind::timedOut, Code::timeout, "同步超时（30秒），请检查网络连接", "x"},
+                        {Kind::recordNotFound, Code::recordNotFound, "记录未找到", "x"},
+                        {Kind::restricted, Code::syncFailed, "同步失败: x", ""},
+                        {Kind::full, Code::syncFailed, "同步失败: x", ""}};
+    for (const Row& row : rows) {
+        const auto error = CloudKitSyncError::from(CloudFailure(row.kind, "x"));
+        EXPECT_EQ(error.code(), row.code);
+        EXPECT_STREQ(error.what(), row.description);
+        EXPECT_EQ(error.cause(), row.cause);
+    }
+    EXPECT_STREQ(CloudKitSyncError(Code::schedulerError, "x").what(), "CloudKit调度器错误: x（这通常不影响功能）");
+    EXPECT_STREQ(CloudKitSyncError(Code::invalidData).what(), "数据格式无效");
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,327 @@
+#include "cloud/CloudKitSyncService.h"
+
+#include "platform/Clock.h"
+#include "platform/simulated/SimulatedRecordContainer.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "store/ActivityRecordCloudForm.h"
+#include "store/JsonForm.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using platform::AccountStatus;
+using platform::CloudFailure;
+using platform::CloudRecord;
+using platform::SimulatedCloud;
+using testing::AllOf;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+/// One installation: a store and a service over a cloud that it may share with others.
+class Installation {
+public:
+    Installation(platform::SimulatedRunLoop& runLoop, SimulatedCloud& cloud)
+        : loop(runLoop), service(runLoop, console, std::make_unique<platform::SimulatedRecordContainer>(cloud)) {}
+
+    void begin() {
+        service.performFullSync(store.context(),
+                                [this](const auto& error) { outcomes.push_back(error ? error->what() : "done"); });
+    }
+    void sync() {
+        begin();
+        loop.runPosted();
+    }
+
+    void record(int minute, const std::string& app) {
+        const std::string start = fmt::format("09:{:02}:00", minute % 60);
+        aRecord().from(start).to(fmt::format("09:{:02}:30", minute % 60)).app(app).in(store.context());
+    }
+    void records(int count) {
+        for (int i = 0; i < count; ++i)
+            record(i, fmt::format("App {:04}", i));
+    }
+
+    std::vector<std::shared_ptr<ActivityRecord>> all() { return store.context().fetch<ActivityRecord>(); }
+    std::size_t unsent() { return store.context().count(field(&ActivityRecord::cloudKitRecordID).isNone()); }
+
+    /// The records with all their values, sorted.
+    std::vector<std::string> rows() {
+        JsonForm::RowIds projects;
+        for (const auto& project : store.context().fetch<Project>())
+            projects[project->objectId()] = project->id();
+        std::vector<std::string> out;
+        for (const auto& record : all())
+            JsonForm::appendObject(out.emplace_back(), *record, projects);
+        std::ranges::sort(out);
+        return out;
+    }
+
+    platform::SimulatedRunLoop& loop;
+    RecordingConsole console;
+    TemporaryStore store;
+    CloudKitSyncService service;
+    std::vector<std::string> outcomes;
+};
+
+class CloudKitSyncServiceTest : public testing::Test {
+protected:
+    platform::SimulatedRunLoop loop{at("2026-03-02 12:00:00")};
+    platform::ClockOverride clock{[this] { return loop.now(); }};
+    SimulatedCloud cloud;
+    Installation here{loop, cloud};
+    Installation there{loop, cloud};
+};
+
+TEST_F(CloudKitSyncServiceTest, WhatOneInstallationSendsTheOtherHasFieldByField) {
+    here.records(250);
+    const auto project = insertProject(here.store.context(), "Website");
+    aRecord()
+        .from("10:00:00")
+        .to("11:00:00.123456")
+        .app("Editor")
+        .title("a \"title\" \\ with 漢字")
+        .document("/a/b")
+        .url("https://example.org/?q=1")
+        .category(ActivityCategory::work)
+        .tags("a,b")
+        .source("rule")
+        .status(BillingStatus::billable)
+        .project(project)
+        .in(here.store.context());
+    aRecord().from("11:30:00").app("Still open").in(here.store.context());
+    here.console.clear();
+    here.sync();
+
+    EXPECT_THAT(here.outcomes, ElementsAre("done"));
+    EXPECT_THAT(here.console.lines(),
+                ElementsAre("CloudKitSyncService: 开始同步ActivityRecord",
+                            "CloudKitSyncService: 找到 252 条本地记录需要同步", "CloudKitSyncService: 上传完成",
+                            "CloudKitSyncService: 下载了 252 条云端记录", "CloudKitSyncService: 数据合并完成",
+                            "CloudKitSyncService: 同步完成"));
+    ASSERT_THAT(cloud.batches, SizeIs(3));
+    EXPECT_THAT(cloud.batches[0], SizeIs(100));
+    EXPECT_EQ(cloud.privateRecords().at(cloud.batches[0][0]).get<std::string>("appName"), "Still open");
+    EXPECT_EQ(here.unsent(), 0U);
+    EXPECT_EQ(here.service.lastSyncDate(), loop.now());
+    EXPECT_EQ(here.service.progress(), (SyncProgress{.toUpload = 252, .uploaded = 252, .downloaded = 252}));
+
+    there.sync();
+    EXPECT_TRUE(there.rows() == here.rows());
+    EXPECT_EQ(there.store.context().fetch<Project>().front()->name(), "未分类项目");
+    there.sync();
+    EXPECT_TRUE(there.rows() == here.rows());
+    EXPECT_THAT(there.console.lines(), Contains("CloudKitSyncService: 找到 0 条本地记录需要同步"));
+    EXPECT_THAT(cloud.batches, SizeIs(3));
+}
+
+TEST_F(CloudKitSyncServiceTest, TheNewerOfTwoWinsAndAnEqualOneChangesNothing) {
+    struct Row {
+        const char* name;
+        std::optional<std::string_view> cloudUpdate;
+        const char* expectedTitle;
+        bool isOpen;
+    };
+    const Row rows[] = {{"newer", "10:00:00.000001", "theirs", true},
+                        {"equal", "10:00:00", "mine", false},
+                        {"older", "09:59:59", "mine", false},
+                        {"undated", std::nullopt, "mine", false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Installation one(loop, cloud);
+        const auto local =
+            aRecord().from("09:00:00").to("09:30:00").title("mine").updated("10:00:00").in(one.store.context());
+        one.sync();
+        CloudRecord& inCloud = cloud.privateRecords().at(local->id().string());
+        inCloud.values.erase("endTime");
+        inCloud.values["windowTitle"] = "theirs";
+        inCloud.values.erase("updatedAt");
+        if (row.cloudUpdate) inCloud.values["updatedAt"] = at(*row.cloudUpdate);
+        one.sync();
+        EXPECT_EQ(local->windowTitle(), row.expectedTitle);
+        EXPECT_EQ(!local->endTime(), row.isOpen);
+        EXPECT_EQ(one.all().size(), 1U);
+        cloud.privateRecords().clear();
+    }
+}
+
+TEST_F(CloudKitSyncServiceTest, ANewRecordLosesACategoryOfTheUsersAndOneWithoutIdComesWithEachSync) {
+    here.record(0, "Editor");
+    here.sync();
+    auto& records = cloud.privateRecords();
+    CloudRecord nameless = records.begin()->second;
+    records.begin()->second.values["category"] = "my own";
+    nameless.recordName = "nameless";
+    nameless.values["localId"] = "no id";
+    records["nameless"] = nameless;
+
+    there.sync();
+    EXPECT_EQ(there.all().size(), 2U);
+    for (const auto& record : there.all())
+        EXPECT_EQ(record->category(), std::nullopt);
+    there.sync();
+    EXPECT_EQ(there.all().size(), 3U);
+}
+
+TEST_F(CloudKitSyncServiceTest, ARefusedRecordIsNamedAndTheOthersOfItsBatchAreSaved) {
+    here.records(100);
+    here.store.context().save();
+    const std::string refused = here.all().at(41)->id().string();
+    cloud.refusedRecords[refused] = "the server refused it";
+    cloud.unreadableRows = {{.recordName = "strange", .reason = "no object"}};
+    here.sync();
+    EXPECT_THAT(here.outcomes, ElementsAre("done"));
+    EXPECT_EQ(here.unsent(), 1U);
+    EXPECT_EQ(cloud.privateRecords().size(), 99U);
+    EXPECT_THAT(here.console.lines(), AllOf(Contains(fmt::format("保存记录失败: {}: the server refused it", refused)),
+                                            Contains("下载CloudKit记录失败: strange: no object"),
+                                            Contains("CloudKitSyncService: 下载了 99 条云端记录")));
+    cloud.refusedRecords.clear();
+    here.sync();
+    EXPECT_EQ(here.unsent(), 0U);
+    EXPECT_THAT(cloud.batches.back(), ElementsAre(refused));
+}
+
+TEST_F(CloudKitSyncServiceTest, AConnectionLostAtWhateverStageCostsNothingAndDoublesNothing) {
+    // Three batches up and three pages down; the answer of the call is lost before or after its work.
+    for (int call = 0; call < 6; ++call)
+        for (const bool losesAnswer : {false, true}) {
+            SCOPED_TRACE(fmt::format("call {}, {}", call, losesAnswer ? "done" : "not done"));
+            SimulatedCloud shared;
+            Installation one(loop, shared);
+            Installation two(loop, shared);
+            two.records(300);
+            two.sync();
+            one.records(300);
+            shared.failure.emplace(CloudFailure::Kind::lost, "the connection is gone");
+            shared.callsBeforeFailure = call;
+            shared.losesAnswer = losesAnswer;
+            one.sync();
+            EXPECT_THAT(one.outcomes, ElementsAre("同步失败: the connection is gone"));
+            EXPECT_EQ(one.service.syncError(), "同步失败: the connection is gone");
+            shared.failure.reset();
+            one.sync();
+            EXPECT_THAT(one.outcomes, ElementsAre(testing::_, "done"));
+            EXPECT_EQ(one.service.syncError(), std::nullopt);
+            EXPECT_EQ(one.unsent(), 0U);
+            EXPECT_EQ(shared.privateRecords().size(), 600U);
+            two.sync();
+            EXPECT_EQ(one.all().size(), 600U);
+            EXPECT_TRUE(one.rows() == two.rows());
+        }
+}
+
+TEST_F(CloudKitSyncServiceTest, ASecondCallWhileOneRunsFinishesAtOnce) {
+    here.record(0, "Editor");
+    loop.holdBackground();
+    here.begin();
+    EXPECT_TRUE(here.service.isSyncing());
+    here.sync();
+    EXPECT_THAT(here.outcomes, ElementsAre("done"));
+    EXPECT_THAT(here.console.lines(), Contains("CloudKitSyncService: 同步已在进行中，跳过重复请求"));
+    EXPECT_TRUE(here.service.isSyncing());
+    loop.releaseBackground();
+    loop.runPosted();
+    EXPECT_THAT(here.outcomes, ElementsAre("done", "done"));
+    EXPECT_EQ(cloud.privateRecords().size(), 1U);
+}
+
+TEST_F(CloudKitSyncServiceTest, AServerThatSaysNothingEndsTheSyncAfterThirtySeconds) {
+    here.records(150);
+    loop.holdBackground();
+    here.begin();
+    loop.playFor(29.9s);
+    EXPECT_TRUE(here.service.isSyncing());
+    loop.playFor(0.1s);
+    EXPECT_FALSE(here.service.isSyncing());
+    EXPECT_THAT(here.outcomes, ElementsAre("同步超时（30秒），请检查网络连接"));
+    // The late answer is nobody's; the next sync is whole.
+    loop.releaseBackground();
+    here.sync();
+    EXPECT_THAT(here.outcomes, ElementsAre(testing::_, "done"));
+    EXPECT_EQ(cloud.privateRecords().size(), 150U);
+    EXPECT_EQ(here.unsent(), 0U);
+    loop.playFor(60s);
+    EXPECT_THAT(here.outcomes, SizeIs(2));
+}
+
+TEST_F(CloudKitSyncServiceTest, AFailureOfTheSchedulerStaysSilent) {
+    cloud.failure.emplace(CloudFailure::Kind::refused, "CKScheduler is busy");
+    here.sync();
+    EXPECT_THAT(here.outcomes, ElementsAre("done"));
+    EXPECT_EQ(here.service.syncError(), "同步失败: CKScheduler is busy");
+    EXPECT_EQ(here.service.lastSyncDate(), std::nullopt);
+    EXPECT_THAT(here.console.lines(), Contains("CloudKitSyncService: 检测到CloudKit调度器错误，这通常不影响功能"));
+}
+
+TEST_F(CloudKitSyncServiceTest, AMachineThatHasLessThanTheCloudTakesAllOfItAndOthersTheNewest) {
+    constexpr int all = 10'600;
+    for (int i = 0; i < all; ++i) {
+        CloudRecord record{.recordType = "ActivityRecord", .recordName = Uuid::random().string()};
+        record.values = {{"localId", record.recordName}, {"createdAt", at("2020-01-01 00:00:00") + i * 60s}};
+        cloud.privateRecords().emplace(record.recordName, record);
+    }
+    // It breaks off on the way, far behind the newest.
+    cloud.failure.emplace(CloudFailure::Kind::lost, "gone");
+    cloud.callsBeforeFailure = 41;
+    here.sync();
+    EXPECT_THAT(here.outcomes, ElementsAre("同步失败: gone"));
+    EXPECT_EQ(here.store.context().count<ActivityRecord>(), 10'000U);
+    cloud.failure.reset();
+    here.sync();
+    EXPECT_EQ(here.store.context().count<ActivityRecord>(), static_cast<std::size_t>(all));
+    EXPECT_EQ(here.service.progress().downloaded, static_cast<std::size_t>(all));
+    here.sync();
+    EXPECT_EQ(here.service.progress().downloaded, 10'000U);
+}
+
+TEST_F(CloudKitSyncServiceTest, WithoutACloudNothingIsAskedAndNothingOpened) {
+    RecordingConsole console;
+    std::vector<std::string> heard;
+    {
+        CloudKitSyncService service(loop, console, nullptr);
+        EXPECT_FALSE(service.isInitialized());
+        service.syncActivityRecords(here.store.context(),
+                                    [&](const auto& error) { heard.push_back(error ? error->what() : "done"); });
+        service.checkCloudKitAccountStatus([&](AccountStatus status, const std::string&) {
+            heard.push_back(status == AccountStatus::couldNotDetermine ? "undetermined" : "determined");
+        });
+        EXPECT_THAT(heard, IsEmpty());
+        loop.runPosted();
+        EXPECT_EQ(service.syncError(), std::nullopt);
+    }
+    EXPECT_THAT(heard, ElementsAre("CloudKit不可用，请检查iCloud登录状态", "undetermined"));
+    EXPECT_THAT(console.lines(),
+                ElementsAre("CloudKitSyncService: deinit - 清理资源", "CloudKitSyncService: 资源清理完成"));
+    EXPECT_EQ(cloud.sessions, 0);
+}
+
+TEST_F(CloudKitSyncServiceTest, AServiceThatGoesTakesNothingWithIt) {
+    here.records(3);
+    loop.holdBackground();
+    std::vector<std::string> heard;
+    {
+        CloudKitSyncService service(loop, here.console, std::make_unique<platform::SimulatedRecordContainer>(cloud));
+        service.syncActivityRecords(here.store.context(), [&](const auto&) { heard.push_back("sync"); });
+        service.checkCloudKitAccountStatus([&](AccountStatus, const std::string&) { heard.push_back("status"); });
+        loop.runPosted();
+    }
+    loop.releaseBackground();
+    loop.playFor(60s);
+    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_THAT(cloud.batches, IsEmpty());
+}
+
+}  // namespace
+}  // namespace quorvane
