@@ -4,6 +4,9 @@
 #include "platform/InBackground.h"
 #include "store/ActivityRecordCloudForm.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace quorvane {
 namespace {
 
@@ -54,34 +57,53 @@ void RecordDownload::ask(const std::optional<platform::RecordCursor>& after) {
 }
 
 void RecordDownload::notePage(std::future<QueryPage> answer) {
+    if (merged_ < page_.rows.size()) {
+        waiting_ = std::move(answer);
+        return;
+    }
     unlessFailed([&] {
-        const QueryPage page = answer.get();
-        rows_ += page.rows.size();
-        next_ = page.next;
-        const bool goesOn = next_ && (takesAll_ || rows_ < CloudKitDataStrategy::defaultResultLimit);
-        if (goesOn) ask(next_);  // the server works while this page is merged
-        merge(page);
-        parts_.context.save();
-        if (goesOn) return;
-        if (next_ && !takesAll_) return askHowManyThereAre();
-        finish();
+        page_ = answer.get();
+        merged_ = 0;
+        rows_ += page_.rows.size();
+        if (goesOn()) ask(page_.next);  // the server works while this page is merged
+        mergeSlice();
     });
 }
 
-void RecordDownload::merge(const QueryPage& page) {
-    for (const auto& row : page.rows) {
-        if (const auto* const unreadable = std::get_if<platform::UnreadableRow>(&row)) {
+bool RecordDownload::goesOn() const {
+    return page_.next && (takesAll_ || rows_ < CloudKitDataStrategy::defaultResultLimit);
+}
+
+void RecordDownload::mergeSlice() {
+    const std::size_t end = std::min(merged_ + sliceSize, page_.rows.size());
+    for (; merged_ < end; ++merged_) {
+        const auto& row = page_.rows[merged_];
+        if (const auto* const unreadable = std::get_if<platform::UnreadableRow>(&row))
             parts_.console.line("下载CloudKit记录失败: {}: {}", unreadable->recordName, unreadable->reason);
-            continue;
-        }
-        const auto& cloudRecord = std::get<CloudRecord>(row);
-        ++parts_.progress.downloaded;
-        if (const auto local = localRecord(cloudRecord, parts_.context))
-            applyCloudRecord(*local, cloudRecord, &parts_.context, parts_.console);
         else
-            parts_.context.insert(makeActivityRecord(cloudRecord, &parts_.context, parts_.console));
+            merge(std::get<CloudRecord>(row));
     }
+    parts_.context.save();
     parts_.progressChanged();
+    if (merged_ == page_.rows.size()) return finishPage();
+    parts_.runLoop.post([weak = weak_.handle()] {
+        if (auto* const self = weak.get()) self->unlessFailed([self] { self->mergeSlice(); });
+    });
+}
+
+void RecordDownload::merge(const CloudRecord& cloudRecord) {
+    ++parts_.progress.downloaded;
+    if (const auto local = localRecord(cloudRecord, parts_.context))
+        applyCloudRecord(*local, cloudRecord, &parts_.context, parts_.console);
+    else
+        parts_.context.insert(makeActivityRecord(cloudRecord, &parts_.context, parts_.console));
+}
+
+void RecordDownload::finishPage() {
+    if (auto next = std::exchange(waiting_, std::nullopt)) return notePage(std::move(*next));
+    if (goesOn()) return;  // it is on its way
+    if (page_.next && !takesAll_) return askHowManyThereAre();
+    finish();
 }
 
 void RecordDownload::askHowManyThereAre() {
@@ -97,7 +119,7 @@ void RecordDownload::noteCount(std::future<std::size_t> answer) {
     unlessFailed([&] {
         const std::size_t there = answer.get();
         takesAll_ = there > parts_.context.count(field(&ActivityRecord::cloudKitRecordID).isPresent());
-        if (takesAll_) return ask(next_);
+        if (takesAll_) return ask(page_.next);
         finish();
     });
 }

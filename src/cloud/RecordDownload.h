@@ -4,6 +4,7 @@
 #include "cloud/SyncParts.h"
 
 #include <future>
+#include <optional>
 
 namespace quorvane {
 
@@ -13,8 +14,9 @@ namespace quorvane {
 /// Main thread only; destroying it drops what is under way.
 class RecordDownload {
 public:
+    static constexpr std::size_t pageSize = 1000;
     /// Rows that the main thread merges at a time, some 10 ms of work.
-    static constexpr std::size_t pageSize = 250;
+    static constexpr std::size_t sliceSize = 200;
 
     RecordDownload(SyncParts& parts, SyncFinished finished) : parts_(parts), finished_(std::move(finished)) {}
 
@@ -23,7 +25,10 @@ public:
 private:
     void ask(const std::optional<platform::RecordCursor>& after);
     void notePage(std::future<platform::QueryPage> answer);
-    void merge(const platform::QueryPage& page);
+    void mergeSlice();
+    void merge(const platform::CloudRecord& cloudRecord);
+    [[nodiscard]] bool goesOn() const;  ///< Is the page behind this one wanted already?
+    void finishPage();
     void askHowManyThereAre();
     void noteCount(std::future<std::size_t> answer);
     void finish();
@@ -32,9 +37,11 @@ private:
 
     SyncParts& parts_;
     SyncFinished finished_;
-    std::size_t rows_ = 0;  ///< that came so far, readable or not
+    platform::QueryPage page_;  ///< that is being merged
+    std::size_t merged_ = 0;    ///< rows of it that are done
+    std::size_t rows_ = 0;      ///< that came so far, readable or not
     bool takesAll_ = false;
-    std::optional<platform::RecordCursor> next_;  ///< where the page that was merged last ended
+    std::optional<std::future<platform::QueryPage>> waiting_;  ///< came while the one before was merged
     WeakSource<RecordDownload> weak_{*this};
 };
 

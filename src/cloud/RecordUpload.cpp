@@ -89,10 +89,12 @@ void RecordUpload::noteAnswer(const Batch& batch, std::future<Results> answer) {
 void RecordUpload::noteResults(const Batch& batch, const Results& results) {
     for (std::size_t i = 0; i < std::min(batch.size(), results.size()); ++i) {
         const platform::SaveResult& result = results[i];
-        if (result.error)
+        if (result.error) {
+            ++parts_.progress.refused;
             parts_.console.line("保存记录失败: {}: {}", result.recordName, *result.error);
-        else
+        } else {
             batch[i]->cloudKitRecordID = result.recordName;
+        }
     }
     parts_.progress.uploaded += batch.size();
     parts_.progressChanged();
