@@ -22,6 +22,11 @@ _quorvane_cli_categories() {
     "${words[0]}" categories list 2>/dev/null
 }
 
+_quorvane_cli_shares() {
+    quorvane-cli "${store[@]}" dump 2>/dev/null | sed -n '/"entity":"ActivityRecord"/q
+        s/.*"entity":"ActivityShare","id":"\([^"]*\)".*/\1/p'
+}
+
 _quorvane_cli() {
     local cur prev words cword
     if declare -F _init_completion >/dev/null; then
@@ -34,7 +39,7 @@ _quorvane_cli() {
 
     local everywhere="--store --now --json --help"
     local commands="dump load records stats praise card export-csv report timeline annotate week month classify projects rules"
-    commands+=" categories cleanup overlaps browser sanitize track status doctor"
+    commands+=" categories cleanup overlaps browser sync shares cloud sanitize track status doctor"
     local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
@@ -47,6 +52,7 @@ _quorvane_cli() {
         --name | --client | --rate | --currency | --color | --field | --operator | --value) ((i++)) ;;
         --category | --tag | --priority | --range | --format | --column-width) ((i++)) ;;
         --hour-height | --width | --at | --from-hour | --to-hour) ((i++)) ;;
+        --title | --expires | --service | --user) ((i++)) ;;
         -*) ;;
         *) if [[ -z $command ]]; then command=${words[i]}; else member=${member:-${words[i]}}; fi ;;
         esac
@@ -89,12 +95,14 @@ _quorvane_cli() {
         ;;
     --now | --from | --to | --limit | --for | --date) return ;;
     --name | --client | --rate | --currency | --value | --tag | --priority) return ;;
+    --title | --expires | --service | --user) return ;;
     esac
     if [[ $cur != -* && $prev == "$member" ]]; then
         local found=''
         case "$command $member" in
         "projects edit" | "projects archive") found=$(_quorvane_cli_projects) cur=${cur^^} ;;
         "rules remove" | "rules enable" | "rules disable") found=$(_quorvane_cli_rules) cur=${cur^^} ;;
+        "shares stop") found=$(_quorvane_cli_shares) cur=${cur^^} ;;
         "categories remove") found=$(_quorvane_cli_categories) ;;
         esac
         if [[ -n $found ]]; then
@@ -143,6 +151,10 @@ _quorvane_cli() {
     categories) options="$everywhere list add remove" ;;
     browser) options="$everywhere install remove status" ;;
     "browser install") options="$everywhere --all" ;;
+    shares) options="$everywhere list create stop" ;;
+    "shares create") options="$everywhere --title --expires --project" ;;
+    cloud) options="$everywhere init status check" ;;
+    "cloud init") options="$everywhere --service --user --print" ;;
     cleanup) options="$everywhere --synchronous" ;;
     week) options="$everywhere --date --column-width" ;;
     month) options="$everywhere --date" ;;

@@ -1,7 +1,7 @@
 # fish completion for quorvane-cli
 
 set -l commands dump load records stats praise card export-csv report timeline annotate \
-    week month classify projects rules categories browser cleanup overlaps \
+    week month classify projects rules categories browser sync shares cloud cleanup overlaps \
     sanitize track status doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
@@ -11,6 +11,11 @@ end
 function __quorvane_cli_projects -d "Ids and names of the projects in it"
     quorvane-cli dump 2>/dev/null | sed -n '/"entity":"ActivityRecord"/q
         s/.*"entity":"Project","id":"\([^"]*\)","name":"\([^"\\]*\)".*/\1\t\2/p'
+end
+
+function __quorvane_cli_shares -d "Ids and titles of the shares in it"
+    quorvane-cli dump 2>/dev/null | sed -n '/"entity":"ActivityRecord"/q
+        s/.*"entity":"ActivityShare","id":"\([^"]*\)",.*"title":"\([^"\\]*\)".*/\1\t\2/p'
 end
 
 function __quorvane_cli_rules -d "Ids and names of the rules in it"
@@ -23,7 +28,8 @@ function __quorvane_cli_in -d "Is this the group, and is its command among the o
     if set -q argv[2]
         __fish_seen_subcommand_from $argv[2..]
     else
-        not __fish_seen_subcommand_from list add edit archive remove enable disable import-templates install status
+        not __fish_seen_subcommand_from list add edit archive remove enable disable import-templates install status \
+            create stop init check
     end
 end
 
@@ -50,6 +56,9 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a proje
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a rules -d "List and change rules"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a categories -d "List and change categories"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a browser -d "Let browsers tell which page is in front"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a sync -d "Sync the records with the cloud, once"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a shares -d "List, create and stop shares"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a cloud -d "Set up and check the cloud's database"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a cleanup -d "Remove what tracking leaves behind"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a overlaps -d "Mend records that overlap"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a sanitize -d "Redact standard input"
@@ -119,6 +128,20 @@ complete -c quorvane-cli -n "__quorvane_cli_in browser" -a install -d "Tell your
 complete -c quorvane-cli -n "__quorvane_cli_in browser" -a remove -d "Take that back"
 complete -c quorvane-cli -n "__quorvane_cli_in browser" -a status -d "Tell which browsers know the host"
 complete -c quorvane-cli -n "__quorvane_cli_in browser install" -l all -d "Also browsers that have no folder yet"
+
+complete -c quorvane-cli -n "__quorvane_cli_in shares" -a list -d "List all shares, newest first"
+complete -c quorvane-cli -n "__quorvane_cli_in shares" -a create -d "Publish a share and print its token"
+complete -c quorvane-cli -n "__quorvane_cli_in shares" -a stop -d "Take a share out of the cloud"
+complete -c quorvane-cli -n "__quorvane_cli_in shares create" -l title -x -d "How it is called"
+complete -c quorvane-cli -n "__quorvane_cli_in shares create" -l expires -x -d "When it ends, 2026-03-04T15:00:00Z"
+complete -c quorvane-cli -n "__quorvane_cli_in shares create" -l project -x -a "(__quorvane_cli_projects)" -d "Only its records"
+complete -c quorvane-cli -n "__quorvane_cli_in shares stop" -a "(__quorvane_cli_shares)" -d "Share"
+complete -c quorvane-cli -n "__quorvane_cli_in cloud" -a init -d "Install or renew the schema"
+complete -c quorvane-cli -n "__quorvane_cli_in cloud" -a status -d "Tell who talks to which server"
+complete -c quorvane-cli -n "__quorvane_cli_in cloud" -a check -d "Check role, schema and rights"
+complete -c quorvane-cli -n "__quorvane_cli_in cloud init" -l service -x -d "The owner's libpq service"
+complete -c quorvane-cli -n "__quorvane_cli_in cloud init" -l user -x -d "A role that may sync"
+complete -c quorvane-cli -n "__quorvane_cli_in cloud init" -l print -d "Only print the SQL"
 
 complete -c quorvane-cli -n "__quorvane_cli_in projects edit archive" -a "(__quorvane_cli_projects)" -d "Project"
 complete -c quorvane-cli -n "__quorvane_cli_in projects add edit" -l name -x -d "How it is called"

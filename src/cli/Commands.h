@@ -31,6 +31,9 @@ void addPraiseCommand(CLI::App& app, CommandContext& context);
 void addCardCommand(CLI::App& app, CommandContext& context);
 void addTimelineCommand(CLI::App& app, CommandContext& context);
 void addAnnotateCommand(CLI::App& app, CommandContext& context);
+void addCloudCommand(CLI::App& app, CommandContext& context);
 void addBrowserCommand(CLI::App& app, CommandContext& context);
+void addSyncCommand(CLI::App& app, CommandContext& context);
+void addSharesCommand(CLI::App& app, CommandContext& context);
 
 }  // namespace quorvane::cli

@@ -75,7 +75,8 @@ void describe(CLI::App& app, CommandContext& context) {
           addTrackCommand,    addDoctorCommand, addSanitizeCommand, addCleanupCommand,    addOverlapsCommand,
           addProjectsCommand, addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
           addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand,
-          addPraiseCommand,   addCardCommand,   addBrowserCommand})
+          addPraiseCommand,   addCardCommand,   addBrowserCommand,  addSyncCommand,       addSharesCommand,
+          addCloudCommand})
         add(app, context);
     describeCommands(app);
 }

@@ -33,6 +33,7 @@ public:
     explicit SimulatedRecordSession(SimulatedCloud& cloud) : cloud_(cloud) { ++cloud_.sessions; }
 
     AccountStatus accountStatus(std::string* reason) override {
+        if (isCancelled_) return AccountStatus::couldNotDetermine;
         if (reason != nullptr) *reason = cloud_.statusReason;
         return cloud_.status;
     }
@@ -110,11 +111,12 @@ private:
         QueryPage page;
         if (!query.after) page.rows.insert(page.rows.end(), cloud_.unreadableRows.begin(), cloud_.unreadableRows.end());
         for (const CloudRecord* record : found) {
-            if (page.rows.size() == query.limit) break;
+            if (page.rows.size() >= query.limit) {
+                page.next = cursorOf(std::get<CloudRecord>(page.rows.back()));
+                break;
+            }
             page.rows.emplace_back(*record);
         }
-        if (page.rows.size() == query.limit && !found.empty())
-            page.next = cursorOf(std::get<CloudRecord>(page.rows.back()));
         return page;
     }
 

@@ -1,0 +1,50 @@
+#include "cli/CloudService.h"
+
+#include "cli/CommandContext.h"
+#include "cloud/CloudKitSyncError.h"
+#include "cloud/postgresql/PostgresContainer.h"
+#include "cloud/postgresql/ServiceFile.h"
+#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/UnixSignals.h"
+
+#include <csignal>
+#include <fmt/format.h>
+
+namespace quorvane::cli {
+namespace {
+
+constexpr const char* serviceName = "quorvane";
+
+}  // namespace
+
+platform::CloudService defaultCloudService() {
+    postgresql::verifyServersByDefault();
+    return {.isConfigured = [] { return postgresql::ServiceFile::hasService(serviceName); },
+            .makeContainer =
+                [] {
+                    return std::make_unique<postgresql::PostgresContainer>(
+                        postgresql::ConnectionSettings{.service = serviceName});
+                }};
+}
+
+std::string noCloudServiceReason() {
+    return fmt::format("there is no libpq service {} with settings: a section [{}] in ~/.pg_service.conf", serviceName,
+                       serviceName);
+}
+
+void runUntilFinished(platform::QtRunLoop& runLoop, const std::function<void(const std::function<void()>&)>& begin) {
+    bool isFinished = false;
+    const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
+    begin([&] {
+        isFinished = true;
+        runLoop.quit();
+    });
+    runLoop.run();
+    if (!isFinished) throw CommandError(ExitStatus::failed, "interrupted");
+}
+
+std::string withCause(const std::string& text, const CloudKitSyncError& error) {
+    return error.cause().empty() ? text : fmt::format("{} ({})", text, error.cause());
+}
+
+}  // namespace quorvane::cli

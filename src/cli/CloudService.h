@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/RecordContainer.h"
+
+#include <functional>
+#include <string>
+
+namespace quorvane {
+class CloudKitSyncError;
+}
+namespace quorvane::platform {
+class QtRunLoop;
+}
+
+/// What the commands share that ask the cloud.
+namespace quorvane::cli {
+
+/// The cloud service of this machine: what libpq's settings say under the name "quorvane". Before the first thread:
+/// from here on servers must prove who they are, unless the settings ask for less.
+[[nodiscard]] platform::CloudService defaultCloudService();
+
+/// Why it isn't configured, in one line for whoever has to mend it.
+[[nodiscard]] std::string noCloudServiceReason();
+
+/// Begins work, and serves the loop until the work calls what it is given. An interrupt throws `CommandError`; then
+/// whoever does the work has to be destroyed before the loop is.
+void runUntilFinished(platform::QtRunLoop& runLoop, const std::function<void(const std::function<void()>&)>& begin);
+
+/// The text with the error's cause in brackets, if it has one.
+[[nodiscard]] std::string withCause(const std::string& text, const CloudKitSyncError& error);
+
+}  // namespace quorvane::cli

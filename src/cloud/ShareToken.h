@@ -1,0 +1,16 @@
+#pragma once
+
+#include "base/Uuid.h"
+
+#include <string>
+
+/// By its token a share is found; who does not know it finds nothing.
+namespace quorvane::ShareToken {
+
+/// 16 lower-case hexadecimal characters: the first of the identifier's, of which 60 bits are random.
+[[nodiscard]] std::string from(const Uuid& uuid);
+
+/// A fresh one from the system's random source.
+[[nodiscard]] std::string random();
+
+}  // namespace quorvane::ShareToken

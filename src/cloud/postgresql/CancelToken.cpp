@@ -1,0 +1,26 @@
+#include "cloud/postgresql/CancelToken.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <sys/eventfd.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace quorvane::postgresql {
+
+CancelToken::CancelToken() : descriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    if (descriptor_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
+}
+
+CancelToken::~CancelToken() {
+    close(descriptor_);
+}
+
+void CancelToken::cancel() noexcept {
+    isCancelled_.store(true);
+    const std::uint64_t one = 1;
+    // Fails only when the count is at its end, and then it is readable already.
+    [[maybe_unused]] const auto written = write(descriptor_, &one, sizeof one);
+}
+
+}  // namespace quorvane::postgresql

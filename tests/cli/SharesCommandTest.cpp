@@ -1,0 +1,120 @@
+#include "cli/CliFixture.h"
+
+#include "base/Json.h"
+
+#include <fmt/format.h>
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+namespace quorvane {
+namespace {
+
+constexpr const char* project = "10000000-0000-4000-8000-000000000000";
+constexpr const char* projectRow = R"({"entity":"Project","id":"10000000-0000-4000-8000-000000000000","name":"Web"})"
+                                   "\n";
+
+std::string shareRow(int number, const std::string& more) {
+    return fmt::format(R"({{"entity":"ActivityShare","id":"{}0000000-0000-4000-8000-000000000000",)"
+                       R"("share_token":"{:016}","title":"Share {}","created_at":"2026-03-0{}T12:00:00Z"{}}})"
+                       "\n",
+                       number, number, number, number, more);
+}
+
+/// On a machine without a cloud service.
+class SharesCommandTest : public CliTest {
+protected:
+    [[nodiscard]] Json shares() { return parseJson(outputOf({"shares", "list", "--json"})).value_or(Json()); }
+};
+
+TEST_F(SharesCommandTest, ListsTheSharesOfTheStoreNewestFirst) {
+    load("");
+    EXPECT_EQ(outputOf({"shares", "list", "--json"}), "[]\n");
+    load(projectRow + shareRow(1, R"(,"is_active":false,"cloud_kit_record_id":"0000000000000001")") +
+         shareRow(2, R"(,"expires_at":"2026-03-04T12:00:00Z","cloud_kit_record_id":"0000000000000002")") +
+         shareRow(3, R"(,"expires_at":"2026-03-04T12:00:01Z","cloud_kit_record_id":"0000000000000003")") +
+         shareRow(4, fmt::format(R"(,"project_ids":["{}"])", project)));
+    EXPECT_EQ(outputOf({"--now", "2026-03-04T12:00:00Z", "shares", "list"}),
+              "TITLE    STATE          CREATED              EXPIRES              PROJECTS  TOKEN             ID\n"
+              "Share 4  not published  2026-03-04 12:00:00                              1  0000000000000004  "
+              "40000000-0000-4000-8000-000000000000\n"
+              "Share 3  active         2026-03-03 12:00:00  2026-03-04 12:00:01       all  0000000000000003  "
+              "30000000-0000-4000-8000-000000000000\n"
+              "Share 2  expired        2026-03-02 12:00:00  2026-03-04 12:00:00       all  0000000000000002  "
+              "20000000-0000-4000-8000-000000000000\n"
+              "Share 1  stopped        2026-03-01 12:00:00                            all  0000000000000001  "
+              "10000000-0000-4000-8000-000000000000\n");
+    EXPECT_THAT(outputOf({"dump"}), HasSubstr(jsonText(shares()[0])));
+}
+
+TEST_F(SharesCommandTest, WithoutAServiceCreatingFailsAndTheObjectStays) {
+    load(projectRow);
+    const auto result = run({"--now", "2026-03-04T12:00:00Z", "shares", "create", "--title", "March", "--project",
+                             project, "--project", project, "--expires", "2026-04-01T00:00:00Z"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err,
+                isRefusal(HasSubstr("CloudKit不可用，请检查iCloud登录状态 (there is no libpq service quorvane ")));
+    Json share = shares().at(0);
+    EXPECT_THAT(share["share_token"].get<std::string>(), MatchesRegex("[0-9a-f]{16}"));
+    share.erase("id");
+    share.erase("share_token");
+    EXPECT_EQ(jsonText(share),
+              R"({"entity":"ActivityShare","title":"March","is_active":true,)"
+              R"("created_at":"2026-03-04T12:00:00.000000Z","expires_at":"2026-04-01T00:00:00.000000Z",)"
+              R"("project_ids":["10000000-0000-4000-8000-000000000000"],"cloud_kit_record_id":null})");
+}
+
+TEST_F(SharesCommandTest, StopsWhatIsHereAndSaysWhenAPublicRecordStays) {
+    load(shareRow(1, "") + shareRow(2, R"(,"cloud_kit_record_id":"0000000000000002")"));
+    EXPECT_EQ(outputOf({"shares", "stop", "10000000-0000-4000-8000-000000000000"}), "");
+    const auto result = run({"shares", "stop", "20000000-0000-4000-8000-000000000000"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, isRefusal(HasSubstr("its public record stays: there is no libpq service ")));
+    for (const Json& share : shares())
+        EXPECT_FALSE(share["is_active"].get<bool>()) << jsonText(share);
+}
+
+TEST_F(SharesCommandTest, RefusesBeforeAnythingIsWritten) {
+    struct Row {
+        Arguments arguments;
+        int status;
+        const char* cause;
+    };
+    const Row rows[] = {
+        {{"create", "--title", " \n"}, 1, "the title can't be empty"},
+        {{"create", "--title", "a", "--expires", "2026-03-04T12:00:00Z"}, 1, "2026-03-04T12:00:00Z has passed"},
+        {{"create", "--title", "a", "--project", project, "--project", "20000000-0000-4000-8000-000000000000"},
+         1,
+         "there is no project 20000000-"},
+        {{"create", "--title", "a", "--project", "Web"}, 2, "\"Web\" is no UUID"},
+        {{"create"}, 2, "--title is required"},
+        {{"stop", project}, 1, "there is no share 10000000-"},
+    };
+    load(projectRow + shareRow(2, ""));
+    const std::string before = outputOf({"dump"});
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        Arguments arguments{"--now", "2026-03-04T12:00:00Z", "shares"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const auto result = run(arguments);
+        EXPECT_EQ(result.status, row.status);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, isRefusal(HasSubstr(row.cause)));
+        EXPECT_EQ(outputOf({"dump"}), before);
+    }
+}
+
+TEST_F(SharesCommandTest, MakesNoStore) {
+    for (const Arguments& arguments :
+         {Arguments{"shares", "list"}, {"shares", "create", "--title", "a"}, {"shares", "stop", project}}) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, isRefusal(HasSubstr("there is no such store")));
+        EXPECT_THAT(names(), IsEmpty());
+    }
+}
+
+}  // namespace
+}  // namespace quorvane

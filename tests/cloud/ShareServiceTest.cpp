@@ -1,0 +1,380 @@
+#include "cloud/ShareService.h"
+
+#include "cloud/CloudKitDataStrategy.h"
+#include "cloud/CloudKitSyncError.h"
+#include "cloud/ShareRecord.h"
+#include "platform/Clock.h"
+#include "platform/simulated/SimulatedRecordContainer.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "store/JsonForm.h"
+#include "store/StoreError.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using platform::CloudFailure;
+using platform::CloudRecord;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::SizeIs;
+using testing::StartsWith;
+
+using Kind = CloudFailure::Kind;
+using Shares = std::vector<std::shared_ptr<ActivityShare>>;
+
+const Uuid projectId = *Uuid::parse("11111111-2222-4333-8444-555555555555");
+
+std::string rowOf(const ActivityShare& share) {
+    std::string row;
+    JsonForm::appendObject(row, share, {});
+    return row;
+}
+
+std::string told(const std::exception_ptr& failure) {
+    if (!failure) return "done";
+    try {
+        std::rethrow_exception(failure);
+    } catch (const CloudKitSyncError& error) {
+        return fmt::format("{} ({})", error.what(), error.cause());
+    } catch (const StoreError& error) {
+        return error.what();
+    }
+}
+
+class ShareServiceTest : public testing::Test {
+protected:
+    void SetUp() override { restart(); }
+
+    void restart(bool hasCloud = true) {
+        service.reset();
+        console.clear();
+        service = std::make_unique<ShareService>(
+            loop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
+    }
+
+    void beginCreating(const ShareService::NewShare& share) {
+        service->createShare(share, context, [this](const auto& created, const auto& failure) {
+            made.push_back(created);
+            outcomes.push_back(told(failure));
+        });
+    }
+    std::shared_ptr<ActivityShare> create(const std::string& title) {
+        beginCreating({.title = title});
+        loop.runPosted();
+        return made.back();
+    }
+    void stop(const std::shared_ptr<ActivityShare>& share) {
+        service->stopShare(share, context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
+    }
+    void load() {
+        service->loadShares(context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
+    }
+    void failWith(Kind kind, const std::string& message) { cloud.failure = CloudFailure(kind, message); }
+
+    std::shared_ptr<ActivityShare> stored(const std::string& token, std::string_view createdAt) {
+        const auto share = std::make_shared<ActivityShare>();
+        share->shareToken = token;
+        share->createdAt = at(createdAt);
+        context.insert(share);
+        context.save();
+        return share;
+    }
+    /// A public record of another writer, who names the token.
+    void publish(const std::string& name, const std::string& token) {
+        cloud.publicRecords()[name] = {
+            .recordType = "ActivityShare", .recordName = name, .values = {{"shareToken", token}, {"isActive", true}}};
+    }
+    /// From now on the store refuses this.
+    void refuse(const std::string& sql) { SQLite::Database(store.file().string(), SQLite::OPEN_READWRITE).exec(sql); }
+    void refuseUpdates() {
+        refuse("CREATE TRIGGER refuse BEFORE UPDATE ON activity_share BEGIN SELECT RAISE(ABORT, 'not now'); END");
+    }
+
+    platform::SimulatedRunLoop loop{at("12:00:00")};
+    platform::ClockOverride clock{[this] { return loop.now(); }};
+    platform::SimulatedCloud cloud;
+    TemporaryStore store;
+    ModelContext& context = store.context();
+    RecordingConsole console;
+    std::unique_ptr<ShareService> service;
+    Shares made;
+    std::vector<std::string> outcomes;
+};
+
+TEST_F(ShareServiceTest, CreatesAndPublishesUnderTheToken) {
+    std::vector<bool> loading;
+    const auto listener = service->changed.subscribe([&] { loading.push_back(service->isLoading()); });
+    beginCreating({.title = "March", .expiresAt = at("2026-04-01 00:00:00"), .projectIds = {projectId}});
+    EXPECT_TRUE(service->isLoading());
+    EXPECT_THAT(outcomes, IsEmpty());
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("done"));
+    EXPECT_THAT(loading, ElementsAre(true, false));
+
+    const auto share = made.front();
+    EXPECT_THAT(service->shares(), ElementsAre(share));
+    EXPECT_EQ(service->errorMessage(), std::nullopt);
+    const auto rows = store.anotherContext()->fetch<ActivityShare>();
+    ASSERT_THAT(rows, SizeIs(1));
+    const std::string token = rows.front()->shareToken();
+    EXPECT_EQ(rowOf(*rows.front()),
+              fmt::format(R"({{"entity":"ActivityShare","id":"{}","share_token":"{}","title":"March","is_active":true,)"
+                          R"("created_at":"2026-03-02T12:00:00.000000Z","expires_at":"2026-04-01T00:00:00.000000Z",)"
+                          R"("project_ids":["{}"],"cloud_kit_record_id":"{}"}})",
+                          share->id().string(), token, projectId.string(), token));
+    const CloudRecord record{.recordType = "ActivityShare",
+                             .recordName = token,
+                             .values = {{"title", "March"},
+                                        {"isActive", true},
+                                        {"createdAt", at("12:00:00")},
+                                        {"expiresAt", at("2026-04-01 00:00:00")},
+                                        {"projectIds", std::vector{projectId.string()}}}};
+    EXPECT_THAT(cloud.publicRecords(), ElementsAre(Pair(token, record)));
+    EXPECT_THAT(cloud.privateRecords(), IsEmpty());
+}
+
+TEST_F(ShareServiceTest, WithoutTheCloudCreatingFailsAndTheObjectStays) {
+    restart(false);
+    beginCreating({.title = "March"});
+    EXPECT_THAT(outcomes, IsEmpty());
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("CloudKit不可用，请检查iCloud登录状态 ()"));
+    EXPECT_THAT(made, ElementsAre(nullptr));
+    EXPECT_EQ(service->errorMessage(), "创建分享失败: CloudKit不可用，请检查iCloud登录状态");
+    EXPECT_FALSE(service->isLoading());
+    EXPECT_THAT(service->shares(), IsEmpty());
+    EXPECT_EQ(store.anotherContext()->fetch<ActivityShare>().at(0)->title(), "March");
+}
+
+TEST_F(ShareServiceTest, FailuresOfTheCloudEndInTheirWords) {
+    struct Row {
+        Kind kind;
+        const char* description;
+        const char* cause;
+    };
+    const Row rows[] = {
+        {Kind::unreachable, "同步失败: why", ""},
+        {Kind::timedOut, "同步超时（30秒），请检查网络连接", "why"},
+        {Kind::noAccount, "CloudKit不可用，请检查iCloud登录状态", "why"},
+        {Kind::recordNotFound, "记录未找到", "why"},
+    };
+    const auto share = create("March");
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.description);
+        failWith(row.kind, "why");
+        const std::string expected = fmt::format("{} ({})", row.description, row.cause);
+        outcomes.clear();
+        create("April");
+        EXPECT_EQ(service->errorMessage(), fmt::format("创建分享失败: {}", row.description));
+        stop(share);
+        loop.runPosted();
+        EXPECT_EQ(service->errorMessage(), fmt::format("停止分享失败: {}", row.description));
+        load();
+        loop.runPosted();
+        EXPECT_EQ(service->errorMessage(), fmt::format("CloudKit 同步失败: {}", row.description));
+        EXPECT_THAT(outcomes, ElementsAre(expected, expected, expected));
+        EXPECT_FALSE(service->isLoading());
+    }
+    EXPECT_THAT(service->shares(), SizeIs(5));  // the store's list stands
+}
+
+TEST_F(ShareServiceTest, ARecordThatTheCloudRefusesIsAFailure) {
+    loop.holdBackground();
+    beginCreating({.title = "March"});
+    const auto share = context.fetch<ActivityShare>().front();
+    cloud.refusedRecords[share->shareToken()] = "too big";
+    loop.releaseBackground();
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("同步失败: too big ()"));
+    EXPECT_EQ(share->cloudKitRecordID(), std::nullopt);
+    EXPECT_THAT(service->shares(), IsEmpty());
+}
+
+TEST_F(ShareServiceTest, AStoppedShareLeavesTheCloudAndStaysHereInactive) {
+    const auto first = create("March");
+    loop.playFor(1s);
+    const auto second = create("April");
+    EXPECT_THAT(service->shares(), ElementsAre(second, first));
+    stop(first);
+    EXPECT_TRUE(service->isLoading());
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("done", "done", "done"));
+    EXPECT_THAT(cloud.publicRecords(), ElementsAre(Pair(second->shareToken(), makeCloudRecord(*second))));
+    EXPECT_THAT(service->shares(), ElementsAre(second, first));
+    const auto rows = store.anotherContext()->fetch<ActivityShare>();
+    EXPECT_FALSE(rows.at(0)->isActive());
+    EXPECT_TRUE(rows.at(1)->isActive());
+}
+
+TEST_F(ShareServiceTest, AStopThatFailedInTheCloudCanBeTriedAgain) {
+    const auto share = create("March");
+    failWith(Kind::unreachable, "away");
+    stop(share);
+    loop.runPosted();
+    EXPECT_FALSE(share->isActive());
+    EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
+    cloud.failure.reset();
+    stop(share);
+    loop.runPosted();
+    EXPECT_THAT(cloud.publicRecords(), IsEmpty());
+    EXPECT_THAT(outcomes, ElementsAre("done", "同步失败: away ()", "done"));
+}
+
+TEST_F(ShareServiceTest, OnlyAPublishedShareIsTakenFromTheCloudAndAFailedReloadIsNoFailedStop) {
+    const auto share = stored("t1", "09:00:00");
+    failWith(Kind::unreachable, "away");
+    stop(share);
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("done"));
+    EXPECT_EQ(service->errorMessage(), "CloudKit 同步失败: 同步失败: away");
+    EXPECT_THAT(service->shares(), ElementsAre(share));
+    EXPECT_EQ(cloud.sessions, 1);  // the reload's
+    restart(false);
+    stop(share);
+    loop.runPosted();
+    EXPECT_EQ(outcomes.back(), "done");
+}
+
+TEST_F(ShareServiceTest, LoadingTakesOverWhatTheCloudSaysOfATokenAndNothingElse) {
+    const auto ours = create("March");
+    const auto older = stored("t0", "09:00:00");
+    const auto newer = stored("t599", "13:00:00");
+    for (int i = 1; i < 1200; ++i)
+        publish(fmt::format("record {}", i), fmt::format("t{}", i));
+    publish("record 0", "t0");
+    cloud.publicRecords()["record 0"].values["createdAt"] = at("09:00:00");
+    cloud.unreadableRows = {{.recordName = "bad", .reason = "no object"}};
+    older->isActive = false;
+    context.save();
+    const std::string before = rowOf(*ours);
+    load();
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("done", "done"));
+    EXPECT_THAT(service->shares(), ElementsAre(newer, ours, older));
+    EXPECT_EQ(rowOf(*ours), before);
+    const auto rows = store.anotherContext()->fetch<ActivityShare>();
+    EXPECT_EQ(rows.at(1)->cloudKitRecordID(), "record 0");
+    EXPECT_TRUE(rows.at(1)->isActive());
+    EXPECT_EQ(rows.at(2)->cloudKitRecordID(), "record 599");
+    EXPECT_THAT(rows, SizeIs(3));
+}
+
+/// A cloud whose list of shares has no end.
+class EndlessCloud final : public platform::RecordContainer, public platform::RecordSession {
+public:
+    explicit EndlessCloud(std::size_t& rows) : rows_(rows) {}
+    std::shared_ptr<platform::RecordSession> newSession() override { return std::make_shared<EndlessCloud>(rows_); }
+    platform::AccountStatus accountStatus(std::string* /*reason*/) override {
+        return platform::AccountStatus::available;
+    }
+    std::vector<platform::SaveResult> modify(platform::DatabaseScope /*scope*/,
+                                             const std::vector<CloudRecord>& /*records*/) override {
+        return {};
+    }
+    platform::QueryPage query(platform::DatabaseScope /*scope*/, const platform::RecordQuery& query) override {
+        EXPECT_LE(query.limit, 500U);
+        rows_ += query.limit;
+        return {.rows = {query.limit, CloudRecord{}}, .next = platform::RecordCursor{}};
+    }
+    std::size_t count(platform::DatabaseScope /*scope*/, const std::string& /*recordType*/) override { return 0; }
+    std::optional<CloudRecord> record(platform::DatabaseScope /*scope*/, const std::string& /*name*/) override {
+        return std::nullopt;
+    }
+    void deleteRecord(platform::DatabaseScope /*scope*/, const std::string& /*name*/) override {}
+    void cancel() override {}
+
+private:
+    std::size_t& rows_;
+};
+
+TEST_F(ShareServiceTest, LoadingAsksForPagesUpToTheLimit) {
+    std::size_t rows = 0;
+    service = std::make_unique<ShareService>(loop, console, std::make_unique<EndlessCloud>(rows));
+    load();
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("done"));
+    EXPECT_EQ(rows, CloudKitDataStrategy::defaultResultLimit);
+}
+
+TEST_F(ShareServiceTest, FailuresOfTheStoreAreTold) {
+    const auto share = stored("t1", "09:00:00");
+    publish("record 1", "t1");
+    refuseUpdates();
+    load();
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("done"));
+    EXPECT_THAT(console.lines(), ElementsAre(StartsWith("同步 CloudKit 记录失败: ")));
+    stop(share);
+    loop.runPosted();
+    EXPECT_EQ(service->errorMessage(), "停止分享失败: " + outcomes.back());
+    EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
+    refuse("DROP TABLE activity_share");
+    load();
+    loop.runPosted();
+    EXPECT_EQ(service->errorMessage(), "加载分享失败: " + outcomes.back());
+    create("March");
+    EXPECT_EQ(service->errorMessage(), "创建分享失败: " + outcomes.back());
+    EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
+}
+
+TEST_F(ShareServiceTest, OperationsRunOneAfterAnother) {
+    const auto share = stored("t1", "09:00:00");
+    loop.holdBackground();
+    beginCreating({.title = "March"});
+    stop(share);
+    load();
+    loop.runPosted();
+    EXPECT_TRUE(share->isActive());
+    EXPECT_THAT(outcomes, IsEmpty());
+    loop.releaseBackground();
+    loop.runPosted();
+    EXPECT_THAT(outcomes, ElementsAre("done", "done", "done"));
+    EXPECT_FALSE(share->isActive());
+    EXPECT_FALSE(service->isLoading());
+    EXPECT_EQ(cloud.sessions, 3);
+}
+
+TEST_F(ShareServiceTest, AtItsEndItCallsOffWhatIsUnderWay) {
+    loop.holdBackground();
+    beginCreating({.title = "March"});
+    load();
+    service.reset();
+    loop.releaseBackground();
+    loop.runPosted();
+    EXPECT_THAT(console.lines(), ElementsAre("ShareService: deinit - 清理资源", "ShareService: 资源清理完成"));
+    EXPECT_THAT(outcomes, IsEmpty());
+    EXPECT_THAT(cloud.publicRecords(), IsEmpty());
+}
+
+TEST_F(ShareServiceTest, TheListenerMayEndTheService) {
+    service->createShare({.title = "March"}, context, [this](const auto&, const auto&) { service.reset(); });
+    load();
+    loop.runPosted();
+    EXPECT_EQ(service, nullptr);
+    EXPECT_THAT(outcomes, IsEmpty());
+}
+
+TEST_F(ShareServiceTest, ExportsOrSaysWhyNot) {
+    const auto share = stored("t1", "09:00:00");
+    share->projectIds = {projectId};
+    aRecord().app("Editor").project(insertProject(context, "Website")).in(context);
+    context.save();
+    const auto other = store.anotherContext();
+    const auto records = other->fetch<ActivityRecord>();
+    refuse("ALTER TABLE project RENAME TO elsewhere");
+    EXPECT_EQ(service->exportShareData(*share, records), std::nullopt);
+    EXPECT_THAT(service->errorMessage().value_or(""), StartsWith("导出活动数据失败: "));
+    EXPECT_EQ(jsonText(service->exportShareData(*share, {}).value_or(Json())["activities"]), "[]");
+}
+
+}  // namespace
+}  // namespace quorvane

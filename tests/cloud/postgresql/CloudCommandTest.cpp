@@ -1,0 +1,167 @@
+#include "base/Json.h"
+#include "cli/CliFixture.h"
+#include "cloud/postgresql/support/PostgresServer.h"
+
+#include <fmt/format.h>
+#include <optional>
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+namespace quorvane {
+namespace {
+
+/// The command in a home where libpq finds no settings but those of a server that the test brings.
+class CloudCommandTest : public CliTest {
+protected:
+    CloudCommandTest() { setting_.environment["PGSYSCONFDIR"] = folder_.path().string(); }
+    ~CloudCommandTest() override { EXPECT_THAT(names(), IsEmpty()); }  // no store is made, and none is wanted
+
+    PostgresServer& start(const PostgresSetUp& setUp, const std::vector<std::string>& more = {}) {
+        server_.emplace(setUp);
+        connectAs("alice", more);
+        return *server_;
+    }
+
+    void connectAs(const std::string& user, const std::vector<std::string>& more = {}) {
+        setting_.environment["PGSERVICEFILE"] = server_->serviceFile(user, more).string();
+    }
+
+    /// No line says a password, whatever happens.
+    ProgramResult runCloud(const Arguments& arguments) {
+        ProgramResult result = runBare(arguments);
+        EXPECT_THAT(result.out + result.err, Not(HasSubstr("-pw")));
+        return result;
+    }
+
+    [[nodiscard]] Json jsonOf(const ProgramResult& result) const { return parseJson(result.out).value_or(Json()); }
+
+    std::optional<PostgresServer> server_;
+};
+
+TEST_F(CloudCommandTest, WithoutASettingItSaysSoAndWhatIsMissing) {
+    const ProgramResult status = runCloud({"cloud", "status"});
+    EXPECT_EQ(status.status, 0);
+    EXPECT_EQ(status.out, "service   quorvane is not set up in libpq's service files\n");
+    EXPECT_EQ(jsonOf(runCloud({"cloud", "status", "--json"})), Json({{"configured", false},
+                                                                     {"account", "couldNotDetermine"},
+                                                                     {"reason", nullptr},
+                                                                     {"server", nullptr},
+                                                                     {"records", nullptr}}));
+    for (const auto& [command, service] : {std::pair("check", "quorvane"), std::pair("init", "quorvane-owner")}) {
+        const ProgramResult result = runCloud({"cloud", command});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err,
+                    isRefusal(HasSubstr(fmt::format("there are no settings for the service {}:", service))));
+    }
+    EXPECT_THAT(runCloud({"cloud"}).err, isRefusal(HasSubstr("cloud needs a command")));
+}
+
+TEST_F(CloudCommandTest, TheOwnerInstallsAndTheUserIsAtHome) {
+    PostgresServer& server = start({.schema = PostgresSetUp::Schema::none});
+    EXPECT_THAT(runCloud({"cloud", "check"}).out, HasSubstr("finding   the schema quorvane is not installed"));
+
+    const ProgramResult missing = runCloud({"cloud", "init", "--user", "carol"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_THAT(missing.err, isRefusal(HasSubstr("there is no role carol")));
+    EXPECT_EQ(server.sql("admin", "SELECT count(*) FROM pg_namespace WHERE nspname = 'quorvane'"), "0");
+
+    const ProgramResult installed = runCloud({"cloud", "init", "--user", "alice", "--user", "bob"});
+    EXPECT_EQ(installed.err, "");
+    EXPECT_EQ(installed.out,
+              "The schema is installed, in version 2.\nThe role alice may sync.\nThe role bob may sync.\n");
+    EXPECT_EQ(runCloud({"cloud", "init"}).out, "The schema has version 2 already.\n");
+    server.sql("alice", "INSERT INTO quorvane.private_records (record_name, record_type, fields) VALUES "
+                        "('a', 'ActivityRecord', '{}'), ('b', 'ActivityRecord', '{}'), ('c', 'Other', '{}')");
+
+    const ProgramResult check = runCloud({"cloud", "check"});
+    EXPECT_EQ(check.status, 0);
+    EXPECT_EQ(check.err, "");
+    EXPECT_THAT(check.out, testing::EndsWith("TLS       TLSv1.3\ncheck     all is well\n"));
+    EXPECT_EQ(jsonOf(runCloud({"cloud", "check", "--json"}))["findings"], Json::array());
+
+    Json status = jsonOf(runCloud({"--json", "cloud", "status"}));
+    const std::string version = status["server"]["version"];
+    EXPECT_THAT(server.sql("admin", "SHOW server_version"), StartsWith(version));
+    EXPECT_EQ(status, Json({{"configured", true},
+                            {"account", "available"},
+                            {"reason", nullptr},
+                            {"server",
+                             {{"host", "localhost"},
+                              {"database", "quorvane"},
+                              {"version", version},
+                              {"tls", "TLSv1.3"},
+                              {"role", "alice"},
+                              {"bound", true},
+                              {"schema", 2}}},
+                            {"records", 2}}));
+    EXPECT_EQ(runCloud({"cloud", "status"}).out, "service   quorvane is set up\n"
+                                                 "account   available\n"
+                                                 "server    PostgreSQL " +
+                                                     version +
+                                                     " at localhost, database quorvane\n"
+                                                     "schema    version 2\n"
+                                                     "role      alice\n"
+                                                     "TLS       TLSv1.3\n"
+                                                     "records   2\n");
+}
+
+TEST_F(CloudCommandTest, InstallsThroughPsqlWhatItPrints) {
+    PostgresServer& server = start({.schema = PostgresSetUp::Schema::first});
+    setting_.environment.erase("PGSERVICEFILE");
+    const ProgramResult printed = runCloud({"cloud", "init", "--print", "--user", "alice"});
+    EXPECT_EQ(printed.status, 0);
+    connectAs("alice");
+    EXPECT_EQ(runCloud({"cloud", "check"}).status, 1);
+    server.sql("owner", printed.out);
+    EXPECT_EQ(runCloud({"cloud", "check"}).status, 0);
+}
+
+TEST_F(CloudCommandTest, NamesWhatIsWrongInOneLineEach) {
+    PostgresServer& server = start({});
+    server.sql("owner", "CREATE POLICY everybody ON quorvane.private_records USING (true);"
+                        "GRANT SELECT (owner) ON quorvane.public_records TO quorvane_user");
+    const ProgramResult check = runCloud({"--json", "cloud", "check"});
+    EXPECT_EQ(check.status, 1);
+    EXPECT_THAT(check.err, isRefusal(HasSubstr("the cloud is not as it should be: 2 findings")));
+    EXPECT_EQ(jsonOf(check)["findings"],
+              Json({"not meant to be there: GRANT SELECT ON public_records (owner) TO quorvane_user",
+                    "not meant to be there: policy everybody of private_records"}));
+
+    connectAs("owner");
+    EXPECT_THAT(runCloud({"cloud", "check"}).out,
+                HasSubstr("finding   the role owner sees everybody's records, because it owns the tables"));
+    EXPECT_THAT(runCloud({"cloud", "status"}).out, HasSubstr("role      owner, which sees everybody's records"));
+
+    struct Row {
+        const char* user;
+        std::vector<std::string> more;
+        const char* account;
+        const char* cause;
+    };
+    const Row rows[] = {
+        {"alice", {"password=wrong"}, "noAccount", "password"},
+        {"stranger", {}, "noAccount", "no right to the tables"},
+        {"alice", {"hostaddr=127.0.0.1", "host=elsewhere.example.org"}, "couldNotDetermine", "another host"},
+        {"alice", {"port=1"}, "couldNotDetermine", "Nobody takes connections"},
+        {"alice", {"nonsense=1"}, "couldNotDetermine", "syntax error in service file"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.cause);
+        connectAs(row.user, row.more);
+        const Json status = jsonOf(runCloud({"cloud", "status", "--json"}));
+        EXPECT_EQ(status["account"], row.account);
+        EXPECT_THAT(status["reason"].get<std::string>(), HasSubstr(row.cause));
+        EXPECT_TRUE(status["records"].is_null());
+        EXPECT_EQ(runCloud({"cloud", "check"}).status, 1);
+    }
+    connectAs("alice");
+    EXPECT_THAT(runCloud({"cloud", "init", "--service", "quorvane", "--user", "stranger"}).err,
+                isRefusal(HasSubstr("has to be done as the owner of the database")));
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,237 @@
+#include "base/Text.h"
+#include "cli/CliFixture.h"
+#include "cloud/postgresql/support/PostgresServer.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quorvane {
+namespace {
+
+using testing::AllOf;
+using testing::AnyOf;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+/// What nobody but its owner may read.
+constexpr const char* secret = "Offer for Lighthouse Ltd";
+
+std::string idOf(int number) {
+    return fmt::format("{:08X}-0000-4000-8000-0000000000AA", number);
+}
+
+/// A record with a value for every attribute, another one with the least, by turns.
+std::string lineOf(int number) {
+    const std::string time = fmt::format("2026-{:02}-{:02}T{:02}:{:02}:{:02}", number / 8000 + 1, number / 300 % 28 + 1,
+                                         number / 60 % 24, number % 60, number * 7 % 60);
+    const std::string start = fmt::format("{}.{:06}Z", time, number * 37 % 1'000'000);
+    if (number % 2 == 0) return recordLine(idOf(number), start, start, R"(,"app_name":"Terminal")");
+    return recordLine(
+        idOf(number), start, start,
+        fmt::format(R"(,"activity_type":"url","app_bundle_id":"org.example.app","app_name":"App {}","window_title":)"
+                    R"("{} \\ \"{}\" 漢字 \u0001","document_path":"/home/a/{}.txt","url":"https://example.org/?n={}",)"
+                    R"("category":"工作","tags":"a,b","source":"rule","confidence":0.1,"billing_status":"billable",)"
+                    R"("device_id":"d","user_local_id":"u","created_at":"{}","updated_at":"{}")",
+                    number, secret, number, number, number, start, start));
+}
+
+std::string linesOf(int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i)
+        lines += lineOf(i);
+    return lines;
+}
+
+/// The companion and a server of its own; what it prints never holds what a record says.
+class SyncOnServerTest : public CliTest {
+protected:
+    void SetUp() override {
+        if (!PostgresServer::isInstalled()) GTEST_SKIP() << "there is no PostgreSQL server on this machine";
+    }
+
+    void use(const std::filesystem::path& serviceFile) { setting_.environment["PGSERVICEFILE"] = serviceFile.string(); }
+
+    ProgramResult sync(const std::string& store = "store.sqlite") {
+        auto result = runBare({"--store", store, "sync", "--json"});
+        EXPECT_THAT(result.err, Not(HasSubstr(secret)));
+        return result;
+    }
+    void syncWell(const std::string& out, const std::string& store = "store.sqlite") {
+        const auto result = sync(store);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.out, out + "\n");
+    }
+
+    /// The records of a store as `dump` writes them, sorted.
+    std::vector<std::string> records(const std::string& store = "store.sqlite") {
+        auto lines = text::split(runBare({"--store", store, "dump"}).out, '\n');
+        std::erase_if(lines,
+                      [](const std::string& line) { return !line.starts_with(R"({"entity":"ActivityRecord")"); });
+        std::ranges::sort(lines);
+        return lines;
+    }
+};
+
+std::string counts(int toUpload, int uploaded, int refused, int downloaded) {
+    return fmt::format(R"({{"to_upload":{},"uploaded":{},"refused":{},"downloaded":{}}})", toUpload, uploaded, refused,
+                       downloaded);
+}
+
+TEST_F(SyncOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByField) {
+    const PostgresServer server;
+    use(server.serviceFile());
+    load(linesOf(20'000));
+    syncWell(counts(20'000, 20'000, 0, 10'000));
+    syncWell(counts(0, 0, 0, 20'000), "other.sqlite");
+    const auto here = records();
+    EXPECT_EQ(here.size(), 20'000U);
+    EXPECT_TRUE(records("other.sqlite") == here);
+    syncWell(counts(0, 0, 0, 10'000), "other.sqlite");
+    EXPECT_TRUE(records("other.sqlite") == here);
+    EXPECT_EQ(server.sql("admin", "SELECT count(*), count(DISTINCT record_name) FROM quorvane.private_records"),
+              "20000|20000");
+}
+
+TEST_F(SyncOnServerTest, ARecordThatTheServerRefusesIsNamedAndNinetyNineAreSaved) {
+    const PostgresServer server;
+    use(server.serviceFile());
+    load(linesOf(99) + recordLine(idOf(500), "2026-03-01T09:00:00Z", "2026-03-01T09:00:00Z",
+                                  fmt::format(R"(,"window_title":"{}{}")", secret, std::string(1'100'000, 'x'))));
+    const auto result = sync();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, counts(100, 99, 1, 99) + "\n");
+    EXPECT_THAT(result.err, AllOf(HasSubstr("保存记录失败: " + idOf(500)), HasSubstr("23514"),
+                                  HasSubstr("quorvane-cli: 1 of 100 records were not saved")));
+    EXPECT_EQ(server.sql("alice", "SELECT count(*) FROM quorvane.private_records"), "99");
+}
+
+TEST_F(SyncOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithoutDoubles) {
+    const PostgresServer server;
+    use(server.serviceFile());
+    constexpr int count = 6000;
+    load(linesOf(count));
+    int broken = 0;
+    for (const char* moment : {"找到", "上传完成"}) {
+        ProgramRun run(QUORVANE_CLI, {"--store", "store.sqlite", "sync"}, setting_);
+        ASSERT_TRUE(run.hasWritten(moment));
+        server.terminateBackends();
+        const auto result = run.wait();
+        if (result.status == 0) continue;  // it was quicker than we
+        ++broken;
+        EXPECT_THAT(result.err, AnyOf(HasSubstr("connection"), HasSubstr("administrator")));
+    }
+    EXPECT_GT(broken, 0);
+    const auto result = sync();
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(server.sql("alice", "SELECT count(*) FROM quorvane.private_records"), std::to_string(count));
+    EXPECT_EQ(sync("other.sqlite").status, 0);
+    EXPECT_TRUE(records("other.sqlite") == records());
+}
+
+TEST_F(SyncOnServerTest, AStatementThatHangsEndsAfterThirtySecondsHereAndOnTheServer) {
+    const PostgresServer server;
+    use(server.serviceFile());
+    load(linesOf(10));
+    setting_.environment["PGPASSWORD"] = "admin-pw";
+    ProgramRun locker("/usr/bin/psql",
+                      {server.overSocket("admin"), "-Xqc", "BEGIN; LOCK TABLE quorvane.private_records;", "-c",
+                       R"(\echo locked)", "-c", "SELECT pg_sleep(300)"},
+                      setting_);
+    ASSERT_TRUE(locker.hasWritten("locked"));
+    setting_.environment.erase("PGPASSWORD");
+    const auto result = sync();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("quorvane-cli: 同步超时（30秒），请检查网络连接"));
+    EXPECT_EQ(server.sql("admin", "SELECT count(*) FROM pg_stat_activity WHERE usename = 'alice' AND state = 'active'"),
+              "0");
+}
+
+TEST_F(SyncOnServerTest, EachFailureSaysWhatAndWhy) {
+    const PostgresServer server;
+    load(linesOf(3));
+    struct Row {
+        const char* name;
+        std::vector<std::string> settings;
+        const char* statements;  ///< before, as the administrator
+        const char* expected;    ///< a regular expression
+    };
+    constexpr const char* notAvailable = "CloudKit不可用，请检查iCloud登录状态 ";
+    const Row rows[] = {
+        {"wrong password", {"password=wrong"}, "", "CloudKit不可用，请检查iCloud登录状态 .*password"},
+        {"no password", {"password="}, "", "CloudKit不可用，请检查iCloud登录状态 .*password"},
+        {"unknown database", {"dbname=nowhere"}, "", "CloudKit不可用，请检查iCloud登录状态 .*nowhere"},
+        {"wrong host name", {"host=127.0.0.1"}, "", "同步失败: .*(host name|127\\.0\\.0\\.1)"},
+        {"another authority", {"sslrootcert=" QUORVANE_OTHER_CERTIFICATE}, "", "同步失败: .*certificate"},
+        {"nobody listens", {"port=1"}, "", "同步失败: .*port 1"},
+        {"unknown setting", {"colour=blue"}, "", "colour"},
+        {"full disk",
+         {},
+         "CREATE FUNCTION full_disk() RETURNS trigger LANGUAGE plpgsql AS $$BEGIN RAISE EXCEPTION 'could not extend "
+         "file' USING ERRCODE = '53100'; END$$; CREATE TRIGGER full_disk BEFORE INSERT ON quorvane.private_records "
+         "EXECUTE FUNCTION full_disk()",
+         "同步失败: .*(room|full)"},
+        {"read-only role",
+         {},
+         "DROP TRIGGER full_disk ON quorvane.private_records; ALTER ROLE alice SET "
+         "default_transaction_read_only = on",
+         "同步失败: .*read"},
+        {"no right to write",
+         {},
+         "ALTER ROLE alice RESET ALL; REVOKE INSERT ON quorvane.private_records FROM "
+         "quorvane_user; REVOKE INSERT (record_name, record_type, fields) ON "
+         "quorvane.private_records FROM quorvane_user",
+         "同步失败: .*(write|read)"},
+        {"newer schema",
+         {},
+         "CREATE OR REPLACE FUNCTION quorvane.version() RETURNS int LANGUAGE sql IMMUTABLE AS 'SELECT 99'",
+         "同步失败: .*99"},
+        {"role may not log in", {}, "ALTER ROLE alice NOLOGIN", "CloudKit不可用，请检查iCloud登录状态 .*log in"},
+    };
+    static_cast<void>(notAvailable);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        if (*row.statements != '\0') server.sql("admin", row.statements);
+        use(server.serviceFile("alice", row.settings));
+        const auto result = sync();
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, ContainsRegex("quorvane-cli: [^\n]*" + std::string(row.expected)));
+        std::printf("%-20s %s", row.name, result.err.substr(result.err.find("quorvane-cli:")).c_str());
+    }
+}
+
+TEST_F(SyncOnServerTest, OlderSchemaExpiredCertificateAndReadOnlyServerAreTold) {
+    struct Row {
+        const char* name;
+        PostgresSetUp setUp;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"older", {.schema = PostgresSetUp::Schema::first}, "同步失败: .*(cloud init|older)"},
+        {"none", {.schema = PostgresSetUp::Schema::none}, "CloudKit不可用，请检查iCloud登录状态 .*schema"},
+        {"expired", {.certificate = PostgresSetUp::Certificate::expired}, "同步失败: .*expired"},
+        {"read-only", {.settings = {"default_transaction_read_only = on"}}, "同步失败: .*read"}};
+    load(linesOf(3));
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const PostgresServer server(row.setUp);
+        use(server.serviceFile());
+        const auto result = sync();
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, ContainsRegex("quorvane-cli: [^\n]*" + std::string(row.expected)));
+        std::printf("%-20s %s", row.name, result.err.substr(result.err.find("quorvane-cli:")).c_str());
+    }
+}
+
+TEST_F(SyncOnServerTest, WithoutAServiceNothingIsWrittenAndItSaysHow) {
+    use(folder_ / "missing.conf");
+    const auto result = sync("new.sqlite");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("quorvane-cli: CloudKit不可用，请检查iCloud登录状态 (there is no libpq service"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "new.sqlite"));
+}
+
+}  // namespace
+}  // namespace quorvane
