@@ -4,12 +4,8 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cloud/CloudKitDataStrategy.h"
-#include "cloud/postgresql/CloudInspection.h"
-#include "cloud/postgresql/CloudSchema.h"
-#include "cloud/postgresql/KeyringPassword.h"
-#include "cloud/postgresql/PostgresContainer.h"
-#include "cloud/postgresql/PostgresFailure.h"
-#include "cloud/postgresql/ServiceFile.h"
+#include "cloud/module/CloudModule.h"
+#include "cloud/module/ServiceFile.h"
 #include "session/TerminalText.h"
 
 #include <CLI/CLI.hpp>
@@ -20,30 +16,12 @@ namespace quorvane::cli {
 namespace {
 
 using platform::AccountStatus;
-using postgresql::CloudInspection::Description;
-
-/// The libpq service that leads to the user's records.
-constexpr const char* serviceName = "quorvane";
 
 void refuseMissing(const std::string& service) {
-    if (postgresql::ServiceFile::hasService(service)) return;
+    if (ServiceFile::hasService(service)) return;
     throw CommandError(ExitStatus::failed,
                        fmt::format("there are no settings for the service {}: a section [{}] in ~/.pg_service.conf",
                                    service, service));
-}
-
-/// Does the work on a connection to the service; its failures come in words.
-template <class Work>
-auto onService(const std::string& service, const Work& work) {
-    refuseMissing(service);
-    postgresql::verifyServersByDefault();
-    postgresql::ConnectionSettings settings{.service = service};
-    const postgresql::CancelToken token;
-    try {
-        return work(*postgresql::connectWithKeyring(settings, token));
-    } catch (const postgresql::PostgresError& error) {
-        throw postgresql::PostgresFailure::cloudFailure(error, postgresql::PostgresFailure::Purpose::opening, service);
-    }
 }
 
 // init
@@ -54,26 +32,20 @@ struct InitOptions {
     bool print = false;
 };
 
-std::string install(postgresql::PostgresConnection& connection, const std::vector<std::string>& users) {
-    using namespace postgresql;
-    if (const auto objection = CloudSchema::objection(connection, users))
-        throw CommandError(ExitStatus::failed, *objection);
-    const int before = CloudSchema::migrate(connection);
-    std::string out = before == schemaVersion ? fmt::format("The schema has version {} already.\n", schemaVersion)
-                      : before == 0           ? fmt::format("The schema is installed, in version {}.\n", schemaVersion)
-                                    : fmt::format("The schema had version {} and has {} now.\n", before, schemaVersion);
-    CloudSchema::addUsers(connection, users);
-    for (const auto& user : users)
+std::string install(const InitOptions& options) {
+    refuseMissing(options.service);
+    const auto [before, now] = CloudModule::administration()->install(options.service, options.users);
+    std::string out = before == now ? fmt::format("The schema has version {} already.\n", now)
+                      : before == 0 ? fmt::format("The schema is installed, in version {}.\n", now)
+                                    : fmt::format("The schema had version {} and has {} now.\n", before, now);
+    for (const auto& user : options.users)
         out += fmt::format("The role {} may sync.\n", harmlessLine(user));
     return out;
 }
 
 void init(const InitOptions& options) {
     Output output;
-    output.write(options.print ? postgresql::CloudSchema::script(options.users)
-                               : onService(options.service, [&](postgresql::PostgresConnection& connection) {
-                                     return install(connection, options.users);
-                                 }));
+    output.write(options.print ? CloudModule::administration()->script(options.users) : install(options));
     output.finish();
 }
 
@@ -84,7 +56,7 @@ struct Status {
     bool isConfigured = false;
     AccountStatus account = AccountStatus::couldNotDetermine;
     std::string reason;
-    std::optional<Description> server;
+    std::optional<CloudDescription> server;
     std::optional<std::size_t> records;  ///< activity records of this user
 };
 
@@ -99,13 +71,13 @@ constexpr const char* nameOf(AccountStatus status) {
 }
 
 Status findOut() {
-    Status status{.isConfigured = postgresql::ServiceFile::hasService(serviceName)};
+    const auto cloud = CloudModule::cloudService();
+    Status status{.isConfigured = cloud.isConfigured()};
     if (!status.isConfigured) return status;
-    postgresql::verifyServersByDefault();
-    const auto session = postgresql::PostgresContainer().newSession();
+    const auto session = cloud.makeContainer()->newSession();
     status.account = session->accountStatus(&status.reason);
     try {
-        status.server = onService(serviceName, postgresql::CloudInspection::describe);
+        status.server = CloudModule::administration()->describe(CloudModule::serviceName);
         status.records = session->count(platform::DatabaseScope::privateData,
                                         std::string(CloudKitDataStrategy::PrivateData::activityRecord));
     } catch (const platform::CloudFailure&) {
@@ -118,7 +90,7 @@ Json orNull(const std::string& text) {
     return text.empty() ? Json(nullptr) : Json(text);
 }
 
-Json jsonOf(const Description& server) {
+Json jsonOf(const CloudDescription& server) {
     return {{"host", server.host},
             {"database", server.database},
             {"version", server.serverVersion},
@@ -133,7 +105,7 @@ void addLine(std::string& out, std::string_view question, std::string_view answe
     out += fmt::format("{:<8}  {}\n", question, harmlessLine(answer));
 }
 
-void addLines(std::string& out, const Description& server) {
+void addLines(std::string& out, const CloudDescription& server) {
     addLine(out, "server",
             fmt::format("PostgreSQL {} at {}, database {}", server.serverVersion, server.host, server.database));
     addLine(out, "schema", server.schemaVersion ? fmt::format("version {}", *server.schemaVersion) : "none");
@@ -146,9 +118,9 @@ void addLines(std::string& out, const Description& server) {
 
 std::string textOf(const Status& status) {
     std::string out;
-    addLine(
-        out, "service",
-        fmt::format("{} is {}", serviceName, status.isConfigured ? "set up" : "not set up in libpq's service files"));
+    addLine(out, "service",
+            fmt::format("{} is {}", CloudModule::serviceName,
+                        status.isConfigured ? "set up" : "not set up in libpq's service files"));
     if (!status.isConfigured) return out;
     const std::string account = nameOf(status.account);
     addLine(out, "account", status.reason.empty() ? account : fmt::format("{}: {}", account, status.reason));
@@ -175,12 +147,8 @@ void tellStatus(const CommandContext& context) {
 // check
 
 void check(const CommandContext& context) {
-    std::vector<std::string> findings;
-    const Description server = onService(serviceName, [&](postgresql::PostgresConnection& connection) {
-        Description description = postgresql::CloudInspection::describe(connection);
-        findings = postgresql::CloudInspection::findings(connection, description);
-        return description;
-    });
+    refuseMissing(CloudModule::serviceName);
+    const auto [server, findings] = CloudModule::administration()->examine(CloudModule::serviceName);
     Output output;
     if (context.json) {
         output.write(jsonText({{"server", jsonOf(server)}, {"findings", findings}}) + "\n");

@@ -2,8 +2,7 @@
 
 #include "cli/CommandContext.h"
 #include "cloud/CloudKitSyncError.h"
-#include "cloud/postgresql/PostgresContainer.h"
-#include "cloud/postgresql/ServiceFile.h"
+#include "cloud/module/CloudModule.h"
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/UnixSignals.h"
 
@@ -11,25 +10,9 @@
 #include <fmt/format.h>
 
 namespace quorvane::cli {
-namespace {
-
-constexpr const char* serviceName = "quorvane";
-
-}  // namespace
-
-platform::CloudService defaultCloudService() {
-    postgresql::verifyServersByDefault();
-    return {.isConfigured = [] { return postgresql::ServiceFile::hasService(serviceName); },
-            .makeContainer =
-                [] {
-                    return std::make_unique<postgresql::PostgresContainer>(
-                        postgresql::ConnectionSettings{.service = serviceName});
-                }};
-}
-
 std::string noCloudServiceReason() {
-    return fmt::format("there is no libpq service {} with settings: a section [{}] in ~/.pg_service.conf", serviceName,
-                       serviceName);
+    return fmt::format("there is no libpq service {} with settings: a section [{}] in ~/.pg_service.conf",
+                       CloudModule::serviceName, CloudModule::serviceName);
 }
 
 void runUntilFinished(platform::QtRunLoop& runLoop, const std::function<void(const std::function<void()>&)>& begin) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/RecordContainer.h"
-
 #include <functional>
 #include <string>
 
@@ -15,11 +13,7 @@ class QtRunLoop;
 /// What the commands share that ask the cloud.
 namespace quorvane::cli {
 
-/// The cloud service of this machine: what libpq's settings say under the name "quorvane". Before the first thread:
-/// from here on servers must prove who they are, unless the settings ask for less.
-[[nodiscard]] platform::CloudService defaultCloudService();
-
-/// Why it isn't configured, in one line for whoever has to mend it.
+/// Why this machine has no cloud, in one line for whoever has to mend it.
 [[nodiscard]] std::string noCloudServiceReason();
 
 /// Begins work, and serves the loop until the work calls what it is given. An interrupt throws `CommandError`; then

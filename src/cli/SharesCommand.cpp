@@ -11,6 +11,7 @@
 #include "cli/TextTable.h"
 #include "cloud/CloudKitSyncError.h"
 #include "cloud/ShareService.h"
+#include "cloud/module/CloudModule.h"
 #include "platform/Clock.h"
 #include "platform/linux/QtRunLoop.h"
 #include "session/LocalTime.h"
@@ -131,7 +132,7 @@ private:
 };
 
 void list(const CommandContext& context) {
-    const auto cloud = defaultCloudService();
+    const auto cloud = CloudModule::cloudService();
     ModelContext store(context.open(cloud.isConfigured() ? StoreAccess::change : StoreAccess::read));
     Sharing sharing(cloud);
     const auto failure = sharing.load(store);
@@ -147,7 +148,7 @@ void create(const CommandContext& context, const ShareService::NewShare& share) 
     ModelContext store(context.open(StoreAccess::change));
     for (const Uuid& project : share.projectIds)
         (void)objectById<Project>(store, project);
-    const auto created = Sharing(defaultCloudService()).create(share, store);
+    const auto created = Sharing(CloudModule::cloudService()).create(share, store);
     Output output;
     output.write((context.json ? jsonOf(*created) : created->shareToken()) + "\n");
     output.finish();
@@ -162,7 +163,7 @@ std::shared_ptr<ActivityShare> shareById(ModelContext& store, const Uuid& id) {
 void stop(const CommandContext& context, const Uuid& id) {
     ModelContext store(context.open(StoreAccess::change));
     const auto share = shareById(store, id);
-    Sharing sharing(defaultCloudService());
+    Sharing sharing(CloudModule::cloudService());
     sharing.stop(share, store);
     if (!sharing.hasCloud() && !share->cloudKitRecordID().value_or("").empty())
         throw CommandError(ExitStatus::failed, fmt::format("the share is stopped here, but its public record stays: {}",

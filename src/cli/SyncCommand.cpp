@@ -6,6 +6,7 @@
 #include "cli/Progress.h"
 #include "cli/ServiceConsole.h"
 #include "cloud/CloudKitSyncService.h"
+#include "cloud/module/CloudModule.h"
 #include "platform/linux/QtRunLoop.h"
 #include "store/ModelContext.h"
 
@@ -17,7 +18,7 @@ namespace {
 
 /// The cloud of this machine; nothing has been opened when there is none.
 std::unique_ptr<platform::RecordContainer> cloudContainer() {
-    const auto cloud = defaultCloudService();
+    const auto cloud = CloudModule::cloudService();
     if (!cloud.isConfigured()) {
         const CloudKitSyncError error(CloudKitSyncError::Code::notAvailable, {}, noCloudServiceReason());
         throw CommandError(ExitStatus::failed, withCause(error.what(), error));

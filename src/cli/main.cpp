@@ -2,6 +2,7 @@
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
+#include "cloud/module/CloudModule.h"
 #include "platform/Clock.h"
 #include "session/TerminalText.h"
 
@@ -24,6 +25,7 @@ void prepareProcess() {
         if (::fcntl(descriptor, F_GETFD) == -1)
             static_cast<void>(::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
     std::ios::sync_with_stdio(false);
+    CloudModule::verifyServersByDefault();
 }
 
 int end(ExitStatus status, const std::string& message) {

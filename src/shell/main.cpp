@@ -1,3 +1,4 @@
+#include "cloud/module/CloudModule.h"
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/linux/DBusConnection.h"
@@ -128,7 +129,8 @@ int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, Single
                                     .makeMainWindow = [](AppServices& services) -> std::unique_ptr<QWidget> {
                                         return std::make_unique<MainWindow>(services);
                                     },
-                                    .makeHttpClient = makeHttpClient})
+                                    .makeHttpClient = makeHttpClient,
+                                    .cloud = CloudModule::cloudService()})
                            .run(isInBackground);
     AppLogger::setShared(nullptr);
     return status;
@@ -137,6 +139,7 @@ int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, Single
 int run(int argc, char** argv, bool isInBackground) {
     // Nobody has to read along: lines that can't be written are lost, the time is not.
     std::signal(SIGPIPE, SIG_IGN);
+    CloudModule::verifyServersByDefault();
     if (const auto problem = displayProblem(); !problem.empty()) return refuse(failed, problem);
     const auto token = activationToken();
     const auto application = makeApplication(argc, argv);

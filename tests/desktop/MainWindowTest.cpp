@@ -239,8 +239,8 @@ TEST_F(MainWindowTest, TabGoesRoundEveryControlHasANameAndEscapeLeavesEachSheet)
     const std::string first = "Day timeline, " + dayLabel(today(0)) + ", 2 activities";
     EXPECT_TRUE(focusComesTo(first)) << focus();
     EXPECT_THAT(tabRound(), ElementsAre("Another Message", "Automatic", "Automatic", "Create Share Card", "Timeline",
-                                        "Pause Recording", "Settings", "About Quorvane", "Previous day", "Next day",
-                                        "Today", "Day", "Shorter hours", "Taller hours", first));
+                                        "Pause Recording", "Settings", "Cloud sync", "About Quorvane", "Previous day",
+                                        "Next day", "Today", "Day", "Shorter hours", "Taller hours", first));
 
     press("Down");
     EXPECT_TRUE(waitUntil([&] { return focus() == "Editor, 12:00 to 13:30, 1h30m"; }));

@@ -14,7 +14,8 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-const Names sidebar{"Pause Recording", "Settings", "About Quorvane"};  // behind the section, which comes first
+const Names sidebar{"Pause Recording", "Settings", "Cloud sync",
+                    "About Quorvane"};  // behind the section, which comes first
 
 /// What follows the page's own controls on the way round.
 Names withSidebar(Names page, const std::string& first) {
@@ -132,6 +133,15 @@ TEST_F(ScreensTest, TheLogHasAWindowOfItsOwnAndTheAboutScreenLeadsToTheLicences)
                           "Export Diagnostic Report", focus()});
     press("ctrl+w");
     EXPECT_TRUE(goes("push button", "Export Diagnostic Report"));
+}
+
+TEST_F(ScreensTest, TheSyncScreenOpensWithoutACloudServiceAndSaysHowToSetOneUp) {
+    start();
+    click("push button", "Cloud sync");
+    expectRound("Close", {"Close"});
+    EXPECT_TRUE(comes("label", "No cloud database is set up for Quorvane."));
+    press("Escape");
+    EXPECT_TRUE(goes("push button", "Close"));
 }
 
 TEST_F(ScreensTest, SettingsAreKeptWithSaveAndImmediateSwitchesWithoutIt) {

@@ -2,6 +2,7 @@
 
 #include "cloud/module/ServiceFile.h"
 
+#include <cstdlib>
 #include <dlfcn.h>
 #include <fmt/format.h>
 #include <system_error>
@@ -41,29 +42,48 @@ private:
     std::string reason_;
 };
 
-}  // namespace
-
-CloudService cloudService() {
-    return {.isConfigured = [] { return postgresql::ServiceFile::hasService(serviceName); },
-            .makeContainer = [] { return load(installedFile()); }};
-}
-
-std::filesystem::path installedFile() {
+/// Where an installation has it, and a build: ../lib/quorvane as seen from the program's folder.
+std::filesystem::path installedModule() {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
     return (program.parent_path() / "../lib/quorvane/quorvane-postgresql.so").lexically_normal();
 }
 
-std::unique_ptr<RecordContainer> load(const std::filesystem::path& file) {
+/// Throws `CloudFailure`.
+const Door& doorOf(const std::filesystem::path& file) {
     // It stays loaded: what it has made may outlive everybody who could unload it.
     void* const module = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    void* const symbol = module != nullptr ? ::dlsym(module, entryName) : nullptr;
+    void* const symbol = module != nullptr ? ::dlsym(module, doorName) : nullptr;
     if (symbol == nullptr) {
         const char* const reason = ::dlerror();
-        return std::make_unique<FailingContainer>(fmt::format("the client of the cloud database can't be loaded: {}",
-                                                              reason != nullptr ? reason : file.string()));
+        throw CloudFailure(CloudFailure::Kind::unreachable,
+                           fmt::format("The client of the cloud database can't be loaded: {}",
+                                       reason != nullptr ? reason : file.string()));
     }
-    return std::unique_ptr<RecordContainer>(reinterpret_cast<Entry>(symbol)());
+    return *reinterpret_cast<const Door* (*)()>(symbol)();
+}
+
+}  // namespace
+
+CloudService cloudService() {
+    return {.isConfigured = [] { return ServiceFile::hasService(serviceName); },
+            .makeContainer = [] { return containerOf(installedModule()); }};
+}
+
+std::unique_ptr<RecordContainer> containerOf(const std::filesystem::path& module) {
+    try {
+        return doorOf(module).makeContainer();
+    } catch (const CloudFailure& failure) {
+        return std::make_unique<FailingContainer>(failure.what());
+    }
+}
+
+std::unique_ptr<CloudAdministration> administration() {
+    return doorOf(installedModule()).makeAdministration();
+}
+
+void verifyServersByDefault() {
+    ::setenv("PGSSLMODE", "verify-full", 0);
 }
 
 }  // namespace quorvane::CloudModule

@@ -92,7 +92,7 @@ std::optional<std::string> versionFinding(std::optional<int> version) {
 
 }  // namespace
 
-Description describe(PostgresConnection& connection) {
+CloudDescription describe(PostgresConnection& connection) {
     connection.executeScript("BEGIN READ ONLY; SET LOCAL search_path = pg_catalog, pg_temp");
     const PostgresResult answer = connection.execute(whoAmI);
     connection.executeScript("COMMIT");
@@ -107,7 +107,7 @@ Description describe(PostgresConnection& connection) {
             .schemaVersion = schemaVersionOf(connection)};
 }
 
-std::vector<std::string> findings(PostgresConnection& connection, const Description& description) {
+std::vector<std::string> findings(PostgresConnection& connection, const CloudDescription& description) {
     std::vector<std::string> lines;
     if (description.unboundBecause)
         lines.push_back(fmt::format("the role {} sees everybody's records, because {}: sync as another one",

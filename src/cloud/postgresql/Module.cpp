@@ -1,7 +1,20 @@
 #include "cloud/module/CloudModule.h"
+#include "cloud/postgresql/PostgresAdministration.h"
 #include "cloud/postgresql/PostgresContainer.h"
 
-/// The module's only door; `CloudModule` comes in by it.
-extern "C" [[gnu::visibility("default")]] quorvane::platform::RecordContainer* quorvaneMakeRecordContainer() {
-    return std::make_unique<quorvane::postgresql::PostgresContainer>().release();
+namespace {
+
+constexpr quorvane::CloudModule::Door door{
+    .makeContainer = []() -> std::unique_ptr<quorvane::platform::RecordContainer> {
+        return std::make_unique<quorvane::postgresql::PostgresContainer>(
+            quorvane::postgresql::ConnectionSettings{.service = quorvane::CloudModule::serviceName});
+    },
+    .makeAdministration = []() -> std::unique_ptr<quorvane::CloudAdministration> {
+        return std::make_unique<quorvane::postgresql::PostgresAdministration>();
+    }};
+
+}  // namespace
+
+extern "C" const quorvane::CloudModule::Door* quorvaneCloudDoor() {
+    return &door;
 }

@@ -1,6 +1,5 @@
 #include "cloud/postgresql/PostgresConnection.h"
 
-#include <cstdlib>
 #include <exception>
 #include <poll.h>
 #include <utility>
@@ -244,10 +243,6 @@ void PostgresConnection::lose(const PostgresError& error) {
     facts.isConnectionLost = true;
     connection_.reset();  // at once: a server that waits to send its rows hears nothing else
     throw PostgresError(std::move(facts));
-}
-
-void verifyServersByDefault() {
-    setenv("PGSSLMODE", "verify-full", 0);
 }
 
 }  // namespace quorvane::postgresql

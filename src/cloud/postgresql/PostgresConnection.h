@@ -86,8 +86,4 @@ private:
     ConnectionHandle connection_;
 };
 
-/// The service's servers must prove who they are, unless its settings ask for less: where neither they nor the
-/// environment says anything, libpq would talk to anybody. To be called before the first thread starts.
-void verifyServersByDefault();
-
 }  // namespace quorvane::postgresql

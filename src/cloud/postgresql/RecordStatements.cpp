@@ -17,11 +17,6 @@ struct Statements {
     std::string remove;
 };
 
-/// As the index has it.
-constexpr std::string_view sortKey =
-    "(coalesce(fields OPERATOR(pg_catalog.->) 'createdAt' OPERATOR(pg_catalog.->>) '$date', '') COLLATE "
-    "pg_catalog.\"C\")";
-
 /// `own` confines statements to the user's own rows, also for a role that no policy holds: a superuser or the owner of
 /// the tables would otherwise get everybody's.
 Statements statements(std::string_view table, std::string_view conflictTarget, std::string_view own) {
@@ -35,7 +30,7 @@ Statements statements(std::string_view table, std::string_view conflictTarget, s
                         "ON CONFLICT ({}) DO UPDATE SET fields = t.fields OPERATOR(pg_catalog.||) excluded.fields "
                         "WHERE t.record_type OPERATOR(pg_catalog.=) excluded.record_type RETURNING record_name",
                         table, conflictTarget),
-        .page = fmt::format("SELECT record_name, {}, fields FROM {} {}", sortKey, table, ofType),
+        .page = fmt::format("SELECT record_name, sort_key, fields FROM {} {}", table, ofType),
         .count = fmt::format("SELECT pg_catalog.count(*) FROM {} {}", table, ofType),
         .record = fmt::format("SELECT record_type, fields FROM {} {}", table, named),
         .remove = fmt::format("DELETE FROM {} {} RETURNING record_name", table, named),
@@ -60,13 +55,13 @@ Page page(platform::DatabaseScope scope, const platform::RecordQuery& query) {
     if (query.after) {
         page.parameters.emplace_back(query.after->createdAt);
         page.parameters.emplace_back(query.after->recordName);
-        page.sql +=
-            fmt::format(" AND ({}, record_name) OPERATOR(pg_catalog.<) (${}::pg_catalog.text, ${}::pg_catalog.text)",
-                        sortKey, page.parameters.size() - 1, page.parameters.size());
+        page.sql += fmt::format(
+            " AND (sort_key, record_name) OPERATOR(pg_catalog.<) (${}::pg_catalog.text, ${}::pg_catalog.text)",
+            page.parameters.size() - 1, page.parameters.size());
     }
     page.parameters.emplace_back(std::to_string(query.limit + 1));
     page.sql +=
-        fmt::format(" ORDER BY {} DESC, record_name DESC LIMIT ${}::pg_catalog.int8", sortKey, page.parameters.size());
+        fmt::format(" ORDER BY sort_key DESC, record_name DESC LIMIT ${}::pg_catalog.int8", page.parameters.size());
     return page;
 }
 

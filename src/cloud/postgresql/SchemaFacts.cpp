@@ -71,7 +71,8 @@ FROM pg_roles r WHERE rolname IN ('quorvane_user', 'quorvane_reader')
 )sql";
 
 constexpr const char* columns = "owner name, record_name text, record_type text, fields jsonb, "
-                                "created_at timestamp with time zone, modified_at timestamp with time zone";
+                                "created_at timestamp with time zone, modified_at timestamp with time zone, "
+                                "sort_key text";
 constexpr const char* own = "(owner=CURRENT_USER)";
 constexpr const char* ownShare = "((owner=CURRENT_USER)AND(record_type='ActivityShare'::text))";
 constexpr const char* ownOrPublic =
@@ -101,7 +102,7 @@ Facts newest() {
         facts[fmt::format("role {}", role)] = "";
         facts[fmt::format("GRANT USAGE ON SCHEMA quorvane TO {}", role)] = "";
         facts[fmt::format("GRANT EXECUTE ON FUNCTION version() TO {}", role)] = "";
-        for (const char* column : {"record_name", "record_type", "fields", "created_at", "modified_at"})
+        for (const char* column : {"record_name", "record_type", "fields", "created_at", "modified_at", "sort_key"})
             facts[fmt::format("GRANT SELECT ON public_records ({}) TO {}", column, role)] = "";
     }
     for (const char* function : {"touch", "version"})

@@ -2,6 +2,7 @@
 
 #include "base/Signal.h"
 #include "capture/PermissionChecker.h"
+#include "cloud/CloudKitSyncService.h"
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ApplicationInfo.h"
 #include "diagnostics/ConsoleSink.h"
@@ -37,6 +38,7 @@ struct AppServices {
     const PerformanceReportPreferences& performanceReports;
     platform::SettingsPanes& settingsPanes;
     ZelkorUpdateController& updates;
+    CloudKitSyncService& cloudKitSyncService;
     const Localization& localization;
     const ApplicationInfo& application;
     ConsoleSink& console;

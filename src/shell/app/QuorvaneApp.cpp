@@ -1,6 +1,8 @@
 #include "shell/app/QuorvaneApp.h"
 
 #include "base/Deployment.h"
+#include "cloud/CloudKitAvailability.h"
+#include "cloud/CloudKitSyncService.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/UnixSignals.h"
 #include "platform/linux/XdgLoginItem.h"
@@ -39,6 +41,9 @@ struct QuorvaneApp::Scene {
                    .showAbout = [&app] { app.showAbout(); },
                    .quit = [&app] { app.parts_.runLoop.quit(); }}),
           tray(menuBar, appearance, app.parts_.sessionBus),
+          cloudKitSyncService(std::make_unique<CloudKitSyncService>(
+              app.parts_.runLoop, app.parts_.console,
+              CloudKitAvailability::defaultContainer(app.parts_.cloud, app.parts_.logger))),
           launchTask(app.container_.mainContext(), app.parts_.runLoop, app.parts_.console, app.parts_.hooks),
           services{
               .container = app.container_,
@@ -52,6 +57,7 @@ struct QuorvaneApp::Scene {
               .performanceReports = performanceReports,
               .settingsPanes = desktop.settingsPanes(),
               .updates = app.updates_,
+              .cloudKitSyncService = *cloudKitSyncService,
               .localization = app.localization_,
               .application = app.parts_.application,
               .console = app.parts_.console,
@@ -76,6 +82,7 @@ struct QuorvaneApp::Scene {
     AutoStartManager autoStartManager;
     MenuBarContentView menuBar;
     TrayIcon tray;
+    std::unique_ptr<CloudKitSyncService> cloudKitSyncService;  ///< none at the very end, when no window is left
     LaunchTask launchTask;
     Signal<> aboutRequested;
     AppServices services;
@@ -98,12 +105,7 @@ QuorvaneApp::QuorvaneApp(Parts parts)
                     .language = std::string(localization_.language()),
                     .hasVisibleWindows = [this] { return windows_.hasVisibleWindows(); },
                     .makeHttpClient = parts_.makeHttpClient}) {
-    if (!parts_.hooks.applyDockVisibility)
-        parts_.hooks.applyDockVisibility = [this](bool hide) {
-            DockVisibilityController::apply(windows_, hide, false);
-        };
-    if (!parts_.hooks.startMemoryMonitor)
-        parts_.hooks.startMemoryMonitor = [this](Seconds interval) { diagnostics_.startMemoryMonitor(interval); };
+    setHooks();
     updates_.startIfNeeded();
     diagnostics_.startWatchdog();
     auto& instance = parts_.singleInstance;
@@ -116,10 +118,29 @@ QuorvaneApp::QuorvaneApp(Parts parts)
     subscriptions_.push_back(windows_.closed.subscribe([this] { parts_.runLoop.post([] { malloc_trim(0); }); }));
 }
 
+void QuorvaneApp::setHooks() {
+    auto& hooks = parts_.hooks;
+    if (!hooks.applyDockVisibility)
+        hooks.applyDockVisibility = [this](bool hide) { DockVisibilityController::apply(windows_, hide, false); };
+    if (!hooks.startMemoryMonitor)
+        hooks.startMemoryMonitor = [this](Seconds interval) { diagnostics_.startMemoryMonitor(interval); };
+    if (!hooks.isCloudAvailable)
+        hooks.isCloudAvailable = [this] { return scene().cloudKitSyncService->isInitialized(); };
+    if (!hooks.performFullSync)
+        hooks.performFullSync = [this](ModelContext& context, const LaunchHooks::SyncFinished& finished) {
+            scene().cloudKitSyncService->performFullSync(
+                context, [finished](const std::optional<CloudKitSyncError>& error) {
+                    finished(error ? std::optional<std::string>(error->what()) : std::nullopt);
+                });
+        };
+}
+
 QuorvaneApp::~QuorvaneApp() {
     subscriptions_.clear();
-    parts_.runLoop.finishBackground();
     windows_.close();
+    // Calls its questions to the cloud off; they would be waited for.
+    if (scene_) scene_->cloudKitSyncService.reset();
+    parts_.runLoop.finishBackground();
     // The store goes before the tracker, which closes its record and then has nowhere to save it.
     SafeModelContainer::reset();
 }

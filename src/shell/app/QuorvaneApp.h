@@ -2,6 +2,7 @@
 
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ConsoleSink.h"
+#include "platform/RecordContainer.h"
 #include "platform/linux/DBusConnection.h"
 #include "platform/linux/IniUserDefaults.h"
 #include "platform/linux/QtRunLoop.h"
@@ -31,6 +32,8 @@ public:
         MainWindowFactory makeMainWindow{};
         /// For builds that name a host; not called by others.
         std::function<std::unique_ptr<platform::HttpClient>()> makeHttpClient{};
+        /// Of this machine; empty: the cloud is unavailable.
+        platform::CloudService cloud{};
         LaunchHooks hooks{};
     };
 
@@ -48,6 +51,7 @@ private:
     struct Scene;
 
     Scene& scene();
+    void setHooks();
     void startInBackground();
     void openMainWindow();
     void openWindow();

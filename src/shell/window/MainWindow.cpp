@@ -13,6 +13,7 @@
 #include "shell/window/ActivityPage.h"
 #include "shell/window/ApplicationMenu.h"
 #include "shell/window/BillingSheets.h"
+#include "shell/window/CloudSyncSheet.h"
 #include "shell/window/SectionPages.h"
 #include "shell/window/Shortcuts.h"
 #include "shell/window/Sidebar.h"
@@ -55,6 +56,7 @@ MainWindow::MainWindow(AppServices& services)
     Shortcuts::add(*this, *activityPage_, services_, activity_.chart());
     sectionChosen_ = sidebar_->sectionChosen.subscribe([this](MainSection section) { chooseSection(section); });
     settingsWanted_ = sidebar_->settingsWanted.subscribe([this] { openSettings(); });
+    cloudSyncWanted_ = sidebar_->cloudSyncWanted.subscribe([this] { openCloudSync(); });
     aboutWanted_ = sidebar_->aboutWanted.subscribe([this] { openAbout(); });
     aboutRequested_ = services_.aboutRequested.subscribe([this] { openAbout(); });
     resize(firstSize);
@@ -98,6 +100,10 @@ void MainWindow::openLog() {
     logWindow_->show();
     logWindow_->raise();
     logWindow_->activateWindow();
+}
+
+void MainWindow::openCloudSync() {
+    CloudSyncSheet::open(*this, services_);
 }
 
 void MainWindow::openAbout() {

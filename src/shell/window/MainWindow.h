@@ -25,6 +25,7 @@ public:
 
     void chooseSection(MainSection section);
     void openSettings();
+    void openCloudSync();
     void openAbout();
     /// The log, in a window of its own, of which there is one. It goes with this one.
     void openLog();
@@ -54,6 +55,7 @@ private:
     bool hasBegun_ = false;
     Subscription sectionChosen_;
     Subscription settingsWanted_;
+    Subscription cloudSyncWanted_;
     Subscription aboutWanted_;
     Subscription aboutRequested_;
 };

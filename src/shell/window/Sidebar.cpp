@@ -54,11 +54,15 @@ void Sidebar::addSections(QVBoxLayout& column, const Localization& localization)
 
 void Sidebar::addTools(QVBoxLayout& column, const Localization& localization) {
     auto* const settings = Button::withIcon("settings", qt(localization.text("settings")));
+    auto* const sync = Button::withIcon("cloud", qt(localization.text("ui_sync_title")));
     auto* const about = Button::withIcon("info", qt(localization.text("about_menu_title")));
     connect(settings, &QAbstractButton::clicked, this, [this] { settingsWanted.send(); });
+    connect(sync, &QAbstractButton::clicked, this, [this] { cloudSyncWanted.send(); });
     connect(about, &QAbstractButton::clicked, this, [this] { aboutWanted.send(); });
     tools_ = new QBoxLayout(QBoxLayout::LeftToRight);
     tools_->addWidget(settings, 0, Qt::AlignHCenter);
+    tools_->addStretch(1);
+    tools_->addWidget(sync, 0, Qt::AlignHCenter);
     tools_->addStretch(1);
     tools_->addWidget(about, 0, Qt::AlignHCenter);
     column.addSpacing(10);

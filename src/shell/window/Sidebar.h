@@ -34,6 +34,7 @@ public:
 
     Signal<MainSection> sectionChosen;
     Signal<> settingsWanted;
+    Signal<> cloudSyncWanted;
     Signal<> aboutWanted;
 
 protected:

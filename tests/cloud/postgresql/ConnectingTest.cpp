@@ -1,3 +1,4 @@
+#include "cloud/module/CloudModule.h"
 #include "cloud/postgresql/support/PostgresScene.h"
 
 #include <filesystem>
@@ -119,12 +120,12 @@ TEST_F(ConnectingTest, AServerMustProveWhoItIsUnlessTheSettingsAskForLess) {
         environment_.set("PGSERVICEFILE", (home_ / "service").string());
         postgresql::PostgresSession alice({});
         environment_.unset("PGSSLMODE");
-        postgresql::verifyServersByDefault();
+        CloudModule::verifyServersByDefault();
         std::string reason;
         EXPECT_EQ(alice.accountStatus(&reason), AccountStatus::couldNotDetermine);
         EXPECT_THAT(reason, StartsWith(row.words));
         environment_.set("PGSSLMODE", "prefer");
-        postgresql::verifyServersByDefault();
+        CloudModule::verifyServersByDefault();
         EXPECT_EQ(alice.accountStatus(&reason), AccountStatus::available);
     }
 }

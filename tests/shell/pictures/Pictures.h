@@ -15,6 +15,7 @@ struct Picture {
     std::function<void(WindowScene&)> arrange;
     bool isEmpty = false;       ///< over a store without records
     bool alsoMirrored = false;  ///< from right to left too
+    bool hasCloud = true;
     /// The window that is pictured, if it isn't the main one.
     std::function<QWidget*()> window{};
 };
@@ -22,6 +23,7 @@ struct Picture {
 [[nodiscard]] std::vector<Picture> timelinePictures();
 [[nodiscard]] std::vector<Picture> billingPictures();
 [[nodiscard]] std::vector<Picture> otherPictures();
+[[nodiscard]] std::vector<Picture> cloudPictures();
 
 /// Presses the button that shows the text, or is called so.
 void pressButton(WindowScene& scene, const std::string& text);

@@ -52,7 +52,7 @@ bool draw(const Picture& picture, const Manner& manner, const QString& folder) {
     QLocale::setDefault(QLocale(QString::fromLatin1(locale)));
     QGuiApplication::setLayoutDirection(manner.isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
     applyTheme(manner.isDark ? Theme::dark() : Theme::light());
-    WindowScene scene(manner.language, picture.isEmpty);
+    WindowScene scene(manner.language, picture.isEmpty, {}, picture.hasCloud);
     scene.open(manner.size);
     scene.workUntil("16:58:30");
     picture.arrange(scene);
@@ -67,7 +67,7 @@ bool draw(const Picture& picture, const Manner& manner, const QString& folder) {
 int drawAll(const QString& folder, const std::string& only) {
     Motion::setAllowed(false);
     bool isFine = QDir().mkpath(folder);
-    for (const auto& pictures : {timelinePictures(), billingPictures(), otherPictures()})
+    for (const auto& pictures : {timelinePictures(), billingPictures(), otherPictures(), cloudPictures()})
         for (const Picture& picture : pictures) {
             if (!only.empty() && only != picture.name) continue;
             isFine &= draw(picture, {}, folder);

@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-WindowScene::WindowScene(std::string_view language, bool isEmpty, const std::string& feedKey)
+WindowScene::WindowScene(std::string_view language, bool isEmpty, const std::string& feedKey, bool hasCloud)
     : runLoop(at("2026-03-12 16:48:59.5")), logger_(runLoop, systemLog_, console, application_),
       localization_(language), session_(runLoop, desktop, store.context(), defaults, console),
       updates_(
@@ -29,6 +29,8 @@ WindowScene::WindowScene(std::string_view language, bool isEmpty, const std::str
                     .console = console}),
       menuBar_(session_.tracker(), permissions_, localization_, {}),
       autoStart_(loginItem_, desktop.settingsPanes(), runLoop, console),
+      cloudKitSyncService_(runLoop, console,
+                           hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr),
       services_{.container = store.container(),
                 .context = store.context(),
                 .tracker = session_.tracker(),
@@ -40,6 +42,7 @@ WindowScene::WindowScene(std::string_view language, bool isEmpty, const std::str
                 .performanceReports = performanceReports_,
                 .settingsPanes = desktop.settingsPanes(),
                 .updates = updates_,
+                .cloudKitSyncService = cloudKitSyncService_,
                 .localization = localization_,
                 .application = application_,
                 .console = console,

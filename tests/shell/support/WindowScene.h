@@ -9,6 +9,7 @@
 #include "platform/simulated/SimulatedDesktop.h"
 #include "platform/simulated/SimulatedHttpClient.h"
 #include "platform/simulated/SimulatedLoginItem.h"
+#include "platform/simulated/SimulatedRecordContainer.h"
 #include "session/TrackingSession.h"
 #include "shell/app/AppServices.h"
 #include "shell/window/MainWindow.h"
@@ -28,7 +29,8 @@ public:
 
     /// Begins on Thursday, 12 March 2026, at 16:48:59.5, with the sample days or with nothing.
     /// With a key there is a feed of versions on `feedHost` that has to be signed with it.
-    explicit WindowScene(std::string_view language = "en", bool isEmpty = false, const std::string& feedKey = {});
+    explicit WindowScene(std::string_view language = "en", bool isEmpty = false, const std::string& feedKey = {},
+                         bool hasCloud = true);
 
     /// Opens the window in this size, or in its own where none is given; the tracker starts with it.
     MainWindow& open(QSize size = {});
@@ -49,6 +51,7 @@ public:
     platform::InMemoryUserDefaults defaults;
     RecordingConsole console;
     platform::SimulatedHttpClient::Network network;
+    platform::SimulatedCloud cloud;
     bool hasTray = true;
     bool hasQuit = false;
 
@@ -63,6 +66,7 @@ private:
     MenuBarContentView menuBar_;
     platform::SimulatedLoginItem loginItem_;
     AutoStartManager autoStart_;
+    CloudKitSyncService cloudKitSyncService_;
     PerformanceReportPreferences performanceReports_{defaults};
     std::uint64_t words_ = 0;
     Signal<> hasTrayChanged_;

@@ -188,8 +188,8 @@ TEST_F(MainWindowTest, TabGoesThroughAllControlsAndComesBack) {
         EXPECT_TRUE(focus->isVisible());
     }
     EXPECT_TRUE(seen.contains(first));
-    // The sections as one, recording, settings, about, the six of the header, the chart, the four of the praise.
-    EXPECT_EQ(seen.size(), 15U);
+    // The sections as one, recording, settings, sync, about, the six of the header, the chart, the four of the praise.
+    EXPECT_EQ(seen.size(), 16U);
 }
 
 TEST_F(MainWindowTest, EveryControlHasANameForAssistiveTechnology) {

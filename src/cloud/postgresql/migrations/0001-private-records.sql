@@ -34,6 +34,8 @@ CREATE SCHEMA quorvane;
 -- A record of one user. The keys that a record travels with lie in `fields`: text, number, true or false, an array of
 -- texts, and a date as {"$date": "2026-03-04T15:00:00.000000Z"}, always in UTC and with six digits, so that the order
 -- of the texts is the order in time. `created_at` and `modified_at` are this server's and serve its administrator.
+-- `sort_key` is the date of `fields` once more: under row-level security no index on an expression with jsonb's
+-- operators may be searched, as these could tell what they are compared with.
 CREATE TABLE quorvane.private_records (
   owner       name             NOT NULL DEFAULT current_user,  -- the role that wrote it
   record_name text COLLATE "C" NOT NULL CHECK (octet_length(record_name) BETWEEN 1 AND 255),
@@ -42,12 +44,14 @@ CREATE TABLE quorvane.private_records (
                                                AND octet_length(fields::text) <= 1048576),
   created_at  timestamptz      NOT NULL DEFAULT now(),
   modified_at timestamptz      NOT NULL DEFAULT now(),
+  sort_key    text COLLATE "C" NOT NULL
+              GENERATED ALWAYS AS (coalesce(fields -> 'createdAt' ->> '$date', '')) STORED,
   PRIMARY KEY (owner, record_name)
 );
 
 -- The newest records of a type, page by page; those without a date come last.
 CREATE INDEX private_records_newest ON quorvane.private_records
-  (owner, record_type, ((coalesce(fields -> 'createdAt' ->> '$date', '')) COLLATE "C") DESC, record_name DESC);
+  (owner, record_type, sort_key DESC, record_name DESC);
 
 -- The number of the last step that was taken. The application refuses to work with another one than its own.
 CREATE FUNCTION quorvane.version() RETURNS integer LANGUAGE sql STABLE AS 'SELECT 1';

@@ -17,10 +17,12 @@ CREATE TABLE quorvane.public_records (
                                                AND octet_length(fields::text) <= 1048576),
   created_at  timestamptz      NOT NULL DEFAULT now(),
   modified_at timestamptz      NOT NULL DEFAULT now(),
+  sort_key    text COLLATE "C" NOT NULL
+              GENERATED ALWAYS AS (coalesce(fields -> 'createdAt' ->> '$date', '')) STORED,
   PRIMARY KEY (record_name)
 );
 CREATE INDEX public_records_newest ON quorvane.public_records
-  (record_type, ((coalesce(fields -> 'createdAt' ->> '$date', '')) COLLATE "C") DESC, record_name DESC);
+  (record_type, sort_key DESC, record_name DESC);
 CREATE INDEX public_records_owner ON quorvane.public_records (owner);
 CREATE TRIGGER touch BEFORE UPDATE ON quorvane.public_records FOR EACH ROW EXECUTE FUNCTION quorvane.touch();
 
@@ -46,7 +48,7 @@ CREATE POLICY retract ON quorvane.public_records FOR DELETE TO quorvane_user
 
 -- Who published a share is nobody's business: the column can't be read.
 REVOKE ALL ON quorvane.public_records FROM PUBLIC, quorvane_user, quorvane_reader;
-GRANT SELECT (record_name, record_type, fields, created_at, modified_at)
+GRANT SELECT (record_name, record_type, fields, created_at, modified_at, sort_key)
   ON quorvane.public_records TO quorvane_user, quorvane_reader;
 GRANT INSERT (record_name, record_type, fields), UPDATE (fields), DELETE
   ON quorvane.public_records TO quorvane_user;

@@ -1,4 +1,4 @@
-#include "cloud/postgresql/ServiceFile.h"
+#include "cloud/module/ServiceFile.h"
 
 #include "desktop/support/Environment.h"
 #include "support/TemporaryFolder.h"
@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-namespace quorvane::postgresql {
+namespace quorvane {
 namespace {
 
 using ServiceFile::Section;
@@ -120,4 +120,4 @@ TEST_F(ServiceFilesTest, ReadsABoundedPartOfAHugeFile) {
 }
 
 }  // namespace
-}  // namespace quorvane::postgresql
+}  // namespace quorvane

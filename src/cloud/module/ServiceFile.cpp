@@ -1,4 +1,4 @@
-#include "cloud/postgresql/ServiceFile.h"
+#include "cloud/module/ServiceFile.h"
 
 #include <array>
 #include <cerrno>
@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <vector>
 
-namespace quorvane::postgresql::ServiceFile {
+namespace quorvane::ServiceFile {
 namespace {
 
 using Path = std::filesystem::path;
@@ -104,4 +104,4 @@ bool hasService(const std::string& name) noexcept {
     }
 }
 
-}  // namespace quorvane::postgresql::ServiceFile
+}  // namespace quorvane::ServiceFile

@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// The files in which libpq's users keep their connections, each under a name of its own. Nothing here connects.
-namespace quorvane::postgresql::ServiceFile {
+namespace quorvane::ServiceFile {
 
 enum class Section : std::uint8_t { missing, empty, filled };
 
@@ -18,4 +18,4 @@ enum class Section : std::uint8_t { missing, empty, filled };
 /// where Debian has it. What can't be read has no section; of a file that exceeds 1 MiB only the beginning counts.
 [[nodiscard]] bool hasService(const std::string& name) noexcept;
 
-}  // namespace quorvane::postgresql::ServiceFile
+}  // namespace quorvane::ServiceFile

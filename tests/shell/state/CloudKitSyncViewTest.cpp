@@ -1,0 +1,216 @@
+#include "shell/state/CloudKitSyncView.h"
+
+#include "platform/Clock.h"
+#include "platform/simulated/SimulatedRecordContainer.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Builders.h"
+#include "support/RecordingConsole.h"
+#include "support/TemporaryStore.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+namespace quorvane {
+namespace {
+
+using platform::AccountStatus;
+using platform::CloudFailure;
+using testing::Contains;
+using testing::ElementsAre;
+
+constexpr const char* unavailable = "CloudKit不可用，请检查iCloud登录状态";
+
+class CloudKitSyncViewTest : public testing::Test {
+protected:
+    void makeService(bool hasCloud) {
+        service = std::make_unique<CloudKitSyncService>(
+            runLoop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
+    }
+    /// The screen opens; `messages` takes what its alerts say.
+    CloudKitSyncView& open() {
+        view = std::make_unique<CloudKitSyncView>(*service, store.context(), runLoop, english);
+        changed = view->changed.subscribe([this] {
+            statuses.push_back(view->statusText());
+            if (!view->showingSyncAlert()) return;
+            messages.push_back((view->hasSucceeded() ? "+ " : "- ") + view->syncMessage());
+            view->dismissSyncAlert();
+        });
+        view->appear();
+        return *view;
+    }
+    void addRecords(int count) {
+        for (int i = 0; i < count; ++i)
+            aRecord().from("08:00:00").to("08:30:00").app("Editor").in(store.context());
+        store.context().save();
+    }
+    [[nodiscard]] std::string problem() const {
+        const auto found = view->problem();
+        return found ? fmt::format("{}{}|{}", found->isFailure ? "" : "? ", found->text, found->cause) : "none";
+    }
+
+    TemporaryStore store;
+    platform::SimulatedRunLoop runLoop{at("09:00:00")};
+    platform::ClockOverride clock{[this] { return runLoop.now(); }};
+    platform::SimulatedCloud cloud;
+    RecordingConsole console;
+    Localization english{"en"};
+    std::unique_ptr<CloudKitSyncService> service;
+    std::unique_ptr<CloudKitSyncView> view;
+    Subscription changed;
+    std::vector<std::string> messages;
+    std::vector<std::string> statuses;
+};
+
+TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
+    const struct {
+        const char* name;
+        AccountStatus status;
+        std::optional<CloudFailure> failure;
+        const char* records;  ///< what the first button says in the end
+        const char* full;
+        std::string problem;
+    } rows[] = {
+        {"success", AccountStatus::available, {}, "+ 活动记录同步成功", "+ 完整同步成功", "none"},
+        {"time-out", AccountStatus::available,
+         CloudFailure(CloudFailure::Kind::timedOut, "no answer from db within 30 s"),
+         "- 活动记录同步失败: 同步超时（30秒），请检查网络连接", "- 完整同步失败: 同步超时（30秒），请检查网络连接",
+         "同步超时（30秒），请检查网络连接|no answer from db within 30 s"},
+        {"no connection", AccountStatus::available, CloudFailure(CloudFailure::Kind::unreachable, "db is down"),
+         "- 活动记录同步失败: 同步失败: db is down", "- 完整同步失败: 同步失败: db is down", "同步失败: db is down|"},
+        {"scheduler", AccountStatus::available, CloudFailure(CloudFailure::Kind::refused, "CKScheduler is busy"),
+         "+ 活动记录同步成功", "+ 完整同步成功", "同步失败: CKScheduler is busy|"},
+        {"no account",
+         AccountStatus::noAccount,
+         {},
+         "- CloudKit不可用，请检查iCloud登录状态",
+         "- CloudKit不可用，请检查iCloud登录状态",
+         std::string(unavailable) + "|nobody knows mia"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        cloud.status = row.status;
+        cloud.statusReason = row.status == AccountStatus::available ? "" : "nobody knows mia";
+        cloud.failure = row.failure;
+        messages.clear();
+        makeService(true);
+        auto& screen = open();
+        screen.syncActivityRecords();
+        EXPECT_FALSE(screen.canSync());
+        screen.performFullSync();  // nothing: one at a time
+        runLoop.runPosted();
+        screen.performFullSync();
+        runLoop.runPosted();
+        EXPECT_THAT(messages, ElementsAre(row.records, row.full));
+        EXPECT_EQ(problem(), row.problem);
+        EXPECT_TRUE(screen.canSync());
+        view.reset();
+    }
+}
+
+TEST_F(CloudKitSyncViewTest, TheStatusIsAskedForWhenTheScreenOpensAndTheLastAnswerCounts) {
+    makeService(true);
+    auto& screen = open();
+    EXPECT_EQ(screen.availabilityText(), "Checking…");
+    EXPECT_EQ(problem(), "none");
+    runLoop.runPosted();
+    EXPECT_EQ(screen.availabilityText(), "Available");
+    cloud.status = AccountStatus::restricted;
+    cloud.statusReason = "mia may read only";
+    open();
+    runLoop.runPosted();
+    EXPECT_EQ(view->availabilityText(), "Not available");
+    EXPECT_EQ(problem(), std::string(unavailable) + "|mia may read only");
+    EXPECT_TRUE(view->canSync()) << "to try again";
+    cloud.status = AccountStatus::available;
+    view->syncActivityRecords();
+    runLoop.runPosted();
+    EXPECT_EQ(view->availabilityText(), "Available");
+    EXPECT_THAT(messages, ElementsAre("+ 活动记录同步成功"));
+}
+
+TEST_F(CloudKitSyncViewTest, WithoutACloudServiceItSaysHowToSetOneUpAndSyncsNothing) {
+    makeService(false);
+    auto& screen = open();
+    screen.performFullSync();
+    runLoop.runPosted();
+    EXPECT_EQ(screen.availabilityText(), "Not available");
+    EXPECT_FALSE(screen.canSync());
+    EXPECT_TRUE(problem().starts_with("? No cloud database is set up")) << problem();
+    EXPECT_THAT(messages, ElementsAre());
+    EXPECT_EQ(cloud.sessions, 0);
+}
+
+TEST_F(CloudKitSyncViewTest, TheStatusSaysHowFarASyncIsAndWhenTheLastOneWas) {
+    addRecords(250);
+    makeService(true);
+    auto& screen = open();
+    runLoop.runPosted();
+    EXPECT_EQ(screen.statusText(), "Never synced");
+    EXPECT_STREQ(screen.symbol(), "cloud");
+    screen.syncActivityRecords();
+    EXPECT_EQ(screen.statusText(), "Syncing…");
+    EXPECT_STREQ(screen.symbol(), "refresh");
+    runLoop.runPosted();
+    for (const char* told : {"Syncing… 0 of 250 uploaded", "Syncing… 200 of 250 uploaded", "Syncing… 250 downloaded"})
+        EXPECT_THAT(statuses, Contains(told));
+    EXPECT_EQ(screen.statusText(), "Last sync: today, 09:00");
+    runLoop.setClock(at("2026-03-03 08:00:00"));
+    EXPECT_EQ(screen.statusText(), "Last sync: yesterday, 09:00");
+    runLoop.setClock(at("2026-03-04 08:00:00"));
+    EXPECT_THAT(screen.statusText(), testing::MatchesRegex("Last sync: .*2026.*"));
+}
+
+TEST_F(CloudKitSyncViewTest, RecordsThatTheCloudRefusesAreCountedAfterASuccess) {
+    addRecords(2);
+    makeService(true);
+    for (const auto& record : store.context().fetch<ActivityRecord>())
+        cloud.refusedRecords[record->id().string()] = "too large";
+    open().syncActivityRecords();
+    runLoop.runPosted();
+    EXPECT_THAT(messages, ElementsAre("+ 活动记录同步成功"));
+    EXPECT_EQ(problem(), "2 records were refused by the cloud and stay on this computer alone.|");
+}
+
+TEST_F(CloudKitSyncViewTest, ASyncThatAnotherOneBeganIsShownAndItsEndTold) {
+    makeService(true);
+    runLoop.holdBackground();
+    service->performFullSync(store.context(), [](const auto&) {});
+    auto& screen = open();
+    EXPECT_TRUE(screen.isSyncing());
+    EXPECT_FALSE(screen.canSync());
+    runLoop.releaseBackground();
+    runLoop.runPosted();
+    EXPECT_THAT(messages, ElementsAre("+ 同步成功完成"));
+    cloud.failure = CloudFailure(CloudFailure::Kind::unreachable, "db is down");
+    service->performFullSync(store.context(), [](const auto&) {});
+    runLoop.runPosted();
+    EXPECT_THAT(messages, ElementsAre("+ 同步成功完成")) << "a failure of another one's stands on the screen";
+    EXPECT_EQ(problem(), "同步失败: db is down|");
+}
+
+TEST_F(CloudKitSyncViewTest, ASyncThatBeganDuringTheQuestionIsNotTakenForOnesOwn) {
+    makeService(true);
+    auto& screen = open();
+    runLoop.runPosted();
+    runLoop.holdBackground();
+    screen.syncActivityRecords();
+    service->performFullSync(store.context(), [](const auto&) {});
+    runLoop.releaseBackground();
+    runLoop.runPosted();
+    EXPECT_THAT(messages, ElementsAre("+ 同步成功完成"));
+    EXPECT_TRUE(screen.canSync());
+}
+
+TEST_F(CloudKitSyncViewTest, ASyncGoesOnWhenItsScreenCloses) {
+    addRecords(3);
+    makeService(true);
+    open().performFullSync();
+    const auto closing = service->changed.subscribe([this] { runLoop.post([this] { view.reset(); }); });
+    runLoop.runPosted();
+    EXPECT_EQ(cloud.privateRecords().size(), 3U);
+    EXPECT_TRUE(service->lastSyncDate());
+    EXPECT_THAT(messages, ElementsAre());
+}
+
+}  // namespace
+}  // namespace quorvane

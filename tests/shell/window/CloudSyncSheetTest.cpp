@@ -1,0 +1,180 @@
+#include "shell/window/CloudSyncSheet.h"
+
+#include "shell/look/Label.h"
+#include "shell/look/Motion.h"
+#include "shell/look/Sheet.h"
+#include "shell/look/Theme.h"
+#include "shell/support/Offscreen.h"
+#include "shell/support/WindowScene.h"
+#include "shell/window/SyncProblemWell.h"
+#include "shell/window/SyncSymbol.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <gmock/gmock.h>
+
+namespace quorvane {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+using testing::Not;
+
+constexpr const char* records = "同步活动记录";
+constexpr const char* full = "完整同步";
+constexpr const char* note = "注意：项目、分类、标签等元数据只存储在本地，不会同步到CloudKit";
+
+std::string nameOf(const QWidget* widget) {
+    const auto* const button = dynamic_cast<const QAbstractButton*>(widget);
+    if (button == nullptr) return "none";
+    return (button->text().isEmpty() ? button->accessibleName() : button->text()).toStdString();
+}
+
+class CloudSyncSheetTest : public testing::Test {
+protected:
+    CloudSyncSheetTest() { needApplication(); }
+    ~CloudSyncSheetTest() override {
+        Motion::setAllowed(false);
+        applyTheme(Theme::light());
+    }
+
+    void open(const char* language = "en", bool hasCloud = true, QSize size = {1280, 832}) {
+        scene.emplace(language, false, "", hasCloud);
+        scene->open(size);
+        scene->window().activateWindow();
+        scene->window().openCloudSync();
+        scene->settle();
+    }
+    QAbstractButton& button(const std::string& name) {
+        for (auto* const found : scene->window().findChildren<QAbstractButton*>())
+            if (found->isVisible() && nameOf(found) == name) return *found;
+        throw std::runtime_error("no button is called " + name);
+    }
+    void click(const std::string& name) {
+        button(name).click();
+        scene->settle();
+    }
+    std::vector<std::string> texts() { return accessibleNames(scene->window(), QAccessible::StaticText); }
+    std::vector<std::string> dialogs() { return accessibleNames(scene->window(), QAccessible::Dialog); }
+
+    std::optional<WindowScene> scene;
+};
+
+TEST_F(CloudSyncSheetTest, TheCloudButtonOpensItAndItSaysHowTheCloudStandsInTheWordsLanguage) {
+    const struct {
+        const char* language;
+        const char* button;
+        std::vector<std::string> texts;
+    } rows[] = {{"en", "Cloud sync", {"CloudKit", "Never synced", "Available", note}},
+                {"zh", "云同步", {"CloudKit", "尚未同步", "可用", note}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.language);
+        scene.emplace(row.language);
+        scene->open({1280, 832});
+        click(row.button);
+        EXPECT_THAT(texts(), IsSupersetOf(row.texts));
+        EXPECT_THAT(dialogs(), ElementsAre("CloudKit"));
+        EXPECT_THAT(accessibleNames(scene->window(), QAccessible::Button), Not(Contains("")));
+    }
+}
+
+TEST_F(CloudSyncSheetTest, TabGoesThroughBothButtonsAndTheOutcomeIsToldBeforeTheFocusComesBack) {
+    open();
+    std::vector<std::string> round{nameOf(QApplication::focusWidget())};
+    for (int step = 0; step < 3; ++step) {
+        press(Qt::Key_Tab);
+        round.push_back(nameOf(QApplication::focusWidget()));
+    }
+    EXPECT_THAT(round, ElementsAre(full, records, "Close", full));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Return);
+    scene->settle();
+    EXPECT_THAT(texts(), IsSupersetOf({std::string("活动记录同步成功"), std::string("Last sync: today, 16:48")}));
+    EXPECT_THAT(dialogs(), ElementsAre("CloudKit", "CloudKit"));
+    press(Qt::Key_Escape);
+    scene->settle();
+    EXPECT_THAT(dialogs(), ElementsAre("CloudKit"));
+    EXPECT_EQ(nameOf(QApplication::focusWidget()), records);
+}
+
+TEST_F(CloudSyncSheetTest, AFailureStandsThereWithItsCauseInTheColoursOfTheTheme) {
+    open();
+    const auto& well = widgetBelow<SyncProblemWell>(scene->window());
+    EXPECT_FALSE(well.isVisible());
+    scene->cloud.failure = platform::CloudFailure(platform::CloudFailure::Kind::timedOut, "no answer within 30 s");
+    click(full);
+    EXPECT_THAT(texts(), Contains("完整同步失败: 同步超时（30秒），请检查网络连接"));
+    EXPECT_TRUE(well.isVisible());
+    const auto labels = well.findChildren<QLabel*>();
+    EXPECT_THAT(texts(),
+                IsSupersetOf({std::string("同步超时（30秒），请检查网络连接"), std::string("no answer within 30 s")}));
+    for (const Theme& shown : {Theme::dark(), Theme::light()}) {
+        applyTheme(shown);
+        scene->settle();
+        for (const auto* const label : labels)
+            EXPECT_EQ(label->palette().color(QPalette::WindowText), shown.bad);
+        EXPECT_GE(contrast(shown.bad, shown.badSoft), 4.5);
+        EXPECT_GE(contrast(shown.accInk, shown.accSoft), 4.5);
+    }
+}
+
+TEST_F(CloudSyncSheetTest, ClosingItStopsNoSyncAndNothingIsToldAfterwards) {
+    open();
+    scene->runLoop.holdBackground();
+    click(records);
+    EXPECT_FALSE(button(records).isEnabled());
+    EXPECT_THAT(texts(), Contains("Syncing…"));
+    scene->runLoop.releaseBackground();
+    auto& service = scene->services().cloudKitSyncService;
+    const auto began = service.changed.subscribe([&] {
+        if (service.isSyncing()) scene->runLoop.holdBackground();
+    });
+    scene->settle();
+    ASSERT_TRUE(service.isSyncing());
+    press(Qt::Key_Escape);
+    scene->settle();
+    EXPECT_THAT(dialogs(), ElementsAre());
+    scene->runLoop.releaseBackground();
+    for (int turn = 0; service.isSyncing() && turn < 10; ++turn) {
+        scene->runLoop.releaseBackground();
+        scene->settle();
+    }
+    EXPECT_TRUE(service.lastSyncDate());
+    EXPECT_THAT(dialogs(), ElementsAre());
+}
+
+TEST_F(CloudSyncSheetTest, WithoutACloudServiceTheButtonsRestAndTheReasonIsToldInWords) {
+    open("en", false);
+    EXPECT_FALSE(button(records).isEnabled());
+    EXPECT_FALSE(button(full).isEnabled());
+    EXPECT_EQ(nameOf(QApplication::focusWidget()), "Close");
+    EXPECT_THAT(texts(),
+                IsSupersetOf({std::string("Not available"), std::string("No cloud database is set up for Quorvane.")}));
+}
+
+TEST_F(CloudSyncSheetTest, TheSymbolTurnsWhileASyncRunsUnlessNothingMayMove) {
+    for (const bool isAllowed : {true, false}) {
+        SCOPED_TRACE(isAllowed);
+        Motion::setAllowed(false);
+        open();
+        Motion::setAllowed(isAllowed);
+        const auto& symbol = widgetBelow<SyncSymbol>(scene->window());
+        EXPECT_FALSE(symbol.isTurning());
+        scene->runLoop.holdBackground();
+        click(full);
+        EXPECT_EQ(symbol.isTurning(), isAllowed);
+        scene->runLoop.releaseBackground();
+        scene->settle();
+        EXPECT_FALSE(symbol.isTurning());
+    }
+}
+
+TEST_F(CloudSyncSheetTest, ItFitsIntoTheSmallestWindow) {
+    open("en", false, {480, 420});
+    const auto& sheet = widgetBelow<Sheet>(scene->window());
+    EXPECT_TRUE(scene->window().rect().adjusted(24, 24, -24, -24).contains(sheet.panel()));
+}
+
+}  // namespace
+}  // namespace quorvane
