@@ -99,6 +99,16 @@ std::unique_ptr<platform::RecordContainer> makeContainer() {
     return std::make_unique<postgresql::PostgresContainer>();
 }
 
+void upsertInBatches(PlainConnection& connection, const std::vector<std::string>& names,
+                     const std::vector<std::string>& fields) {
+    for (std::size_t i = 0; i < names.size(); i += batchSize) {
+        const auto begin = static_cast<std::ptrdiff_t>(i);
+        const auto end = static_cast<std::ptrdiff_t>(std::min(i + batchSize, names.size()));
+        connection.upsert(json::array({names.begin() + begin, names.begin() + end}),
+                          json::array({fields.begin() + begin, fields.begin() + end}));
+    }
+}
+
 void saveInBatches(const std::vector<CloudRecord>& records) {
     const auto session = makeContainer()->newSession();
     for (std::size_t i = 0; i < records.size(); i += batchSize) {
@@ -168,6 +178,7 @@ void measure(const PostgresServer& server, std::size_t count) {
 
     const double upsert = best(empty, [&] { plain.upsert(nameArray, fieldArray); });
     report("up: one upsert of all, written by hand", upsert, count, upsert);
+    report("up: the same by hundreds", best(empty, [&] { upsertInBatches(plain, names, fields); }), count, upsert);
     report("up: batches of 100", best(empty, [&] { saveInBatches(records); }), count, upsert);
     server.sql("admin", "VACUUM ANALYZE quorvane.private_records");
     const double copy = best([] {}, [&] { static_cast<void>(plain.copyOut()); });

@@ -63,6 +63,7 @@ void CloudKitSyncService::syncActivityRecords(ModelContext& context, Finished fi
         return answerLater(std::move(finished), std::nullopt);
     }
     syncError_.reset();
+    syncErrorCause_.clear();
     progress_ = {};
     finished_ = std::move(finished);
     sync_ = std::make_unique<RecordSync>(SyncParts{.runLoop = runLoop_,
@@ -96,6 +97,7 @@ void CloudKitSyncService::finish(const std::optional<CloudKitSyncError>& error) 
         lastSyncDate_ = platform::currentDate();
     } else {
         syncError_ = outcome->what();
+        syncErrorCause_ = outcome->cause();
         console_.line("CloudKitSyncService: 同步失败 - {}", outcome->what());
     }
     const bool isSilent = outcome && isOfTheScheduler(*outcome);

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] const std::optional<Date>& lastSyncDate() const { return lastSyncDate_; }
     /// The description of the last failure; none while a sync runs and after one that went well.
     [[nodiscard]] const std::optional<std::string>& syncError() const { return syncError_; }
+    /// What is behind it, for those who have to mend it; may be empty.
+    [[nodiscard]] const std::string& syncErrorCause() const { return syncErrorCause_; }
     /// Of the sync that runs; the last one's otherwise.
     [[nodiscard]] const SyncProgress& progress() const { return progress_; }
     /// Sent when any of these is another.
@@ -70,6 +72,7 @@ private:
     Finished finished_;
     std::optional<Date> lastSyncDate_;
     std::optional<std::string> syncError_;
+    std::string syncErrorCause_;
     SyncProgress progress_;
     WeakSource<CloudKitSyncService> weak_{*this};
 };

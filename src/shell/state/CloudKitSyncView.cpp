@@ -64,7 +64,6 @@ void CloudKitSyncView::note(AccountStatus status, const std::string& reason, std
 }
 
 void CloudKitSyncView::begin(Action action) {
-    cause_.clear();
     if (cloudKitSyncService_.isSyncing()) {
         // Another one began meanwhile; how it ends is told in its place.
         action_.reset();
@@ -83,7 +82,6 @@ void CloudKitSyncView::end(Action action, const std::optional<CloudKitSyncError>
     action_.reset();
     const bool isFull = action == Action::fullSync;
     if (!error) return alert(isFull ? "完整同步成功" : "活动记录同步成功", true);
-    cause_ = error->cause();
     alert((isFull ? "完整同步失败: " : "活动记录同步失败: ") + std::string(error->what()), false);
 }
 
@@ -91,7 +89,6 @@ void CloudKitSyncView::followService() {
     const bool hasEnded = std::exchange(wasSyncing_, cloudKitSyncService_.isSyncing()) && !wasSyncing_;
     // The application's own sync, or one that was begun before the screen was opened again.
     if (hasEnded && !action_ && !cloudKitSyncService_.syncError()) return alert("同步成功完成", true);
-    if (hasEnded && !action_) cause_.clear();
     changed.send();
 }
 
@@ -144,7 +141,7 @@ std::optional<CloudKitSyncView::Problem> CloudKitSyncView::problem() const {
     if (isSyncing()) return std::nullopt;
     if (availability() == Availability::unavailable) return Problem{.text = unavailableText(), .cause = statusReason_};
     const auto& error = cloudKitSyncService_.syncError();
-    if (error) return Problem{.text = *error, .cause = cause_};
+    if (error) return Problem{.text = *error, .cause = cloudKitSyncService_.syncErrorCause()};
     const std::size_t refused = cloudKitSyncService_.progress().refused;
     if (refused > 0) return Problem{.text = localization_.text("ui_sync_refused", refused)};
     return std::nullopt;

@@ -86,7 +86,6 @@ private:
     std::size_t questions_ = 0;     ///< only the answer to the last one counts
     std::optional<Action> action_;  ///< the one that was begun here, from its question on
     bool wasSyncing_;
-    std::string cause_;  ///< of the last failure of an action
     bool showingSyncAlert_ = false;
     bool hasSucceeded_ = false;
     std::string syncMessage_;

@@ -119,6 +119,10 @@ bool PostgresServer::isInstalled() {
     return !programs().empty();
 }
 
+Path PostgresServer::program(const std::string& name) {
+    return programs() / name;
+}
+
 Path PostgresServer::serviceFile(const std::string& user, const std::vector<std::string>& more) const {
     Path file = folder_ / "pg_service.conf";
     for (int number = 2; std::filesystem::exists(file); ++number)

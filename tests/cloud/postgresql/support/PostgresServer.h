@@ -39,6 +39,9 @@ public:
     /// Are the server's programs on this machine?
     [[nodiscard]] static bool isInstalled();
 
+    /// A program of the installed version, such as "psql"; not the wrapper that Debian puts into PATH.
+    [[nodiscard]] static std::filesystem::path program(const std::string& name);
+
     /// Writes a service file and gives its path: sections "quorvane", with this user, and "quorvane-owner". Both come
     /// over TLS and check the certificate. `more` are lines of both sections; they outweigh what is said here, and one
     /// such as "password=" takes a setting away.
