@@ -7,13 +7,13 @@
 #include "cloud/postgresql/PostgresContainer.h"
 #include "cloud/postgresql/RecordJson.h"
 #include "cloud/postgresql/support/PostgresServer.h"
+#include "desktop/support/Waiting.h"
 #include "platform/linux/QtRunLoop.h"
 #include "store/ActivityRecordCloudForm.h"
 #include "store/ModelContainer.h"
 #include "support/RecordingConsole.h"
 
 #include <charconv>
-#include <chrono>
 #include <cstdlib>
 #include <fmt/format.h>
 #include <fstream>
@@ -32,9 +32,9 @@ constexpr int rounds = 5;
 constexpr std::size_t batchSize = 100;
 
 double secondsOf(const std::function<void()>& work) {
-    const auto begin = std::chrono::steady_clock::now();
+    const Seconds begin = uptime();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return (uptime() - begin).count();
 }
 
 /// The best of several rounds; `prepare` isn't counted.

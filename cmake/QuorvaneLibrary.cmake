@@ -41,6 +41,9 @@ function(quorvane_test name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
+    if(NOT arg_LABELS)
+        set(arg_LABELS core) # an empty list would take the next word
+    endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})
 endfunction()

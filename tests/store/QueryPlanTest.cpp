@@ -112,9 +112,10 @@ TEST_F(QueryPlanTest, QuestionsAboutARangeUseAnIndex) {
          [&](ModelContext& c) {
              c.scan<Record>(
                  {.predicate = field(&Record::cloudKitRecordID).isNone(), .sort = {descending(&Record::startTime)}},
-                 {"pk"}, [](const Row&) { return true; });
+                 {"pk"}, [](const quorvane::Row&) { return true; });
          },
-         search + "cloud_kit_record_id_and_start_time (cloud_kit_record_id=?)"},
+         "SEARCH activity_record USING COVERING INDEX activity_record_by_cloud_kit_record_id_and_start_time "
+         "(cloud_kit_record_id=?)"},
         {"annotations of a day",
          fetching<Annotation>(
              {.predicate = field(&Annotation::startTime) >= from && field(&Annotation::startTime) < to}),
