@@ -89,7 +89,8 @@ void CloudKitSyncService::noteProgress() {
 }
 
 void CloudKitSyncService::finish(const std::optional<CloudKitSyncError>& error) {
-    const auto outcome = error;  // what it stands in goes with the sync
+    // What it stands in goes with the sync.
+    const auto outcome = error;  // NOLINT(performance-unnecessary-copy-initialization)
     const auto sync = std::exchange(sync_, nullptr);
     timeOut_.reset();
     const auto finished = std::exchange(finished_, nullptr);

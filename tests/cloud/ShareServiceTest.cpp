@@ -81,7 +81,7 @@ protected:
     void failWith(Kind kind, const std::string& message) { cloud.failure = CloudFailure(kind, message); }
 
     std::shared_ptr<ActivityShare> stored(const std::string& token, std::string_view createdAt) {
-        const auto share = std::make_shared<ActivityShare>();
+        auto share = std::make_shared<ActivityShare>();
         share->shareToken = token;
         share->createdAt = at(createdAt);
         context.insert(share);

@@ -71,7 +71,7 @@ protected:
     RecordingConsole console;
 
     static std::shared_ptr<Record> fullRecord() {
-        const auto record =
+        auto record =
             std::make_shared<Record>(Record::Values{.id = recordId, .cloudKitRecordID = "of an earlier copy"});
         for (const auto& form : attributes())
             Record::description().attribute(form.column)->set(*record, form.inRecord);

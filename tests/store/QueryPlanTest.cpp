@@ -38,7 +38,7 @@ protected:
 
     template <class E = Record>
     static std::function<void(ModelContext&)> fetching(const FetchDescriptor<E>& descriptor) {
-        return [descriptor](ModelContext& context) { (void)context.fetch<E>(descriptor); };
+        return [descriptor](ModelContext& c) { (void)c.fetch<E>(descriptor); };
     }
     /// How the database means to run these statements, step by step.
     std::vector<std::string> stepsOf(const std::vector<std::string>& statements) {
