@@ -57,13 +57,18 @@ void sync(const CommandContext& context) {
         output.write(jsonText({{"to_upload", progress.toUpload},
                                {"uploaded", progress.uploaded - progress.refused},
                                {"refused", progress.refused},
-                               {"downloaded", progress.downloaded}}) +
+                               {"downloaded", progress.downloaded},
+                               {"unreadable", progress.unreadable}}) +
                      "\n");
         output.finish();
     }
     if (progress.refused > 0)
         throw CommandError(ExitStatus::failed, fmt::format("{} of {} records were not saved; the lines above name them",
                                                            progress.refused, progress.uploaded));
+    if (progress.unreadable > 0)
+        throw CommandError(
+            ExitStatus::failed,
+            fmt::format("{} rows of the cloud can't be read; the lines above name them", progress.unreadable));
 }
 
 }  // namespace

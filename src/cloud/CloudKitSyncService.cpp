@@ -39,6 +39,7 @@ void CloudKitSyncService::checkCloudKitAccountStatus(AccountAnswer answer) {
         return runLoop_.post([answer = std::move(answer)] { answer(platform::AccountStatus::couldNotDetermine, {}); });
     if (account_) account_->cancel();
     account_ = container_->newSession();
+    accountTimeOut_ = runLoop_.after(accountTimeout, [session = account_] { session->cancel(); });
     platform::inBackground(
         runLoop_,
         [session = account_] {
@@ -49,7 +50,10 @@ void CloudKitSyncService::checkCloudKitAccountStatus(AccountAnswer answer) {
         [weak = weak_.handle(), session = account_, answer = std::move(answer)](std::future<Account> asked) {
             auto* const self = weak.get();
             if (self == nullptr) return;
-            if (self->account_ == session) self->account_.reset();
+            if (self->account_ == session) {
+                self->account_.reset();
+                self->accountTimeOut_.reset();
+            }
             const Account account = asked.get();
             answer(account.status, account.reason);
         });

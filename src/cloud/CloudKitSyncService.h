@@ -48,6 +48,7 @@ public:
 
     /// Asks for the status of the account; `couldNotDetermine` without a container. `answer` comes once, in a later
     /// turn, with one line that says why the account isn't available. A further question calls the one before off.
+    static constexpr Seconds accountTimeout = 30s;
     using AccountAnswer = std::function<void(platform::AccountStatus, const std::string& reason)>;
     void checkCloudKitAccountStatus(AccountAnswer answer);
 
@@ -67,7 +68,8 @@ private:
     ConsoleSink& console_;
     std::unique_ptr<platform::RecordContainer> container_;
     std::shared_ptr<platform::RecordSession> account_;  ///< while its status is asked for
-    std::unique_ptr<RecordSync> sync_;                  ///< while one runs
+    std::unique_ptr<platform::WorkItem> accountTimeOut_;
+    std::unique_ptr<RecordSync> sync_;  ///< while one runs
     std::unique_ptr<platform::WorkItem> timeOut_;
     Finished finished_;
     std::optional<Date> lastSyncDate_;

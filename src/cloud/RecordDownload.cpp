@@ -1,10 +1,13 @@
 #include "cloud/RecordDownload.h"
 
+#include "base/Json.h"
 #include "cloud/CloudKitDataStrategy.h"
 #include "platform/InBackground.h"
 #include "store/ActivityRecordCloudForm.h"
 
 #include <algorithm>
+#include <string>
+#include <tuple>
 #include <utility>
 
 namespace quorvane {
@@ -12,6 +15,27 @@ namespace {
 
 using platform::CloudRecord;
 using platform::QueryPage;
+using platform::RecordCursor;
+
+/// How far the store has seen the cloud: a date and a name where it broke off, or a word once it has seen the end.
+constexpr const char* noteKey = "cloud-download";
+constexpr const char* complete = "complete";
+
+std::string noteOf(const RecordCursor& cursor) {
+    return jsonText(Json::array({cursor.createdAt, cursor.recordName}));
+}
+
+std::optional<RecordCursor> cursorIn(const std::string& note) {
+    const auto json = parseJson(note);
+    if (!json || !json->is_array() || json->size() != 2 || !json->at(0).is_string() || !json->at(1).is_string())
+        return std::nullopt;
+    return RecordCursor{.createdAt = json->at(0).get<std::string>(), .recordName = json->at(1).get<std::string>()};
+}
+
+/// Pages go from the newest to the oldest.
+bool isBehind(const RecordCursor& cursor, const RecordCursor& other) {
+    return std::tie(cursor.createdAt, cursor.recordName) < std::tie(other.createdAt, other.recordName);
+}
 
 std::string recordType() {
     return std::string(CloudKitDataStrategy::PrivateData::activityRecord);
@@ -41,6 +65,15 @@ void RecordDownload::unlessFailed(const Work& work) {
     finished_(error);
 }
 
+void RecordDownload::start() {
+    unlessFailed([this] {
+        const std::string note = parts_.context.note(noteKey).value_or("");
+        hasSeenAll_ = note == complete;
+        resume_ = cursorIn(note);
+        ask({});
+    });
+}
+
 void RecordDownload::ask(const std::optional<platform::RecordCursor>& after) {
     platform::RecordQuery query{.recordType = recordType(),
                                 .equals = CloudKitDataStrategy::predicate(recordType()),
@@ -64,25 +97,39 @@ void RecordDownload::notePage(std::future<QueryPage> answer) {
     unlessFailed([&] {
         page_ = answer.get();
         merged_ = 0;
-        rows_ += page_.rows.size();
-        if (goesOn()) ask(page_.next);  // the server works while this page is merged
+        countRows(page_);
+        if (const auto next = nextPage())
+            ask(next);  // the server works while this page is merged
+        else
+            parts_.console.line("CloudKitSyncService: 下载了 {} 条云端记录", parts_.progress.downloaded);
         mergeSlice();
     });
 }
 
-bool RecordDownload::goesOn() const {
-    return page_.next && (takesAll_ || rows_ < CloudKitDataStrategy::defaultResultLimit);
+void RecordDownload::countRows(const QueryPage& page) {
+    rows_ += page.rows.size();
+    for (const auto& row : page.rows) {
+        const auto* const unreadable = std::get_if<platform::UnreadableRow>(&row);
+        if (unreadable == nullptr) {
+            ++parts_.progress.downloaded;
+            continue;
+        }
+        ++parts_.progress.unreadable;
+        parts_.console.line("下载CloudKit记录失败: {}: {}", unreadable->recordName, unreadable->reason);
+    }
+}
+
+/// Where the page behind this one begins, if it is wanted.
+std::optional<RecordCursor> RecordDownload::nextPage() const {
+    if (!page_.next || rows_ < CloudKitDataStrategy::defaultResultLimit) return page_.next;
+    if (hasSeenAll_) return std::nullopt;
+    return resume_ && isBehind(*resume_, *page_.next) ? resume_ : page_.next;
 }
 
 void RecordDownload::mergeSlice() {
     const std::size_t end = std::min(merged_ + sliceSize, page_.rows.size());
-    for (; merged_ < end; ++merged_) {
-        const auto& row = page_.rows[merged_];
-        if (const auto* const unreadable = std::get_if<platform::UnreadableRow>(&row))
-            parts_.console.line("下载CloudKit记录失败: {}: {}", unreadable->recordName, unreadable->reason);
-        else
-            merge(std::get<CloudRecord>(row));
-    }
+    for (; merged_ < end; ++merged_)
+        if (const auto* const cloudRecord = std::get_if<CloudRecord>(&page_.rows[merged_])) merge(*cloudRecord);
     parts_.context.save();
     parts_.progressChanged();
     if (merged_ == page_.rows.size()) return finishPage();
@@ -92,7 +139,6 @@ void RecordDownload::mergeSlice() {
 }
 
 void RecordDownload::merge(const CloudRecord& cloudRecord) {
-    ++parts_.progress.downloaded;
     if (const auto local = localRecord(cloudRecord, parts_.context))
         applyCloudRecord(*local, cloudRecord, &parts_.context, parts_.console);
     else
@@ -100,32 +146,11 @@ void RecordDownload::merge(const CloudRecord& cloudRecord) {
 }
 
 void RecordDownload::finishPage() {
-    if (auto next = std::exchange(waiting_, std::nullopt)) return notePage(std::move(*next));
-    if (goesOn()) return;  // it is on its way
-    if (page_.next && !takesAll_) return askHowManyThereAre();
-    finish();
-}
-
-void RecordDownload::askHowManyThereAre() {
-    platform::inBackground(
-        parts_.runLoop,
-        [session = parts_.session] { return session->count(platform::DatabaseScope::privateData, recordType()); },
-        [weak = weak_.handle()](std::future<std::size_t> answer) {
-            if (auto* const self = weak.get()) self->noteCount(std::move(answer));
-        });
-}
-
-void RecordDownload::noteCount(std::future<std::size_t> answer) {
-    unlessFailed([&] {
-        const std::size_t there = answer.get();
-        takesAll_ = there > parts_.context.count(field(&ActivityRecord::cloudKitRecordID).isPresent());
-        if (takesAll_) return ask(page_.next);
-        finish();
-    });
-}
-
-void RecordDownload::finish() {
-    parts_.console.line("CloudKitSyncService: 下载了 {} 条云端记录", parts_.progress.downloaded);
+    const auto next = nextPage();
+    if (!hasSeenAll_ && (!page_.next || !resume_ || isBehind(*page_.next, *resume_)))
+        parts_.context.setNote(noteKey, page_.next ? noteOf(*page_.next) : complete);
+    if (auto answer = std::exchange(waiting_, std::nullopt)) return notePage(std::move(*answer));
+    if (next) return;  // it is on its way
     parts_.console.write("CloudKitSyncService: 数据合并完成");
     finished_(std::nullopt);
 }

@@ -8,10 +8,10 @@
 
 namespace quorvane {
 
-/// The way down: takes the newest records of the cloud and merges them into the store, page by page, so that no more
-/// than two pages are in memory. It ends after `CloudKitDataStrategy::defaultResultLimit` rows unless the cloud has
-/// more records than the store knows of: a new machine, or one whose first sync broke off, takes all the rest, too.
-/// Main thread only; destroying it drops what is under way.
+/// The way down: takes the newest records of the cloud, `CloudKitDataStrategy::defaultResultLimit` at most, and merges
+/// them into the store, page by page, so that no more than two pages are in memory. Behind these it goes on only until
+/// the store has seen the cloud to its end once: how far it has come is noted in the store, so that a first download
+/// that breaks off is taken up by the next sync. Main thread only; destroying it drops what is under way.
 class RecordDownload {
 public:
     static constexpr std::size_t pageSize = 1000;
@@ -20,27 +20,26 @@ public:
 
     RecordDownload(SyncParts& parts, SyncFinished finished) : parts_(parts), finished_(std::move(finished)) {}
 
-    void start() { ask({}); }
+    void start();
 
 private:
     void ask(const std::optional<platform::RecordCursor>& after);
     void notePage(std::future<platform::QueryPage> answer);
+    void countRows(const platform::QueryPage& page);
+    [[nodiscard]] std::optional<platform::RecordCursor> nextPage() const;
     void mergeSlice();
     void merge(const platform::CloudRecord& cloudRecord);
-    [[nodiscard]] bool goesOn() const;  ///< Is the page behind this one wanted already?
     void finishPage();
-    void askHowManyThereAre();
-    void noteCount(std::future<std::size_t> answer);
-    void finish();
     template <class Work>
     void unlessFailed(const Work& work);
 
     SyncParts& parts_;
     SyncFinished finished_;
-    platform::QueryPage page_;  ///< that is being merged
-    std::size_t merged_ = 0;    ///< rows of it that are done
-    std::size_t rows_ = 0;      ///< that came so far, readable or not
-    bool takesAll_ = false;
+    platform::QueryPage page_;                      ///< that is being merged
+    std::size_t merged_ = 0;                        ///< rows of it that are done
+    std::size_t rows_ = 0;                          ///< that came so far, readable or not
+    bool hasSeenAll_ = false;                       ///< the store has seen the cloud to its end
+    std::optional<platform::RecordCursor> resume_;  ///< where an earlier download broke off, behind the newest
     std::optional<std::future<platform::QueryPage>> waiting_;  ///< came while the one before was merged
     WeakSource<RecordDownload> weak_{*this};
 };

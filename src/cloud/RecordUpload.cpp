@@ -24,11 +24,11 @@ void RecordUpload::start() {
     try {
         findCandidates();
         ready_ = nextBatch();
+        if (!ready_.empty()) return sendReady();
     } catch (const StoreError& error) {
         return finished_(CloudKitSyncError(CloudKitSyncError::Code::syncFailed, error.what()));
     }
-    if (ready_.empty()) return finished_(std::nullopt);
-    sendReady();
+    finished_(std::nullopt);
 }
 
 /// Rows and not objects: a first sync may have the records of years.
@@ -55,6 +55,7 @@ RecordUpload::Batch RecordUpload::nextBatch() {
     return batch;
 }
 
+/// The server works on it while the next batch is made ready. Should that fail, what it saved is sent again next time.
 void RecordUpload::sendReady() {
     Batch batch = std::exchange(ready_, {});
     auto records = cloudForm(batch);

@@ -17,7 +17,7 @@
 namespace quorvane {
 namespace {
 
-constexpr std::size_t pageSize = 500;
+constexpr std::size_t pageSize = 100;
 constexpr auto publicData = platform::DatabaseScope::publicData;
 
 /// The name under which the record is saved.

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// By its token a share is found; who does not know it finds nothing.
+/// By its token a share is found: it is the name of the public record, and part of every link to it.
 namespace quorvane::ShareToken {
 
 /// 16 lower-case hexadecimal characters: the first of the identifier's, of which 60 bits are random.

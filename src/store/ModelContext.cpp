@@ -133,6 +133,19 @@ std::shared_ptr<Entity> ModelContext::object(const EntityDescription& descriptio
     return entity;
 }
 
+std::optional<std::string> ModelContext::note(const std::string& key) {
+    std::optional<std::string> value;
+    database_->query(fmt::format("SELECT value FROM {} WHERE key = ?", Schema::noteTable), {key}, [&](const Row& row) {
+        value = row.text(0);
+        return false;
+    });
+    return value;
+}
+
+void ModelContext::setNote(const std::string& key, const std::string& value) {
+    database_->execute(fmt::format("INSERT OR REPLACE INTO {} VALUES (?, ?)", Schema::noteTable), {key, value});
+}
+
 bool ModelContext::hasForeignChanges() {
     const std::int64_t version = database_->dataVersion();
     return std::exchange(seenDataVersion_, version) != version;

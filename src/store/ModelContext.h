@@ -71,6 +71,11 @@ public:
     /// The object of a row; none if there is no such row. Throws `StoreError`.
     [[nodiscard]] std::shared_ptr<Entity> object(const EntityDescription& description, std::int64_t rowId);
 
+    /// What the program has noted of the file under the key, past all objects; `setNote` writes at once. Throws
+    /// `StoreError`.
+    [[nodiscard]] std::optional<std::string> note(const std::string& key);
+    void setNote(const std::string& key, const std::string& value);
+
     /// Has another connection changed the file since the last call?
     [[nodiscard]] bool hasForeignChanges();
 

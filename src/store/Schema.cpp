@@ -129,7 +129,7 @@ bool isComplete(Database& database) {
         for (const auto& attribute : entity->attributes)
             if (!columns.contains(attribute.column())) return false;
     }
-    return true;
+    return objects.contains(noteTable);
 }
 
 void ensure(Database& database) {
@@ -146,6 +146,9 @@ void ensure(Database& database) {
             for (const auto& index : entity->indexes)
                 database.execute(createIndex(*entity, index));
         }
+        database.execute(fmt::format(
+            "CREATE TABLE IF NOT EXISTS {} (key TEXT PRIMARY KEY, value TEXT NOT NULL) STRICT, WITHOUT ROWID",
+            noteTable));
         database.execute(fmt::format("PRAGMA user_version = {}", userVersion));
     });
 }

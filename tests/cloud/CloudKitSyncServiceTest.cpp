@@ -182,7 +182,8 @@ TEST_F(CloudKitSyncServiceTest, ARefusedRecordIsNamedAndTheOthersOfItsBatchAreSa
     cloud.unreadableRows = {{.recordName = "strange", .reason = "no object"}};
     here.sync();
     EXPECT_THAT(here.outcomes, ElementsAre("done"));
-    EXPECT_EQ(here.service.progress().refused, 1U);
+    EXPECT_EQ(here.service.progress(),
+              (SyncProgress{.toUpload = 100, .uploaded = 100, .refused = 1, .downloaded = 99, .unreadable = 1}));
     EXPECT_EQ(here.unsent(), 1U);
     EXPECT_EQ(cloud.privateRecords().size(), 99U);
     EXPECT_THAT(here.console.lines(), AllOf(Contains(fmt::format("保存记录失败: {}: the server refused it", refused)),
@@ -266,25 +267,34 @@ TEST_F(CloudKitSyncServiceTest, AFailureOfTheSchedulerStaysSilent) {
     EXPECT_THAT(here.console.lines(), Contains("CloudKitSyncService: 检测到CloudKit调度器错误，这通常不影响功能"));
 }
 
-TEST_F(CloudKitSyncServiceTest, AMachineThatHasLessThanTheCloudTakesAllOfItAndOthersTheNewest) {
-    constexpr int all = 10'600;
-    for (int i = 0; i < all; ++i) {
+TEST_F(CloudKitSyncServiceTest, TheFirstDownloadGoesToTheEndAlsoInPartsAndLaterOnesTakeTheNewest) {
+    const auto add = [&](int minute) {
         CloudRecord record{.recordType = "ActivityRecord", .recordName = Uuid::random().string()};
-        record.values = {{"localId", record.recordName}, {"createdAt", at("2020-01-01 00:00:00") + i * 60s}};
+        record.values = {{"localId", record.recordName}, {"createdAt", at("2020-01-01 00:00:00") + minute * 60s}};
         cloud.privateRecords().emplace(record.recordName, record);
-    }
+    };
+    const auto stored = [&] { return here.store.context().count<ActivityRecord>(); };
+    constexpr int all = 12'600;
+    for (int i = 0; i < all; ++i)
+        add(i);
     // It breaks off on the way, far behind the newest.
     cloud.failure.emplace(CloudFailure::Kind::lost, "gone");
-    cloud.callsBeforeFailure = 11;
+    cloud.callsBeforeFailure = 12;
     here.sync();
     EXPECT_THAT(here.outcomes, ElementsAre("同步失败: gone"));
-    EXPECT_EQ(here.store.context().count<ActivityRecord>(), 10'000U);
+    EXPECT_EQ(stored(), 12'000U);
     cloud.failure.reset();
+    add(all);
     here.sync();
-    EXPECT_EQ(here.store.context().count<ActivityRecord>(), static_cast<std::size_t>(all));
-    EXPECT_EQ(here.service.progress().downloaded, static_cast<std::size_t>(all));
+    EXPECT_EQ(stored(), static_cast<std::size_t>(all + 1));
+    EXPECT_EQ(here.service.progress().downloaded, 10'600U);
+    // What was deleted here comes back only where it is among the newest.
+    auto& context = here.store.context();
+    const auto oldest = context.fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::createdAt)}, .limit = 1});
+    context.remove(oldest.front());
     here.sync();
     EXPECT_EQ(here.service.progress().downloaded, 10'000U);
+    EXPECT_EQ(stored(), static_cast<std::size_t>(all));
 }
 
 TEST_F(CloudKitSyncServiceTest, WithoutACloudNothingIsAskedAndNothingOpened) {

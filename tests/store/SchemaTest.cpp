@@ -59,7 +59,7 @@ TEST_F(SchemaTest, TheSchemaHoldsSevenEntitiesInOrder) {
     EXPECT_THAT(
         answers("SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY rowid"),
         ElementsAre("activity_record", "project", "rule", "app_preference", "app_settings", "project_time_annotation",
-                    "activity_share"));
+                    "activity_share", "store_note"));
     EXPECT_THAT(answers("SELECT name FROM pragma_table_info('project_time_annotation')"),
                 ElementsAre("pk", "id", "start_time", "end_time", "project", "created_at", "updated_at"));
 }

@@ -8,12 +8,10 @@
 
 namespace quorvane::postgresql {
 
-CancelToken::CancelToken() : descriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-    if (descriptor_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
-}
+CancelToken::CancelToken() noexcept : descriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 CancelToken::~CancelToken() {
-    close(descriptor_);
+    if (descriptor_ >= 0) close(descriptor_);
 }
 
 void CancelToken::cancel() noexcept {

@@ -81,7 +81,8 @@ int migrate(PostgresConnection& connection) {
 std::optional<std::string> objection(PostgresConnection& connection, const std::vector<std::string>& roles) {
     for (const std::string& role : roles) {
         const auto found =
-            connection.execute("SELECT rolsuper OR rolbypassrls OR pg_catalog.pg_has_role(oid, "
+            connection.execute("SELECT rolsuper OR rolbypassrls OR "
+                               "pg_catalog.pg_has_role(oid, CURRENT_USER, 'MEMBER') OR pg_catalog.pg_has_role(oid, "
                                "  (SELECT datdba FROM pg_catalog.pg_database "
                                "   WHERE datname OPERATOR(pg_catalog.=) pg_catalog.current_database()), 'MEMBER') "
                                "FROM pg_catalog.pg_roles WHERE rolname OPERATOR(pg_catalog.=) $1::pg_catalog.name",
@@ -91,7 +92,7 @@ std::optional<std::string> objection(PostgresConnection& connection, const std::
                                quoted(role));
         if (found.text(0) == "t")
             return fmt::format("the role {} would see the records of everybody: it is a superuser, bypasses row-level "
-                               "security or owns the database",
+                               "security or owns the database or its tables",
                                role);
     }
     return std::nullopt;

@@ -128,12 +128,18 @@ ConnectionHandle connectTo(const std::map<std::string, std::string>& keywords, D
         facts.cause = PostgresError::Cause::cancelled;
         throw PostgresError(std::move(facts));
     }
+    // At the end of the process the thread may still be at work.
+    OPENSSL_init_ssl(OPENSSL_INIT_NO_ATEXIT, nullptr);
     const auto attempt = std::make_shared<Attempt>();
     // A thread of its own, because nothing can interrupt the resolution of a name. Nobody waits for it longer than he
     // likes: what it comes to then goes with the attempt.
     try {
         std::thread([attempt, keywords, deadline] {
-            run(*attempt, keywords, deadline);
+            try {
+                run(*attempt, keywords, deadline);
+            } catch (const std::exception&) {  // the machine has no room left: there is no connection
+                attempt->connection.reset();
+            }
             attempt->finished.cancel();
         }).detach();
     } catch (const std::system_error& error) {

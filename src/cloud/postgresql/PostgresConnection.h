@@ -57,7 +57,6 @@ public:
     [[nodiscard]] bool isOpen() const { return isUsable_ && PQstatus(connection_.get()) == CONNECTION_OK; }
     /// Between BEGIN and COMMIT, also when a statement there has failed.
     [[nodiscard]] bool inTransaction() const;
-    [[nodiscard]] int serverVersion() const { return PQserverVersion(connection_.get()); }  ///< 150018 is 15.18
     [[nodiscard]] std::string user() const;
     [[nodiscard]] std::string database() const;
     /// Name, address or folder of the socket.

@@ -66,6 +66,10 @@ constexpr Sign signs[] = {
     {"root certificate file", {Kind::insecure, "The authority that vouches for the server can't be read"}},
     {"does not match host name", {Kind::insecure, "The server's certificate is of another host"}},
     {"server does not support SSL", {Kind::insecure, "The server offers no encryption, and the settings ask for it"}},
+    {"private key file", {Kind::unreachable, "The settings name a certificate of ours that can't be used"}},
+    {"certificate file", {Kind::unreachable, "The settings name a certificate of ours that can't be used"}},
+    {"alert", {Kind::insecure, "The server refuses our side of the encryption"}},
+    {"SSL SYSCALL", {Kind::unreachable, "The connection broke before it was encrypted"}},
     {"certificate", {Kind::insecure, "The server's certificate can't be trusted"}},
     {"SSL", {Kind::insecure, "The encryption could not be agreed on with the server"}},
     {"service file", {Kind::unreachable, "The settings of service {service} can't be read"}},
@@ -118,7 +122,9 @@ CloudFailure ofConnecting(const PostgresError::Facts& facts, const std::string& 
                         false},
                        facts, service);
     }
-    if (facts.sqlState.empty() && facts.certificate != Certificate::noObjection)
+    // An objection does not count where the settings ask for no certificate.
+    const bool hasFailed = facts.message.find("certificate verify failed") != std::string::npos;
+    if (facts.sqlState.empty() && hasFailed && facts.certificate != Certificate::noObjection)
         return failure(objection(facts.certificate), facts, service);
     for (const Sign& sign : signs) {
         if (facts.sqlState.empty() && facts.message.find(sign.part) != std::string::npos)

@@ -14,7 +14,6 @@ struct ResultClear {
 class PostgresRow {
 public:
     PostgresRow(const PGresult* result, int row) : result_(result), row_(row) {}
-    [[nodiscard]] bool isNull(int column) const { return PQgetisnull(result_, row_, column) == 1; }
     /// Empty for NULL.
     [[nodiscard]] std::string_view text(int column) const {
         return {PQgetvalue(result_, row_, column), static_cast<std::size_t>(PQgetlength(result_, row_, column))};
@@ -30,7 +29,6 @@ class PostgresResult {
 public:
     explicit PostgresResult(PGresult* result) : result_(result) {}
     [[nodiscard]] int rowCount() const { return PQntuples(result_.get()); }
-    [[nodiscard]] int columnCount() const { return PQnfields(result_.get()); }
     [[nodiscard]] PostgresRow row(int index) const { return {result_.get(), index}; }
     /// Of the first row, which must be there.
     [[nodiscard]] std::string_view text(int column) const { return row(0).text(column); }

@@ -109,7 +109,7 @@ QueryPage PostgresSession::query(DatabaseScope scope, const RecordQuery& query) 
             if (auto values = RecordJson::read(row.text(2), &reason))
                 page.rows.emplace_back(CloudRecord{query.recordType, last.recordName, std::move(*values)});
             else
-                page.rows.emplace_back(UnreadableRow{last.recordName, std::move(reason)});
+                page.rows.emplace_back(UnreadableRow{oneLine(last.recordName), std::move(reason)});
         });
         return page;
     });

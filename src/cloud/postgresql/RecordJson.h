@@ -9,9 +9,8 @@
 #include <vector>
 
 /// The values of a record as a JSON object. Texts, numbers, truth values and lists of texts are what JSON has; a date
-/// is
-/// `{"$date":"2026-03-04T15:00:00.000000Z"}`, always in UTC and with six digits, so that the order of the texts is the
-/// order of time.
+/// is `{"$date":"2026-03-04T15:00:00.000000Z"}`, always in UTC and with six digits: the order of the texts is the order
+/// of time.
 namespace quorvane::postgresql::RecordJson {
 
 using Values = std::map<std::string, platform::CloudRecord::Value>;

@@ -3,7 +3,9 @@
 #include "base/Iso8601.h"
 
 #include <algorithm>
+#include <functional>
 #include <type_traits>
+#include <utility>
 
 namespace quorvane::platform {
 namespace {
@@ -104,13 +106,13 @@ private:
     }
 
     QueryPage page(const SimulatedCloud::Records& stored, const RecordQuery& query) const {
-        std::vector<const CloudRecord*> found;
+        std::map<std::pair<std::string, std::string>, const CloudRecord*, std::greater<>> found;  // newest first
         for (const auto& [name, record] : stored)
-            if (matches(record, query) && (!query.after || isBehind(record, *query.after))) found.push_back(&record);
-        std::ranges::sort(found, [](const CloudRecord* a, const CloudRecord* b) { return isBehind(*b, cursorOf(*a)); });
+            if (matches(record, query) && (!query.after || isBehind(record, *query.after)))
+                found.emplace(std::pair(createdAt(record), name), &record);
         QueryPage page;
         if (!query.after) page.rows.insert(page.rows.end(), cloud_.unreadableRows.begin(), cloud_.unreadableRows.end());
-        for (const CloudRecord* record : found) {
+        for (const auto& [key, record] : found) {
             if (page.rows.size() >= query.limit) {
                 page.next = cursorOf(std::get<CloudRecord>(page.rows.back()));
                 break;

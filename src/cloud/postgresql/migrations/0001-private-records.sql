@@ -13,7 +13,8 @@ BEGIN;
 SET LOCAL search_path = pg_catalog, pg_temp;
 
 -- Roles belong to the whole server, so that another database may have brought them already.
--- quorvane_user: everybody who syncs. quorvane_reader: whoever may look up shares by their token and nothing else.
+-- quorvane_user: everybody who syncs. quorvane_reader: whoever may read the shares of all users,
+-- as the web site does that shows them, and nothing else.
 DO $$
 DECLARE
   wanted name;

@@ -8,13 +8,14 @@ BEGIN;
 -- Whatever stands in other schemas of this database must not be taken for what is meant below.
 SET LOCAL search_path = pg_catalog, pg_temp;
 
--- The columns are those of private_records; but the name alone names a record.
+-- The columns are those of private_records; but the name alone names a record, and one is small, as everybody may read
+-- what one user writes.
 CREATE TABLE quorvane.public_records (
   owner       name             NOT NULL DEFAULT current_user,
   record_name text COLLATE "C" NOT NULL CHECK (octet_length(record_name) BETWEEN 1 AND 255),
   record_type text COLLATE "C" NOT NULL CHECK (octet_length(record_type) BETWEEN 1 AND 64),
   fields      jsonb            NOT NULL CHECK (jsonb_typeof(fields) = 'object'
-                                               AND octet_length(fields::text) <= 1048576),
+                                               AND octet_length(fields::text) <= 65536),
   created_at  timestamptz      NOT NULL DEFAULT now(),
   modified_at timestamptz      NOT NULL DEFAULT now(),
   sort_key    text COLLATE "C" NOT NULL
