@@ -99,9 +99,10 @@ TEST_F(SchemaTest, AnOlderStoreGainsWhatItLacksWithItsDefaults) {
     }
     const char* const indexes = "SELECT name FROM sqlite_schema WHERE type = 'index' ORDER BY 1";
     const auto complete = answers(indexes);
-    std::string older = "DROP TABLE activity_share; PRAGMA user_version = 0;";
+    std::string older;
     for (const std::string& index : complete)
-        older = fmt::format("DROP INDEX {};", index) + older;
+        older += fmt::format("DROP INDEX {};", index);
+    older += "DROP TABLE activity_share; DROP TABLE store_note; PRAGMA user_version = 0;";
     for (const auto* entity : allEntities())
         for (const auto& attribute : entity->attributes)
             if (entity->name != "ActivityShare" && !kept.contains(attribute.name))
