@@ -71,6 +71,10 @@ struct QuorvaneApp::Scene {
               .setPerformanceReportsEnabled = [&app](bool on) { app.diagnostics_.setReportsEnabled(on); },
               .aboutRequested = aboutRequested} {
         desktop.listenToBrowsers([](const std::string&) {});
+        // What a sync leaves free goes back to the system, too.
+        syncChanged = cloudKitSyncService->changed.subscribe([this, &runLoop = app.parts_.runLoop] {
+            if (!cloudKitSyncService->isSyncing()) runLoop.post([] { malloc_trim(0); });
+        });
     }
 
     PerformanceReportPreferences performanceReports;
@@ -87,6 +91,7 @@ struct QuorvaneApp::Scene {
     Signal<> aboutRequested;
     AppServices services;
     Subscription appearanceChanged;
+    Subscription syncChanged;
 };
 
 QuorvaneApp::QuorvaneApp(Parts parts)
