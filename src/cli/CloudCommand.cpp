@@ -1,7 +1,9 @@
 #include "base/Json.h"
+#include "cli/CloudService.h"
 #include "cli/CommandContext.h"
 #include "cli/CommandGroup.h"
 #include "cli/Commands.h"
+#include "cli/OrNull.h"
 #include "cli/Output.h"
 #include "cloud/CloudKitDataStrategy.h"
 #include "cloud/module/CloudModule.h"
@@ -19,9 +21,7 @@ using platform::AccountStatus;
 
 void refuseMissing(const std::string& service) {
     if (ServiceFile::hasService(service)) return;
-    throw CommandError(ExitStatus::failed,
-                       fmt::format("there are no settings for the service {}: a section [{}] in ~/.pg_service.conf",
-                                   service, service));
+    throw CommandError(ExitStatus::failed, missingServiceReason(service));
 }
 
 // init
@@ -44,6 +44,8 @@ std::string install(const InitOptions& options) {
 }
 
 void init(const InitOptions& options) {
+    for (const auto& user : options.users)
+        if (user.empty()) throw CommandError(ExitStatus::wrongUsage, "--user: a role has a name");
     Output output;
     output.write(options.print ? CloudModule::administration()->script(options.users) : install(options));
     output.finish();
@@ -84,10 +86,6 @@ Status findOut() {
         // The account's reason says why.
     }
     return status;
-}
-
-Json orNull(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
 }
 
 Json jsonOf(const CloudDescription& server) {

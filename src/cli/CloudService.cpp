@@ -2,7 +2,6 @@
 
 #include "cli/CommandContext.h"
 #include "cloud/CloudKitSyncError.h"
-#include "cloud/module/CloudModule.h"
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/UnixSignals.h"
 
@@ -10,9 +9,10 @@
 #include <fmt/format.h>
 
 namespace quorvane::cli {
-std::string noCloudServiceReason() {
-    return fmt::format("there is no libpq service {} with settings: a section [{}] in ~/.pg_service.conf",
-                       CloudModule::serviceName, CloudModule::serviceName);
+
+std::string missingServiceReason(const std::string& service) {
+    return fmt::format("there is no libpq service {} with settings: a section [{}] in ~/.pg_service.conf", service,
+                       service);
 }
 
 void runUntilFinished(platform::QtRunLoop& runLoop, const std::function<void(const std::function<void()>&)>& begin) {

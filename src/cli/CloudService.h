@@ -13,8 +13,8 @@ class QtRunLoop;
 /// What the commands share that ask the cloud.
 namespace quorvane::cli {
 
-/// Why this machine has no cloud, in one line for whoever has to mend it.
-[[nodiscard]] std::string noCloudServiceReason();
+/// What is wrong where libpq's files lack the service, in one line for whoever has to mend it.
+[[nodiscard]] std::string missingServiceReason(const std::string& service);
 
 /// Begins work, and serves the loop until the work calls what it is given. An interrupt throws `CommandError`; then
 /// whoever does the work has to be destroyed before the loop is.

@@ -1,6 +1,7 @@
 #include "base/Json.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
+#include "cli/OrNull.h"
 #include "cli/Output.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/ProcessLock.h"
@@ -36,10 +37,6 @@ Findings examine(const CommandContext& context) {
         findings.storeProblem = error.what();
     }
     return findings;
-}
-
-Json orNull(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
 }
 
 std::string jsonOf(const Findings& findings) {

@@ -108,7 +108,8 @@ public:
         } catch (const CloudKitSyncError& error) {
             throw CommandError(ExitStatus::failed, hasCloud_
                                                        ? withCause(error.what(), error)
-                                                       : fmt::format("{} ({})", error.what(), noCloudServiceReason()));
+                                                       : fmt::format("{} ({})", error.what(),
+                                                                     missingServiceReason(CloudModule::serviceName)));
         }
     }
 
@@ -167,7 +168,7 @@ void stop(const CommandContext& context, const Uuid& id) {
     sharing.stop(share, store);
     if (!sharing.hasCloud() && !share->cloudKitRecordID().value_or("").empty())
         throw CommandError(ExitStatus::failed, fmt::format("the share is stopped here, but its public record stays: {}",
-                                                           noCloudServiceReason()));
+                                                           missingServiceReason(CloudModule::serviceName)));
 }
 
 void addCreateOptions(CLI::App& command, ShareService::NewShare& share) {

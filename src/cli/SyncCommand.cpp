@@ -20,7 +20,8 @@ namespace {
 std::unique_ptr<platform::RecordContainer> cloudContainer() {
     const auto cloud = CloudModule::cloudService();
     if (!cloud.isConfigured()) {
-        const CloudKitSyncError error(CloudKitSyncError::Code::notAvailable, {}, noCloudServiceReason());
+        const CloudKitSyncError error(CloudKitSyncError::Code::notAvailable, {},
+                                      missingServiceReason(CloudModule::serviceName));
         throw CommandError(ExitStatus::failed, withCause(error.what(), error));
     }
     return cloud.makeContainer();

@@ -18,6 +18,9 @@ public:
     [[nodiscard]] const SyncProgress& progress() const { return parts_.progress; }
 
 private:
+    void afterUpload(const std::optional<CloudKitSyncError>& error);
+    void afterDownload(const std::optional<CloudKitSyncError>& error);
+
     SyncParts parts_;
     SyncFinished finished_;
     RecordUpload upload_;

@@ -39,18 +39,18 @@ constexpr Row onConnecting[] = {
     {"53", {Kind::busy, "The server is short of resources"}},
 };
 
+constexpr Words noTables{Kind::noAccount,
+                         "The database has no tables for records; its owner makes them with `quorvane-cli cloud init`"};
+
 constexpr Row onStatements[] = {
     {"57014",
      {Kind::timedOut, "The server called the statement off, because it took too long or somebody asked it to"}},
     {"57P", {Kind::lost, "The server ended the connection"}},
     {"08", {Kind::lost, "The connection to the server broke"}},
     {"25006", {Kind::restricted, "The server or the role takes no writes: it is set to read only, or it is a standby"}},
-    {"42P01",
-     {Kind::noAccount, "The database has no tables for records; its owner makes them with `quorvane-cli cloud init`"}},
-    {"3F000",
-     {Kind::noAccount, "The database has no tables for records; its owner makes them with `quorvane-cli cloud init`"}},
-    {"42883",
-     {Kind::noAccount, "The database has no tables for records; its owner makes them with `quorvane-cli cloud init`"}},
+    {"42P01", noTables},
+    {"3F000", noTables},
+    {"42883", noTables},
     {"53100", {Kind::full, "The server has no room left"}},
     {"53", {Kind::busy, "The server is short of resources"}},
     {"40", {Kind::busy, "Others kept changing the same records", false}},

@@ -55,8 +55,11 @@ TEST_F(CloudCommandTest, WithoutASettingItSaysSoAndWhatIsMissing) {
         EXPECT_EQ(result.status, 1);
         EXPECT_EQ(result.out, "");
         EXPECT_THAT(result.err,
-                    isRefusal(HasSubstr(fmt::format("there are no settings for the service {}:", service))));
+                    isRefusal(HasSubstr(fmt::format("there is no libpq service {} with settings:", service))));
     }
+    const ProgramResult nameless = runCloud({"cloud", "init", "--print", "--user", ""});
+    EXPECT_EQ(nameless.status, 2);
+    EXPECT_EQ(nameless.out, "");
     EXPECT_THAT(runCloud({"cloud"}).err, isRefusal(HasSubstr("cloud needs a command")));
 }
 
