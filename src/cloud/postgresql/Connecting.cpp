@@ -19,10 +19,6 @@ namespace {
 
 using Certificate = PostgresError::Certificate;
 
-struct SslFree {
-    void operator()(SSL* ssl) const { SSL_free(ssl); }
-};
-
 /// One attempt to connect, which its thread and whoever waits for it share.
 struct Attempt {
     CancelToken finished;
@@ -52,13 +48,40 @@ private:
 };
 
 Certificate objection(const SSL* ssl) {
-    switch (ssl ? SSL_get_verify_result(ssl) : X509_V_OK) {
+    switch (SSL_get_verify_result(ssl)) {
     case X509_V_OK: return Certificate::noObjection;
     case X509_V_ERR_CERT_HAS_EXPIRED: return Certificate::expired;
     case X509_V_ERR_CERT_NOT_YET_VALID: return Certificate::notYetValid;
     default: return Certificate::untrusted;
     }
 }
+
+/// Sees the TLS sessions of this thread end. When a certificate fails libpq says no more than that, and has let go of
+/// the session: of one whose server was quick to answer within the very step in which it was made.
+class EndOfSessions {
+public:
+    EndOfSessions() {
+        static const int registration =
+            CRYPTO_get_ex_new_index(CRYPTO_EX_INDEX_SSL, 0, nullptr, nullptr, nullptr, note);
+        (void)registration;
+        watching_ = this;
+    }
+    EndOfSessions(const EndOfSessions&) = delete;
+    EndOfSessions& operator=(const EndOfSessions&) = delete;
+    ~EndOfSessions() { watching_ = nullptr; }
+
+    /// What the last one that ended said of the server's certificate.
+    [[nodiscard]] Certificate lastObjection() const { return lastObjection_; }
+
+private:
+    static void note(void* ssl, void*, CRYPTO_EX_DATA*, int, long, void*) {
+        if (watching_) watching_->lastObjection_ = objection(static_cast<const SSL*>(ssl));
+    }
+
+    static thread_local EndOfSessions* watching_;
+    Certificate lastObjection_ = Certificate::noObjection;
+};
+thread_local EndOfSessions* EndOfSessions::watching_ = nullptr;
 
 void dropNotice(void*, const char*) {}
 
@@ -82,41 +105,24 @@ Keywords asArrays(const std::map<std::string, std::string>& keywords) {
 
 /// Goes through libpq's steps of connecting, as far as the deadline lets it. Those that resolve a name block for as
 /// long as that takes.
-void goThroughSteps(Attempt& attempt, const Keywords& keywords, Deadline deadline) {
+void run(Attempt& attempt, const std::map<std::string, std::string>& settings, Deadline deadline) {
+    const EnglishMessages english;
+    const EndOfSessions sessions;
+    const Keywords keywords = asArrays(settings);
     attempt.connection.reset(PQconnectStartParams(keywords.keys.data(), keywords.values.data(), 0));
     PGconn* connection = attempt.connection.get();
     PQsetNoticeProcessor(connection, dropNotice, nullptr);
     PQsetErrorVerbosity(connection, PQERRORS_VERBOSE);  // otherwise failures of connecting bear no code
-    std::unique_ptr<SSL, SslFree> ssl;                  // libpq lets go of it before it says that it failed
     auto state = PQstatus(connection) == CONNECTION_BAD ? PGRES_POLLING_FAILED : PGRES_POLLING_WRITING;
     while (state != PGRES_POLLING_OK && state != PGRES_POLLING_FAILED) {
         const short events = state == PGRES_POLLING_READING ? POLLIN : POLLOUT;
         if (!waitForEvents(PQsocket(connection), events, attempt.abandoned, deadline)) return;
         if (attempt.abandoned.isCancelled()) return;
         state = PQconnectPoll(connection);
-        if (auto* current = static_cast<SSL*>(PQsslStruct(connection, "OpenSSL")); current && current != ssl.get()) {
-            SSL_up_ref(current);
-            ssl.reset(current);
-        }
     }
-    attempt.certificate = objection(ssl.get());
+    attempt.certificate = sessions.lastObjection();
     PQsetErrorVerbosity(connection, PQERRORS_DEFAULT);
     PQsetnonblocking(connection, 1);  // otherwise a full socket blocks whoever sends, and also who closes
-}
-
-/// Did a certificate fail within one step, so that nobody saw why? That is a matter of who is quicker.
-bool failedUnseen(const Attempt& attempt) {
-    const std::string_view message = PQerrorMessage(attempt.connection.get());
-    return PQstatus(attempt.connection.get()) == CONNECTION_BAD && attempt.certificate == Certificate::noObjection &&
-           message.find("certificate verify failed") != std::string_view::npos;
-}
-
-void run(Attempt& attempt, const std::map<std::string, std::string>& keywords, Deadline deadline) {
-    constexpr int looks = 5;
-    const EnglishMessages english;
-    const Keywords arrays = asArrays(keywords);
-    for (int look = 0; look == 0 || (look < looks && failedUnseen(attempt)); ++look)
-        goThroughSteps(attempt, arrays, deadline);
 }
 
 }  // namespace
