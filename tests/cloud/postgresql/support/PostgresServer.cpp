@@ -45,7 +45,7 @@ Path programs() {
 /// The server refuses the superuser, so there it runs as a user who owns nothing else. Dying with the test's process
 /// is left to the watcher, who takes the folder away, too.
 std::vector<std::string> asServer(std::vector<std::string> command) {
-    std::vector<std::string> words{"setpriv", "--pdeathsig", "clear"};
+    std::vector<std::string> words{"/usr/bin/setpriv", "--pdeathsig", "clear"};
     if (::geteuid() == 0) {
         const passwd* nobody = ::getpwnam("nobody");
         if (nobody == nullptr) throw std::runtime_error("there is no user that the server could run as");
@@ -177,17 +177,21 @@ void PostgresServer::make(const std::string& certificate) {
         run({"setsid", "--fork", QUORVANE_MAKE_POSTGRES_SERVER, "watch", folder().string(), std::to_string(ends[0])});
     ::close(ends[0]);
     if (watcher != 0) throw std::runtime_error("nobody watches the server");
-    if (run(asServer({"bash", QUORVANE_MAKE_POSTGRES_SERVER, programs().string(), folder().string(), certificate})) !=
-        0)
-        throw std::runtime_error("no data directory for PostgreSQL");
+    // The script's text, as the user of the server may not be able to reach its file.
+    auto words = asServer({"bash", "-c", contentOf(QUORVANE_MAKE_POSTGRES_SERVER), "make-postgres-server",
+                           programs().string(), folder().string(), certificate});
+    const std::string program = words.front();
+    words.erase(words.begin());
+    const auto made = ProgramRun(program, words, {.folder = folder()}).wait();
+    if (made.status != 0) throw std::runtime_error("no data directory for PostgreSQL: " + made.err);
 }
 
 bool PostgresServer::start() {
     if (port_ == 0) port_ = freePort();
     const auto log = (folder_ / "log").string();
     process_.emplace(
-        asServer({"sh", "-c", R"(exec "$1" -D "$2" -p "$3" 2>> "$4")", "sh", (programs() / "postgres").string(),
-                  (folder_ / "data").string(), std::to_string(port_), log}));
+        asServer({"sh", "-c", R"(exec 2>> "$4"; cd "$2" && exec "$1" -D "$2" -p "$3")", "sh",
+                  (programs() / "postgres").string(), (folder_ / "data").string(), std::to_string(port_), log}));
     // The server's eighth line says how far it is.
     const auto isReady = [&] {
         std::ifstream state(folder_ / "data/postmaster.pid");
