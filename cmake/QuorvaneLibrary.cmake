@@ -44,6 +44,7 @@ function(quorvane_test name)
     if(NOT arg_LABELS)
         set(arg_LABELS core) # an empty list would take the next word
     endif()
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+    # Parameters have names; their values may be nothing but bytes.
+    gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})
 endfunction()
