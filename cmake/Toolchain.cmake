@@ -9,7 +9,10 @@ if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(QUORVANE_WERROR)
+    add_compile_options(-Werror)
+endif()
 # g++ 12 warns about designated initialisers that leave the other members at their defaults.
 add_compile_options(-Wno-missing-field-initializers)
 
