@@ -2,13 +2,11 @@
 
 #include "base/DateText.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 
 #include <array>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 namespace {

@@ -3,14 +3,12 @@
 #include "base/Text.h"
 #include "store/EntityDescription.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
 
 #include <cstdlib>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <limits>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 namespace {

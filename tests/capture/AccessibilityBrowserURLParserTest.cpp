@@ -2,17 +2,15 @@
 
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedRunningApplications.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
 
 namespace Name = platform::AccessibleName;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr const char* nothingFound = "AccessibilityBrowserURLParser: 未能从AX获取到URL";
 
@@ -98,8 +96,8 @@ TEST_F(AccessibilityBrowserURLParserTest, DoesNotLookDeeper) {
         accessibility.setElement("application", Name::focusedWindow, "window");
         nestPage(depth);
         EXPECT_EQ(parser.getURL("org.example.browser"), std::nullopt);
-        EXPECT_THAT(accessibility.asked(), testing::Contains("level 6 AXChildren"));
-        EXPECT_THAT(accessibility.asked(), testing::Not(testing::Contains(testing::StartsWith("level 7"))));
+        EXPECT_THAT(accessibility.asked(), Contains("level 6 AXChildren"));
+        EXPECT_THAT(accessibility.asked(), Not(Contains(StartsWith("level 7"))));
     }
     EXPECT_THAT(console.lines(), ElementsAre(nothingFound, nothingFound));
 }

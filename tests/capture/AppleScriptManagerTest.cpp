@@ -2,10 +2,9 @@
 
 #include "platform/simulated/SimulatedAutomation.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
@@ -13,9 +12,6 @@ namespace {
 using platform::Script;
 using platform::ScriptError;
 using platform::ScriptFamily;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
 
 constexpr const char* operaSource =
     "tell application \"Opera\"\n    try\n        if it is not running then return \"\"\n        if (count of windows) "
@@ -93,12 +89,12 @@ TEST_F(AppleScriptManagerTest, CompiledFilesAreTakenFromTheirFolderThenFromItsPa
     writeFile(folder / "opera.scpt", "of opera");
     std::filesystem::create_directory(folder / "arc.scpt");
     auto& scripts = manager(folder.path());
-    EXPECT_THAT(console.lines(),
-                testing::IsSupersetOf(
-                    {"AppleScriptManager: ✅ 成功加载脚本: chrome", "AppleScriptManager: ✅ 成功加载脚本: opera",
-                     "AppleScriptManager: ❌ 无法从编译文件创建脚本对象: arc.scpt",
-                     "AppleScriptManager: 错误信息: Is a directory",
-                     "AppleScriptManager: ✅ 使用源码字符串加载脚本: arc", "AppleScriptManager: 📊 已加载 5 个脚本"}));
+    EXPECT_THAT(
+        console.lines(),
+        IsSupersetOf({"AppleScriptManager: ✅ 成功加载脚本: chrome", "AppleScriptManager: ✅ 成功加载脚本: opera",
+                      "AppleScriptManager: ❌ 无法从编译文件创建脚本对象: arc.scpt",
+                      "AppleScriptManager: 错误信息: Is a directory",
+                      "AppleScriptManager: ✅ 使用源码字符串加载脚本: arc", "AppleScriptManager: 📊 已加载 5 个脚本"}));
     (void)scripts.executeScript("chrome");
     (void)scripts.executeScript("opera");
     EXPECT_THAT(

@@ -5,10 +5,10 @@
 #include "platform/simulated/SimulatedAutomation.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedRunningApplications.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
@@ -18,8 +18,6 @@ using platform::ScriptError;
 using platform::ScriptFamily;
 using platform::ScriptResult;
 using platform::AccessibleName::focusedWindow;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr const char* noPermission = "BrowserURLFetcher: ⚠️ Apple Events权限检查失败，尝试辅助方案";
 constexpr const char* urlFromTree = "AccessibilityBrowserURLParser: 通过AXURL获取URL: https://tree.example/...";

@@ -3,9 +3,8 @@
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedAutomation.h"
 #include "platform/simulated/SimulatedRunningApplications.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
-
-#include <gmock/gmock.h>
 
 namespace quorvane {
 
@@ -16,9 +15,6 @@ void PrintTo(const WindowInfo& info, std::ostream* out) {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 namespace Name = platform::AccessibleName;
 
 constexpr const char* textEdit = "com.apple.TextEdit";
@@ -159,8 +155,7 @@ TEST_F(DocumentPathFetcherTest, TheFallbackCleansATitleOfXcodeThoughTheRecordKee
     bringToFront("com.apple.dt.Xcode");
     tree.setText("window", Name::title, "App — Main.swift — Edited");
     EXPECT_EQ(fetcher.windowInfo("com.apple.dt.Xcode"), (WindowInfo{"App — Main.swift — Edited", "App | Main.swift"}));
-    EXPECT_THAT(console.lines(),
-                testing::Contains("DocumentPathFetcher: 从 Xcode 窗口标题提取文件信息: App | Main.swift"));
+    EXPECT_THAT(console.lines(), Contains("DocumentPathFetcher: 从 Xcode 窗口标题提取文件信息: App | Main.swift"));
 }
 
 TEST_F(DocumentPathFetcherTest, AnApplicationThatDoesNotRunGetsNoScript) {

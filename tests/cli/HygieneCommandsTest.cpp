@@ -6,11 +6,6 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-
 namespace quorvane {
 namespace {
 

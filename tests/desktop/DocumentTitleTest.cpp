@@ -2,15 +2,10 @@
 
 #include "platform/linux/Proc.h"
 #include "platform/linux/RecentDocuments.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane::platform {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(DocumentTitleTest, PathsAreReadInTheirForms) {
     struct Row {

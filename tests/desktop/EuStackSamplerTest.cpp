@@ -1,10 +1,10 @@
 #include "platform/linux/EuStackSampler.h"
 
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <cstdarg>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -33,7 +33,6 @@ namespace quorvane::platform {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::HasSubstr;
 
 /// A tool that does what a line of shell says; `$4` is the process to look at.
 class EuStackSamplerTest : public testing::Test {

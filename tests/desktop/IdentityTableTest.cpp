@@ -1,12 +1,9 @@
 #include "platform/linux/IdentityTable.h"
 
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane::platform {
 namespace {
-
-using testing::HasSubstr;
-using testing::Optional;
 
 TEST(IdentityTableTest, WellKnownApplicationsHaveTheirCounterpartsIdentifiers) {
     const auto table = IdentityTable::builtIn();

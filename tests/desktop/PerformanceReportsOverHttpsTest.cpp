@@ -7,10 +7,10 @@
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/ThreadSerialQueue.h"
 #include "platform/simulated/RecordingSystemLog.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
@@ -19,9 +19,6 @@ using platform::HttpExchange;
 using platform::HttpRequest;
 using platform::HttpResult;
 using platform::QtHttpClient;
-using testing::Contains;
-using testing::HasSubstr;
-using testing::SizeIs;
 
 /// The real client with a shorter patience.
 class HastyHttpClient final : public platform::HttpClient {

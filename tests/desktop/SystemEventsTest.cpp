@@ -3,17 +3,12 @@
 #include "desktop/support/Waiting.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 
-#include <gmock/gmock.h>
 #include <vector>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Lt;
 
 constexpr SystemEvent allEvents[] = {SystemEvent::willSleep,       SystemEvent::didWake,
                                      SystemEvent::screensDidSleep, SystemEvent::screensDidWake,

@@ -3,8 +3,7 @@
 #include "platform/Clock.h"
 #include "rules/RuleActionPayload.h"
 #include "support/Builders.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {
@@ -130,8 +129,7 @@ TEST(RuleDraftTest, SummarisesInTheUsersLanguage) {
     EXPECT_EQ(draft([](RuleDraft& d) { d.field = RuleDraft::Field::appBundleId; }).summary(english, {}),
               "When: Bundle ID contains “mail”. Then: Set the category to 社交.");
     const std::string chinese = whole.summary(Localization("zh"), {project});
-    EXPECT_THAT(chinese, testing::AllOf(testing::HasSubstr("社交"), testing::HasSubstr("b、it's"),
-                                        testing::HasSubstr("{Harbour}")));
+    EXPECT_THAT(chinese, AllOf(HasSubstr("社交"), HasSubstr("b、it's"), HasSubstr("{Harbour}")));
     EXPECT_NE(chinese, whole.summary(english, {project}));
 }
 

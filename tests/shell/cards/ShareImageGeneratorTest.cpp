@@ -2,6 +2,7 @@
 
 #include "praise/CardColors.h"
 #include "shell/cards/SampleCards.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <QGuiApplication>
@@ -11,7 +12,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <gmock/gmock.h>
 #include <memory>
 
 namespace quorvane {
@@ -135,7 +135,7 @@ TEST_F(ShareImageGeneratorTest, TheSameCardHasTheSamePixelsAndOtherStylesHaveOth
         EXPECT_EQ(first->width, 600);
         EXPECT_EQ(first->height, 900);
         EXPECT_TRUE(first == generator_.generateShareImage(configOf(sampleCard("rich"), style))) << name;
-        EXPECT_THAT(seen, testing::Not(testing::Contains(*first))) << name;
+        EXPECT_THAT(seen, Not(Contains(*first))) << name;
         seen.push_back(*first);
     }
 }

@@ -1,30 +1,19 @@
-#include "platform/Clock.h"
-#include "platform/simulated/InMemoryUserDefaults.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "shell/chart/DayCells.h"
 #include "shell/chart/MonthView.h"
 #include "shell/chart/SummaryCard.h"
 #include "shell/chart/WeekPainter.h"
 #include "shell/chart/WeekView.h"
 #include "shell/look/Theme.h"
-#include "shell/support/Offscreen.h"
-#include "store/ProjectTimeAnnotation.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "shell/support/ScreenTest.h"
 #include "timeline/AppColorPalette.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <algorithm>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
 
 /// `over` on top of `ground`.
 QColor blend(const QColor& over, double opacity, const QColor& ground) {
@@ -40,9 +29,9 @@ MATCHER_P(isAbout, color, "") {
 }
 
 /// Week and month on Wednesday, 8 April 2026, at 17:00; the month begins on a Wednesday.
-class OverviewsTest : public testing::Test {
+class OverviewsTest : public ScreenTest {
 protected:
-    static void SetUpTestSuite() { needApplication(); }
+    OverviewsTest() : ScreenTest("2026-04-08 17:00:00") {}
     ~OverviewsTest() override {
         applyTheme(Theme::light());
         QApplication::setLayoutDirection(Qt::LeftToRight);
@@ -52,14 +41,11 @@ protected:
         aRecord().app(app).from(fmt::format("2026-04-{}", start)).to(fmt::format("2026-04-{}", end)).in(context());
     }
     void assign(const char* project, const char* tone, const char* start, const char* end) {
-        const auto annotation = std::make_shared<ProjectTimeAnnotation>();
-        annotation->project = insertProject(context(), project);
-        annotation->project()->color = tone;
-        annotation->startTime = at(fmt::format("2026-04-{}", start));
-        annotation->endTime = at(fmt::format("2026-04-{}", end));
-        context().insert(annotation);
+        ScreenTest::assign(insertProject(context(), project), fmt::format("2026-04-{}", start),
+                           fmt::format("2026-04-{}", end))
+            ->project()
+            ->color = tone;
     }
-    ModelContext& context() { return store.context(); }
 
     void load() {
         context().save();
@@ -67,16 +53,7 @@ protected:
         settle();
     }
     /// So wide that a column has 140.
-    void show(QWidget& view) {
-        view.resize(1062, 776);
-        view.show();
-        settle();
-    }
-    void settle() {
-        runLoop.runPosted();
-        QApplication::processEvents();
-    }
-
+    void show(QWidget& view) { ScreenTest::show(view, {1062, 776}); }
     static DayCells& canvas(const QWidget& view) { return *partsOf<DayCells>(view).front(); }
     template <class Part>
     static std::vector<Part*> partsOf(const QWidget& view) {
@@ -117,14 +94,8 @@ protected:
         settle();
     }
 
-    platform::SimulatedRunLoop runLoop{at("2026-04-08 17:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    TemporaryStore store;
-    RecordingConsole console;
-    platform::InMemoryUserDefaults defaults;
     CategoryTagManager categories{defaults, console};
-    MyActivityView activity{store.context(), runLoop, categories, console};
-    Localization localization{"en"};
+    MyActivityView activity{context(), runLoop, categories, console};
     WeekView week{activity, localization, console};
     MonthView month{activity, localization, console};
 };
@@ -248,21 +219,6 @@ TEST_F(OverviewsTest, BarsStandAtTheirHoursInTheirColours) {
     }
 }
 
-TEST_F(OverviewsTest, AWeekThatHasYetToComeShowsItsGridAndNoBar) {
-    record("Editor", "08 10:00:00", "16 12:00:00");
-    assign("Orchard", "sky", "14 10:00:00", "14 12:00:00");
-    load();
-    activity.chart().selectDate(at("2026-04-15 12:00:00"));
-    show(week);
-    canvas(week).clearFocus();
-    const QImage image = canvas(week).grab().toImage();
-    const auto panel = [&](int day) { return image.copy(66 + 140 * day, 52, 140, 480); };
-    for (int day = 1; day < 7; ++day)
-        EXPECT_EQ(panel(day), panel(0)) << day;
-    EXPECT_NE(panel(0).pixelColor(70, 200), panel(0).pixelColor(70, 210));
-    EXPECT_THAT(names(*partsOf<SummaryCard>(week)[0]), ElementsAre());
-}
-
 TEST_F(OverviewsTest, EachMinuteMovesTheLineAndANewDayRebuilds) {
     load();
     show(week);
@@ -273,7 +229,7 @@ TEST_F(OverviewsTest, EachMinuteMovesTheLineAndANewDayRebuilds) {
     runLoop.playUntil(at("2026-04-08 20:00:00"));
     settle();
     EXPECT_THAT(lineOf(2, 20), isAbout(theme().accent));
-    EXPECT_THAT(lineOf(2, 17), testing::Not(isAbout(theme().accent)));
+    EXPECT_THAT(lineOf(2, 17), Not(isAbout(theme().accent)));
     runLoop.playUntil(at("2026-04-09 06:00:00"));
     settle();
     EXPECT_THAT(lineOf(3, 6), isAbout(theme().accent));
