@@ -18,46 +18,26 @@ RuleDraft draft(const std::function<void(RuleDraft&)>& change = [](RuleDraft&) {
 }
 
 TEST(RuleDraftTest, CanBeSavedWithANameAValueAndSomethingToDo) {
-    struct Row {
-        const char* name;
-        std::function<void(RuleDraft&)> change;
-        bool expected;
+    using Change = std::function<void(RuleDraft&)>;
+    const auto instead = [](const Change& change) {
+        return draft([&](RuleDraft& d) {
+            d.category.reset();
+            change(d);
+        });
     };
-    const Row rows[] = {
-        {"category", [](RuleDraft&) {}, true},
-        {"an empty category is one", [](RuleDraft& d) { d.category = ""; }, true},
-        {"no action", [](RuleDraft& d) { d.category.reset(); }, false},
-        {"blank tags",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.tags = " , ,";
-         },
-         false},
-        {"tags",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.tags = ",a";
-         },
-         true},
-        {"project",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.projectId = Uuid();
-         },
-         true},
-        {"stopping alone is nothing",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.stopProcessing = true;
-         },
-         false},
-        {"blank name", [](RuleDraft& d) { d.name = " \n"; }, false},
-        {"blank value", [](RuleDraft& d) { d.value = "\t"; }, false},
+    const std::pair<RuleDraft, bool> rows[] = {
+        {draft(), true},
+        {draft([](RuleDraft& d) { d.category = ""; }), true},  // an empty category is one
+        {draft([](RuleDraft& d) { d.name = " \n"; }), false},
+        {draft([](RuleDraft& d) { d.value = "\t"; }), false},
+        {instead([](RuleDraft&) {}), false},
+        {instead([](RuleDraft& d) { d.tags = " , ,"; }), false},
+        {instead([](RuleDraft& d) { d.tags = ",a"; }), true},
+        {instead([](RuleDraft& d) { d.projectId = Uuid(); }), true},
+        {instead([](RuleDraft& d) { d.stopProcessing = true; }), false},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(draft(row.change).canSave(), row.expected);
-    }
+    for (const auto& [made, expected] : rows)
+        EXPECT_EQ(made.canSave(), expected);
     EXPECT_EQ(draft([](RuleDraft& d) { d.tags = " a, ,b\n,,c d"; }).parsedTags(),
               (std::vector<std::string>{"a", "b", "c d"}));
 }
