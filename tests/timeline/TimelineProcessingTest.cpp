@@ -155,60 +155,6 @@ TEST(TimelineProcessingTest, FillsWhatTheFirstOfThemLacks) {
     EXPECT_THAT(Processing::mergeAdjacentRecords(all, at("18:00:00")), ElementsAre(expected));
 }
 
-/// The rules of joining, one by one.
-Snapshots mergedStepByStep(Snapshots snapshots, Date now) {
-    if (snapshots.empty()) return {};
-    std::stable_sort(snapshots.begin(), snapshots.end(),
-                     [](const auto& a, const auto& b) { return a.startTime < b.startTime; });
-    Snapshots result;
-    auto current = snapshots.front();
-    for (std::size_t i = 1; i < snapshots.size(); ++i) {
-        const auto& next = snapshots[i];
-        const bool isSame = (!current.bundleId && !next.bundleId) ||
-                            (current.bundleId && next.bundleId && *current.bundleId == *next.bundleId) ||
-                            (current.appName && next.appName && *current.appName == *next.appName);
-        const double gap = (next.startTime - current.endTime.value_or(now)).count();
-        if (!isSame || gap < 0.0 || gap > 120.0) {
-            result.push_back(current);
-            current = next;
-            continue;
-        }
-        current.endTime = next.endTime.value_or(now);
-        if (!current.windowTitle) current.windowTitle = next.windowTitle;
-        if (current.tags.empty()) current.tags = next.tags;
-    }
-    result.push_back(current);
-    return result;
-}
-
-TEST(TimelineProcessingTest, JoinsRandomDaysAsTheRulesSayOneByOne) {
-    std::mt19937 random(31);
-    const auto any = [&](const auto& values) { return values[random() % values.size()]; };
-    const std::vector<std::optional<std::string>> texts{std::nullopt, "", "a", "b"};
-    const Date now = at("12:00:00");
-    std::size_t joined = 0;
-    for (int day = 0; day < 1000; ++day) {
-        Snapshots given;
-        Date start = at("09:00:00");
-        for (auto count = random() % 60; count > 0; --count) {
-            start += Seconds(static_cast<double>(random() % 2400) / 10);
-            given.push_back({.id = Uuid::random(),
-                             .startTime = start,
-                             .endTime = start + Seconds(static_cast<double>(random() % 2000) / 10),
-                             .bundleId = any(texts),
-                             .appName = any(texts),
-                             .windowTitle = any(texts),
-                             .tags = any(texts).value_or("")});
-            if (random() % 9 == 0) given.back().endTime = std::nullopt;
-        }
-        std::shuffle(given.begin(), given.end(), random);
-        const auto expected = mergedStepByStep(given, now);
-        ASSERT_EQ(Processing::mergeAdjacentRecords(given, now), expected) << day;
-        joined += given.size() - expected.size();
-    }
-    EXPECT_GT(joined, 3000U);
-}
-
 /// "9.25+0.5": start hour and duration, in the order of the result.
 Lines hoursOf(const std::vector<TimelineProcessedSnapshot>& blocks) {
     Lines lines;
