@@ -1,7 +1,8 @@
 #include "base/AtomicFile.h"
 
+#include "support/Matching.h"
+
 #include <fstream>
-#include <gmock/gmock.h>
 #include <iterator>
 #include <map>
 #include <unistd.h>
@@ -10,11 +11,7 @@ namespace quorvane {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::Key;
-using testing::Pair;
 
 class AtomicFileTest : public testing::Test {
 protected:

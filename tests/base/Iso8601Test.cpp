@@ -1,12 +1,11 @@
 #include "base/Iso8601.h"
 
-#include <gmock/gmock.h>
+#include "support/Matching.h"
+
 #include <random>
 
 namespace quorvane {
 namespace {
-
-using testing::Optional;
 
 TEST(Iso8601Test, ReadsInstantsWithTheirOffset) {
     const std::pair<const char*, const char*> rows[] = {

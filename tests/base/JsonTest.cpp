@@ -1,13 +1,9 @@
 #include "base/Json.h"
 
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
 
 TEST(JsonTest, KeysKeepTheirOrderAndBytesThatAreNoTextAreReplaced) {
     const auto value = parseJson(R"({"b": 1, "a": [{"a": {"a": "工\u4f5c"}}, {"b": [{"a": 3}], "a": 4}]})");

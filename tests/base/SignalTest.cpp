@@ -1,14 +1,13 @@
 #include "base/Signal.h"
 
-#include <gmock/gmock.h>
+#include "support/Matching.h"
+
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
 
 class SignalTest : public testing::Test {
 protected:

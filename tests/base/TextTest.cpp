@@ -1,12 +1,11 @@
 #include "base/Text.h"
 
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {
 
 using namespace std::string_literals;
-using testing::ElementsAre;
 using Rows = std::vector<std::pair<std::string, std::string>>;  ///< what goes in and what comes out
 
 TEST(TextTest, LowerCaseIsUnicodesAndNoLanguages) {

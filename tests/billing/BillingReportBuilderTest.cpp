@@ -2,13 +2,11 @@
 
 #include "base/DateText.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 
 #include <array>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 namespace {
@@ -264,27 +262,17 @@ TEST(BillingReportBuilderTest, DaysSumTheirRecordsAndWhatWasAssigned) {
 }
 
 TEST(BillingReportBuilderTest, DaysAreThoseOfTheClock) {
-    struct Row {
-        const char* name;
-        const char* zone;
-        const char* start;
-        const char* expected;
+    const std::tuple<const char*, const char*, std::string> rows[] = {
+        {"America/New_York", "2026-11-01T06:30:00Z", "11-01 04:00"},     // an hour that comes twice
+        {"America/New_York", "2026-11-02T04:59:59.5Z", "11-01 04:00"},   // last of 25 hours
+        {"America/New_York", "2026-03-09T03:59:59Z", "03-08 05:00"},     // last of 23
+        {"Australia/Lord_Howe", "2026-10-04T12:59:59Z", "10-03 13:30"},  // last of 23.5
+        {"America/Santiago", "2026-09-06T05:00:00Z", "09-06 04:00"},     // no midnight
     };
-    const Row rows[] = {
-        {"first of 25 hours", "America/New_York", "2026-11-01T04:00:00Z", "11-01 04:00"},
-        {"hour that comes twice", "America/New_York", "2026-11-01T06:30:00Z", "11-01 04:00"},
-        {"last of 25 hours", "America/New_York", "2026-11-02T04:59:59.5Z", "11-01 04:00"},
-        {"day after", "America/New_York", "2026-11-02T05:00:00Z", "11-02 05:00"},
-        {"last of 23 hours", "America/New_York", "2026-03-09T03:59:59Z", "03-08 05:00"},
-        {"last of 23.5 hours", "Australia/Lord_Howe", "2026-10-04T12:59:59Z", "10-03 13:30"},
-        {"no midnight", "America/Santiago", "2026-09-06T05:00:00Z", "09-06 04:00"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const Seconds start = at(row.start) - midnight;
-        const auto day = std::string(row.expected);
-        EXPECT_THAT(daysOf({{web, start, start + 2h}}, {}, row.zone), ElementsAre(day + " 2 0 200 Web Editor"));
-        EXPECT_THAT(daysOf({}, {{web, start, start + 2h}}, row.zone),
+    for (const auto& [zone, instant, day] : rows) {
+        const Seconds start = at(instant) - midnight;
+        EXPECT_THAT(daysOf({{web, start, start + 2h}}, {}, zone), ElementsAre(day + " 2 0 200 Web Editor"));
+        EXPECT_THAT(daysOf({}, {{web, start, start + 2h}}, zone),
                     ElementsAre(day + " 2 0 200 Web Assigned by hand: Web"));
     }
 }

@@ -2,32 +2,17 @@
 
 #include "base/AtomicFile.h"
 #include "billing/TextDocuments.h"
-#include "platform/Clock.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "store/ModelContainer.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
+#include "support/StoreTest.h"
 #include "support/TemporaryFolder.h"
-
-#include <fstream>
-#include <gmock/gmock.h>
-#include <sstream>
 
 namespace quorvane {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
-class ExportStateTest : public testing::Test {
+class ExportStateTest : public StoreTest {
 protected:
-    ExportState open() { return {container, runLoop, localization, console}; }
-    ModelContext& context() { return container.mainContext(); }
-    std::string contentOf(const std::filesystem::path& file) {
-        std::ostringstream content;
-        content << std::ifstream(file, std::ios::binary).rdbuf();
-        return content.str();
-    }
+    ExportStateTest() : StoreTest("2026-03-10 12:00:00") {}
+
+    ExportState open() { return {store.container(), runLoop, localization, console}; }
     /// Plays until the save is through.
     void save(ExportState& state, const std::filesystem::path& file) {
         bool isFinished = false;
@@ -39,11 +24,6 @@ protected:
     }
 
     TemporaryFolder folder;
-    platform::SimulatedRunLoop runLoop{at("2026-03-10 12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    ModelContainer container{{.file = folder / "store.sqlite"}};
-    Localization localization{"en"};
-    RecordingConsole console;
 };
 
 TEST_F(ExportStateTest, HoldsSevenDaysAtFirstAndNeverReachesBackMoreThanAYear) {
@@ -106,11 +86,7 @@ TEST_F(ExportStateTest, AFailedSaveIsPrintedAndLeavesNothing) {
     save(state, folder / "missing" / "out.csv");
     EXPECT_FALSE(state.isExporting());
     EXPECT_EQ(state.exportURL(), std::nullopt);
-    EXPECT_THAT(console.lines(),
-                ElementsAre(testing::AllOf(testing::StartsWith("Export failed: "), HasSubstr("out.csv"))));
-    state.beginExport();
-    state.cancelExport();
-    EXPECT_FALSE(state.isExporting());
+    EXPECT_THAT(console.lines(), ElementsAre(AllOf(StartsWith("Export failed: "), HasSubstr("out.csv"))));
 }
 
 TEST_F(ExportStateTest, MayGoWhileItsFileIsWritten) {

@@ -1,9 +1,9 @@
 #include "capture/AccessibilityWindowHelper.h"
 
 #include "platform/simulated/SimulatedAccessibility.h"
+#include "support/Matching.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
@@ -11,7 +11,6 @@ namespace {
 namespace Name = platform::AccessibleName;
 using AccessibilityWindowHelper::focusedWindow;
 using platform::AccessibleElement;
-using testing::ElementsAre;
 
 class AccessibilityWindowHelperTest : public testing::Test {
 protected:

@@ -1,17 +1,16 @@
 #include "capture/AppleScriptManager.h"
 #include "platform/Clock.h"
 #include "platform/simulated/SimulatedAutomation.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/ThreadedRunLoop.h"
 
 #include <future>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
 
 using platform::Script;
-using testing::ElementsAre;
 
 /// Runs on real threads; the build with the thread sanitizer finds what they share.
 class AppleScriptExclusionTest : public testing::Test {

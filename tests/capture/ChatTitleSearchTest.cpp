@@ -26,35 +26,35 @@ TEST(ChatTitleSearchTest, ChatApplicationsAreKnownInAnyCase) {
 }
 
 TEST(ChatTitleSearchTest, ATitleIsAShortLineThatNamesSomething) {
-    const std::pair<std::string, bool> rows[] = {
-        {"Anna", true},
-        {repeated("x", 48), true},
-        {repeated("x", 49), false},
-        {repeated("项", 48), true},
-        {repeated("é", 48), true},
-        {repeated("e\u0301", 49), false},
-        {repeated("👩‍👩‍👧‍👦", 47).append("x"), true},
-        {repeated(" ", 9).append(repeated("x", 48)).append("\n "), true},  // trimmed first
-        {"two\nlines", false},
-        {"", false},
-        {" \t\n", false},
-        {"WeChat", false},
-        {" 微信 ", false},
-        {"Microsoft Teams", false},
-        {"Teams at work", true},
-        {"RU.keepcoder.telegram", false},
-        {"•••", false},
-        {"— ! —", false},
-        {"😀🎉", false},
-        {"❤️", false},  // holds a mark, which is no letter
-        {"½", false},       // a number, but no decimal digit
-        {"7", true},
-        {"٣", true},
-        {"张三", true},
-        {"🎉 Anna", true},
-    };
-    for (const auto& [text, passes] : rows)
-        EXPECT_EQ(ChatTitleSearch::isPlausible(text, telegram), passes) << text;
+    const std::string titles[] = {"Anna",
+                                  repeated("x", 48),
+                                  repeated("项", 48),
+                                  repeated("é", 48),
+                                  repeated("👩‍👩‍👧‍👦", 47).append("x"),
+                                  repeated(" ", 9).append(repeated("x", 48)).append("\n "),  // trimmed first
+                                  "Teams at work",
+                                  "7",
+                                  "٣",
+                                  "张三",
+                                  "🎉 Anna"};
+    for (const auto& text : titles)
+        EXPECT_TRUE(ChatTitleSearch::isPlausible(text, telegram)) << text;
+    const std::string others[] = {repeated("x", 49),
+                                  repeated("e\u0301", 49),
+                                  "two\nlines",
+                                  "",
+                                  " \t\n",
+                                  "WeChat",
+                                  " 微信 ",
+                                  "Microsoft Teams",
+                                  "RU.keepcoder.telegram",
+                                  "•••",
+                                  "— ! —",
+                                  "😀🎉",
+                                  "❤️",  // holds a mark, which is no letter
+                                  "½"};      // a number, but no decimal digit
+    for (const auto& text : others)
+        EXPECT_FALSE(ChatTitleSearch::isPlausible(text, telegram)) << text;
 }
 
 class ChatTitleSearchInATreeTest : public testing::Test {

@@ -3,9 +3,10 @@
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedAutomation.h"
 #include "platform/simulated/SimulatedRunningApplications.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 
-#include <gmock/gmock.h>
+#include <fmt/format.h>
 
 namespace quorvane {
 
@@ -16,9 +17,6 @@ void PrintTo(const WindowInfo& info, std::ostream* out) {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 namespace Name = platform::AccessibleName;
 
 constexpr const char* textEdit = "com.apple.TextEdit";
@@ -47,13 +45,12 @@ protected:
 
 TEST_F(DocumentPathFetcherTest, AnotherApplicationInFrontGivesNothing) {
     EXPECT_EQ(fetcher.windowInfo(textEdit), WindowInfo());
+    EXPECT_THAT(console.lines(), ElementsAre("DocumentPathFetcher: 无法获取前台应用"));
     bringToFront(unlisted);
     EXPECT_EQ(fetcher.windowInfo(textEdit), WindowInfo());
     applications.setFrontmost(platform::RunningApplication{.processIdentifier = 7});
     EXPECT_EQ(fetcher.windowInfo(textEdit), WindowInfo());
-    EXPECT_THAT(console.lines(),
-                ElementsAre("DocumentPathFetcher: 无法获取前台应用", "DocumentPathFetcher: 前台应用不匹配",
-                            "DocumentPathFetcher: 前台应用不匹配"));
+    EXPECT_EQ(console.lines().back(), "DocumentPathFetcher: 前台应用不匹配");
     EXPECT_THAT(tree.asked(), IsEmpty());
 }
 
@@ -82,62 +79,57 @@ TEST_F(DocumentPathFetcherTest, AScriptGivesTheDocumentThatTheWindowLacks) {
                                              "DocumentPathFetcher: 成功获取文档路径: Some Track"));
 }
 
-TEST_F(DocumentPathFetcherTest, AttributesThatAreNoTextCountAsMissing) {
-    bringToFront(unlisted);
-    tree.setElement("window", Name::title, "other");
-    tree.setText("window", Name::document, "https://example.com/", true);
-    EXPECT_EQ(fetcher.readAccessibilityInfo(*applications.frontmost(), unlisted),
-              DocumentPathFetcher::AccessibilityInfo());
-}
-
-TEST_F(DocumentPathFetcherTest, AnApplicationWithoutScriptKeepsItsTitleAlone) {
+TEST_F(DocumentPathFetcherTest, AnApplicationWithoutScriptKeepsItsTitleAloneAndAttributesThatAreNoTextAreMissing) {
     bringToFront(unlisted);
     tree.setText("window", Name::title, "notes.txt");
     EXPECT_EQ(fetcher.windowInfo(unlisted), (WindowInfo{"notes.txt", std::nullopt}));
     EXPECT_THAT(automation.scripts(), IsEmpty());
     EXPECT_THAT(console.lines(), ElementsAre("DocumentPathFetcher: 应用 org.example.editor 不支持文档路径获取",
                                              "DocumentPathFetcher: 成功获取窗口标题: notes.txt"));
+    tree.setElement("window", Name::title, "other");
+    tree.setText("window", Name::document, "https://example.com/", true);
+    EXPECT_EQ(fetcher.readAccessibilityInfo(*applications.frontmost(), unlisted),
+              DocumentPathFetcher::AccessibilityInfo());
 }
 
 TEST_F(DocumentPathFetcherTest, WithoutAccessibilityTheTitleIsTheOneThatEverybodyMayRead) {
+    const WindowInfo plain{"plain title", std::nullopt};
     bringToFront(unlisted);
-    EXPECT_EQ(fetcher.windowInfo(unlisted), (WindowInfo{"plain title", std::nullopt}));  // no AXTitle
-    console.clear();
+    EXPECT_EQ(fetcher.windowInfo(unlisted), plain);  // no AXTitle
     tree.setApplication(7, "silent");
-    EXPECT_EQ(fetcher.windowInfo(unlisted), (WindowInfo{"plain title", std::nullopt}));
+    EXPECT_EQ(fetcher.windowInfo(unlisted), plain);
+    EXPECT_THAT(console.lines(), Contains("DocumentPathFetcher: 无法获取焦点窗口"));
     tree.setTrusted(false);
-    EXPECT_EQ(fetcher.windowInfo(unlisted), (WindowInfo{"plain title", std::nullopt}));
-    EXPECT_THAT(console.lines(), ElementsAre("DocumentPathFetcher: 无法获取焦点窗口",
-                                             "DocumentPathFetcher: 应用 org.example.editor 不支持文档路径获取",
-                                             "DocumentPathFetcher: Accessibility API 未授权",
-                                             "DocumentPathFetcher: 应用 org.example.editor 不支持文档路径获取"));
+    EXPECT_EQ(fetcher.windowInfo(unlisted), plain);
+    EXPECT_THAT(console.lines(), Contains("DocumentPathFetcher: Accessibility API 未授权"));
 }
 
 TEST_F(DocumentPathFetcherTest, AFailedScriptIsReportedAndTheTitleTakesItsPlace) {
+    const std::string told = "DocumentPathFetcher: ";
     struct Row {
         platform::ScriptError error;
-        std::vector<std::string> lines;
+        const char* text;
+        std::vector<std::string> hint;
     };
-    const std::string first = "DocumentPathFetcher: AppleScript 执行错误 ";
-    const std::string last = "DocumentPathFetcher: AppleScript 执行错误: {NSAppleScriptErrorMessage = ";
-    const std::vector<Row> rows = {
-        {{-600, "not running"},
-         {first + "(-600): not running", "DocumentPathFetcher: 错误 -600 通常表示应用不响应 AppleScript 或权限问题",
-          last + "\"not running\"; NSAppleScriptErrorNumber = -600;}"}},
-        {{-1728, "can't get it"},
-         {first + "(-1728): can't get it", "DocumentPathFetcher: 错误 -1728 表示应用不支持该 AppleScript 命令",
-          last + "\"can't get it\"; NSAppleScriptErrorNumber = -1728;}"}},
-        {{0, ""}, {first + "(0): 未知错误", last + "\"未知错误\"; NSAppleScriptErrorNumber = 0;}"}},
+    const Row rows[] = {
+        {{-600, "not running"}, "not running", {told + "错误 -600 通常表示应用不响应 AppleScript 或权限问题"}},
+        {{-1728, "can't get it"}, "can't get it", {told + "错误 -1728 表示应用不支持该 AppleScript 命令"}},
+        {{0, ""}, "未知错误", {}},
     };
     bringToFront(textEdit);
     tree.setText("window", Name::title, "Untitled");
-    for (Row row : rows) {
-        SCOPED_TRACE(row.error.number);
+    for (const Row& row : rows) {
         console.clear();
         answer(row.error);
         EXPECT_EQ(fetcher.getDocumentPathByScript(textEdit), "Untitled");
-        row.lines.insert(row.lines.end(), {noDocument, "DocumentPathFetcher: 使用窗口标题作为备用信息: Untitled"});
-        EXPECT_EQ(console.lines(), row.lines);
+        auto expected = row.hint;
+        expected.insert(expected.begin(),
+                        fmt::format("{}AppleScript 执行错误 ({}): {}", told, row.error.number, row.text));
+        expected.push_back(fmt::format("{}AppleScript 执行错误: {{NSAppleScriptErrorMessage = \"{}\"; "
+                                       "NSAppleScriptErrorNumber = {};}}",
+                                       told, row.text, row.error.number));
+        expected.insert(expected.end(), {noDocument, told + "使用窗口标题作为备用信息: Untitled"});
+        EXPECT_EQ(console.lines(), expected);
     }
 }
 
@@ -159,8 +151,7 @@ TEST_F(DocumentPathFetcherTest, TheFallbackCleansATitleOfXcodeThoughTheRecordKee
     bringToFront("com.apple.dt.Xcode");
     tree.setText("window", Name::title, "App — Main.swift — Edited");
     EXPECT_EQ(fetcher.windowInfo("com.apple.dt.Xcode"), (WindowInfo{"App — Main.swift — Edited", "App | Main.swift"}));
-    EXPECT_THAT(console.lines(),
-                testing::Contains("DocumentPathFetcher: 从 Xcode 窗口标题提取文件信息: App | Main.swift"));
+    EXPECT_THAT(console.lines(), Contains("DocumentPathFetcher: 从 Xcode 窗口标题提取文件信息: App | Main.swift"));
 }
 
 TEST_F(DocumentPathFetcherTest, AnApplicationThatDoesNotRunGetsNoScript) {

@@ -1,8 +1,9 @@
 #include "capture/DocumentScripts.h"
 
+#include "support/Matching.h"
+
 #include <fmt/format.h>
 #include <fstream>
-#include <gmock/gmock.h>
 #include <sstream>
 
 namespace quorvane {
@@ -69,7 +70,7 @@ TEST(DocumentScriptsTest, FiveRowsAreComparedInLowerCaseAndTheOneOtherWithACapit
     for (const auto& row : DocumentScripts::rows()) {
         if (DocumentScripts::row(row.bundleId) != &row) unreachable.push_back(row.applicationName);
     }
-    EXPECT_THAT(unreachable, testing::ElementsAre("ColorSync Utility"));
+    EXPECT_THAT(unreachable, ElementsAre("ColorSync Utility"));
     EXPECT_EQ(DocumentScripts::row("com.apple.textedit")->applicationName, "TextEdit");
     EXPECT_EQ(DocumentScripts::row("COM.Apple.Preview")->applicationName, "Preview");
     EXPECT_EQ(DocumentScripts::row("com.Spotify.Client")->applicationName, "Spotify");

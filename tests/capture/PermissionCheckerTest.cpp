@@ -5,9 +5,8 @@
 #include "platform/simulated/SimulatedInput.h"
 #include "platform/simulated/SimulatedRunningApplications.h"
 #include "platform/simulated/SimulatedSession.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
-
-#include <gmock/gmock.h>
 
 namespace quorvane {
 
@@ -18,9 +17,6 @@ void PrintTo(const PermissionChecker::TestResult& result, std::ostream* out) {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 namespace Name = platform::AccessibleName;
 
 struct FixedURL : BrowserURLSource {

@@ -3,11 +3,6 @@
 
 #include <fmt/format.h>
 
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-
 namespace quorvane {
 namespace {
 
@@ -51,7 +46,7 @@ TEST_F(BrowserCommandTest, TellsTheBrowsersThatAreThereWhereTheHostIsAndTakesItB
     EXPECT_EQ(parseJson(contentOf(chromium_)),
               manifest("allowed_origins", "chrome-extension://oinjoldeagfjhhmclcibbolnhbhomjpe/"));
     EXPECT_EQ(parseJson(contentOf(firefox_)), manifest("allowed_extensions", "tabs@quorvane.zelkor"));
-    EXPECT_THAT(states(), testing::ElementsAre("chromium: right", "firefox: right"));
+    EXPECT_THAT(states(), ElementsAre("chromium: right", "firefox: right"));
     EXPECT_FALSE(fs::exists(brave_));
 
     EXPECT_THAT(outputOf({"browser", "remove"}), HasSubstr(chromium_.string() + " is gone"));
@@ -81,10 +76,10 @@ TEST_F(BrowserCommandTest, SaysWhatIsWrongAndMendsIt) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         writeFile(chromium_, row.content);
-        EXPECT_THAT(states(), testing::ElementsAre("chromium: wrong"));
+        EXPECT_THAT(states(), ElementsAre("chromium: wrong"));
         EXPECT_THAT(outputOf({"browser", "status"}), HasSubstr("leads elsewhere or is damaged"));
         EXPECT_THAT(outputOf({"browser", "install"}), HasSubstr("chromium: "));
-        EXPECT_THAT(states(), testing::ElementsAre("chromium: right"));
+        EXPECT_THAT(states(), ElementsAre("chromium: right"));
     }
     writeFile(chromium_, R"({"name":"org.example.other"})");
     EXPECT_EQ(outputOf({"browser", "remove"}), "") << "what somebody else put there stays";

@@ -1,10 +1,5 @@
 #include "cli/CliFixture.h"
 
-#include <fstream>
-
-using testing::HasSubstr;
-using testing::StartsWith;
-
 namespace quorvane {
 namespace {
 
@@ -40,39 +35,25 @@ TEST_F(CardCommandTest, ADayWithoutRecordsHasACardToo) {
 }
 
 TEST_F(CardCommandTest, WrongUsageNamesWhatIsAllowedAndWritesNothing) {
-    struct Row {
-        Arguments arguments;
-        std::string cause;
-    };
-    const Row rows[] = {{{"card"}, "-o"},
-                        {{"card", "-o", "a.png", "--style", "Clean"}, "clean, elegantShadow, glassmorphism"},
-                        {{"card", "-o", "a.png", "--scheme", "pink"}, "vibrant, pastel, ocean"},
-                        {{"card", "-o", "a.png", "--date", "yesterday"}, "is no day like 2026-03-04"}};
-    for (const Row& row : rows) {
-        const auto result = run(row.arguments);
-        EXPECT_EQ(result.status, 2);
-        EXPECT_THAT(result.err, isRefusal(HasSubstr(row.cause)));
-    }
+    expectRefusal({"card"}, 2, "-o");
+    expectRefusal({"card", "-o", "a.png", "--style", "Clean"}, 2, "clean, elegantShadow, glassmorphism");
+    expectRefusal({"card", "-o", "a.png", "--scheme", "pink"}, 2, "vibrant, pastel, ocean");
+    expectRefusal({"card", "-o", "a.png", "--date", "yesterday"}, 2, "is no day like 2026-03-04");
     EXPECT_FALSE(names().contains("a.png"));
 }
 
 TEST_F(CardCommandTest, WhatCannotBeReadOrWrittenIsAFailure) {
     EXPECT_THAT(runBare({"card", "-o", "a.png", "--store", (folder_ / "none.sqlite").string()}).err,
                 isRefusal(HasSubstr("none.sqlite")));
-    const auto intoNothing = run({"card", "-o", "missing/a.png"});
-    EXPECT_EQ(intoNothing.status, 1);
-    EXPECT_THAT(intoNothing.err, isRefusal(HasSubstr("missing/a.png")));
-    const auto intoStore = run({"card", "-o", store().string()});
-    EXPECT_THAT(intoStore.err, isRefusal(HasSubstr("this is the store itself")));
+    expectRefusal({"card", "-o", "missing/a.png"}, 1, "missing/a.png");
+    expectRefusal({"card", "-o", store().string()}, 1, "this is the store itself");
 }
 
 TEST_F(CardCommandTest, AFailureOfThePainterIsToldAndLeavesTheOldFile) {
-    std::ofstream(folder_ / "day.png") << "old";
+    writeFile(folder_ / "day.png", "old");
     // Painting needs a file for what goes to the painter and back; this folder isn't there.
     setting_.environment["TMPDIR"] = (folder_ / "gone").string();
-    const auto result = run({"card", "-o", "day.png"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, isRefusal(HasSubstr("cannot paint the card")));
+    expectRefusal({"card", "-o", "day.png"}, 1, "cannot paint the card");
     EXPECT_EQ(contentOf("day.png"), "old");
 }
 

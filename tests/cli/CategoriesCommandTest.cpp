@@ -1,8 +1,5 @@
 #include "cli/CliFixture.h"
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
 namespace quorvane {
 namespace {
 
@@ -24,30 +21,16 @@ TEST_F(CategoriesCommandTest, KeepsCategoriesOfYourOwnInTheConfiguration) {
 
 TEST_F(CategoriesCommandTest, WhatIsThereAlreadyIsDoneAndWhatIsNotThereIsRefused) {
     EXPECT_EQ(outputOf({"categories", "add", "Writing"}), "");
-    const auto again = run({"categories", "add", " Writing"});
-    EXPECT_EQ(again.status, 0);
-    EXPECT_THAT(again.err, isRefusal(HasSubstr("Writing is there already")));
-    struct Row {
-        Arguments arguments;
-        const char* cause;
-    };
-    const Row rows[] = {{{"categories", "add", " \n"}, "the name can't be empty"},
-                        {{"categories", "remove", "Reading"}, "there is no category Reading of your own"},
-                        {{"categories", "remove", "工作"}, "there is no category 工作 of your own"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.cause);
-        const auto result = run(row.arguments);
-        EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.err, isRefusal(HasSubstr(row.cause)));
-    }
-    EXPECT_THAT(outputOf({"categories", "list"}), testing::EndsWith("空闲\nWriting\n"));
+    expectRefusal({"categories", "add", " Writing"}, 0, "Writing is there already");
+    expectRefusal({"categories", "add", " \n"}, 1, "the name can't be empty");
+    expectRefusal({"categories", "remove", "Reading"}, 1, "there is no category Reading of your own");
+    expectRefusal({"categories", "remove", "工作"}, 1, "there is no category 工作 of your own");
+    EXPECT_THAT(outputOf({"categories", "list"}), EndsWith("空闲\nWriting\n"));
 }
 
 TEST_F(CategoriesCommandTest, SaysThatTheConfigurationCanNotBeWritten) {
     writeFile(folder_ / ".config", "in the way");
-    const auto result = run({"categories", "add", "Writing"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, isRefusal(HasSubstr("could not be written")));
+    expectRefusal({"categories", "add", "Writing"}, 1, "could not be written");
 }
 
 }  // namespace

@@ -31,6 +31,18 @@ std::string CliTest::outputOf(const Arguments& arguments) {
     return result.out;
 }
 
+void CliTest::expectOutput(const Arguments& arguments, const std::string& file) {
+    EXPECT_EQ(outputOf(arguments), contentOf(QUORVANE_CLI_DATA "/" + file)) << file;
+}
+
+void CliTest::expectRefusal(const Arguments& arguments, int status, const std::string& cause) {
+    SCOPED_TRACE(testing::PrintToString(arguments));
+    const auto result = run(arguments);
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err, isRefusal(HasSubstr(cause)));
+}
+
 void CliTest::load(const std::string& lines) {
     setting_.input = lines;
     const auto result = run({"load", "-"});
@@ -46,8 +58,8 @@ std::set<std::string> CliTest::names() const {
 }
 
 testing::Matcher<std::string> isRefusal(const testing::Matcher<std::string>& cause) {
-    return testing::AllOf(
-        testing::StartsWith("quorvane-cli: "), testing::EndsWith("\n"),
+    return AllOf(
+        StartsWith("quorvane-cli: "), EndsWith("\n"),
         testing::ResultOf([](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }, 1),
         cause);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "cli/ProgramRun.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
 #include <set>
 #include <string>
 #include <vector>
@@ -25,6 +25,12 @@ protected:
 
     /// Standard output of a command that has to succeed without a word on standard error.
     [[nodiscard]] std::string outputOf(const Arguments& arguments);
+
+    /// The same; it has to be what is in the file of tests/cli/data.
+    void expectOutput(const Arguments& arguments, const std::string& file);
+
+    /// The command ends with this status and nothing but one line of standard error, which names the cause.
+    void expectRefusal(const Arguments& arguments, int status, const std::string& cause);
 
     /// Loads the lines, which has to succeed.
     void load(const std::string& lines);

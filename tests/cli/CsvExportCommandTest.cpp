@@ -2,9 +2,6 @@
 
 #include "base/Text.h"
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
 namespace quorvane {
 namespace {
 

@@ -4,8 +4,6 @@
 #include "platform/linux/ProcessLock.h"
 #include "session/TrackerLock.h"
 
-using testing::HasSubstr;
-
 namespace quorvane {
 namespace {
 
@@ -29,7 +27,7 @@ TEST_F(DoctorCommandTest, LooksAtTheStoreAndItsTrackerWithoutMakingOne) {
     EXPECT_FALSE(found["store"]["opens"].get<bool>());
     EXPECT_THAT(found["store"]["problem"].get<std::string>(), HasSubstr("there is no such store"));
     EXPECT_TRUE(found["tracker"].is_null());
-    EXPECT_THAT(names(), testing::IsEmpty());
+    EXPECT_THAT(names(), IsEmpty());
 
     load("");
     const auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(store()), "quorvane");

@@ -2,10 +2,6 @@
 
 #include <fmt/format.h>
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-
 namespace quorvane {
 namespace {
 
@@ -45,27 +41,18 @@ TEST_F(DumpLoadCommandTest, NeverWritesOverTheStoreThatItReads) {
     load(twoRecords);
     const std::string before = contentOf(store());
     std::filesystem::create_hard_link(store(), folder_ / "link");
-    for (const char* name : {"store.sqlite", "./store.sqlite", "link"}) {
-        SCOPED_TRACE(name);
-        const auto result = run({"dump", "-o", name});
-        EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.err, isRefusal(HasSubstr("this is the store itself")));
-        EXPECT_EQ(contentOf(store()), before);
-    }
+    for (const char* name : {"store.sqlite", "./store.sqlite", "link"})
+        expectRefusal({"dump", "-o", name}, 1, "this is the store itself");
+    EXPECT_EQ(contentOf(store()), before);
 }
 
 TEST_F(DumpLoadCommandTest, RefusesABadLineAndChangesNothing) {
     load(twoRecords);
     const std::string before = contentOf(store());
     writeFile(folder_ / "bad.jsonl", schema + "{\"entity\":\"Project\"}\n{\"entity\":\"Project\",\"nam\":1}\n");
-    const auto fromFile = run({"load", "bad.jsonl"});
-    EXPECT_EQ(fromFile.status, 1);
-    EXPECT_EQ(fromFile.out, "");
-    EXPECT_EQ(fromFile.err, "quorvane-cli: bad.jsonl: line 3: Project has no \"nam\"\n");
+    expectRefusal({"load", "bad.jsonl"}, 1, "quorvane-cli: bad.jsonl: line 3: Project has no \"nam\"\n");
     setting_.input = "\n" + twoRecords;
-    const auto fromInput = run({"load", "-"});
-    EXPECT_EQ(fromInput.status, 1);
-    EXPECT_EQ(fromInput.err, "quorvane-cli: standard input: line 1: the line is empty\n");
+    expectRefusal({"load", "-"}, 1, "quorvane-cli: standard input: line 1: the line is empty\n");
     EXPECT_EQ(contentOf(store()), before);
     EXPECT_THAT(names(), ElementsAre("bad.jsonl", "store.sqlite"));
 }
@@ -79,34 +66,16 @@ TEST_F(DumpLoadCommandTest, LeavesNoNewStoreBehindWhenNothingCouldBeLoaded) {
 
 TEST_F(DumpLoadCommandTest, SaysWhyAFileCannotBeLoaded) {
     std::filesystem::create_directory(folder_ / "folder");
-    struct Row {
-        const char* name;
-        const char* line;
-    };
-    const Row rows[] = {
-        {"missing.jsonl", "quorvane-cli: missing.jsonl: No such file or directory\n"},
-        {"folder", "quorvane-cli: folder: this is a directory\n"},
-        {"folder/", "quorvane-cli: folder/: this is a directory\n"},
-        {"", "quorvane-cli: : No such file or directory\n"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto result = run({"load", row.name});
-        EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.err, row.line);
-    }
+    expectRefusal({"load", "missing.jsonl"}, 1, ": missing.jsonl: No such file or directory\n");
+    expectRefusal({"load", "folder"}, 1, ": folder: this is a directory\n");
+    expectRefusal({"load", "folder/"}, 1, ": folder/: this is a directory\n");
+    expectRefusal({"load", ""}, 1, ": : No such file or directory\n");
 }
 
 TEST_F(DumpLoadCommandTest, AReadingCommandOnAMissingStoreFailsAndMakesNone) {
-    for (const Arguments& arguments :
-         {Arguments{"dump"}, {"records"}, {"export-csv"}, {"status"}, {"dump", "-o", "x"}}) {
-        SCOPED_TRACE(arguments.front());
-        const auto result = run(arguments);
-        EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.out, "");
-        EXPECT_THAT(result.err, isRefusal(HasSubstr("there is no such store")));
-        EXPECT_THAT(names(), IsEmpty());
-    }
+    for (const Arguments& arguments : {Arguments{"dump"}, {"records"}, {"export-csv"}, {"status"}, {"dump", "-o", "x"}})
+        expectRefusal(arguments, 1, "there is no such store");
+    EXPECT_THAT(names(), IsEmpty());
 }
 
 TEST_F(DumpLoadCommandTest, TakesNowAsTheDefaultOfDates) {

@@ -1,15 +1,9 @@
 #include "cli/CliFixture.h"
 
 #include "base/Json.h"
-#include "store/RecordSpans.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
-
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
 
 namespace quorvane {
 namespace {
@@ -70,18 +64,6 @@ TEST_F(HygieneCommandsTest, OverlapsAreMendedEverywhereOrOnOneLocalDay) {
                                        "A 2026-03-02T14:49:00"));
     EXPECT_EQ(runAtNoon({"overlaps"}).out, "{\"deleted\":1,\"changed\":0}\n");
     EXPECT_THAT(records(), ElementsAre("C 2026-03-02T15:20:00", "B 2026-03-02T14:55:00", "A 2026-03-02T14:49:00"));
-}
-
-TEST_F(HygieneCommandsTest, OverlapsGoesOnToTheEndOfALargeStore) {
-    std::string lines;
-    for (std::size_t i = 0; i <= 2 * RecordSpans::sliceSize; ++i)
-        lines += fmt::format("{{\"entity\":\"ActivityRecord\",\"start_time\":\"2026-01-{:02}T{:02}:{:02}:{:02}Z\","
-                             "\"end_time\":\"2026-01-31T00:00:00Z\"}}\n",
-                             1 + i / 86400, i / 3600 % 24, i / 60 % 60, i % 60);
-    load(lines);
-    const auto result = runAtNoon({"overlaps"});
-    EXPECT_EQ(result.out, fmt::format("{{\"deleted\":{},\"changed\":0}}\n", 2 * RecordSpans::sliceSize));
-    EXPECT_THAT(result.err, EndsWith("OverlapDetectionService: 重叠处理完成\n"));
 }
 
 TEST_F(HygieneCommandsTest, AMissingStoreIsMade) {

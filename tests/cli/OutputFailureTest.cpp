@@ -4,9 +4,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
 namespace quorvane {
 namespace {
 

@@ -4,9 +4,6 @@
 
 #include <fmt/format.h>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace quorvane {
 namespace {
 
@@ -41,16 +38,9 @@ protected:
     }
 };
 
-TEST_F(RecordsCommandTest, ListsTheNewestFirstAndTheSmallerIdFirstAmongEquals) {
-    EXPECT_EQ(ids({}), "DABC");
-}
-
-TEST_F(RecordsCommandTest, PicksByTimeApplicationProjectAndNumber) {
-    struct Row {
-        Arguments arguments;
-        const char* expected;
-    };
-    const Row rows[] = {
+TEST_F(RecordsCommandTest, ListsTheNewestFirstAndPicksByTimeApplicationProjectAndNumber) {
+    const std::pair<Arguments, const char*> rows[] = {
+        {{}, "DABC"},
         {{"--from", "2026-03-04T09:00:00Z"}, "DAB"},
         {{"--from", "2026-03-04T09:00:00.000001Z"}, "D"},
         {{"--to", "2026-03-04T10:00:00+01:00"}, "ABC"},
@@ -60,17 +50,13 @@ TEST_F(RecordsCommandTest, PicksByTimeApplicationProjectAndNumber) {
         {{"--app", "微信"}, "C"},
         {{"--app", ""}, ""},
         {{"--project", "10000000-0000-4000-8000-000000000000"}, "A"},
-        {{"--project", "30000000-0000-4000-8000-000000000000"}, ""},
         {{"--project", "20000000-0000-4000-8000-000000000000", "--from", "2026-03-04T00:00:00Z"}, ""},
         {{"--limit", "0"}, ""},
-        {{"--limit", "2"}, "DA"},
         {{"--limit", "99999999999999999999999"}, "DABC"},
         {{"--app", "Editor", "--limit", "1"}, "D"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.arguments));
-        EXPECT_EQ(ids(row.arguments), row.expected);
-    }
+    for (const auto& [arguments, expected] : rows)
+        EXPECT_EQ(ids(arguments), expected) << testing::PrintToString(arguments);
 }
 
 TEST_F(RecordsCommandTest, PrintsJsonObjectsAsADumpDoes) {
@@ -84,15 +70,7 @@ TEST_F(RecordsCommandTest, PrintsJsonObjectsAsADumpDoes) {
 
 TEST_F(RecordsCommandTest, PrintsAlignedColumnsInLocalTimeWithNothingThatCommandsATerminal) {
     setting_.environment["TZ"] = "Asia/Shanghai";
-    EXPECT_EQ(outputOf({"records", "--now", "2026-03-04T10:01:00Z"}),
-              "START                END                  DURATION  APP     TITLE      PROJECT\n"
-              "2026-03-04 18:00:00  open                  0:01:00  Editor  main.cpp\n"
-              "2026-03-04 17:00:00  2026-03-04 17:00:01   0:00:01  editor             Web\n"
-              "2026-03-04 17:00:00  2026-03-04 18:00:00   1:00:00  Editor\n"
-              "2026-03-04 07:59:59  2026-03-04 17:00:00   9:00:00  微信    聊天  [2J  App\n");
-}
-
-TEST_F(RecordsCommandTest, PrintsTheTitlesOfTheColumnsForNoRecords) {
+    expectOutput({"records", "--now", "2026-03-04T10:01:00Z"}, "records.txt");
     EXPECT_EQ(outputOf({"records", "--limit", "0"}), "START  END  DURATION  APP  TITLE  PROJECT\n");
 }
 

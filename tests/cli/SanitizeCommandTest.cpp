@@ -29,8 +29,8 @@ TEST_F(SanitizeCommandTest, RedactsAsTheLogDoesAndNeedsNoStore) {
     setting_.input = "see https://example.com/x and mia@example.com in " + folder_.path().string() + "/notes.txt\n";
     const auto result = runBare({"sanitize"});
     EXPECT_EQ(result.out, LogPrivacySanitizer::sanitize(setting_.input, folder_.path().string()));
-    EXPECT_THAT(result.out, testing::Not(testing::HasSubstr("example")));
-    EXPECT_THAT(names(), testing::IsEmpty());
+    EXPECT_THAT(result.out, Not(HasSubstr("example")));
+    EXPECT_THAT(names(), IsEmpty());
 }
 
 }  // namespace

@@ -4,10 +4,6 @@
 
 #include <fmt/format.h>
 
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::MatchesRegex;
-
 namespace quorvane {
 namespace {
 
@@ -35,16 +31,7 @@ TEST_F(SharesCommandTest, ListsTheSharesOfTheStoreNewestFirst) {
          shareRow(2, R"(,"expires_at":"2026-03-04T12:00:00Z","cloud_kit_record_id":"0000000000000002")") +
          shareRow(3, R"(,"expires_at":"2026-03-04T12:00:01Z","cloud_kit_record_id":"0000000000000003")") +
          shareRow(4, fmt::format(R"(,"project_ids":["{}"])", project)));
-    EXPECT_EQ(outputOf({"--now", "2026-03-04T12:00:00Z", "shares", "list"}),
-              "TITLE    STATE          CREATED              EXPIRES              PROJECTS  TOKEN             ID\n"
-              "Share 4  not published  2026-03-04 12:00:00                              1  0000000000000004  "
-              "40000000-0000-4000-8000-000000000000\n"
-              "Share 3  active         2026-03-03 12:00:00  2026-03-04 12:00:01       all  0000000000000003  "
-              "30000000-0000-4000-8000-000000000000\n"
-              "Share 2  expired        2026-03-02 12:00:00  2026-03-04 12:00:00       all  0000000000000002  "
-              "20000000-0000-4000-8000-000000000000\n"
-              "Share 1  stopped        2026-03-01 12:00:00                            all  0000000000000001  "
-              "10000000-0000-4000-8000-000000000000\n");
+    expectOutput({"--now", "2026-03-04T12:00:00Z", "shares", "list"}, "shares.txt");
     EXPECT_THAT(outputOf({"dump"}), HasSubstr(jsonText(shares()[0])));
 }
 
@@ -77,43 +64,28 @@ TEST_F(SharesCommandTest, StopsWhatIsHereAndSaysWhenAPublicRecordStays) {
 }
 
 TEST_F(SharesCommandTest, RefusesBeforeAnythingIsWritten) {
-    struct Row {
-        Arguments arguments;
-        int status;
-        const char* cause;
-    };
-    const Row rows[] = {
-        {{"create", "--title", " \n"}, 1, "the title can't be empty"},
-        {{"create", "--title", "a", "--expires", "2026-03-04T12:00:00Z"}, 1, "2026-03-04T12:00:00Z has passed"},
-        {{"create", "--title", "a", "--project", project, "--project", "20000000-0000-4000-8000-000000000000"},
-         1,
-         "there is no project 20000000-"},
-        {{"create", "--title", "a", "--project", "Web"}, 2, "\"Web\" is no UUID"},
-        {{"create"}, 2, "--title is required"},
-        {{"stop", project}, 1, "there is no share 10000000-"},
-    };
     load(projectRow + shareRow(2, ""));
     const std::string before = outputOf({"dump"});
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.arguments));
-        Arguments arguments{"--now", "2026-03-04T12:00:00Z", "shares"};
-        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
-        const auto result = run(arguments);
-        EXPECT_EQ(result.status, row.status);
-        EXPECT_EQ(result.out, "");
-        EXPECT_THAT(result.err, isRefusal(HasSubstr(row.cause)));
-        EXPECT_EQ(outputOf({"dump"}), before);
-    }
+    const auto expectRefused = [&](Arguments arguments, int status, const char* cause) {
+        arguments.insert(arguments.begin(), {"--now", "2026-03-04T12:00:00Z", "shares"});
+        expectRefusal(arguments, status, cause);
+    };
+    const std::string unknown = "20000000-0000-4000-8000-000000000000";
+    expectRefused({"create", "--title", " \n"}, 1, "the title can't be empty");
+    expectRefused({"create", "--title", "a", "--expires", "2026-03-04T12:00:00Z"}, 1,
+                  "2026-03-04T12:00:00Z has passed");
+    expectRefused({"create", "--title", "a", "--project", project, "--project", unknown}, 1, "no project 20000000-");
+    expectRefused({"create", "--title", "a", "--project", "Web"}, 2, "\"Web\" is no UUID");
+    expectRefused({"create"}, 2, "--title is required");
+    expectRefused({"stop", project}, 1, "there is no share 10000000-");
+    EXPECT_EQ(outputOf({"dump"}), before);
 }
 
 TEST_F(SharesCommandTest, MakesNoStore) {
     for (const Arguments& arguments :
-         {Arguments{"shares", "list"}, {"shares", "create", "--title", "a"}, {"shares", "stop", project}}) {
-        const auto result = run(arguments);
-        EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.err, isRefusal(HasSubstr("there is no such store")));
-        EXPECT_THAT(names(), IsEmpty());
-    }
+         {Arguments{"shares", "list"}, {"shares", "create", "--title", "a"}, {"shares", "stop", project}})
+        expectRefusal(arguments, 1, "there is no such store");
+    EXPECT_THAT(names(), IsEmpty());
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include "base/Json.h"
 
-using testing::HasSubstr;
-
 namespace quorvane {
 namespace {
 

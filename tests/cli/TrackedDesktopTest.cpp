@@ -11,8 +11,6 @@
 #include <fmt/format.h>
 #include <fstream>
 
-using testing::ElementsAre;
-
 namespace quorvane {
 namespace {
 
@@ -111,7 +109,7 @@ TEST_F(TrackedDesktopTest, AFrozenApplicationHoldsUpNothing) {
     tracker.sendSignal(SIGINT);
     EXPECT_EQ(tracker.wait().status, 0);
     editor.send(SIGCONT);
-    EXPECT_THAT(documents(), testing::Contains(testing::StartsWith("Frozen: ")));
+    EXPECT_THAT(documents(), Contains(StartsWith("Frozen: ")));
 }
 
 }  // namespace

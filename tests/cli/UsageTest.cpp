@@ -1,9 +1,6 @@
 #include "cli/CliFixture.h"
 
 using testing::_;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 namespace quorvane {
 namespace {
@@ -112,7 +109,7 @@ TEST_F(UsageTest, TheApplicationItselfExplainsItsFewArgumentsAndRefusesOthers) {
     const auto runApplication = [&](const char* argument) { return ProgramRun(QUORVANE, {argument}, setting_).wait(); };
     EXPECT_EQ(runApplication("--help").status, 0);
     EXPECT_THAT(runApplication("--help").out, AllOf(HasSubstr("--background"), HasSubstr("quorvane-cli")));
-    EXPECT_THAT(runApplication("--version").out, testing::MatchesRegex("quorvane [0-9.]+\n"));
+    EXPECT_THAT(runApplication("--version").out, MatchesRegex("quorvane [0-9.]+\n"));
     for (const char* argument : {"status", "-x", ""}) {
         SCOPED_TRACE(argument);
         const auto result = runApplication(argument);

@@ -4,22 +4,15 @@
 #include "desktop/support/Waiting.h"
 #include "platform/linux/AtspiAccessibility.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 
 #include <QDBusConnection>
 #include <csignal>
 #include <future>
-#include <gmock/gmock.h>
 #include <unistd.h>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Lt;
-using testing::Not;
 
 constexpr double shortly = 0.1;     ///< seconds in which what is not asked has to be answered
 constexpr double aQuestion = 0.45;  ///< the same for one question of 300 ms, on a busy machine

@@ -7,9 +7,9 @@
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/X11RunningApplications.h"
 #include "platform/linux/XdgPaths.h"
+#include "support/Matching.h"
 
 #include <future>
-#include <gmock/gmock.h>
 #include <memory>
 #include <unistd.h>
 #include <vector>
@@ -17,15 +17,12 @@
 namespace quorvane::platform {
 namespace {
 
-using testing::AllOf;
 using testing::Field;
-using testing::HasSubstr;
-using testing::Lt;
 using testing::VariantWith;
 
 auto fails(int number) {
     return VariantWith<ScriptError>(
-        AllOf(Field(&ScriptError::number, number), Field(&ScriptError::message, testing::Not(testing::IsEmpty()))));
+        AllOf(Field(&ScriptError::number, number), Field(&ScriptError::message, Not(IsEmpty()))));
 }
 auto says(const std::string& text) {
     return VariantWith<std::string>(text);

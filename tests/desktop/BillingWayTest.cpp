@@ -2,26 +2,14 @@
 #include "desktop/support/ApplicationScreen.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
-#include "store/ActivityRecord.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 
 #include <fmt/format.h>
-#include <fstream>
-#include <gmock/gmock.h>
-#include <iterator>
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Not;
-
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// A freelancer's afternoon. A rule has given an hour in the browser to the project Harbour and isn't sure of it.
 class BillingWayTest : public ApplicationScreen {
@@ -29,17 +17,8 @@ protected:
     BillingWayTest() {
         auto store = openStore();
         auto& context = store.mainContext();
-        const auto add = [&](const std::string& name, double start, double end) {
-            const auto record =
-                std::make_shared<ActivityRecord>(ActivityRecord::Values{.startTime = today(start),
-                                                                        .endTime = today(end),
-                                                                        .appBundleId = "org.example." + name,
-                                                                        .appName = name});
-            context.insert(record);
-            return record;
-        };
-        add("Drawing", 12, 13);
-        const auto doubtful = add("Browser", 13, 13.75);
+        insertRecord(context, "Drawing", 12, 13);
+        const auto doubtful = insertRecord(context, "Browser", 13, 13.75);
         doubtful->project = insertProject(context, "Harbour");
         doubtful->confidence = 0.6;
         doubtful->setBillingStatus(BillingStatus::review);
@@ -59,12 +38,7 @@ protected:
             const auto records = store.mainContext().fetch<ActivityRecord>({});
             return std::ranges::any_of(records, [](const auto& record) { return record->windowTitle() == "Sketch 7"; });
         };
-        TestWindow pencil({.instance = "pencil",
-                           .wmClass = "Pencil",
-                           .title = "Sketch 7",
-                           .oldTitle = {},
-                           .gtkApplicationId = {},
-                           .pid = {}});
+        TestWindow pencil({.instance = "pencil", .wmClass = "Pencil", .title = "Sketch 7"});
         pencil.activate();
         EXPECT_TRUE(waitUntil(isRecorded, 15s));
         pencil.destroy();

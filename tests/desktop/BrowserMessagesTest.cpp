@@ -4,21 +4,17 @@
 #include "desktop/support/BoundSocket.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 #include "support/OtherProcess.h"
 #include "support/TemporaryFolder.h"
 
 #include <QCoreApplication>
 #include <atomic>
-#include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <thread>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 /// A host that says what a test lets it say.
 class Host {

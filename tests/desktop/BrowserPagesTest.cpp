@@ -3,14 +3,12 @@
 #include "desktop/support/Waiting.h"
 #include "platform/linux/AtspiAccessibility.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 
-#include <gmock/gmock.h>
 #include <unistd.h>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::HasSubstr;
 
 constexpr Seconds timeToStart = 60s;
 constexpr Seconds timeToLoad = 20s;

@@ -4,18 +4,12 @@
 #include "desktop/support/Waiting.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/QtRunLoop.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane::platform {
 namespace {
 
-using testing::AllOf;
-using testing::ElementsAre;
 using testing::Field;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Lt;
 
 /// Nothing about windows and input is answered, and nobody crashes for it.
 void expectNothingIsSeen(LinuxDesktop& desktop) {
@@ -39,11 +33,11 @@ std::vector<Channel> displayChannels(const LinuxDesktop& desktop) {
 
 auto refusedWith(const std::string& reason) {
     return AllOf(Field(&Channel::isAvailable, false), Field(&Channel::reason, HasSubstr(reason)),
-                 Field(&Channel::remedy, testing::Not(IsEmpty())));
+                 Field(&Channel::remedy, Not(IsEmpty())));
 }
 
 auto allRefusedWith(const std::string& reason) {
-    return AllOf(testing::SizeIs(6), testing::Each(refusedWith(reason)));
+    return AllOf(SizeIs(6), Each(refusedWith(reason)));
 }
 
 TEST(DisplayTest, EveryQuestionIsListed) {
@@ -60,7 +54,7 @@ TEST(DisplayTest, EveryQuestionIsListed) {
     EXPECT_THAT(questions, ElementsAre("front window and activation", "window titles", "system idle time", "key events",
                                        "button and scroll events", "sleep and wake", "lock and unlock",
                                        "screens asleep", "accessibility tree", "automation", "system log"));
-    EXPECT_THAT(displayChannels(desktop), testing::Each(Field(&Channel::isAvailable, true)));
+    EXPECT_THAT(displayChannels(desktop), Each(Field(&Channel::isAvailable, true)));
 }
 
 TEST(DisplayTest, WithoutADisplayThatAnswersEverythingIsRefused) {

@@ -2,22 +2,13 @@
 
 #include "platform/linux/Proc.h"
 #include "platform/linux/RecentDocuments.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane::platform {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 TEST(DocumentTitleTest, PathsAreReadInTheirForms) {
-    struct Row {
-        const char* title;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"*~/a b/notes.txt - Mousepad", "/home/u/a b/notes.txt"},
         {"/tmp/x - y.txt – Editor", "/tmp/x - y.txt"},
         {"/tmp/bare.txt", "/tmp/bare.txt"},
@@ -28,22 +19,14 @@ TEST(DocumentTitleTest, PathsAreReadInTheirForms) {
         {"● a - b.txt — /srv/x - y — Editor", "/srv/x - y/a - b.txt"},
         {"notes.txt - / - Geany", "/notes.txt"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.title);
-        EXPECT_THAT(DocumentTitle::paths(row.title, "/home/u"), Contains(row.expected));
-    }
-    for (const char* title : {"", "notes.txt - Mousepad", "Untitled (1) - Editor", "~other/x - Editor", " - ", "()"}) {
-        SCOPED_TRACE(title);
-        EXPECT_THAT(DocumentTitle::paths(title, "/home/u"), IsEmpty());
-    }
+    for (const auto& [title, expected] : rows)
+        EXPECT_THAT(DocumentTitle::paths(title, "/home/u"), Contains(expected)) << title;
+    for (const char* title : {"", "notes.txt - Mousepad", "Untitled (1) - Editor", "~other/x - Editor", " - ", "()"})
+        EXPECT_THAT(DocumentTitle::paths(title, "/home/u"), IsEmpty()) << title;
 }
 
 TEST(DocumentTitleTest, ADocumentHasTheNameThatStandsBeforeTheApplications) {
-    struct Row {
-        const char* title;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"*Untitled 1 - mousepad", "Untitled 1"},
         {"~/letters/notes - Mousepad", "notes"},
         {"notes (~/letters) - Mousepad", "notes"},
@@ -55,10 +38,8 @@ TEST(DocumentTitleTest, ADocumentHasTheNameThatStandsBeforeTheApplications) {
         {"user@host: ~/letters", ""},
         {"", ""},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.title);
-        EXPECT_EQ(DocumentTitle::documentName(row.title, {"Mousepad", "mousepad"}), row.expected);
-    }
+    for (const auto& [title, expected] : rows)
+        EXPECT_EQ(DocumentTitle::documentName(title, {"Mousepad", "mousepad"}), expected) << title;
 }
 
 TEST(DocumentTitleTest, ANameStandsInATitleAsAWordOfItsOwn) {

@@ -1,10 +1,10 @@
 #include "platform/linux/EuStackSampler.h"
 
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <cstdarg>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -33,7 +33,6 @@ namespace quorvane::platform {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::HasSubstr;
 
 /// A tool that does what a line of shell says; `$4` is the process to look at.
 class EuStackSamplerTest : public testing::Test {
@@ -99,15 +98,6 @@ TEST_F(EuStackSamplerTest, StacksWithFramesMissingAreStacksAndTheFirstFailureIsT
     }
 }
 
-TEST_F(EuStackSamplerTest, AToolThatHangsIsNotWaitedForAndEndsWithItsSampling) {
-    auto sampling = started(sampler("echo $$; exec sleep 1000"), 1);
-    EXPECT_FALSE(sampling->hasEndedWithin(0.3s));
-    const auto pid = contentOf(output);
-    sampling->terminate();
-    sampling.reset();
-    EXPECT_FALSE(fs::exists("/proc/" + pid.substr(0, pid.find('\n'))));
-}
-
 TEST_F(EuStackSamplerTest, WhyItCannotBeginIsSaid) {
     EXPECT_FALSE(EuStackSampler("/nothing/eu-stack").isInstalled());
     const auto problem = [](auto result) {
@@ -117,6 +107,15 @@ TEST_F(EuStackSamplerTest, WhyItCannotBeginIsSaid) {
     EXPECT_THAT(problem(EuStackSampler("/nothing/eu-stack").start(1, folder / "a")), HasSubstr("No such file"));
     writeFile(output, "");
     EXPECT_THAT(problem(EuStackSampler().start(1, output)), HasSubstr("exists"));
+}
+
+TEST_F(EuStackSamplerTest, AToolThatHangsIsNotWaitedForAndEndsWithItsSampling) {
+    auto sampling = started(sampler("echo $$; exec sleep 1000"), 1);
+    EXPECT_FALSE(sampling->hasEndedWithin(0.3s));
+    const auto pid = contentOf(output);
+    sampling->terminate();
+    sampling.reset();
+    EXPECT_FALSE(fs::exists("/proc/" + pid.substr(0, pid.find('\n'))));
 }
 
 }  // namespace

@@ -4,19 +4,13 @@
 #include "desktop/support/Waiting.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 
-#include <gmock/gmock.h>
 #include <unistd.h>
 #include <vector>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Lt;
-using testing::Optional;
 
 using Application = std::optional<ForegroundApplication>;
 

@@ -5,9 +5,9 @@
 #include "diagnostics/performance/PerformanceReport.h"
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <unistd.h>
 
 namespace quorvane {
@@ -15,9 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ContainsRegex;
-using testing::HasSubstr;
-using testing::Not;
-using testing::SizeIs;
 
 /// As somebody who may do nothing special, whoever runs the test; the program lies in the folder that is the home.
 std::vector<std::string> asOrdinaryUser(const fs::path& folder, const std::string& host) {

@@ -3,17 +3,12 @@
 #include "desktop/support/Waiting.h"
 #include "desktop/support/WebServer.h"
 #include "platform/linux/QtRunLoop.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane::platform {
 namespace {
 
-using testing::AllOf;
-using testing::Contains;
-using testing::HasSubstr;
 using testing::Le;
-using testing::Not;
 
 class HttpClientTest : public testing::Test {
 protected:

@@ -4,17 +4,14 @@
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/X11IdleSource.h"
+#include "support/Matching.h"
 
-#include <gmock/gmock.h>
 #include <vector>
 
 namespace quorvane::platform {
 namespace {
 
-using testing::AllOf;
 using testing::Ge;
-using testing::HasSubstr;
-using testing::Lt;
 
 class InputTest : public testing::Test {
 protected:
@@ -112,7 +109,7 @@ TEST_F(InputTest, ButtonsAndScrollingAreHeardAndMotionIsNot) {
 
     xdotool({"click", "1", "click", "3", "click", "4", "click", "8"});
     EXPECT_TRUE(waitUntil([&] { return heard.size() == 4; })) << heard.size();
-    EXPECT_THAT(heard, testing::Each(Point{.x = 60, .y = 70}));
+    EXPECT_THAT(heard, Each(Point{.x = 60, .y = 70}));
 
     xdotool({"mousemove_relative", "5", "5", "key", "a"});
     EXPECT_TRUE(staysTrue([&] { return heard.size() == 4; }));

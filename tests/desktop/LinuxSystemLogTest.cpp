@@ -1,16 +1,13 @@
 #include "platform/linux/LinuxSystemLog.h"
 #include "desktop/support/BoundSocket.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <array>
-#include <gmock/gmock.h>
 #include <map>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::Contains;
-using testing::Pair;
 
 /// A socket where the journal's would be.
 class Journal : private BoundSocket {

@@ -1,15 +1,13 @@
 #include "platform/linux/ProcessLock.h"
 #include "desktop/support/ChildProcess.h"
+#include "support/Matching.h"
 #include "support/OtherProcess.h"
 #include "support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
 #include <unistd.h>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::HasSubstr;
 
 std::string acquire(const std::filesystem::path& path, const char* program) {
     const auto outcome = ProcessLock::tryAcquire(path, program);

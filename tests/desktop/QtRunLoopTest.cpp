@@ -1,17 +1,15 @@
 #include "platform/linux/QtRunLoop.h"
 #include "desktop/support/Waiting.h"
 #include "platform/InBackground.h"
+#include "support/Matching.h"
 
 #include <atomic>
-#include <gmock/gmock.h>
 #include <thread>
 #include <vector>
 
 namespace quorvane::platform {
 namespace {
 
-using testing::AllOf;
-using testing::ElementsAre;
 using testing::Ge;
 using testing::Le;
 

@@ -2,12 +2,9 @@
 #include "desktop/support/Waiting.h"
 #include "store/ActivityRecord.h"
 #include "support/Builders.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 using testing::ElementsAreArray;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace quorvane {
 namespace {
@@ -31,9 +28,7 @@ protected:
     ScreensTest() {
         auto store = openStore();
         auto& context = store.mainContext();
-        const auto record = std::make_shared<ActivityRecord>(
-            ActivityRecord::Values{.startTime = today(13), .endTime = today(13.75), .appName = "Browser"});
-        context.insert(record);
+        const auto record = insertRecord(context, "Browser", 13, 13.75);
         record->project = insertProject(context, "Harbour", 80);
         record->setBillingStatus(BillingStatus::review);
         context.save();
@@ -140,8 +135,6 @@ TEST_F(ScreensTest, TheSyncScreenOpensWithoutACloudServiceAndSaysHowToSetOneUp) 
     click("push button", "Cloud sync");
     expectRound("Close", {"Close"});
     EXPECT_TRUE(comes("label", "No cloud database is set up for Quorvane."));
-    press("Escape");
-    EXPECT_TRUE(goes("push button", "Close"));
 }
 
 TEST_F(ScreensTest, SettingsAreKeptWithSaveAndImmediateSwitchesWithoutIt) {
@@ -153,7 +146,7 @@ TEST_F(ScreensTest, SettingsAreKeptWithSaveAndImmediateSwitchesWithoutIt) {
     EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(entry); }));
     press("Escape");
     EXPECT_TRUE(goes("page tab", "General"));
-    EXPECT_TRUE(std::filesystem::exists(entry));
+
     press("ctrl+comma");
     ASSERT_TRUE(focusComesTo("General"));
     EXPECT_FALSE(part("check box", "Hide from the taskbar").isChecked);
@@ -163,24 +156,6 @@ TEST_F(ScreensTest, SettingsAreKeptWithSaveAndImmediateSwitchesWithoutIt) {
     EXPECT_TRUE(goes("page tab", "General"));
     press("ctrl+comma", "Right");
     EXPECT_FALSE(part("check box", "Notice when I am away").isChecked);
-}
-
-TEST_F(ScreensTest, ARuleIsWrittenSavedAndDeletedByTheKeyboard) {
-    start();
-    press("ctrl+3", "ctrl+n");
-    ASSERT_TRUE(focusComesTo("Name")) << focus();
-    type("Meetings");
-    press("Tab", "Tab", "Tab");
-    type("Call");
-    press("Tab", "Tab", "Tab");
-    type("meeting");
-    press("ctrl+s");
-    EXPECT_TRUE(comes("list item", "Meetings"));
-    EXPECT_TRUE(comes("push button", "Delete"));
-    click("list item", "Meetings");
-    press("Delete");
-    EXPECT_TRUE(goes("list item", "Meetings"));
-    EXPECT_THAT(part("label", "No rules yet").name, HasSubstr("No rules"));
 }
 
 }  // namespace

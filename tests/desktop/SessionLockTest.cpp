@@ -1,14 +1,12 @@
 #include "platform/linux/SessionLock.h"
 
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Matching.h"
 
-#include <gmock/gmock.h>
 #include <vector>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::ElementsAre;
 
 class SessionLockTest : public testing::Test {
 protected:

@@ -3,17 +3,12 @@
 #include "desktop/support/Waiting.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 
-#include <gmock/gmock.h>
 #include <vector>
 
 namespace quorvane::platform {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Lt;
 
 constexpr SystemEvent allEvents[] = {SystemEvent::willSleep,       SystemEvent::didWake,
                                      SystemEvent::screensDidSleep, SystemEvent::screensDidWake,
@@ -79,32 +74,23 @@ TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThemAndALockAtTh
     logind.setLockedHint(false);
     ASSERT_TRUE(atTheStart.waitFor(1));
     EXPECT_THAT(atTheStart.events, ElementsAre(SystemEvent::screenUnlocked));
-    struct Row {
-        const char* name;
-        std::function<void(bool)> announce;
-    };
-    const Row rows[] = {
-        {"hint", [&](bool on) { logind.setLockedHint(on); }},
-        {"request", [&](bool on) { logind.requestLock(on); }},
-        {"freedesktop", [](bool on) { announceScreenSaver("org.freedesktop.ScreenSaver", on); }},
-        {"gnome", [](bool on) { announceScreenSaver("org.gnome.ScreenSaver", on); }},
-        {"mate", [](bool on) { announceScreenSaver("org.mate.ScreenSaver", on); }},
-        {"cinnamon", [](bool on) { announceScreenSaver("org.cinnamon.ScreenSaver", on); }},
-        {"xfce", [](bool on) { announceScreenSaver("org.xfce.ScreenSaver", on); }},
-        {"all of them",
-         [&](bool on) {
-             logind.requestLock(on);
-             logind.setLockedHint(on);
-             announceScreenSaver("org.gnome.ScreenSaver", on);
-         }},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+
+    std::vector<std::function<void(bool)>> ways{[&](bool on) { logind.setLockedHint(on); },
+                                                [&](bool on) { logind.requestLock(on); }};
+    for (const char* name : {"freedesktop", "gnome", "mate", "cinnamon", "xfce"})
+        ways.emplace_back(
+            [name](bool on) { announceScreenSaver(std::string("org.") + name + ".ScreenSaver", on); });
+    ways.emplace_back([all = ways](bool on) {
+        for (const auto way : {1, 0, 3})
+            all[static_cast<std::size_t>(way)](on);
+    });
+    for (const auto& announce : ways) {
+        SCOPED_TRACE(&announce - ways.data());
         EventList list(desktop);
-        row.announce(true);
+        announce(true);
         ASSERT_TRUE(list.waitFor(1));
         EXPECT_TRUE(staysTrue([&] { return list.events.size() == 1; }, 0.1s));
-        row.announce(false);
+        announce(false);
         ASSERT_TRUE(list.waitFor(2));
         EXPECT_THAT(list.events, ElementsAre(SystemEvent::screenLocked, SystemEvent::screenUnlocked));
     }

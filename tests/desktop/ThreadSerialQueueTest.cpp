@@ -4,15 +4,14 @@
 #include "platform/linux/LinuxProcessUsage.h"
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <atomic>
-#include <gmock/gmock.h>
 
 namespace quorvane::platform {
 namespace {
 
-using testing::AllOf;
 using testing::Ge;
 using testing::Le;
 
@@ -120,7 +119,7 @@ TEST(LinuxProcessUsageTest, CountsWhatThisProcessBurnsAndHolds) {
 TEST(LinuxSystemInfoTest, NamesKernelReleaseAndMachine) {
     const auto system = linuxSystemInfo();
     EXPECT_EQ(system.name, "Linux");
-    EXPECT_THAT(system.version, testing::MatchesRegex("[0-9]+\\.[0-9]+"));
+    EXPECT_THAT(system.version, MatchesRegex("[0-9]+\\.[0-9]+"));
     EXPECT_FALSE(system.architecture.empty());
 }
 

@@ -4,11 +4,10 @@
 #include "platform/linux/QtRunLoop.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "platform/simulated/RecordingSystemLog.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "updates/SignedFeed.h"
 #include "updates/ZelkorUpdateController.h"
-
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
@@ -40,11 +39,11 @@ TEST(UpdateOverHttpsTest, OffersWhatARealServerPublishesAndRefusesItOnceTheSigna
     const auto offered = outcome();
     ASSERT_EQ(offered.kind, UpdateState::Kind::available);
     EXPECT_EQ(offered.update->version, (ReleaseVersion{"1.3", "9"}));
-    EXPECT_THAT(console.lines(), testing::IsEmpty());
+    EXPECT_THAT(console.lines(), IsEmpty());
 
     server.publish("appcast.xml.sig", "");
     EXPECT_EQ(outcome().failure, UpdateFailure::untrusted);
-    EXPECT_THAT(console.lines(), testing::ElementsAre(testing::EndsWith("was refused: its signature is wrong")));
+    EXPECT_THAT(console.lines(), ElementsAre(EndsWith("was refused: its signature is wrong")));
 }
 
 }  // namespace

@@ -1,11 +1,8 @@
 #include "platform/linux/XdgLoginItem.h"
 
 #include "desktop/support/Environment.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-
-using testing::HasSubstr;
 
 namespace quorvane::platform {
 namespace {

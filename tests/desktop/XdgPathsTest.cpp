@@ -1,14 +1,12 @@
 #include "platform/linux/XdgPaths.h"
 #include "desktop/support/Environment.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
 
 namespace quorvane::platform {
 namespace {
 
 using std::filesystem::perms;
-using testing::ElementsAre;
 
 TEST(XdgPathsTest, VariablesCountIfTheyAreAbsolute) {
     Environment environment;

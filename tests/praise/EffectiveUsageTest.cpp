@@ -1,13 +1,10 @@
 #include "praise/EffectiveUsage.h"
 
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "timeline/AppColorPalette.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace quorvane {
 namespace {

@@ -1,6 +1,7 @@
 #include "praise/RandomIndex.h"
 
-#include <gmock/gmock.h>
+#include "support/Matching.h"
+
 #include <limits>
 #include <set>
 #include <vector>
@@ -33,7 +34,7 @@ TEST(RandomIndexTest, TheSystemsSourceReachesEveryPlace) {
     std::set<std::size_t> drawn;
     for (int i = 0; i < 1000; ++i)
         drawn.insert(randomIndex(5, secureRandomWord));
-    EXPECT_THAT(drawn, testing::ElementsAre(0, 1, 2, 3, 4));
+    EXPECT_THAT(drawn, ElementsAre(0, 1, 2, 3, 4));
 }
 
 }  // namespace

@@ -3,15 +3,12 @@
 #include "platform/Clock.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
 
-#include <gmock/gmock.h>
-
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
 
 class CategoryPickerStateTest : public testing::Test {
 protected:

@@ -3,16 +3,15 @@
 #include "platform/Clock.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
 
-using testing::ElementsAre;
 using Texts = std::vector<std::string>;
 
 class CategoryTagManagerTest : public testing::Test {
@@ -83,8 +82,8 @@ TEST_F(CategoryTagManagerTest, AChoiceThatCannotBeSavedIsReportedAndWaits) {
     Database other({.file = store.file()});
     other.execute("CREATE TRIGGER refuse BEFORE UPDATE ON activity_record BEGIN SELECT RAISE(ABORT, 'refused'); END");
     manager.applyPreference("Editor", {.category = "工作"}, store.context());
-    EXPECT_THAT(console.lines(), ElementsAre(testing::AllOf(testing::StartsWith("CategoryTagManager: 更新记录失败: "),
-                                                            testing::HasSubstr("refused"))));
+    EXPECT_THAT(console.lines(),
+                ElementsAre(AllOf(StartsWith("CategoryTagManager: 更新记录失败: "), HasSubstr("refused"))));
     EXPECT_EQ(record->category(), "工作");
     EXPECT_TRUE(store.context().hasChanges());
 }

@@ -17,63 +17,49 @@ using Conditions = std::vector<RuleCondition>;
 TEST(RuleDataTest, ConditionsAreReadFromASetFromOneThatStandsAloneAndFromNothingElse) {
     const std::string mailJson =
         R"({"id":"00000000-0000-4000-8000-00000000000A","field":"appName","operator":"contains","value":"Mail"})";
-    struct Row {
-        std::string json;
-        std::optional<Conditions> expected;
+    const std::pair<std::string, Conditions> rows[] = {
+        {RuleConditionSet{{mail}}.json(), {mail}},
+        {RuleConditionSet{{mail, chat, mail}}.json(), {mail, chat, mail}},
+        {RuleConditionSet{}.json(), {}},
+        {R"({"conditions":[]} )", {}},
+        {R"({ "more": {"x": [1]}, "conditions": [)" + mailJson + "]}", {mail}},
+        {mailJson, {mail}},
+        {R"({"conditions":7,)" + mailJson.substr(1), {mail}},
     };
-    const Row rows[] = {
-        {RuleConditionSet{{mail}}.json(), Conditions{mail}},
-        {RuleConditionSet{{mail, chat, mail}}.json(), Conditions{mail, chat, mail}},
-        {RuleConditionSet{}.json(), Conditions{}},
-        {R"({"conditions":[]} )", Conditions{}},
-        {R"({ "more": {"x": [1]}, "conditions": [)" + mailJson + "]}", Conditions{mail}},
-        {mailJson, Conditions{mail}},
-        {R"({"conditions":7,)" + mailJson.substr(1), Conditions{mail}},
-        {"{}", std::nullopt},
-        {"", std::nullopt},
-        {"[" + mailJson + "]", std::nullopt},
-        {R"({"conditions":[)" + mailJson + R"(,{"field":"url","operator":"equals","value":"x"}]})", std::nullopt},
-        {R"({"conditions":[{"field":"url","id":"no uuid","operator":"equals","value":"x"}]})", std::nullopt},
-        {R"({"conditions":[{"field":"url","id":"00000000-0000-4000-8000-00000000000A","operator":"equals","value":7}]})",
-         std::nullopt},
-        {R"({"field":"url","id":"00000000-0000-4000-8000-00000000000A","matchOperator":"equals","value":"x"})",
-         std::nullopt},
-        {RuleConditionSet{{mail}}.json() + "x", std::nullopt},
-        {R"({"conditions":[{"field":"a","id":"00000000-0000-4000-8000-00000000000A","operator":"b","value":"c"},]})",
-         std::nullopt},
-        {"{\"conditions\":[{\"field\":\"a\xff\"", std::nullopt},
-        {std::string(100'000, '['), std::nullopt},
+    for (const auto& [json, expected] : rows)
+        EXPECT_EQ(readRuleConditions(json), expected) << json;
+    const std::string idJson = R"("id":"00000000-0000-4000-8000-00000000000A")";
+    const std::string others[] = {
+        "{}",
+        "",
+        "[" + mailJson + "]",
+        R"({"conditions":[)" + mailJson + R"(,{"field":"url","operator":"equals","value":"x"}]})",
+        R"({"conditions":[{"field":"url","id":"no uuid","operator":"equals","value":"x"}]})",
+        R"({"conditions":[{"field":"url",)" + idJson + R"(,"operator":"equals","value":7}]})",
+        R"({"field":"url",)" + idJson + R"(,"matchOperator":"equals","value":"x"})",
+        RuleConditionSet{{mail}}.json() + "x",
+        R"({"conditions":[{"field":"a",)" + idJson + R"(,"operator":"b","value":"c"},]})",
+        "{\"conditions\":[{\"field\":\"a\xff\"",
+        std::string(100'000, '['),
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.json.substr(0, 200));
-        EXPECT_EQ(readRuleConditions(row.json), row.expected);
-    }
+    for (const auto& json : others)
+        EXPECT_EQ(readRuleConditions(json), std::nullopt) << json.substr(0, 200);
 }
 
 TEST(RuleDataTest, ActionsAreReadWithEveryKeyOptionalAndNoneOfTheWrongKind) {
-    struct Row {
-        std::string json;
-        std::optional<RuleActionPayload> expected;
-    };
     const RuleActionPayload whole{.category = "工作", .projectId = "x", .tags = {{"b", "a"}}, .stopProcessing = true};
-    const Row rows[] = {
+    const std::pair<std::string, RuleActionPayload> rows[] = {
         {whole.json(), whole},
-        {"{}", RuleActionPayload{}},
-        {R"({"stopProcessing":true,"later":{}})", RuleActionPayload{.stopProcessing = true}},
-        {R"({"category":null,"tags":null})", RuleActionPayload{}},
-        {R"({"tags":[]})", RuleActionPayload{.tags = std::vector<std::string>{}}},
-        {R"({"tags":"a"})", std::nullopt},
-        {R"({"tags":["a",1]})", std::nullopt},
-        {R"({"category":1})", std::nullopt},
-        {R"({"stopProcessing":1})", std::nullopt},
-        {"[]", std::nullopt},
-        {"null", std::nullopt},
-        {"", std::nullopt},
+        {"{}", {}},
+        {R"({"stopProcessing":true,"later":{}})", {.stopProcessing = true}},
+        {R"({"category":null,"tags":null})", {}},
+        {R"({"tags":[]})", {.tags = std::vector<std::string>{}}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.json);
-        EXPECT_EQ(readRuleAction(row.json), row.expected);
-    }
+    for (const auto& [json, expected] : rows)
+        EXPECT_EQ(readRuleAction(json), expected) << json;
+    for (const char* json :
+         {R"({"tags":"a"})", R"({"tags":["a",1]})", R"({"category":1})", R"({"stopProcessing":1})", "[]", "null", ""})
+        EXPECT_EQ(readRuleAction(json), std::nullopt) << json;
 }
 
 TEST(RuleDataTest, WrittenWithSortedKeysAndWithoutWhatIsNone) {

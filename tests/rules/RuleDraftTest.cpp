@@ -3,8 +3,7 @@
 #include "platform/Clock.h"
 #include "rules/RuleActionPayload.h"
 #include "support/Builders.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {
@@ -19,46 +18,26 @@ RuleDraft draft(const std::function<void(RuleDraft&)>& change = [](RuleDraft&) {
 }
 
 TEST(RuleDraftTest, CanBeSavedWithANameAValueAndSomethingToDo) {
-    struct Row {
-        const char* name;
-        std::function<void(RuleDraft&)> change;
-        bool expected;
+    using Change = std::function<void(RuleDraft&)>;
+    const auto instead = [](const Change& change) {
+        return draft([&](RuleDraft& d) {
+            d.category.reset();
+            change(d);
+        });
     };
-    const Row rows[] = {
-        {"category", [](RuleDraft&) {}, true},
-        {"an empty category is one", [](RuleDraft& d) { d.category = ""; }, true},
-        {"no action", [](RuleDraft& d) { d.category.reset(); }, false},
-        {"blank tags",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.tags = " , ,";
-         },
-         false},
-        {"tags",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.tags = ",a";
-         },
-         true},
-        {"project",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.projectId = Uuid();
-         },
-         true},
-        {"stopping alone is nothing",
-         [](RuleDraft& d) {
-             d.category.reset();
-             d.stopProcessing = true;
-         },
-         false},
-        {"blank name", [](RuleDraft& d) { d.name = " \n"; }, false},
-        {"blank value", [](RuleDraft& d) { d.value = "\t"; }, false},
+    const std::pair<RuleDraft, bool> rows[] = {
+        {draft(), true},
+        {draft([](RuleDraft& d) { d.category = ""; }), true},  // an empty category is one
+        {draft([](RuleDraft& d) { d.name = " \n"; }), false},
+        {draft([](RuleDraft& d) { d.value = "\t"; }), false},
+        {instead([](RuleDraft&) {}), false},
+        {instead([](RuleDraft& d) { d.tags = " , ,"; }), false},
+        {instead([](RuleDraft& d) { d.tags = ",a"; }), true},
+        {instead([](RuleDraft& d) { d.projectId = Uuid(); }), true},
+        {instead([](RuleDraft& d) { d.stopProcessing = true; }), false},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(draft(row.change).canSave(), row.expected);
-    }
+    for (const auto& [made, expected] : rows)
+        EXPECT_EQ(made.canSave(), expected);
     EXPECT_EQ(draft([](RuleDraft& d) { d.tags = " a, ,b\n,,c d"; }).parsedTags(),
               (std::vector<std::string>{"a", "b", "c d"}));
 }
@@ -130,8 +109,7 @@ TEST(RuleDraftTest, SummarisesInTheUsersLanguage) {
     EXPECT_EQ(draft([](RuleDraft& d) { d.field = RuleDraft::Field::appBundleId; }).summary(english, {}),
               "When: Bundle ID contains “mail”. Then: Set the category to 社交.");
     const std::string chinese = whole.summary(Localization("zh"), {project});
-    EXPECT_THAT(chinese, testing::AllOf(testing::HasSubstr("社交"), testing::HasSubstr("b、it's"),
-                                        testing::HasSubstr("{Harbour}")));
+    EXPECT_THAT(chinese, AllOf(HasSubstr("社交"), HasSubstr("b、it's"), HasSubstr("{Harbour}")));
     EXPECT_NE(chinese, whole.summary(english, {project}));
 }
 

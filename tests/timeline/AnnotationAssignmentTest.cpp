@@ -2,11 +2,10 @@
 
 #include "platform/Clock.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
 #include "timeline/ProjectSelectorState.h"
-
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
@@ -37,13 +36,13 @@ TEST_F(AnnotationAssignmentTest, AProjectGetsNoTimeTwiceAndAMomentThreeProjects)
     EXPECT_EQ(assign(d, 9, 9.5), saved);
     EXPECT_EQ(assign(d, 10.1, 11), saved);
     EXPECT_THAT(console.lines(),
-                testing::ElementsAre("ProjectTimeAnnotation saved: A from 09:00 to 10:00", "该时间段已经标注给项目: A",
-                                     "ProjectTimeAnnotation saved: A from 10:00 to 11:00",
-                                     "ProjectTimeAnnotation saved: B from 09:54 to 10:05",
-                                     "ProjectTimeAnnotation saved: C from 09:00 to 10:00",
-                                     "该时间段已达到最大项目数量限制（3个）",
-                                     "ProjectTimeAnnotation saved: D from 09:00 to 09:30",
-                                     "ProjectTimeAnnotation saved: D from 10:05 to 11:00"));
+                ElementsAre("ProjectTimeAnnotation saved: A from 09:00 to 10:00", "该时间段已经标注给项目: A",
+                            "ProjectTimeAnnotation saved: A from 10:00 to 11:00",
+                            "ProjectTimeAnnotation saved: B from 09:54 to 10:05",
+                            "ProjectTimeAnnotation saved: C from 09:00 to 10:00",
+                            "该时间段已达到最大项目数量限制（3个）",
+                            "ProjectTimeAnnotation saved: D from 09:00 to 09:30",
+                            "ProjectTimeAnnotation saved: D from 10:05 to 11:00"));
     EXPECT_EQ(store.anotherContext()->count<ProjectTimeAnnotation>(), 6);
 }
 
@@ -62,7 +61,7 @@ TEST_F(AnnotationAssignmentTest, ThePanelHidesProjectsThatHaveTheTimeAndChecksNe
     const TimeRange range{9.5, 11};
     ProjectSelectorState panel(range, {web, app},
                                annotationsOverlapping(store.context(), instants(range, at("12:00:00"))));
-    EXPECT_THAT(panel.projects(), testing::ElementsAre(app));
+    EXPECT_THAT(panel.projects(), ElementsAre(app));
     EXPECT_EQ(panel.hiddenCount(), 1);
     struct Row {
         const char* name;

@@ -1,15 +1,13 @@
 #include "timeline/AnnotationLayout.h"
 
 #include "support/Builders.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 #include <fmt/format.h>
 
 namespace quorvane {
 namespace {
 
-using testing::ElementsAre;
 using Lines = std::vector<std::string>;
 
 const Calendar utc("en_US", "UTC");

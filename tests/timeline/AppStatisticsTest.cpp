@@ -1,12 +1,10 @@
 #include "timeline/AppStatistics.h"
 
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "timeline/AppColorPalette.h"
 
-#include <gmock/gmock.h>
 #include <set>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 namespace {
@@ -52,14 +50,13 @@ TEST(AppStatisticsTest, AddsUpTheHoursOfEachNameMostFirstAndAmongEqualsTheFirstT
 }
 
 TEST(AppStatisticsTest, CountsTimeThatRunsBackwardsAndGivesNoSharesWithoutTime) {
-    const auto empty = appStatistics({}, at("12:00:00"));
-    EXPECT_EQ(empty, AppStatistics());
-    const auto noLength =
-        appStatistics({record({}, "A", "09:00:00", "09:00:00"), record({}, "B", "12:00:00", nullptr)}, at("12:00:00"));
-    EXPECT_THAT(rowsOf(noLength), ElementsAre(Row("A", 0, hashed("a"), 0), Row("B", 0, hashed("b"), 0)));
-    const auto backwards =
-        appStatistics({record({}, "A", "09:00:00", "10:00:00"), record({}, "B", "13:00:00", nullptr)}, at("12:00:00"));
-    EXPECT_THAT(rowsOf(backwards), ElementsAre(Row("A", 1, hashed("a"), 0), Row("B", -1, hashed("b"), 0)));
+    EXPECT_EQ(appStatistics({}, at("12:00:00")), AppStatistics());
+    const auto open = record({}, "B", "12:00:00", nullptr);
+    const auto future = record({}, "B", "13:00:00", nullptr);
+    EXPECT_THAT(rowsOf(appStatistics({record({}, "A", "09:00:00", "09:00:00"), open}, at("12:00:00"))),
+                ElementsAre(Row("A", 0, hashed("a"), 0), Row("B", 0, hashed("b"), 0)));
+    EXPECT_THAT(rowsOf(appStatistics({record({}, "A", "09:00:00", "10:00:00"), future}, at("12:00:00"))),
+                ElementsAre(Row("A", 1, hashed("a"), 0), Row("B", -1, hashed("b"), 0)));
 }
 
 TEST(AppStatisticsTest, TakesTheColorOfTheLastRecordByBundleOrNameWithoutTheHost) {

@@ -1,13 +1,8 @@
 #include "timeline/DayTimelineChart.h"
 
-#include "platform/Clock.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "support/StoreTest.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 
@@ -17,18 +12,16 @@ void PrintTo(const ScrollTarget& target, std::ostream* out) {
 
 namespace {
 
-using testing::ElementsAre;
-
 /// A chart on Monday, 2 March 2026, at noon.
-class DayTimelineChartTest : public testing::Test {
+class DayTimelineChartTest : public StoreTest {
 protected:
     DayTimelineChartTest() {
         subscription = chart->scrollRequested.subscribe([this](const auto& target) { scrolls.push_back(target); });
     }
     /// What the chart's owner would pass.
     void passRecords() {
-        store.context().save();
-        chart->setRecords(store.context().fetch<ActivityRecord>(), trigger);
+        context().save();
+        chart->setRecords(context().fetch<ActivityRecord>(), trigger);
         runLoop.runPosted();
     }
     void show() {
@@ -49,20 +42,16 @@ protected:
         return lines;
     }
 
-    platform::SimulatedRunLoop runLoop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    TemporaryStore store;
-    RecordingConsole console;
     Uuid trigger = Uuid::random();
-    std::unique_ptr<DayTimelineChart> chart = std::make_unique<DayTimelineChart>(store.context(), runLoop, console);
+    std::unique_ptr<DayTimelineChart> chart = std::make_unique<DayTimelineChart>(context(), runLoop, console);
     std::vector<ScrollTarget> scrolls;
     Subscription subscription;
     std::size_t seen = 0;
 };
 
 TEST_F(DayTimelineChartTest, ShowsTheDaysRecordsAndProcessesAnewOnStatedEventsOnly) {
-    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
-    aRecord().from("2026-03-01 09:00:00").to("2026-03-01 10:00:00").app("Mail").in(store.context());
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
+    aRecord().from("2026-03-01 09:00:00").to("2026-03-01 10:00:00").app("Mail").in(context());
     passRecords();
     EXPECT_THAT(blocks(), ElementsAre());  // not on screen yet
     chart->appear();
@@ -74,7 +63,7 @@ TEST_F(DayTimelineChartTest, ShowsTheDaysRecordsAndProcessesAnewOnStatedEventsOn
     EXPECT_EQ(chart->activityHours(), std::set<int>{9});
     EXPECT_EQ(chart->layout().totalHeight(), 180 + 23 * 16);
 
-    const auto record = store.context().fetch<ActivityRecord>().front();
+    const auto record = context().fetch<ActivityRecord>().front();
     record->endTime = at("09:30:00");
     passRecords();
     EXPECT_THAT(blocks(), ElementsAre("Editor 9+1"));  // as many as before
@@ -89,7 +78,7 @@ TEST_F(DayTimelineChartTest, ShowsTheDaysRecordsAndProcessesAnewOnStatedEventsOn
 }
 
 TEST_F(DayTimelineChartTest, AnOpenRecordOfTodayGrowsOnceAMinute) {
-    aRecord().from("11:00:00").app("Editor").in(store.context());
+    aRecord().from("11:00:00").app("Editor").in(context());
     show();
     EXPECT_THAT(blocks(), ElementsAre("Editor 11+1"));
     runLoop.playUntil("12:30:00");
@@ -103,7 +92,7 @@ TEST_F(DayTimelineChartTest, AnOpenRecordOfTodayGrowsOnceAMinute) {
 }
 
 TEST_F(DayTimelineChartTest, ShowsTheNewDayWhenTheApplicationComesToTheFront) {
-    aRecord().from("2026-03-03 08:00:00").to("2026-03-03 08:30:00").app("Early").in(store.context());
+    aRecord().from("2026-03-03 08:00:00").to("2026-03-03 08:30:00").app("Early").in(context());
     show();
     chart->applicationBecameActive();
     EXPECT_THAT(newLines(), ElementsAre());
@@ -118,7 +107,7 @@ TEST_F(DayTimelineChartTest, ShowsTheNewDayWhenTheApplicationComesToTheFront) {
     EXPECT_THAT(blocks(), ElementsAre("Early 8+0.5"));
     const auto lines = newLines();
     ASSERT_EQ(lines.size(), 1);
-    EXPECT_THAT(lines.front(), testing::MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*"));
+    EXPECT_THAT(lines.front(), MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*"));
 }
 
 TEST_F(DayTimelineChartTest, StepsByDayWeekAndMonth) {
@@ -138,7 +127,7 @@ TEST_F(DayTimelineChartTest, StepsByDayWeekAndMonth) {
 }
 
 TEST_F(DayTimelineChartTest, ZoomsWithinItsBoundsAroundTheClockOrTheMiddleOfTheView) {
-    aRecord().from("00:00:00").to("12:00:00").app("Editor").in(store.context());
+    aRecord().from("00:00:00").to("12:00:00").app("Editor").in(context());
     show();
     runLoop.playFor(1s);
     EXPECT_THAT(scrolls, ElementsAre(ScrollTarget{12, 0.5, 0.5s}));
@@ -167,8 +156,8 @@ TEST_F(DayTimelineChartTest, ZoomsWithinItsBoundsAroundTheClockOrTheMiddleOfTheV
 }
 
 TEST_F(DayTimelineChartTest, AClickSelectsABlockOrNothingAndABarSelectsItself) {
-    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
-    aRecord().from("10:30:00").to("11:00:00").app("Mail").in(store.context());
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
+    aRecord().from("10:30:00").to("11:00:00").app("Mail").in(context());
     show();
     chart->click({100, 9 * 16 + 5}, 400);
     EXPECT_EQ(chart->selectedActivity()->appName, "Editor");
@@ -188,8 +177,8 @@ TEST_F(DayTimelineChartTest, AClickSelectsABlockOrNothingAndABarSelectsItself) {
 }
 
 TEST_F(DayTimelineChartTest, ADragOpensTheProjectPanelAndAssigningDrawsABar) {
-    insertProject(store.context(), "Web");
-    insertProject(store.context(), "Old")->isArchived = true;
+    insertProject(context(), "Web");
+    insertProject(context(), "Old")->isArchived = true;
     show();
     chart->drag({100, 100}, {104, 104});
     EXPECT_FALSE(chart->selection());
@@ -209,7 +198,7 @@ TEST_F(DayTimelineChartTest, ADragOpensTheProjectPanelAndAssigningDrawsABar) {
 }
 
 TEST_F(DayTimelineChartTest, ANewProjectIsMadeSavedAndAssignedFromABlocksRange) {
-    aRecord().from("09:00:00").to("10:30:00").app("Editor").in(store.context());
+    aRecord().from("09:00:00").to("10:30:00").app("Editor").in(context());
     show();
     chart->selectNeighbour(1);
     chart->selectTimeRangeOfActivity();
@@ -232,18 +221,18 @@ TEST_F(DayTimelineChartTest, ANewProjectIsMadeSavedAndAssignedFromABlocksRange) 
 }
 
 TEST_F(DayTimelineChartTest, DeletesTheSelectedBarAndARecordByItsBlock) {
-    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
     const auto annotation = std::make_shared<ProjectTimeAnnotation>();
     annotation->startTime = at("09:00:00");
     annotation->endTime = at("10:00:00");
-    store.context().insert(annotation);
+    context().insert(annotation);
     show();
     EXPECT_EQ(chart->projectAnnotations().size(), 1);
     chart->deleteSelectedProjectAnnotation();
     EXPECT_THAT(newLines(), ElementsAre());
     chart->select(annotation);
     chart->deleteSelectedProjectAnnotation();
-    EXPECT_THAT(chart->projectAnnotations(), testing::IsEmpty());
+    EXPECT_THAT(chart->projectAnnotations(), IsEmpty());
     EXPECT_EQ(chart->selectedProjectAnnotation(), nullptr);
 
     chart->selectNeighbour(1);
@@ -258,7 +247,7 @@ TEST_F(DayTimelineChartTest, DeletesTheSelectedBarAndARecordByItsBlock) {
 }
 
 TEST_F(DayTimelineChartTest, FailuresOfTheStoreArePrinted) {
-    const auto project = insertProject(store.context(), "Web");
+    const auto project = insertProject(context(), "Web");
     show();
     Database other({.file = store.file()});
     for (const char* table : {"project_time_annotation", "project"})
@@ -270,8 +259,8 @@ TEST_F(DayTimelineChartTest, FailuresOfTheStoreArePrinted) {
     chart->selectTimeRange({11, 12});
     chart->projectSelector()->setNewProjectName("New");
     chart->createProjectAndAssign();
-    EXPECT_THAT(newLines(), ElementsAre(testing::StartsWith("Failed to save ProjectTimeAnnotation: "),
-                                        testing::StartsWith("Failed to save Project: ")));
+    EXPECT_THAT(newLines(), ElementsAre(StartsWith("Failed to save ProjectTimeAnnotation: "),
+                                        StartsWith("Failed to save Project: ")));
 }
 
 }  // namespace

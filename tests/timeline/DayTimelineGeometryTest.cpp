@@ -1,6 +1,6 @@
 #include "timeline/DayTimelineGeometry.h"
 
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 namespace quorvane {
 
@@ -52,30 +52,17 @@ TEST(DayTimelineGeometryTest, TheGridHasFourLinesForEachHour) {
     const auto lines = gridLines(layout, {1}, 400);
     ASSERT_EQ(lines.size(), 96);
     EXPECT_THAT(std::vector(lines.begin(), lines.begin() + 8),
-                testing::ElementsAre(GridLine{0, solid, 0.25}, GridLine{4, quarter, 0.10}, GridLine{8, half, 0.15},
-                                     GridLine{12, quarter, 0.10}, GridLine{16, solid, 0.45},
-                                     GridLine{31, quarter, 0.25}, GridLine{46, half, 0.30},
-                                     GridLine{61, quarter, 0.25}));
+                ElementsAre(GridLine{0, solid, 0.25}, GridLine{4, quarter, 0.10}, GridLine{8, half, 0.15},
+                            GridLine{12, quarter, 0.10}, GridLine{16, solid, 0.45}, GridLine{31, quarter, 0.25},
+                            GridLine{46, half, 0.30}, GridLine{61, quarter, 0.25}));
     EXPECT_TRUE(gridLines(layout, {1}, 50).empty());
 }
 
 TEST(DayTimelineGeometryTest, HoursSnapToAQuarterWithinSeventyTwoSeconds) {
-    struct Row {
-        double hour;
-        double expected;
-    };
-    const Row rows[] = {{10 + 14.0 / 60, 10.25},
-                        {10 + 59.0 / 60, 10 + 59.0 / 60},
-                        {10 + 1.1 / 60, 10},
-                        {10 + 1.3 / 60, 10 + 1.3 / 60},
-                        {10.5, 10.5},
-                        {10 + 46.1 / 60, 10.75},
-                        {10 + 43.7 / 60, 10 + 43.7 / 60},
-                        {0, 0},
-                        {24, 24},
-                        {10 + 7.5 / 60, 10 + 7.5 / 60}};
-    for (const Row& row : rows)
-        EXPECT_DOUBLE_EQ(snapHour(row.hour), row.expected) << row.hour;
+    const std::pair<double, double> minutes[] = {{14, 15},   {59, 59},     {1.1, 0},   {1.3, 1.3}, {30, 30},
+                                                 {46.1, 45}, {43.7, 43.7}, {7.5, 7.5}, {0, 0},     {840, 840}};
+    for (const auto& [minute, expected] : minutes)
+        EXPECT_DOUBLE_EQ(snapHour(10 + minute / 60), 10 + expected / 60) << minute;
 }
 
 TEST(DayTimelineGeometryTest, ADragBecomesARangeOfAQuarterAtLeast) {
@@ -124,19 +111,17 @@ TEST(DayTimelineGeometryTest, AClickHitsTheBlockOnTopAndThinOnesEightPointsHigh)
 
 TEST(DayTimelineGeometryTest, AnHourIsCentredByThePlaceInItsRow) {
     const HourLayout layout({10}, 180);
-    EXPECT_DOUBLE_EQ(centringFraction(layout, 10), 0.5);
-    EXPECT_DOUBLE_EQ(centringFraction(layout, 10.25), 0.25);
-    EXPECT_DOUBLE_EQ(centringFraction(layout, 10.75), 0);
-    EXPECT_DOUBLE_EQ(centringFraction(layout, 24), 0);
+    for (const auto& [hour, fraction] : {std::pair(10.0, 0.5), {10.25, 0.25}, {10.75, 0.0}, {24.0, 0.0}})
+        EXPECT_DOUBLE_EQ(centringFraction(layout, hour), fraction);
 }
 
 TEST(DayTimelineGeometryTest, TextsOfHoursAndTooltips) {
     EXPECT_EQ(formatHour(9.999), "09:59");
     EXPECT_EQ(formatHour(24), "24:00");
     const ProcessedActivityItem item{.duration = 1.26, .appName = "Editor", .windowTitle = "main.cpp"};
-    EXPECT_THAT(tooltipLines(item), testing::ElementsAre("Editor", "main.cpp", "时长: 1.3小时"));
+    EXPECT_THAT(tooltipLines(item), ElementsAre("Editor", "main.cpp", "时长: 1.3小时"));
     EXPECT_THAT(tooltipLines(TimeRange{9.5, 10.25}, {10, 270}, 180),
-                testing::ElementsAre("时间: 09:30-10:15", "鼠标位置: 1.5小时"));
+                ElementsAre("时间: 09:30-10:15", "鼠标位置: 1.5小时"));
 }
 
 }  // namespace

@@ -14,19 +14,10 @@ TEST(HoverIconTest, FindsTheIconByTheWholeBundleIdentifierOrElseByAPartOfTheName
     const Row rows[] = {
         {"com.apple.finder", {}, "finder_icon"},
         {"com.apple.mail", "Safari", "mail_icon"},
-        {"com.apple.Notes", {}, "notes_icon"},
-        {"com.apple.reminders", {}, "reminders_icon"},
         {"com.apple.iCal", {}, "calendar_icon"},
-        {"com.apple.Safari", {}, "safari_icon"},
-        {"Excel", {}, "excel_icon"},
         {"com.microsoft.Excel", "Microsoft Excel", "excel_icon"},
-        {{}, "Numbers", "numbers_icon"},
-        {"", "Pages", "pages_icon"},
         {{}, "WeChat", "wechat_icon"},
-        {"com.google.Chrome", "Google Chrome", "chrome_icon"},
         {{}, "Safari Technology Preview", "safari_icon"},
-        {{}, "Microsoft Edge", "edge_icon"},
-        {{}, "Xcode", "xcode_icon"},
         {{}, "com.apple.mail helper", "mail_icon"},
         {{}, "Xcode Numbers", "numbers_icon"},  // of several, the first in the table
         {"com.apple.finder.x", "Finder", {}},
@@ -34,10 +25,8 @@ TEST(HoverIconTest, FindsTheIconByTheWholeBundleIdentifierOrElseByAPartOfTheName
         {{}, "", {}},
         {{}, {}, {}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.bundleId.value_or("none") + ", " + row.appName.value_or("none"));
-        EXPECT_EQ(hoverIconName(row.bundleId, row.appName), row.expected);
-    }
+    for (const Row& row : rows)
+        EXPECT_EQ(hoverIconName(row.bundleId, row.appName), row.expected) << row.appName.value_or("none");
 }
 
 }  // namespace

@@ -2,17 +2,12 @@
 
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
 #include "timeline/AppColorPalette.h"
 #include "timeline/OverviewBuilders.h"
 #include "timeline/ProjectTone.h"
-
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 namespace quorvane {
 namespace {
@@ -82,12 +77,6 @@ TEST_F(MonthTimelineTest, WritesDurationsInHoursAndMinutes) {
         EXPECT_EQ(MonthTimeline::durationText(duration), expected);
 }
 
-TEST_F(MonthTimelineTest, RoomIsForThreeToFiveLines) {
-    const std::pair<double, int> rows[] = {{0, 3}, {77.9, 3}, {78, 4}, {85, 4}, {90.9, 4}, {91, 5}, {300, 5}};
-    for (const auto& [cell, expected] : rows)
-        EXPECT_EQ(MonthTimeline::room(cell), expected) << cell;
-}
-
 TEST_F(MonthTimelineTest, ListsAnnotationsThenTheLongestRecordsAndCountsTheRest) {
     auto first = activity("Twin 1", march(3, "14:00:00"), march(3, "14:20:00"));
     auto second = activity("Twin 2", march(3, "13:00:00"), march(3, "13:20:00"));
@@ -123,11 +112,13 @@ TEST_F(MonthTimelineTest, OpenRecordsCountUpToTheStartOfTheDay) {
     EXPECT_EQ(cellOn(18, records).fallback, std::nullopt) << "the sum is below zero";
     EXPECT_THAT(linesOf(cellOn(19, records)), ElementsAre("Open 3h"));
     EXPECT_THAT(linesOf(cellOn(20, records)), ElementsAre("Open 27h"));
+    EXPECT_TRUE(cellOn(20, records).isToday);
     EXPECT_THAT(linesOf(cellOn(21, records)), IsEmpty()) << "a coming day";
+    EXPECT_FALSE(cellOn(21, records).isToday);
     now = march(18, "23:00:00");
-    EXPECT_THAT(linesOf(cellOn(19, {activity("Planned", march(18, "22:00:00"), march(19, "03:00:00"))})), IsEmpty());
-    EXPECT_THAT(linesOf(cellOn(18, {activity("Planned", march(18, "22:00:00"), march(19, "03:00:00"))})),
-                ElementsAre("Planned 1h"));
+    const Records planned{activity("Planned", march(18, "22:00:00"), march(19, "03:00:00"))};
+    EXPECT_THAT(linesOf(cellOn(19, planned)), IsEmpty());
+    EXPECT_THAT(linesOf(cellOn(18, planned)), ElementsAre("Planned 1h"));
 }
 
 TEST_F(MonthTimelineTest, ShortRecordsAddUpWhereNoItemStands) {
@@ -143,20 +134,12 @@ TEST_F(MonthTimelineTest, ShortRecordsAddUpWhereNoItemStands) {
     EXPECT_THAT(linesOf(cellOn(3, records)), ElementsAre("B 5m"));
 }
 
-TEST_F(MonthTimelineTest, KnowsTodayAndShowsWhatIsPlannedForAProject) {
-    EXPECT_TRUE(cellOn(20, {}).isToday);
-    EXPECT_FALSE(cellOn(19, {}).isToday);
-    Annotations planned{given("", march(25, "09:00:00"), march(25, "10:00:00"))};
-    planned[0].projectName.reset();
-    EXPECT_THAT(linesOf(cellOn(25, {}, planned)), ElementsAre("Unknown 1h"));
-}
-
 TEST(TimelineAnnotationTest, ThoseThatTouchARangeComeNewestFirstWithTheirProject) {
     TemporaryStore store;
     auto& context = store.context();
     const auto web = insertProject(context, "Web");
     web->color = "mint";
-    const auto annotate = [&](const char* id, Date start, Date end, const std::shared_ptr<Project>& project) {
+    const auto insert = [&](const char* id, Date start, Date end, const std::shared_ptr<Project>& project) {
         const auto annotation = std::make_shared<ProjectTimeAnnotation>();
         annotation->id = *Uuid::parse(fmt::format("{}0000000-0000-4000-8000-000000000000", id));
         annotation->startTime = start;
@@ -164,11 +147,11 @@ TEST(TimelineAnnotationTest, ThoseThatTouchARangeComeNewestFirstWithTheirProject
         annotation->project = project;
         context.insert(annotation);
     };
-    annotate("1", march(1, "09:00:00"), march(3, "00:00:00"), web);  // ends as the range begins
-    annotate("2", march(1, "09:00:00"), march(3, "00:01:00"), web);
-    annotate("4", march(3, "09:00:00"), march(3, "10:00:00"), nullptr);
-    annotate("3", march(3, "09:00:00"), march(3, "11:00:00"), web);
-    annotate("5", march(4, "00:00:00"), march(4, "01:00:00"), web);  // begins as it ends
+    insert("1", march(1, "09:00:00"), march(3, "00:00:00"), web);  // ends as the range begins
+    insert("2", march(1, "09:00:00"), march(3, "00:01:00"), web);
+    insert("4", march(3, "09:00:00"), march(3, "10:00:00"), nullptr);
+    insert("3", march(3, "09:00:00"), march(3, "11:00:00"), web);
+    insert("5", march(4, "00:00:00"), march(4, "01:00:00"), web);  // begins as it ends
     context.save();
     std::vector<std::string> found;
     for (const auto& annotation : annotationsTouching(context, {march(3, "00:00:00"), march(4, "00:00:00")}))

@@ -1,13 +1,10 @@
 #include "timeline/RecordsForDate.h"
 
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "timeline/OverviewBuilders.h"
 
-#include <gmock/gmock.h>
 #include <random>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace quorvane {
 namespace {

@@ -1,8 +1,7 @@
 #include "timeline/TimelineProcessing.h"
 
 #include "support/Builders.h"
-
-#include <gmock/gmock.h>
+#include "support/Matching.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,8 +13,6 @@ namespace quorvane {
 namespace {
 
 namespace Processing = TimelineProcessing;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using Snapshots = std::vector<TimelineRecordSnapshot>;
 using Lines = std::vector<std::string>;
 
@@ -48,37 +45,28 @@ Snapshots records(std::string_view text) {
     return all;
 }
 
-TEST(TimelineProcessingTest, TakesWhatBeginsOnTheDayAndLastsAMinute) {
-    struct Row {
-        const char* name;
-        const char* record;
-        bool expected;
+TEST(TimelineProcessingTest, TakesWhatBeginsOnTheDayAndLastsAMinuteInOrder) {
+    const std::pair<const char*, bool> rows[] = {
+        {"09:00:00..09:01:00", true},
+        {"09:00:00..09:00:59.9", false},
+        {"09:00:00..08:00:00", false},
+        {"17:59:00..now", true},
+        {"17:59:00.1..now", false},
+        {"18:30:00..now", false},
+        {"00:00:00..00:01:00", true},
+        {"23:59:59.999999..2026-03-03 00:20:00", true},
+        {"2026-03-01 23:50:00..00:20:00", false},
+        {"2026-03-03 00:00:00..2026-03-03 00:20:00", false},
+        {"09:00:00..10:00:00|-/LoginWindow", false},
+        {"09:00:00..10:00:00|com.apple.loginwindow/Login", false},
+        {"09:00:00..10:00:00|com.apple.LoginWindow/-", true},  // identifiers have case
+        {"09:00:00..10:00:00|-/loginwindow 2", true},
+        {"09:00:00..10:00:00|-/-", true},
     };
-    const Row rows[] = {
-        {"a minute", "09:00:00..09:01:00", true},
-        {"less", "09:00:00..09:00:59.9", false},
-        {"swapped", "09:00:00..08:00:00", false},
-        {"open for a minute", "17:59:00..now", true},
-        {"open for less", "17:59:00.1..now", false},
-        {"open, begins later", "18:30:00..now", false},
-        {"first instant", "00:00:00..00:01:00", true},
-        {"last instant", "23:59:59.999999..2026-03-03 00:20:00", true},
-        {"from the day before", "2026-03-01 23:50:00..00:20:00", false},
-        {"the next day", "2026-03-03 00:00:00..2026-03-03 00:20:00", false},
-        {"login window by name", "09:00:00..10:00:00|-/LoginWindow", false},
-        {"login window by identifier", "09:00:00..10:00:00|com.apple.loginwindow/Login", false},
-        {"identifiers have case", "09:00:00..10:00:00|com.apple.LoginWindow/-", true},
-        {"another name", "09:00:00..10:00:00|-/loginwindow 2", true},
-        {"no name", "09:00:00..10:00:00|-/-", true},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto expected = row.expected ? records(row.record) : Snapshots{};
-        EXPECT_EQ(Processing::snapshotsOfDay(records(row.record), at("13:00:00"), at("18:00:00"), utc), expected);
-    }
-}
-
-TEST(TimelineProcessingTest, OrdersTheRecordsOfADayByTheirStart) {
+    for (const auto& [record, isTaken] : rows)
+        EXPECT_EQ(Processing::snapshotsOfDay(records(record), at("13:00:00"), at("18:00:00"), utc),
+                  isTaken ? records(record) : Snapshots{})
+            << record;
     const char* mixed = "11:00:00..now, 09:00:00..10:00:00, 09:00:00..10:00:00|-/Mail";
     const char* sorted = "09:00:00..10:00:00, 09:00:00..10:00:00|-/Mail, 11:00:00..now";
     EXPECT_EQ(Processing::snapshotsOfDay(records(mixed), at("00:00:00"), at("18:00:00"), utc), records(sorted));
@@ -109,42 +97,38 @@ TEST(TimelineProcessingTest, AgreesWithTheCalendarOnDaysOfEveryLength) {
 }
 
 TEST(TimelineProcessingTest, JoinsNeighboursOfOneApplication) {
-    struct Row {
-        const char* name;
-        std::string given;
-        std::string expected = given;
-    };
     const std::string joined = "09:00:00..09:20:00";
     const auto after = [](const std::string& first, const std::string& second) {
         return "09:00:00..09:10:00|" + first + ", 09:10:30..09:20:00|" + second;
     };
-    const Row rows[] = {
-        {"nothing", ""},
-        {"no gap", "09:00:00..09:10:00, 09:10:00..09:20:00", joined},
-        {"120 s", "09:00:00..09:10:00, 09:12:00..09:20:00", joined},
-        {"120.1 s", "09:00:00..09:10:00, 09:12:00.1..09:20:00"},
-        {"in any order", "09:12:00..09:20:00, 09:00:00..09:10:00", joined},
-        {"one after the other", "09:00:00..09:05:00, 09:07:00..09:10:00, 09:12:00..09:20:00", joined},
-        {"overlapping", "09:00:00..09:10:00, 09:09:59.9..09:20:00"},
-        {"another between", "09:00:00..09:10:00, 09:10:00..09:10:30|b/B, 09:11:40..09:20:00"},
-        {"other application", after("a/A", "b/B")},
-        {"same identifier", after("a/A", "a/B"), joined + "|a/A"},
-        {"neither has an identifier", after("-/A", "-/B"), joined + "|-/A"},
-        {"neither has anything", after("-/-", "-/-"), joined + "|-/-"},
-        {"same name, other identifier", after("a/A", "b/A"), joined + "|a/A"},
-        {"same name, no identifier first", after("-/A", "b/A"), joined + "|-/A"},
-        {"same name, no identifier then", after("a/A", "-/A"), joined + "|a/A"},
-        {"one identifier, no names", after("a/-", "-/-")},
-        {"other identifiers, no names", after("a/-", "b/-")},
-        {"the later one is open", "09:00:00..09:10:00, 09:11:00..now", "09:00:00..18:00:00"},
-        {"the first one is open", "09:00:00..now, 18:01:00..18:05:00", "09:00:00..18:05:00"},
-        {"one is open", "09:00:00..now"},
-        {"the later one ends earlier", "09:00:00..09:10:00, 09:11:00..09:05:00", "09:00:00..09:05:00"},
+    struct Row {
+        std::string given;
+        std::string expected = given;
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Processing::mergeAdjacentRecords(records(row.given), at("18:00:00")), records(row.expected));
-    }
+    const Row rows[] = {
+        {""},
+        {"09:00:00..09:10:00, 09:12:00..09:20:00", joined},
+        {"09:00:00..09:10:00, 09:12:00.1..09:20:00"},
+        {"09:12:00..09:20:00, 09:00:00..09:10:00", joined},
+        {"09:00:00..09:05:00, 09:07:00..09:10:00, 09:12:00..09:20:00", joined},
+        {"09:00:00..09:10:00, 09:09:59.9..09:20:00"},
+        {"09:00:00..09:10:00, 09:10:00..09:10:30|b/B, 09:11:40..09:20:00"},
+        {after("a/A", "b/B")},
+        {after("a/A", "a/B"), joined + "|a/A"},
+        {after("-/A", "-/B"), joined + "|-/A"},
+        {after("-/-", "-/-"), joined + "|-/-"},
+        {after("a/A", "b/A"), joined + "|a/A"},
+        {after("-/A", "b/A"), joined + "|-/A"},
+        {after("a/-", "-/-")},
+        {after("a/-", "b/-")},
+        {"09:00:00..09:10:00, 09:11:00..now", "09:00:00..18:00:00"},
+        {"09:00:00..now, 18:01:00..18:05:00", "09:00:00..18:05:00"},
+        {"09:00:00..now"},
+        {"09:00:00..09:10:00, 09:11:00..09:05:00", "09:00:00..09:05:00"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(Processing::mergeAdjacentRecords(records(row.given), at("18:00:00")), records(row.expected))
+            << row.given;
 }
 
 TEST(TimelineProcessingTest, FillsWhatTheFirstOfThemLacks) {
@@ -169,60 +153,6 @@ TEST(TimelineProcessingTest, FillsWhatTheFirstOfThemLacks) {
                                           .category = "工作",
                                           .tags = "b"};
     EXPECT_THAT(Processing::mergeAdjacentRecords(all, at("18:00:00")), ElementsAre(expected));
-}
-
-/// The rules of joining, one by one.
-Snapshots mergedStepByStep(Snapshots snapshots, Date now) {
-    if (snapshots.empty()) return {};
-    std::stable_sort(snapshots.begin(), snapshots.end(),
-                     [](const auto& a, const auto& b) { return a.startTime < b.startTime; });
-    Snapshots result;
-    auto current = snapshots.front();
-    for (std::size_t i = 1; i < snapshots.size(); ++i) {
-        const auto& next = snapshots[i];
-        const bool isSame = (!current.bundleId && !next.bundleId) ||
-                            (current.bundleId && next.bundleId && *current.bundleId == *next.bundleId) ||
-                            (current.appName && next.appName && *current.appName == *next.appName);
-        const double gap = (next.startTime - current.endTime.value_or(now)).count();
-        if (!isSame || gap < 0.0 || gap > 120.0) {
-            result.push_back(current);
-            current = next;
-            continue;
-        }
-        current.endTime = next.endTime.value_or(now);
-        if (!current.windowTitle) current.windowTitle = next.windowTitle;
-        if (current.tags.empty()) current.tags = next.tags;
-    }
-    result.push_back(current);
-    return result;
-}
-
-TEST(TimelineProcessingTest, JoinsRandomDaysAsTheRulesSayOneByOne) {
-    std::mt19937 random(31);
-    const auto any = [&](const auto& values) { return values[random() % values.size()]; };
-    const std::vector<std::optional<std::string>> texts{std::nullopt, "", "a", "b"};
-    const Date now = at("12:00:00");
-    std::size_t joined = 0;
-    for (int day = 0; day < 1000; ++day) {
-        Snapshots given;
-        Date start = at("09:00:00");
-        for (auto count = random() % 60; count > 0; --count) {
-            start += Seconds(static_cast<double>(random() % 2400) / 10);
-            given.push_back({.id = Uuid::random(),
-                             .startTime = start,
-                             .endTime = start + Seconds(static_cast<double>(random() % 2000) / 10),
-                             .bundleId = any(texts),
-                             .appName = any(texts),
-                             .windowTitle = any(texts),
-                             .tags = any(texts).value_or("")});
-            if (random() % 9 == 0) given.back().endTime = std::nullopt;
-        }
-        std::shuffle(given.begin(), given.end(), random);
-        const auto expected = mergedStepByStep(given, now);
-        ASSERT_EQ(Processing::mergeAdjacentRecords(given, now), expected) << day;
-        joined += given.size() - expected.size();
-    }
-    EXPECT_GT(joined, 3000U);
 }
 
 /// "9.25+0.5": start hour and duration, in the order of the result.
@@ -267,35 +197,29 @@ TEST(TimelineProcessingTest, PlacesBlocksWhereNoEarlierOneIs) {
 
 TEST(TimelineProcessingTest, CarriesWhatABlockSaysToItsItemAndColorsItByItsHost) {
     auto page = records("09:00:00..09:30:00|org.example.browser/-").front();
-    page.id = Uuid::random();
     page.windowTitle = "Chat";
-    page.documentPath = "/chat";
     page.url = "https://Claude.AI/new";
     page.category = "工作";
     page.tags = "a,b";
     auto noPage = records("10:00:00..10:30:00|-/Firefox").front();
     noPage.url = "claude.ai";
-    const auto blocks = Processing::process({noPage, page}, at("18:00:00"), utc);
     const ProcessedActivityItem first{.id = page.id,
                                       .startHour = 9,
                                       .duration = 0.5,
                                       .bundleId = page.bundleId,
                                       .appName = "未知应用",
                                       .windowTitle = "Chat",
-                                      .documentPath = "/chat",
                                       .url = page.url,
                                       .color = colorFromRgb(0xD67147),
                                       .category = "工作",
                                       .tags = "a,b"};
     const ProcessedActivityItem second{
         .startHour = 10, .duration = 0.5, .appName = "Firefox", .url = noPage.url, .color = colorFromRgb(0xE55121)};
-    EXPECT_THAT(Processing::makeItems(blocks), ElementsAre(first, second));
-}
-
-TEST(TimelineProcessingTest, EndsEarlyWhenNobodyWaitsAnyLonger) {
-    std::stop_source source;
-    source.request_stop();
-    EXPECT_THAT(Processing::process(records("09:00:00..10:00:00"), at("18:00:00"), utc, source.get_token()), IsEmpty());
+    EXPECT_THAT(Processing::makeItems(Processing::process({noPage, page}, at("18:00:00"), utc)),
+                ElementsAre(first, second));
+    std::stop_source nobodyWaits;
+    nobodyWaits.request_stop();
+    EXPECT_THAT(Processing::process({noPage}, at("18:00:00"), utc, nobodyWaits.get_token()), IsEmpty());
 }
 
 using Hours = std::vector<std::pair<double, double>>;  // start and duration
@@ -401,14 +325,6 @@ TEST(TimelineProcessingTest, ShowsNamesThatStandFarEnoughFromTheLastOfTheirKind)
         std::transform(items.begin(), items.end(), shown.begin(), [](const auto& item) { return item.shouldShowName; });
         EXPECT_EQ(shown, row.expected);
     }
-}
-
-TEST(TimelineProcessingTest, PutsItemsWhereTheLayoutSays) {
-    std::vector<ProcessedActivityItem> items{{.startHour = 9.5, .duration = 1}, {.startHour = 23.75, .duration = 0.5}};
-    Processing::layOut(items, HourLayout(Processing::activityHours(items), 180));
-    const auto frame = [&](std::size_t i) { return std::pair(items[i].yTop, items[i].yBottom); };
-    EXPECT_EQ(frame(0), std::pair(234.0, 414.0));
-    EXPECT_EQ(frame(1), std::pair(831.0, 876.0));
 }
 
 }  // namespace

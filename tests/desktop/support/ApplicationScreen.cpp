@@ -51,6 +51,26 @@ ModelContainer ApplicationScreen::openStore() const {
     return ModelContainer({.file = session_.dataHome() / "quorvane/quorvane.sqlite"});
 }
 
+std::vector<std::string> ApplicationScreen::records() const {
+    auto store = openStore();
+    std::vector<std::string> found;
+    for (const auto& record :
+         store.mainContext().fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::startTime)}})) {
+        found.push_back(record->appName().value_or(""));
+        if (const auto category = record->category()) found.back() += " " + *category;
+        if (!record->endTime()) found.back() += " open";
+    }
+    return found;
+}
+
+std::shared_ptr<ActivityRecord> ApplicationScreen::insertRecord(ModelContext& context, const std::string& app,
+                                                                double start, double end) {
+    auto record = std::make_shared<ActivityRecord>(ActivityRecord::Values{
+        .startTime = today(start), .endTime = today(end), .appBundleId = "org.example." + app, .appName = app});
+    context.insert(record);
+    return record;
+}
+
 Date ApplicationScreen::today(double hour) {
     return Calendar::current().startOfDay(platform::currentDate()) + hour * 1h;
 }

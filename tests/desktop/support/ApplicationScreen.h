@@ -6,6 +6,7 @@
 #include "desktop/support/DesktopSession.h"
 #include "platform/linux/QtRunLoop.h"
 #include "platform/linux/X11Connection.h"
+#include "store/ActivityRecord.h"
 #include "store/ModelContainer.h"
 
 #include <gtest/gtest.h>
@@ -28,6 +29,13 @@ protected:
 
     /// The application's, beside it.
     [[nodiscard]] ModelContainer openStore() const;
+    /// What it holds, oldest first: "Editor 工作", "Quorvane open".
+    [[nodiscard]] std::vector<std::string> records() const;
+
+    /// A record of the application, inserted and not saved yet.
+    static std::shared_ptr<ActivityRecord> insertRecord(ModelContext& context, const std::string& app, double start,
+                                                        double end);
+
     /// An instant of today, in hours from midnight.
     [[nodiscard]] static Date today(double hour);
 

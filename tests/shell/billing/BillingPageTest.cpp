@@ -1,15 +1,8 @@
 #include "shell/billing/BillingPage.h"
 
-#include "platform/Clock.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "shell/billing/BillingTableLayout.h"
-#include "shell/support/Offscreen.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "shell/support/ScreenTest.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateEdit>
@@ -18,28 +11,19 @@
 #include <QScrollBar>
 #include <QTableView>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::IsSupersetOf;
-using testing::StartsWith;
-
 using Texts = std::vector<std::string>;
 
 /// The billing section on Monday, 2 March 2026, at noon.
-class BillingPageTest : public testing::Test {
+class BillingPageTest : public ScreenTest {
 protected:
-    BillingPageTest() { needApplication(); }
-
     std::shared_ptr<Project> insert(const char* name, double rate, const char* client, BillingStatus status) {
-        auto project = insertProject(store.context(), name, rate);
+        auto project = insertProject(context(), name, rate);
         if (*client != '\0') project->clientName = std::optional<std::string>(client);
-        aRecord().from("08:00:00").to("10:00:00").app("Editor").status(status).project(project).in(store.context());
+        aRecord().from("08:00:00").to("10:00:00").app("Editor").status(status).project(project).in(context());
         return project;
     }
     void open(QSize size = {1080, 832}) {
@@ -55,41 +39,22 @@ protected:
                         told.push_back(name);
                         chosen(folder / name);
                     }});
-        page->resize(size);
-        page->show();
-        QApplication::setActiveWindow(page.get());
-        settle();
+        show(*page, size);
     }
-    void settle() {
-        for (int round = 0; round < 4; ++round) {
-            QApplication::processEvents();
-            runLoop.runPosted();
-            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        }
-    }
-    void click(const std::string& name) {
-        for (auto* const item : accessibleItems(*page, QAccessible::Button))
-            if (item->text(QAccessible::Name).toStdString() == name) {
-                dynamic_cast<QAbstractButton&>(*item->object()).click();
-                return settle();
-            }
-        FAIL() << "nothing to press is called " << name;
-    }
+    void click(const std::string& name) { ScreenTest::click(*page, name); }
+    Texts texts() { return accessibleNames(*page, QAccessible::StaticText); }
     Texts enabledButtons() {
         Texts names;
         for (const auto* const item : accessibleItems(*page, QAccessible::Button))
             if (!item->state().disabled) names.push_back(item->text(QAccessible::Name).toStdString());
         return names;
     }
-    QComboBox& combo(const char* name) {
-        for (auto* const one : page->findChildren<QComboBox*>())
-            if (one->accessibleName() == name) return *one;
-        throw std::runtime_error("no such filter");
-    }
     void choose(const char* filter, const char* entry) {
-        auto& field = combo(filter);
-        field.setCurrentIndex(field.findText(QString::fromUtf8(entry)));
-        Q_EMIT field.activated(field.currentIndex());
+        for (auto* const field : page->findChildren<QComboBox*>()) {
+            if (field->accessibleName() != filter) continue;
+            field->setCurrentIndex(field->findText(QString::fromUtf8(entry)));
+            Q_EMIT field->activated(field->currentIndex());
+        }
         settle();
     }
     QTableView& table() { return *page->findChild<QTableView*>(); }
@@ -105,11 +70,6 @@ protected:
     }
 
     TemporaryFolder folder;
-    TemporaryStore store;
-    platform::SimulatedRunLoop runLoop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    Localization localization{"en"};
-    RecordingConsole console;
     Texts told;
     std::unique_ptr<BillingPage> page;
 };
@@ -118,12 +78,11 @@ TEST_F(BillingPageTest, CardsReadAsOneAndTheTableFollowsTheStoreAndTheFilters) {
     insert("Orchard", 92, "Orchard & Co.", BillingStatus::review);
     const auto harbour = insert("Harbour", 0, "", BillingStatus::billable);
     open();
-    EXPECT_THAT(
-        accessibleNames(*page, QAccessible::StaticText),
-        IsSupersetOf({"Step 1: Choose what to bill. All clients, This month",
-                      "Step 2: Settle open questions. 2.0 h, of this time still needs a look",
-                      "Total time: 4.0 h, in 2 projects", "Estimated amount: $184.00, includes 2.0 h still to review",
-                      "1 record to review", "Double-click a project to change its rate and client."}));
+    EXPECT_THAT(texts(), IsSupersetOf({"Step 1: Choose what to bill. All clients, This month",
+                                       "Step 2: Settle open questions. 2.0 h, of this time still needs a look",
+                                       "Total time: 4.0 h, in 2 projects",
+                                       "Estimated amount: $184.00, includes 2.0 h still to review",
+                                       "1 record to review", "Double-click a project to change its rate and client."}));
     EXPECT_THAT(cells(), ElementsAre("Orchard|Orchard & Co.|2.0 h|2.0 h|$92.00|$184.00|",
                                      "Harbour|Not set|2.0 h|0.0 h|Not set|Not set|"));
     table().selectRow(1);
@@ -140,8 +99,7 @@ TEST_F(BillingPageTest, CardsReadAsOneAndTheTableFollowsTheStoreAndTheFilters) {
 TEST_F(BillingPageTest, WithoutRowsTheActionsRestAndSayWhy) {
     open();
     EXPECT_FALSE(table().isVisible());
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText),
-                IsSupersetOf({"Nothing to bill here", "There is nothing to bill in this range yet."}));
+    EXPECT_THAT(texts(), IsSupersetOf({"Nothing to bill here", "There is nothing to bill in this range yet."}));
     EXPECT_THAT(enabledButtons(), ElementsAre("Review Records"));
     insert("Orchard", 92, "", BillingStatus::billable);
     settle();
@@ -155,7 +113,7 @@ TEST_F(BillingPageTest, TheExportAsksAndAllThreeAnswersDoWhatTheySay) {
     open();
     const std::string file = "Quorvane_Billing_Pack_2026-03-02_12-00-00.md";
     click("Export Bill");
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText), Contains("Some records are not settled yet"));
+    EXPECT_THAT(texts(), Contains("Some records are not settled yet"));
     click("Cancel");
     EXPECT_THAT(told, IsEmpty());
     click("Export Bill");
@@ -169,15 +127,6 @@ TEST_F(BillingPageTest, TheExportAsksAndAllThreeAnswersDoWhatTheySay) {
     click("Export Anyway");
     EXPECT_THAT(told, ElementsAre("review 1", file));
     EXPECT_THAT(contentOf(folder / file), StartsWith("# Billing report\n"));
-}
-
-TEST_F(BillingPageTest, CopiesGoToTheClipboardAndAreConfirmed) {
-    insert("Orchard", 92, "", BillingStatus::billable);
-    open();
-    click("Copy Social Post");
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText), Contains("The social post is on the clipboard."));
-    EXPECT_EQ(QApplication::clipboard()->text(),
-              "This month: 2.0 hours of focused work on Orchard 2.0h, worth USD 184.00.");
 }
 
 TEST_F(BillingPageTest, KeysMoveThroughTheTableAndDoWhatButtonsDo) {
@@ -195,7 +144,7 @@ TEST_F(BillingPageTest, KeysMoveThroughTheTableAndDoWhatButtonsDo) {
     press(Qt::Key_E, Qt::ControlModifier);
     settle();
     press(Qt::Key_R, Qt::ControlModifier);  // the question is on top
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText), Contains("Some records are not settled yet"));
+    EXPECT_THAT(texts(), Contains("Some records are not settled yet"));
     EXPECT_EQ(told.size(), 4U);
 }
 

@@ -1,76 +1,42 @@
-#include "platform/Clock.h"
 #include "shell/billing/BillingPackPreviewSheet.h"
 #include "shell/billing/BillingReviewQueueSheet.h"
 #include "shell/billing/ProjectBillingEditorSheet.h"
 #include "shell/billing/ReviewQueueList.h"
 #include "shell/look/Sheet.h"
-#include "shell/support/Offscreen.h"
-#include "support/Builders.h"
-#include "support/TemporaryStore.h"
+#include "shell/support/ScreenTest.h"
 
-#include <QAbstractButton>
 #include <QAbstractSpinBox>
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsSupersetOf;
 
 namespace quorvane {
 namespace {
 
 /// A window, over which sheets open, at noon of Monday, 2 March 2026.
-class BillingSheetsTest : public testing::Test {
+class BillingSheetsTest : public ScreenTest {
 protected:
-    BillingSheetsTest() {
-        window.resize(1280, 832);
-        window.show();
-        window.activateWindow();
-        settle();
-    }
-    static void settle() {
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QApplication::processEvents();
-    }
+    BillingSheetsTest() { show(window, {1280, 832}); }
 
     Sheet& openQueue(std::size_t count) {
         for (std::size_t i = 0; i < count; ++i)
-            records.push_back(aRecord().from("09:00:00").to("09:30:00").title("Plan").project(harbour).in(context));
-        context.save();
+            records.push_back(aRecord().from("09:00:00").to("09:30:00").title("Plan").project(harbour).in(context()));
+        context().save();
         Sheet& sheet = BillingReviewQueueSheet::open(
-            window, std::make_unique<BillingReviewQueueView>(context, records, std::vector{harbour, lumen}, english),
-            english);
-        settle();
-        return sheet;
-    }
-    Sheet& openEditor() {
-        Sheet& sheet = ProjectBillingEditorSheet::open(
-            window, std::make_unique<ProjectBillingEditor>(harbour),
-            ProjectBillingEditorSheet::Figures{.rangeLabel = "This month", .hours = 2}, english);
+            window,
+            std::make_unique<BillingReviewQueueView>(context(), records, std::vector{harbour, lumen}, localization),
+            localization);
         settle();
         return sheet;
     }
     std::vector<std::string> statuses() {
         std::vector<std::string> found;
-        found.reserve(records.size());
         for (const auto& record : records)
             found.push_back(record->billingStatus());
         return found;
     }
-    static void press(QWidget& root, const std::string& name) {
-        for (const auto role : {QAccessible::Button, QAccessible::CheckBox})
-            for (auto* const item : accessibleItems(root, role))
-                if (item->text(QAccessible::Name).toStdString() == name)
-                    return dynamic_cast<QAbstractButton&>(*item->object()).click();
-        FAIL() << "nothing to press is called " << name;
-    }
-    static void hover(QListView& list, int row) {
+    void hover(QListView& list, int row) {
         QWidget* const viewport = list.viewport();
         const QPointF place = list.visualRect(list.model()->index(row, 0)).center();
         QMouseEvent move(QEvent::MouseMove, place, viewport->mapToGlobal(place), Qt::NoButton, Qt::NoButton,
@@ -79,21 +45,14 @@ protected:
         settle();
     }
 
-    const bool hasApplication = (needApplication(), true);  // before the window
-    Date noon = at("12:00:00");
-    platform::ClockOverride clock{[this] { return noon; }};
-    TemporaryStore store;
-    ModelContext& context = store.context();
-    Localization english{"en"};
     QWidget window;
-    std::shared_ptr<Project> harbour = insertProject(context, "Harbour", 85);
-    std::shared_ptr<Project> lumen = insertProject(context, "Lumen");
+    std::shared_ptr<Project> harbour = insertProject(context(), "Harbour", 85);
+    std::shared_ptr<Project> lumen = insertProject(context(), "Lumen");
     std::vector<std::shared_ptr<ActivityRecord>> records;
 };
 
 TEST_F(BillingSheetsTest, KeysDecideTheCurrentRowAndTabLeadsIntoItsControls) {
     openQueue(4);
-    using quorvane::press;
     press(Qt::Key_B);
     press(Qt::Key_Down);
     press(Qt::Key_X);
@@ -139,10 +98,10 @@ TEST_F(BillingSheetsTest, ThousandsOfRowsCostNoWidgetsAndScroll) {
     Sheet& sheet = openQueue(5000);
     auto& rows = widgetBelow<ReviewQueueList>(sheet);
     const auto widgets = sheet.findChildren<QWidget*>().size();
-    quorvane::press(Qt::Key_End);
+    press(Qt::Key_End);
     settle();
     EXPECT_EQ(rows.list().currentIndex().row(), 4999);
-    quorvane::press(Qt::Key_B);
+    press(Qt::Key_B);
     EXPECT_EQ(records[4999]->billingStatus(), "billable");
     hover(rows.list(), 4995);
     EXPECT_EQ(sheet.findChildren<QWidget*>().size(), widgets);
@@ -150,56 +109,55 @@ TEST_F(BillingSheetsTest, ThousandsOfRowsCostNoWidgetsAndScroll) {
 }
 
 TEST_F(BillingSheetsTest, BulkButtonsReachAllAndRowsAreReadWithIconAndStatus) {
-    records.push_back(aRecord().from("08:00:00").title("Doubt").in(context));
+    records.push_back(aRecord().from("08:00:00").title("Doubt").in(context()));
     records[0]->confidence = 0.5;
     Sheet& sheet = openQueue(1);
-    press(sheet, "Mark All Billable");
+    click(sheet, "Mark All Billable");
     EXPECT_THAT(statuses(), ElementsAre("billable", "billable"));
-    press(sheet, "Exclude All");
+    click(sheet, "Exclude All");
     EXPECT_THAT(statuses(), ElementsAre("excluded", "excluded"));
     std::vector<std::string> read;
     for (auto* const item : accessibleItems(widgetBelow<QListView>(sheet), QAccessible::ListItem))
         read.push_back(item->text(QAccessible::Description).toStdString());
     EXPECT_THAT(read, ElementsAre("Low confidence, Excluded, Not set", "Waiting for review, Excluded, Harbour"));
-    EXPECT_THAT(accessibleNames(sheet, QAccessible::ListItem), Contains(testing::StartsWith("Doubt, ")));
+    EXPECT_THAT(accessibleNames(sheet, QAccessible::ListItem), Contains(StartsWith("Doubt, ")));
 }
 
 TEST_F(BillingSheetsTest, AnEmptyQueueSaysThatAllIsSettled) {
     Sheet& sheet = openQueue(0);
     EXPECT_THAT(accessibleNames(sheet, QAccessible::StaticText), Contains("All settled"));
-    EXPECT_THAT(accessibleNames(sheet, QAccessible::Button), testing::Not(Contains("Exclude All")));
+    EXPECT_THAT(accessibleNames(sheet, QAccessible::Button), Not(Contains("Exclude All")));
 }
 
 TEST_F(BillingSheetsTest, TheProjectEditorWritesAtOnceAndEscIsDone) {
-    Sheet& sheet = openEditor();
-    const auto type = [](QLineEdit& field, const char* text) {
-        field.setText(QString::fromUtf8(text));
-        Q_EMIT field.textEdited(field.text());
-    };
+    Sheet& sheet = ProjectBillingEditorSheet::open(
+        window, std::make_unique<ProjectBillingEditor>(harbour),
+        ProjectBillingEditorSheet::Figures{.rangeLabel = "This month", .hours = 2}, localization);
+    settle();
     auto& rate = *widgetBelow<QAbstractSpinBox>(sheet).findChild<QLineEdit*>();
     type(rate, "8x");
     EXPECT_EQ(harbour->hourlyRate(), 85);
-    EXPECT_THAT(accessibleNames(sheet, QAccessible::StaticText), Contains(testing::StartsWith("Type a number")));
+    EXPECT_THAT(accessibleNames(sheet, QAccessible::StaticText), Contains(StartsWith("Type a number")));
     type(rate, "100");
     EXPECT_EQ(harbour->hourlyRate(), 100);
-    EXPECT_THAT(accessibleNames(sheet, QAccessible::StaticText), Contains(testing::HasSubstr("200.00")));
+    EXPECT_THAT(accessibleNames(sheet, QAccessible::StaticText), Contains(HasSubstr("200.00")));
     type(dynamic_cast<QLineEdit&>(*QApplication::focusWidget()), "Harbour 2");
     harbour->updatedAt = at("09:00:00");
-    quorvane::press(Qt::Key_Escape);
+    press(Qt::Key_Escape);
     settle();
     EXPECT_EQ(harbour->name(), "Harbour 2");
-    EXPECT_EQ(harbour->updatedAt(), noon);
+    EXPECT_EQ(harbour->updatedAt(), runLoop.now());
 }
 
 TEST_F(BillingSheetsTest, ThePreviewCopiesTheTextOnShow) {
     Sheet& sheet = BillingPackPreviewSheet::open(
-        window, {.markdown = "# Report", .emailBody = "Hello", .fileName = "Pack.md"}, english);
+        window, {.markdown = "# Report", .emailBody = "Hello", .fileName = "Pack.md"}, localization);
     settle();
     EXPECT_THAT(accessibleNames(sheet, QAccessible::StaticText), Contains("Pack.md"));
-    press(sheet, "Copy");
+    click(sheet, "Copy");
     EXPECT_EQ(QApplication::clipboard()->text(), "# Report");
-    quorvane::press(Qt::Key_Right);  // the tabs have the focus
-    press(sheet, "Copy");
+    press(Qt::Key_Right);  // the tabs have the focus
+    click(sheet, "Copy");
     EXPECT_EQ(QApplication::clipboard()->text(), "Hello");
     EXPECT_THAT(accessibleNames(window, QAccessible::Notification),
                 Contains("Copied The text on show is on the clipboard."));

@@ -2,6 +2,7 @@
 
 #include "praise/CardColors.h"
 #include "shell/cards/SampleCards.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <QGuiApplication>
@@ -11,7 +12,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <gmock/gmock.h>
 #include <memory>
 
 namespace quorvane {
@@ -135,7 +135,7 @@ TEST_F(ShareImageGeneratorTest, TheSameCardHasTheSamePixelsAndOtherStylesHaveOth
         EXPECT_EQ(first->width, 600);
         EXPECT_EQ(first->height, 900);
         EXPECT_TRUE(first == generator_.generateShareImage(configOf(sampleCard("rich"), style))) << name;
-        EXPECT_THAT(seen, testing::Not(testing::Contains(*first))) << name;
+        EXPECT_THAT(seen, Not(Contains(*first))) << name;
         seen.push_back(*first);
     }
 }
@@ -168,31 +168,13 @@ std::string decoded(const ShareImage& image) {
     return std::fgets(text.data(), text.size(), pipe.get()) == nullptr ? "" : text.data();
 }
 
-TEST_F(ShareImageGeneratorTest, AReaderOfCodesFindsTheAddressOnEveryCard) {
-    for (const auto& [style, name] : RawValues<CardStyle>::table) {
-        const auto image = generator_.generateShareImage(configOf(sampleCard("light"), style));
-        ASSERT_TRUE(image);
-        EXPECT_EQ(decoded(*image), std::string(sampleAddress) + "\n") << name;
-    }
-}
-
-TEST_F(ShareImageGeneratorTest, WithoutAnAddressThereIsNoCode) {
+TEST_F(ShareImageGeneratorTest, AReaderOfCodesFindsTheAddressOnEveryCardThatHasOne) {
     const ShareImageGenerator without("");
     for (const auto& [style, name] : RawValues<CardStyle>::table) {
-        const auto image = without.generateShareImage(configOf(sampleCard("light"), style));
-        ASSERT_TRUE(image);
-        EXPECT_EQ(decoded(*image), "") << name;
+        const auto config = configOf(sampleCard("light"), style);
+        EXPECT_EQ(decoded(generator_.generateShareImage(config).value()), std::string(sampleAddress) + "\n") << name;
+        EXPECT_EQ(decoded(without.generateShareImage(config).value()), "") << name;
     }
-}
-
-TEST_F(ShareImageGeneratorTest, ThePngHoldsThePixels) {
-    const auto image = generator_.generateShareImage(configOf(sampleCard("light"), CardStyle::clean));
-    ASSERT_TRUE(image);
-    const std::string png = pngOf(*image);
-    const QImage read = QImage::fromData(QByteArray::fromStdString(png), "PNG");
-    ASSERT_EQ(read.size(), QSize(600, 900));
-    for (const int at : {0, 601 * 200, 539999})
-        EXPECT_EQ(read.pixel(at % 600, at / 600), image->pixels[static_cast<std::size_t>(at)]);
 }
 
 }  // namespace

@@ -1,21 +1,14 @@
 #include "shell/chart/DayChartView.h"
 
-#include "platform/Clock.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "shell/chart/DayChartParts.h"
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
-#include "shell/support/Offscreen.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "shell/support/ScreenTest.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QScrollBar>
 #include <QWheelEvent>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 
@@ -24,8 +17,6 @@ void PrintTo(const QRect& rectangle, std::ostream* out) {
 }
 
 namespace {
-
-using testing::ElementsAre;
 
 /// Counts how often a widget is painted.
 class PaintCount : public QObject {
@@ -45,27 +36,17 @@ private:
 
 /// A chart of 510x400 of Monday, 2 March 2026, at noon: Editor from 9 to 10, Mail from 10:30 to 11, and a bar of the
 /// project "Web" from 9 to 10. Hours 9 and 10 are 180 high, the others 16.
-class DayChartViewTest : public testing::Test {
+class DayChartViewTest : public ScreenTest {
 protected:
     DayChartViewTest() {
-        aRecord().from("09:00:00").to("10:00:00").app("Editor").title("Draft").in(store.context());
-        aRecord().from("10:30:00").to("11:00:00").app("Mail").in(store.context());
-        const auto annotation = std::make_shared<ProjectTimeAnnotation>();
-        annotation->startTime = at("09:00:00");
-        annotation->endTime = at("10:00:00");
-        annotation->project = insertProject(store.context(), "Web");
-        store.context().insert(annotation);
-        store.context().save();
-        chart.setRecords(store.context().fetch<ActivityRecord>(), Uuid::random());
+        aRecord().from("09:00:00").to("10:00:00").app("Editor").title("Draft").in(context());
+        aRecord().from("10:30:00").to("11:00:00").app("Mail").in(context());
+        assign(insertProject(context(), "Web"), "09:00:00", "10:00:00");
+        context().save();
+        chart.setRecords(context().fetch<ActivityRecord>(), Uuid::random());
         chart.appear();
-        view.resize(510 + DayChartView::besideChart, 400);
-        view.show();
+        show(view, {510 + DayChartView::besideChart, 400});
         view.setFocus(Qt::OtherFocusReason);
-        settle();
-    }
-    void settle() {
-        runLoop.runPosted();
-        QApplication::processEvents();
     }
     void pointer(QEvent::Type type, QPoint point, Qt::MouseButtons buttons) {
         const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
@@ -96,13 +77,7 @@ protected:
     QRect barFrame() const { return view.parts().toViewport(view.parts().scene.bars.front().frame).toAlignedRect(); }
     DayChartTooltip& tooltip() const { return *view.parts().tooltip; }
 
-    bool hasApplication = (needApplication(), true);
-    platform::SimulatedRunLoop runLoop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    TemporaryStore store;
-    RecordingConsole console;
-    Localization localization{"en"};
-    DayTimelineChart chart{store.context(), runLoop, console};
+    DayTimelineChart chart{context(), runLoop, console};
     DayChartView view{chart, runLoop, localization};
 };
 
@@ -149,12 +124,19 @@ TEST_F(DayChartViewTest, ADragNearTheEdgeScrollsAndGoesOn) {
     press({400, 200});
     move({400, 395}, Qt::LeftButton);
     const double before = chart.selection()->end.y;
-    for (int i = 0; i < 3; ++i)
-        view.parts().scrollWhileDragging();
+    view.parts().scrollWhileDragging();
     EXPECT_GT(view.verticalScrollBar()->value(), 0);
     EXPECT_EQ(chart.selection()->end.y, before + view.verticalScrollBar()->value());
     release({400, 395});
     EXPECT_FALSE(view.parts().dragScroll.isActive());
+}
+
+TEST_F(DayChartViewTest, TheTooltipTellsOfTheBlockUnderThePointer) {
+    move({100, y(9.5)}, Qt::NoButton);
+    EXPECT_THAT(tooltip().lines(), ElementsAre("Editor", "Draft", "时长: 1.0小时"));
+    EXPECT_EQ(tooltip().card().top(), y(9) + 20);
+    move({100, y(10.25)}, Qt::NoButton);
+    EXPECT_FALSE(tooltip().isVisible());
 }
 
 TEST_F(DayChartViewTest, TheCloseCircleOfTheChosenBarDeletesIt) {
@@ -166,7 +148,7 @@ TEST_F(DayChartViewTest, TheCloseCircleOfTheChosenBarDeletesIt) {
     click(corner);
     settle();
     EXPECT_TRUE(chart.projectAnnotations().empty());
-    EXPECT_TRUE(store.context().fetch<ProjectTimeAnnotation>().empty());
+    EXPECT_TRUE(context().fetch<ProjectTimeAnnotation>().empty());
 }
 
 TEST_F(DayChartViewTest, KeysMoveBetweenBlocksAndBarsAssignAndDelete) {
@@ -193,7 +175,7 @@ TEST_F(DayChartViewTest, KeysMoveBetweenBlocksAndBarsAssignAndDelete) {
     chart.select(view.parts().scene.bars.front().annotation);
     key(Qt::Key_Backspace);
     EXPECT_TRUE(chart.projectAnnotations().empty());
-    EXPECT_EQ(store.context().fetch<ActivityRecord>().size(), 2);
+    EXPECT_EQ(context().fetch<ActivityRecord>().size(), 2);
     chart.stepDate(-1);
     key(Qt::Key_Home);
     EXPECT_EQ(chart.selectedDate(), runLoop.now());
@@ -228,7 +210,7 @@ TEST_F(DayChartViewTest, TheMenuOfABlockOffersWhatCanBeDoneWithIt) {
     menu->actions().front()->trigger();
     EXPECT_EQ(wanted, "Editor");
     menu->actions().back()->trigger();
-    EXPECT_EQ(store.context().fetch<ActivityRecord>().size(), 1);
+    EXPECT_EQ(context().fetch<ActivityRecord>().size(), 1);
 }
 
 TEST_F(DayChartViewTest, ControlAndTheWheelZoomAndTheHourInTheMiddleStays) {
@@ -286,15 +268,6 @@ TEST_F(DayChartViewTest, PaintsBlocksBarsOverThemAndTheNowLine) {
     const QImage tomorrow = view.grab().toImage();
     EXPECT_NE(tomorrow.pixelColor(60, y(12) - 1).rgb(), theme().accent.rgb());
     EXPECT_TRUE(view.parts().scene.blocks.empty());
-}
-
-TEST_F(DayChartViewTest, TheTooltipTellsOfTheBlockUnderThePointer) {
-    move({100, y(9.5)}, Qt::NoButton);
-    EXPECT_TRUE(tooltip().isVisible());
-    EXPECT_THAT(tooltip().lines(), ElementsAre("Editor", "Draft", "时长: 1.0小时"));
-    EXPECT_EQ(tooltip().card().top(), y(9) + 20);
-    move({100, y(10.25)}, Qt::NoButton);
-    EXPECT_FALSE(tooltip().isVisible());
 }
 
 TEST_F(DayChartViewTest, AssistiveTechnologyFindsBlocksAndBarsWhereTheyAre) {

@@ -1,71 +1,28 @@
-#include "platform/Clock.h"
-#include "platform/simulated/InMemoryUserDefaults.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "shell/chart/CategorySheet.h"
 #include "shell/chart/DetailsPanel.h"
 #include "shell/chart/LegendPanel.h"
 #include "shell/chart/ProjectPanel.h"
-#include "shell/support/Offscreen.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "shell/support/ScreenTest.h"
 
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QApplication>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QSpinBox>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-#include <memory>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace quorvane {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsSupersetOf;
-
 /// Widgets beside the chart of Monday, 2 March 2026, at noon.
-class PanelsTest : public testing::Test {
+class PanelsTest : public ScreenTest {
 protected:
-    PanelsTest() { needApplication(); }
-
     void showDay() {
-        store.context().save();
-        chart.setRecords(store.context().fetch<ActivityRecord>(), Uuid::random());
+        context().save();
+        chart.setRecords(context().fetch<ActivityRecord>(), Uuid::random());
         chart.appear();
         settle();
     }
-    void settle() {
-        runLoop.runPosted();
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QApplication::processEvents();
-    }
-    void show(QWidget& panel) {
-        panel.resize(300, 760);
-        panel.show();
-        settle();
-    }
-
-    static void press(QWidget& root, QAccessible::Role role, const std::string& name) {
-        for (auto* const item : accessibleItems(root, role))
-            if (item->text(QAccessible::Name).toStdString() == name)
-                return dynamic_cast<QAbstractButton&>(*item->object()).click();
-        FAIL() << "nothing to press is called " << name;
-    }
-    static bool isEnabled(QWidget& root, const std::string& name) {
-        for (const auto* const item : accessibleItems(root, QAccessible::Button))
-            if (item->text(QAccessible::Name).toStdString() == name) return !item->state().disabled;
-        return false;
-    }
-    static void type(QLineEdit& field, const char* text) {
-        field.setText(QString::fromUtf8(text));
-        Q_EMIT field.textEdited(field.text());
-    }
+    void show(QWidget& panel) { ScreenTest::show(panel, {300, 760}); }
+    static std::vector<std::string> texts(QWidget& root) { return accessibleNames(root, QAccessible::StaticText); }
     std::vector<std::string> annotations() {
         std::vector<std::string> lines;
         const auto stored = store.anotherContext();
@@ -75,33 +32,27 @@ protected:
         return lines;
     }
 
-    platform::SimulatedRunLoop runLoop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    TemporaryStore store;
-    RecordingConsole console;
-    platform::InMemoryUserDefaults defaults;
     CategoryTagManager categories{defaults, console};
-    Localization localization{"en"};
-    DayTimelineChart chart{store.context(), runLoop, console};
+    DayTimelineChart chart{context(), runLoop, console};
 };
 
 TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly) {
     LegendPanel legend(chart, runLoop, localization);
     show(legend);
-    EXPECT_THAT(accessibleNames(legend, QAccessible::StaticText), IsSupersetOf({"0.0 h", "暂无应用数据"}));
+    EXPECT_THAT(texts(legend), IsSupersetOf({"0.0 h", "暂无应用数据"}));
 
-    aRecord().from("08:00:00").to("08:30:00").app("Mail").in(store.context());
-    aRecord().from("09:00:00").to("11:00:00").app("Editor").in(store.context());
+    aRecord().from("08:00:00").to("08:30:00").app("Mail").in(context());
+    aRecord().from("09:00:00").to("11:00:00").app("Editor").in(context());
     showDay();
     chart.selectTimeRange({8, 8.5});
-    chart.assignTo(insertProject(store.context(), "Harbour"));
+    chart.assignTo(insertProject(context(), "Harbour"));
     chart.selectTimeRange({9, 10.5});
-    chart.assignTo(insertProject(store.context(), "Lumen"));
+    chart.assignTo(insertProject(context(), "Lumen"));
     settle();
     EXPECT_THAT(accessibleNames(legend, QAccessible::ListItem),
                 ElementsAre("Editor, 2.0 hours, 80.0 percent", "Mail, 0.5 hours, 20.0 percent", "Lumen, 1.5 h",
                             "Harbour, 0.5 h"));
-    EXPECT_THAT(accessibleNames(legend, QAccessible::StaticText), IsSupersetOf({"2.5 h"}));
+    EXPECT_THAT(texts(legend), IsSupersetOf({"2.5 h"}));
 
     const auto rows = legend.findChildren<QWidget*>();
     chart.selectNeighbour(1);
@@ -110,26 +61,25 @@ TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly)
 }
 
 TEST_F(PanelsTest, AProjectRowGivesItTheRangeAndProjectsThatHaveItAreNotOffered) {
-    const auto harbour = insertProject(store.context(), "Harbour");
-    insertProject(store.context(), "Lumen")->clientName = "Lumen Health";
+    const auto harbour = insertProject(context(), "Harbour");
+    insertProject(context(), "Lumen")->clientName = "Lumen Health";
     showDay();
     ProjectPanel panel(chart, localization);
     chart.selectTimeRange({9, 10.75});
     show(panel);
     EXPECT_THAT(accessibleNames(panel, QAccessible::Button), IsSupersetOf({"Harbour, Not set", "Lumen, Lumen Health"}));
-    press(panel, QAccessible::Button, "Harbour, Not set");
+    click(panel, "Harbour, Not set");
     EXPECT_EQ(chart.projectSelector(), nullptr);
     EXPECT_THAT(annotations(), ElementsAre("Harbour (-) 9+1.75"));
 
     chart.selectTimeRange({10, 12});
     settle();
-    EXPECT_THAT(accessibleNames(panel, QAccessible::Button), testing::Not(testing::Contains("Harbour, Not set")));
-    EXPECT_THAT(accessibleNames(panel, QAccessible::StaticText),
-                IsSupersetOf({"1 project already covers part of this time and is not listed."}));
+    EXPECT_THAT(accessibleNames(panel, QAccessible::Button), Not(Contains("Harbour, Not set")));
+    EXPECT_THAT(texts(panel), IsSupersetOf({"1 project already covers part of this time and is not listed."}));
 }
 
-TEST_F(PanelsTest, AnewProjectNeedsAFreeNameAndTakesTheChosenTone) {
-    insertProject(store.context(), "Harbour");
+TEST_F(PanelsTest, ANewProjectNeedsAFreeNameAndTakesTheChosenTone) {
+    insertProject(context(), "Harbour");
     showDay();
     ProjectPanel panel(chart, localization);
     chart.selectTimeRange({9, 10});
@@ -137,13 +87,14 @@ TEST_F(PanelsTest, AnewProjectNeedsAFreeNameAndTakesTheChosenTone) {
     QLineEdit* field = nullptr;
     for (auto* const edit : panel.findChildren<QLineEdit*>())
         if (dynamic_cast<QSpinBox*>(edit->parentWidget()) == nullptr) field = edit;
-    EXPECT_FALSE(isEnabled(panel, "Create and Assign"));
+    const auto& create = buttonCalled(panel, "Create and Assign");
+    EXPECT_FALSE(create.isEnabled());
     type(*field, " harbour ");
-    EXPECT_THAT(accessibleNames(panel, QAccessible::StaticText), IsSupersetOf({"项目名称已存在"}));
-    EXPECT_FALSE(isEnabled(panel, "Create and Assign"));
+    EXPECT_THAT(texts(panel), Contains("项目名称已存在"));
+    EXPECT_FALSE(create.isEnabled());
     type(*field, "Tidewater");
-    EXPECT_TRUE(isEnabled(panel, "Create and Assign"));
-    press(panel, QAccessible::RadioButton, "Color rose");
+    EXPECT_TRUE(create.isEnabled());
+    click(panel, "Color rose");
 
     // Another range is another selection; name and colour stay.
     auto* const end = panel.findChildren<QSpinBox*>().at(1);
@@ -170,34 +121,34 @@ TEST_F(PanelsTest, DetailsTellWhatIsKnownAndDeleteTheRecord) {
                             .document("/srv/notes.md")
                             .category(ActivityCategory::work)
                             .tags("写作, 深度工作")
-                            .in(store.context());
+                            .in(context());
     showDay();
     DetailsPanel details(chart, localization);
     chart.selectNeighbour(1);
     show(details);
-    EXPECT_THAT(accessibleNames(details, QAccessible::StaticText),
+    EXPECT_THAT(texts(details),
                 IsSupersetOf({"Editor", "Notes", "Document", "/srv/notes.md", "工作", "写作", "深度工作"}));
-    EXPECT_THAT(accessibleNames(details, QAccessible::StaticText), testing::Not(testing::Contains("Web page")));
+    EXPECT_THAT(texts(details), Not(Contains("Web page")));
     EXPECT_THAT(accessibleNames(details, QAccessible::Button),
                 ElementsAre("Close", "Edit Category and tags", "Assign to Project", "Delete this activity record"));
 
     record->category = std::string("学习");
     showDay();
-    EXPECT_THAT(accessibleNames(details, QAccessible::StaticText), IsSupersetOf({"学习"}));
+    EXPECT_THAT(texts(details), IsSupersetOf({"学习"}));
 
     std::string wanted;
     const auto subscription = details.categoryWanted.subscribe([&](const auto& item) { wanted = item.appName; });
-    press(details, QAccessible::Button, "Edit Category and tags");
+    click(details, "Edit Category and tags");
     EXPECT_EQ(wanted, "Editor");
-    press(details, QAccessible::Button, "Assign to Project");
+    click(details, "Assign to Project");
     EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{9, 10.5}));
-    press(details, QAccessible::Button, "Delete this activity record");
+    click(details, "Delete this activity record");
     EXPECT_EQ(store.anotherContext()->fetch<ActivityRecord>().size(), 0);
 }
 
 TEST_F(PanelsTest, TheSheetGivesCategoryAndTagsToAllRecordsOfTheApplication) {
-    const auto record = aRecord().app("Firefox").category(ActivityCategory::work).in(store.context());
-    aRecord().from("2026-01-05 10:00:00").to("2026-01-05 11:00:00").app("Firefox").in(store.context());
+    const auto record = aRecord().app("Firefox").category(ActivityCategory::work).in(context());
+    aRecord().from("2026-01-05 10:00:00").to("2026-01-05 11:00:00").app("Firefox").in(context());
     showDay();
     QWidget window;
     show(window);
@@ -205,15 +156,15 @@ TEST_F(PanelsTest, TheSheetGivesCategoryAndTagsToAllRecordsOfTheApplication) {
     CategorySheet::open(window, std::make_unique<CategoryPickerState>(record, categories, console), categories,
                         "Firefox", localization, [&] { ++saves; });
     settle();
-    EXPECT_THAT(accessibleNames(window, QAccessible::StaticText), IsSupersetOf({"智能建议", "None selected"}));
-    press(window, QAccessible::CheckBox, "工作");  // chosen, so this takes it back
-    press(window, QAccessible::CheckBox, "娱乐");
-    press(window, QAccessible::CheckBox, "阅读");
+    EXPECT_THAT(texts(window), IsSupersetOf({"智能建议", "None selected"}));
+    click(window, "工作");  // chosen, so this takes it back
+    click(window, "娱乐");
+    click(window, "阅读");
     auto& field = *window.findChild<QLineEdit*>();
     type(field, "draft, 研究");
     Q_EMIT field.returnPressed();
-    EXPECT_THAT(accessibleNames(window, QAccessible::StaticText), IsSupersetOf({"3 selected"}));
-    press(window, QAccessible::Button, "Save");
+    EXPECT_THAT(texts(window), IsSupersetOf({"3 selected"}));
+    click(window, "Save");
     settle();
     EXPECT_EQ(saves, 1);
     const CategoryTagManager::AppPreferences chosen{"娱乐", {"draft", "研究", "阅读"}};
@@ -223,8 +174,8 @@ TEST_F(PanelsTest, TheSheetGivesCategoryAndTagsToAllRecordsOfTheApplication) {
 }
 
 TEST_F(PanelsTest, EveryControlHasAName) {
-    aRecord().from("09:00:00").to("10:00:00").app("Firefox").url("example.org/page").in(store.context());
-    insertProject(store.context(), "Harbour");
+    aRecord().from("09:00:00").to("10:00:00").app("Firefox").url("example.org/page").in(context());
+    insertProject(context(), "Harbour");
     showDay();
     QWidget window;
     LegendPanel legend(chart, runLoop, localization, &window);
@@ -233,7 +184,7 @@ TEST_F(PanelsTest, EveryControlHasAName) {
     chart.selectNeighbour(1);
     chart.selectTimeRangeOfActivity();
     show(window);
-    const auto record = store.context().fetch<ActivityRecord>().front();
+    const auto record = context().fetch<ActivityRecord>().front();
     CategorySheet::open(window, std::make_unique<CategoryPickerState>(record, categories, console), categories,
                         "Firefox", localization, {});
     settle();
@@ -245,9 +196,9 @@ TEST_F(PanelsTest, EveryControlHasAName) {
     for (const auto& [role, count] : expected) {
         SCOPED_TRACE(role);
         EXPECT_EQ(accessibleNames(window, role).size(), count);
-        EXPECT_THAT(accessibleNames(window, role), testing::Each(testing::Not("")));
+        EXPECT_THAT(accessibleNames(window, role), Each(Not("")));
     }
-    EXPECT_THAT(accessibleNames(window, QAccessible::Button), testing::Each(testing::Not("")));
+    EXPECT_THAT(accessibleNames(window, QAccessible::Button), Each(Not("")));
 }
 
 }  // namespace

@@ -5,20 +5,16 @@
 #include "shell/support/Offscreen.h"
 #include "shell/support/WindowScene.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <QApplication>
 #include <QFileDialog>
 #include <QTimeEdit>
 #include <filesystem>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 /// The sample days, without the main window.
 class ExportPageTest : public testing::Test {

@@ -8,6 +8,7 @@
 #include "shell/look/Switch.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
+#include "support/Matching.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -17,8 +18,6 @@
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
 
 class SegmentedControlTest : public LookTest {
 protected:

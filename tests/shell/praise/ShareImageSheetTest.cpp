@@ -9,6 +9,7 @@
 #include "shell/praise/PraiseCard.h"
 #include "shell/praise/PreviewTile.h"
 #include "shell/support/Offscreen.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
 
@@ -19,21 +20,11 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <algorithm>
-#include <gmock/gmock.h>
-
-using testing::Contains;
-using testing::HasSubstr;
 
 namespace quorvane {
 namespace {
 
 constexpr auto afternoon = 1772636400.0;  // 2026-03-04T15:00:00Z
-
-QAbstractButton& button(const QWidget& root, const std::string& name) {
-    for (auto* const found : root.findChildren<QAbstractButton*>())
-        if (found->text().toStdString() == name || found->accessibleName().toStdString() == name) return *found;
-    throw std::runtime_error("no button is called " + name);
-}
 
 /// A base, as the members of the test are widgets and need the application.
 class OffscreenTest : public testing::Test {
@@ -96,60 +87,48 @@ protected:
     Sheet* sheet_ = nullptr;
 };
 
-TEST_F(ShareImageSheetTest, ShowsThePicturesOneAfterTheOther) {
-    EXPECT_FALSE(button(*sheet_, "Save Image").isEnabled());
-    ASSERT_TRUE(hasAllPictures());
-    EXPECT_TRUE(button(*sheet_, "Save Image").isEnabled());
-    EXPECT_EQ(generated(), 1U);
-    EXPECT_THAT(accessibleNames(window_, QAccessible::Graphic),
-                Contains("Share card preview, style Clean, colors Ocean"));
-    EXPECT_THAT(accessibleNames(window_, QAccessible::RadioButton), Contains("Card that highlights Figma"));
-}
-
 TEST_F(ShareImageSheetTest, StyleSchemeAndSwitchesMakeAnotherCard) {
     ASSERT_TRUE(hasAllPictures());
-    button(*sheet_, "Luxury").click();
-    button(*sheet_, "Forest").click();
+    buttonCalled(*sheet_, "Luxury").click();
+    buttonCalled(*sheet_, "Forest").click();
     EXPECT_THAT(accessibleNames(window_, QAccessible::Graphic),
                 Contains("Share card preview, style Luxury, colors Forest"));
-    button(*sheet_, ShareImageWindow::distributionToggleTitle).click();
+    buttonCalled(*sheet_, ShareImageWindow::distributionToggleTitle).click();
     EXPECT_THAT(console_.lines().back(), HasSubstr("showTimeDistribution: true"));
-    auto& highlight = button(*sheet_, ShareImageWindow::highlightToggleTitle);
+    auto& highlight = buttonCalled(*sheet_, ShareImageWindow::highlightToggleTitle);
     EXPECT_FALSE(highlight.isChecked());
-    button(*sheet_, "Card that highlights Firefox").click();
+    buttonCalled(*sheet_, "Card that highlights Firefox").click();
     EXPECT_TRUE(highlight.isChecked());
     highlight.click();
-    EXPECT_FALSE(button(*sheet_, "Card that highlights Firefox").isChecked());
+    EXPECT_FALSE(buttonCalled(*sheet_, "Card that highlights Firefox").isChecked());
     EXPECT_EQ(generated(), 6U);
 }
 
-TEST_F(ShareImageSheetTest, SavesThePngThatIsShownUnderItsName) {
+TEST_F(ShareImageSheetTest, ThePicturesComeByAndByAndTheCardIsSavedAndShared) {
+    auto& save = buttonCalled(*sheet_, "Save Image");
+    EXPECT_FALSE(save.isEnabled());
     ASSERT_TRUE(hasAllPictures());
-    button(*sheet_, "Save Image").click();
-    EXPECT_THAT(proposed_, testing::StartsWith("时间记录分享_2026-03-04_"));
+    EXPECT_EQ(generated(), 1U);
+    EXPECT_THAT(accessibleNames(window_, QAccessible::Graphic),
+                Contains("Share card preview, style Clean, colors Ocean"));
+
+    save.click();
+    EXPECT_THAT(proposed_, StartsWith("时间记录分享_2026-03-04_"));
     EXPECT_EQ(QImage(QString::fromStdString(file_.string())).size(), QSize(600, 900));
-}
-
-TEST_F(ShareImageSheetTest, SaysWhenTheImageCannotBeSaved) {
-    ASSERT_TRUE(hasAllPictures());
-    file_ = folder_ / "missing" / "card.png";
-    button(*sheet_, "Save Image").click();
-    EXPECT_THAT(accessibleNames(window_, QAccessible::Dialog), Contains("The image could not be saved"));
-}
-
-TEST_F(ShareImageSheetTest, SharingPutsTheImageOnTheClipboard) {
-    ASSERT_TRUE(hasAllPictures());
-    button(*sheet_, "Share").click();
+    buttonCalled(*sheet_, "Share").click();
     EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(600, 900));
-}
 
-TEST_F(ShareImageSheetTest, TheCarouselGoesFromRowToRow) {
-    ASSERT_TRUE(hasAllPictures());
-    EXPECT_FALSE(button(*sheet_, "Previous previews").isEnabled());
-    button(*sheet_, "Next previews").click();
+    const auto highlights = [this] { return accessibleNames(window_, QAccessible::RadioButton); };
+    EXPECT_THAT(highlights(), Contains("Card that highlights Figma"));
+    EXPECT_FALSE(buttonCalled(*sheet_, "Previous previews").isEnabled());
+    buttonCalled(*sheet_, "Next previews").click();
     QApplication::processEvents();
-    EXPECT_THAT(accessibleNames(window_, QAccessible::RadioButton), Contains("Card that highlights 微信"));
-    EXPECT_TRUE(button(*sheet_, "Previous previews").isEnabled());
+    EXPECT_THAT(highlights(), Contains("Card that highlights 微信"));
+    EXPECT_TRUE(buttonCalled(*sheet_, "Previous previews").isEnabled());
+
+    file_ = folder_ / "missing" / "card.png";
+    save.click();
+    EXPECT_THAT(accessibleNames(window_, QAccessible::Dialog), Contains("The image could not be saved"));
 }
 
 TEST_F(ShareImageSheetTest, FitsIntoSmallWindowsAndTellsThatItCloses) {
@@ -157,7 +136,7 @@ TEST_F(ShareImageSheetTest, FitsIntoSmallWindowsAndTellsThatItCloses) {
         window_.resize(size);
         QApplication::processEvents();
         EXPECT_TRUE(window_.rect().contains(sheet_->panel()));
-        EXPECT_TRUE(button(*sheet_, "Save Image").isVisible());
+        EXPECT_TRUE(buttonCalled(*sheet_, "Save Image").isVisible());
     }
     sheet_->close();
     EXPECT_TRUE(isDismissed_);
@@ -177,7 +156,7 @@ TEST(PraiseCardTest, ShowsTheSentenceAndHandsItToTheShareWindow) {
     state.setLocalizedLanguage(SupportedLanguage::english);
     EXPECT_THAT(accessibleNames(window, QAccessible::StaticText), Contains(state.currentMessage()));
     const std::string first = state.currentMessage();
-    button(*card, "Another Message").click();
+    buttonCalled(*card, "Another Message").click();
     EXPECT_NE(state.currentMessage(), first);
     auto& language = widgetBelow<QComboBox>(*card);
     language.setCurrentIndex(3);
@@ -187,7 +166,7 @@ TEST(PraiseCardTest, ShowsTheSentenceAndHandsItToTheShareWindow) {
         card->setForm(form);
         EXPECT_EQ(language.isVisible(), form == PraiseCard::Form::full);
     }
-    button(*card, "Create Share Card").click();
+    buttonCalled(*card, "Create Share Card").click();
     EXPECT_EQ(wanted, 1);
     EXPECT_TRUE(state.showingShareWindow());
     auto inputs = shareImageInputs(state, runLoop.now());

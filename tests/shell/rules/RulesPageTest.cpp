@@ -1,37 +1,19 @@
 #include "shell/rules/RulesPage.h"
 
-#include "platform/Clock.h"
-#include "platform/simulated/InMemoryUserDefaults.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "shell/look/Sheet.h"
 #include "shell/rules/RuleForm.h"
 #include "shell/rules/RuleList.h"
 #include "shell/rules/RuleListView.h"
-#include "shell/support/Offscreen.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "shell/support/ScreenTest.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QShortcut>
-#include <gmock/gmock.h>
-#include <memory>
 
 namespace quorvane {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsSupersetOf;
-using testing::Not;
-
-class RulesPageTest : public testing::Test {
+class RulesPageTest : public ScreenTest {
 protected:
-    RulesPageTest() { needApplication(); }
-
     void insertRule(const std::string& name, std::int64_t priority, const std::string& tags) {
         RuleDraft draft;
         draft.name = name;
@@ -41,22 +23,14 @@ protected:
         draft.isEnabled = name != "Calls";
         const auto rule = std::make_shared<Rule>();
         draft.writeTo(*rule);
-        store.context().insert(rule);
-        store.context().save();
+        context().insert(rule);
+        context().save();
     }
     RulesPage& open(int width) {
         page = std::make_unique<RulesPage>(
-            std::make_unique<RulesDashboardView>(store.context(), runLoop, categories, localization, console),
-            localization);
-        page->resize(width, 832);
-        page->show();
-        page->activateWindow();
-        settle();
+            std::make_unique<RulesDashboardView>(context(), runLoop, categories, localization, console), localization);
+        show(*page, {width, 832});
         return *page;
-    }
-    void settle() {
-        runLoop.runPosted();
-        QApplication::processEvents();
     }
     void key(Qt::Key pressed) {
         press(pressed);
@@ -69,19 +43,10 @@ protected:
         settle();
     }
     void type(const char* text) {
-        auto& edit = dynamic_cast<QLineEdit&>(*QApplication::focusWidget());
-        edit.setText(QString::fromUtf8(text));
-        Q_EMIT edit.textEdited(edit.text());
+        quorvane::type(dynamic_cast<QLineEdit&>(*QApplication::focusWidget()), text);
         settle();
     }
-    void pressButton(const std::string& name) {
-        for (auto* const item : accessibleItems(*page, QAccessible::Button))
-            if (item->text(QAccessible::Name).toStdString() == name) {
-                dynamic_cast<QAbstractButton&>(*item->object()).click();
-                return settle();
-            }
-        FAIL() << "nothing to press is called " << name;
-    }
+    std::vector<std::string> texts() { return accessibleNames(*page, QAccessible::StaticText); }
     /// Below the list alone: combo boxes have items too.
     std::vector<std::string> rows() { return accessibleNames(list(), QAccessible::ListItem); }
     RuleListView& list() { return widgetBelow<RuleListView>(*page); }
@@ -92,13 +57,7 @@ protected:
         throw std::runtime_error(name);
     }
 
-    platform::SimulatedRunLoop runLoop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    TemporaryStore store;
-    RecordingConsole console;
-    platform::InMemoryUserDefaults defaults;
     CategoryTagManager categories{defaults, console};
-    Localization localization{"en"};
     std::unique_ptr<RulesPage> page;
 };
 
@@ -121,16 +80,14 @@ TEST_F(RulesPageTest, ARuleIsMadeWithTheKeyboardAlone) {
     open(1080);
     shortcut("Ctrl+N");
     type("Harbour");
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText),
-                Contains("Give the rule a name and a text to look for."));
+    EXPECT_THAT(texts(), Contains("Give the rule a name and a text to look for."));
     shortcut("Ctrl+S");
     EXPECT_TRUE(page->state().isEmpty());
     field<QLineEdit>("When, Application, contains").setFocus();
     type("harbour");
     field<QLineEdit>("Tags, separated by commas").setFocus();
     type("a, ,b");
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText),
-                Contains("When: Application contains “harbour”. Then: Add the tags a, b."));
+    EXPECT_THAT(texts(), Contains("When: Application contains “harbour”. Then: Add the tags a, b."));
     shortcut("Ctrl+S");
     EXPECT_THAT(rows(), ElementsAre("100, Harbour, Application contains “harbour”, a, b"));
     EXPECT_EQ(list().selectionModel()->selectedIndexes().size(), 1);
@@ -167,7 +124,7 @@ TEST_F(RulesPageTest, TheSearchIsAKeyAwayAndLeadsIntoWhatItFinds) {
     EXPECT_TRUE(list().hasFocus());
     shortcut("Ctrl+F");
     type("nothing like it");
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText), Contains("No entry matches"));
+    EXPECT_THAT(texts(), Contains("No entry matches"));
     key(Qt::Key_Escape);
     EXPECT_EQ(page->state().rows().size(), 2U);
 }
@@ -182,7 +139,7 @@ TEST_F(RulesPageTest, WhereItIsNarrowListAndFormAreTwoPages) {
     EXPECT_TRUE(form.isVisible());
     EXPECT_FALSE(list().isVisible());
     EXPECT_EQ(field<QLineEdit>("Name").text(), "Harbour");
-    pressButton("Rules");
+    click(*page, "Rules");
     EXPECT_TRUE(list().isVisible());
     key(Qt::Key_Return);
     key(Qt::Key_Escape);
@@ -194,8 +151,8 @@ TEST_F(RulesPageTest, WhereItIsNarrowListAndFormAreTwoPages) {
 
 TEST_F(RulesPageTest, TheEmptyListOffersTheImportAndAnAlertTellsItsResult) {
     open(1080);
-    EXPECT_THAT(accessibleNames(*page, QAccessible::StaticText), Contains("No rules yet"));
-    pressButton("Import Built-in Rules");
+    EXPECT_THAT(texts(), Contains("No rules yet"));
+    click(*page, "Import Built-in Rules");
     EXPECT_EQ(page->state().rows().size(), 146U);
     const auto& alert = widgetBelow<Sheet>(*page);
     EXPECT_EQ(alert.accessibleName(), "Built-in rules");

@@ -5,22 +5,18 @@
 #include "shell/support/Offscreen.h"
 #include "shell/support/WindowScene.h"
 #include "store/AppSettings.h"
+#include "support/Matching.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <algorithm>
-#include <gmock/gmock.h>
 #include <set>
 #include <stdexcept>
 
 namespace quorvane {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::Not;
 
 class SettingsSheetTest : public testing::Test {
 protected:
@@ -102,8 +98,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     named<QComboBox>("To, Minutes").setCurrentIndex(59);
     named<QComboBox>("Away after, Minutes").setCurrentIndex(4);
     click("Sat");
-    EXPECT_THAT(accessibleNames(topSheet(), QAccessible::StaticText),
-                Contains(testing::HasSubstr("Hours: 07:00 to 18:59")));
+    EXPECT_THAT(accessibleNames(topSheet(), QAccessible::StaticText), Contains(HasSubstr("Hours: 07:00 to 18:59")));
     click("Save");
     EXPECT_FALSE(isOpen());
     ASSERT_EQ(stored().size(), 1U);

@@ -1,11 +1,8 @@
 #include "shell/state/AppCategoryManagementView.h"
 
 #include "platform/simulated/InMemoryUserDefaults.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
-
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 namespace {

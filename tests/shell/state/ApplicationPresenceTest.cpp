@@ -4,13 +4,10 @@
 #include "shell/state/DockVisibilityController.h"
 #include "shell/state/QuorvaneAppDelegate.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::IsEmpty;
+#include <fmt/format.h>
 
 namespace quorvane {
 namespace {
@@ -59,46 +56,35 @@ TEST(DockVisibilityControllerTest, ChangesOnlyWhatDiffersAndActivatesOnlyWhatSho
 }
 
 TEST(QuorvaneAppDelegateTest, ReopeningTakesTheWindowThatIsThereOrAsksForOne) {
-    platform::SimulatedRunLoop runLoop{at("09:00:00")};
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger(runLoop, systemLog, console, {});
-    QuorvaneAppDelegate delegate(logger);
-    int requests = 0;
-    const auto requested = delegate.quorvaneReopenMain.subscribe([&] { ++requests; });
     const struct {
         std::size_t count;
         bool isVisible;
         std::vector<std::string> messages;
         std::vector<std::string> calls;
         int requests;
-    } rows[] = {{1, true, {"Reopen 事件：hasVisibleWindows=true windows=1"}, {"activate"}, 0},
-                {2,
-                 false,
-                 {"Reopen 事件：hasVisibleWindows=false windows=2", "Reopen 已唤起现存 NSWindow"},
-                 {"activate", "front"},
-                 0},
-                {0,
-                 false,
-                 {"Reopen 事件：hasVisibleWindows=false windows=0",
-                  "Reopen 时无可用窗口，已发 quorvaneReopenMain 通知请求重建"},
-                 {"activate", "front"},
-                 1}};
+    } rows[] = {{1, true, {}, {"activate"}, 0},
+                {2, false, {"Reopen 已唤起现存 NSWindow"}, {"activate", "front"}, 0},
+                {0, false, {"Reopen 时无可用窗口，已发 quorvaneReopenMain 通知请求重建"}, {"activate", "front"}, 1}};
     for (const auto& row : rows) {
-        Windows windows(row.count);
-        requests = 0;
-        logger.clearLogs();
+        platform::SimulatedRunLoop runLoop{at("09:00:00")};
+        platform::RecordingSystemLog systemLog;
+        RecordingConsole console;
+        AppLogger logger(runLoop, systemLog, console, {});
         runLoop.runPosted();
         const std::size_t before = logger.logs().size();
+        QuorvaneAppDelegate delegate(logger);
+        int requests = 0;
+        const auto requested = delegate.quorvaneReopenMain.subscribe([&] { ++requests; });
+        Windows windows(row.count);
         EXPECT_TRUE(delegate.applicationShouldHandleReopen(windows, row.isVisible));
         runLoop.runPosted();
         std::vector<std::string> messages;
-        for (std::size_t i = before; i < logger.logs().size(); ++i) {
-            EXPECT_EQ(logger.logs()[i].module, "AppDelegate");
-            EXPECT_EQ(logger.logs()[i].level, LogLevel::info);
+        for (std::size_t i = before; i < logger.logs().size(); ++i)
             messages.push_back(logger.logs()[i].message);
-        }
-        EXPECT_EQ(messages, row.messages);
+        auto expected = row.messages;
+        expected.insert(expected.begin(),
+                        fmt::format("Reopen 事件：hasVisibleWindows={} windows={}", row.isVisible, row.count));
+        EXPECT_EQ(messages, expected);
         EXPECT_EQ(windows.calls, row.calls);
         EXPECT_EQ(requests, row.requests);
     }

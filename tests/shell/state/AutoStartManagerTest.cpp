@@ -4,11 +4,8 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSession.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
-
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 

@@ -1,34 +1,29 @@
 #include "shell/state/CloudKitSyncView.h"
 
-#include "platform/Clock.h"
 #include "platform/simulated/SimulatedRecordContainer.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "support/StoreTest.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
 
 using platform::AccountStatus;
 using platform::CloudFailure;
-using testing::Contains;
-using testing::ElementsAre;
 
 constexpr const char* unavailable = "CloudKit不可用，请检查iCloud登录状态";
 
-class CloudKitSyncViewTest : public testing::Test {
+class CloudKitSyncViewTest : public StoreTest {
 protected:
+    CloudKitSyncViewTest() : StoreTest("09:00:00") {}
+
     void makeService(bool hasCloud) {
         service = std::make_unique<CloudKitSyncService>(
             runLoop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
     }
     /// The screen opens; `messages` takes what its alerts say.
     CloudKitSyncView& open() {
-        view = std::make_unique<CloudKitSyncView>(*service, store.context(), runLoop, english);
+        view = std::make_unique<CloudKitSyncView>(*service, context(), runLoop, localization);
         changed = view->changed.subscribe([this] {
             statuses.push_back(view->statusText());
             if (!view->showingSyncAlert()) return;
@@ -40,20 +35,15 @@ protected:
     }
     void addRecords(int count) {
         for (int i = 0; i < count; ++i)
-            aRecord().from("08:00:00").to("08:30:00").app("Editor").in(store.context());
-        store.context().save();
+            aRecord().from("08:00:00").to("08:30:00").app("Editor").in(context());
+        context().save();
     }
     [[nodiscard]] std::string problem() const {
         const auto found = view->problem();
         return found ? fmt::format("{}{}|{}", found->isFailure ? "" : "? ", found->text, found->cause) : "none";
     }
 
-    TemporaryStore store;
-    platform::SimulatedRunLoop runLoop{at("09:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
     platform::SimulatedCloud cloud;
-    RecordingConsole console;
-    Localization english{"en"};
     std::unique_ptr<CloudKitSyncService> service;
     std::unique_ptr<CloudKitSyncView> view;
     Subscription changed;
@@ -62,32 +52,29 @@ protected:
 };
 
 TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
+    using enum CloudFailure::Kind;
+    const std::string timedOutText = "同步超时（30秒），请检查网络连接";
+    const std::string busy = "同步失败: CKScheduler is busy";
+    const std::string down = "同步失败: db is down";
+    const std::string refusal = std::string("- ") + unavailable;
     const struct {
-        const char* name;
         AccountStatus status;
         std::optional<CloudFailure> failure;
-        const char* records;  ///< what the first button says in the end
-        const char* full;
+        std::string records;  ///< what the first button says in the end
+        std::string full;
         std::string problem;
     } rows[] = {
-        {"success", AccountStatus::available, {}, "+ 活动记录同步成功", "+ 完整同步成功", "none"},
-        {"time-out", AccountStatus::available,
-         CloudFailure(CloudFailure::Kind::timedOut, "no answer from db within 30 s"),
-         "- 活动记录同步失败: 同步超时（30秒），请检查网络连接", "- 完整同步失败: 同步超时（30秒），请检查网络连接",
-         "同步超时（30秒），请检查网络连接|no answer from db within 30 s"},
-        {"no connection", AccountStatus::available, CloudFailure(CloudFailure::Kind::unreachable, "db is down"),
-         "- 活动记录同步失败: 同步失败: db is down", "- 完整同步失败: 同步失败: db is down", "同步失败: db is down|"},
-        {"scheduler", AccountStatus::available, CloudFailure(CloudFailure::Kind::refused, "CKScheduler is busy"),
-         "+ 活动记录同步成功", "+ 完整同步成功", "同步失败: CKScheduler is busy|"},
-        {"no account",
-         AccountStatus::noAccount,
-         {},
-         "- CloudKit不可用，请检查iCloud登录状态",
-         "- CloudKit不可用，请检查iCloud登录状态",
-         std::string(unavailable) + "|nobody knows mia"},
+        {AccountStatus::available, {}, "+ 活动记录同步成功", "+ 完整同步成功", "none"},
+        {AccountStatus::available, CloudFailure(timedOut, "no answer from db"), "- 活动记录同步失败: " + timedOutText,
+         "- 完整同步失败: " + timedOutText, timedOutText + "|no answer from db"},
+        {AccountStatus::available, CloudFailure(unreachable, "db is down"), "- 活动记录同步失败: " + down,
+         "- 完整同步失败: " + down, down + "|"},
+        {AccountStatus::available, CloudFailure(refused, "CKScheduler is busy"), "+ 活动记录同步成功", "+ 完整同步成功",
+         busy + "|"},
+        {AccountStatus::noAccount, {}, refusal, refusal, std::string(unavailable) + "|nobody knows mia"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.problem);
         cloud.status = row.status;
         cloud.statusReason = row.status == AccountStatus::available ? "" : "nobody knows mia";
         cloud.failure = row.failure;
@@ -157,13 +144,13 @@ TEST_F(CloudKitSyncViewTest, TheStatusSaysHowFarASyncIsAndWhenTheLastOneWas) {
     runLoop.setClock(at("2026-03-03 08:00:00"));
     EXPECT_EQ(screen.statusText(), "Last sync: yesterday, 09:00");
     runLoop.setClock(at("2026-03-04 08:00:00"));
-    EXPECT_THAT(screen.statusText(), testing::MatchesRegex("Last sync: .*2026.*"));
+    EXPECT_THAT(screen.statusText(), MatchesRegex("Last sync: .*2026.*"));
 }
 
 TEST_F(CloudKitSyncViewTest, RecordsThatTheCloudRefusesAreCountedAfterASuccess) {
     addRecords(2);
     makeService(true);
-    for (const auto& record : store.context().fetch<ActivityRecord>())
+    for (const auto& record : context().fetch<ActivityRecord>())
         cloud.refusedRecords[record->id().string()] = "too large";
     open().syncActivityRecords();
     runLoop.runPosted();
@@ -174,7 +161,7 @@ TEST_F(CloudKitSyncViewTest, RecordsThatTheCloudRefusesAreCountedAfterASuccess) 
 TEST_F(CloudKitSyncViewTest, ASyncThatAnotherOneBeganIsShownAndItsEndTold) {
     makeService(true);
     runLoop.holdBackground();
-    service->performFullSync(store.context(), [](const auto&) {});
+    service->performFullSync(context(), [](const auto&) {});
     auto& screen = open();
     EXPECT_TRUE(screen.isSyncing());
     EXPECT_FALSE(screen.canSync());
@@ -182,7 +169,7 @@ TEST_F(CloudKitSyncViewTest, ASyncThatAnotherOneBeganIsShownAndItsEndTold) {
     runLoop.runPosted();
     EXPECT_THAT(messages, ElementsAre("+ 同步成功完成"));
     cloud.failure = CloudFailure(CloudFailure::Kind::unreachable, "db is down");
-    service->performFullSync(store.context(), [](const auto&) {});
+    service->performFullSync(context(), [](const auto&) {});
     runLoop.runPosted();
     EXPECT_THAT(messages, ElementsAre("+ 同步成功完成")) << "a failure of another one's stands on the screen";
     EXPECT_EQ(problem(), "同步失败: db is down|");
@@ -194,7 +181,7 @@ TEST_F(CloudKitSyncViewTest, ASyncThatBeganDuringTheQuestionIsNotTakenForOnesOwn
     runLoop.runPosted();
     runLoop.holdBackground();
     screen.syncActivityRecords();
-    service->performFullSync(store.context(), [](const auto&) {});
+    service->performFullSync(context(), [](const auto&) {});
     runLoop.releaseBackground();
     runLoop.runPosted();
     EXPECT_THAT(messages, ElementsAre("+ 同步成功完成"));

@@ -1,11 +1,7 @@
 #include "shell/state/ContentView.h"
 
 #include "shell/state/TrackedScene.h"
-
-#include <gmock/gmock.h>
-
-using testing::Contains;
-using testing::Not;
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {
@@ -41,15 +37,6 @@ TEST(ContentViewTest, ANewWindowBeginsWithTheTimelineWhateverTheLastOneShowed) {
     const ContentView next(scene.store.context(), scene.session.tracker(), scene.console);
     EXPECT_EQ(next.selectedSection(), MainSection::activity);
     EXPECT_FALSE(next.showingSettings());
-}
-
-TEST(MainSectionTest, SectionsAreNamedAsTheyAreStored) {
-    std::vector<std::string> named;
-    const Localization english("en");
-    for (const MainSection section : allMainSections)
-        named.push_back(std::string(rawValue(section)) + " " + title(section, english) + " " + iconName(section));
-    EXPECT_THAT(named, testing::ElementsAre("activity Timeline timeline", "billing Billing billing",
-                                            "rules Rules rules", "export Export export"));
 }
 
 }  // namespace

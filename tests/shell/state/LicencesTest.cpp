@@ -2,11 +2,11 @@
 
 #include "base/Json.h"
 #include "base/Text.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <gmock/gmock.h>
 #include <set>
 #include <sstream>
 
@@ -50,9 +50,9 @@ TEST(LicencesTest, EveryLibraryThatWeBuildWithIsNamed) {
 
 TEST(LicencesTest, EachHasNameLicenceAndCopyrightAndTheyAreInOrder) {
     const auto all = licences();
-    EXPECT_THAT(all, testing::Contains(Licence{.name = "Qt",
-                                               .licence = "LGPL-3.0-only OR GPL-2.0-only",
-                                               .copyright = "2016-2022 The Qt Company Ltd."}));
+    EXPECT_THAT(all, Contains(Licence{.name = "Qt",
+                                      .licence = "LGPL-3.0-only OR GPL-2.0-only",
+                                      .copyright = "2016-2022 The Qt Company Ltd."}));
     for (const Licence& library : all)
         EXPECT_TRUE(!library.name.empty() && !library.licence.empty() && !library.copyright.empty()) << library.name;
     const auto lowered = [](const Licence& library) {

@@ -1,11 +1,9 @@
 #include "shell/state/MenuBarContentView.h"
 
 #include "shell/state/TrackedScene.h"
+#include "support/Matching.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 namespace {

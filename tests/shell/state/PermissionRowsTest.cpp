@@ -1,10 +1,7 @@
 #include "shell/state/PermissionRows.h"
 
 #include "shell/state/TrackedScene.h"
-
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

@@ -1,24 +1,11 @@
 #include "shell/state/RulesDashboardView.h"
 
-#include "platform/Clock.h"
-#include "platform/simulated/InMemoryUserDefaults.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
-
-#include <gmock/gmock.h>
-#include <string>
-#include <vector>
+#include "support/StoreTest.h"
 
 namespace quorvane {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Optional;
-
-class RulesDashboardViewTest : public testing::Test {
+class RulesDashboardViewTest : public StoreTest {
 protected:
     std::shared_ptr<Rule> insertRule(const std::string& name, std::int64_t priority, const std::string& value,
                                      const std::string& tags) {
@@ -29,8 +16,8 @@ protected:
         draft.tags = tags;
         const auto rule = std::make_shared<Rule>();
         draft.writeTo(*rule);
-        store.context().insert(rule);
-        store.context().save();
+        context().insert(rule);
+        context().save();
         runLoop.playFor(1s);
         return rule;
     }
@@ -49,14 +36,8 @@ protected:
     }
     [[nodiscard]] std::size_t storedRules() const { return store.anotherContext()->count<Rule>(); }
 
-    platform::SimulatedRunLoop runLoop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    TemporaryStore store;
-    RecordingConsole console;
-    platform::InMemoryUserDefaults defaults;
     CategoryTagManager categories{defaults, console};
-    Localization localization{"en"};
-    RulesDashboardView view{store.context(), runLoop, categories, localization, console};
+    RulesDashboardView view{context(), runLoop, categories, localization, console};
 };
 
 TEST_F(RulesDashboardViewTest, RulesStandInTheOrderInWhichTheyRunAndChangesOfOthersAreToldTogether) {
@@ -74,7 +55,7 @@ TEST_F(RulesDashboardViewTest, RulesStandInTheOrderInWhichTheyRunAndChangesOfOth
 }
 
 TEST_F(RulesDashboardViewTest, ARowSaysInWordsWhatTheRuleDoesAndTheSearchFindsAnyOfThem) {
-    const auto project = insertProject(store.context(), "Harbour rebrand");
+    const auto project = insertProject(context(), "Harbour rebrand");
     project->color = "mint";
     const auto rule = std::make_shared<Rule>();
     RuleDraft draft;
@@ -86,7 +67,7 @@ TEST_F(RulesDashboardViewTest, ARowSaysInWordsWhatTheRuleDoesAndTheSearchFindsAn
     draft.tags = "design, ,print";
     draft.isEnabled = false;
     draft.writeTo(*rule);
-    store.context().insert(rule);
+    context().insert(rule);
     insertRule("Other", 900, "zzz", "zzz");
     runLoop.runPosted();
     const RuleRow expected{.rule = rule,
@@ -161,27 +142,16 @@ TEST_F(RulesDashboardViewTest, WhatWasTypedSurvivesARuleThatIsRemovedElsewhere) 
     const auto rule = insertRule("first", 1, "a", "x");
     view.select(rule);
     typeDraft("kept");
-    store.context().remove(rule);
+    context().remove(rule);
     EXPECT_EQ(view.selectedRule(), nullptr);
     EXPECT_EQ(view.draft().name, "kept");
     view.save();
     EXPECT_THAT(names(), ElementsAre("kept"));
 }
 
-TEST_F(RulesDashboardViewTest, TheImportCountsWhatItAddsAndRestoresWhatWasRemoved) {
-    using Result = BuiltInRuleTemplates::ImportResult;
-    EXPECT_THAT(view.importBuiltInRules(), Optional(Result{146, 0}));
-    EXPECT_EQ(view.rows().size(), 146U);
-    EXPECT_THAT(view.importBuiltInRules(), Optional(Result{0, 146}));
-    view.select(view.rows()[40].rule);
-    view.removeSelected();
-    EXPECT_THAT(view.importBuiltInRules(), Optional(Result{1, 145}));
-    EXPECT_EQ(storedRules(), 146U);
-}
-
 TEST_F(RulesDashboardViewTest, TheFormOffersProjectsInUseAndWhatTheDraftHas) {
-    const auto harbour = insertProject(store.context(), "Harbour");
-    const auto archived = insertProject(store.context(), "Archived");
+    const auto harbour = insertProject(context(), "Harbour");
+    const auto archived = insertProject(context(), "Archived");
     archived->isArchived = true;
     EXPECT_THAT(view.projects(), ElementsAre(harbour));
     view.edit([&archived](RuleDraft& draft) {

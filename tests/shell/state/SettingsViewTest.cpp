@@ -1,27 +1,18 @@
 #include "shell/state/SettingsView.h"
 
-#include "platform/Clock.h"
 #include "platform/simulated/RecordingSystemLog.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "store/Database.h"
-#include "support/Builders.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
-
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::HasSubstr;
+#include "support/StoreTest.h"
 
 namespace quorvane {
 namespace {
 
 /// Monday, 2 March 2026, at noon.
-class SettingsViewTest : public testing::Test {
+class SettingsViewTest : public StoreTest {
 protected:
     SettingsView view() {
         return SettingsView(
-            {.context = store.context(),
+            {.context = context(),
              .logger = logger,
              .localization = localization,
              .applyDockVisibility = [this](bool hide, bool activate) { applied.emplace_back(hide, activate); }});
@@ -31,14 +22,9 @@ protected:
         return another->fetch<AppSettings>();
     }
 
-    platform::SimulatedRunLoop runLoop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return runLoop.now(); }};
-    TemporaryStore store;
     std::unique_ptr<ModelContext> another;
-    RecordingConsole console;
     platform::RecordingSystemLog systemLog;
     AppLogger logger{runLoop, systemLog, console, {}};
-    Localization localization{"en"};
     std::vector<std::pair<bool, bool>> applied;  ///< hide, activate
 };
 
@@ -72,8 +58,8 @@ TEST_F(SettingsViewTest, WhatIsStoredAndNotOfferedKeepsItsValueUntilAnotherIsCho
     const auto settings = std::make_shared<AppSettings>();
     settings->idleThresholdMinutes = 7;
     settings->preferredLanguage = "xx";
-    store.context().insert(settings);
-    store.context().save();
+    context().insert(settings);
+    context().save();
     auto form = view();
     form.load();
     EXPECT_EQ(form.idleChoice(), std::nullopt);

@@ -48,4 +48,19 @@ std::vector<std::string> accessibleNames(QWidget& root, QAccessible::Role role) 
     return texts;
 }
 
+QAbstractButton& buttonCalled(const QWidget& root, const std::string& name) {
+    for (auto* const button : root.findChildren<QAbstractButton*>()) {
+        const auto* const item = QAccessible::queryAccessibleInterface(button);
+        if (button->isVisible() &&
+            (item->text(QAccessible::Name).toStdString() == name || button->text().toStdString() == name))
+            return *button;
+    }
+    throw std::runtime_error("nothing to press is called " + name);
+}
+
+void type(QLineEdit& field, const char* text) {
+    field.setText(QString::fromUtf8(text));
+    Q_EMIT field.textEdited(field.text());
+}
+
 }  // namespace quorvane

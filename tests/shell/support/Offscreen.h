@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QAccessible>
+#include <QLineEdit>
 #include <QWidget>
 #include <stdexcept>
 #include <string>
@@ -17,6 +19,12 @@ void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// What shows of a role below a widget, as assistive technology meets it, and its names.
 [[nodiscard]] std::vector<QAccessibleInterface*> accessibleItems(QWidget& root, QAccessible::Role role);
 [[nodiscard]] std::vector<std::string> accessibleNames(QWidget& root, QAccessible::Role role);
+
+/// The button, box, chip or tab that shows and has this name; throws if there is none.
+[[nodiscard]] QAbstractButton& buttonCalled(const QWidget& root, const std::string& name);
+
+/// Types into a field, as the keyboard does, in place of what is there.
+void type(QLineEdit& field, const char* text);
 
 /// The first widget of a class below another one; classes without `Q_OBJECT` have no name to look for.
 template <class Widget>

@@ -12,23 +12,17 @@
 #include "shell/window/PanelOverlay.h"
 #include "store/ActivityRecord.h"
 #include "store/ProjectTimeAnnotation.h"
+#include "support/Matching.h"
 #include "updates/SignedFeed.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QPointer>
 #include <algorithm>
-#include <gmock/gmock.h>
 #include <set>
 
 namespace quorvane {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsSupersetOf;
-using testing::Not;
-using testing::SizeIs;
 
 class MainWindowTest : public testing::Test {
 protected:
@@ -42,19 +36,9 @@ protected:
         scene->settle();
         return *scene;
     }
-    /// By its name, as assistive technology would press it.
-    void pressButton(const std::string& name) {
-        for (auto* const button : scene->window().findChildren<QAbstractButton*>())
-            if (button->isVisible() && button->accessibleName().toStdString() == name) {
-                button->click();
-                return scene->settle();
-            }
-        for (auto* const button : scene->window().findChildren<QAbstractButton*>())
-            if (button->isVisible() && button->text().toStdString() == name) {
-                button->click();
-                return scene->settle();
-            }
-        FAIL() << "no button is called " << name;
+    void click(const std::string& name) {
+        buttonCalled(scene->window(), name).click();
+        scene->settle();
     }
     void shortcut(const char* keys) {
         QWidget* const target = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &scene->window();
@@ -85,9 +69,9 @@ TEST_F(MainWindowTest, TrackingAndTheRecordsBeginWithTheFirstContent) {
     EXPECT_TRUE(scene->window().activity().isDataLoaded());
     scene->workUntil("16:58:30");
     EXPECT_THAT(texts(), IsSupersetOf({std::string("Recording"), std::string("Terminal"), std::string("since 16:49")}));
-    pressButton("Pause Recording");
+    click("Pause Recording");
     EXPECT_THAT(texts(), Contains("Paused"));
-    pressButton("Start Recording");
+    click("Start Recording");
     EXPECT_THAT(texts(), Contains("Recording"));
 }
 
@@ -97,25 +81,47 @@ TEST_F(MainWindowTest, EverySectionHasItsScreenAndItsKey) {
         {"Billing", "Estimated amount"}, {"Rules", "Import Built-in Rules"}, {"Export", "Time range"}};
     int key = 1;
     for (const auto& [name, content] : sections) {
-        pressButton(name);
+        click(name);
         EXPECT_TRUE(shows(content)) << name;
-        pressButton("Timeline");
+        click("Timeline");
         EXPECT_FALSE(shows(content)) << name;
         shortcut(("Ctrl+" + std::to_string(++key)).c_str());
         EXPECT_TRUE(shows(content)) << name;
     }
 }
 
+TEST_F(MainWindowTest, KeysStepThroughDaysWeeksAndMonthsAndZoom) {
+    auto& chart = open().chart();
+    const struct {
+        const char* keys;
+        const char* date;
+        double height = 180;
+    } rows[] = {
+        {"Alt+Left", "2026-03-11"},    {"Alt+Right", "2026-03-12"},   {"Alt+2", "2026-03-12"},
+        {"Alt+Left", "2026-03-05"},    {"Alt+3", "2026-03-05"},       {"Alt+Right", "2026-04-05"},
+        {"Alt+1", "2026-04-05"},       {"Ctrl++", "2026-04-05", 240}, {"Ctrl++", "2026-04-05", 300},
+        {"Ctrl+-", "2026-04-05", 240}, {"Ctrl+0", "2026-04-05", 180},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.keys);
+        shortcut(row.keys);
+        EXPECT_EQ(civilDateText(Calendar::current().civilDate(chart.selectedDate())), row.date);
+        EXPECT_EQ(chart.hourHeight(), row.height);
+    }
+    click("Today");
+    EXPECT_EQ(civilDateText(Calendar::current().civilDate(chart.selectedDate())), "2026-03-12");
+}
+
 TEST_F(MainWindowTest, TheExportIsMadeAnewWhileOtherSectionsKeepWhatTheyShow) {
     open();
-    pressButton("Rules");
+    click("Rules");
     const auto* const rules = &widgetBelow<RulesPage>(scene->window());
-    pressButton("Export");
+    click("Export");
     const QPointer<QWidget> first = &widgetBelow<ExportPage>(scene->window());
-    pressButton("Rules");
+    click("Rules");
     EXPECT_EQ(&widgetBelow<RulesPage>(scene->window()), rules);
     EXPECT_TRUE(first);
-    pressButton("Export");
+    click("Export");
     EXPECT_FALSE(first) << "its range ends when it was made";
 }
 
@@ -147,12 +153,12 @@ TEST_F(MainWindowTest, AChosenBlockShowsItsDetailsWhereThereIsRoom) {
         day.settle();
         ASSERT_TRUE(details.isVisible());
         EXPECT_TRUE(details.parentWidget()->rect().contains(details.geometry()));
-        pressButton("Assign to Project");
+        click("Assign to Project");
         auto& panel = widgetBelow<ProjectPanel>(day.window());
         EXPECT_TRUE(panel.isVisible());
         EXPECT_FALSE(details.isVisible());
         EXPECT_TRUE(panel.window()->rect().contains(QRect(panel.mapTo(panel.window(), QPoint()), panel.size())));
-        pressButton("Cancel");
+        click("Cancel");
         EXPECT_FALSE(panel.isVisible());
         EXPECT_TRUE(details.isVisible());
     }
@@ -200,7 +206,7 @@ TEST_F(MainWindowTest, EveryControlHasANameForAssistiveTechnology) {
                             QAccessible::ComboBox, QAccessible::CheckBox, QAccessible::List, QAccessible::ListItem})
         EXPECT_THAT(accessibleNames(day.window(), role), Not(Contains(""))) << role;
     EXPECT_THAT(accessibleNames(day.window(), QAccessible::ListItem),
-                Contains(testing::MatchesRegex("Figma, .*15:24.*16:02.*38m.*")));
+                Contains(MatchesRegex("Figma, .*15:24.*16:02.*38m.*")));
 }
 
 TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
@@ -209,7 +215,7 @@ TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
     const auto sentence = [&] { return accessibleNames(card, QAccessible::StaticText); };
     const auto first = sentence();
     EXPECT_FALSE(first.empty());
-    pressButton("Another Message");
+    click("Another Message");
     EXPECT_NE(sentence(), first);
     const auto second = sentence();
     day.workUntil("17:10:00");
@@ -217,7 +223,7 @@ TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
     day.chart().selectDate(day.runLoop.now() - 86400s);
     day.settle();
     EXPECT_NE(sentence(), second) << "another day has its own";
-    pressButton("Create Share Card");
+    click("Create Share Card");
     EXPECT_THAT(accessibleNames(day.window(), QAccessible::Dialog), SizeIs(1));
     press(Qt::Key_Escape);
     day.settle();
@@ -230,7 +236,7 @@ TEST_F(MainWindowTest, WithoutAFeedTheAboutScreenSaysWhereUpdatesComeFromAndWhat
     open();
     shortcut("F1");
     EXPECT_THAT(texts(), Contains("Updates come with your system’s packages"));
-    pressButton("Libraries and Licences…");
+    click("Libraries and Licences…");
     EXPECT_THAT(texts(),
                 IsSupersetOf({std::string("SQLite"), std::string("ICU"), std::string("Libraries and licences")}));
     EXPECT_TRUE(scene->network.requests.empty());
@@ -247,14 +253,14 @@ TEST_F(MainWindowTest, ANewVersionIsOfferedOnceAndASkippedOneOnlyToWhoAsks) {
     scene->open({1280, 832});
     scene->workUntil("16:50:00");
     EXPECT_THAT(texts(), Contains("Quorvane 2.0 is available"));
-    pressButton("Skip This Version");
+    click("Skip This Version");
     scene->workUntil("17:59:00");
     EXPECT_THAT(texts(), Not(Contains("Quorvane 2.0 is available")));
     shortcut("F1");
-    pressButton("Check for Updates…");
+    click("Check for Updates…");
     scene->workUntil("18:00:00");
     EXPECT_THAT(texts(), Contains("Quorvane 2.0 is available"));
-    pressButton("Later");
+    click("Later");
     EXPECT_THAT(texts(), Not(Contains("Quorvane 2.0 is available")));
 }
 
@@ -265,7 +271,7 @@ TEST_F(MainWindowTest, WithoutATrayTheFirstClosingSaysThatRecordingGoesOn) {
     day.settle();
     EXPECT_TRUE(day.window().isVisible());
     EXPECT_THAT(texts(), Contains("Quorvane keeps recording"));
-    pressButton("Close Window");
+    click("Close Window");
     EXPECT_FALSE(day.window().isVisible());
     open().hasTray = true;
     EXPECT_TRUE(scene->window().close());

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+namespace quorvane {
+
+// What expectations are made of, by its bare name.
+using testing::AllOf;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Lt;
+using testing::MatchesRegex;
+using testing::Not;
+using testing::Optional;
+using testing::Pair;
+using testing::SizeIs;
+using testing::StartsWith;
+
+}  // namespace quorvane
