@@ -35,8 +35,9 @@ void annotate(const CommandContext& context, const AnnotateOptions& options) {
     ModelContext store(context.open(StoreAccess::change));
     const auto project = objectById<Project>(store, options.project);
     LastLine line;
-    const auto outcome = createAnnotation(store, project, Calendar::current().date(*options.day),
-                                          DayTimelineGeometry::magnetizedRange(options.fromHour, options.toHour), line);
+    const auto range = chosenRange(DayTimelineGeometry::magnetizedRange(options.fromHour, options.toHour),
+                                   Calendar::current().date(*options.day));
+    const auto outcome = createAnnotation(store, project, range, line);
     if (outcome != AssignmentOutcome::saved) throw CommandError(ExitStatus::failed, line.text());
     StreamConsole(stderr).write(line.text());
 }

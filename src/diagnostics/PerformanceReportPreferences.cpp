@@ -6,7 +6,7 @@
 namespace quorvane {
 
 bool PerformanceReportPreferences::isEnabled() const {
-    return defaults_.value(enabledKey) != "false";
+    return defaults_.value(enabledKey) == "true";
 }
 
 bool PerformanceReportPreferences::setEnabled(bool isEnabled) {

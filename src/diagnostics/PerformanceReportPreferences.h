@@ -16,7 +16,7 @@ public:
     /// `defaults` outlives it.
     explicit PerformanceReportPreferences(platform::UserDefaults& defaults) : defaults_(defaults) {}
 
-    /// They are on until somebody switches them off.
+    /// They are off until somebody says yes.
     [[nodiscard]] bool isEnabled() const;
     /// False if it could not be kept.
     bool setEnabled(bool isEnabled);

@@ -1,11 +1,11 @@
 #include "l10n/Localization.h"
 
+#include "base/PreferredLanguages.h"
 #include "base/Text.h"
 #include "l10n/Catalogue.h"
 
 #include <algorithm>
 #include <cassert>
-#include <cstdlib>
 #include <unicode/fmtable.h>
 #include <unicode/locid.h>
 #include <unicode/msgfmt.h>
@@ -28,11 +28,6 @@ const Catalogue* catalogueFor(std::string_view tag) {
     const auto all = catalogues();
     const auto found = std::ranges::find(all, language, &Catalogue::language);
     return found == all.end() ? nullptr : &*found;
-}
-
-std::string_view environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
 }
 
 }  // namespace
@@ -65,14 +60,9 @@ Localization& Localization::operator=(Localization&&) noexcept = default;
 Localization::~Localization() = default;
 
 Localization Localization::fromEnvironment() {
-    if (const auto preferences = environment("LANGUAGE"); !preferences.empty()) {
-        const auto tags = text::split(preferences, ':');
-        const auto found = std::ranges::find_if(tags, catalogueFor);
-        return Localization(found == tags.end() ? "" : *found);
-    }
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
-        if (const auto locale = environment(name); !locale.empty()) return Localization(locale);
-    return Localization("");
+    const auto languages = preferredLanguages();
+    const auto found = std::ranges::find_if(languages, catalogueFor);
+    return Localization(found == languages.end() ? "" : *found);
 }
 
 std::string_view Localization::language() const {

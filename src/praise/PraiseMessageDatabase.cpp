@@ -1,11 +1,11 @@
 #include "praise/PraiseMessageDatabase.h"
 
+#include "base/PreferredLanguages.h"
 #include "base/Text.h"
 #include "praise/PraiseMessageTable.h"
 #include "store/AppSettings.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <initializer_list>
 #include <iterator>
 #include <unordered_map>
@@ -59,14 +59,8 @@ SupportedLanguage languageOfCode(std::optional<std::string_view> code) {
 }
 
 SupportedLanguage detectSystemLanguage() {
-    for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const char* value = std::getenv(name);
-        if (value == nullptr || *value == '\0') continue;
-        std::string_view locale = value;
-        locale = locale.substr(0, locale.find_first_of(":_.@"));
-        return languageOfCode(locale == "C" || locale == "POSIX" ? "en" : locale);
-    }
-    return languageOfCode(std::nullopt);
+    const auto languages = preferredLanguages();
+    return languages.empty() ? languageOfCode(std::nullopt) : languageOfCode(languages.front());
 }
 
 PraiseCategory automaticCategory(const PraisedDay& day) {

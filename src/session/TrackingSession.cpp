@@ -1,6 +1,7 @@
 #include "session/TrackingSession.h"
 
 #include "platform/Clock.h"
+#include "store/InitialSettings.h"
 
 namespace quorvane {
 
@@ -14,7 +15,13 @@ TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& 
       categories_(defaults, console), keyboardMonitor_(runLoop, desktop.keys(), desktop.settingsPanes(), console),
       mouseMonitor_(runLoop, desktop.pointer(), console),
       tracker_(runLoop, desktop, keyboardMonitor_, mouseMonitor_,
-               {.windowInfo = documents_, .browserURL = &browserURLs_, .categories = &categories_}, console) {}
+               {.windowInfo = documents_, .browserURL = &browserURLs_, .categories = &categories_}, console) {
+    try {
+        InitialSettings::ensure(store_);
+    } catch (const StoreError& error) {  // the defaults hold, as they would from the row
+        console_.line("TrackingSession: Failed to store the first settings: {}", error.what());
+    }
+}
 
 void TrackingSession::start() {
     tracker_.configure(store_);

@@ -16,8 +16,9 @@
 
 namespace quorvane {
 
-/// A tracker with all that it asks, put together over an open store. Both programs that track use this one assembly.
-/// Whatever it is made on must outlive it, and so must the run loop's workers be done before it goes. Main thread only.
+/// A tracker with all that it asks, put together over an open store, which gets its first settings if it has none. Both
+/// programs that track use this one assembly. Whatever it is made on must outlive it, and so must the run loop's
+/// workers be done before it goes. Main thread only.
 class TrackingSession {
 public:
     TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store,

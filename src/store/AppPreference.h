@@ -11,7 +11,7 @@
 namespace quorvane {
 
 /// An older row of settings. The application makes none; of one that is there, the idle threshold counts as long as no
-/// `AppSettings` row exists.
+/// `AppSettings` row exists; one of whole minutes goes into the first of these (`InitialSettings`).
 class AppPreference final : public Entity {
 public:
     [[nodiscard]] static const EntityDescription& description();

@@ -56,12 +56,15 @@ void AppSettings::setWorkDayList(const std::vector<std::int64_t>& days) {
     workDays = text::joined(pieces, ",");
 }
 
+std::int64_t AppSettings::dayNumber(int weekday, const Calendar& calendar) {
+    return (weekday - calendar.firstWeekday() + 7) % 7;
+}
+
 bool AppSettings::isWithinWorkHours(Date date, const Calendar& calendar) const {
     if (!onlyTrackWorkHours()) return true;
     const DateComponents at = calendar.components(date);
-    const std::int64_t day = (at.weekday - calendar.firstWeekday() + 7) % 7;
     const auto days = workDayList();
-    if (std::find(days.begin(), days.end(), day) == days.end()) return false;
+    if (std::ranges::find(days, dayNumber(at.weekday, calendar)) == days.end()) return false;
     const auto minutes = [](std::int64_t hour, std::int64_t minute) {
         return static_cast<double>(hour) * 60 +
                static_cast<double>(minute);  // stored numbers may be absurd: no overflow

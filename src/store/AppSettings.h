@@ -11,7 +11,8 @@
 
 namespace quorvane {
 
-/// The user's settings. Readers take the first row; none means the defaults of each reader.
+/// The user's settings. Readers take the first row. The first start makes one (`InitialSettings`); where there is none
+/// all the same, the defaults below hold.
 class AppSettings final : public Entity {
 public:
     [[nodiscard]] static const EntityDescription& description();
@@ -35,6 +36,9 @@ public:
     [[nodiscard]] std::vector<std::int64_t> workDayList() const;
     /// Stores the numbers joined by ",". `updatedAt` stays.
     void setWorkDayList(const std::vector<std::int64_t>& days);
+
+    /// How `workDays` names a weekday of the calendar, where 1 is Sunday.
+    [[nodiscard]] static std::int64_t dayNumber(int weekday, const Calendar& calendar);
 
     /// Does tracking run at that moment? The days are counted from the calendar's own first weekday: the same list
     /// means other days where weeks begin on Monday. Both ends of the hours belong to them, to the minute; hours that

@@ -22,9 +22,9 @@ std::shared_ptr<ProjectTimeAnnotation> makeAnnotation(const std::shared_ptr<Proj
 
 }  // namespace
 
-DateInterval instants(const TimeRange& range, Date date) {
+ChosenRange chosenRange(const TimeRange& hours, Date date) {
     const Date dayStart = timelineCalendar().startOfDay(date);
-    return {dayStart + range.startHour * 1h, dayStart + range.endHour * 1h};
+    return {hours, {dayStart + hours.startHour * 1h, dayStart + hours.endHour * 1h}};
 }
 
 std::vector<std::shared_ptr<ProjectTimeAnnotation>> annotationsOverlapping(ModelContext& context, DateInterval range) {
@@ -41,12 +41,11 @@ std::vector<std::shared_ptr<ProjectTimeAnnotation>> annotationsOfDay(ModelContex
          .sort = {ascending(&ProjectTimeAnnotation::startTime), ascending(&ProjectTimeAnnotation::id)}});
 }
 
-AssignmentOutcome createAnnotation(ModelContext& context, const std::shared_ptr<Project>& project, Date date,
-                                   const TimeRange& range, ConsoleSink& console) {
-    const DateInterval wanted = instants(range, date);
+AssignmentOutcome createAnnotation(ModelContext& context, const std::shared_ptr<Project>& project,
+                                   const ChosenRange& range, ConsoleSink& console) {
     try {
         std::set<Uuid> projects;
-        for (const auto& annotation : annotationsOverlapping(context, wanted))
+        for (const auto& annotation : annotationsOverlapping(context, range.instants))
             if (const auto other = annotation->project()) projects.insert(other->id());
         if (projects.contains(project->id())) {
             console.line("该时间段已经标注给项目: {}", project->name());
@@ -56,14 +55,15 @@ AssignmentOutcome createAnnotation(ModelContext& context, const std::shared_ptr<
             console.line("该时间段已达到最大项目数量限制（{}个）", mostProjects);
             return AssignmentOutcome::tooManyProjects;
         }
-        context.insert(makeAnnotation(project, wanted));
+        context.insert(makeAnnotation(project, range.instants));
         context.save();
     } catch (const StoreError& error) {
         console.line("Failed to save ProjectTimeAnnotation: {}", error.what());
         return AssignmentOutcome::failed;
     }
     console.line("ProjectTimeAnnotation saved: {} from {} to {}", project->name(),
-                 DayTimelineGeometry::formatHour(range.startHour), DayTimelineGeometry::formatHour(range.endHour));
+                 DayTimelineGeometry::formatHour(range.hours.startHour),
+                 DayTimelineGeometry::formatHour(range.hours.endHour));
     return AssignmentOutcome::saved;
 }
 

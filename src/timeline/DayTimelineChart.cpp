@@ -48,18 +48,17 @@ void DayTimelineChart::appear() {
     });
 }
 
+void DayTimelineChart::applicationLeft() {
+    if (!leftOnToday_) leftOnToday_ = timelineCalendar().isSameDay(runLoop_.now(), selectedDate_);
+}
+
 void DayTimelineChart::applicationBecameActive() {
     const Date now = runLoop_.now();
-    if (currentViewMode_ != TimelineViewMode::day || timelineCalendar().isSameDay(now, selectedDate_)) return;
+    const bool wasOnToday = std::exchange(leftOnToday_, std::nullopt).value_or(false);
+    if (!wasOnToday || currentViewMode_ != TimelineViewMode::day || timelineCalendar().isSameDay(now, selectedDate_))
+        return;
     console_.line("DayTimelineChart: 检测到日期变化，从 {} 更新到 {}", mediumDate(selectedDate_), mediumDate(now));
-    selectedDate_ = now;
-    followAnnotations();
-    runLoop_.post([weak = weak_.handle()] {
-        auto* self = weak.get();
-        if (self == nullptr) return;
-        self->clearTimelineCaches();
-        self->startTimelineProcessing();
-    });
+    selectDate(now);
 }
 
 void DayTimelineChart::noteScroll(double offset) {
@@ -75,6 +74,14 @@ void DayTimelineChart::setViewMode(TimelineViewMode mode) {
 }
 
 void DayTimelineChart::selectDate(Date date) {
+    // What is chosen belongs to the day that was shown.
+    if (!timelineCalendar().isSameDay(date, selectedDate_)) {
+        selectedActivity_.reset();
+        selectedProjectAnnotation_.reset();
+        selection_.reset();
+        selectedTimeRange_.reset();
+        projectSelector_.reset();
+    }
     selectedDate_ = date;
     followAnnotations();
     clearTimelineCaches();
@@ -302,8 +309,9 @@ void DayTimelineChart::selectTimeRange(const TimeRange& range) {
     try {
         const auto projects = context_.fetch<Project>(
             {.predicate = field(&Project::isArchived) == false, .sort = {ascending(&Project::name)}});
-        projectSelector_.emplace(range, projects, annotationsOverlapping(context_, instants(range, selectedDate_)));
-        selectedTimeRange_ = range;
+        const auto chosen = chosenRange(range, selectedDate_);
+        projectSelector_.emplace(range, projects, annotationsOverlapping(context_, chosen.instants));
+        selectedTimeRange_ = chosen;
     } catch (const StoreError& error) {
         console_.line("DayTimelineChart: Failed to fetch projects: {}", error.what());
     }
@@ -325,7 +333,7 @@ void DayTimelineChart::closeProjectSelector() {
 }
 
 void DayTimelineChart::assignTo(const std::shared_ptr<Project>& project) {
-    if (selectedTimeRange_) createAnnotation(context_, project, selectedDate_, *selectedTimeRange_, console_);
+    if (selectedTimeRange_) createAnnotation(context_, project, *selectedTimeRange_, console_);
     closeProjectSelector();
 }
 

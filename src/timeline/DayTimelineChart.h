@@ -48,7 +48,9 @@ public:
     void setRecords(std::vector<std::shared_ptr<ActivityRecord>> records, const Uuid& refreshTrigger);
     /// The chart comes on screen: processes, and scrolls to the present hour the first time.
     void appear();
-    /// The application has come to the front: shows the new day if one has begun since.
+    /// The user goes to another application.
+    void applicationLeft();
+    /// The user comes back to the window. If it was left on today, it shows today, though a new day has begun since.
     void applicationBecameActive();
     void setScrollViewHeight(double height) { scrollViewHeight_ = height; }
     /// How far the content reaches above the view's top edge: 0 at the top, positive once it has been scrolled down.
@@ -58,6 +60,7 @@ public:
     [[nodiscard]] TimelineViewMode currentViewMode() const { return currentViewMode_; }
     void setViewMode(TimelineViewMode mode);
     [[nodiscard]] Date selectedDate() const { return selectedDate_; }
+    /// Another day lets go of all that is chosen.
     void selectDate(Date date);
     /// A day, week or month later (1) or earlier (-1).
     void stepDate(int direction);
@@ -94,7 +97,9 @@ public:
     void endDrag();
 
     // Giving time to projects
-    [[nodiscard]] const std::optional<TimeRange>& selectedTimeRange() const { return selectedTimeRange_; }
+    [[nodiscard]] std::optional<TimeRange> selectedTimeRange() const {
+        return selectedTimeRange_ ? std::optional(selectedTimeRange_->hours) : std::nullopt;
+    }
     /// The open panel; none while it is closed.
     [[nodiscard]] ProjectSelectorState* projectSelector() { return projectSelector_ ? &*projectSelector_ : nullptr; }
     void selectTimeRange(const TimeRange& range);
@@ -145,6 +150,7 @@ private:
     TimelineViewMode currentViewMode_ = TimelineViewMode::day;
     Date selectedDate_;
     bool hasAppeared_ = false;
+    std::optional<bool> leftOnToday_;  ///< none while the user is here
 
     std::vector<ProcessedActivityItem> processedRecords_;
     std::vector<TimelineRecordSnapshot> sidebarRecords_;  ///< the blocks as records of their own, in draw order
@@ -162,7 +168,7 @@ private:
     std::optional<ProcessedActivityItem> selectedActivity_;
     std::shared_ptr<ProjectTimeAnnotation> selectedProjectAnnotation_;
     std::optional<SelectionRect> selection_;
-    std::optional<TimeRange> selectedTimeRange_;
+    std::optional<ChosenRange> selectedTimeRange_;
     std::optional<ProjectSelectorState> projectSelector_;
     WeakSource<DayTimelineChart> weak_{*this};  // last: dies first, so that no callback meets half a chart
 };

@@ -22,7 +22,6 @@ constexpr Seconds settingsCacheValidityInterval = 300s;
 constexpr Seconds cacheValidityInterval = 60s;  ///< of window data and URLs, at a switch of applications
 constexpr Seconds browserURLRefreshAge = 120s;
 constexpr Seconds verboseIdle = 60s;
-constexpr std::int64_t idleThresholdSecondsDefault = 20;
 constexpr int idleTicksToPause = 3;
 
 /// Whole seconds, cut off, as the lines show them.
@@ -157,13 +156,14 @@ ActivityTracker::IdleSettings ActivityTracker::idleSettings() {
 }
 
 ActivityTracker::IdleSettings ActivityTracker::storedIdleSettings(Date now) {
+    auto settings = std::make_shared<AppSettings>();  // where none are stored their defaults hold
     if (auto* context = modelContext_.get()) {
-        if (const auto settings = firstRow<AppSettings>(*context))
-            return {minutesAsSeconds(settings->idleThresholdMinutes()), settings->enableIdleDetection(), now};
-        if (const auto preference = firstRow<AppPreference>(*context))
+        if (const auto stored = firstRow<AppSettings>(*context))
+            settings = stored;
+        else if (const auto preference = firstRow<AppPreference>(*context))
             return {preference->idleThresholdSeconds(), true, now};
     }
-    return {idleThresholdSecondsDefault, true, now};
+    return {minutesAsSeconds(settings->idleThresholdMinutes()), settings->enableIdleDetection(), now};
 }
 
 bool ActivityTracker::isWorkTime(Date now) {

@@ -7,15 +7,15 @@
 namespace quorvane {
 namespace {
 
-TEST(PerformanceReportPreferencesTest, ReportsAreOnUntilSomebodySwitchesThemOff) {
+TEST(PerformanceReportPreferencesTest, ReportsAreOffUntilSomebodySaysYes) {
     platform::InMemoryUserDefaults defaults;
     PerformanceReportPreferences preferences(defaults);
-    EXPECT_TRUE(preferences.isEnabled());
-    preferences.setEnabled(false);
-    EXPECT_FALSE(PerformanceReportPreferences(defaults).isEnabled());
-    EXPECT_EQ(defaults.value("perf-reports.enabled"), "false");
+    EXPECT_FALSE(preferences.isEnabled());
     preferences.setEnabled(true);
-    EXPECT_TRUE(preferences.isEnabled());
+    EXPECT_TRUE(PerformanceReportPreferences(defaults).isEnabled());
+    EXPECT_EQ(defaults.value("perf-reports.enabled"), "true");
+    preferences.setEnabled(false);
+    EXPECT_FALSE(preferences.isEnabled());
 }
 
 TEST(PerformanceReportPreferencesTest, TheInstallationKeepsItsNameUnlessThatIsNoLowerCaseUuid) {

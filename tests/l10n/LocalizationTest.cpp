@@ -1,12 +1,10 @@
 #include "l10n/Localization.h"
 
-#include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace quorvane {
 namespace {
@@ -87,58 +85,14 @@ TEST(LocalizationTest, ATagChoosesTheCatalogue) {
         EXPECT_EQ(Localization(row.tag).language(), row.language) << row.tag;
 }
 
-/// Gives the variables of the languages back when it goes.
-class LanguageVariables {
-public:
-    LanguageVariables() {
-        for (const char* name : names)
-            saved_.emplace_back(std::getenv(name) ? std::optional<std::string>(std::getenv(name)) : std::nullopt);
+TEST(LocalizationTest, TheFirstOfTheUsersLanguagesWithACatalogueIsTaken) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"fr:de:zh_CN:en", "zh"}, {"en_GB:zh", "en"}, {"C:zh", "en"}, {"::zh:", "zh"}, {"fr:de", "en"}};
+    for (const auto& [list, language] : rows) {
+        setenv("LANGUAGE", list, 1);
+        EXPECT_EQ(Localization::fromEnvironment().language(), language) << list;
     }
-    ~LanguageVariables() {
-        for (std::size_t i = 0; i < names.size(); ++i)
-            set(names[i], saved_[i] ? saved_[i]->c_str() : nullptr);
-    }
-    LanguageVariables(const LanguageVariables&) = delete;
-    LanguageVariables& operator=(const LanguageVariables&) = delete;
-
-    /// In the order of `names`; a null pointer unsets.
-    void set(const std::array<const char*, 4>& values) {
-        for (std::size_t i = 0; i < names.size(); ++i)
-            set(names[i], values[i]);
-    }
-
-private:
-    static constexpr std::array names = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
-
-    static void set(const char* name, const char* value) { value ? setenv(name, value, 1) : unsetenv(name); }
-
-    std::vector<std::optional<std::string>> saved_;
-};
-
-TEST(LocalizationTest, TheEnvironmentChoosesTheLanguageOfTheWords) {
-    struct Row {
-        const char* name;
-        std::array<const char*, 4> variables;  // LANGUAGE, LC_ALL, LC_MESSAGES, LANG
-        const char* language;
-    };
-    const Row rows[] = {
-        {"nothing", {nullptr, nullptr, nullptr, nullptr}, "en"},
-        {"the first with a catalogue", {"fr:de:zh_CN:en", nullptr, nullptr, nullptr}, "zh"},
-        {"English has one", {"en_GB:zh", nullptr, nullptr, "zh_CN.UTF-8"}, "en"},
-        {"C is English", {"C:zh", nullptr, nullptr, nullptr}, "en"},
-        {"empty entries", {"::zh:", nullptr, nullptr, nullptr}, "zh"},
-        {"a list without a catalogue", {"fr:de", "zh_CN.UTF-8", nullptr, "zh_CN.UTF-8"}, "en"},
-        {"the list before all others", {"zh", "en_US.UTF-8", "en_US.UTF-8", "en_US.UTF-8"}, "zh"},
-        {"an empty list", {"", "zh_CN.UTF-8", "en_US", "en_US"}, "zh"},
-        {"LC_ALL before LC_MESSAGES", {nullptr, "C", "zh_CN", "zh_CN"}, "en"},
-        {"LC_MESSAGES before LANG", {nullptr, "", "zh_CN.UTF-8", "en_US.UTF-8"}, "zh"},
-        {"LANG", {nullptr, nullptr, "", "zh_CN.UTF-8"}, "zh"},
-    };
-    LanguageVariables variables;
-    for (const Row& row : rows) {
-        variables.set(row.variables);
-        EXPECT_EQ(Localization::fromEnvironment().language(), row.language) << row.name;
-    }
+    unsetenv("LANGUAGE");
 }
 
 }  // namespace

@@ -92,6 +92,15 @@ TEST_F(IdleTest, TheOlderPreferenceGivesTheThresholdWithoutSettings) {
     EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (70s >= 45s) - 基于键盘/鼠标监控"));
 }
 
+TEST_F(IdleTest, WithoutSettingsTheirDefaultOfFiveMinutesHolds) {
+    startTrackingAt("09:00:00");
+    playUntil("09:09:50");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", ""}));
+    playUntil("09:10:30");
+    EXPECT_THAT(newLines(), Contains("ActivityTracker: User is idle (300s >= 300s) - 基于键盘/鼠标监控"));
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:05:00"}));
+}
+
 TEST_F(IdleTest, AChangedThresholdCountsOnceTheCachedOneIsFiveMinutesOld) {
     const auto settings = saveSettings([](AppSettings& row) { row.idleThresholdMinutes = 1; });
     desktop.typeUntil("09:03:00");

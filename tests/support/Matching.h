@@ -7,6 +7,7 @@ namespace quorvane {
 // What expectations are made of, by its bare name.
 using testing::AllOf;
 using testing::Contains;
+using testing::ContainsRegex;
 using testing::Each;
 using testing::ElementsAre;
 using testing::EndsWith;

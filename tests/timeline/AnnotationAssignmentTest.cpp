@@ -13,7 +13,7 @@ namespace {
 class AnnotationAssignmentTest : public testing::Test {
 protected:
     AssignmentOutcome assign(const std::shared_ptr<Project>& project, double from, double to) {
-        return createAnnotation(store.context(), project, at("12:00:00"), {from, to}, console);
+        return createAnnotation(store.context(), project, chosenRange({from, to}, at("12:00:00")), console);
     }
     std::shared_ptr<Project> project(const char* name) { return insertProject(store.context(), name); }
 
@@ -60,7 +60,7 @@ TEST_F(AnnotationAssignmentTest, ThePanelHidesProjectsThatHaveTheTimeAndChecksNe
     ASSERT_EQ(assign(web, 9, 10), AssignmentOutcome::saved);
     const TimeRange range{9.5, 11};
     ProjectSelectorState panel(range, {web, app},
-                               annotationsOverlapping(store.context(), instants(range, at("12:00:00"))));
+                               annotationsOverlapping(store.context(), chosenRange(range, at("12:00:00")).instants));
     EXPECT_THAT(panel.projects(), ElementsAre(app));
     EXPECT_EQ(panel.hiddenCount(), 1);
     struct Row {

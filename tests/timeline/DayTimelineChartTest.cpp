@@ -3,6 +3,7 @@
 #include "support/StoreTest.h"
 
 #include <fmt/format.h>
+#include <functional>
 
 namespace quorvane {
 
@@ -91,23 +92,85 @@ TEST_F(DayTimelineChartTest, AnOpenRecordOfTodayGrowsOnceAMinute) {
     EXPECT_THAT(blocks(), ElementsAre("Editor 11+2"));
 }
 
-TEST_F(DayTimelineChartTest, ShowsTheNewDayWhenTheApplicationComesToTheFront) {
-    aRecord().from("2026-03-03 08:00:00").to("2026-03-03 08:30:00").app("Early").in(context());
+TEST_F(DayTimelineChartTest, WhoComesBackOnANewDaySeesItIfTodayWasLeft) {
+    const Date newDay = at("2026-03-03 09:00:00");
+    const Date yesterday = at("2026-03-01 12:00:00");
+    const struct {
+        const char* name;
+        Date shown;
+        TimelineViewMode mode;
+        std::vector<const char*> left;  ///< when the user went to other applications
+        Date expected;
+    } rows[] = {
+        {"left on today", at("13:00:00"), TimelineViewMode::day, {"18:00:00"}, newDay},
+        {"never left", at("13:00:00"), TimelineViewMode::day, {}, at("13:00:00")},
+        {"left while reading an older day", yesterday, TimelineViewMode::day, {"18:00:00"}, yesterday},
+        {"left after midnight", at("13:00:00"), TimelineViewMode::day, {"2026-03-03 00:10:00"}, at("13:00:00")},
+        {"left twice without a return",
+         at("13:00:00"),
+         TimelineViewMode::day,
+         {"18:00:00", "2026-03-03 00:10:00"},
+         newDay},
+        {"a month", at("13:00:00"), TimelineViewMode::month, {"18:00:00"}, at("13:00:00")},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        platform::SimulatedRunLoop loop{at("12:00:00")};
+        DayTimelineChart day(store.context(), loop, console);
+        day.selectDate(row.shown);
+        day.setViewMode(row.mode);
+        day.applicationBecameActive();
+        for (const char* const time : row.left) {
+            loop.playUntil(at(time));
+            day.applicationLeft();
+        }
+        loop.playUntil(newDay);
+        day.applicationBecameActive();
+        EXPECT_EQ(day.selectedDate(), row.expected);
+        day.selectDate(yesterday);
+        day.applicationBecameActive();
+        EXPECT_EQ(day.selectedDate(), yesterday) << "one absence, one return";
+    }
+    EXPECT_THAT(newLines(),
+                Each(MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*")));
+}
+
+TEST_F(DayTimelineChartTest, AnotherDayLetsGoOfAllThatWasChosen) {
+    const auto project = insertProject(store.context(), "Web");
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
     show();
-    chart->applicationBecameActive();
-    EXPECT_THAT(newLines(), ElementsAre());
-    runLoop.playUntil(at("2026-03-03 09:00:00"));
-    chart->setViewMode(TimelineViewMode::month);
-    chart->applicationBecameActive();
-    EXPECT_EQ(chart->selectedDate(), at("12:00:00"));
-    chart->setViewMode(TimelineViewMode::day);
-    chart->applicationBecameActive();
-    EXPECT_EQ(chart->selectedDate(), at("2026-03-03 09:00:00"));
+    const std::function<void()> ways[] = {
+        [&] { chart->stepDate(1); },
+        [&] { chart->openDay(at("2026-03-01 12:00:00")); },
+        [&] { chart->selectDate(at("2026-03-05 12:00:00")); },
+        [&] {
+            chart->applicationLeft();
+            runLoop.playFor(24h);
+            chart->applicationBecameActive();
+        },
+    };
+    for (const auto& goAway : ways) {
+        chart->selectDate(runLoop.now());
+        runLoop.runPosted();
+        chart->selectTimeRange({9, 10});
+        chart->drag({100, 100}, {200, 200});
+        chart->select(std::make_shared<ProjectTimeAnnotation>());
+        chart->selectDate(runLoop.now());
+        EXPECT_NE(chart->projectSelector(), nullptr) << "the same day is no change";
+        goAway();
+        EXPECT_EQ(chart->projectSelector(), nullptr);
+        EXPECT_FALSE(chart->selectedTimeRange());
+        EXPECT_FALSE(chart->selection());
+        EXPECT_EQ(chart->selectedProjectAnnotation(), nullptr);
+        chart->assignTo(project);
+        EXPECT_EQ(store.context().count<ProjectTimeAnnotation>(), 0U);
+    }
+    chart->selectDate(at("12:00:00"));
     runLoop.runPosted();
-    EXPECT_THAT(blocks(), ElementsAre("Early 8+0.5"));
-    const auto lines = newLines();
-    ASSERT_EQ(lines.size(), 1);
-    EXPECT_THAT(lines.front(), MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*"));
+    chart->selectNeighbour(1);
+    ASSERT_TRUE(chart->selectedActivity());
+    chart->stepDate(-1);
+    EXPECT_FALSE(chart->selectedActivity());
 }
 
 TEST_F(DayTimelineChartTest, StepsByDayWeekAndMonth) {

@@ -3,7 +3,8 @@
 namespace quorvane {
 
 PerformanceReporting::PerformanceReporting(const Parts& parts)
-    : uploader_({.runLoop = parts.runLoop,
+    : canReport_(!parts.telemetryHost.empty()),
+      uploader_({.runLoop = parts.runLoop,
                  .logger = parts.logger,
                  .queue = parts.makeQueue("quorvane-reports"),
                  .makeTransport = parts.makeHttpClient,
@@ -23,5 +24,12 @@ PerformanceReporting::PerformanceReporting(const Parts& parts)
                  .homeDirectory = parts.homeDirectory,
                  .surroundings = parts.surroundings,
                  .policy = parts.policy}) {}
+
+void PerformanceReporting::startWatchdog() {
+    if (canReport_)
+        watchdog_.start();
+    else
+        uploader_.discardPending();  // what a build that had a host has left
+}
 
 }  // namespace quorvane

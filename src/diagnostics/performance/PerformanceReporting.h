@@ -31,20 +31,24 @@ public:
         platform::SystemInfo system;
         std::string homeDirectory;
         std::optional<std::filesystem::path> spoolDirectory;
-        std::string telemetryHost;  ///< `Deployment::telemetryHost`; empty: nothing leaves the machine
+        std::string telemetryHost;  ///< `Deployment::telemetryHost`; empty: nothing is watched or captured
         CPUSustainedLoadDetector::Policy policy{};
     };
     explicit PerformanceReporting(const Parts& parts);
 
-    /// Once at the start of the application.
-    void startWatchdog() { watchdog_.start(); }
+    /// Is there a host that takes reports? Without one there is nothing to watch for, nor to switch on.
+    [[nodiscard]] bool canReport() const { return canReport_; }
 
-    /// The switch in the settings. It also stores the preference.
+    /// Once at the start of the application.
+    void startWatchdog();
+
+    /// The switch in the settings, which they have where reports can go somewhere. It also stores the preference.
     void setEnabled(bool isEnabled) { watchdog_.setEnabled(isEnabled); }
 
     [[nodiscard]] PerformanceReportUploader& uploader() { return uploader_; }
 
 private:
+    bool canReport_;
     PerformanceReportUploader uploader_;
     PerformanceWatchdog watchdog_;
 };

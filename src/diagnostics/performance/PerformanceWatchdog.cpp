@@ -42,7 +42,10 @@ PerformanceWatchdog::~PerformanceWatchdog() {
 void PerformanceWatchdog::start() {
     if (isUnderTestHost()) return;
     parts_.queue->post([this] { startTimer(); });
-    if (isEnabled_) parts_.uploader.flushPending();
+    if (isEnabled_)
+        parts_.uploader.flushPending();
+    else
+        parts_.uploader.discardPending();
 }
 
 void PerformanceWatchdog::setEnabled(bool isEnabled) {

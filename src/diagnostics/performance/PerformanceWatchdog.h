@@ -25,7 +25,7 @@
 namespace quorvane {
 
 /// Watches the processor time of its own process. When that was high for too long, it captures call stacks and hands a
-/// report to the uploader, unless the user does not want reports. While the process is quiet it rests, until an alarm
+/// report to the uploader, if the user wants reports. While the process is quiet it rests, until an alarm
 /// tells it of use. Main thread only.
 class PerformanceWatchdog {
 public:
@@ -61,7 +61,8 @@ public:
     PerformanceWatchdog& operator=(const PerformanceWatchdog&) = delete;
     ~PerformanceWatchdog();  ///< Ends a capture that runs.
 
-    /// Begins to watch, and sends what an earlier run has left. Once is enough. Under a test host it does nothing.
+    /// Begins to watch, and sends what an earlier run has left, or deletes it without the user's yes. Once is enough.
+    /// Under a test host it does nothing.
     void start();
 
     /// The user's decision. Off: what waits to be sent is deleted and what is being captured is dropped.

@@ -56,7 +56,7 @@ struct AppServices {
     /// The Dock setting: leaves the application's windows out of taskbar and pager, or shows them there again; then
     /// `activate` brings them to the front.
     std::function<void(bool hide, bool activate)> setHideDockIcon;
-    /// Switches performance reports on or off, at once.
+    /// Switches performance reports on or off, at once. Empty in a build without a host for them: it has no switch.
     std::function<void(bool isEnabled)> setPerformanceReportsEnabled;
     /// Sent when the about screen is asked for elsewhere (tray); the window is in front by then.
     Signal<>& aboutRequested;

@@ -68,7 +68,10 @@ struct QuorvaneApp::Scene {
               .hasTrayChanged = tray.hasTrayChanged,
               .setHideDockIcon =
                   [&app](bool hide, bool activate) { DockVisibilityController::apply(app.windows_, hide, activate); },
-              .setPerformanceReportsEnabled = [&app](bool on) { app.diagnostics_.setReportsEnabled(on); },
+              .setPerformanceReportsEnabled = app.diagnostics_.canReport() ? std::function<void(bool)>([&app](bool on) {
+                  app.diagnostics_.setReportsEnabled(on);
+              })
+                                                                           : nullptr,
               .aboutRequested = aboutRequested} {
         desktop.listenToBrowsers([](const std::string&) {});
         // What a sync leaves free goes back to the system, too.

@@ -26,6 +26,8 @@ public:
 
     void startWatchdog() { reporting_.startWatchdog(); }
     void startMemoryMonitor(Seconds interval) { memory_.start(interval); }
+    /// Does this build have a host for performance reports?
+    [[nodiscard]] bool canReport() const { return reporting_.canReport(); }
     /// The switch of performance reports in the settings.
     void setReportsEnabled(bool isEnabled) { reporting_.setEnabled(isEnabled); }
 

@@ -92,7 +92,7 @@ QString ItemAccessible::name() const {
             texts.text("a11y_project_bar", bar.name.toStdString(), hourText(bar.startHour), hourText(bar.endHour)));
     }
     case DayChartItem::Kind::range:
-        if (const auto& range = parts().chart.selectedTimeRange())
+        if (const auto range = parts().chart.selectedTimeRange())
             return qt(texts.text("a11y_selected_range", hourText(range->startHour), hourText(range->endHour)));
     }
     return {};

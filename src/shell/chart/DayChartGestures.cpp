@@ -27,10 +27,15 @@ void DayChartGestures::press(QPointF point) {
     } else if (point.x() < DayTimelineGeometry::gutterWidth || point.x() > scene_.width) {
         kind = Kind::beside;
     }
-    press_ = Press{point, kind};
+    press_ = Press{point, kind, chart_.selectedDate()};
+}
+
+void DayChartGestures::forgetOfAnotherDate() {
+    if (press_ && press_->date != chart_.selectedDate()) press_.reset();
 }
 
 void DayChartGestures::move(QPointF point) {
+    forgetOfAnotherDate();
     if (!press_ || press_->kind != Kind::free) return;
     dragPoint_ = {std::clamp(point.x(), DayTimelineGeometry::gutterWidth, scene_.width),
                   std::clamp(point.y(), 0.0, scene_.rowsHeight)};
@@ -38,6 +43,7 @@ void DayChartGestures::move(QPointF point) {
 }
 
 void DayChartGestures::release(QPointF point) {
+    forgetOfAnotherDate();
     if (!press_) return;
     const Press press = *press_;
     press_.reset();

@@ -28,11 +28,13 @@ public:
 
 private:
     [[nodiscard]] bool isOnCloseCircle(QPointF point) const;
+    void forgetOfAnotherDate();
 
     enum class Kind { free, bar, close, beside };
     struct Press {
         QPointF point;
         Kind kind = Kind::free;
+        Date date;  ///< that was shown: a gesture ends with it
     };
 
     DayTimelineChart& chart_;

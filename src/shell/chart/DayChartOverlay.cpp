@@ -100,9 +100,10 @@ void paintRange(QPainter& painter, const QRectF& range) {
 std::optional<QRectF> rangeOf(const DayTimelineChart& chart, const DayChartScene& scene) {
     if (const auto& drag = chart.selection())
         return QRectF(QPointF(drag->start.x, drag->start.y), QPointF(drag->end.x, drag->end.y)).normalized();
-    if (!chart.selectedTimeRange()) return std::nullopt;
-    const double top = chart.layout().yPosition(chart.selectedTimeRange()->startHour);
-    const double bottom = chart.layout().yPosition(chart.selectedTimeRange()->endHour);
+    const auto range = chart.selectedTimeRange();
+    if (!range) return std::nullopt;
+    const double top = chart.layout().yPosition(range->startHour);
+    const double bottom = chart.layout().yPosition(range->endHour);
     return QRectF(DayTimelineGeometry::gutterWidth + 2, top + 2, scene.width - DayTimelineGeometry::gutterWidth - 4,
                   std::max(bottom - top - 4, 4.0));
 }

@@ -51,7 +51,7 @@ QWidget* SettingsPages::diagnostics(const SettingsSheet::MakeLogSection& makeLog
     auto* const column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Metrics::cardGap);
-    column->addWidget(performanceReports());
+    if (services_.setPerformanceReportsEnabled) column->addWidget(performanceReports());
     if (QWidget* const log = makeLogSection ? makeLogSection() : nullptr) column->addWidget(log);
     column->addWidget(new PermissionSection(permissions_, services_.localization));
     column->addWidget(new CaptureTestSection(permissions_, services_.localization));

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "platform/Clock.h"
+#include "store/InitialSettings.h"
 #include "store/StoreError.h"
 
 #include <algorithm>
@@ -29,28 +30,32 @@ std::string weekdayName(int weekday, const Localization& localization) {
 
 }  // namespace
 
-SettingsView::SettingsView(Services services) : services_(std::move(services)) {}
+SettingsView::SettingsView(Services services) : services_(std::move(services)) {
+    take(*InitialSettings::make());
+}
 
 void SettingsView::load() {
     try {
         const auto stored = services_.context.fetch<AppSettings>();
-        if (stored.empty()) return;
-        const AppSettings& settings = *stored.front();
-        onlyTrackWorkHours = settings.onlyTrackWorkHours();
-        const auto days = settings.workDayList();
-        workDays = {days.begin(), days.end()};
-        workStartHour = settings.workStartHour();
-        workStartMinute = settings.workStartMinute();
-        workEndHour = settings.workEndHour();
-        workEndMinute = settings.workEndMinute();
-        selectedLanguage =
-            fromRawValue<SupportedLanguage>(settings.preferredLanguage()).value_or(SupportedLanguage::chinese);
-        enableIdleDetection = settings.enableIdleDetection();
-        idleThresholdMinutes = settings.idleThresholdMinutes();
-        hideDockIcon = settings.hideDockIcon();
+        take(stored.empty() ? *InitialSettings::of(services_.context) : *stored.front());
     } catch (const StoreError& error) {  // the form shows the defaults
         services_.logger.log(error.what(), LogLevel::error, "Settings");
     }
+}
+
+void SettingsView::take(const AppSettings& settings) {
+    onlyTrackWorkHours = settings.onlyTrackWorkHours();
+    const auto days = settings.workDayList();
+    workDays = {days.begin(), days.end()};
+    workStartHour = settings.workStartHour();
+    workStartMinute = settings.workStartMinute();
+    workEndHour = settings.workEndHour();
+    workEndMinute = settings.workEndMinute();
+    selectedLanguage =
+        fromRawValue<SupportedLanguage>(settings.preferredLanguage()).value_or(SupportedLanguage::chinese);
+    enableIdleDetection = settings.enableIdleDetection();
+    idleThresholdMinutes = settings.idleThresholdMinutes();
+    hideDockIcon = settings.hideDockIcon();
 }
 
 bool SettingsView::save() {

@@ -34,18 +34,19 @@ public:
 
     explicit SettingsView(Services services);
 
+    // Those of somebody who has chosen none yet, until `load`
     bool onlyTrackWorkHours = false;
-    std::set<std::int64_t> workDays{1, 2, 3, 4, 5};  ///< 0 is the first day of the user's week
-    std::int64_t workStartHour = 9;
+    std::set<std::int64_t> workDays;  ///< 0 is the first day of the user's week
+    std::int64_t workStartHour = 0;
     std::int64_t workStartMinute = 0;
-    std::int64_t workEndHour = 18;
+    std::int64_t workEndHour = 0;
     std::int64_t workEndMinute = 0;
-    SupportedLanguage selectedLanguage = SupportedLanguage::chinese;
-    bool enableIdleDetection = true;
-    std::int64_t idleThresholdMinutes = 5;
+    SupportedLanguage selectedLanguage = SupportedLanguage::english;
+    bool enableIdleDetection = false;
+    std::int64_t idleThresholdMinutes = 0;
     bool hideDockIcon = false;
 
-    /// Takes what is stored. Where nothing is, or where it can't be read, everything stays.
+    /// Takes what is stored. Where that can't be read, everything stays.
     void load();
 
     /// Writes everything, applies the visibility in the taskbar, and says true. A failure is logged, and changes
@@ -76,6 +77,7 @@ public:
     [[nodiscard]] Preview preview(const Calendar& calendar = Calendar::current()) const;
 
 private:
+    void take(const AppSettings& settings);
     void copyInto(AppSettings& settings) const;
 
     Services services_;

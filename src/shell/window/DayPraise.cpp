@@ -40,7 +40,13 @@ std::vector<TimelineRecordSnapshot> recordsIn(DateInterval day,
 }  // namespace
 
 DayPraise::DayPraise(const Services& services)
-    : services_(services), state_(services.activity.runLoop(), services.randomWords) {}
+    : services_(services), state_(services.activity.runLoop(), services.randomWords) {
+    settingsChanged_ = services_.context.didChange.subscribe([this](const EntityChange& change) {
+        if (&change.entity->entityDescription() != &AppSettings::description()) return;
+        // A save changes one attribute after the other: its outcome is looked at once, in the loop's next turn.
+        languageCheck_ = services_.activity.runLoop().after(0s, [this] { followLanguage(); });
+    });
+}
 
 void DayPraise::refresh() {
     const auto& chart = services_.activity.chart();
@@ -52,8 +58,19 @@ void DayPraise::refresh() {
     auto records = recordsIn(day, services_.activity.records());
     if (records != state_.records()) state_.setRecords(std::move(records));
     if (std::exchange(day_, day.start) == day.start) return;
-    state_.setAppSettings(firstSettings(services_.context, services_.console));
+    begin();
+}
+
+void DayPraise::begin() {
+    const auto settings = firstSettings(services_.context, services_.console);
+    language_ = settings ? settings->preferredLanguage() : "";
+    state_.setAppSettings(settings);
     state_.appear();
+}
+
+void DayPraise::followLanguage() {
+    const auto settings = firstSettings(services_.context, services_.console);
+    if (day_ && settings && settings->preferredLanguage() != language_) begin();
 }
 
 void DayPraise::share(QWidget& window) {

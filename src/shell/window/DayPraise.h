@@ -5,13 +5,16 @@
 #include "shell/state/MyActivityView.h"
 #include "shell/state/PraiseMessageView.h"
 
+#include <memory>
 #include <optional>
+#include <string>
 
 class QWidget;
 
 namespace quorvane {
 
-/// The praise of the day that the timeline shows: follows the chart's records, and begins anew with another day.
+/// The praise of the day that the timeline shows: follows the chart's records, and begins anew with another day or
+/// another language in the settings.
 class DayPraise {
 public:
     /// All of it outlives it.
@@ -32,9 +35,15 @@ public:
     void share(QWidget& window);
 
 private:
+    void begin();
+    void followLanguage();
+
     Services services_;
     PraiseMessageView state_;
     std::optional<Date> day_;  ///< of the sentence
+    std::string language_;     ///< of the settings, when the sentence was chosen
+    std::unique_ptr<platform::WorkItem> languageCheck_;
+    Subscription settingsChanged_;
 };
 
 }  // namespace quorvane

@@ -19,6 +19,7 @@
 #include "shell/window/Sidebar.h"
 #include "shell/window/WindowFrame.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
@@ -59,6 +60,9 @@ MainWindow::MainWindow(AppServices& services)
     cloudSyncWanted_ = sidebar_->cloudSyncWanted.subscribe([this] { openCloudSync(); });
     aboutWanted_ = sidebar_->aboutWanted.subscribe([this] { openAbout(); });
     aboutRequested_ = services_.aboutRequested.subscribe([this] { openAbout(); });
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state != Qt::ApplicationActive) activity_.chart().applicationLeft();
+    });
     resize(firstSize);
     WindowFrame::restore(*this, services_.defaults);
 }

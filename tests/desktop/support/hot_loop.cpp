@@ -30,6 +30,7 @@ int watchHotLoop(const std::filesystem::path& folder, const std::string& host) {
     StreamConsole console(std::fopen((folder / "log").c_str(), "w"));
     AppLogger logger(loop, systemLog, console, {});
     platform::InMemoryUserDefaults defaults;
+    PerformanceReportPreferences(defaults).setEnabled(true);
     const platform::LinuxProcessUsage usage;
     platform::EuStackSampler sampler;
     PerformanceReporting reporting({

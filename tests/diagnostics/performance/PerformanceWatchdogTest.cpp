@@ -29,7 +29,10 @@ const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/p
 /// The whole pipeline in simulated time: only the tool, the network and the processor are on paper.
 class PerformanceWatchdogTest : public testing::Test {
 protected:
-    PerformanceWatchdogTest() { network.answers[url] = HttpResponse{.status = 202}; }
+    PerformanceWatchdogTest() {
+        network.answers[url] = HttpResponse{.status = 202};
+        defaults.setValue("perf-reports.enabled", "true");
+    }
 
     void start() {
         reporting = std::make_unique<PerformanceReporting>(PerformanceReporting::Parts{
@@ -45,7 +48,7 @@ protected:
             .system = {.name = "Linux", .version = "6.1", .architecture = "x86_64"},
             .homeDirectory = "/home/ann",
             .spoolDirectory = directory,
-            .telemetryHost = "telemetry.example.org",
+            .telemetryHost = host,
             .policy = policy});
         reporting->startWatchdog();
     }
@@ -66,6 +69,7 @@ protected:
     }
 
     TemporaryFolder folder;
+    std::string host = "telemetry.example.org";
     std::filesystem::path directory = folder / "perf-reports";
     platform::SimulatedRunLoop loop{dateFromSecondsSince1970(1'772'000'000)};
     platform::SimulatedHttpClient::Network network;
@@ -141,15 +145,30 @@ TEST_F(PerformanceWatchdogTest, AFailedCaptureEndsWithoutAReportAndTheNextOneCom
     EXPECT_FALSE(std::filesystem::exists(directory));
 }
 
-TEST_F(PerformanceWatchdogTest, WhileReportsAreOffThereIsNoCaptureNoFileAndNoRequest) {
-    defaults.setValue("perf-reports.enabled", "false");
-    std::filesystem::create_directories(directory);
-    writeFile(directory / "old.json.gz", "old");
+TEST_F(PerformanceWatchdogTest, WithoutAYesOrAHostThereIsNoCaptureNoFileAndNoRequest) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "telemetry.example.org"}, {"false", host.c_str()}, {"true", ""}};
+    for (const auto& [isEnabled, to] : rows) {
+        SCOPED_TRACE(isEnabled);
+        defaults.setValue("perf-reports.enabled", isEnabled);
+        host = to;
+        std::filesystem::create_directories(directory);
+        writeFile(directory / "old.json.gz", "old");
+        start();
+        play(1000s, 100);
+        EXPECT_EQ(sampler.starts, 0);
+        EXPECT_THAT(network.requests, IsEmpty());
+        EXPECT_THAT(console.lines(), IsEmpty());
+        EXPECT_TRUE(std::filesystem::is_empty(directory));
+        EXPECT_EQ(reporting->canReport(), !host.empty());
+    }
+    EXPECT_EQ(loop.pendingTimers(), 0) << "without a host nothing is watched";
+}
+
+TEST_F(PerformanceWatchdogTest, TheYesTakesEffectAtOnce) {
+    defaults.setValue("perf-reports.enabled", "");
     start();
-    play(1000s, 100);
-    EXPECT_EQ(sampler.starts, 0);
-    EXPECT_THAT(network.requests, IsEmpty());
-    EXPECT_THAT(console.lines(), IsEmpty());
+    play(100s, 100);
     reporting->setEnabled(true);
     EXPECT_EQ(defaults.value("perf-reports.enabled"), "true");
     play(6s, 100);

@@ -118,6 +118,12 @@ TEST_F(DayChartViewTest, ADragDrawsARangeWithItsTooltipAndEscapeDropsIt) {
     EXPECT_FALSE(tooltip().isVisible());
     key(Qt::Key_Escape);
     EXPECT_FALSE(chart.selectedTimeRange());
+
+    press({400, y(9.25)});
+    chart.stepDate(1);
+    move({420, y(10)}, Qt::LeftButton);
+    release({420, y(10)});
+    EXPECT_FALSE(chart.selectedTimeRange()) << "a drag that began on another day";
 }
 
 TEST_F(DayChartViewTest, ADragNearTheEdgeScrollsAndGoesOn) {

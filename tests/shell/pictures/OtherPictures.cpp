@@ -24,9 +24,7 @@ void showRules(WindowScene& scene) {
 std::function<void(WindowScene&)> showingSettings(int tab) {
     return [tab](WindowScene& scene) {
         auto& context = scene.store.context();
-        const auto settings = std::make_shared<AppSettings>();
-        settings->onlyTrackWorkHours = true;
-        context.insert(settings);
+        context.fetch<AppSettings>().front()->onlyTrackWorkHours = true;
         context.save();
         auto& categories = scene.services().categories;
         categories.setPreference("Figma", {.category = "工作", .tags = {"设计", "创意工作"}});

@@ -89,7 +89,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     press(Qt::Key_Escape);
     scene->settle();
     EXPECT_FALSE(isOpen());
-    EXPECT_TRUE(stored().empty());
+    EXPECT_FALSE(stored().front()->hideDockIcon());
     open();
     named<QComboBox>("Language of praise and cards").setCurrentIndex(6);
     chooseTab(1);
@@ -110,9 +110,8 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
 }
 
 TEST_F(SettingsSheetTest, AStoredThresholdThatIsNotOfferedShowsAndStays) {
-    const auto settings = std::make_shared<AppSettings>();
+    const auto settings = stored().front();
     settings->idleThresholdMinutes = 7;
-    scene->services().context.insert(settings);
     open();
     chooseTab(1);
     auto& combo = named<QComboBox>("Away after, Minutes");
@@ -207,6 +206,21 @@ TEST_F(SettingsSheetTest, TheDiagnosticsShowTheLogSectionAndTestsOfTheCapture) {
     click("Test Document");
     click("Cancel");
     scene->runLoop.playFor(4s);  // nothing is read any more
+}
+
+TEST_F(SettingsSheetTest, ReportsHaveASwitchWhereTheyCanGoSomewhereAndItIsOff) {
+    for (const bool hasHost : {true, false}) {
+        if (!hasHost) scene->services().setPerformanceReportsEnabled = nullptr;
+        open();
+        chooseTab(3);
+        EXPECT_EQ(accessibleNames(topSheet(), QAccessible::CheckBox).size(), hasHost ? 1U : 0U);
+        if (hasHost) {
+            EXPECT_FALSE(named("Send performance reports").isChecked());
+            click("Send performance reports");
+            EXPECT_TRUE(scene->services().performanceReports.isEnabled());
+        }
+        click("Cancel");
+    }
 }
 
 TEST_F(SettingsSheetTest, EveryControlHasANameAndTabReachesThemAllOnEachPage) {

@@ -4,6 +4,8 @@
 #include "store/Database.h"
 #include "support/StoreTest.h"
 
+#include <cstdlib>
+
 namespace quorvane {
 namespace {
 
@@ -52,6 +54,19 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
     EXPECT_EQ(rows[0]->createdAt(), at("12:00:00"));
     EXPECT_EQ(rows[0]->updatedAt(), at("12:01:00"));
     EXPECT_THAT(applied, ElementsAre(std::pair(true, false), std::pair(false, true), std::pair(false, false)));
+}
+
+TEST_F(SettingsViewTest, TheFormBeginsAsAStoreDoes) {
+    setenv("LANGUAGE", "de_DE:en", 1);
+    auto form = view();
+    unsetenv("LANGUAGE");
+    form.load();
+    EXPECT_EQ(form.idleThresholdMinutes, 5);
+    EXPECT_TRUE(form.enableIdleDetection);
+    EXPECT_EQ(form.workEndHour, 18);
+    form.hideDockIcon = true;
+    EXPECT_TRUE(form.save());
+    EXPECT_EQ(stored().front()->preferredLanguage(), "de");
 }
 
 TEST_F(SettingsViewTest, WhatIsStoredAndNotOfferedKeepsItsValueUntilAnotherIsChosen) {

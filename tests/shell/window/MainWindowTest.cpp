@@ -11,6 +11,7 @@
 #include "shell/support/WindowScene.h"
 #include "shell/window/PanelOverlay.h"
 #include "store/ActivityRecord.h"
+#include "store/AppSettings.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Matching.h"
 #include "updates/SignedFeed.h"
@@ -143,6 +144,25 @@ TEST_F(MainWindowTest, ThereIsOneLogWindowAndItGoesWithTheMainOne) {
     EXPECT_FALSE(shown[0]);
 }
 
+TEST_F(MainWindowTest, OnlyAReturnFromAnotherApplicationShowsTheNewDay) {
+    auto& day = open();
+    const Date before = day.chart().selectedDate();
+    shortcut("Ctrl+Shift+L");
+    day.workUntil("2026-03-13 09:00:00");
+    day.window().activateWindow();
+    day.settle();
+    EXPECT_EQ(day.chart().selectedDate(), before) << "from the log window";
+    day.chart().selectDate(day.runLoop.now());
+    day.chart().selectTimeRange({8, 8.5});
+    shortcut("Ctrl+Shift+L");
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    day.workUntil("2026-03-14 09:00:00");
+    day.window().activateWindow();
+    day.settle();
+    EXPECT_EQ(day.chart().selectedDate(), day.runLoop.now());
+    EXPECT_FALSE(widgetBelow<ProjectPanel>(day.window()).isVisible());
+}
+
 TEST_F(MainWindowTest, AChosenBlockShowsItsDetailsWhereThereIsRoom) {
     for (const QSize size : {QSize(1280, 832), QSize(900, 640), QSize(480, 420)}) {
         SCOPED_TRACE(size.width());
@@ -223,6 +243,16 @@ TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
     day.chart().selectDate(day.runLoop.now() - 86400s);
     day.settle();
     EXPECT_NE(sentence(), second) << "another day has its own";
+    const auto third = sentence();
+    auto& settings = *day.services().context.fetch<AppSettings>().front();
+    settings.idleThresholdMinutes = 3;
+    day.runLoop.playFor(0.1s);
+    day.settle();
+    EXPECT_EQ(sentence(), third) << "what is saved leaves the sentence alone, but for";
+    settings.preferredLanguage = "ja";
+    day.runLoop.playFor(0.1s);
+    day.settle();
+    EXPECT_THAT(sentence(), Contains(ContainsRegex("[ぁ-ん]"))) << "the language";
     click("Create Share Card");
     EXPECT_THAT(accessibleNames(day.window(), QAccessible::Dialog), SizeIs(1));
     press(Qt::Key_Escape);

@@ -1,0 +1,35 @@
+#include "base/PreferredLanguages.h"
+
+#include "base/Text.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace quorvane {
+namespace {
+
+std::string languageOf(std::string_view locale) {
+    auto language = text::lowercased(locale.substr(0, locale.find_first_of("_-.@")));
+    return language == "c" || language == "posix" ? "en" : language;
+}
+
+std::string_view environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+}  // namespace
+
+std::vector<std::string> preferredLanguages() {
+    std::vector<std::string> languages;
+    if (const auto list = environment("LANGUAGE"); !list.empty()) {
+        for (const std::string& entry : text::split(list, ':'))
+            languages.push_back(languageOf(entry));
+        return languages;
+    }
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (const auto locale = environment(name); !locale.empty()) return {languageOf(locale)};
+    return languages;
+}
+
+}  // namespace quorvane
