@@ -46,7 +46,9 @@ bool needsALook(const ActivityRecord& record) {
 
 /// A store in one piece, and what a report over it has to say.
 struct WholeStore {
-    WholeStore(ModelContext& context, DateInterval reported, const BillingFilters& filters) : range(reported) {
+    WholeStore(ModelContext& context, DateInterval reported, bool isEndInside, const BillingFilters& filters)
+        : range(reported) {
+        const auto isBeforeEnd = [&](Date date) { return date < range.end || (isEndInside && date == range.end); };
         projects = context.fetch<Project>();
         for (const auto& record : context.fetch<ActivityRecord>())
             if (isWanted(record->project().get(), filters) && record->startTime() >= range.start &&
@@ -56,7 +58,7 @@ struct WholeStore {
             return std::pair(b->startTime(), a->id()) < std::pair(a->startTime(), b->id());
         });
         for (const auto& record : inRange) {
-            if (!isWanted(*record, filters)) continue;
+            if (!isWanted(*record, filters) || !isBeforeEnd(record->startTime())) continue;
             const auto status = record->billingStatusValue();
             if (status == BillingStatus::review || status == BillingStatus::billable) billable.push_back(record);
             if (status != BillingStatus::excluded && needsALook(*record)) review.push_back(record);
@@ -65,7 +67,9 @@ struct WholeStore {
             if (isWanted(annotation->project().get(), filters) && annotation->endTime() > range.start &&
                 annotation->startTime() <= range.end)
                 reachingIn.push_back(annotation);
-        if (filters.category == BillingCategoryFilter::all) assigned = reachingIn;
+        if (filters.category == BillingCategoryFilter::all)
+            std::ranges::copy_if(reachingIn, std::back_inserter(assigned),
+                                 [&](const auto& annotation) { return isBeforeEnd(annotation->startTime()); });
     }
 
     [[nodiscard]] double clippedHours(const ProjectTimeAnnotation& annotation) const {
@@ -209,7 +213,7 @@ std::size_t expectSameReport(TemporaryStore& store, const BillingReportRange& ra
     const auto connection = store.anotherContext();
     const auto report = makeBillingReport(*connection, range, filters, now, calendar, Localization("en"));
     const WholeStore whole(store.context(), {rangeStart(range, now, calendar), rangeEnd(range, now, calendar)},
-                           filters);
+                           isEndInside(range), filters);
     EXPECT_EQ(idsOf(report.ledger.records()), idsOf(whole.inRange));
     EXPECT_THAT(idsOf(report.ledger.annotations()), testing::UnorderedElementsAreArray(idsOf(whole.reachingIn)));
     EXPECT_EQ(idsOf(report.billable), idsOf(whole.billable));
