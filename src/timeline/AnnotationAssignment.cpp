@@ -1,5 +1,6 @@
 #include "timeline/AnnotationAssignment.h"
 
+#include "base/TimeText.h"
 #include "store/StoreError.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -62,8 +63,8 @@ AssignmentOutcome createAnnotation(ModelContext& context, const std::shared_ptr<
         console.line("Failed to save ProjectTimeAnnotation: {}", error.what());
         return AssignmentOutcome::failed;
     }
-    console.line("ProjectTimeAnnotation saved: {} from {} to {}", project->name(),
-                 DayTimelineGeometry::formatHour(range.startHour), DayTimelineGeometry::formatHour(range.endHour));
+    console.line("ProjectTimeAnnotation saved: {} from {} to {}", project->name(), clockText(range.startHour * 1h),
+                 clockText(range.endHour * 1h));
     return AssignmentOutcome::saved;
 }
 
