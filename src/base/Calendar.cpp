@@ -1,9 +1,10 @@
 #include "base/Calendar.h"
 
+#include "base/LocalTimeZone.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <mutex>
 #include <unicode/calendar.h>
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
@@ -11,29 +12,8 @@
 namespace quorvane {
 namespace {
 
-UDate toIcu(Date date) {
-    return secondsSince1970(date) * 1000.0;
-}
-
-Date fromIcu(UDate date) {
-    return dateFromSecondsSince1970(date / 1000.0);
-}
-
 icu::Locale localeFrom(const std::string& name) {
     return icu::Locale::createCanonical(name.c_str());
-}
-
-std::string nameOf(const icu::TimeZone& zone) {
-    icu::UnicodeString name;
-    std::string out;
-    return zone.getID(name).toUTF8String(out);
-}
-
-/// A gap in the wall clock ends at its first valid instant; what happens twice is the first.
-void settle(icu::Calendar& calendar) {
-    calendar.setLenient(true);
-    calendar.setSkippedWallTimeOption(UCAL_WALLTIME_NEXT_VALID);
-    calendar.setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
 }
 
 int field(const icu::Calendar& calendar, UCalendarDateFields which) {
@@ -48,55 +28,67 @@ void clearTimeOfDay(icu::Calendar& calendar) {
 
 }  // namespace
 
+/// ICU counts the days; the zone says what the clocks show. So ICU's calendars all stand in UTC, where no hour is
+/// missing.
 struct Calendar::Impl {
-    explicit Impl(std::unique_ptr<icu::Calendar> made) : calendar(std::move(made)) { settle(*calendar); }
+    Impl(std::unique_ptr<icu::Calendar> made, std::shared_ptr<const TimeZone> itsZone)
+        : calendar(std::move(made)), zone(std::move(itsZone)) {
+        calendar->setLenient(true);
+    }
 
     /// A Gregorian calendar in the same zone: the one in which days are named on the command line and in files.
     [[nodiscard]] std::unique_ptr<icu::Calendar> gregorian() const {
         UErrorCode error = U_ZERO_ERROR;
-        auto made = std::make_unique<icu::GregorianCalendar>(calendar->getTimeZone(), icu::Locale::getRoot(), error);
+        auto made = std::make_unique<icu::GregorianCalendar>(*icu::TimeZone::getGMT(), icu::Locale::getRoot(), error);
         made->setGregorianChange(std::numeric_limits<UDate>::lowest(), error);
-        settle(*made);
         return made;
     }
 
     icu::Calendar& at(Date date) const {
-        UErrorCode error = U_ZERO_ERROR;
-        calendar->setTime(toIcu(date), error);
+        set(*calendar, date);
         return *calendar;
     }
 
-    Date read() const {
+    void set(icu::Calendar& target, Date date) const {
+        // Whole microseconds: what a sum of fractions lacks must not turn a second back into the one before.
         UErrorCode error = U_ZERO_ERROR;
-        return fromIcu(calendar->getTime(error));
+        target.setTime(static_cast<double>(microsecondsSince1970(zone->wallTime(date))) / 1000.0, error);
     }
 
+    [[nodiscard]] Date read(const icu::Calendar& source) const {
+        UErrorCode error = U_ZERO_ERROR;
+        return zone->instant(dateFromSecondsSince1970(source.getTime(error) / 1000.0));
+    }
+    [[nodiscard]] Date read() const { return read(*calendar); }
+
     Date adding(UCalendarDateFields unit, int amount, Date date) const {
+        if (amount == 0) return date;  // an hour that comes twice is the same one still
         // ICU counts milliseconds and may drop what is finer.
-        const auto microseconds = microsecondsSince1970(date);
-        const auto milliseconds =
-            std::chrono::floor<std::chrono::milliseconds>(std::chrono::microseconds{microseconds});
-        const auto finer = std::chrono::microseconds{microseconds} - milliseconds;
+        const auto microseconds = std::chrono::microseconds{microsecondsSince1970(date)};
+        const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(microseconds);
         UErrorCode error = U_ZERO_ERROR;
         at(Date{milliseconds}).add(unit, amount, error);
-        return read() + finer;
+        return read() + (microseconds - milliseconds);
     }
 
     std::unique_ptr<icu::Calendar> calendar;
+    std::shared_ptr<const TimeZone> zone;
 };
 
 Calendar::Calendar(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 
-Calendar::Calendar(const std::string& locale, const std::string& zone) {
+Calendar::Calendar(const std::string& locale, const std::string& zone)
+    : Calendar(locale, std::make_shared<const TimeZone>(quorvane::timeZone(zone))) {}
+
+Calendar::Calendar(const std::string& locale, std::shared_ptr<const TimeZone> zone) {
     UErrorCode error = U_ZERO_ERROR;
-    std::unique_ptr<icu::TimeZone> timeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone)));
-    if (*timeZone == icu::TimeZone::getUnknown()) timeZone.reset(icu::TimeZone::getGMT()->clone());
-    impl_ = std::make_unique<Impl>(
-        std::unique_ptr<icu::Calendar>(icu::Calendar::createInstance(timeZone.release(), localeFrom(locale), error)));
+    impl_ = std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(icu::Calendar::createInstance(
+                                       *icu::TimeZone::getGMT(), localeFrom(locale), error)),
+                                   std::move(zone));
 }
 
 Calendar::Calendar(const Calendar& other)
-    : impl_(std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(other.impl_->calendar->clone()))) {}
+    : impl_(std::make_unique<Impl>(std::unique_ptr<icu::Calendar>(other.impl_->calendar->clone()), other.timeZone())) {}
 Calendar& Calendar::operator=(const Calendar& other) {
     return *this = Calendar(other);
 }
@@ -116,22 +108,14 @@ std::string dateLocale() {
     return locale == "C" || locale == "POSIX" || locale.starts_with("C.") ? "en_US_POSIX" : locale;
 }
 
-std::string currentZone() {
-    // ICU finds out the system's zone in a buffer that it shares between threads.
-    static std::mutex mutex;
-    const std::lock_guard lock(mutex);
-    const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());
-    return nameOf(*zone);
-}
-
 Calendar Calendar::current() {
-    return {dateLocale(), currentZone()};
+    return {dateLocale(), localTimeZone()};
 }
 
 Calendar Calendar::mondayFirst(const Calendar& other) {
     auto calendar = other.impl_->gregorian();
     calendar->setFirstDayOfWeek(UCAL_MONDAY);
-    return Calendar(std::make_unique<Impl>(std::move(calendar)));
+    return Calendar(std::make_unique<Impl>(std::move(calendar), other.timeZone()));
 }
 
 int Calendar::firstWeekday() const {
@@ -155,14 +139,12 @@ Date Calendar::date(CivilDate day, int hour, int minute, double second) const {
     const double whole = std::floor(second);
     calendar->clear();
     calendar->set(day.year, day.month - 1, day.day, hour, minute, static_cast<int>(whole));
-    UErrorCode error = U_ZERO_ERROR;
-    return fromIcu(calendar->getTime(error)) + Seconds{second - whole};
+    return impl_->read(*calendar) + Seconds{second - whole};
 }
 
 CivilDate Calendar::civilDate(Date date) const {
     const auto calendar = impl_->gregorian();
-    UErrorCode error = U_ZERO_ERROR;
-    calendar->setTime(toIcu(date), error);
+    impl_->set(*calendar, date);
     return {field(*calendar, UCAL_YEAR), field(*calendar, UCAL_MONTH) + 1, field(*calendar, UCAL_DATE)};
 }
 
@@ -216,8 +198,8 @@ std::string Calendar::localeName() const {
     return impl_->calendar->getLocale(ULOC_VALID_LOCALE, error).getName();
 }
 
-std::string Calendar::zoneName() const {
-    return nameOf(impl_->calendar->getTimeZone());
+const std::shared_ptr<const TimeZone>& Calendar::timeZone() const {
+    return impl_->zone;
 }
 
 }  // namespace quorvane

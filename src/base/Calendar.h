@@ -2,6 +2,7 @@
 
 #include "base/Date.h"
 #include "base/Iso8601.h"
+#include "base/TimeZone.h"
 
 #include <memory>
 #include <string>
@@ -24,16 +25,18 @@ struct DateComponents {
 /// midnight: their first instant is what follows the gap. Cheap to copy, for one thread at a time.
 class Calendar {
 public:
-    /// `locale` as POSIX or BCP 47 write it ("de_DE.UTF-8", "th-TH"); `zone` an IANA name ("America/New_York"). What is
-    /// unknown falls back to the root locale and to UTC.
+    /// `locale` as POSIX or BCP 47 write it ("de_DE.UTF-8", "th-TH"); `zone` as TZ does, mostly by an IANA name
+    /// ("America/New_York"). What is unknown falls back to the root locale and to UTC.
     Calendar(const std::string& locale, const std::string& zone);
+    Calendar(const std::string& locale, std::shared_ptr<const TimeZone> zone);
     Calendar(const Calendar& other);
     Calendar& operator=(const Calendar& other);
     Calendar(Calendar&&) noexcept;
     Calendar& operator=(Calendar&&) noexcept;
     ~Calendar();
 
-    /// The user's: locale from the first set of LC_ALL, LC_TIME, LANG; zone from TZ, else the system's.
+    /// The user's: locale from the first set of LC_ALL, LC_TIME, LANG; `localTimeZone()`. Whoever keeps one for longer
+    /// than a task compares the zones, as the user's may change.
     [[nodiscard]] static Calendar current();
 
     /// A Gregorian calendar whose weeks begin on Monday, in the zone of `other`.
@@ -64,7 +67,7 @@ public:
     [[nodiscard]] Date addingMonths(int months, Date date) const;
 
     [[nodiscard]] std::string localeName() const;  ///< as ICU writes it, "de_DE"
-    [[nodiscard]] std::string zoneName() const;    ///< "Europe/Berlin"
+    [[nodiscard]] const std::shared_ptr<const TimeZone>& timeZone() const;
 
 private:
     struct Impl;
@@ -75,8 +78,5 @@ private:
 /// The user's locale for dates: the first set of LC_ALL, LC_TIME, LANG. "en_US_POSIX" stands for the C locale, and for
 /// none.
 [[nodiscard]] std::string dateLocale();
-
-/// The user's time zone, looked up anew: TZ, else the system's. From any thread.
-[[nodiscard]] std::string currentZone();
 
 }  // namespace quorvane

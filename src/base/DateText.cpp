@@ -1,6 +1,7 @@
 #include "base/DateText.h"
 
 #include "base/Calendar.h"
+#include "base/LocalTimeZone.h"
 
 #include <memory>
 #include <unicode/datefmt.h>
@@ -11,10 +12,11 @@ namespace quorvane {
 namespace {
 
 std::string formatted(Date date, icu::DateFormat& format) {
-    format.adoptTimeZone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(currentZone())));
+    // What the clocks show, as if in UTC: ICU's own zones are older than the system's.
+    format.setTimeZone(*icu::TimeZone::getGMT());
     icu::UnicodeString text;
     // Whole microseconds first: 0.123 s must not come out as 122 ms because no double is exactly that.
-    format.format(static_cast<double>(microsecondsSince1970(date)) / 1000.0, text);
+    format.format(static_cast<double>(microsecondsSince1970(localTimeZone()->wallTime(date))) / 1000.0, text);
     std::string out;
     return text.toUTF8String(out);
 }
@@ -29,6 +31,13 @@ std::string localDateText(Date date, const char* pattern) {
     UErrorCode error = U_ZERO_ERROR;
     icu::SimpleDateFormat format(icu::UnicodeString::fromUTF8(pattern), icu::Locale::getRoot(), error);
     return formatted(date, format);
+}
+
+std::string localeDateText(Date date, const char* skeleton) {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateFormat> format(
+        icu::DateFormat::createInstanceForSkeleton(skeleton, userLocale(), error));
+    return formatted(date, *format);
 }
 
 std::string mediumDateTime(Date date) {
@@ -56,10 +65,7 @@ std::string mediumDateShortTime(Date date) {
 }
 
 std::string numericDateShortTime(Date date) {
-    UErrorCode error = U_ZERO_ERROR;
-    const std::unique_ptr<icu::DateFormat> format(
-        icu::DateFormat::createInstanceForSkeleton("yMdjm", userLocale(), error));
-    return formatted(date, *format);
+    return localeDateText(date, "yMdjm");
 }
 
 }  // namespace quorvane

@@ -10,6 +10,9 @@ namespace quorvane {
 /// By a pattern of Unicode's ("yyyy-MM-dd") in the Gregorian calendar; the same in every language.
 [[nodiscard]] std::string localDateText(Date date, const char* pattern);
 
+/// The fields that a skeleton of Unicode's names ("yMMMMd"), as the user's locale writes them.
+[[nodiscard]] std::string localeDateText(Date date, const char* skeleton);
+
 /// Date and time at medium length, as the user's locale writes them: "Mar 4, 2026, 3:00:00 PM".
 [[nodiscard]] std::string mediumDateTime(Date date);
 

@@ -6,7 +6,7 @@ BillingReport makeBillingReport(ModelContext& context, const BillingReportRange&
                                 Date now, const Calendar& calendar, const Localization& localization,
                                 std::optional<Date> recordsSince) {
     using namespace BillingReportBuilder;
-    const Scope scope{rangeStart(range, now, calendar), rangeEnd(range, now, calendar), filters};
+    const Scope scope{rangeStart(range, now, calendar), rangeEnd(range, now, calendar), filters, isEndInside(range)};
     BillingLedger ledger = BillingLedger::load(context, scope.start, scope.end, filters, recordsSince);
     const auto& records = ledger.records();
     const auto& annotations = ledger.annotations();

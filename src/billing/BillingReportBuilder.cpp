@@ -33,7 +33,7 @@ Seconds clippedDuration(const BillingAnnotation& annotation, const Scope& scope)
 bool isInScope(const BillingRecord& record, const Scope& scope) {
     return record.project && (!scope.filters.projectId || *scope.filters.projectId == record.project->id) &&
            matchesClient(*record.project, scope.filters.client) && matchesCategory(record, scope.filters.category) &&
-           record.startTime >= scope.start && record.startTime <= scope.end;
+           record.startTime >= scope.start && scope.isBeforeEnd(record.startTime);
 }
 
 BillingReportRow makeRow(const BillingAccumulator& total) {
@@ -156,7 +156,7 @@ std::vector<BillingAnnotation> matchingAnnotations(const std::vector<BillingAnno
                      const auto* project = annotation.project;
                      return project && (!scope.filters.projectId || *scope.filters.projectId == project->id) &&
                             matchesClient(*project, scope.filters.client) && annotation.endTime > scope.start &&
-                            annotation.startTime <= scope.end;
+                            scope.isBeforeEnd(annotation.startTime);
                  });
     return kept;
 }

@@ -42,11 +42,14 @@ struct BillingDayBreakdown {
 /// Time that both a record and an annotation cover counts twice.
 namespace BillingReportBuilder {
 
-/// What a report looks at: instants from `start` to `end`, both inside, and filters.
+/// What a report looks at: instants from `start` to `end`, and filters.
 struct Scope {
     Date start;
     Date end;
     BillingFilters filters;
+    bool isEndInside = true;  ///< else what begins at `end` belongs to the next range
+
+    [[nodiscard]] bool isBeforeEnd(Date date) const { return isEndInside ? date <= end : date < end; }
 };
 
 /// The clients of the projects without blanks around them, sorted, each once.

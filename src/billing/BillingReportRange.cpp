@@ -36,7 +36,11 @@ Date rangeStart(const BillingReportRange& range, Date now, const Calendar& calen
 
 Date rangeEnd(const BillingReportRange& range, Date now, const Calendar& calendar) {
     if (range.kind != BillingReportRangeKind::custom) return now;
-    return calendar.addingDays(1, calendar.startOfDay(range.customEnd)) - 1s;
+    return calendar.day(range.customEnd).end;
+}
+
+bool isEndInside(const BillingReportRange& range) {
+    return range.kind != BillingReportRangeKind::custom;
 }
 
 std::string rangeLabel(const BillingReportRange& range, const Localization& localization) {

@@ -32,10 +32,11 @@ struct BillingReportRange {
     [[nodiscard]] static BillingReportRange fromKind(BillingReportRangeKind kind, Date customStart, Date customEnd);
 };
 
-/// The first and the last instant of the range, both inside. A week begins as the calendar's locale has it. A custom
-/// range ends one second before the day after its last one.
+/// Where the range begins and ends. A week begins as the calendar's locale has it. A custom range ends where the day
+/// after its last one begins, which isn't inside; every other one ends now, and this instant is.
 [[nodiscard]] Date rangeStart(const BillingReportRange& range, Date now, const Calendar& calendar);
 [[nodiscard]] Date rangeEnd(const BillingReportRange& range, Date now, const Calendar& calendar);
+[[nodiscard]] bool isEndInside(const BillingReportRange& range);
 
 /// The range as documents name it: the kind, or the first and the last day of a custom range.
 [[nodiscard]] std::string rangeLabel(const BillingReportRange& range, const Localization& localization);

@@ -2,6 +2,7 @@
 
 #include "base/DateText.h"
 #include "base/Text.h"
+#include "base/TimeText.h"
 #include "cli/TextTable.h"
 #include "session/LocalTime.h"
 #include "session/TerminalColor.h"
@@ -63,8 +64,7 @@ public:
     [[nodiscard]] std::string line(int quarter, bool isFirst) const {
         const auto* block = blockAt(chart_, quarter);
         const bool isNew = block != nullptr && (isFirst || block != blockAt(chart_, quarter - 1));
-        std::string out = quarter % 4 == 0 || isFirst ? fmt::format("{:02}:{:02} ", quarter / 4, quarter % 4 * 15)
-                                                      : std::string(timeWidth, ' ');
+        std::string out = quarter % 4 == 0 || isFirst ? clockText(quarter * 15min) + " " : std::string(timeWidth, ' ');
         out += blockText(block, isNew) + " " + annotationsText(quarter, isFirst);
         if (isNew) out += titleOf(*block);
         out.erase(out.find_last_not_of(' ') + 1);
@@ -108,7 +108,7 @@ private:
 
     [[nodiscard]] std::string titleOf(const ProcessedActivityItem& block) const {
         const std::string title = harmlessLine(block.windowTitle.value_or(""));
-        return text::fittedTo(fmt::format("{}  {}", durationText(Seconds{block.duration * 3600}), title), titleWidth_);
+        return text::fittedTo(fmt::format("{}  {}", durationText(block.duration * 1h), title), titleWidth_);
     }
 
     const DayChart& chart_;

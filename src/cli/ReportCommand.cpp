@@ -152,8 +152,9 @@ void writeDays(const BillingReport& report, const Localization& l, Output& outpu
 
 void writeText(const BillingReport& report, const Localization& l, Output& output) {
     const auto totals = BillingReportBuilder::totals(report.rows);
+    const bool isCustom = report.range.kind == BillingReportRangeKind::custom;
     output.write(fmt::format("{}: {} — {}\n", label(report.range.kind, l), mediumDate(report.scope.start),
-                             mediumDate(report.scope.end)));
+                             mediumDate(isCustom ? report.range.customEnd : report.scope.end)));
     output.write(fmt::format("{}: {}\n", l.text("client"), harmlessLine(clientLabel(report.scope.filters.client, l))));
     if (report.scope.filters.category != BillingCategoryFilter::all)
         output.write(

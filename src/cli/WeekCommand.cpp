@@ -82,9 +82,8 @@ void writeText(const std::vector<WeekTimelineColumn>& week, Output& output) {
         for (const TextBar& bar : textBars(column, localization)) {
             const Date start = column.date + bar.geometry.startHour * 1h;
             const Date end = column.date + bar.geometry.endHour * 1h;
-            const auto times = fmt::format("  {}  {}  {:>8}  ", local.time(start), local.time(end),
-                                           durationText(Seconds{dateFromMicroseconds(microsecondsSince1970(end)) -
-                                                                dateFromMicroseconds(microsecondsSince1970(start))}));
+            const auto times =
+                fmt::format("  {}  {}  {:>8}  ", local.time(start), local.time(end), durationText(end - start));
             const int used = text::displayWidth(times) + 2;
             output.write(times + color.colored("▌", bar.mark) + " " +
                          (width ? text::fittedTo(bar.name, std::max(*width - used, 8)) : bar.name) + "\n");

@@ -1,9 +1,9 @@
 #include "praise/CardContent.h"
 
 #include "base/DateText.h"
+#include "base/TimeText.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fmt/format.h>
 
 namespace quorvane {
@@ -54,8 +54,8 @@ std::vector<CardContent::Row> rowsOf(const ShareImageConfig& config, std::size_t
 /// As a sentence tells hours: minutes below a tenth of an hour, whole hours from ten on.
 void setHours(CardContent& content, double given) {
     const double hours = std::max(0.0, given);
-    if (hours < 0.1) {
-        content.hours = fmt::format("{}", static_cast<int>(std::trunc(hours * 60)));
+    if (wholeSeconds(hours * 1h) < 360) {
+        content.hours = fmt::format("{}", wholeMinutes(hours * 1h));
         content.unit = std::string("分钟");
     } else {
         content.unit = std::string("h");

@@ -1,9 +1,9 @@
 #include "praise/PraiseTexts.h"
 
 #include "base/Text.h"
+#include "base/TimeText.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fmt/format.h>
 #include <string_view>
 
@@ -17,11 +17,11 @@ std::string replaced(std::string text, std::string_view placeholder, std::string
 }
 
 std::string minutesText(double hours) {
-    return fmt::format("{:.0f}分钟", std::trunc(hours * 60));
+    return fmt::format("{}分钟", wholeMinutes(hours * 1h));
 }
 
 std::string durationText(double hours) {
-    return hours >= 1 ? fmt::format("{:.1f}小时", hours) : minutesText(std::max(0.0, hours));
+    return wholeSeconds(hours * 1h) >= 3600 ? fmt::format("{:.1f}小时", hours) : minutesText(std::max(0.0, hours));
 }
 
 std::string filledReason(std::string reason, std::string_view appName, double hours) {
@@ -60,7 +60,7 @@ bool matchesAny(const TimelineRecordSnapshot& record, const std::vector<std::str
 
 std::string hoursText(double hours) {
     const double shown = std::max(0.0, hours);
-    if (shown < 0.1) return minutesText(shown);
+    if (wholeSeconds(shown * 1h) < 360) return minutesText(shown);
     return shown < 10 ? fmt::format("{:.1f}", shown) : fmt::format("{:.0f}", shown);
 }
 

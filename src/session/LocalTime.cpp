@@ -1,5 +1,7 @@
 #include "session/LocalTime.h"
 
+#include "base/TimeText.h"
+
 #include <algorithm>
 #include <fmt/format.h>
 
@@ -16,9 +18,7 @@ std::string LocalTime::time(Date date) const {
 }
 
 std::string durationText(Seconds duration) {
-    // Longer than any two dates are apart; it keeps the number in range.
-    constexpr Seconds longest{1e12};
-    const auto seconds = static_cast<std::int64_t>(std::clamp(duration, Seconds{0}, longest).count());
+    const auto seconds = std::max<std::int64_t>(wholeSeconds(duration), 0);
     return fmt::format("{}:{:02}:{:02}", seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
 

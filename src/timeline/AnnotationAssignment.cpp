@@ -1,5 +1,6 @@
 #include "timeline/AnnotationAssignment.h"
 
+#include "base/TimeText.h"
 #include "store/StoreError.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -62,8 +63,7 @@ AssignmentOutcome createAnnotation(ModelContext& context, const std::shared_ptr<
         return AssignmentOutcome::failed;
     }
     console.line("ProjectTimeAnnotation saved: {} from {} to {}", project->name(),
-                 DayTimelineGeometry::formatHour(range.hours.startHour),
-                 DayTimelineGeometry::formatHour(range.hours.endHour));
+                 clockText(range.hours.startHour * 1h), clockText(range.hours.endHour * 1h));
     return AssignmentOutcome::saved;
 }
 

@@ -1,6 +1,7 @@
 #include "timeline/DayTimelineChart.h"
 
 #include "base/DateText.h"
+#include "base/LocalTimeZone.h"
 #include "platform/Clock.h"
 #include "store/StoreError.h"
 #include "timeline/CalendarTitles.h"
@@ -20,10 +21,11 @@ constexpr double scrollNoise = 0.1;
 }  // namespace
 
 DayTimelineChart::DayTimelineChart(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console)
-    : context_(context), runLoop_(runLoop), console_(console), processor_(runLoop), selectedDate_(runLoop.now()) {
+    : context_(context), runLoop_(runLoop), console_(console), processor_(runLoop), selectedDate_(runLoop.now()),
+      zone_(localTimeZone()) {
     followAnnotations();
     refreshTimer_ = runLoop_.every(refreshInterval, [weak = weak_.handle()] {
-        if (auto* self = weak.get()) self->refreshOpenRecord();
+        if (auto* self = weak.get()) self->passMinute();
     });
 }
 
@@ -181,8 +183,13 @@ void DayTimelineChart::clearTimelineCaches() {
     changed.send();
 }
 
-/// An open record grows while somebody looks at it.
-void DayTimelineChart::refreshOpenRecord() {
+/// An open record grows while somebody looks at it. Where the user has come to another zone, days begin elsewhere.
+void DayTimelineChart::passMinute() {
+    auto zone = localTimeZone();
+    if (zone != zone_) {
+        zone_ = std::move(zone);
+        return selectDate(selectedDate_);
+    }
     if (currentViewMode_ == TimelineViewMode::day && Calendar::current().isSameDay(selectedDate_, runLoop_.now()) &&
         hasOpenRecordOnSelectedDay())
         startTimelineProcessing();

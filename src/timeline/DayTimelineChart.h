@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "base/TimeZone.h"
 #include "base/Weak.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/RunLoop.h"
@@ -128,7 +129,7 @@ private:
     void clearTimelineCaches();
     void followAnnotations();
     void recalculateProjectAnnotations();
-    void refreshOpenRecord();
+    void passMinute();
     void zoomTo(double hourHeight);
     void anchor();
     void recentreSoon();
@@ -149,6 +150,7 @@ private:
 
     TimelineViewMode currentViewMode_ = TimelineViewMode::day;
     Date selectedDate_;
+    std::shared_ptr<const TimeZone> zone_;  ///< in which the day was read
     bool hasAppeared_ = false;
     std::optional<bool> leftOnToday_;  ///< none while the user is here
 

@@ -1,5 +1,7 @@
 #include "timeline/DayTimelineGeometry.h"
 
+#include "base/TimeText.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -105,17 +107,12 @@ double centringFraction(const HourLayout& layout, double hour) {
     return height > 0 ? std::clamp(0.5 - (layout.yPosition(hour) - top) / height, 0.0, 1.0) : 0.0;
 }
 
-std::string formatHour(double hour) {
-    const double whole = std::trunc(hour);
-    return fmt::format("{:02}:{:02}", static_cast<int>(whole), static_cast<int>((hour - whole) * 60));
-}
-
 std::vector<std::string> tooltipLines(const ProcessedActivityItem& item) {
     return {item.appName, item.windowTitle.value_or(""), fmt::format("时长: {:.1f}小时", item.duration)};
 }
 
 std::vector<std::string> tooltipLines(const TimeRange& range, ChartPoint mouse, double hourHeight) {
-    return {fmt::format("时间: {}-{}", formatHour(range.startHour), formatHour(range.endHour)),
+    return {fmt::format("时间: {}-{}", clockText(range.startHour * 1h), clockText(range.endHour * 1h)),
             fmt::format("鼠标位置: {:.1f}小时", mouse.y / hourHeight)};
 }
 

@@ -86,9 +86,6 @@ struct GridLine {
 /// middle: 0 to 1.
 [[nodiscard]] double centringFraction(const HourLayout& layout, double hour);
 
-/// "09:05"; what is below a minute is cut off.
-[[nodiscard]] std::string formatHour(double hour);
-
 /// What the tooltips say, line by line.
 [[nodiscard]] std::vector<std::string> tooltipLines(const ProcessedActivityItem& item);
 [[nodiscard]] std::vector<std::string> tooltipLines(const TimeRange& range, ChartPoint mouse, double hourHeight);

@@ -1,10 +1,10 @@
 #include "timeline/MonthTimeline.h"
 
+#include "base/TimeText.h"
 #include "timeline/AppColorPalette.h"
 #include "timeline/ProjectTone.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fmt/format.h>
 #include <tuple>
 
@@ -42,14 +42,14 @@ std::optional<std::string> fallbackText(Date date, const DayRecords& records, Da
 
 MonthCellLine lineOf(const TimelineAnnotation& annotation) {
     return {.name = annotation.projectName.value_or("Unknown"),
-            .duration = durationText(annotation.endTime - annotation.startTime),
+            .duration = lengthText(annotation.endTime - annotation.startTime),
             .mark = AppColorPalette::projectColor(annotation.projectColor.value_or(""), true)};
 }
 
 MonthCellLine lineOf(const Item& item, bool isDark) {
     const TimelineRecordSnapshot& record = *item.record;
     return {.name = record.displayName(),
-            .duration = durationText(item.length),
+            .duration = lengthText(item.length),
             .mark = AppColorPalette::appColor(record.bundleId, record.appName, {}, isDark)};
 }
 
@@ -66,13 +66,6 @@ std::vector<Date> daysOfMonth(Date date, const Calendar& userCalendar) {
 
 int room(double height) {
     return std::clamp(static_cast<int>((height - 26) / 13), 3, 5);
-}
-
-std::string durationText(Seconds duration) {
-    const auto hours = static_cast<long>(duration / 1h);
-    const auto minutes = static_cast<long>(std::fmod(duration.count(), 3600) / 60);
-    if (hours < 1) return fmt::format("{}m", minutes);
-    return minutes > 0 ? fmt::format("{}h{}m", hours, minutes) : fmt::format("{}h", hours);
 }
 
 MonthSimpleCell cell(Date date, const DayRecords& records, const Input& input, const Calendar& userCalendar,

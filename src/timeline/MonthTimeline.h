@@ -53,9 +53,6 @@ struct Input {
 /// How many items a cell of this height lists: 3 to 5.
 [[nodiscard]] int room(double height);
 
-/// "45m", "2h", "1h30m"; what is below a minute is cut off.
-[[nodiscard]] std::string durationText(Seconds duration);
-
 /// The cell of the day that begins at `date`, from all records of that day, short ones included. `userCalendar` counts
 /// the days of the month; `calendar` says when the day ends.
 [[nodiscard]] MonthSimpleCell cell(Date date, const DayRecords& records, const Input& input,

@@ -1,9 +1,12 @@
 #include "timeline/TimelineCalendar.h"
 
+#include "base/LocalTimeZone.h"
+
 namespace quorvane {
 
 const Calendar& timelineCalendar() {
-    static const Calendar calendar = Calendar::mondayFirst(Calendar::current());
+    static Calendar calendar = Calendar::mondayFirst(Calendar::current());
+    if (localTimeZone() != calendar.timeZone()) calendar = Calendar::mondayFirst(Calendar::current());
     return calendar;
 }
 

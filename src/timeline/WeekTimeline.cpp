@@ -1,9 +1,9 @@
 #include "timeline/WeekTimeline.h"
 
+#include "base/TimeText.h"
 #include "timeline/AppColorPalette.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 
 namespace quorvane::WeekTimeline {
 namespace {
@@ -117,7 +117,7 @@ double columnWidth(double containerWidth) {
 }
 
 std::string hourLabel(int hour) {
-    return fmt::format("{:02}:00", hour);
+    return clockText(hour * 1h);
 }
 
 std::optional<DateInterval> visibleRange(Date date, Date now, const Calendar& calendar) {

@@ -144,7 +144,7 @@ TEST(CalendarTest, TheUsersComesFromTheEnvironmentAsItIsNow) {
     ::setenv("LC_TIME", "de_DE.UTF-8", 1);
     ::setenv("TZ", "Asia/Kolkata", 1);
     EXPECT_EQ(Calendar::current().firstWeekday(), 2);
-    EXPECT_EQ(Calendar::current().zoneName(), "Asia/Kolkata");
+    EXPECT_EQ(Calendar::current().civilDate(at("2026-03-04T18:30:00Z")), (CivilDate{2026, 3, 5}));
     ::setenv("LC_ALL", "C.UTF-8", 1);
     EXPECT_EQ(Calendar::current().firstWeekday(), 1);
     ::setenv("LC_ALL", "en_US.UTF-8", 1);

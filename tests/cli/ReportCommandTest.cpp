@@ -18,7 +18,8 @@ protected:
              recordLine("B", "2026-03-04T09:00:00Z", "2026-03-04T09:30:00Z", web) +
              recordLine("C", "2026-03-04T11:00:00Z", "2026-03-04T12:00:00Z",
                         app + R"(,"billing_status":"billable","category":"社交")") +
-             recordLine("D", "2026-02-27T09:00:00Z", "2026-02-27T10:00:00Z", web + R"(,"billing_status":"excluded")"));
+             recordLine("D", "2026-02-27T09:00:00Z", "2026-02-27T10:00:00Z", web + R"(,"billing_status":"excluded")") +
+             recordLine("E", "2026-07-11T05:10:00Z", "2026-07-11T05:40:00Z", web));
     }
 
     static Arguments atThree(Arguments arguments) {
@@ -60,6 +61,15 @@ TEST_F(ReportCommandTest, TakesRangesAndFilters) {
         arguments.emplace_back("--json");
         EXPECT_THAT(report(arguments), HasSubstr(std::string(R"("totals":{)") + totals));
     }
+}
+
+TEST_F(ReportCommandTest, TheLastDayOfARangeEndsWithTheClocksOfTheZone) {
+    setting_.environment["TZ"] = "America/Mexico_City";  // where there is no summer time since 2022
+    EXPECT_THAT(report({"--json", "--range", "custom", "--from", "2026-07-10", "--to", "2026-07-10"}),
+                AllOf(HasSubstr(R"("end":"2026-07-11T06:00:00.000000Z")"),
+                      HasSubstr(R"("days":[{"date":"2026-07-10","hours":0.5,)")));
+    EXPECT_THAT(report({"--range", "custom", "--from", "2026-07-10", "--to", "2026-07-10"}),
+                testing::StartsWith("Custom range: Jul 10, 2026 — Jul 10, 2026\n"));
 }
 
 TEST_F(ReportCommandTest, RefusesWhatDoesNotGoTogether) {

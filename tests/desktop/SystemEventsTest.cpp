@@ -78,8 +78,7 @@ TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThemAndALockAtTh
     std::vector<std::function<void(bool)>> ways{[&](bool on) { logind.setLockedHint(on); },
                                                 [&](bool on) { logind.requestLock(on); }};
     for (const char* name : {"freedesktop", "gnome", "mate", "cinnamon", "xfce"})
-        ways.emplace_back(
-            [name](bool on) { announceScreenSaver(std::string("org.") + name + ".ScreenSaver", on); });
+        ways.emplace_back([name](bool on) { announceScreenSaver(std::string("org.") + name + ".ScreenSaver", on); });
     ways.emplace_back([all = ways](bool on) {
         for (const auto way : {1, 0, 3})
             all[static_cast<std::size_t>(way)](on);

@@ -38,7 +38,7 @@ TEST(TerminalTextTest, WritesDurationsWithAsManyHoursAsThereAre) {
         {3600s, "1:00:00"},
         {360'000s, "100:00:00"},
         {-5s, "0:00:00"},
-        {Seconds{1e300}, "277777777:46:40"},
+        {Seconds{1e300}, "2562047788:00:54"},
     };
     for (const auto& [duration, expected] : rows)
         EXPECT_EQ(durationText(duration), expected);

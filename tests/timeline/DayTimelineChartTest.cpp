@@ -2,6 +2,7 @@
 
 #include "support/StoreTest.h"
 
+#include <cstdlib>
 #include <fmt/format.h>
 #include <functional>
 
@@ -92,6 +93,16 @@ TEST_F(DayTimelineChartTest, AnOpenRecordOfTodayGrowsOnceAMinute) {
     EXPECT_THAT(blocks(), ElementsAre("Editor 11+2"));
 }
 
+TEST_F(DayTimelineChartTest, TheDayIsThatOfTheZoneToWhichTheUserHasCome) {
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
+    show();
+    EXPECT_THAT(blocks(), ElementsAre("Editor 9+1"));
+    setenv("TZ", "Asia/Tokyo", 1);
+    runLoop.playUntil(at("12:01:00"));
+    setenv("TZ", "UTC", 1);
+    EXPECT_THAT(blocks(), ElementsAre("Editor 18+1"));
+}
+
 TEST_F(DayTimelineChartTest, WhoComesBackOnANewDaySeesItIfTodayWasLeft) {
     const Date newDay = at("2026-03-03 09:00:00");
     const Date yesterday = at("2026-03-01 12:00:00");
@@ -116,7 +127,7 @@ TEST_F(DayTimelineChartTest, WhoComesBackOnANewDaySeesItIfTodayWasLeft) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         platform::SimulatedRunLoop loop{at("12:00:00")};
-        DayTimelineChart day(store.context(), loop, console);
+        DayTimelineChart day(context(), loop, console);
         day.selectDate(row.shown);
         day.setViewMode(row.mode);
         day.applicationBecameActive();
@@ -131,13 +142,12 @@ TEST_F(DayTimelineChartTest, WhoComesBackOnANewDaySeesItIfTodayWasLeft) {
         day.applicationBecameActive();
         EXPECT_EQ(day.selectedDate(), yesterday) << "one absence, one return";
     }
-    EXPECT_THAT(newLines(),
-                Each(MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*")));
+    EXPECT_THAT(newLines(), Each(MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*")));
 }
 
 TEST_F(DayTimelineChartTest, AnotherDayLetsGoOfAllThatWasChosen) {
-    const auto project = insertProject(store.context(), "Web");
-    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(store.context());
+    const auto project = insertProject(context(), "Web");
+    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
     show();
     const std::function<void()> ways[] = {
         [&] { chart->stepDate(1); },
@@ -163,7 +173,7 @@ TEST_F(DayTimelineChartTest, AnotherDayLetsGoOfAllThatWasChosen) {
         EXPECT_FALSE(chart->selection());
         EXPECT_EQ(chart->selectedProjectAnnotation(), nullptr);
         chart->assignTo(project);
-        EXPECT_EQ(store.context().count<ProjectTimeAnnotation>(), 0U);
+        EXPECT_EQ(context().count<ProjectTimeAnnotation>(), 0U);
     }
     chart->selectDate(at("12:00:00"));
     runLoop.runPosted();

@@ -115,13 +115,11 @@ TEST(DayTimelineGeometryTest, AnHourIsCentredByThePlaceInItsRow) {
         EXPECT_DOUBLE_EQ(centringFraction(layout, hour), fraction);
 }
 
-TEST(DayTimelineGeometryTest, TextsOfHoursAndTooltips) {
-    EXPECT_EQ(formatHour(9.999), "09:59");
-    EXPECT_EQ(formatHour(24), "24:00");
+TEST(DayTimelineGeometryTest, TextsOfTooltips) {
     const ProcessedActivityItem item{.duration = 1.26, .appName = "Editor", .windowTitle = "main.cpp"};
     EXPECT_THAT(tooltipLines(item), ElementsAre("Editor", "main.cpp", "时长: 1.3小时"));
-    EXPECT_THAT(tooltipLines(TimeRange{9.5, 10.25}, {10, 270}, 180),
-                ElementsAre("时间: 09:30-10:15", "鼠标位置: 1.5小时"));
+    EXPECT_THAT(tooltipLines(TimeRange{604 / 60.0, 24}, {10, 270}, 180),
+                ElementsAre("时间: 10:04-24:00", "鼠标位置: 1.5小时"));
 }
 
 }  // namespace

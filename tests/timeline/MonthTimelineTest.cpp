@@ -69,12 +69,10 @@ TEST_F(MonthTimelineTest, BlankCellsFollowTheFirstWeekdayOfTheUser) {
     }
 }
 
-TEST_F(MonthTimelineTest, WritesDurationsInHoursAndMinutes) {
-    const std::pair<Seconds, const char*> rows[] = {{59min, "59m"},          {60min, "1h"},   {61min, "1h1m"},
-                                                    {45min + 59s, "45m"},    {30s, "0m"},     {2h + 30s, "2h"},
-                                                    {25h + 30min, "25h30m"}, {-30min, "-30m"}};
-    for (const auto& [duration, expected] : rows)
-        EXPECT_EQ(MonthTimeline::durationText(duration), expected);
+TEST_F(MonthTimelineTest, RoomIsForThreeToFiveLines) {
+    const std::pair<double, int> rows[] = {{0, 3}, {77.9, 3}, {78, 4}, {85, 4}, {90.9, 4}, {91, 5}, {300, 5}};
+    for (const auto& [cell, expected] : rows)
+        EXPECT_EQ(MonthTimeline::room(cell), expected) << cell;
 }
 
 TEST_F(MonthTimelineTest, ListsAnnotationsThenTheLongestRecordsAndCountsTheRest) {

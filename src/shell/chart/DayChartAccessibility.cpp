@@ -1,5 +1,6 @@
 #include "shell/chart/DayChartAccessibility.h"
 
+#include "base/TimeText.h"
 #include "shell/chart/DayChartParts.h"
 #include "shell/look/Typography.h"
 
@@ -11,7 +12,7 @@ namespace quorvane {
 namespace {
 
 std::string hourText(double hour) {
-    return DayTimelineGeometry::formatHour(hour);
+    return clockText(hour * 1h);
 }
 
 /// One block or bar, or the range that was drawn.

@@ -1,3 +1,4 @@
+#include "base/TimeText.h"
 #include "shell/chart/DayChartParts.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Typography.h"
@@ -24,10 +25,9 @@ void addBlockActions(QMenu& menu, DayChartView::Parts& parts) {
 }
 
 void addBarAction(QMenu& menu, DayChartView::Parts& parts, const DayChartBar& bar) {
-    auto* remove =
-        menu.addAction(menuIcon("trash"), qt(parts.localization.text("a11y_delete_bar", bar.name.toStdString(),
-                                                                     DayTimelineGeometry::formatHour(bar.startHour),
-                                                                     DayTimelineGeometry::formatHour(bar.endHour))));
+    auto* remove = menu.addAction(
+        menuIcon("trash"), qt(parts.localization.text("a11y_delete_bar", bar.name.toStdString(),
+                                                      clockText(bar.startHour * 1h), clockText(bar.endHour * 1h))));
     QObject::connect(remove, &QAction::triggered, &parts.view,
                      [&parts] { parts.chart.deleteSelectedProjectAnnotation(); });
 }

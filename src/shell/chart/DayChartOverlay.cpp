@@ -1,6 +1,7 @@
 #include "shell/chart/DayChartOverlay.h"
 
 #include "base/Calendar.h"
+#include "base/TimeText.h"
 #include "shell/chart/DayChartPainter.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Painting.h"
@@ -36,7 +37,7 @@ void paintLabels(QPainter& painter, const DayChartScene& scene, const std::optio
         if (!clip.isEmpty() && !clip.intersects(place)) continue;
         painter.setPen(label.isActive ? theme().text2 : theme().text3);
         painter.drawText(place, Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextDontClip,
-                         qt(DayTimelineGeometry::formatHour(static_cast<double>(hour))));
+                         qt(clockText(static_cast<double>(hour) * 1h)));
     }
 }
 
@@ -130,9 +131,8 @@ DayChartOverlay dayChartOverlay(const DayTimelineChart& chart, const DayChartSce
     const auto calendar = Calendar::current();
     if (!calendar.isSameDay(chart.selectedDate(), now)) return overlay;
     const auto time = calendar.components(now);
-    const double hour = time.hour + time.minute / 60.0;
-    // Half a second keeps a minute whole that a double holds as a little less.
-    overlay.now = {chart.layout().yPosition(hour), qt(DayTimelineGeometry::formatHour(hour + 0.5 / 3600))};
+    const Seconds sinceMidnight = time.hour * 1h + time.minute * 1min;
+    overlay.now = {chart.layout().yPosition(sinceMidnight / 1h), qt(clockText(sinceMidnight))};
     return overlay;
 }
 

@@ -1,8 +1,8 @@
 #include "shell/chart/DayChartScene.h"
 
+#include "base/TimeText.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
-#include "timeline/MonthTimeline.h"
 
 #include <algorithm>
 #include <numeric>
@@ -22,7 +22,7 @@ DayChartBlock blockOf(const ProcessedActivityItem& item, double width) {
             .color = toQColor(item.color),
             .name = qt(item.appName),
             .title = qt(item.windowTitle.value_or("")),
-            .duration = qt(MonthTimeline::durationText(item.duration * 1h)),
+            .duration = qt(lengthText(item.duration * 1h)),
             .startHour = item.startHour,
             .endHour = item.endHour(),
             .showsName = item.shouldShowName};

@@ -1,5 +1,6 @@
 #include "shell/chart/DetailsPanel.h"
 
+#include "base/TimeText.h"
 #include "shell/chart/AppTile.h"
 #include "shell/chart/CategoryLine.h"
 #include "shell/chart/DetailsRow.h"
@@ -8,7 +9,6 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
-#include "timeline/MonthTimeline.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -151,9 +151,8 @@ void DetailsPanel::Parts::refresh() {
     name->setText(qt(item->appName));
     title->setText(windowTitle);
     title->setVisible(!windowTitle.isEmpty());
-    range->setText(isolated(qt(DayTimelineGeometry::formatHour(item->startHour) + " – " +
-                               DayTimelineGeometry::formatHour(item->endHour()))));
-    duration->setText(isolated(qt(MonthTimeline::durationText(item->duration * 1h))));
+    range->setText(isolated(qt(clockText(item->startHour * 1h) + " – " + clockText(item->endHour() * 1h))));
+    duration->setText(isolated(qt(lengthText(item->duration * 1h))));
     window->setText(windowTitle);
     document->setText(qt(item->documentPath.value_or("")));
     webPage->setText(qt(item->url.value_or("")));

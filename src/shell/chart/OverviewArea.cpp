@@ -1,5 +1,6 @@
 #include "shell/chart/OverviewArea.h"
 
+#include "base/LocalTimeZone.h"
 #include "timeline/TimelineCalendar.h"
 
 #include <QEvent>
@@ -33,6 +34,7 @@ void OverviewArea::changeEvent(QEvent* event) {
 
 void OverviewArea::rebuildNow() {
     rebuiltAt_ = activity_.runLoop().now();
+    zone_ = localTimeZone();
     rebuild();
 }
 
@@ -50,7 +52,7 @@ void OverviewArea::awaitMinute() {
     const Seconds left{60 - std::fmod(secondsSince1970(activity_.runLoop().now()), 60)};
     nextMinute_ = activity_.runLoop().after(left, [this] {
         const Date now = activity_.runLoop().now();
-        if (timelineCalendar().isSameDay(now, rebuiltAt_)) {
+        if (timelineCalendar().isSameDay(now, rebuiltAt_) && zone_ == localTimeZone()) {
             minutePassed(now);
         } else {
             rebuildNow();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "base/TimeZone.h"
 #include "base/Weak.h"
 #include "platform/RunLoop.h"
 #include "shell/state/MyActivityView.h"
@@ -34,6 +35,7 @@ private:
 
     MyActivityView& activity_;
     Date rebuiltAt_;
+    std::shared_ptr<const TimeZone> zone_;  ///< in which it was rebuilt
     bool isRebuildPosted_ = false;
     Subscription changed_;
     std::unique_ptr<platform::WorkItem> nextMinute_;

@@ -1,5 +1,8 @@
 #include "shell/chart/QuarterField.h"
 
+#include "base/TimeText.h"
+#include "shell/look/Typography.h"
+
 #include <QRegularExpression>
 #include <QWheelEvent>
 
@@ -56,7 +59,7 @@ QSize QuarterField::minimumSizeHint() const {
 }
 
 QString QuarterField::textFromValue(int minutes) const {
-    return QStringLiteral("%1:%2").arg(minutes / 60, 2, 10, QChar('0')).arg(minutes % 60, 2, 10, QChar('0'));
+    return qt(clockText(minutes * 1min));
 }
 
 int QuarterField::valueFromText(const QString& text) const {

@@ -1,9 +1,9 @@
 #include "shell/chart/RangeWell.h"
 
+#include "base/TimeText.h"
 #include "shell/chart/QuarterField.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
-#include "timeline/MonthTimeline.h"
 
 #include <QHBoxLayout>
 #include <QSignalBlocker>
@@ -17,7 +17,7 @@ constexpr int endOfDay = 24 * 60;
 constexpr int leastWidthWithButtons = 260;
 
 int minutesOf(double hour) {
-    return static_cast<int>(hour * 60 + 1e-6);  // what is below a minute is cut off, but not for 9.999999
+    return static_cast<int>(wholeMinutes(hour * 1h));
 }
 
 void set(QuarterField& field, int minutes, int least, int most) {
@@ -51,7 +51,7 @@ void RangeWell::setRange(const TimeRange& range) {
     const int end = minutesOf(range.endHour);
     set(*start_, start, 0, std::max(start, end - leastLength));
     set(*end_, end, std::min(end, start + leastLength), std::max(end, endOfDay));
-    length_->setText(isolated(qt(MonthTimeline::durationText((range.endHour - range.startHour) * 1h))));
+    length_->setText(isolated(qt(lengthText((range.endHour - range.startHour) * 1h))));
 }
 
 /// The buttons go where there is no room for them; keys and wheel step as well.

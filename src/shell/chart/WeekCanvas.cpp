@@ -1,7 +1,7 @@
 #include "shell/chart/WeekCanvas.h"
 
+#include "base/TimeText.h"
 #include "shell/look/Typography.h"
-#include "timeline/MonthTimeline.h"
 #include "timeline/TimelineCalendar.h"
 
 #include <QPaintEvent>
@@ -15,13 +15,13 @@ namespace quorvane {
 namespace {
 
 std::string clockTime(Date dayStart, double hours) {
-    const auto time = timelineCalendar().components(dayStart + Seconds(hours * 3600));
-    return fmt::format("{:02}:{:02}", time.hour, time.minute);
+    const auto time = timelineCalendar().components(dayStart + hours * 1h);
+    return clockText(time.hour * 1h + time.minute * 1min);
 }
 
 QString tipOf(const std::string& name, Date dayStart, const WeekBarGeometry& bar) {
     return qt(fmt::format("{}\n{} – {}\n{}", name, clockTime(dayStart, bar.startHour), clockTime(dayStart, bar.endHour),
-                          MonthTimeline::durationText(Seconds((bar.endHour - bar.startHour) * 3600))));
+                          lengthText((bar.endHour - bar.startHour) * 1h)));
 }
 
 /// What is painted last lies on top.

@@ -1,12 +1,12 @@
 #include "shell/state/SettingsView.h"
 
 #include "base/Text.h"
+#include "base/TimeText.h"
 #include "platform/Clock.h"
 #include "store/InitialSettings.h"
 #include "store/StoreError.h"
 
 #include <algorithm>
-#include <fmt/format.h>
 #include <memory>
 #include <utility>
 
@@ -14,6 +14,10 @@ namespace quorvane {
 namespace {
 
 constexpr int daysOfWeek = 7;
+
+std::string timeText(std::int64_t hour, std::int64_t minute) {
+    return clockText(Seconds{static_cast<double>(hour) * 3600 + static_cast<double>(minute) * 60});
+}
 
 /// `weekday` as the calendar counts it: 1 is Sunday.
 std::string weekdayName(int weekday, const Localization& localization) {
@@ -125,8 +129,8 @@ SettingsView::Preview SettingsView::preview(const Calendar& calendar) const {
     const char* const separator = texts.language() == "zh" ? "、" : ", ";
     return {.days = chosen.empty() ? texts.text("work_days_none_selected")
                                    : texts.text("work_days_display_format", text::joined(chosen, separator)),
-            .hours = texts.text("work_time_display_format", fmt::format("{:02}:{:02}", workStartHour, workStartMinute),
-                                fmt::format("{:02}:{:02}", workEndHour, workEndMinute)),
+            .hours = texts.text("work_time_display_format", timeText(workStartHour, workStartMinute),
+                                timeText(workEndHour, workEndMinute)),
             .now = texts.text("is_current_work_time_format", isInside ? "yes" : "no"),
             .isInside = isInside};
 }
