@@ -39,7 +39,7 @@ _quorvane_cli() {
 
     local everywhere="--store --now --json --help"
     local commands="dump load records stats praise card export-csv report timeline annotate week month classify projects rules"
-    commands+=" categories cleanup overlaps browser sync shares cloud sanitize track status doctor"
+    commands+=" categories cleanup overlaps browser sync shares cloud sanitize track pause start show status work-hours doctor"
     local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
@@ -93,7 +93,7 @@ _quorvane_cli() {
         mapfile -t COMPREPLY < <(compgen -W "$(_quorvane_cli_categories)" -- "$cur")
         return
         ;;
-    --now | --from | --to | --limit | --for | --date) return ;;
+    --now | --from | --to | --at | --limit | --for | --date) return ;;
     --name | --client | --rate | --currency | --value | --tag | --priority) return ;;
     --title | --expires | --service | --user) return ;;
     esac
@@ -178,6 +178,9 @@ _quorvane_cli() {
         options="$everywhere --range --from --to --project --client --no-client --category --no-category --format"
         ;;
     track) options="$everywhere --for" ;;
+    pause | start) options="--json --help" ;;
+    show) options="--help" ;;
+    work-hours) options="$everywhere --at" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
 }

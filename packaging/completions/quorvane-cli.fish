@@ -2,7 +2,7 @@
 
 set -l commands dump load records stats praise card export-csv report timeline annotate \
     week month classify projects rules categories browser sync shares cloud cleanup overlaps \
-    sanitize track status doctor
+    sanitize track pause start show status work-hours doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
     quorvane-cli records --json --limit 2000 2>/dev/null | string match -rg '"app_name":"([^"\\\\]*)"' | sort -u
@@ -63,6 +63,10 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a clean
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a overlaps -d "Mend records that overlap"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a sanitize -d "Redact standard input"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a track -d "Track without a window"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a pause -d "Pause the application's recording"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a start -d "Let the application record again"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a show -d "Bring the application's window to the front"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a work-hours -d "Is this within the work hours?"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a status -d "Tell whether tracking runs"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a doctor -d "Tell which channel answers what"
 
@@ -108,6 +112,7 @@ complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l category -x 
     -a "(quorvane-cli categories list 2>/dev/null)" -d "Only this category"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l no-category -d "Only records without a category"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from report" -l format -x -a "text json markdown email social" -d "Form"
+complete -c quorvane-cli -n "__fish_seen_subcommand_from work-hours" -l at -x -d "The instant, 2026-03-04T15:00:00Z"
 complete -c quorvane-cli -n "__fish_seen_subcommand_from track" -l for -x -d "End after so many seconds"
 
 complete -c quorvane-cli -n "__quorvane_cli_in projects" -a list -d "List all projects by name"

@@ -2,6 +2,7 @@
 
 #include "platform/linux/XdgPaths.h"
 
+#include <fmt/format.h>
 #include <system_error>
 
 namespace quorvane::cli {
@@ -21,6 +22,18 @@ std::unique_ptr<Database> openStore(const std::filesystem::path& file, StoreAcce
 
 std::filesystem::path CommandContext::storeFile() const {
     return store ? std::filesystem::path(*store) : platform::XdgPaths::applicationData() / "quorvane.sqlite";
+}
+
+std::unique_ptr<Database> CommandContext::open(StoreAccess access) const {
+    const auto file = storeFile();
+    std::error_code unreachable;
+    if (!store && access != StoreAccess::write &&
+        std::filesystem::symlink_status(file, unreachable).type() == std::filesystem::file_type::not_found)
+        throw CommandError(ExitStatus::failed,
+                           fmt::format("nothing is recorded yet: Quorvane has not been started, and "
+                                       "there is no store {}",
+                                       file.string()));
+    return openStore(file, access);
 }
 
 }  // namespace quorvane::cli

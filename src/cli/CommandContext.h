@@ -13,7 +13,13 @@
 namespace quorvane::cli {
 
 /// How the process ends.
-enum class ExitStatus { done = 0, failed = 1, wrongUsage = 2, storeUnavailable = 3 };
+enum class ExitStatus {
+    done = 0,
+    failed = 1,
+    wrongUsage = 2,
+    storeUnavailable = 3,
+    readerGone = 141,  ///< what a shell says of a program that SIGPIPE ended; without a word
+};
 
 /// Ends the command with this status; `what()` is the one line that says what failed and why.
 class CommandError : public std::runtime_error {
@@ -44,8 +50,8 @@ struct CommandContext {
 
     [[nodiscard]] std::filesystem::path storeFile() const;
 
-    /// The store, opened; see `openStore`.
-    [[nodiscard]] std::unique_ptr<Database> open(StoreAccess access) const { return openStore(storeFile(), access); }
+    /// The store, opened; see `openStore`. Where the application's own isn't there yet, the line says why.
+    [[nodiscard]] std::unique_ptr<Database> open(StoreAccess access) const;
 };
 
 }  // namespace quorvane::cli

@@ -35,5 +35,9 @@ void addCloudCommand(CLI::App& app, CommandContext& context);
 void addBrowserCommand(CLI::App& app, CommandContext& context);
 void addSyncCommand(CLI::App& app, CommandContext& context);
 void addSharesCommand(CLI::App& app, CommandContext& context);
+void addPauseCommand(CLI::App& app, CommandContext& context);
+void addStartCommand(CLI::App& app, CommandContext& context);
+void addShowCommand(CLI::App& app, CommandContext& context);
+void addWorkHoursCommand(CLI::App& app, CommandContext& context);
 
 }  // namespace quorvane::cli

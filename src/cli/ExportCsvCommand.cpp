@@ -9,7 +9,6 @@
 #include "store/ModelContext.h"
 
 #include <CLI/CLI.hpp>
-#include <cmath>
 
 namespace quorvane::cli {
 namespace {
@@ -23,14 +22,10 @@ struct ExportOptions {
     std::optional<std::string> file;
 };
 
-Date wholeSeconds(Date date) {
-    return dateFromSecondsSince1970(std::floor(secondsSince1970(date)));
-}
-
 CSVExporter::Selection selectionOf(const ExportOptions& options) {
     const Date now = platform::currentDate();
-    return {.start = wholeSeconds(options.from ? *options.from : Calendar::current().addingDays(-defaultDays, now)),
-            .end = wholeSeconds(options.to.value_or(now)),
+    return {.start = options.from ? *options.from : Calendar::current().addingDays(-defaultDays, now),
+            .end = options.to.value_or(now),
             .projects = options.projects};
 }
 

@@ -38,6 +38,7 @@ void Output::flush() {
     while (!rest.empty()) {
         const ssize_t written = ::write(STDOUT_FILENO, rest.data(), rest.size());
         if (written < 0 && errno == EINTR) continue;
+        if (written < 0 && errno == EPIPE) throw CommandError(ExitStatus::readerGone, "nobody reads standard output");
         if (written < 0)
             throw CommandError(ExitStatus::failed, fmt::format("cannot write to standard output: {}",
                                                                std::generic_category().message(errno)));

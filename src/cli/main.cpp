@@ -2,6 +2,7 @@
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
+#include "cli/Output.h"
 #include "cloud/module/CloudModule.h"
 #include "platform/Clock.h"
 #include "session/TerminalText.h"
@@ -10,7 +11,9 @@
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <functional>
 #include <iostream>
+#include <sstream>
 #include <unistd.h>
 
 namespace quorvane::cli {
@@ -29,6 +32,7 @@ void prepareProcess() {
 }
 
 int end(ExitStatus status, const std::string& message) {
+    if (status == ExitStatus::readerGone) return static_cast<int>(status);  // as `head` does once it has its lines
     const std::string line = "quorvane-cli: " + harmlessLine(message) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
     return static_cast<int>(status);
@@ -42,7 +46,9 @@ std::string usageError(const CLI::App& app, const CLI::ParseError& error) {
     for (; !group->get_subcommands().empty(); group = group->get_subcommands().front())
         chosen += group->get_subcommands().front()->get_name() + " ";
     const bool hasCommands = !group->get_subcommands([](const CLI::App*) { return true; }).empty();
-    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && hasCommands) {
+    const bool lacksCommand = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr ||
+                              dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
+    if (lacksCommand && hasCommands) {
         const auto unknown = app.remaining(true);
         if (unknown.empty())
             text = chosen.empty() ? "a command is required" : chosen + "needs a command";
@@ -68,7 +74,7 @@ void describe(CLI::App& app, CommandContext& context) {
     app.description("Quorvane's store from the command line: for scripts, backups and terminals");
     app.require_subcommand(1);
     app.fallthrough();
-    app.set_version_flag("--version", QUORVANE_VERSION);
+    app.set_version_flag("--version", "quorvane-cli " QUORVANE_VERSION);
     app.add_option("--store", context.store, "The store file; the application's own if left out")->type_name("FILE");
     addInstantOption(app, "--now", context.now, "Read this instant wherever the clock is read");
     app.add_flag("--json", context.json, "Machine-readable output where a command has both forms");
@@ -78,16 +84,39 @@ void describe(CLI::App& app, CommandContext& context) {
           addProjectsCommand, addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
           addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand,
           addPraiseCommand,   addCardCommand,   addBrowserCommand,  addSyncCommand,       addSharesCommand,
-          addCloudCommand})
+          addCloudCommand,    addPauseCommand,  addStartCommand,    addShowCommand,       addWorkHoursCommand})
         add(app, context);
     describeCommands(app);
 }
 
-int run(const CommandContext& context) {
+void perform(const CommandContext& context) {
     std::optional<platform::ClockOverride> clock;
     if (context.now) clock.emplace([now = *context.now] { return now; });
+    context.command();
+}
+
+void print(const std::string& text) {
+    Output output;
+    output.write(text);
+    output.finish();
+}
+
+/// What the line asks for. Words that nobody knows are refused beside `--help`, too.
+std::function<void()> read(CLI::App& app, CommandContext& context, int argc, char** argv) {
     try {
-        context.command();
+        app.parse(argc, argv);
+        return [&context] { perform(context); };
+    } catch (const CLI::Success& asked) {
+        if (const auto unknown = app.remaining(true); !unknown.empty()) throw CLI::ExtrasError(app.get_name(), unknown);
+        std::ostringstream text;  // of help or version
+        app.exit(asked, text, text);
+        return [text = text.str()] { print(text); };
+    }
+}
+
+int run(const std::function<void()>& work) {
+    try {
+        work();
         return static_cast<int>(ExitStatus::done);
     } catch (const CommandError& error) {
         return end(error.status(), error.what());
@@ -101,16 +130,13 @@ int main(int argc, char** argv) {
     CLI::App app;
     CommandContext context;
     describe(app, context);
+    std::function<void()> work;
     try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& asked) {
-        app.exit(asked);  // help or version, on standard output
-        return std::cout.flush() ? static_cast<int>(ExitStatus::done)
-                                 : end(ExitStatus::failed, "cannot write to standard output");
+        work = read(app, context, argc, argv);
     } catch (const CLI::ParseError& error) {
         return end(ExitStatus::wrongUsage, usageError(app, error));
     }
-    return run(context);
+    return run(work);
 }
 
 }  // namespace

@@ -157,20 +157,20 @@ int run(int argc, char** argv, bool isInBackground) {
 
 int main(int argc, char** argv) {
     bool isInBackground = false;
+    std::string_view asked;
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
-        if (argument == "--help") {
-            fmt::print("{}", quorvane::usage);
-            return EXIT_SUCCESS;
-        }
-        if (argument == "--version") {
-            fmt::print("quorvane {}\n", QUORVANE_VERSION);
-            return EXIT_SUCCESS;
-        }
-        if (argument != "--background")
+        if (argument == "--background")
+            isInBackground = true;
+        else if (argument == "--help" || argument == "--version")
+            asked = argument;
+        else
             return quorvane::refuse(quorvane::wrongUsage,
                                     fmt::format("unknown argument \"{}\"; --help shows what it takes", argument));
-        isInBackground = true;
+    }
+    if (!asked.empty()) {
+        fmt::print("{}", asked == "--help" ? quorvane::usage : "quorvane " QUORVANE_VERSION "\n");
+        return EXIT_SUCCESS;
     }
     return quorvane::run(argc, argv, isInBackground);
 }

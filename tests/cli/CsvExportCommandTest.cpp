@@ -49,11 +49,12 @@ TEST_F(CsvExportCommandTest, GoesBackSevenDaysOfTheCalendarByItself) {
     EXPECT_EQ(ids({"--now", "2026-04-01T12:00:00+02:00"}), "CB");
 }
 
-TEST_F(CsvExportCommandTest, CutsWhatIsBelowASecondFromTheBounds) {
-    load(recordLine("A", "2026-03-04T09:00:00.2Z", "2026-03-04T09:30:00Z") +
-         recordLine("B", "2026-03-04T10:00:00Z", "2026-03-04T10:30:00Z") +
-         recordLine("C", "2026-03-04T10:00:00.2Z", "2026-03-04T10:30:00Z"));
-    EXPECT_EQ(ids({"--from", "2026-03-04T09:00:00.9Z", "--to", "2026-03-04T10:00:00.9Z"}), "BA");
+TEST_F(CsvExportCommandTest, ComparesTheBoundsAsGiven) {
+    load(recordLine("A", "2026-03-04T09:00:00.199999Z", "2026-03-04T09:30:00Z") +
+         recordLine("B", "2026-03-04T09:00:00.2Z", "2026-03-04T10:30:00Z") +
+         recordLine("C", "2026-03-04T10:00:00.9Z", "2026-03-04T10:30:00Z") +
+         recordLine("D", "2026-03-04T10:00:00.900001Z", "2026-03-04T10:30:00Z"));
+    EXPECT_EQ(ids({"--from", "2026-03-04T09:00:00.2Z", "--to", "2026-03-04T10:00:00.9Z"}), "CB");
 }
 
 TEST_F(CsvExportCommandTest, ReachesAsFarBackAsTheStoreGoes) {

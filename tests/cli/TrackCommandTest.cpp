@@ -34,6 +34,15 @@ TEST_F(TrackCommandTest, EndsInGoodOrderOnSignals) {
     }
 }
 
+TEST_F(TrackCommandTest, WhoAsksForTheApplicationHearsWhoTracksInstead) {
+    EXPECT_THAT(runBare({"pause"}).err, isRefusal(HasSubstr("there is no session bus to reach Quorvane")));
+    ProgramRun tracker(QUORVANE_CLI, {"track"}, setting_);
+    ASSERT_TRUE(tracker.hasWritten(started));
+    const auto result = runBare({"start"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, isRefusal(AllOf(HasSubstr("quorvane-cli track (process "), HasSubstr("can't be reached"))));
+}
+
 TEST_F(TrackCommandTest, RefusesAStoreIntoWhichSomebodyTracksAndAClockOfItsOwn) {
     load("");
     auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(store()), "quorvane");

@@ -15,6 +15,12 @@ TEST_F(UsageTest, AnswersWrongUsageWithOneLineAndTouchesNothing) {
     const Row rows[] = {
         {{}, "a command is required"},
         {{"nosuch"}, "there is no command nosuch"},
+        {{"nosuch", "--help"}, "there is no command nosuch"},
+        {{"--help", "nosuch"}, "there is no command nosuch"},
+        {{"projects", "nosuch", "--help"}, "there is no command projects nosuch"},
+        {{"pause", "--store", "x"}, "--store: the application that is running has its own"},
+        {{"show", "--now", "2026-03-04T15:00:00Z"}, "--now: the application"},
+        {{"work-hours", "--at", "noon"}, "\"noon\" is no instant"},
         {{"--nosuch"}, "there is no option --nosuch"},
         {{"dump", "--nosuch"}, "--nosuch"},
         {{"dump", "extra"}, "extra"},
@@ -72,9 +78,9 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     const auto help = runBare({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* command :
-         {"dump", "load", "records", "export-csv", "status", "sanitize", "track", "doctor", "cleanup", "overlaps",
-          "projects", "rules", "categories", "classify", "stats", "praise", "browser"}) {
+    for (const char* command : {"dump",   "load",    "records",  "export-csv", "status", "sanitize",   "track",
+                                "doctor", "cleanup", "overlaps", "projects",   "rules",  "categories", "classify",
+                                "stats",  "praise",  "browser",  "pause",      "start",  "show",       "work-hours"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});
@@ -96,7 +102,12 @@ TEST_F(UsageTest, TakesGlobalOptionsOnEitherSideOfTheCommand) {
 
 TEST_F(UsageTest, LooksForTheApplicationsOwnStoreWhereNoneIsNamed) {
     setting_.environment["XDG_DATA_HOME"] = (folder_ / "data").string();
-    EXPECT_THAT(runBare({"dump"}).err, isRefusal(HasSubstr((folder_ / "data/quorvane/quorvane.sqlite").string())));
+    for (const Arguments& reading : {Arguments{"dump"}, {"status"}, {"records"}, {"work-hours"}}) {
+        const auto result = runBare(reading);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, isRefusal(AllOf(HasSubstr("nothing is recorded yet"),
+                                                HasSubstr((folder_ / "data/quorvane/quorvane.sqlite").string()))));
+    }
     setting_.environment["XDG_DATA_HOME"] = "relative";
     EXPECT_THAT(runBare({"dump"}).err,
                 isRefusal(HasSubstr((folder_ / ".local/share/quorvane/quorvane.sqlite").string())));
@@ -110,6 +121,7 @@ TEST_F(UsageTest, TheApplicationItselfExplainsItsFewArgumentsAndRefusesOthers) {
     EXPECT_EQ(runApplication("--help").status, 0);
     EXPECT_THAT(runApplication("--help").out, AllOf(HasSubstr("--background"), HasSubstr("quorvane-cli")));
     EXPECT_THAT(runApplication("--version").out, MatchesRegex("quorvane [0-9.]+\n"));
+    EXPECT_THAT(runBare({"--version"}).out, MatchesRegex("quorvane-cli [0-9.]+\n"));
     for (const char* argument : {"status", "-x", ""}) {
         SCOPED_TRACE(argument);
         const auto result = runApplication(argument);

@@ -127,6 +127,32 @@ TEST_F(ApplicationTest, InTheBackgroundItTracksWithoutAWindowUntilOneIsAskedFor)
     EXPECT_EQ(application->wait().status, 0);
 }
 
+TEST_F(ApplicationTest, TheCompanionPausesItStartsItAndShowsItsWindowAndSaysWhatHolds) {
+    const auto cli = [&](const char* command) {
+        return ProgramRun(QUORVANE_CLI, {command, "--json"}, setting_).wait();
+    };
+    for (const char* command : {"pause", "start", "show"})
+        EXPECT_EQ(cli(command).err, "quorvane-cli: Quorvane is not running\n");
+    {
+        auto store = openStore();
+        const auto settings = std::make_shared<AppSettings>();
+        settings->onlyTrackWorkHours = true;
+        settings->workDays = "";
+        store.mainContext().insert(settings);
+        store.mainContext().save();
+    }
+    const auto application = start({"--background"});
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(cli("pause").out, "{\"tracking\":false,\"hindrance\":null}\n");
+    EXPECT_TRUE(application->hasWritten("ActivityTracker: ❌ 已注销"));
+    EXPECT_EQ(cli("start").out, "{\"tracking\":true,\"hindrance\":\"this is outside the work hours\"}\n");
+    EXPECT_EQ(cli("show").status, 0);
+    EXPECT_TRUE(waitUntil([&] { return isInFront(); }));
+    application->sendSignal(SIGSTOP);
+    EXPECT_EQ(cli("pause").err, "quorvane-cli: Quorvane is running and does not answer\n");
+    application->sendSignal(SIGCONT);
+}
+
 TEST_F(ApplicationTest, HoweverItEndsTheOpenRecordStaysOpenAndTheNextStartClosesIt) {
     TestWindow editor({.instance = "editor", .wmClass = "Editor", .title = "chapter one"});
     ASSERT_TRUE(waitUntil([&] { return editor.hasFocus(); }));

@@ -11,6 +11,7 @@
 #include "shell/look/Appearance.h"
 #include "shell/state/ContentView.h"
 #include "shell/state/DockVisibilityController.h"
+#include "store/AppSettings.h"
 #include "store/SafeModelContainer.h"
 
 #include <QCoreApplication>
@@ -19,6 +20,19 @@
 #include <utility>
 
 namespace quorvane {
+namespace {
+
+/// By the stored settings; where there are none, or they can't be read, all hours count.
+bool isWithinWorkHours(ModelContext& context, Date now) {
+    try {
+        const auto settings = context.fetch<AppSettings>({.limit = 1});
+        return settings.empty() || settings.front()->isWithinWorkHours(now);
+    } catch (const StoreError&) {
+        return true;
+    }
+}
+
+}  // namespace
 
 /// What lives from the first content on.
 struct QuorvaneApp::Scene {
@@ -121,6 +135,7 @@ QuorvaneApp::QuorvaneApp(Parts parts)
         [this] { appDelegate_.applicationShouldHandleReopen(windows_, windows_.hasVisibleWindows()); }));
     subscriptions_.push_back(
         instance.actionActivated.subscribe([this](const std::string& action) { performAction(action); }));
+    instance.setRecording = [this](bool isOn) { return setRecording(isOn); };
     subscriptions_.push_back(appDelegate_.quorvaneReopenMain.subscribe([this] { openWindow(); }));
     // A window is most of what the process holds; what it leaves free goes back to the system.
     subscriptions_.push_back(windows_.closed.subscribe([this] { parts_.runLoop.post([] { malloc_trim(0); }); }));
@@ -145,6 +160,7 @@ void QuorvaneApp::setHooks() {
 
 QuorvaneApp::~QuorvaneApp() {
     subscriptions_.clear();
+    parts_.singleInstance.setRecording = nullptr;
     windows_.close();
     // Calls its questions to the cloud off; they would be waited for.
     if (scene_) scene_->cloudKitSyncService.reset();
@@ -193,11 +209,22 @@ void QuorvaneApp::showAbout() {
 }
 
 void QuorvaneApp::performAction(const std::string& action) {
-    auto& tracker = scene().session.tracker();
     if (action == "show") openMainWindow();
     if (action == "quit") parts_.runLoop.quit();
-    if ((action == "pause" && tracker.isTracking()) || (action == "start" && !tracker.isTracking()))
-        scene().menuBar.toggleTracking();
+    if (action == "pause" || action == "start") setRecording(action == "start");
+}
+
+platform::ApplicationRemote::Recording QuorvaneApp::setRecording(bool isOn) {
+    auto& tracker = scene().session.tracker();
+    if (tracker.isTracking() != isOn) scene().menuBar.toggleTracking();
+    return {.isOn = tracker.isTracking(), .hindrance = tracker.isTracking() ? hindrance() : ""};
+}
+
+/// Why nothing is recorded at this moment though it is wanted; empty if nothing stands in the way.
+std::string QuorvaneApp::hindrance() {
+    const auto frontWindow = scene().desktop.foreground().channel();
+    if (!frontWindow.isAvailable) return "the front window can't be seen: " + frontWindow.reason;
+    return isWithinWorkHours(container_.mainContext(), parts_.runLoop.now()) ? "" : "this is outside the work hours";
 }
 
 }  // namespace quorvane

@@ -57,6 +57,8 @@ private:
     void openWindow();
     void showAbout();
     void performAction(const std::string& action);
+    platform::ApplicationRemote::Recording setRecording(bool isOn);
+    [[nodiscard]] std::string hindrance();
 
     Parts parts_;
     QuorvaneAppDelegate appDelegate_;

@@ -10,13 +10,13 @@ namespace {
 constexpr int patienceInMilliseconds = 3000;
 
 QString service() {
-    return QStringLiteral("org.zelkor.Quorvane");
+    return QString::fromLatin1(platform::ApplicationRemote::service);
 }
 QString path() {
-    return QStringLiteral("/org/zelkor/Quorvane");
+    return QString::fromLatin1(platform::ApplicationRemote::path);
 }
 QString applicationInterface() {
-    return QStringLiteral("org.freedesktop.Application");
+    return QString::fromLatin1(platform::ApplicationRemote::applicationInterface);
 }
 
 /// The compositor wants to see the token of the start that asks for the focus; Qt takes it from the environment.
@@ -39,10 +39,16 @@ public:
     <arg type="a{sv}" name="platform_data" direction="in"/></method>
   <method name="ActivateAction"><arg type="s" name="action_name" direction="in"/>
     <arg type="av" name="parameter" direction="in"/><arg type="a{sv}" name="platform_data" direction="in"/></method>
+</interface>
+<interface name="org.zelkor.Quorvane1">
+  <method name="Pause"><arg type="b" name="is_on" direction="out"/><arg type="s" name="hindrance" direction="out"/></method>
+  <method name="Start"><arg type="b" name="is_on" direction="out"/><arg type="s" name="hindrance" direction="out"/></method>
 </interface>)");
     }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (message.interface() == QLatin1String(platform::ApplicationRemote::controlInterface))
+            return control(message, connection);
         if (message.interface() != applicationInterface()) return false;
         const bool isAction = message.member() == QLatin1String("ActivateAction");
         if (!isAction && message.member() != QLatin1String("Activate") && message.member() != QLatin1String("Open"))
@@ -59,6 +65,13 @@ public:
     }
 
 private:
+    bool control(const QDBusMessage& message, const QDBusConnection& connection) {
+        const bool isStart = message.member() == QLatin1String("Start");
+        if ((!isStart && message.member() != QLatin1String("Pause")) || !owner_.setRecording) return false;
+        const auto recording = owner_.setRecording(isStart);
+        return connection.send(message.createReply({recording.isOn, QString::fromStdString(recording.hindrance)}));
+    }
+
     SingleInstance& owner_;
 };
 

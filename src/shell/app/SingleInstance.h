@@ -1,8 +1,10 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "platform/linux/ApplicationRemote.h"
 #include "platform/linux/DBusConnection.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,7 +12,7 @@
 namespace quorvane {
 
 /// The one process of this application in a session: the owner of org.zelkor.Quorvane, which answers to
-/// org.freedesktop.Application. Main thread only; needs the application object.
+/// org.freedesktop.Application and to an interface of its own. Main thread only; needs the application object.
 class SingleInstance {
 public:
     enum class Role {
@@ -34,6 +36,9 @@ public:
     // What others ask for, in a turn of the event loop.
     Signal<> activated;                          ///< also for files: there are none to open
     Signal<const std::string&> actionActivated;  ///< "show", "pause", "start", "quit" or anything else
+
+    /// Pauses recording or starts it, and says what holds then. While it is empty nobody is answered.
+    std::function<platform::ApplicationRemote::Recording(bool isOn)> setRecording;
 
 private:
     class ApplicationObject;
