@@ -52,6 +52,9 @@ void open(QWidget& window, AppServices& services) {
     description->setWordWrap(true);
     description->setFixedWidth(textWidth);
     body.addWidget(description, 0, Qt::AlignHCenter);
+    body.addSpacing(12);
+    body.addWidget(
+        centred(QStringLiteral("© 2026 The Quorvane authors · Apache-2.0"), TypeRole::labelPlain, &Theme::text2));
     body.addSpacing(16);
     body.addWidget(updates(services), 0, Qt::AlignHCenter);
     body.addSpacing(4);
