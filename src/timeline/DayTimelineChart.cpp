@@ -75,15 +75,17 @@ void DayTimelineChart::setViewMode(TimelineViewMode mode) {
     changed.send();
 }
 
+/// What is chosen belongs to the day that was shown.
+void DayTimelineChart::letGo() {
+    selectedActivity_.reset();
+    selectedProjectAnnotation_.reset();
+    selection_.reset();
+    selectedTimeRange_.reset();
+    projectSelector_.reset();
+}
+
 void DayTimelineChart::selectDate(Date date) {
-    // What is chosen belongs to the day that was shown.
-    if (!timelineCalendar().isSameDay(date, selectedDate_)) {
-        selectedActivity_.reset();
-        selectedProjectAnnotation_.reset();
-        selection_.reset();
-        selectedTimeRange_.reset();
-        projectSelector_.reset();
-    }
+    if (!timelineCalendar().isSameDay(date, selectedDate_)) letGo();
     selectedDate_ = date;
     followAnnotations();
     clearTimelineCaches();
@@ -188,6 +190,7 @@ void DayTimelineChart::passMinute() {
     auto zone = localTimeZone();
     if (zone != zone_) {
         zone_ = std::move(zone);
+        letGo();  // hours mean other instants there
         return selectDate(selectedDate_);
     }
     if (currentViewMode_ == TimelineViewMode::day && Calendar::current().isSameDay(selectedDate_, runLoop_.now()) &&

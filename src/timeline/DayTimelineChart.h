@@ -130,6 +130,7 @@ private:
     void followAnnotations();
     void recalculateProjectAnnotations();
     void passMinute();
+    void letGo();
     void zoomTo(double hourHeight);
     void anchor();
     void recentreSoon();

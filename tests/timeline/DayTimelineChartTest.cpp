@@ -97,10 +97,12 @@ TEST_F(DayTimelineChartTest, TheDayIsThatOfTheZoneToWhichTheUserHasCome) {
     aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
     show();
     EXPECT_THAT(blocks(), ElementsAre("Editor 9+1"));
+    chart->selectTimeRange({9, 10});
     setenv("TZ", "Asia/Tokyo", 1);
     runLoop.playUntil(at("12:01:00"));
     setenv("TZ", "UTC", 1);
     EXPECT_THAT(blocks(), ElementsAre("Editor 18+1"));
+    EXPECT_FALSE(chart->selectedTimeRange());
 }
 
 TEST_F(DayTimelineChartTest, WhoComesBackOnANewDaySeesItIfTodayWasLeft) {
