@@ -1,11 +1,9 @@
 #include "base/AtomicFile.h"
 
 #include "support/Matching.h"
+#include "support/TemporaryFolder.h"
 
-#include <fstream>
-#include <iterator>
 #include <map>
-#include <unistd.h>
 
 namespace quorvane {
 namespace {
@@ -15,18 +13,11 @@ using testing::Key;
 
 class AtomicFileTest : public testing::Test {
 protected:
-    AtomicFileTest() { fs::create_directories(folder); }
-    ~AtomicFileTest() override { fs::remove_all(folder); }
-
-    static std::string content(const fs::path& path) {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
     /// All that lies in the folder: names, and contents of regular files.
     [[nodiscard]] std::map<std::string, std::string> files() const {
         std::map<std::string, std::string> found;
-        for (const auto& entry : fs::directory_iterator(folder))
-            found[entry.path().filename()] = fs::is_regular_file(entry.symlink_status()) ? content(entry.path()) : "";
+        for (const auto& entry : fs::directory_iterator(folder.path()))
+            found[entry.path().filename()] = fs::is_regular_file(entry.symlink_status()) ? contentOf(entry.path()) : "";
         return found;
     }
     static std::string failureOf(const fs::path& path, std::string_view bytes = "new") {
@@ -38,7 +29,7 @@ protected:
         return "no failure";
     }
 
-    const fs::path folder = fs::path(testing::TempDir()) / ("quorvane-file-" + std::to_string(::getpid()));
+    const TemporaryFolder folder;
     const std::string big = std::string(300'000, 'x');
 };
 
@@ -50,7 +41,7 @@ TEST_F(AtomicFileTest, TheOldContentStaysUntilTheNewOneIsCommitted) {
             AtomicFile file(path);
             file.write(big);
             file.write("end");
-            EXPECT_EQ(content(path), "old");
+            EXPECT_EQ(contentOf(path), "old");
             if (commits) file.commit();
         }
         EXPECT_THAT(files(), ElementsAre(Pair("report.csv", commits ? big + "end" : "old")));
@@ -76,7 +67,7 @@ TEST_F(AtomicFileTest, ALinkStaysAndItsTargetIsWritten) {
         SCOPED_TRACE(link);
         writeFileAtomically(folder / link, link);
         EXPECT_TRUE(fs::is_symlink(folder / link));
-        EXPECT_EQ(content(folder / link), link);
+        EXPECT_EQ(contentOf(folder / link), link);
     }
     EXPECT_THAT(files(), ElementsAre(Key("dangling"), Key("link"), Key("real"), Key("to link")));
 }
@@ -87,7 +78,7 @@ TEST_F(AtomicFileTest, FailuresNameTheFileAndTheCauseAndLeaveNothingBehind) {
     const std::pair<fs::path, const char*> rows[] = {
         {folder / "missing" / "file", "No such file or directory"},
         {folder / "file" / "new", "Not a directory"},
-        {folder, "Is a directory"},
+        {folder.path(), "Is a directory"},
         {folder / "loop", "Too many levels of symbolic links"},
         {"/dev/full", "No space left on device"},
     };

@@ -6,11 +6,7 @@ namespace quorvane {
 namespace {
 
 TEST(UrlTest, TheHostIsWhatStandsBetweenUserAndPortOfAUrlWithAScheme) {
-    struct Row {
-        const char* url;
-        std::optional<std::string> expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, std::optional<std::string>> rows[] = {
         {"https://Docs.Example.com/guide?a@b#c", "Docs.Example.com"},
         {"https://example.com", "example.com"},
         {"https://example.com?q=1", "example.com"},
@@ -38,18 +34,12 @@ TEST(UrlTest, TheHostIsWhatStandsBetweenUserAndPortOfAUrlWithAScheme) {
         {"https://a%zz/", std::nullopt},
         {"", std::nullopt},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.url);
-        EXPECT_EQ(urlHost(row.url), row.expected);
-    }
+    for (const auto& [url, expected] : rows)
+        EXPECT_EQ(urlHost(url), expected) << url;
 }
 
 TEST(UrlTest, PartsAreSchemeHostAndPathOfWhatHasAScheme) {
-    struct Row {
-        const char* url;
-        std::optional<UrlParts> expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, std::optional<UrlParts>> rows[] = {
         {"https://anna@Docs.Example.com:80/a%20b/c?x=[1]#f", UrlParts{"https", "Docs.Example.com", "/a b/c"}},
         {"HTTPS://example.com", UrlParts{"HTTPS", "example.com", ""}},
         {"https://example.com?a/b", UrlParts{"https", "example.com", ""}},
@@ -69,10 +59,8 @@ TEST(UrlTest, PartsAreSchemeHostAndPathOfWhatHasAScheme) {
         {"https://example.com:8o/x", std::nullopt},
         {"", std::nullopt},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.url);
-        EXPECT_EQ(urlParts(row.url), row.expected);
-    }
+    for (const auto& [url, expected] : rows)
+        EXPECT_EQ(urlParts(url), expected) << url;
 }
 
 }  // namespace

@@ -143,7 +143,7 @@ TEST_F(BillingDashboardViewTest, FiltersNarrowEveryFigureAndTheCategoryShowsInTh
         dashboard.setCustomEnd(at("00:00:00"));
     };
     const Row rows[] = {
-        {[] {}, {"€200.00", "$200.00"}, "All clients|This month"},
+        {[] {}, {"$200.00", "€200.00"}, "All clients|This month"},
         {[&] { dashboard.setSelectedProjectId(own->id()); }, {"$200.00"}, "All clients|This month"},
         {[&] { dashboard.setSelectedClientName("ACME"); }, {"€200.00"}, "ACME|This month"},
         {[&] { dashboard.setSelectedClientName("__no_client__"); }, {"$200.00"}, "Not set|This month"},

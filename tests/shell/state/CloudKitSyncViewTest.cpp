@@ -54,8 +54,8 @@ protected:
 TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
     using enum CloudFailure::Kind;
     const std::string timedOutText = "同步超时（30秒），请检查网络连接";
-    const std::string busy = "同步失败: CKScheduler is busy";
-    const std::string down = "同步失败: db is down";
+    const std::string busyText = "同步失败: CKScheduler is busy";
+    const std::string downText = "同步失败: db is down";
     const std::string refusal = std::string("- ") + unavailable;
     const struct {
         AccountStatus status;
@@ -67,10 +67,10 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
         {AccountStatus::available, {}, "+ 活动记录同步成功", "+ 完整同步成功", "none"},
         {AccountStatus::available, CloudFailure(timedOut, "no answer from db"), "- 活动记录同步失败: " + timedOutText,
          "- 完整同步失败: " + timedOutText, timedOutText + "|no answer from db"},
-        {AccountStatus::available, CloudFailure(unreachable, "db is down"), "- 活动记录同步失败: " + down,
-         "- 完整同步失败: " + down, down + "|"},
+        {AccountStatus::available, CloudFailure(unreachable, "db is down"), "- 活动记录同步失败: " + downText,
+         "- 完整同步失败: " + downText, downText + "|"},
         {AccountStatus::available, CloudFailure(refused, "CKScheduler is busy"), "+ 活动记录同步成功", "+ 完整同步成功",
-         busy + "|"},
+         busyText + "|"},
         {AccountStatus::noAccount, {}, refusal, refusal, std::string(unavailable) + "|nobody knows mia"},
     };
     for (const auto& row : rows) {
