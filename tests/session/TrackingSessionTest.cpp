@@ -4,6 +4,7 @@
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "session/RecordAnnouncer.h"
+#include "store/AppSettings.h"
 #include "support/Matchers.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
@@ -75,6 +76,7 @@ TEST_F(TrackingSessionTest, LeavesNothingRunningBehind) {
         session.stop();
     }
     runLoop_.runPosted();
+    EXPECT_EQ(store_.anotherContext()->count<AppSettings>(), 1U) << "but the first settings";
     EXPECT_EQ(runLoop_.pendingTimers(), before);
     EXPECT_EQ(desktop_.keyTaps(), 0);
     EXPECT_EQ(desktop_.activationObservers(), 0);

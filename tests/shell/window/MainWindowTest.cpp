@@ -13,6 +13,7 @@
 #include "store/ActivityRecord.h"
 #include "store/AppSettings.h"
 #include "store/ProjectTimeAnnotation.h"
+#include "support/Builders.h"
 #include "support/Matching.h"
 #include "updates/SignedFeed.h"
 
@@ -148,7 +149,7 @@ TEST_F(MainWindowTest, OnlyAReturnFromAnotherApplicationShowsTheNewDay) {
     auto& day = open();
     const Date before = day.chart().selectedDate();
     shortcut("Ctrl+Shift+L");
-    day.workUntil("2026-03-13 09:00:00");
+    day.runLoop.playUntil(at("2026-03-13 09:00:00"));
     day.window().activateWindow();
     day.settle();
     EXPECT_EQ(day.chart().selectedDate(), before) << "from the log window";
@@ -156,7 +157,7 @@ TEST_F(MainWindowTest, OnlyAReturnFromAnotherApplicationShowsTheNewDay) {
     day.chart().selectTimeRange({8, 8.5});
     shortcut("Ctrl+Shift+L");
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
-    day.workUntil("2026-03-14 09:00:00");
+    day.runLoop.playUntil(at("2026-03-14 09:00:00"));
     day.window().activateWindow();
     day.settle();
     EXPECT_EQ(day.chart().selectedDate(), day.runLoop.now());
