@@ -69,6 +69,7 @@ MainWindow::MainWindow(AppServices& services)
 
 // What shows the states goes before the states do: even a widget that is about to go loses the focus with an event.
 MainWindow::~MainWindow() {
+    qApp->disconnect(this);
     hide();
     delete logWindow_;
     qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
