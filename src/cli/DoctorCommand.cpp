@@ -1,4 +1,5 @@
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
 #include "cli/OrNull.h"
@@ -6,7 +7,6 @@
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
-#include "session/TerminalText.h"
 #include "session/TrackerLock.h"
 
 #include <CLI/CLI.hpp>

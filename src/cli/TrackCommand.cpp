@@ -2,7 +2,9 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "diagnostics/ConsoleSink.h"
+#include "diagnostics/SilentConsole.h"
 #include "platform/linux/IniUserDefaults.h"
+#include "platform/linux/JournalStream.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
@@ -14,7 +16,9 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <csignal>
+#include <cstdlib>
 #include <fmt/format.h>
+#include <unistd.h>
 
 namespace quorvane::cli {
 namespace {
@@ -38,6 +42,18 @@ platform::ProcessLock lockFor(const std::filesystem::path& store) {
                                                                              refusal->holder->description())
                                                                : refusal->reason);
     return std::move(std::get<platform::ProcessLock>(lock));
+}
+
+/// Titles and paths are in clear in what is said of a record. The journal, which keeps what it gets, hears none unless
+/// somebody asks for that.
+bool mayTellTitles(int descriptor) {
+    const char* const wanted = std::getenv("QUORVANE_CONSOLE");
+    return !platform::leadsToJournal(descriptor) || (wanted != nullptr && std::string_view(wanted) == "1");
+}
+
+std::unique_ptr<ConsoleSink> serviceConsole() {
+    if (mayTellTitles(STDERR_FILENO)) return std::make_unique<StreamConsole>(stderr);
+    return std::make_unique<SilentConsole>();
 }
 
 /// The lines of people's interest on standard output. Who can't write them any more ends the tracking.
@@ -66,8 +82,8 @@ private:
     std::optional<CommandError> failure_;
 };
 
-void noteWhatIsMissing(const platform::LinuxDesktop& desktop, const platform::Channel& frontWindow,
-                       ConsoleSink& console) {
+void noteWhatIsMissing(const platform::LinuxDesktop& desktop, const platform::Channel& frontWindow) {
+    StreamConsole console(stderr);
     for (const std::string& notice : desktop.notices())
         console.write(notice);
     if (!frontWindow.isAvailable)
@@ -78,15 +94,17 @@ void track(const CommandContext& context, std::optional<Seconds> duration) {
     if (context.now) throw CommandError(ExitStatus::wrongUsage, "--now: tracking needs the clock as it is");
     ModelContext store(context.open(StoreAccess::write));
     const auto lock = lockFor(context.storeFile());
-    StreamConsole console(stderr);
+    const auto console = serviceConsole();
     platform::QtRunLoop runLoop;
     platform::LinuxDesktop desktop(runLoop);
-    noteWhatIsMissing(desktop, desktop.foreground().channel(), console);
+    noteWhatIsMissing(desktop, desktop.foreground().channel());
     Announcements announcements(runLoop);
-    const RecordAnnouncer announcer(store, [&](const std::string& line) { announcements.write(line); });
-    desktop.listenToBrowsers([&](const std::string& line) { console.write(line); });
+    const RecordAnnouncer announcer(
+        store, [&](const std::string& line) { announcements.write(line); },
+        mayTellTitles(STDOUT_FILENO) ? RecordAnnouncer::Titles::shown : RecordAnnouncer::Titles::leftOut);
+    desktop.listenToBrowsers([&](const std::string& line) { console->write(line); });
     platform::IniUserDefaults defaults;
-    TrackingSession session(runLoop, desktop, store, defaults, console);
+    TrackingSession session(runLoop, desktop, store, defaults, *console);
     const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
     const auto timeOut = duration ? runLoop.after(*duration, [&] { runLoop.quit(); }) : nullptr;
     session.start();

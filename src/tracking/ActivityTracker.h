@@ -122,6 +122,7 @@ private:
     [[nodiscard]] std::optional<std::string> browserURLAtSwitch(const std::string& bundleId, Date now);
     void fetchBrowserURLAsync(const std::string& bundleId, bool deferred);
     void noteBrowserURL(const std::string& bundleId, const std::optional<std::string>& url, bool deferred);
+    void takeTitleHeldBack(const std::string& bundleId);
     void runMaintenance();
 
     // A record's life (ActivityTrackerRecords.cpp)

@@ -310,9 +310,19 @@ void ActivityTracker::noteBrowserURL(const std::string& bundleId, const std::opt
     isFetchingBrowserURL_ = false;
     if (isEmpty(url)) return;
     cachedBrowserURL_ = {bundleId, *url, runLoop_.now()};
-    if (!currentRecord_ || currentRecord_->appBundleId() != bundleId || currentRecord_->url() == url) return;
+    if (!currentRecord_ || currentRecord_->appBundleId() != bundleId) return;
+    takeTitleHeldBack(bundleId);
+    if (currentRecord_->url() == url) return;
     currentRecord_->url = url;
     if (deferred) console_.line("ActivityTracker: 延迟更新浏览器URL: <redacted>");
+}
+
+/// Of a page whose address is told the title is nobody's secret either.
+void ActivityTracker::takeTitleHeldBack(const std::string& bundleId) {
+    const auto cached = windowInfoCache_.find(bundleId);
+    if (cached == windowInfoCache_.end() || !cached->second.info.isTitleHeldBack) return;
+    cached->second.info = services_.windowInfo.windowInfo(bundleId);
+    updateCurrentRecordWindowInfo(cached->second.info);
 }
 
 }  // namespace quorvane
