@@ -5,6 +5,7 @@
 #include "base/Url.h"
 #include "capture/AccessibilityWindowHelper.h"
 #include "capture/AccessibleAttribute.h"
+#include "platform/PrivateBrowsing.h"
 
 #include <algorithm>
 
@@ -45,7 +46,8 @@ AccessibilityBrowserURLParser::getURL(const std::string& bundleId,
     if (const auto page = webArea(*window)) {
         if (const auto url = attributeURL(*page)) return normalized(*url);
     }
-    if (const auto title = AccessibleAttribute::text(accessibility_, *window, platform::AccessibleName::title)) {
+    const auto title = AccessibleAttribute::text(accessibility_, *window, platform::AccessibleName::title);
+    if (title && !platform::PrivateBrowsing::isMarked(bundleId, *title)) {
         if (const auto url = titleURL(*title)) return normalized(*url);
     }
     console_.line("AccessibilityBrowserURLParser: 未能从AX获取到URL");

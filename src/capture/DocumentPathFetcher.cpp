@@ -6,6 +6,7 @@
 #include "capture/AccessibilityWindowHelper.h"
 #include "capture/ChatTitleSearch.h"
 #include "capture/DocumentScripts.h"
+#include "platform/PrivateBrowsing.h"
 
 #include <fmt/format.h>
 #include <variant>
@@ -30,6 +31,14 @@ std::optional<std::string> stringValue(platform::Accessibility& accessibility,
     const auto value = accessibility.attribute(element, name);
     const auto* text = value ? std::get_if<platform::AccessibleText>(&*value) : nullptr;
     return text && !text->isUrl ? std::optional(text->text) : std::nullopt;
+}
+
+/// A window of private browsing leaves nothing, neither in a record nor in a line.
+bool isMarkedPrivate(const platform::RunningApplication& application,
+                     const DocumentPathFetcher::AccessibilityInfo& info) {
+    const std::string bundleId = application.bundleIdentifier.value_or("");
+    return platform::PrivateBrowsing::isMarked(bundleId, application.windowTitle) ||
+           platform::PrivateBrowsing::isMarked(bundleId, info.title.value_or(""));
 }
 
 std::string description(const platform::ScriptError& error, const std::string& message) {
@@ -62,6 +71,7 @@ WindowInfo DocumentPathFetcher::getDocumentInfo(const std::string& bundleId) {
         return {};
     }
     const AccessibilityInfo info = readAccessibilityInfo(*application, bundleId);
+    if (isMarkedPrivate(*application, info)) return {};
     WindowInfo found{.title = hasText(info.chatTitle) ? info.chatTitle : info.title, .document = info.document};
     if (!hasText(found.document)) {
         if (auto document = getDocumentPathByScript(bundleId); hasText(document)) found.document = document;
@@ -75,7 +85,10 @@ WindowInfo DocumentPathFetcher::getDocumentInfo(const std::string& bundleId) {
 
     // Where windows carry their title for everybody to read, a record needn't go without one because accessibility is
     // off or the application takes no part in it.
-    if (!found.title && !application->windowTitle.empty()) found.title = application->windowTitle;
+    if (!found.title && !application->windowTitle.empty()) {
+        found.isTitleHeldBack = application->mayBePrivate;
+        if (!found.isTitleHeldBack) found.title = application->windowTitle;
+    }
     return found;
 }
 

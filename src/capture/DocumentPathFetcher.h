@@ -30,8 +30,8 @@ public:
 
     [[nodiscard]] WindowInfo windowInfo(const std::string& bundleId) override { return getDocumentInfo(bundleId); }
 
-    /// Title and document of the application, or neither if another one is in front by now. The document is a path, a
-    /// name or, where nothing better is known, a title.
+    /// Title and document of the application, or neither if another one is in front by now, or a browser's window of
+    /// private browsing. The document is a path, a name or, where nothing better is known, a title.
     [[nodiscard]] WindowInfo getDocumentInfo(const std::string& bundleId);
 
     /// What the application's script says, else `getFallbackInfo`. None for an application that has no script.

@@ -9,6 +9,9 @@ namespace quorvane {
 struct WindowInfo {
     std::optional<std::string> title;
     std::optional<std::string> document;  ///< path of the document
+    /// The title is kept back until it is known that the window is none of private browsing; asked again then, it may
+    /// be there.
+    bool isTitleHeldBack = false;
     friend bool operator==(const WindowInfo&, const WindowInfo&) = default;
 };
 

@@ -1,4 +1,5 @@
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "cli/CommandContext.h"
 #include "cli/CommandGroup.h"
 #include "cli/Commands.h"
@@ -7,7 +8,6 @@
 #include "platform/linux/ApplicationRemote.h"
 #include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
-#include "session/TerminalText.h"
 #include "session/TrackerLock.h"
 
 #include <CLI/CLI.hpp>

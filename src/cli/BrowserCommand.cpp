@@ -1,12 +1,12 @@
 #include "base/AtomicFile.h"
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "cli/CommandContext.h"
 #include "cli/CommandGroup.h"
 #include "cli/Commands.h"
 #include "cli/NativeHosts.h"
 #include "cli/Output.h"
 #include "platform/linux/XdgPaths.h"
-#include "session/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,4 +1,5 @@
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "cli/CommandContext.h"
 #include "cli/CommandGroup.h"
@@ -6,7 +7,6 @@
 #include "cli/Output.h"
 #include "platform/linux/IniUserDefaults.h"
 #include "rules/CategoryTagManager.h"
-#include "session/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

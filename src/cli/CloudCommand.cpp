@@ -1,4 +1,5 @@
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "cli/CloudService.h"
 #include "cli/CommandContext.h"
 #include "cli/CommandGroup.h"
@@ -8,7 +9,6 @@
 #include "cloud/CloudKitDataStrategy.h"
 #include "cloud/module/CloudModule.h"
 #include "cloud/module/ServiceFile.h"
-#include "session/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,12 +1,12 @@
 #include "cli/DayDrawing.h"
 
 #include "base/DateText.h"
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "base/TimeText.h"
 #include "cli/TextTable.h"
 #include "session/LocalTime.h"
 #include "session/TerminalColor.h"
-#include "session/TerminalText.h"
 #include "timeline/ProjectTone.h"
 
 #include <algorithm>

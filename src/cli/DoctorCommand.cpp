@@ -1,4 +1,6 @@
 #include "base/Json.h"
+#include "base/TerminalText.h"
+#include "capture/CaptureHealth.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
 #include "cli/OrNull.h"
@@ -6,7 +8,6 @@
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
-#include "session/TerminalText.h"
 #include "session/TrackerLock.h"
 
 #include <CLI/CLI.hpp>
@@ -39,6 +40,28 @@ Findings examine(const CommandContext& context) {
     return findings;
 }
 
+constexpr const char* nameOf(platform::Sight sight) {
+    switch (sight) {
+    case platform::Sight::nothing: return "nothing";
+    case platform::Sight::applications: return "applications";
+    case platform::Sight::titles: return "titles";
+    case platform::Sight::documents: return "documents";
+    case platform::Sight::pages: return "pages";
+    }
+    return "";
+}
+
+constexpr const char* wordsOf(platform::Sight sight) {
+    switch (sight) {
+    case platform::Sight::nothing: return "nothing";
+    case platform::Sight::applications: return "applications";
+    case platform::Sight::titles: return "applications and titles";
+    case platform::Sight::documents: return "applications, titles and documents";
+    case platform::Sight::pages: return "applications, titles, documents and web pages";
+    }
+    return "";
+}
+
 std::string jsonOf(const Findings& findings) {
     Json channels = Json::array();
     for (const auto& channel : findings.channels)
@@ -47,12 +70,16 @@ std::string jsonOf(const Findings& findings) {
                             {"available", channel.isAvailable},
                             {"reason", orNull(channel.reason)},
                             {"remedy", orNull(channel.remedy)}});
+    const CaptureHealth health = captureHealth(findings.channels);
+    const Json capture = {
+        {"sees", nameOf(health.sight)}, {"reason", orNull(health.reason)}, {"remedy", orNull(health.remedy)}};
     Json tracker = nullptr;
     if (findings.tracker) tracker = {{"pid", findings.tracker->pid}, {"program", orNull(findings.tracker->program)}};
     const Json store = {{"file", findings.store.string()},
                         {"opens", !findings.storeProblem},
                         {"problem", orNull(findings.storeProblem.value_or(""))}};
     return jsonText({{"channels", std::move(channels)},
+                     {"capture", capture},
                      {"notices", findings.notices},
                      {"store", store},
                      {"tracker", std::move(tracker)}}) +
@@ -67,6 +94,9 @@ std::string textOf(const Findings& findings) {
     const auto add = [&](std::string_view question, std::string_view answer) {
         out += fmt::format("{:<{}}  {}\n", question, width, harmlessLine(answer));
     };
+    const CaptureHealth health = captureHealth(findings.channels);
+    add("what can be seen", health.canSee() ? wordsOf(health.sight) : "nothing: " + health.reason);
+    if (!health.canSee() && !health.remedy.empty()) add("", "-> " + health.remedy);
     for (const auto& channel : findings.channels) {
         if (channel.isAvailable) {
             add(channel.question, "yes, by " + channel.name);

@@ -1,4 +1,5 @@
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
@@ -9,7 +10,6 @@
 #include "diagnostics/ConsoleSink.h"
 #include "platform/Clock.h"
 #include "session/TerminalColor.h"
-#include "session/TerminalText.h"
 #include "store/ModelContext.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/MonthTimeline.h"

@@ -1,3 +1,4 @@
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
@@ -7,7 +8,6 @@
 #include "cli/ObjectById.h"
 #include "cli/Output.h"
 #include "cli/TextTable.h"
-#include "session/TerminalText.h"
 #include "store/JsonForm.h"
 #include "store/Project.h"
 #include "timeline/ProjectTone.h"

@@ -1,3 +1,4 @@
+#include "base/TerminalText.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
@@ -6,7 +7,6 @@
 #include "cli/TextTable.h"
 #include "platform/Clock.h"
 #include "session/LocalTime.h"
-#include "session/TerminalText.h"
 #include "store/ActivityRecord.h"
 #include "store/JsonForm.h"
 #include "store/ModelContext.h"

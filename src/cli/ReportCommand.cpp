@@ -1,6 +1,7 @@
 #include "base/DateText.h"
 #include "base/Iso8601.h"
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "billing/BillingPack.h"
 #include "billing/BillingReport.h"
@@ -10,7 +11,6 @@
 #include "cli/Output.h"
 #include "cli/TextTable.h"
 #include "platform/Clock.h"
-#include "session/TerminalText.h"
 #include "store/ModelContext.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
@@ -9,7 +10,6 @@
 #include "cli/TextTable.h"
 #include "rules/BuiltInRuleTemplates.h"
 #include "rules/RuleDraft.h"
-#include "session/TerminalText.h"
 #include "store/JsonForm.h"
 
 #include <CLI/CLI.hpp>

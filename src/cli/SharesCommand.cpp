@@ -1,3 +1,4 @@
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "cli/Arguments.h"
 #include "cli/CloudService.h"
@@ -15,7 +16,6 @@
 #include "platform/Clock.h"
 #include "platform/linux/QtRunLoop.h"
 #include "session/LocalTime.h"
-#include "session/TerminalText.h"
 #include "store/JsonForm.h"
 
 #include <CLI/CLI.hpp>

@@ -1,5 +1,6 @@
 #include "base/Calendar.h"
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
@@ -8,7 +9,6 @@
 #include "cli/TextTable.h"
 #include "platform/Clock.h"
 #include "session/TerminalColor.h"
-#include "session/TerminalText.h"
 #include "store/ModelContext.h"
 #include "timeline/AppStatistics.h"
 

@@ -1,10 +1,18 @@
+#include "base/Json.h"
+#include "base/TerminalText.h"
 #include "base/Text.h"
+#include "capture/CaptureHealth.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
+#include "cli/OrNull.h"
 #include "cli/Output.h"
 #include "platform/Clock.h"
+#include "platform/linux/DisplaySession.h"
+#include "platform/linux/ProcessLock.h"
+#include "platform/linux/X11ForegroundSource.h"
+#include "session/CaptureNote.h"
 #include "session/LocalTime.h"
-#include "session/TerminalText.h"
+#include "session/TrackerLock.h"
 #include "store/ActivityRecord.h"
 #include "store/JsonForm.h"
 #include "store/ModelContext.h"
@@ -25,7 +33,18 @@ struct Status {
     std::string openRecordJson = "null";
     Seconds today{};
     std::size_t todayRecords = 0;
+    std::optional<CaptureHealth> trouble;  ///< why nothing can be seen; none: what is in front can
 };
+
+/// What the tracker of the store has found, who may sit in another session than we do; where nobody tracks, what a
+/// tracker would find that was started here.
+std::optional<CaptureHealth> captureTrouble(ModelContext& store, const std::filesystem::path& file) {
+    if (platform::ProcessLock::isHeld(trackerLockFile(file))) return CaptureNote::kept(store);
+    const auto x11 = platform::connectToDisplay(platform::X11Connection::Reader::nobody);
+    const platform::Channel channel = platform::X11ForegroundSource::channelOf(*x11);
+    auto health = captureHealth({&channel, 1});
+    return health.canSee() ? std::nullopt : std::optional(std::move(health));
+}
 
 Status readStatus(ModelContext& store, Date now, const Calendar& calendar) {
     Status status;
@@ -64,14 +83,23 @@ double wholeMicroseconds(Seconds duration) {
 }
 
 std::string jsonOf(const Status& status) {
-    return fmt::format(R"({{"tracking":{},"open_record":{},"today_seconds":{},"today_records":{}}})"
+    Json capture = {{"can_see", !status.trouble}, {"reason", nullptr}, {"remedy", nullptr}};
+    if (status.trouble) {
+        capture["reason"] = orNull(status.trouble->reason);
+        capture["remedy"] = orNull(status.trouble->remedy);
+    }
+    return fmt::format(R"({{"tracking":{},"open_record":{},"today_seconds":{},"today_records":{},"capture":{}}})"
                        "\n",
                        status.isTracking, status.openRecordJson, text::shortest(wholeMicroseconds(status.today)),
-                       status.todayRecords);
+                       status.todayRecords, jsonText(capture));
 }
 
 std::string textOf(const Status& status, const LocalTime& local, Date now) {
     std::string out = fmt::format("Tracking:     {}\n", status.isTracking ? "yes" : "no");
+    if (const auto& trouble = status.trouble) {
+        out += fmt::format("Can see:      nothing: {}\n", harmlessLine(trouble->reason));
+        if (!trouble->remedy.empty()) out += fmt::format("              -> {}\n", harmlessLine(trouble->remedy));
+    }
     if (const auto& open = status.openRecord) {
         const std::string title = harmlessLine(open->windowTitle().value_or(""));
         out += fmt::format("Open record:  {}{}{}, since {} ({})\n", harmlessLine(open->appName().value_or("?")),
@@ -88,7 +116,9 @@ void printStatus(const CommandContext& context) {
     ModelContext store(context.open(StoreAccess::read));
     const Date now = platform::currentDate();
     const LocalTime local;
-    const Status status = readStatus(store, now, local.calendar());
+    Status status = readStatus(store, now, local.calendar());
+    // A record that is being kept up is proof enough.
+    if (!status.isTracking) status.trouble = captureTrouble(store, context.storeFile());
     Output output;
     output.write(context.json ? jsonOf(status) : textOf(status, local, now));
     output.finish();

@@ -1,8 +1,11 @@
+#include "capture/CaptureHealth.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "diagnostics/ConsoleSink.h"
+#include "diagnostics/SilentConsole.h"
 #include "platform/linux/IniUserDefaults.h"
+#include "platform/linux/JournalStream.h"
 #include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
@@ -14,10 +17,15 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <csignal>
+#include <cstdlib>
 #include <fmt/format.h>
+#include <unistd.h>
 
 namespace quorvane::cli {
 namespace {
+
+/// At login a tracker may be there before the window manager is.
+constexpr Seconds patienceForWindowManager = 5s;
 
 /// What a timer can count.
 constexpr Seconds longestRun = 480h;
@@ -38,6 +46,18 @@ platform::ProcessLock lockFor(const std::filesystem::path& store) {
                                                                              refusal->holder->description())
                                                                : refusal->reason);
     return std::move(std::get<platform::ProcessLock>(lock));
+}
+
+/// Titles and paths are in clear in what is said of a record. The journal, which keeps what it gets, hears none unless
+/// somebody asks for that.
+bool mayTellTitles(int descriptor) {
+    const char* const wanted = std::getenv("QUORVANE_CONSOLE");
+    return !platform::leadsToJournal(descriptor) || (wanted != nullptr && std::string_view(wanted) == "1");
+}
+
+std::unique_ptr<ConsoleSink> serviceConsole() {
+    if (mayTellTitles(STDERR_FILENO)) return std::make_unique<StreamConsole>(stderr);
+    return std::make_unique<SilentConsole>();
 }
 
 /// The lines of people's interest on standard output. Who can't write them any more ends the tracking.
@@ -66,34 +86,81 @@ private:
     std::optional<CommandError> failure_;
 };
 
-void noteWhatIsMissing(const platform::LinuxDesktop& desktop, const platform::Channel& frontWindow,
-                       ConsoleSink& console) {
-    for (const std::string& notice : desktop.notices())
-        console.write(notice);
-    if (!frontWindow.isAvailable)
-        console.line("The front window can't be seen: {} (quorvane-cli doctor says more)", frontWindow.reason);
+CaptureHealth healthOf(platform::Desktop& desktop) {
+    const platform::Channel channel = desktop.foreground().channel();
+    return captureHealth({&channel, 1});
 }
+
+CommandError blindness(const CaptureHealth& health) {
+    return {ExitStatus::failed, "nothing can be seen: " + health.sentence()};
+}
+
+/// Ends a tracking that sees nothing and won't: at once if that will last, else if nothing was ever seen. A window
+/// manager may be about to start, and may be replaced by another.
+class View {
+public:
+    View(platform::QtRunLoop& runLoop, platform::Desktop& desktop, ActivityTracker& tracker)
+        : runLoop_(runLoop), desktop_(desktop),
+          changed_(tracker.captureHealthChanged.subscribe([this, &tracker] { judge(tracker.captureHealth()); })),
+          untilItHasToBeSeen_(runLoop.after(patienceForWindowManager, [this] { judgeBeginning(); })) {}
+
+    /// To be called at the end, too: a short run may not have come to a judgement.
+    void judgeBeginning() {
+        const auto health = healthOf(desktop_);
+        hasSeen_ = hasSeen_ || health.canSee();
+        if (!hasSeen_) fail(health);
+    }
+
+    void throwIfFailed() const {
+        if (failure_) throw blindness(*failure_);
+    }
+
+private:
+    void judge(const CaptureHealth& health) {
+        if (health.canSee()) hasSeen_ = true;
+        if (health.isLasting()) fail(health);
+    }
+
+    void fail(const CaptureHealth& health) {
+        if (!failure_) failure_ = health;
+        runLoop_.quit();
+    }
+
+    platform::QtRunLoop& runLoop_;
+    platform::Desktop& desktop_;
+    bool hasSeen_ = false;
+    std::optional<CaptureHealth> failure_;
+    Subscription changed_;
+    std::unique_ptr<platform::WorkItem> untilItHasToBeSeen_;
+};
 
 void track(const CommandContext& context, std::optional<Seconds> duration) {
     if (context.now) throw CommandError(ExitStatus::wrongUsage, "--now: tracking needs the clock as it is");
     ModelContext store(context.open(StoreAccess::write));
     const auto lock = lockFor(context.storeFile());
-    StreamConsole console(stderr);
+    const auto console = serviceConsole();
     platform::QtRunLoop runLoop;
     platform::LinuxDesktop desktop(runLoop);
-    noteWhatIsMissing(desktop, desktop.foreground().channel(), console);
+    for (const std::string& notice : desktop.notices())
+        StreamConsole(stderr).write(notice);
+    if (const auto health = healthOf(desktop); health.isLasting()) throw blindness(health);
     Announcements announcements(runLoop);
-    const RecordAnnouncer announcer(store, [&](const std::string& line) { announcements.write(line); });
-    desktop.listenToBrowsers([&](const std::string& line) { console.write(line); });
+    const RecordAnnouncer announcer(
+        store, [&](const std::string& line) { announcements.write(line); },
+        mayTellTitles(STDOUT_FILENO) ? RecordAnnouncer::Titles::shown : RecordAnnouncer::Titles::leftOut);
+    desktop.listenToBrowsers([&](const std::string& line) { console->write(line); });
     platform::IniUserDefaults defaults;
-    TrackingSession session(runLoop, desktop, store, defaults, console);
+    TrackingSession session(runLoop, desktop, store, defaults, *console);
     const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [&](int) { runLoop.quit(); });
     const auto timeOut = duration ? runLoop.after(*duration, [&] { runLoop.quit(); }) : nullptr;
+    View view(runLoop, desktop, session.tracker());
     session.start();
     runLoop.run();
+    view.judgeBeginning();
     const bool isSaved = session.stop();
     runLoop.finishBackground();
     announcements.throwIfFailed();
+    view.throwIfFailed();
     if (!isSaved) throw CommandError(ExitStatus::failed, "the last record could not be saved");
 }
 

@@ -1,4 +1,5 @@
 #include "base/Json.h"
+#include "base/TerminalText.h"
 #include "base/Text.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
@@ -12,7 +13,6 @@
 #include "platform/Clock.h"
 #include "session/LocalTime.h"
 #include "session/TerminalColor.h"
-#include "session/TerminalText.h"
 #include "store/ModelContext.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/WeekTimeline.h"

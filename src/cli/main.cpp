@@ -1,11 +1,11 @@
 #include "base/Iso8601.h"
+#include "base/TerminalText.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cloud/module/CloudModule.h"
 #include "platform/Clock.h"
-#include "session/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>

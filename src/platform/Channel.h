@@ -1,16 +1,33 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace quorvane::platform {
+
+/// What can be seen of the user's work. Each kind builds on the one before.
+enum class Sight : std::uint8_t { nothing, applications, titles, documents, pages };
+
+/// Why a question about windows finds no answer. People are told in their own language.
+enum class Obstacle : std::uint8_t {
+    none,
+    wayland,
+    noDisplay,
+    displayRefused,  ///< there is one that lets nobody in
+    displayGone,     ///< it has let us in, and ended since
+    noWindowManager,
+    other
+};
 
 /// Who answers a question to the desktop, or why nobody does.
 struct Channel {
     std::string question;  ///< "front window", "system idle time"
     std::string name;      ///< the channel that answers or was tried: "X11 _NET_ACTIVE_WINDOW"
     bool isAvailable = false;
-    std::string reason;  ///< why it does not answer; empty when it does
-    std::string remedy;  ///< what the user can do about it; may be empty
+    std::string reason;                  ///< why it does not answer; empty when it does
+    std::string remedy;                  ///< what the user can do about it; may be empty
+    Sight gives = Sight::nothing;        ///< what can't be seen without an answer
+    Obstacle obstacle = Obstacle::none;  ///< why it does not answer, where that has a name
     friend bool operator==(const Channel&, const Channel&) = default;
 };
 

@@ -12,6 +12,9 @@ struct RunningApplication {
     std::optional<std::string> bundleIdentifier;  ///< as `ForegroundApplication` has it
     std::optional<std::string> localizedName;
     std::string windowTitle;  ///< of the window in front; empty for none
+    /// Nobody says that the window is none of private browsing, and its title would not tell: that is nobody's
+    /// business.
+    bool mayBePrivate = false;
     friend bool operator==(const RunningApplication&, const RunningApplication&) = default;
 };
 

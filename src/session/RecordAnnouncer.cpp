@@ -1,6 +1,6 @@
 #include "session/RecordAnnouncer.h"
 
-#include "session/TerminalText.h"
+#include "base/TerminalText.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -14,8 +14,8 @@ std::string nameOf(const ActivityRecord& record) {
 
 }  // namespace
 
-RecordAnnouncer::RecordAnnouncer(ModelContext& context, std::function<void(const std::string&)> announce)
-    : announce_(std::move(announce)),
+RecordAnnouncer::RecordAnnouncer(ModelContext& context, std::function<void(const std::string&)> announce, Titles titles)
+    : announce_(std::move(announce)), titles_(titles),
       subscription_(context.didChange.subscribe([this](const EntityChange& change) { follow(change); })) {}
 
 void RecordAnnouncer::follow(const EntityChange& change) {
@@ -35,7 +35,8 @@ void RecordAnnouncer::follow(const EntityChange& change) {
 void RecordAnnouncer::noteOpened(const std::shared_ptr<ActivityRecord>& record) {
     std::erase_if(open_, [](const auto& one) { return one.expired(); });
     open_.push_back(record);
-    const std::string title = harmlessLine(record->windowTitle().value_or(""));
+    const std::string title =
+        titles_ == Titles::shown ? harmlessLine(record->windowTitle().value_or("")) : std::string();
     announce_(fmt::format("{}  opened  {}{}{}", local_.time(record->startTime()), nameOf(*record),
                           title.empty() ? "" : " — ", title));
 }

@@ -17,14 +17,18 @@ namespace quorvane {
 /// only.
 class RecordAnnouncer {
 public:
+    enum class Titles { shown, leftOut };
+
     /// `announce` gets a line without its end; it must not throw.
-    RecordAnnouncer(ModelContext& context, std::function<void(const std::string&)> announce);
+    RecordAnnouncer(ModelContext& context, std::function<void(const std::string&)> announce,
+                    Titles titles = Titles::shown);
 
 private:
     void follow(const EntityChange& change);
     void noteOpened(const std::shared_ptr<ActivityRecord>& record);
 
     std::function<void(const std::string&)> announce_;
+    Titles titles_;
     LocalTime local_;
     std::vector<std::weak_ptr<ActivityRecord>> open_;  ///< announced as opened; hardly ever more than one
     Subscription subscription_;

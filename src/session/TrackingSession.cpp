@@ -1,6 +1,7 @@
 #include "session/TrackingSession.h"
 
 #include "platform/Clock.h"
+#include "session/CaptureNote.h"
 #include "store/InitialSettings.h"
 
 namespace quorvane {
@@ -15,7 +16,8 @@ TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& 
       categories_(defaults, console), keyboardMonitor_(runLoop, desktop.keys(), desktop.settingsPanes(), console),
       mouseMonitor_(runLoop, desktop.pointer(), console),
       tracker_(runLoop, desktop, keyboardMonitor_, mouseMonitor_,
-               {.windowInfo = documents_, .browserURL = &browserURLs_, .categories = &categories_}, console) {
+               {.windowInfo = documents_, .browserURL = &browserURLs_, .categories = &categories_}, console),
+      captureHealthChanged_(tracker_.captureHealthChanged.subscribe([this] { noteCapture(); })) {
     try {
         InitialSettings::ensure(store_);
     } catch (const StoreError& error) {  // the defaults hold, as they would from the row
@@ -26,6 +28,15 @@ TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& 
 void TrackingSession::start() {
     tracker_.configure(store_);
     tracker_.start();
+    noteCapture();
+}
+
+void TrackingSession::noteCapture() {
+    try {
+        CaptureNote::keep(store_, tracker_.captureHealth());
+    } catch (const StoreError& error) {
+        console_.line("TrackingSession: Failed to note what can be seen: {}", error.what());
+    }
 }
 
 bool TrackingSession::stop() {

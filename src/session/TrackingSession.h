@@ -37,6 +37,8 @@ public:
     [[nodiscard]] CategoryTagManager& categories() { return categories_; }
 
 private:
+    void noteCapture();
+
     ModelContext& store_;
     ConsoleSink& console_;
     DocumentPathFetcher documents_;
@@ -47,6 +49,7 @@ private:
     KeyboardMonitor keyboardMonitor_;
     MouseMonitor mouseMonitor_;
     ActivityTracker tracker_;
+    Subscription captureHealthChanged_;
 };
 
 }  // namespace quorvane

@@ -1,6 +1,8 @@
+#include "base/TerminalText.h"
 #include "cloud/module/CloudModule.h"
 #include "diagnostics/AppLogger.h"
 #include "diagnostics/ConsoleSink.h"
+#include "diagnostics/SilentConsole.h"
 #include "platform/linux/DBusConnection.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/ProcessLock.h"
@@ -22,6 +24,7 @@
 #include <cstdlib>
 #include <fmt/format.h>
 #include <string_view>
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace quorvane {
@@ -43,13 +46,21 @@ Started while it runs, it brings its window to the front. quorvane-cli is the pr
 )";
 
 int refuse(int status, const std::string& reason) {
-    fmt::print(stderr, "quorvane: {}\n", reason);
+    fmt::print(stderr, "quorvane: {}\n", harmlessLine(reason));
     return status;
 }
 
 std::string environment(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
+}
+
+/// The lines of the services hold titles and paths in clear. Under a desktop standard output is the journal, which
+/// keeps what it gets, so they are for a terminal and for those who ask for them.
+std::unique_ptr<ConsoleSink> serviceConsole() {
+    if (::isatty(STDOUT_FILENO) == 1 || environment("QUORVANE_CONSOLE") == "1")
+        return std::make_unique<StreamConsole>(stdout);
+    return std::make_unique<SilentConsole>();
 }
 
 /// Why no window can be shown; empty if one can. Qt would end the process without a word to people.
@@ -75,7 +86,7 @@ std::string activationToken() {
 void dropNotices(QtMsgType, const QMessageLogContext&, const QString& message) {
     if (message.startsWith(QLatin1String("Detected locale")) || message.startsWith(QLatin1String("QStandardPaths:")))
         return;
-    fmt::print(stderr, "{}\n", message.toStdString());
+    fmt::print(stderr, "{}\n", harmlessLine(message.toStdString()));
 }
 
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
@@ -111,20 +122,20 @@ int runFirst(platform::QtRunLoop& runLoop, platform::DBusConnection& bus, Single
         return refuse(failed, refusal->holder ? refusal->holder->description() + " tracks already" : refusal->reason);
 
     const ApplicationInfo application{.shortVersion = QUORVANE_VERSION, .build = QUORVANE_BUILD};
-    StreamConsole console(stdout);
+    const auto console = serviceConsole();
     platform::LinuxSystemLog systemLog;
-    AppLogger logger(runLoop, systemLog, console, application);
+    AppLogger logger(runLoop, systemLog, *console, application);
     AppLogger::setShared(&logger);
     SafeModelContainer::configure(
         {.file = file, .logger = &logger, .open = {}, .fatal = [](const std::string& message) {
-             fmt::print(stderr, "{}\n", message);
+             fmt::print(stderr, "{}\n", harmlessLine(message));
              std::exit(storeUnavailable);
          }});
     const int status = QuorvaneApp({.runLoop = runLoop,
                                     .sessionBus = bus,
                                     .singleInstance = instance,
                                     .logger = logger,
-                                    .console = console,
+                                    .console = *console,
                                     .application = application,
                                     .makeMainWindow = [](AppServices& services) -> std::unique_ptr<QWidget> {
                                         return std::make_unique<MainWindow>(services);

@@ -20,7 +20,9 @@ ActivityTracker::ActivityTracker(platform::RunLoop& runLoop, platform::Desktop& 
                                  KeyboardMonitor& keyboardMonitor, MouseMonitor& mouseMonitor, TrackerServices services,
                                  ConsoleSink& console)
     : runLoop_(runLoop), desktop_(desktop), keyboardMonitor_(keyboardMonitor), mouseMonitor_(mouseMonitor),
-      services_(services), console_(console), lastUpdate_(runLoop.now()), currentTickInterval_(activeTickInterval) {}
+      services_(services), console_(console), lastUpdate_(runLoop.now()), currentTickInterval_(activeTickInterval) {
+    examineCapture();
+}
 
 ActivityTracker::~ActivityTracker() {
     console_.line("ActivityTracker: deinit - 清理资源");
@@ -58,6 +60,7 @@ void ActivityTracker::start() {
     }
     console_.line("ActivityTracker: Starting tracking with modelContext: {}", modelContext_ ? "true" : "false");
     isTracking_ = true;
+    examineCapture();
     isTrackingChanged.send(true);
     lastUpdate_ = runLoop_.now();
     registerObservers();

@@ -4,6 +4,7 @@
 #include "base/Signal.h"
 #include "base/Weak.h"
 #include "capture/BrowserURLSource.h"
+#include "capture/CaptureHealth.h"
 #include "capture/WindowInfo.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/Desktop.h"
@@ -61,6 +62,11 @@ public:
     [[nodiscard]] bool isTracking() const { return isTracking_; }
     Signal<bool> isTrackingChanged;
 
+    /// Can be seen what comes to the front? As it was at the start, and at each tick since. While nothing can, no
+    /// record is open.
+    [[nodiscard]] const CaptureHealth& captureHealth() const { return captureHealth_; }
+    Signal<> captureHealthChanged;
+
     /// One pass of the loop: called by the timer and by the system's events.
     void tick();
 
@@ -101,6 +107,7 @@ private:
     void runTick();
     void scheduleTimer(Seconds interval);
     void adjustTimerFrequency(Date now);
+    void examineCapture();
     [[nodiscard]] bool isAnyMonitorListening() const;
     [[nodiscard]] Presence readPresence(Date now);
     [[nodiscard]] IdleSettings idleSettings();
@@ -122,6 +129,7 @@ private:
     [[nodiscard]] std::optional<std::string> browserURLAtSwitch(const std::string& bundleId, Date now);
     void fetchBrowserURLAsync(const std::string& bundleId, bool deferred);
     void noteBrowserURL(const std::string& bundleId, const std::optional<std::string>& url, bool deferred);
+    void takeTitleHeldBack(const std::string& bundleId);
     void runMaintenance();
 
     // A record's life (ActivityTrackerRecords.cpp)
@@ -161,6 +169,7 @@ private:
     ConsoleSink& console_;
 
     bool isTracking_ = false;
+    CaptureHealth captureHealth_;
     std::unique_ptr<platform::Timer> timer_;
     std::unique_ptr<platform::WorkItem> firstTick_;
     WeakHandle<ModelContext> modelContext_;

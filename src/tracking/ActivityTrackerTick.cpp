@@ -76,6 +76,7 @@ void ActivityTracker::tick() {
 void ActivityTracker::runTick() {
     const Date now = runLoop_.now();
     adjustTimerFrequency(now);
+    examineCapture();
     const Presence presence = readPresence(now);
     if (!isWorkTime(now)) return leaveOutsideWorkHours(now);
     noteIdleness(presence, now);
@@ -83,6 +84,12 @@ void ActivityTracker::runTick() {
     if (isSessionLocked_) {
         console_.line("ActivityTracker: Session locked - finalize current record");
         return closeAndLeave(now, now);
+    }
+    if (!captureHealth_.canSee()) {
+        console_.line("ActivityTracker: Nothing can be seen: {}", captureHealth_.reason);
+        // Who was in front when the view went is not known to be there still, nor since when.
+        foregroundApplicationSnapshot_.reset();
+        return closeAndLeave(lastUpdate_, now);
     }
     const auto application = foregroundApplication();
     if (!application) {
@@ -121,6 +128,14 @@ void ActivityTracker::adjustTimerFrequency(Date now) {
     if (std::abs((wanted - currentTickInterval_).count()) <= 1.0) return;
     scheduleTimer(wanted);
     console_.line("ActivityTracker: 定时器频率已调整为 {}秒 (用户{})", whole(wanted), isActive ? "活跃" : "空闲");
+}
+
+void ActivityTracker::examineCapture() {
+    const platform::Channel channel = desktop_.foreground().channel();
+    CaptureHealth health = quorvane::captureHealth({&channel, 1});
+    if (health == captureHealth_) return;
+    captureHealth_ = std::move(health);
+    captureHealthChanged.send();
 }
 
 bool ActivityTracker::isAnyMonitorListening() const {
@@ -310,9 +325,19 @@ void ActivityTracker::noteBrowserURL(const std::string& bundleId, const std::opt
     isFetchingBrowserURL_ = false;
     if (isEmpty(url)) return;
     cachedBrowserURL_ = {bundleId, *url, runLoop_.now()};
-    if (!currentRecord_ || currentRecord_->appBundleId() != bundleId || currentRecord_->url() == url) return;
+    if (!currentRecord_ || currentRecord_->appBundleId() != bundleId) return;
+    takeTitleHeldBack(bundleId);
+    if (currentRecord_->url() == url) return;
     currentRecord_->url = url;
     if (deferred) console_.line("ActivityTracker: 延迟更新浏览器URL: <redacted>");
+}
+
+/// Of a page whose address is told the title is nobody's secret either.
+void ActivityTracker::takeTitleHeldBack(const std::string& bundleId) {
+    const auto cached = windowInfoCache_.find(bundleId);
+    if (cached == windowInfoCache_.end() || !cached->second.info.isTitleHeldBack) return;
+    cached->second.info = services_.windowInfo.windowInfo(bundleId);
+    updateCurrentRecordWindowInfo(cached->second.info);
 }
 
 }  // namespace quorvane

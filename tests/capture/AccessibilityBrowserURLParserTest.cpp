@@ -119,6 +119,13 @@ TEST_F(AccessibilityBrowserURLParserTest, TakesAURLFromAmongTheWordsOfTheTitle) 
     EXPECT_EQ(console.lines().back(), nothingFound);
 }
 
+TEST_F(AccessibilityBrowserURLParserTest, TheTitleOfAPrivateWindowIsNoAddress) {
+    applications.setFrontmost(platform::RunningApplication{7, "org.mozilla.firefox", {}, {}});
+    accessibility.setText("window", Name::title, "https://secret.example/ — Mozilla Firefox Private Browsing");
+    EXPECT_EQ(parser.getURL("org.mozilla.firefox"), std::nullopt);
+    EXPECT_THAT(console.lines(), ElementsAre(nothingFound));
+}
+
 TEST_F(AccessibilityBrowserURLParserTest, NormalizedTextHasNoBlanksAroundItAndASchemeAfterWww) {
     const std::pair<const char*, std::optional<std::string>> rows[] = {
         {"\t https://a.example/x?y#z \r\n", "https://a.example/x?y#z"},

@@ -92,6 +92,42 @@ TEST_F(DocumentPathFetcherTest, AnApplicationWithoutScriptKeepsItsTitleAloneAndA
               DocumentPathFetcher::AccessibilityInfo());
 }
 
+TEST_F(DocumentPathFetcherTest, APrivateWindowLeavesNothingAndOneThatMayBePrivateNoTitle) {
+    const std::string firefox = "org.mozilla.firefox";
+    const std::string chrome = "com.google.Chrome";
+    struct Row {
+        const char* name;
+        std::string application;
+        const char* accessibleTitle;  ///< null: none
+        const char* windowTitle;
+        bool mayBePrivate;
+        WindowInfo expected;
+    };
+    const Row rows[] = {
+        {"marked", firefox, nullptr, "Secret — Mozilla Firefox Private Browsing", false, {}},
+        {"marked for accessibility", chrome, "Secret - Chromium (Incognito)", "Secret - Chromium", true, {}},
+        {"ordinary for accessibility", chrome, "News - Chromium", "News - Chromium", true, {"News - Chromium", {}}},
+        {"nobody tells", chrome, nullptr, "Secret - Chromium", true, {{}, {}, true}},
+        {"told to be ordinary", chrome, nullptr, "News - Chromium", false, {"News - Chromium", {}}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        console.clear();
+        bringToFront(row.application);
+        tree = {};
+        tree.setApplication(7, "app");
+        tree.setElement("app", Name::focusedWindow, "window");
+        if (row.accessibleTitle) tree.setText("window", Name::title, row.accessibleTitle);
+        applications.setFrontmost(platform::RunningApplication{.processIdentifier = 7,
+                                                               .bundleIdentifier = row.application,
+                                                               .localizedName = "Browser",
+                                                               .windowTitle = row.windowTitle,
+                                                               .mayBePrivate = row.mayBePrivate});
+        EXPECT_EQ(fetcher.windowInfo(row.application), row.expected);
+        EXPECT_THAT(console.lines(), testing::Not(testing::Contains(testing::HasSubstr("Secret"))));
+    }
+}
+
 TEST_F(DocumentPathFetcherTest, WithoutAccessibilityTheTitleIsTheOneThatEverybodyMayRead) {
     const WindowInfo plain{"plain title", std::nullopt};
     bringToFront(unlisted);

@@ -20,6 +20,8 @@ TEST_F(DoctorCommandTest, SaysOfEveryQuestionWhoAnswersOrWhyNobodyDoes) {
     }
     // There is no display here.
     EXPECT_FALSE((*found)["channels"][0]["available"].get<bool>());
+    EXPECT_EQ((*found)["capture"]["sees"], "nothing");
+    EXPECT_EQ((*found)["capture"]["reason"], (*found)["channels"][0]["reason"]);
 }
 
 TEST_F(DoctorCommandTest, LooksAtTheStoreAndItsTrackerWithoutMakingOne) {

@@ -1,6 +1,10 @@
 #include "cli/CliFixture.h"
 
 #include "base/Json.h"
+#include "platform/linux/ProcessLock.h"
+#include "session/CaptureNote.h"
+#include "session/TrackerLock.h"
+#include "store/ModelContainer.h"
 
 namespace quorvane {
 namespace {
@@ -15,8 +19,14 @@ protected:
 TEST_F(StatusCommandTest, TellsOfAnEmptyStore) {
     load("");
     EXPECT_EQ(outputOf({"--json", "status"}),
-              "{\"tracking\":false,\"open_record\":null,\"today_seconds\":0.0,\"today_records\":0}\n");
-    EXPECT_EQ(outputOf({"status"}), "Tracking:     no\nOpen record:  none\nToday:        0:00:00 in 0 records\n");
+              R"({"tracking":false,"open_record":null,"today_seconds":0.0,"today_records":0,)"
+              R"("capture":{"can_see":false,"reason":"no display: neither DISPLAY nor WAYLAND_DISPLAY is set",)"
+              R"("remedy":"Start it from a terminal inside the desktop session."}})"
+              "\n");
+    EXPECT_EQ(outputOf({"status"}), "Tracking:     no\n"
+                                    "Can see:      nothing: no display: neither DISPLAY nor WAYLAND_DISPLAY is set\n"
+                                    "              -> Start it from a terminal inside the desktop session.\n"
+                                    "Open record:  none\nToday:        0:00:00 in 0 records\n");
 }
 
 TEST_F(StatusCommandTest, TakesTrackingForAliveUntilTheHeartbeatIsTwoMinutesOld) {
@@ -24,6 +34,18 @@ TEST_F(StatusCommandTest, TakesTrackingForAliveUntilTheHeartbeatIsTwoMinutesOld)
     EXPECT_TRUE(status("2026-03-04T09:01:59.999Z")["tracking"].get<bool>());
     EXPECT_FALSE(status("2026-03-04T09:02:00Z")["tracking"].get<bool>());
     EXPECT_EQ(status("2026-03-04T09:02:00Z")["open_record"]["id"], "A0000000-0000-4000-8000-000000000000");
+}
+
+TEST_F(StatusCommandTest, WhatATrackerCanSeeIsSaidByTheTrackerAndNotByOurOwnSession) {
+    ModelContainer container({.file = store()});
+    const auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(store()), "quorvane");
+    const std::string now = "2026-03-04T09:00:00Z";
+    EXPECT_TRUE(status(now)["capture"]["can_see"].get<bool>());
+    CaptureNote::keep(container.mainContext(), {.reason = "the view is gone", .remedy = "Look again."});
+    EXPECT_EQ(status(now)["capture"]["reason"], "the view is gone");
+    EXPECT_EQ(status(now)["capture"]["remedy"], "Look again.");
+    CaptureNote::keep(container.mainContext(), {.sight = platform::Sight::applications});
+    EXPECT_TRUE(status(now)["capture"]["can_see"].get<bool>());
 }
 
 TEST_F(StatusCommandTest, AddsUpWhatStartsOnTheLocalDayAndOpenRecordsUpToNow) {

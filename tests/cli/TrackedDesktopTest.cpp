@@ -8,8 +8,12 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <fstream>
+#include <iterator>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace quorvane {
 namespace {
@@ -45,7 +49,6 @@ protected:
         return found;
     }
 
-private:
     platform::QtRunLoop runLoop_;  // what waits serves it
     DesktopSession session_;
 };
@@ -76,6 +79,41 @@ TEST_F(TrackedDesktopTest, RecordsCarryWhatBuiltInAndOwnRulesSayOfThem) {
                 ElementsAre("Zotero: \"学习\" learning - system|rule:Study and research: Zotero",
                             "Figma: \"工作\" money,design project system|rule:Invoices|rule:Design: Figma",
                             "Editor: null  - system"));
+}
+
+TEST_F(TrackedDesktopTest, EndsInGoodOrderOnSignalsAndWithTheDisplay) {
+    for (const int number : {SIGINT, SIGTERM, 0}) {
+        SCOPED_TRACE(number);
+        ProgramRun tracker(QUORVANE_CLI, {"--store", store().string(), "track"}, setting_);
+        ASSERT_TRUE(tracker.hasWritten("ActivityTracker: Starting tracking with modelContext: true\n"));
+        if (number != 0)
+            tracker.sendSignal(number);
+        else
+            session_.killServer();
+        const auto result = tracker.wait();
+        EXPECT_EQ(result.status, number == 0 ? 1 : 0);
+        EXPECT_EQ(result.err.find("has gone away. Start Quorvane again") != std::string::npos, number == 0);
+    }
+}
+
+TEST_F(TrackedDesktopTest, LeavesTitlesOutOfTheJournal) {
+    TestWindow window({.instance = "editor", .wmClass = "Editor", .title = "secret.txt"});
+    ASSERT_TRUE(waitUntil([&] { return window.hasFocus(); }));
+    const auto journal = folder_ / "journal";
+    const int file = ::open(journal.c_str(), O_CREAT | O_WRONLY | O_APPEND | O_CLOEXEC, 0600);
+    struct stat status {};
+    ASSERT_EQ(::fstat(file, &status), 0);
+    setting_.environment["JOURNAL_STREAM"] = fmt::format("{}:{}", status.st_dev, status.st_ino);
+    setting_.inChild = [file] {
+        for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+            ::dup2(file, stream);
+    };
+    EXPECT_EQ(run({"track", "--for", "2"}).status, 0);
+    ::close(file);
+    std::ifstream stream(journal);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    EXPECT_THAT(text, testing::ContainsRegex("opened  Editor\n"));
+    EXPECT_THAT(text, testing::Not(testing::HasSubstr("secret")));
 }
 
 TEST_F(TrackedDesktopTest, RecordsCarryTheDocumentOfAnEditorAndTheDirectoryOfATerminal) {

@@ -1,8 +1,10 @@
 #include "desktop/support/BoundSocket.h"
 #include "desktop/support/DesktopSession.h"
+#include "desktop/support/LogindMock.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/LogindSession.h"
 #include "platform/linux/QtRunLoop.h"
 #include "support/Matching.h"
 
@@ -78,22 +80,31 @@ TEST(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
         const char* socket;    ///< in the runtime directory
         bool isAbsolute;
         bool listens;
+        const char* type;  ///< XDG_SESSION_TYPE
+        bool hasDisplay;
         bool isWayland;
     };
     const Row rows[] = {
-        {"named", "wayland-7", "wayland-7", false, true, true},
-        {"default name", nullptr, "wayland-0", false, true, true},
-        {"absolute", "compositor", "compositor", true, true, true},
-        {"left behind", "wayland-0", "wayland-0", false, false, false},
-        {"another's", "wayland-1", "wayland-0", false, true, false},
+        {"named", "wayland-7", "wayland-7", false, true, "", true, true},
+        {"named in an X11 session", "wayland-7", "wayland-7", false, true, "x11", true, true},
+        {"absolute", "compositor", "compositor", true, true, "", true, true},
+        {"left behind", "wayland-0", "wayland-0", false, false, "", true, false},
+        {"another's", "wayland-1", "wayland-0", false, true, "", true, false},
+        {"beside an X11 session", nullptr, "wayland-0", false, true, "x11", true, false},
+        {"not named in its own session", nullptr, "wayland-0", false, true, "wayland", true, true},
+        {"beside an X server that connects", nullptr, "wayland-0", false, true, "tty", true, false},
+        {"alone", nullptr, "wayland-0", false, true, "tty", false, true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        DesktopSession session({.buses = false});
+        DesktopSession session({.display = row.hasDisplay, .buses = false});
+        session.environment().set("XDG_SESSION_TYPE", row.type);
         const auto path = session.runtimeDirectory() / row.socket;
         const BoundSocket compositor(path, SOCK_STREAM, row.listens);
         if (row.variable) session.environment().set("WAYLAND_DISPLAY", row.isAbsolute ? path.string() : row.variable);
-        const TestWindow window({.instance = "x", .wmClass = "X"});
+        const auto window = row.hasDisplay
+                                ? std::make_unique<TestWindow>(TestWindow::Properties{.instance = "x", .wmClass = "X"})
+                                : nullptr;
         LinuxDesktop desktop(runLoop);
         if (row.isWayland) {
             EXPECT_THAT(displayChannels(desktop), allRefusedWith("Wayland sessions are not supported yet"));
@@ -102,6 +113,14 @@ TEST(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
             EXPECT_TRUE(waitUntil([&] { return desktop.foreground().frontmostApplication().has_value(); }));
         }
     }
+}
+
+TEST(DisplayTest, LogindTellsTheTypeOfASessionThatTheEnvironmentDoesNotTell) {
+    QtRunLoop runLoop;
+    const DesktopSession session({.display = false});
+    EXPECT_EQ(LogindSession::type(), "");
+    const LogindMock logind;
+    EXPECT_EQ(LogindSession::type(), "test");
 }
 
 TEST(DisplayTest, AServerThatDiesLeavesRefusalsAndAQuietProcess) {

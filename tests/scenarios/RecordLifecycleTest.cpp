@@ -180,6 +180,24 @@ TEST_F(BrowserTest, ThePageArrivesAfterTheRecordWasSavedAndTheHeartbeatKeepsIt) 
     EXPECT_EQ(storedRecords().back()->url(), "https://example.org/one");
 }
 
+TEST_F(BrowserTest, ATitleThatWasHeldBackComesWithTheAddress) {
+    struct : WindowInfoSource {
+        WindowInfo windowInfo(const std::string&) override { return std::exchange(next, {.title = "News"}); }
+        WindowInfo next{.isTitleHeldBack = true};
+    } windows;
+    runLoop.holdBackground();
+    tracker.reset();
+    use({.windowInfo = windows, .browserURL = &browser});
+    desktop.setFrontmostSilently("org.mozilla.firefox", "Firefox");
+    startTrackingAt("09:00:00");
+    playUntil("09:00:01");
+    EXPECT_EQ(tracker->currentRecord()->windowTitle(), std::nullopt);
+    runLoop.releaseBackground();
+    runLoop.runPosted();
+    EXPECT_EQ(tracker->currentRecord()->windowTitle(), "News");
+    tracker.reset();
+}
+
 TEST_F(BrowserTest, ARunningRecordsPageIsRefreshedWhenTwoMinutesOldAndAtMostOneFetchRuns) {
     startTrackingAt("09:00:00");
     playUntil("09:02:00");

@@ -99,6 +99,23 @@ TEST_F(SystemEventsTest, AcrossASleepNoTimeIsRecordedAndTheTimerTicksOnce) {
     EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:10:00"}, Seen{"Editor", "09:40:34", ""}));
 }
 
+TEST_F(SystemEventsTest, WhileNothingCanBeSeenNoRecordIsOpen) {
+    startTrackingAt("09:00:00");
+    playUntil("09:10:04");
+    EXPECT_TRUE(tracker->captureHealth().canSee());
+    int changes = 0;
+    const auto changed = tracker->captureHealthChanged.subscribe([&] { ++changes; });
+    const auto seeing = desktop.foreground().channel();
+    desktop.setForegroundChannel({.reason = "gone", .gives = platform::Sight::applications});
+    playUntil("09:20:04");
+    EXPECT_EQ(tracker->captureHealth().reason, "gone");
+    EXPECT_THAT(records(), ElementsAre(Seen{"Editor", "09:00:00.5", "09:10:00"}));
+    desktop.setForegroundChannel(seeing);
+    playUntil("09:20:11");
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(records().back(), (Seen{"Editor", "09:20:10", ""}));
+}
+
 TEST_F(SystemEventsTest, ABurstOfActivationsGivesOneTickAtOnceAndOneForTheLastASecondLater) {
     startTrackingAt("09:00:00");
     playUntil("09:05:03");

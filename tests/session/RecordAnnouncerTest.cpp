@@ -30,6 +30,15 @@ TEST_F(RecordAnnouncerTest, TellsOfEachRecordThatOpensAndCloses) {
     EXPECT_THAT(lines_, ElementsAre("09:00:00  opened  XTerm — make  [2J", "09:01:10  closed  XTerm  0:01:10"));
 }
 
+TEST_F(RecordAnnouncerTest, LeavesTitlesOutWhereTheyWouldBeKept) {
+    std::vector<std::string> lines;
+    const RecordAnnouncer discreet(
+        context(), [&](const std::string& line) { lines.push_back(line); }, RecordAnnouncer::Titles::leftOut);
+    aRecord().from("09:00:00").app("XTerm").title("secret").in(context());
+    context().save();
+    EXPECT_THAT(lines, ElementsAre("09:00:00  opened  XTerm"));
+}
+
 TEST_F(RecordAnnouncerTest, SaysNothingOfTheEndOfRecordsThatItDidNotSeeOpenOrThatAreRemoved) {
     aRecord().from("09:00:00").to("09:10:00").app("Imported").in(context());
     context().save();

@@ -1,5 +1,6 @@
 #include "platform/linux/AtspiDocuments.h"
 
+#include "platform/PrivateBrowsing.h"
 #include "platform/linux/BrowserWindowTitle.h"
 
 namespace quorvane::platform::AtspiDocuments {
@@ -22,7 +23,7 @@ std::optional<std::string> ordinaryTitle(AtspiRound& round, const AtspiReference
     const auto product = round.name(application);
     if (!product) return std::nullopt;
     const auto toolkit = round.toolkit(application);
-    return toolkit && BrowserWindowTitle::isOrdinary(*title, *product, *toolkit) ? title : std::nullopt;
+    return toolkit && PrivateBrowsing::isOrdinary(*title, *product, *toolkit) ? title : std::nullopt;
 }
 
 /// For a moment after a change of tabs a browser shows the old page under the new title.

@@ -209,4 +209,8 @@ std::optional<std::string> BrowserMessages::url(std::int64_t processIdentifier, 
     return impl_->pages.url(processIdentifier, windowTitle, mayWait ? patience : 0s);
 }
 
+bool BrowserMessages::isOrdinary(std::int64_t processIdentifier, const std::string& windowTitle) const {
+    return impl_->pages.url(processIdentifier, windowTitle, 0s).has_value();
+}
+
 }  // namespace quorvane::platform

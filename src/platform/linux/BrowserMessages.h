@@ -33,6 +33,9 @@ public:
     /// the main one waits up to a quarter of a second for a page that fits, as a window may be ahead of its message.
     [[nodiscard]] std::optional<std::string> url(std::int64_t processIdentifier, const std::string& windowTitle);
 
+    /// Does it say now that this window shows a page of which it may speak? From any thread, and without waiting.
+    [[nodiscard]] bool isOrdinary(std::int64_t processIdentifier, const std::string& windowTitle) const;
+
 private:
     struct Impl;
     std::unique_ptr<Impl> impl_;

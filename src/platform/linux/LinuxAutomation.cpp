@@ -116,7 +116,8 @@ ScriptResult LinuxAutomation::run(const Script& script) {
 }
 
 Channel LinuxAutomation::channel() {
-    Channel channel{.question = "automation", .name = "D-Bus session bus, /proc, window titles"};
+    Channel channel{
+        .question = "automation", .name = "D-Bus session bus, /proc, window titles", .gives = Sight::documents};
     channel.isAvailable = SessionBusQuestions{Deadline(patience)}.isThere();
     if (channel.isAvailable) return channel;
     channel.reason = "the bus of the user's session does not answer, so media players and file managers can't be asked";

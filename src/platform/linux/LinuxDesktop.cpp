@@ -65,6 +65,9 @@ void LinuxDesktop::listenToBrowsers(const std::function<void(const std::string&)
     auto& messages = parts_->browserMessages;
     messages = std::make_unique<BrowserMessages>(BrowserSocket::path(), say);
     if (!messages->problem().empty()) return say(messages->problem());
+    parts_->runningApplications.setVoucher([&messages](std::int64_t processIdentifier, const std::string& title) {
+        return messages->isOrdinary(processIdentifier, title);
+    });
     parts_->automation.setBrowserAnswer([&messages](std::int64_t processIdentifier, const std::string& windowTitle) {
         return messages->url(processIdentifier, windowTitle);
     });

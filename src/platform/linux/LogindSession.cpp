@@ -25,7 +25,37 @@ QDBusMessage managerCall(const char* method, const QVariantList& arguments) {
     return call;
 }
 
+/// Empty if this process belongs to no session. The path is never made from the id: logind escapes it ("2" is "_32").
+QString pathOfSession(QDBusConnection& bus) {
+    QList<QDBusMessage> questions;
+    if (const char* id = std::getenv("XDG_SESSION_ID"); id && *id)
+        questions << managerCall("GetSession", {QString::fromLocal8Bit(id)});
+    questions << managerCall("GetSessionByPID", {static_cast<uint>(getpid())})
+              << managerCall("GetSession", {QStringLiteral("auto")});  // from a service: the user's display session
+    for (const auto& question : questions) {
+        const QDBusReply<QDBusObjectPath> path = bus.call(question, QDBus::Block, busPatienceInMilliseconds);
+        if (path.isValid()) return path.value().path();
+        if (path.error().type() == QDBusError::NoReply) break;  // it hangs; it won't answer the next one either
+    }
+    return {};
+}
+
+/// Of the session; nothing if there is no answer.
+QVariant sessionProperty(QDBusConnection& bus, const QString& path, const char* name) {
+    auto question = QDBusMessage::createMethodCall(service, path, propertiesInterface, QStringLiteral("Get"));
+    question << sessionInterface << QString::fromLatin1(name);
+    const QDBusReply<QDBusVariant> answer = bus.call(question, QDBus::Block, busPatienceInMilliseconds);
+    return answer.isValid() ? answer.value().variant() : QVariant();
+}
+
 }  // namespace
+
+std::string LogindSession::type() {
+    auto system = DBusConnection::toSystem();
+    if (!system.isConnected() || !system.isOwned(service)) return {};
+    const QString path = pathOfSession(system.bus());
+    return path.isEmpty() ? std::string() : sessionProperty(system.bus(), path, "Type").toString().toStdString();
+}
 
 LogindSession::LogindSession(Handlers handlers) : handlers_(std::move(handlers)), system_(DBusConnection::toSystem()) {
     if (!system_.isConnected()) return;
@@ -34,17 +64,14 @@ LogindSession::LogindSession(Handlers handlers) : handlers_(std::move(handlers))
     // The signals above arrive even if logind starts later. The rest is asked once, and by nobody's leave for long.
     if (!system_.isOwned(service)) return;
     takeDelay();
-    findSession();
+    sessionPath_ = pathOfSession(system_.bus());
     if (sessionPath_.isEmpty()) return;
     auto& bus = system_.bus();
     bus.connect(service, sessionPath_, sessionInterface, QStringLiteral("Lock"), this, SLOT(noteLock()));
     bus.connect(service, sessionPath_, sessionInterface, QStringLiteral("Unlock"), this, SLOT(noteUnlock()));
     bus.connect(service, sessionPath_, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
                 SLOT(noteProperties(QString, QVariantMap, QStringList)));
-    auto question = QDBusMessage::createMethodCall(service, sessionPath_, propertiesInterface, QStringLiteral("Get"));
-    question << sessionInterface << QStringLiteral("LockedHint");
-    const QDBusReply<QDBusVariant> hint = bus.call(question, QDBus::Block, busPatienceInMilliseconds);
-    wasLocked_ = hint.isValid() && hint.value().variant().toBool();
+    wasLocked_ = sessionProperty(bus, sessionPath_, "LockedHint").toBool();
 }
 
 std::string LogindSession::sleepProblem() {
@@ -56,23 +83,6 @@ std::string LogindSession::sleepProblem() {
 std::string LogindSession::lockProblem() {
     if (auto problem = sleepProblem(); !problem.empty()) return problem;
     return sessionPath_.isEmpty() ? "logind knows no session of this process" : "";
-}
-
-// The path is never made from the id: logind escapes it ("2" is "_32").
-void LogindSession::findSession() {
-    QList<QDBusMessage> questions;
-    if (const char* id = std::getenv("XDG_SESSION_ID"); id && *id)
-        questions << managerCall("GetSession", {QString::fromLocal8Bit(id)});
-    questions << managerCall("GetSessionByPID", {static_cast<uint>(getpid())})
-              << managerCall("GetSession", {QStringLiteral("auto")});  // from a service: the user's display session
-    for (const auto& question : questions) {
-        const QDBusReply<QDBusObjectPath> path = system_.bus().call(question, QDBus::Block, busPatienceInMilliseconds);
-        if (path.isValid()) {
-            sessionPath_ = path.value().path();
-            return;
-        }
-        if (path.error().type() == QDBusError::NoReply) return;  // it hangs; it won't answer the next one either
-    }
 }
 
 void LogindSession::takeDelay() {

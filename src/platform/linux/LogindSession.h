@@ -23,6 +23,10 @@ public:
         std::function<void(bool isLocked)> lockReported;
     };
 
+    /// What logind calls the session of this process, or else the user's on the screen: "x11", "wayland", "tty". Empty
+    /// where it does not tell.
+    [[nodiscard]] static std::string type();
+
     /// Asks logind and listens from now on; answered or not, this takes less than a second.
     explicit LogindSession(Handlers handlers);
 
@@ -40,7 +44,6 @@ private Q_SLOTS:
     void noteProperties(const QString& interface, const QVariantMap& changed, const QStringList& invalidated);
 
 private:
-    void findSession();
     void takeDelay();
 
     Handlers handlers_;

@@ -20,7 +20,8 @@ X11Connection::X11Connection(Reader reader) {
     if (!display || !*display) {
         refusal_ = {.name = "X11",
                     .reason = "no display: neither DISPLAY nor WAYLAND_DISPLAY is set",
-                    .remedy = "Start it from a terminal inside the desktop session."};
+                    .remedy = "Start it from a terminal inside the desktop session.",
+                    .obstacle = Obstacle::noDisplay};
         return;
     }
     displayName_ = display;
@@ -29,7 +30,8 @@ X11Connection::X11Connection(Reader reader) {
     if (xcb_connection_has_error(connection_)) {
         refusal_ = {.name = "X11",
                     .reason = "cannot connect to the X server at DISPLAY=" + displayName_,
-                    .remedy = "Check that the server runs and that XAUTHORITY names its cookie file."};
+                    .remedy = "Check that the server runs and that XAUTHORITY names its cookie file.",
+                    .obstacle = Obstacle::displayRefused};
         return;
     }
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
@@ -41,8 +43,7 @@ X11Connection::X11Connection(Reader reader) {
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { dispatch(); });
 }
 
-X11Connection::X11Connection(std::string name, std::string reason, std::string remedy)
-    : refusal_{.name = std::move(name), .reason = std::move(reason), .remedy = std::move(remedy)} {}
+X11Connection::X11Connection(Channel refusal) : refusal_(std::move(refusal)) {}
 
 X11Connection::~X11Connection() {
     notifier_.reset();
@@ -94,9 +95,11 @@ Channel X11Connection::channel(std::string question, std::string name) const {
         channel.name = refusal_.name;
         channel.reason = refusal_.reason;
         channel.remedy = refusal_.remedy;
+        channel.obstacle = refusal_.obstacle;
     } else {
         channel.reason = "the X server at DISPLAY=" + displayName_ + " has gone away";
         channel.remedy = "Start Quorvane again in the new session.";
+        channel.obstacle = Obstacle::displayGone;
     }
     return channel;
 }

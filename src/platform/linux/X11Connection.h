@@ -48,8 +48,8 @@ public:
     /// Connects to the server that DISPLAY names.
     explicit X11Connection(Reader reader = Reader::runLoop);
 
-    /// Connects to nothing: on this desktop X11 is not the one to ask. `name` says what is.
-    X11Connection(std::string name, std::string reason, std::string remedy);
+    /// Connects to nothing: on this desktop X11 is not the one to ask. The refusal's name says what is.
+    explicit X11Connection(Channel refusal);
 
     X11Connection(const X11Connection&) = delete;
     X11Connection& operator=(const X11Connection&) = delete;

@@ -13,6 +13,31 @@ constexpr Seconds longestSettling = 0.06s;
 /// A window may get the focus before its application has said what it is.
 constexpr Seconds untilPropertiesAreSet = 0.1s;
 
+// The window manager may start after us, so this is asked each time. The hints of one that has died stay behind on the
+// root window; its own window does not.
+Channel windowManagerChannel(X11Connection& x11, std::string question, std::string name, Sight gives) {
+    auto channel = x11.channel(std::move(question), std::move(name));
+    channel.gives = gives;
+    if (!channel.isAvailable) return channel;
+    const auto check = x11.property(x11.askProperty(x11.root(), "_NET_SUPPORTING_WM_CHECK"));
+    const auto manager = check ? check->firstCardinal() : std::nullopt;
+    const auto own =
+        manager ? x11.property(x11.askProperty(*manager, "_NET_SUPPORTING_WM_CHECK")) : std::optional<X11Property>();
+    if (!own || own->firstCardinal() != manager) {
+        channel.reason = "no window manager runs that says which window is active (_NET_SUPPORTING_WM_CHECK)";
+    } else if (!X11Windows::lists(x11.property(x11.askProperty(x11.root(), "_NET_SUPPORTED")),
+                                  x11.atom("_NET_ACTIVE_WINDOW"))) {
+        channel.reason = "the window manager does not say which window is active (_NET_ACTIVE_WINDOW)";
+    }
+    channel.isAvailable = channel.reason.empty() && x11.isUsable();
+    if (channel.isAvailable) return channel;
+    // A server that ended while it was asked has an obstacle of its own.
+    if (!x11.isUsable()) return windowManagerChannel(x11, std::move(channel.question), std::move(channel.name), gives);
+    channel.obstacle = Obstacle::noWindowManager;
+    channel.remedy = "Start a window manager that follows EWMH; those of all desktops do.";
+    return channel;
+}
+
 }  // namespace
 
 X11ForegroundSource::X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity,
@@ -59,31 +84,15 @@ Subscription X11ForegroundSource::observeVacancy(std::function<void()> vacated) 
 }
 
 Channel X11ForegroundSource::channel() const {
-    return windowManagerChannel("front window and activation", "X11 _NET_ACTIVE_WINDOW");
+    return channelOf(x11_);
+}
+
+Channel X11ForegroundSource::channelOf(X11Connection& x11) {
+    return windowManagerChannel(x11, "front window and activation", "X11 _NET_ACTIVE_WINDOW", Sight::applications);
 }
 
 Channel X11ForegroundSource::titleChannel() const {
-    return windowManagerChannel("window titles", "X11 _NET_WM_NAME");
-}
-
-// The window manager may start after us, so this is asked each time. The hints of one that has died stay behind on the
-// root window; its own window does not.
-Channel X11ForegroundSource::windowManagerChannel(std::string question, std::string name) const {
-    auto channel = x11_.channel(std::move(question), std::move(name));
-    if (!channel.isAvailable) return channel;
-    const auto check = x11_.property(x11_.askProperty(x11_.root(), "_NET_SUPPORTING_WM_CHECK"));
-    const auto manager = check ? check->firstCardinal() : std::nullopt;
-    const auto own =
-        manager ? x11_.property(x11_.askProperty(*manager, "_NET_SUPPORTING_WM_CHECK")) : std::optional<X11Property>();
-    if (!own || own->firstCardinal() != manager) {
-        channel.reason = "no window manager runs that says which window is active (_NET_SUPPORTING_WM_CHECK)";
-    } else if (!X11Windows::lists(x11_.property(x11_.askProperty(x11_.root(), "_NET_SUPPORTED")),
-                                  x11_.atom("_NET_ACTIVE_WINDOW"))) {
-        channel.reason = "the window manager does not say which window is active (_NET_ACTIVE_WINDOW)";
-    }
-    channel.isAvailable = channel.reason.empty() && x11_.isUsable();
-    if (!channel.isAvailable) channel.remedy = "Start a window manager that follows EWMH; those of all desktops do.";
-    return channel;
+    return windowManagerChannel(x11_, "window titles", "X11 _NET_WM_NAME", Sight::titles);
 }
 
 std::optional<WindowProperties> X11ForegroundSource::frontWindow() {

@@ -29,9 +29,11 @@ public:
 
     [[nodiscard]] Channel titleChannel() const;
 
+    /// The same of a connection that nobody watches.
+    [[nodiscard]] static Channel channelOf(X11Connection& x11);
+
 private:
     [[nodiscard]] std::optional<WindowProperties> frontWindow();
-    [[nodiscard]] Channel windowManagerChannel(std::string question, std::string name) const;
     void noteChange();
     void evaluate(bool mayLookAgain);
 

@@ -1,10 +1,12 @@
 #include "platform/linux/X11RunningApplications.h"
 
+#include "platform/PrivateBrowsing.h"
 #include "platform/linux/DisplaySession.h"
 #include "platform/linux/Proc.h"
 #include "platform/linux/X11Windows.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace quorvane::platform {
@@ -37,7 +39,21 @@ std::optional<RunningApplication> X11RunningApplications::frontmost() {
     application.processIdentifier = properties->pid;
     application.bundleIdentifier = std::move(identity.bundleIdentifier);
     application.localizedName = std::move(identity.localizedName);
+    application.mayBePrivate = mayBePrivate(application);
     return application;
+}
+
+bool X11RunningApplications::mayBePrivate(const RunningApplication& application) {
+    if (!PrivateBrowsing::hidesMark(application.bundleIdentifier.value_or(""))) return false;
+    std::unique_lock lock(mutex_);
+    const auto voucher = voucher_;
+    lock.unlock();
+    return !voucher || !(*voucher)(application.processIdentifier, application.windowTitle);
+}
+
+void X11RunningApplications::setVoucher(Voucher voucher) {
+    const std::lock_guard lock(mutex_);
+    voucher_ = std::make_shared<const Voucher>(std::move(voucher));
 }
 
 bool X11RunningApplications::isRunning(const std::string& bundleIdentifier) {

@@ -6,6 +6,7 @@
 #include "platform/linux/X11Connection.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -15,6 +16,9 @@ namespace quorvane::platform {
 /// main thread. While the session is locked the login window is in front, without a process and a title.
 class X11RunningApplications final : public RunningApplications {
 public:
+    /// Is a browser's window with this title surely none of private browsing? From any thread, and without waiting.
+    using Voucher = std::function<bool(std::int64_t processIdentifier, const std::string& windowTitle)>;
+
     X11RunningApplications(const ApplicationIdentity& identity, LinuxSystemEvents& systemEvents);
 
     [[nodiscard]] std::optional<RunningApplication> frontmost() override;
@@ -23,11 +27,17 @@ public:
     /// A process that waits for its parent to notice its end has ended. No process 0 ever does.
     [[nodiscard]] bool isTerminated(std::int64_t processIdentifier) override;
 
+    /// Who vouches for windows whose titles don't tell; nobody until this is called.
+    void setVoucher(Voucher voucher);
+
 private:
+    [[nodiscard]] bool mayBePrivate(const RunningApplication& application);
+
     const ApplicationIdentity& identity_;
     std::atomic<bool> isLocked_;
-    std::mutex mutex_;  ///< guards `x11_`
+    std::mutex mutex_;  ///< guards `x11_` and `voucher_`
     std::unique_ptr<X11Connection> x11_;
+    std::shared_ptr<const Voucher> voucher_;
     Subscription locked_;
     Subscription unlocked_;
 };

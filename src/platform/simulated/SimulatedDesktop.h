@@ -44,6 +44,9 @@ public:
     /// Changes the answer and tells nobody.
     void setFrontmostSilently(std::optional<std::string> bundleId, std::optional<std::string> name);
 
+    /// Whether what is in front can be seen, and why not.
+    void setForegroundChannel(Channel channel) { foreground_.setChannel(std::move(channel)); }
+
     /// No window has the focus; tells nobody.
     void noFrontmost();
 

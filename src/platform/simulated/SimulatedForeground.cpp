@@ -29,10 +29,6 @@ Subscription SimulatedForeground::observeVacancy(std::function<void()> vacated) 
     return vacated_.subscribe(std::move(vacated));
 }
 
-Channel SimulatedForeground::channel() const {
-    return {.question = "front window", .name = "simulated", .isAvailable = true};
-}
-
 void SimulatedForeground::setWindowTitle(const ForegroundApplication& application, std::optional<std::string> title) {
     if (title) {
         titles_.insert_or_assign(titleKey(application), *std::move(title));

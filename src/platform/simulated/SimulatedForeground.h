@@ -13,7 +13,9 @@ public:
     [[nodiscard]] std::optional<std::string> frontmostWindowTitle() override;
     Subscription observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) override;
     Subscription observeVacancy(std::function<void()> vacated) override;
-    [[nodiscard]] Channel channel() const override;
+    [[nodiscard]] Channel channel() const override { return channel_; }
+
+    void setChannel(Channel channel) { channel_ = std::move(channel); }
 
     void setFrontmost(std::optional<ForegroundApplication> application) { frontmost_ = std::move(application); }
     void sendVacancy() { vacated_.send(); }
@@ -29,6 +31,8 @@ public:
     [[nodiscard]] int observers() const { return static_cast<int>(activated_.listeners()); }
 
 private:
+    Channel channel_{
+        .question = "front window", .name = "simulated", .isAvailable = true, .gives = Sight::applications};
     std::optional<ForegroundApplication> frontmost_;
     std::map<std::string, std::string> titles_;  ///< by bundle identifier, else by name
     bool isCovered_ = false;

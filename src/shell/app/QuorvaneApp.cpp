@@ -147,15 +147,6 @@ void QuorvaneApp::setHooks() {
         hooks.applyDockVisibility = [this](bool hide) { DockVisibilityController::apply(windows_, hide, false); };
     if (!hooks.startMemoryMonitor)
         hooks.startMemoryMonitor = [this](Seconds interval) { diagnostics_.startMemoryMonitor(interval); };
-    if (!hooks.isCloudAvailable)
-        hooks.isCloudAvailable = [this] { return scene().cloudKitSyncService->isInitialized(); };
-    if (!hooks.performFullSync)
-        hooks.performFullSync = [this](ModelContext& context, const LaunchHooks::SyncFinished& finished) {
-            scene().cloudKitSyncService->performFullSync(
-                context, [finished](const std::optional<CloudKitSyncError>& error) {
-                    finished(error ? std::optional<std::string>(error->what()) : std::nullopt);
-                });
-        };
 }
 
 QuorvaneApp::~QuorvaneApp() {

@@ -1,6 +1,7 @@
 #include "shell/app/TrayIcon.h"
 
 #include "base/Text.h"
+#include "shell/app/RecordingColor.h"
 #include "shell/app/StatusNotifierHost.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Theme.h"
@@ -37,8 +38,8 @@ QIcon dot(const QColor& color) {
     return QIcon(pixmap);
 }
 
-QIcon menuItemIcon(const MenuBarItem& item, bool isTracking) {
-    if (item.kind == Kind::title) return dot(isTracking ? theme().ok : theme().text3);
+QIcon menuItemIcon(const MenuBarItem& item, RecordingState state) {
+    if (item.kind == Kind::title) return dot(recordingColor(state));
     if (*item.iconName == '\0') return {};
     const auto ink = !item.isGranted ? theme().text : *item.isGranted ? theme().ok : theme().bad;
     return icon(item.iconName, ink, {16, 32});
@@ -98,7 +99,7 @@ void TrayIcon::update() {
         if (i < shown_.size() && items[i] == shown_[i]) continue;
         auto* action = actions[static_cast<qsizetype>(i)];
         action->setText(qString(items[i].text));
-        action->setIcon(menuItemIcon(items[i], menuBar_.isTracking()));
+        action->setIcon(menuItemIcon(items[i], menuBar_.state()));
     }
     shown_ = items;
     if (!icon_) return;

@@ -46,6 +46,11 @@ QRect DayChartView::selectedBlock() const {
     return shown.isEmpty() ? QRect() : shown.translated(viewport()->pos());
 }
 
+void DayChartView::setEmptyTexts(const QString& title, const QString& text) {
+    parts_->emptyState->setTexts(title, text);
+    if (parts_->emptyState->isVisible()) parts_->layOut();
+}
+
 // --- Painting -----------------------------------------------------------------------------------------------------
 
 void DayChartView::paintEvent(QPaintEvent* event) {

@@ -23,6 +23,9 @@ public:
     /// The chosen block in coordinates of this widget, as far as it is on screen; null if there is none.
     [[nodiscard]] QRect selectedBlock() const;
 
+    /// What stands on a day without records.
+    void setEmptyTexts(const QString& title, const QString& text);
+
     /// The user wants to give the block a category.
     Signal<const ProcessedActivityItem&> categoryWanted;
 

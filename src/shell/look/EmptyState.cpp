@@ -17,31 +17,37 @@ constexpr int widestText = 300;
 }  // namespace
 
 EmptyState::EmptyState(const QString& iconName, const QString& title, const QString& text, QWidget* parent)
-    : QWidget(parent), layout_(new QVBoxLayout(this)) {
+    : QWidget(parent), layout_(new QVBoxLayout(this)), title_(new Label({}, TypeRole::head, &Theme::text)),
+      text_(new Label({}, TypeRole::body, &Theme::text2)) {
     auto* icon = new IconView(iconName, 26, &Theme::text2);
     icon->setWell(wellSide, wellSide / 2.0, &Theme::sunken);
-    auto* head = new Label(title, TypeRole::head, &Theme::text);
-    head->setAlignment(Qt::AlignCenter);
-    head->setWordWrap(true);
-    auto* words = new Label(text, TypeRole::body, &Theme::text2);
-    words->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    words->setWordWrap(true);
-    words->setMaximumWidth(widestText);
-    if (text.isEmpty()) words->hide();
+    title_->setAlignment(Qt::AlignCenter);
+    title_->setWordWrap(true);
+    text_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    text_->setWordWrap(true);
+    text_->setMaximumWidth(widestText);
+    setTexts(title, text);
     // Between stretches and not aligned: an aligned text would be asked for its height at the full width.
     auto* middle = new QHBoxLayout;
     middle->addStretch(1);
-    middle->addWidget(words, widestText);
+    middle->addWidget(text_, widestText);
     middle->addStretch(1);
     layout_->setSpacing(0);
     layout_->setContentsMargins(16, 16, 16, 16);
     layout_->addStretch(1);
     layout_->addWidget(icon, 0, Qt::AlignHCenter);
     layout_->addSpacing(14);
-    layout_->addWidget(head);
+    layout_->addWidget(title_);
     layout_->addSpacing(6);
     layout_->addLayout(middle);
     layout_->addStretch(1);
+}
+
+void EmptyState::setTexts(const QString& title, const QString& text) {
+    if (title == title_->text() && text == text_->text()) return;
+    title_->setText(title);
+    text_->setText(text);
+    text_->setHidden(text.isEmpty());
 }
 
 void EmptyState::addButton(Button* button) {

@@ -8,16 +8,20 @@ class QVBoxLayout;
 namespace quorvane {
 
 class Button;
+class Label;
 
 /// What stands where nothing is: an icon in a well, a title, a text, perhaps a button.
 class EmptyState : public QWidget {
 public:
     EmptyState(const QString& iconName, const QString& title, const QString& text, QWidget* parent = nullptr);
+    void setTexts(const QString& title, const QString& text);
     /// At most one.
     void addButton(Button* button);
 
 private:
     QVBoxLayout* layout_;
+    Label* title_;
+    Label* text_;
 };
 
 /// A quarter of an arc that turns; it shows after 300 ms only, and stands still where nothing may move.

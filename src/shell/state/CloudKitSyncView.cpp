@@ -87,7 +87,7 @@ void CloudKitSyncView::end(Action action, const std::optional<CloudKitSyncError>
 
 void CloudKitSyncView::followService() {
     const bool hasEnded = std::exchange(wasSyncing_, cloudKitSyncService_.isSyncing()) && !wasSyncing_;
-    // The application's own sync, or one that was begun before the screen was opened again.
+    // It was begun before the screen was opened again.
     if (hasEnded && !action_ && !cloudKitSyncService_.syncError()) return alert("同步成功完成", true);
     changed.send();
 }

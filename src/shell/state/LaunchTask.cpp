@@ -16,7 +16,6 @@ void LaunchTask::run() {
     memoryMonitor_ = runLoop_.after(memoryMonitorDelay, [this] {
         if (hooks_.startMemoryMonitor) hooks_.startMemoryMonitor(memoryMonitorInterval);
     });
-    automaticSync_ = runLoop_.after(automaticSyncDelay, [this] { syncAutomatically(); });
 }
 
 bool LaunchTask::storedHideDockIcon() {
@@ -27,21 +26,6 @@ bool LaunchTask::storedHideDockIcon() {
         console_.line("⚠️ 读取 Dock 显示偏好失败，按默认显示 Dock：{}", error.what());
         return false;
     }
-}
-
-void LaunchTask::syncAutomatically() {
-    console_.write("🔄 开始检查 CloudKit 同步...");
-    const bool isAvailable = hooks_.isCloudAvailable && hooks_.isCloudAvailable();
-    console_.line("📱 CloudKit 可用性: {}", isAvailable);
-    if (!isAvailable) return console_.write("⚠️ CloudKit 不可用，跳过同步");
-    console_.write("🚀 开始执行完整同步...");
-    if (!hooks_.performFullSync) return;
-    hooks_.performFullSync(context_, [&console = console_](const std::optional<std::string>& error) {
-        if (error)
-            console.line("❌ CloudKit同步失败: {}", *error);
-        else
-            console.write("✅ CloudKit 同步完成");
-    });
 }
 
 }  // namespace quorvane

@@ -6,27 +6,21 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 
 namespace quorvane {
 
-/// Whom the launch calls. What is empty does nothing; without `isCloudAvailable` the cloud is unavailable.
+/// Whom the launch calls. What is empty does nothing.
 struct LaunchHooks {
-    using SyncFinished = std::function<void(const std::optional<std::string>& error)>;
-
-    std::function<void(bool hideFromDock)> applyDockVisibility;        ///< with the first content
-    std::function<void(Seconds interval)> startMemoryMonitor;          ///< 1 s later
-    std::function<bool()> isCloudAvailable;                            ///< 3 s after the first content
-    std::function<void(ModelContext&, SyncFinished)> performFullSync;  ///< calls back once, on the main thread
+    std::function<void(bool hideFromDock)> applyDockVisibility;  ///< with the first content
+    std::function<void(Seconds interval)> startMemoryMonitor;    ///< 1 s later
 };
 
-/// What happens once after the first content is there. Going away cancels what is due. Main thread only.
+/// What happens once after the first content is there. Going away cancels what is due. It asks no cloud: syncs are
+/// begun by the user alone. Main thread only.
 class LaunchTask {
 public:
     static constexpr Seconds memoryMonitorDelay = 1s;
     static constexpr Seconds memoryMonitorInterval = 30s;
-    static constexpr Seconds automaticSyncDelay = 3s;
 
     /// All of it outlives the task.
     LaunchTask(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console, const LaunchHooks& hooks);
@@ -36,7 +30,6 @@ public:
 
 private:
     [[nodiscard]] bool storedHideDockIcon();
-    void syncAutomatically();
 
     ModelContext& context_;
     platform::RunLoop& runLoop_;
@@ -44,7 +37,6 @@ private:
     const LaunchHooks& hooks_;
     bool hasRun_ = false;
     std::unique_ptr<platform::WorkItem> memoryMonitor_;
-    std::unique_ptr<platform::WorkItem> automaticSync_;
 };
 
 }  // namespace quorvane

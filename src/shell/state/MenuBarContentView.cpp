@@ -19,7 +19,7 @@ MenuBarItem actionItem(std::string text, const char* iconName, MenuBarAction act
 }
 
 /// What people read and can't choose.
-MenuBarItem heading(Kind kind, std::string text) {
+MenuBarItem headingItem(Kind kind, std::string text) {
     return {.kind = kind, .text = std::move(text), .isEnabled = false};
 }
 
@@ -32,26 +32,39 @@ MenuBarContentView::MenuBarContentView(ActivityTracker& tracker, PermissionCheck
     : tracker_(tracker), permissionChecker_(permissionChecker), localization_(localization),
       application_(std::move(application)),
       trackingChanged_(tracker.isTrackingChanged.subscribe([this](bool) { changed.send(); })),
+      captureHealthChanged_(tracker.captureHealthChanged.subscribe([this] { changed.send(); })),
       permissionsChanged_(permissionChecker.changed.subscribe([this] { notePermissions(); })) {}
 
 std::string MenuBarContentView::title() const {
-    return tracker_.isTracking() ? localization_.text("menu_bar_tracking") : localization_.text("menu_bar_paused");
+    return recordingTitle(state(), localization_);
+}
+
+/// The title, and why it is so where nobody would guess it.
+std::string MenuBarContentView::heading() const {
+    if (state() != RecordingState::blind) return title();
+    return localization_.text("capture_blind_because", title(),
+                              captureTrouble(tracker_.captureHealth(), localization_).reason);
 }
 
 const char* MenuBarContentView::iconName() const {
-    return tracker_.isTracking() ? "tray-recording" : "tray-paused";
+    switch (state()) {
+    case RecordingState::paused: return "tray-paused";
+    case RecordingState::blind: return "tray-blind";
+    case RecordingState::recording: return "tray-recording";
+    }
+    return "";
 }
 
 std::vector<MenuBarItem> MenuBarContentView::items() const {
     const auto& texts = localization_;
     const bool isTracking = tracker_.isTracking();
-    return {heading(Kind::title, title()),
+    return {headingItem(Kind::title, heading()),
             separator,
             actionItem(texts.text("open_main_window"), "window", MenuBarAction::openMainWindow),
             isTracking ? actionItem(texts.text("menu_bar_pause_recording"), "pause", MenuBarAction::toggleTracking)
                        : actionItem(texts.text("menu_bar_start_recording"), "record", MenuBarAction::toggleTracking),
             separator,
-            heading(Kind::section, texts.text("permission_status")),
+            headingItem(Kind::section, texts.text("permission_status")),
             permissionRow(texts.text("accessibility_permission"), cachedAccessibility_),
             permissionRow(texts.text("automation_permission"), cachedAppleEvents_),
             permissionRow(texts.text("input_monitoring_permission"), cachedInputMonitoring_),

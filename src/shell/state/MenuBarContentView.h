@@ -3,6 +3,7 @@
 #include "base/Signal.h"
 #include "capture/PermissionChecker.h"
 #include "l10n/Localization.h"
+#include "shell/state/RecordingState.h"
 #include "tracking/ActivityTracker.h"
 
 #include <functional>
@@ -41,8 +42,8 @@ public:
     MenuBarContentView(ActivityTracker& tracker, PermissionChecker& permissionChecker, const Localization& localization,
                        Application application);
 
-    /// The menu bar item's own text and icon: recording or paused.
-    [[nodiscard]] bool isTracking() const { return tracker_.isTracking(); }
+    /// The menu bar item's own text and icon.
+    [[nodiscard]] RecordingState state() const { return recordingState(tracker_); }
     [[nodiscard]] std::string title() const;
     [[nodiscard]] const char* iconName() const;
 
@@ -67,6 +68,7 @@ public:
     Signal<> changed;
 
 private:
+    [[nodiscard]] std::string heading() const;
     void storePermissions();
     void notePermissions();
 
@@ -79,6 +81,7 @@ private:
     bool cachedInputMonitoring_ = false;
     bool isAwaitingPermissions_ = false;
     Subscription trackingChanged_;
+    Subscription captureHealthChanged_;
     Subscription permissionsChanged_;
 };
 

@@ -1,5 +1,6 @@
 #include "shell/window/ActivityPage.h"
 
+#include "base/Calendar.h"
 #include "shell/chart/CategorySheet.h"
 #include "shell/chart/DayChartView.h"
 #include "shell/chart/DetailsPanel.h"
@@ -12,6 +13,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
 #include "shell/praise/PraiseCard.h"
+#include "shell/state/RecordingState.h"
 #include "shell/window/ActivityLayout.h"
 #include "shell/window/DateHeader.h"
 #include "shell/window/DayPraise.h"
@@ -48,6 +50,8 @@ struct ActivityPage::Parts {
     QPointer<PanelOverlay> overlay;
     bool detailsFloat = false;
     Subscription activityChanged;
+    Subscription trackingChanged;
+    Subscription captureHealthChanged;
     Subscription dayCategoryWanted;
     Subscription detailsCategoryWanted;
     Subscription detailsCloseWanted;
@@ -96,6 +100,8 @@ void ActivityPage::build() {
     parts_->detailsCategoryWanted = parts_->details->categoryWanted.subscribe(choose);
     parts_->detailsCloseWanted = parts_->details->closeWanted.subscribe([this] { letGo(); });
     parts_->loading->hide();
+    parts_->trackingChanged = services.tracker.isTrackingChanged.subscribe([this](bool) { explainEmptyDay(); });
+    parts_->captureHealthChanged = services.tracker.captureHealthChanged.subscribe([this] { explainEmptyDay(); });
     place();
     if (window()->focusWidget() == nullptr) parts_->day->setFocus();
 }
@@ -103,6 +109,22 @@ void ActivityPage::build() {
 void ActivityPage::follow() {
     if (parts_->header == nullptr && parts_->services.activity.isDataLoaded()) build();
     if (parts_->header != nullptr) place();
+}
+
+/// Today is empty for a reason that has to be known where nothing can be seen.
+void ActivityPage::explainEmptyDay() {
+    const auto& localization = parts_->services.localization;
+    const auto& tracker = parts_->services.tracker;
+    const Date now = parts_->services.activity.runLoop().now();
+    const bool isToday = Calendar::current().isSameDay(parts_->chart().selectedDate(), now);
+    if (isToday && recordingState(tracker) == RecordingState::blind) {
+        const auto trouble = captureTrouble(tracker.captureHealth(), localization);
+        parts_->day->setEmptyTexts(qt(recordingTitle(RecordingState::blind, localization)),
+                                   qt(trouble.reason + " " + trouble.remedy));
+    } else {
+        parts_->day->setEmptyTexts(qt(localization.text("ui_no_records_title")),
+                                   qt(localization.text("ui_no_records_description")));
+    }
 }
 
 void ActivityPage::setMode(TimelineViewMode mode) {
@@ -118,6 +140,7 @@ QRect ActivityPage::mirrored(const QRect& rectangle) const {
 }
 
 void ActivityPage::place() {
+    explainEmptyDay();
     const auto mode = parts_->chart().currentViewMode();
     const auto layout = activityLayout(size(), mode, parts_->chart().projectSelector() != nullptr);
     parts_->header->setGeometry(layout.header);

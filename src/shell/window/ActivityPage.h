@@ -6,6 +6,7 @@
 #include "rules/CategoryTagManager.h"
 #include "shell/state/MyActivityView.h"
 #include "timeline/ProcessedActivityItem.h"
+#include "tracking/ActivityTracker.h"
 
 #include <QWidget>
 #include <memory>
@@ -20,6 +21,7 @@ public:
     /// All of it outlives the page.
     struct Services {
         MyActivityView& activity;
+        ActivityTracker& tracker;
         const CategoryTagManager& categories;
         ModelContext& context;
         const Localization& localization;
@@ -46,6 +48,7 @@ private:
     void build();
     void follow();
     void place();
+    void explainEmptyDay();
     void focusView(TimelineViewMode mode);
     void placePraise(const ActivityLayout& layout);
     /// What the praise leaves of the side for the details.

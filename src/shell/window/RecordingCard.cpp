@@ -1,6 +1,7 @@
 #include "shell/window/RecordingCard.h"
 
 #include "base/DateText.h"
+#include "shell/app/RecordingColor.h"
 #include "shell/look/Button.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -38,6 +39,7 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     column->addWidget(application_);
     column->addWidget(since_);
     connect(toggle_, &QAbstractButton::clicked, this, [this] { tracker_.toggle(); });
+    captureHealthChanged_ = tracker_.captureHealthChanged.subscribe([this] { showState(); });
     trackingChanged_ = tracker_.isTrackingChanged.subscribe([this](bool) { showState(); });
     recordsChanged_ = context.didChange.subscribe([this](const EntityChange& change) {
         const bool isRecord = &change.entity->entityDescription() == &ActivityRecord::description();
@@ -70,18 +72,41 @@ void RecordingCard::showSoon() {
 
 void RecordingCard::showState() {
     const bool isTracking = tracker_.isTracking();
-    state_->setText(qt(isTracking ? localization_.text("menu_bar_tracking") : localization_.text("menu_bar_paused")));
+    const auto state = recordingState(tracker_);
+    state_->setText(qt(recordingTitle(state, localization_)));
     const QString action = qt(isTracking ? localization_.text("menu_bar_pause_recording")
                                          : localization_.text("menu_bar_start_recording"));
     toggle_->setIconName(isTracking ? "pause" : "record");
     toggle_->setAccessibleName(action);
     toggle_->setToolTip(action);
+    if (state == RecordingState::blind)
+        showTrouble();
+    else
+        showRecord();
+    update();
+}
+
+/// The reason and the remedy take as many lines as they need: nobody can act on half of them.
+void RecordingCard::showTrouble() {
+    const auto trouble = captureTrouble(tracker_.captureHealth(), localization_);
+    for (const auto& [label, text] : {std::pair(application_, &trouble.reason), std::pair(since_, &trouble.remedy)}) {
+        label->setElided(false);
+        label->setWordWrap(true);
+        label->setText(qt(*text));
+    }
+    setToolTip(isRail_ ? qt(trouble.reason + " " + trouble.remedy) : QString());
+}
+
+void RecordingCard::showRecord() {
+    since_->setWordWrap(false);
+    application_->setWordWrap(false);
+    application_->setElided(true);
+    setToolTip({});
     const auto& record = tracker_.currentRecord();
-    const bool isShown = isTracking && record != nullptr;
+    const bool isShown = tracker_.isTracking() && record != nullptr;
     application_->setText(isShown ? qt(record->appName().value_or(localization_.text("unknown_app"))) : QString(" "));
     since_->setText(isShown ? qt(localization_.text("ui_recording_since", localDateText(record->startTime(), "HH:mm")))
                             : QString(" "));
-    update();
 }
 
 void RecordingCard::paintEvent(QPaintEvent*) {
@@ -90,7 +115,7 @@ void RecordingCard::paintEvent(QPaintEvent*) {
     const Theme& colors = theme();
     if (!isRail_) paintPanel(painter, rect(), Metrics::cardRadius, colors.surface, colors.line);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(tracker_.isTracking() ? colors.ok : colors.text3);
+    painter.setBrush(recordingColor(recordingState(tracker_)));
     const QRect dot = isRail_ ? QRect(width() / 2 + 3, height() / 2 - 11, railDot, railDot) : dotInCard;
     painter.drawEllipse(QStyle::visualRect(layoutDirection(), rect(), dot));
 }

@@ -16,8 +16,8 @@ namespace quorvane {
 class Button;
 class Label;
 
-/// Says whether time is recorded, of which application and since when, and pauses or starts it. It stands in the
-/// window because not every desktop shows a tray.
+/// Says whether time is recorded, of which application and since when, or why it can't be, and pauses or starts it. It
+/// stands in the window because not every desktop shows a tray.
 class RecordingCard : public QWidget {
 public:
     RecordingCard(ActivityTracker& tracker, ModelContext& context, platform::RunLoop& runLoop,
@@ -31,6 +31,8 @@ protected:
 
 private:
     void showState();
+    void showRecord();
+    void showTrouble();
     void showSoon();
 
     ActivityTracker& tracker_;
@@ -43,6 +45,7 @@ private:
     bool isShownSoon_ = false;  ///< records change in bursts; they are shown once
     bool isRail_ = false;
     Subscription trackingChanged_;
+    Subscription captureHealthChanged_;
     Subscription recordsChanged_;
     WeakSource<RecordingCard> weak_{*this};
 };

@@ -31,8 +31,11 @@ const std::string& zone() {
 ApplicationScreen::ApplicationScreen() {
     session_.environment().set("TZ", zone());
     setting_.folder = session_.dataHome();
-    setting_.environment = {
-        {"PATH", "/usr/bin:/bin"}, {"TZ", zone()}, {"LANG", "C.UTF-8"}, {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}};
+    setting_.environment = {{"PATH", "/usr/bin:/bin"},
+                            {"TZ", zone()},
+                            {"LANG", "C.UTF-8"},
+                            {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"},
+                            {"QUORVANE_CONSOLE", "1"}};
     for (const char* name : {"HOME", "DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS",
                              "XDG_RUNTIME_DIR", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "GSETTINGS_BACKEND"})
         if (const char* value = std::getenv(name)) setting_.environment[name] = value;

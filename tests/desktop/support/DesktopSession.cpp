@@ -30,8 +30,8 @@ DesktopSession::DesktopSession(const Parts& parts) {
         std::filesystem::create_directories(folder_ / folder);
         std::filesystem::permissions(folder_ / folder, std::filesystem::perms::owner_all);
     }
-    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "XDG_SESSION_ID", "XDG_CURRENT_DESKTOP",
-                                 "XDG_STATE_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"})
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "XDG_SESSION_ID", "XDG_SESSION_TYPE",
+                                 "XDG_CURRENT_DESKTOP", "XDG_STATE_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"})
         environment_.unset(variable);
     environment_.set("HOME", folder_ / "home");
     environment_.set("XDG_RUNTIME_DIR", runtimeDirectory());

@@ -58,6 +58,14 @@ std::vector<Picture> timelinePictures() {
              scene.hasTray = false;
              scene.window().close();
          }},
+        {"timeline-blind",
+         [](WindowScene& scene) {
+             scene.desktop.setForegroundChannel(
+                 {.gives = platform::Sight::applications, .obstacle = platform::Obstacle::wayland});
+             scene.runLoop.playFor(31s);
+             scene.settle();
+         },
+         true},
         {"timeline-empty", [](WindowScene& scene) { scene.chart().selectDate(scene.runLoop.now() + 86400s); }, true},
     };
 }

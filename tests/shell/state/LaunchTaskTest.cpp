@@ -30,15 +30,12 @@ TEST_F(LaunchTaskTest, AppliesTheDockSettingAtOnceAndStartsTheRestLaterAndOnce) 
     const auto settings = std::make_shared<AppSettings>();
     settings->hideDockIcon = true;
     context().insert(settings);
-    hooks_.isCloudAvailable = [this] {
-        note("cloud");
-        return false;
-    };
     LaunchTask task(context(), runLoop, console, hooks_);
     task.run();
     task.run();
     runLoop.playFor(60s);
-    EXPECT_THAT(events_, ElementsAre("0: hide true", "1: monitor 30", "3: cloud"));
+    EXPECT_THAT(events_, ElementsAre("0: hide true", "1: monitor 30"));
+    EXPECT_THAT(console.lines(), IsEmpty());
 }
 
 TEST_F(LaunchTaskTest, ShowsTheDockIconWithoutASettingAndWhereItCannotBeRead) {
@@ -50,34 +47,6 @@ TEST_F(LaunchTaskTest, ShowsTheDockIconWithoutASettingAndWhereItCannotBeRead) {
     EXPECT_THAT(events_, ElementsAre("0: hide false", "0: hide false"));
     EXPECT_THAT(console.lines(),
                 ElementsAre(StartsWith("⚠️ 读取 Dock 显示偏好失败，按默认显示 Dock：")));
-}
-
-TEST_F(LaunchTaskTest, SyncsOnceWhereThereIsACloudAndSaysHowItWent) {
-    const auto absent = [] { return false; };
-    const auto present = [] { return true; };
-    const std::vector<std::string> skipped{"📱 CloudKit 可用性: false", "⚠️ CloudKit 不可用，跳过同步"};
-    const std::string available = "📱 CloudKit 可用性: true";
-    const std::string full = "🚀 开始执行完整同步...";
-    const struct {
-        std::function<bool()> isCloudAvailable;
-        std::optional<std::string> error;
-        std::vector<std::string> lines;
-    } rows[] = {{{}, {}, skipped},
-                {absent, {}, skipped},
-                {present, {}, {available, full, "✅ CloudKit 同步完成"}},
-                {present, "no network", {available, full, "❌ CloudKit同步失败: no network"}}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.lines.back());
-        console.clear();
-        hooks_.isCloudAvailable = row.isCloudAvailable;
-        hooks_.performFullSync = [&](ModelContext&, const LaunchHooks::SyncFinished& finished) { finished(row.error); };
-        LaunchTask task(context(), runLoop, console, hooks_);
-        task.run();
-        runLoop.playFor(60s);
-        auto expected = row.lines;
-        expected.insert(expected.begin(), "🔄 开始检查 CloudKit 同步...");
-        EXPECT_EQ(console.lines(), expected);
-    }
 }
 
 TEST_F(LaunchTaskTest, WhatIsDueEndsWithIt) {

@@ -67,6 +67,20 @@ TEST_F(MenuBarContentViewTest, ItemsStandInTheirOrderAndFollowTracking) {
     EXPECT_EQ(lines(), paused);
 }
 
+TEST_F(MenuBarContentViewTest, WhereNothingCanBeSeenTheFirstLineSaysWhy) {
+    choose("Start Recording");
+    int changes = 0;
+    const auto changed = menuBar_.changed.subscribe([&] { ++changes; });
+    desktop_.setForegroundChannel(
+        {.gives = platform::Sight::applications, .obstacle = platform::Obstacle::displayGone});
+    scene_.runLoop.playFor(11s);
+    EXPECT_GE(changes, 1);
+    EXPECT_EQ(lines()[0], "(Can't record: The X server has gone away.)");
+    EXPECT_EQ(lines()[3], "Pause Recording [pause]");
+    EXPECT_EQ(menuBar_.title(), "Can't record");
+    EXPECT_STREQ(menuBar_.iconName(), "tray-blind");
+}
+
 TEST_F(MenuBarContentViewTest, TheSwitchPressedTwiceEndsWithTheSecondPress) {
     menuBar_.toggleTracking();
     menuBar_.toggleTracking();

@@ -1,4 +1,4 @@
-#include "session/TerminalText.h"
+#include "base/TerminalText.h"
 
 #include "base/Text.h"
 

@@ -1,6 +1,4 @@
-#include "session/TerminalText.h"
-
-#include "session/LocalTime.h"
+#include "base/TerminalText.h"
 
 #include <gtest/gtest.h>
 
@@ -28,20 +26,6 @@ TEST(TerminalTextTest, MakesOneLineThatNoTerminalTakesForACommand) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(harmlessLine(row.text), row.expected);
     }
-}
-
-TEST(TerminalTextTest, WritesDurationsWithAsManyHoursAsThereAre) {
-    const std::pair<Seconds, const char*> rows[] = {
-        {0s, "0:00:00"},
-        {59.999s, "0:00:59"},
-        {3599s, "0:59:59"},
-        {3600s, "1:00:00"},
-        {360'000s, "100:00:00"},
-        {-5s, "0:00:00"},
-        {Seconds{1e300}, "2562047788:00:54"},
-    };
-    for (const auto& [duration, expected] : rows)
-        EXPECT_EQ(durationText(duration), expected);
 }
 
 }  // namespace

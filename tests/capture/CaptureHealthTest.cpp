@@ -1,0 +1,58 @@
+#include "capture/CaptureHealth.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace quorvane {
+namespace {
+
+using platform::Channel;
+using platform::Obstacle;
+using platform::Sight;
+
+Channel channel(Sight gives, bool isAvailable, Obstacle obstacle = Obstacle::other) {
+    Channel made{.isAvailable = isAvailable, .gives = gives};
+    if (isAvailable) return made;
+    made.reason = "why";
+    made.remedy = "Do this.";
+    made.obstacle = obstacle;
+    return made;
+}
+
+// Every combination of four channels, one for each kind of sight.
+TEST(CaptureHealthTest, SightReachesUpToTheFirstKindThatNobodyGives) {
+    const Sight kinds[] = {Sight::applications, Sight::titles, Sight::documents, Sight::pages};
+    for (unsigned available = 0; available < 16; ++available) {
+        SCOPED_TRACE(available);
+        std::vector<Channel> channels{channel(Sight::nothing, false)};
+        Sight expected = Sight::nothing;
+        bool isUnbroken = true;
+        for (unsigned i = 0; i < 4; ++i) {
+            const bool isAvailable = (available >> i & 1U) != 0;
+            channels.insert(channels.begin(), channel(kinds[i], isAvailable));
+            isUnbroken = isUnbroken && isAvailable;
+            if (isUnbroken) expected = kinds[i];
+        }
+        const CaptureHealth health = captureHealth(channels);
+        EXPECT_EQ(health.sight, expected);
+        EXPECT_EQ(health.canSee(), (available & 1U) != 0);
+        EXPECT_EQ(health.sentence(), isUnbroken ? "" : "why. Do this.");
+    }
+}
+
+TEST(CaptureHealthTest, OneOfSeveralChannelsIsEnoughAndWhatWasNotAskedAboutIsNoTrouble) {
+    EXPECT_FALSE(captureHealth({}).canSee());
+    const std::vector both{channel(Sight::applications, false), channel(Sight::applications, true)};
+    EXPECT_EQ(captureHealth(both), CaptureHealth{.sight = Sight::applications});
+}
+
+TEST(CaptureHealthTest, OnlyAWindowManagerIsWorthWaitingFor) {
+    for (const Obstacle obstacle :
+         {Obstacle::wayland, Obstacle::noDisplay, Obstacle::displayRefused, Obstacle::displayGone})
+        EXPECT_TRUE(CaptureHealth{.obstacle = obstacle}.isLasting());
+    for (const Obstacle obstacle : {Obstacle::none, Obstacle::noWindowManager, Obstacle::other})
+        EXPECT_FALSE(CaptureHealth{.obstacle = obstacle}.isLasting());
+}
+
+}  // namespace
+}  // namespace quorvane
