@@ -12,7 +12,7 @@ struct WindowInfo {
     friend bool operator==(const WindowInfo&, const WindowInfo&) = default;
 };
 
-/// Finds out window and document of an application in front. A call may take time; it is made on the main thread.
+/// Finds out window and document of an application in front. A call may take time; it is made on a worker.
 class WindowInfoSource {
 public:
     virtual ~WindowInfoSource() = default;
