@@ -144,6 +144,7 @@ void month(benchmark::State& state) {
 class ManualRunLoop final : public platform::RunLoop {
 public:
     [[nodiscard]] Date now() const override { return midnight + 23h; }
+    [[nodiscard]] Seconds uptime() const override { return 0s; }
     [[nodiscard]] std::unique_ptr<platform::Timer> every(Seconds, std::function<void()>) override { return nullptr; }
     [[nodiscard]] std::unique_ptr<platform::WorkItem> after(Seconds, std::function<void()>) override { return nullptr; }
     void post(std::function<void()> work) override { posted_.push_back(std::move(work)); }

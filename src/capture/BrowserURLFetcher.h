@@ -27,6 +27,7 @@ public:
     /// Of the application that is in front now; not empty.
     [[nodiscard]] std::optional<std::string> fetchCurrentURL();
     [[nodiscard]] std::optional<std::string> frontURL() override { return fetchCurrentURL(); }
+    [[nodiscard]] std::optional<std::string> toldURL() override { return automation_.toldAddress(); }
 
     /// May this process send scripts? An answer holds for 300 s; the first question may make the system ask the user.
     [[nodiscard]] bool checkAppleEventsPermission();

@@ -85,10 +85,8 @@ WindowInfo DocumentPathFetcher::getDocumentInfo(const std::string& bundleId) {
 
     // Where windows carry their title for everybody to read, a record needn't go without one because accessibility is
     // off or the application takes no part in it.
-    if (!found.title && !application->windowTitle.empty()) {
-        found.isTitleHeldBack = application->mayBePrivate;
-        if (!found.isTitleHeldBack) found.title = application->windowTitle;
-    }
+    if (!found.title && !application->windowTitle.empty() && !application->mayBePrivate)
+        found.title = application->windowTitle;
     return found;
 }
 

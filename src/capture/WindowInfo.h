@@ -9,13 +9,10 @@ namespace quorvane {
 struct WindowInfo {
     std::optional<std::string> title;
     std::optional<std::string> document;  ///< path of the document
-    /// The title is kept back until it is known that the window is none of private browsing; asked again then, it may
-    /// be there.
-    bool isTitleHeldBack = false;
     friend bool operator==(const WindowInfo&, const WindowInfo&) = default;
 };
 
-/// Finds out window and document of an application in front. A call may take time; it is made on the main thread.
+/// Finds out window and document of an application in front. A call may take time; it is made on a worker.
 class WindowInfoSource {
 public:
     virtual ~WindowInfoSource() = default;

@@ -2,6 +2,7 @@
 
 #include "platform/Channel.h"
 
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -43,6 +44,9 @@ public:
     virtual ~Automation() = default;
 
     [[nodiscard]] virtual ScriptResult run(const Script& script) = 0;
+
+    /// The address of the front tab, if the browser in front has told it by itself. Asks nobody and comes back at once.
+    [[nodiscard]] virtual std::optional<std::string> toldAddress() { return std::nullopt; }
 
     /// The well-known application in whose way this one is asked; itself unless the platform knows another.
     [[nodiscard]] virtual std::string scriptIdentity(const std::string& bundleIdentifier) { return bundleIdentifier; }

@@ -1,6 +1,7 @@
 #include "platform/Clock.h"
 
 #include <atomic>
+#include <ctime>
 
 namespace quorvane::platform {
 namespace {
@@ -24,6 +25,11 @@ Date currentDate() {
 }
 
 Seconds uptime() {
+#ifdef CLOCK_BOOTTIME
+    timespec since{};
+    if (::clock_gettime(CLOCK_BOOTTIME, &since) == 0)
+        return std::chrono::seconds{since.tv_sec} + std::chrono::nanoseconds{since.tv_nsec};
+#endif
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 

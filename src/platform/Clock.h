@@ -9,8 +9,8 @@ namespace quorvane::platform {
 /// The wall clock in whole microseconds, for whoever has no run loop at hand: the default dates of new objects.
 [[nodiscard]] Date currentDate();
 
-/// Time since some instant of the past. It never steps, whatever happens to the clock: what durations are measured
-/// with.
+/// Time since some instant of the past, in which the machine's sleep counts where the system tells it. It never steps,
+/// whatever happens to the clock: what durations are measured with.
 [[nodiscard]] Seconds uptime();
 
 /// While it lives, `currentDate()` asks `now` instead: a virtual clock, or one instant for reproducible output.

@@ -19,13 +19,17 @@ public:
     virtual ~WorkItem() = default;
 };
 
-/// The main thread's clock, timers and queues. Main thread only, but for `now`, `post` and `isMainThread`.
+/// The main thread's clocks, timers and queues. Main thread only, but for `now`, `uptime`, `post` and `isMainThread`.
 class RunLoop {
 public:
     virtual ~RunLoop() = default;
 
     /// Wall-clock time, in whole microseconds. It may step backwards when the user or the network sets the clock.
     [[nodiscard]] virtual Date now() const = 0;
+
+    /// Time since some instant of the past, sleep of the machine included. It never steps: how long ago something was
+    /// is a difference of these and not of dates.
+    [[nodiscard]] virtual Seconds uptime() const = 0;
 
     /// Calls `fire` every `interval` (> 0 s), first after one. A late timer fires once and not once for each interval
     /// that it missed. Destroying the timer cancels it, even inside `fire`.

@@ -35,7 +35,8 @@ const EntityDescription& AppSettings::description() {
                        attribute<&S::updatedAt>("updated_at"), attribute<&S::preferredLanguage>("preferred_language"),
                        attribute<&S::enableIdleDetection>("enable_idle_detection"),
                        attribute<&S::idleThresholdMinutes>("idle_threshold_minutes"),
-                       attribute<&S::hideDockIcon>("hide_dock_icon")},
+                       attribute<&S::hideDockIcon>("hide_dock_icon"),
+                       attribute<&S::splitsRecordsByTitle>("splits_records_by_title")},
         .indexes = {{"id"}},
         .make = []() -> std::shared_ptr<Entity> { return std::make_shared<S>(); }};
     return description;

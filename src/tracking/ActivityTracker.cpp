@@ -2,6 +2,8 @@
 
 #include "store/OverlapDetectionService.h"
 
+#include <utility>
+
 namespace quorvane {
 namespace {
 
@@ -20,7 +22,8 @@ ActivityTracker::ActivityTracker(platform::RunLoop& runLoop, platform::Desktop& 
                                  KeyboardMonitor& keyboardMonitor, MouseMonitor& mouseMonitor, TrackerServices services,
                                  ConsoleSink& console)
     : runLoop_(runLoop), desktop_(desktop), keyboardMonitor_(keyboardMonitor), mouseMonitor_(mouseMonitor),
-      services_(services), console_(console), lastUpdate_(runLoop.now()), currentTickInterval_(activeTickInterval) {
+      services_(services), console_(console), lastUpdate_(runLoop.now()), lastLook_{runLoop.now(), runLoop.uptime()},
+      currentTickInterval_(activeTickInterval) {
     examineCapture();
 }
 
@@ -62,7 +65,9 @@ void ActivityTracker::start() {
     isTracking_ = true;
     examineCapture();
     isTrackingChanged.send(true);
-    lastUpdate_ = runLoop_.now();
+    lastLook_ = {runLoop_.now(), runLoop_.uptime()};
+    lastUpdate_ = lastLook_.now;
+    lastRecordEnd_.reset();
     registerObservers();
     const auto onActivity = [weak = weak_.handle()] {
         if (auto* self = weak.get()) self->handleUserActivity();
@@ -99,8 +104,8 @@ void ActivityTracker::stop() {
     removeSystemObservers();
     removeActivationObserver();
     cleanupTimer_.reset();
-    cachedIdleSettings_.reset();
-    cachedWorkTimeSettings_.reset();
+    cachedSettings_.reset();
+    cachedWorkTime_.reset();
     windowInfoCache_.clear();
     foregroundApplicationSnapshot_.reset();
 }
@@ -113,17 +118,38 @@ void ActivityTracker::toggle() {
 }
 
 void ActivityTracker::handleUserActivity() {
-    const auto confirm = [this](Date at) {
-        lastActivityCallbackTime_ = at;
-        lastUpdate_ = at;
+    const auto confirm = [this] {
+        const ClockLook look = lookAtClocks();
+        lastActivityCallbackAt_ = look.uptime;
+        lastUpdate_ = look.now;
     };
-    const Date now = runLoop_.now();
-    if (!lastActivityCallbackTime_ || now - *lastActivityCallbackTime_ >= minActivityCallbackInterval)
-        return confirm(now);
-    const Seconds rest = minActivityCallbackInterval - (now - *lastActivityCallbackTime_);
-    pendingActivityCallback_ = runLoop_.after(rest, [this, confirm, weak = weak_.handle()] {
-        if (weak.get()) confirm(runLoop_.now());
+    const Seconds uptime = runLoop_.uptime();
+    if (!lastActivityCallbackAt_ || uptime - *lastActivityCallbackAt_ >= minActivityCallbackInterval) return confirm();
+    const Seconds rest = minActivityCallbackInterval - (uptime - *lastActivityCallbackAt_);
+    pendingActivityCallback_ = runLoop_.after(rest, [confirm, weak = weak_.handle()] {
+        if (weak.get()) confirm();
     });
+}
+
+ClockLook ActivityTracker::lookAtClocks() {
+    const ClockLook look{runLoop_.now(), runLoop_.uptime()};
+    const ClockLook before = std::exchange(lastLook_, look);
+    if (!ActivityTrackingPolicy::isUnbroken(before, look, 2 * currentTickInterval_)) noteBreak(look);
+    return look;
+}
+
+/// Nobody watched, or the clock was set: what lies between is nobody's time. The open record ends at the last sign of
+/// life, as the clock had it then, and the next tick begins another one.
+void ActivityTracker::noteBreak(const ClockLook& look) {
+    if (currentRecord_) {
+        console_.line("ActivityTracker: the time was interrupted, the record ends at {}", describe(lastUpdate_));
+        finalizeCurrentRecord(lastUpdate_, lastUpdate_);
+        lastFrontAppBundleId_.reset();
+        if (!isTickRunning_) scheduleActivationTick(0s);
+    }
+    lastUpdate_ = look.now;
+    lastRecordEnd_.reset();
+    cachedWorkTime_.reset();
 }
 
 }  // namespace quorvane

@@ -13,6 +13,8 @@
 #include "store/ActivityRecord.h"
 #include "store/DataCleanupService.h"
 #include "store/ModelContext.h"
+#include "tracking/ActivityTrackingPolicy.h"
+#include "tracking/AttentionWatch.h"
 #include "tracking/KeyboardMonitor.h"
 #include "tracking/MouseMonitor.h"
 
@@ -32,9 +34,10 @@ struct ForegroundApplicationSnapshot {
 };
 
 /// Whom the tracker asks beyond the desktop. All of them outlive it; who may be absent is a pointer.
+/// Window and page are asked for by workers, which the first two outlive, too.
 struct TrackerServices {
     WindowInfoSource& windowInfo;
-    BrowserURLSource* browserURL = nullptr;  ///< process-wide: it outlives every worker
+    BrowserURLSource* browserURL = nullptr;
     const CategoryTagManager* categories = nullptr;
 };
 
@@ -77,60 +80,80 @@ public:
     [[nodiscard]] const std::shared_ptr<ActivityRecord>& currentRecord() const { return currentRecord_; }
 
 private:
+    static constexpr Seconds minimumDuration = 1s;  ///< of a record
+
     struct Presence {
         Seconds effectiveIdle{};
         std::int64_t threshold = 0;  ///< seconds
         bool isEnabled = true;       ///< idle detection
         [[nodiscard]] bool isIdle() const { return effectiveIdle >= Seconds{static_cast<double>(threshold)}; }
     };
-    struct IdleSettings {
-        std::int64_t threshold;  ///< seconds
-        bool isEnabled;
-        Date timestamp;
+    // What is kept for a while has the uptime at which it was read.
+    struct TrackingSettings {
+        std::int64_t threshold;  ///< of idle time, in seconds
+        bool isEnabled;          ///< idle detection
+        bool splitsByTitle = true;
+        Seconds readAt{};
     };
     struct WorkTime {
         bool isWorkTime;
-        Date timestamp;
-        DateInterval day;  ///< of the timestamp: the value ends with it
+        Seconds readAt;
+        DateInterval day;  ///< the value ends with it
     };
     struct CachedWindowInfo {
         WindowInfo info;
-        Date timestamp;
+        std::string title;  ///< the window's own, as it was then
+        Seconds readAt;
     };
     struct CachedBrowserURL {
         std::string bundleId;
         std::string url;
-        Date timestamp;
+        Seconds readAt;
+    };
+    /// What preference and rules made of a record.
+    struct Classification {
+        std::optional<std::string> category;
+        std::string tags;
+        std::optional<std::string> source;
+        std::string billingStatus;
+        std::shared_ptr<Project> project;
+        friend bool operator==(const Classification&, const Classification&) = default;
     };
 
     // The loop (ActivityTracker.cpp, ActivityTrackerTick.cpp)
     void runTick();
     void scheduleTimer(Seconds interval);
-    void adjustTimerFrequency(Date now);
+    [[nodiscard]] ClockLook lookAtClocks();
+    void noteBreak(const ClockLook& look);
+    void adjustTimerFrequency(Seconds uptime);
     void examineCapture();
     [[nodiscard]] bool isAnyMonitorListening() const;
-    [[nodiscard]] Presence readPresence(Date now);
-    [[nodiscard]] IdleSettings idleSettings();
-    [[nodiscard]] IdleSettings storedIdleSettings(Date now);
+    [[nodiscard]] Presence readPresence(const ClockLook& look);
+    [[nodiscard]] const TrackingSettings& trackingSettings();
+    [[nodiscard]] TrackingSettings storedTrackingSettings();
     [[nodiscard]] bool isWorkTime(Date now);
-    void noteIdleness(const Presence& presence, Date now);
+    void noteIdleness(const Presence& presence);
     void resumeMonitoring();
     void leave(Date now);
     void closeAndLeave(Date end, Date now);
     void leaveOutsideWorkHours(Date now);
     void leaveIdle(const Presence& presence, Date now);
     [[nodiscard]] std::optional<ForegroundApplicationSnapshot> foregroundApplication();
-    [[nodiscard]] WindowInfo windowInfoAtSwitch(const ForegroundApplicationSnapshot& application, Date now);
-    [[nodiscard]] WindowInfo cachedWindowInfo(const std::string& bundleId) const;
-    void switchTo(const ForegroundApplicationSnapshot& application, const WindowInfo& window, const Presence& presence,
-                  Date now);
-    void continueWith(const ForegroundApplicationSnapshot& application, const WindowInfo& window, Date now);
-    void updateCurrentRecordWindowInfo(const WindowInfo& window);
-    [[nodiscard]] std::optional<std::string> browserURLAtSwitch(const std::string& bundleId, Date now);
-    void fetchBrowserURLAsync(const std::string& bundleId, bool deferred);
-    void noteBrowserURL(const std::string& bundleId, const std::optional<std::string>& url, bool deferred);
-    void takeTitleHeldBack(const std::string& bundleId);
+    void switchTo(const ForegroundApplicationSnapshot& application, const Presence& presence, Date now);
+    void continueWith(const ForegroundApplicationSnapshot& application, const ClockLook& look);
     void runMaintenance();
+
+    // What is looked at in the application (ActivityTrackerAttention.cpp)
+    [[nodiscard]] Attention attention(const std::string& bundleId);
+    void begin(const ForegroundApplicationSnapshot& application, Attention attention, Date at);
+    void splitIfTurned(const ForegroundApplicationSnapshot& application, const ClockLook& look);
+    [[nodiscard]] WindowInfo windowInfoAtStart(const ForegroundApplicationSnapshot& application,
+                                               const Attention& attention);
+    void fetchWindowInfoAsync(const std::string& bundleId, const std::string& title);
+    void noteWindowInfo(const std::string& bundleId, const std::string& title, const Uuid& record, WindowInfo info);
+    void fetchBrowserURLAsync(bool deferred);
+    void noteBrowserURL(const Uuid& record, const std::optional<std::string>& url, bool deferred);
+    void classifyAgain();
 
     // A record's life (ActivityTrackerRecords.cpp)
     struct NewRecord {
@@ -139,14 +162,18 @@ private:
         WindowInfo window{};
         std::optional<std::string> url{};
     };
+    [[nodiscard]] Seconds untilNextRecord(Date now) const;
     void startNewRecord(const NewRecord& wanted);
     [[nodiscard]] Date adjustedStart(Date wanted, ModelContext& context);
     [[nodiscard]] std::shared_ptr<ActivityRecord> makeRecord(const NewRecord& wanted, Date startTime);
+    bool applyPreference(ActivityRecord& record);
     void applyRules(ActivityRecord& record, ModelContext& context);
-    void sweepActiveRecordsIfNeeded(Date now);
+    [[nodiscard]] static Classification classification(const ActivityRecord& record);
+    void sweepActiveRecordsIfNeeded();
     void finalizeCurrentRecord(Date end);
-    void closeRecord(ActivityRecord& record, Date wantedEnd);
-    void updateCurrentRecordHeartbeat(Date now);
+    void finalizeCurrentRecord(Date end, Date latest);
+    void closeRecord(ActivityRecord& record, Date wantedEnd, Date latest);
+    void updateCurrentRecordHeartbeat(const ClockLook& look);
 
     // The system's events (ActivityTrackerEvents.cpp)
     void registerObservers();
@@ -156,7 +183,7 @@ private:
     void handleResume(const char* line);
     void handleApplicationActivation(const std::optional<platform::ForegroundApplication>& application);
     void handleVacancy();
-    void noteForegroundActivation(Date at);
+    void noteForegroundActivation(const ClockLook& look);
     void scheduleActivationTick(Seconds delay);
     void removeSystemObservers();
     void removeActivationObserver();
@@ -176,31 +203,40 @@ private:
     std::shared_ptr<ActivityRecord> currentRecord_;
     std::optional<std::string> lastFrontAppBundleId_;  ///< cleared by every path that closes without opening another
     std::optional<ForegroundApplicationSnapshot> foregroundApplicationSnapshot_;
-    Date lastUpdate_;  ///< when the user was last seen or a tick last ended
+    Date lastUpdate_;  ///< when the user was last seen or a tick last ended: the last sign of life
+    ClockLook lastLook_;
     std::vector<Subscription> workspaceObservers_;
     std::vector<Subscription> distributedObservers_;
     std::optional<Subscription> appActivationObserver_;
     Subscription vacancyObserver_;
     bool isSessionLocked_ = false;  ///< from sleep, screen sleep or lock until any wake or unlock
-    std::optional<Date> lastAppSwitchTime_;
     std::unique_ptr<DataCleanupService> dataCleanupService_;
     std::unique_ptr<platform::Timer> cleanupTimer_;
-    Date lastActiveRecordsSweepAt_ = distantPast;
     std::unique_ptr<platform::WorkItem> pendingActivationTick_;
+    std::unique_ptr<platform::WorkItem> pendingActivityCallback_;
+
+    AttentionWatch attentionWatch_;
     std::map<std::string, CachedWindowInfo> windowInfoCache_;
+    bool isFetchingWindowInfo_ = false;
     std::optional<CachedBrowserURL> cachedBrowserURL_;
     bool isFetchingBrowserURL_ = false;
-    std::optional<Date> lastActivityCallbackTime_;
-    std::unique_ptr<platform::WorkItem> pendingActivityCallback_;
-    std::optional<Date> lastForegroundActivationAt_;
+    std::optional<Classification> classified_;  ///< of the open record, before anybody else touched it
+    std::optional<Date> lastRecordEnd_;         ///< no later record of ours begins before it
+
+    // As uptime
+    std::optional<Seconds> lastAppSwitchAt_;
+    std::optional<Seconds> lastActivityCallbackAt_;
+    std::optional<Seconds> lastForegroundActivationAt_;
+    std::optional<Seconds> lastUserActivityCheckAt_;
+    std::optional<Seconds> lastActiveRecordsSweepAt_;
+    std::optional<Seconds> lastCurrentRecordHeartbeatAt_;
+
     Seconds currentTickInterval_;
-    std::optional<Date> lastUserActivityCheck_;
     bool isTickRunning_ = false;  ///< against a tick inside a tick on this one thread
     int consecutiveIdleTicks_ = 0;
     bool isMonitoringPaused_ = false;  ///< the tracker itself has stopped the monitors
-    std::optional<IdleSettings> cachedIdleSettings_;
-    std::optional<WorkTime> cachedWorkTimeSettings_;
-    Date lastCurrentRecordHeartbeatAt_ = distantPast;
+    std::optional<TrackingSettings> cachedSettings_;
+    std::optional<WorkTime> cachedWorkTime_;
     WeakSource<ActivityTracker> weak_{*this};  // last: dies first, so that no callback meets half a tracker
 };
 

@@ -64,11 +64,11 @@ void ActivityTracker::handleApplicationActivation(const std::optional<platform::
     foregroundApplicationSnapshot_ = {application->bundleIdentifier.value_or("unknown"),
                                       application->localizedName.value_or("Unknown")};
     const std::string bundleId = foregroundApplicationSnapshot_->bundleIdentifier;
-    const Date now = runLoop_.now();
-    noteForegroundActivation(now);
-    if (lastAppSwitchTime_ && now - *lastAppSwitchTime_ < minAppSwitchInterval)
-        return scheduleActivationTick(minAppSwitchInterval - (now - *lastAppSwitchTime_));
-    lastAppSwitchTime_ = now;
+    const ClockLook look = lookAtClocks();
+    noteForegroundActivation(look);
+    if (lastAppSwitchAt_ && look.uptime - *lastAppSwitchAt_ < minAppSwitchInterval)
+        return scheduleActivationTick(minAppSwitchInterval - (look.uptime - *lastAppSwitchAt_));
+    lastAppSwitchAt_ = look.uptime;
     if (lastFrontAppBundleId_ == bundleId) return;
     console_.line("ActivityTracker: 🔄 应用切换 - {}", foregroundApplicationSnapshot_->localizedName);
     pendingActivationTick_.reset();
@@ -84,10 +84,10 @@ void ActivityTracker::handleVacancy() {
     scheduleActivationTick(minAppSwitchInterval);
 }
 
-void ActivityTracker::noteForegroundActivation(Date at) {
-    lastForegroundActivationAt_ = at;
-    lastActivityCallbackTime_ = at;
-    lastUpdate_ = at;
+void ActivityTracker::noteForegroundActivation(const ClockLook& look) {
+    lastForegroundActivationAt_ = look.uptime;
+    lastActivityCallbackAt_ = look.uptime;
+    lastUpdate_ = look.now;
     consecutiveIdleTicks_ = 0;
     if (isMonitoringPaused_) resumeMonitoring();
 }

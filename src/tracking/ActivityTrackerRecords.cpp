@@ -10,7 +10,6 @@
 namespace quorvane {
 namespace {
 
-constexpr Seconds minimumDuration = 1s;
 constexpr Seconds shortRecordDuration = 20s;
 constexpr Seconds activeRecordsSweepInterval = 300s;
 constexpr Seconds currentRecordHeartbeatInterval = 60s;
@@ -22,18 +21,25 @@ std::string durationText(Seconds duration) {
 
 }  // namespace
 
+/// How long the next record has to wait: each lasts a second at least, and no two of ours overlap.
+Seconds ActivityTracker::untilNextRecord(Date now) const {
+    const Date earliest = currentRecord_ ? currentRecord_->startTime() + minimumDuration : lastRecordEnd_.value_or(now);
+    return std::clamp<Seconds>(earliest - now, 0s, minimumDuration);
+}
+
 void ActivityTracker::startNewRecord(const NewRecord& wanted) {
     auto* context = modelContext_.get();
     if (context == nullptr) {
         console_.line("ActivityTracker: No modelContext for startNewRecord");
         return;
     }
-    sweepActiveRecordsIfNeeded(wanted.at);
+    sweepActiveRecordsIfNeeded();
     const auto record = makeRecord(wanted, adjustedStart(wanted.at, *context));
     applyRules(*record, *context);
+    classified_ = classification(*record);
     context->insert(record);
     currentRecord_ = record;
-    lastCurrentRecordHeartbeatAt_ = record->startTime();
+    lastCurrentRecordHeartbeatAt_ = runLoop_.uptime();
     const std::string& name = wanted.application.localizedName;
     try {
         context->save();
@@ -51,7 +57,6 @@ Date ActivityTracker::adjustedStart(Date wanted, ModelContext& context) {
     if (overlaps.hasOverlap(wanted, runLoop_.now())) {
         console_.line("ActivityTracker: 新记录会与现有记录重叠，调整开始时间");
         startTime = std::max(overlaps.suggestedEndTime(wanted), wanted);
-        console_.line("ActivityTracker: 调整开始时间从 {} 到 {}", describe(wanted), describe(startTime));
     }
     const Date now = runLoop_.now();
     if (startTime > now) {
@@ -59,28 +64,38 @@ Date ActivityTracker::adjustedStart(Date wanted, ModelContext& context) {
                       describe(startTime));
         startTime = now;
     }
+    if (startTime != wanted)
+        console_.line("ActivityTracker: 调整开始时间从 {} 到 {}", describe(wanted), describe(startTime));
     return startTime;
 }
 
 std::shared_ptr<ActivityRecord> ActivityTracker::makeRecord(const NewRecord& wanted, Date startTime) {
-    const std::string& name = wanted.application.localizedName;
-    const auto preference = services_.categories ? services_.categories->preference(name) : std::nullopt;
-    if (preference) console_.line("ActivityTracker: 自动应用 {} 的分类偏好", name);
     const Date now = runLoop_.now();
-    auto record = std::make_shared<ActivityRecord>(
-        ActivityRecord::Values{.startTime = startTime,
-                               .appBundleId = wanted.application.bundleIdentifier,
-                               .appName = name,
-                               .windowTitle = wanted.window.title,
-                               .documentPath = wanted.window.document,
-                               .url = wanted.url,
-                               .tags = preference ? text::joined(preference->tags, ",") : std::string(),
-                               .source = "system",
-                               .createdAt = now,
-                               .updatedAt = now});
-    // As a text: a category of the user's own is no case of the enumeration.
-    if (preference) record->category = preference->category;
+    auto record =
+        std::make_shared<ActivityRecord>(ActivityRecord::Values{.startTime = startTime,
+                                                                .appBundleId = wanted.application.bundleIdentifier,
+                                                                .appName = wanted.application.localizedName,
+                                                                .windowTitle = wanted.window.title,
+                                                                .documentPath = wanted.window.document,
+                                                                .url = wanted.url,
+                                                                .createdAt = now,
+                                                                .updatedAt = now});
+    if (applyPreference(*record))
+        console_.line("ActivityTracker: 自动应用 {} 的分类偏好", wanted.application.localizedName);
     return record;
+}
+
+/// The record as its application's choice has it, before any rule; false without a choice.
+bool ActivityTracker::applyPreference(ActivityRecord& record) {
+    const auto preference =
+        services_.categories ? services_.categories->preference(record.appName().value_or("")) : std::nullopt;
+    // As a text: a category of the user's own is no case of the enumeration.
+    record.category = preference ? preference->category : std::nullopt;
+    record.tags = preference ? text::joined(preference->tags, ",") : std::string();
+    record.source = "system";
+    record.confidence = 1.0;
+    record.project = nullptr;
+    return preference.has_value();
 }
 
 void ActivityTracker::applyRules(ActivityRecord& record, ModelContext& context) {
@@ -92,14 +107,38 @@ void ActivityTracker::applyRules(ActivityRecord& record, ModelContext& context) 
     }
 }
 
+ActivityTracker::Classification ActivityTracker::classification(const ActivityRecord& record) {
+    return {.category = record.category(),
+            .tags = record.tags(),
+            .source = record.source(),
+            .billingStatus = record.billingStatus(),
+            .project = record.project()};
+}
+
+/// What became known late may be what a rule asks for: the record is classified as if it had been known from its start,
+/// unless somebody else has classified it meanwhile.
+void ActivityTracker::classifyAgain() {
+    auto* context = modelContext_.get();
+    if (context == nullptr || !currentRecord_ || classification(*currentRecord_) != classified_) return;
+    applyPreference(*currentRecord_);
+    applyRules(*currentRecord_, *context);
+    classified_ = classification(*currentRecord_);
+}
+
 /// What is open in the store between two records of ours is left over from a crash.
-void ActivityTracker::sweepActiveRecordsIfNeeded(Date now) {
-    if (now - lastActiveRecordsSweepAt_ < activeRecordsSweepInterval) return;
-    lastActiveRecordsSweepAt_ = now;
+void ActivityTracker::sweepActiveRecordsIfNeeded() {
+    const Seconds uptime = runLoop_.uptime();
+    if (lastActiveRecordsSweepAt_ && uptime - *lastActiveRecordsSweepAt_ < activeRecordsSweepInterval) return;
+    lastActiveRecordsSweepAt_ = uptime;
     if (dataCleanupService_) dataCleanupService_->endAllActiveRecords();
 }
 
 void ActivityTracker::finalizeCurrentRecord(Date end) {
+    finalizeCurrentRecord(end, runLoop_.now());
+}
+
+/// `latest` is the present, as the clock had it to which `end` belongs.
+void ActivityTracker::finalizeCurrentRecord(Date end, Date latest) {
     auto* context = modelContext_.get();
     if (context == nullptr) {
         console_.line("ActivityTracker: No modelContext for finalizeCurrentRecord");
@@ -109,9 +148,11 @@ void ActivityTracker::finalizeCurrentRecord(Date end) {
         console_.line("ActivityTracker: No currentRecord to finalize");
         return;
     }
-    if (!currentRecord_->endTime()) closeRecord(*currentRecord_, end);
+    if (!currentRecord_->endTime()) closeRecord(*currentRecord_, end, latest);
+    lastRecordEnd_ = currentRecord_->endTime();
     currentRecord_.reset();
-    lastCurrentRecordHeartbeatAt_ = distantPast;
+    classified_.reset();
+    lastCurrentRecordHeartbeatAt_.reset();
     // Later, so that the switch isn't held up; the save of the next record may well carry this one too.
     runLoop_.post([weak = context->weak(), &console = console_] {
         try {
@@ -122,12 +163,12 @@ void ActivityTracker::finalizeCurrentRecord(Date end) {
     });
 }
 
-void ActivityTracker::closeRecord(ActivityRecord& record, Date wantedEnd) {
+void ActivityTracker::closeRecord(ActivityRecord& record, Date wantedEnd, Date latest) {
     const Date earliest = record.startTime() + minimumDuration;
     Date end = std::max(wantedEnd, earliest);
-    if (const Date now = runLoop_.now(); end > now) {
+    if (end > latest) {
         console_.line("ActivityTracker: ⚠️ 检测到 endTime 在未来 ({})，夹回当前时间", describe(end));
-        end = std::max(now, earliest);
+        end = std::max(latest, earliest);
     }
     record.endTime = end;
     record.updatedAt = end;
@@ -138,13 +179,14 @@ void ActivityTracker::closeRecord(ActivityRecord& record, Date wantedEnd) {
         console_.line("ActivityTracker: 短记录 ({}s) for {}，等待智能合并处理", durationText(duration), name);
 }
 
-void ActivityTracker::updateCurrentRecordHeartbeat(Date now) {
+void ActivityTracker::updateCurrentRecordHeartbeat(const ClockLook& look) {
     auto* context = modelContext_.get();
     if (context == nullptr || !currentRecord_ || currentRecord_->endTime()) return;
-    if (now - lastCurrentRecordHeartbeatAt_ < currentRecordHeartbeatInterval) return;
-    if (now <= currentRecord_->updatedAt()) return;
-    currentRecord_->updatedAt = now;
-    lastCurrentRecordHeartbeatAt_ = now;
+    if (lastCurrentRecordHeartbeatAt_ && look.uptime - *lastCurrentRecordHeartbeatAt_ < currentRecordHeartbeatInterval)
+        return;
+    if (look.now <= currentRecord_->updatedAt()) return;
+    currentRecord_->updatedAt = look.now;
+    lastCurrentRecordHeartbeatAt_ = look.uptime;
     try {
         context->save();
     } catch (const StoreError& error) {

@@ -19,7 +19,6 @@ constexpr Seconds activeWithin = 30s;  ///< input younger than this asks for the
 constexpr Seconds userActivityCheckInterval = 30s;
 constexpr Seconds foregroundActivationGraceInterval = 3s;
 constexpr Seconds settingsCacheValidityInterval = 300s;
-constexpr Seconds cacheValidityInterval = 60s;  ///< of window data and URLs, at a switch of applications
 constexpr Seconds browserURLRefreshAge = 120s;
 constexpr Seconds verboseIdle = 60s;
 constexpr int idleTicksToPause = 3;
@@ -46,10 +45,6 @@ std::shared_ptr<E> firstRow(ModelContext& context) {
     }
 }
 
-bool isEmpty(const std::optional<std::string>& text) {
-    return !text || text->empty();
-}
-
 /// Sets a flag for as long as it lives.
 class Raised {
 public:
@@ -74,12 +69,13 @@ void ActivityTracker::tick() {
 }
 
 void ActivityTracker::runTick() {
-    const Date now = runLoop_.now();
-    adjustTimerFrequency(now);
+    const ClockLook look = lookAtClocks();
+    const Date now = look.now;
+    adjustTimerFrequency(look.uptime);
     examineCapture();
-    const Presence presence = readPresence(now);
+    const Presence presence = readPresence(look);
     if (!isWorkTime(now)) return leaveOutsideWorkHours(now);
-    noteIdleness(presence, now);
+    noteIdleness(presence);
     if (presence.isEnabled && presence.isIdle()) return leaveIdle(presence, now);
     if (isSessionLocked_) {
         console_.line("ActivityTracker: Session locked - finalize current record");
@@ -96,17 +92,14 @@ void ActivityTracker::runTick() {
         console_.line("ActivityTracker: No frontmost application");
         return closeAndLeave(now, now);
     }
-    const bool isSwitch = !currentRecord_ || lastFrontAppBundleId_ != application->bundleIdentifier;
-    const WindowInfo window =
-        isSwitch ? windowInfoAtSwitch(*application, now) : cachedWindowInfo(application->bundleIdentifier);
     if (application->bundleIdentifier == platform::loginWindowBundleId) {
         if (currentRecord_) finalizeCurrentRecord(now);
         return leave(now);
     }
-    if (isSwitch)
-        switchTo(*application, window, presence, now);
+    if (!currentRecord_ || lastFrontAppBundleId_ != application->bundleIdentifier)
+        switchTo(*application, presence, now);
     else
-        continueWith(*application, window, now);
+        continueWith(*application, look);
 }
 
 /// The end of a pass after which no record is open.
@@ -120,9 +113,9 @@ void ActivityTracker::closeAndLeave(Date end, Date now) {
     leave(now);
 }
 
-void ActivityTracker::adjustTimerFrequency(Date now) {
-    if (lastUserActivityCheck_ && now - *lastUserActivityCheck_ < userActivityCheckInterval) return;
-    lastUserActivityCheck_ = now;
+void ActivityTracker::adjustTimerFrequency(Seconds uptime) {
+    if (lastUserActivityCheckAt_ && uptime - *lastUserActivityCheckAt_ < userActivityCheckInterval) return;
+    lastUserActivityCheckAt_ = uptime;
     const bool isActive = std::min(keyboardMonitor_.getIdleTime(), mouseMonitor_.getIdleTime()) < activeWithin;
     const Seconds wanted = isActive ? activeTickInterval : idleTickInterval;
     if (std::abs((wanted - currentTickInterval_).count()) <= 1.0) return;
@@ -142,7 +135,7 @@ bool ActivityTracker::isAnyMonitorListening() const {
     return keyboardMonitor_.isMonitoring() || mouseMonitor_.isMonitoring();
 }
 
-ActivityTracker::Presence ActivityTracker::readPresence(Date now) {
+ActivityTracker::Presence ActivityTracker::readPresence(const ClockLook& look) {
     const Seconds keyboardIdle = keyboardMonitor_.getIdleTime();
     const Seconds mouseIdle = mouseMonitor_.getIdleTime();
     const Seconds rawSystemIdle = desktop_.idle().secondsSinceLastInput();
@@ -151,46 +144,51 @@ ActivityTracker::Presence ActivityTracker::readPresence(Date now) {
         {.systemIdle = systemIdle,
          .inputIdle = std::min(keyboardIdle, mouseIdle),
          .isMonitoring = isAnyMonitorListening(),
-         .inGrace = ActivityTrackingPolicy::isWithinForegroundGrace(lastForegroundActivationAt_, now,
+         .inGrace = ActivityTrackingPolicy::isWithinForegroundGrace(lastForegroundActivationAt_, look.uptime,
                                                                     foregroundActivationGraceInterval)});
-    const IdleSettings settings = idleSettings();
+    const TrackingSettings& settings = trackingSettings();
     if (rawSystemIdle < 0s)
         console_.line("ActivityTracker: ⚠️ 检测到异常的负数空闲时间: {}s，已修正为0",
                       text::shortest(rawSystemIdle.count()));
-    if (effectiveIdle > verboseIdle || whole(now.time_since_epoch()) % 30 == 0)
+    if (effectiveIdle > verboseIdle || whole(look.now.time_since_epoch()) % 30 == 0)
         console_.line("ActivityTracker: 🔄 Tick called at {}, idle: {}s (keyboard: {}s, mouse: {}s, system: {}s)",
-                      describe(now), whole(effectiveIdle), whole(keyboardIdle), whole(mouseIdle), whole(systemIdle));
+                      describe(look.now), whole(effectiveIdle), whole(keyboardIdle), whole(mouseIdle),
+                      whole(systemIdle));
     return {.effectiveIdle = effectiveIdle, .threshold = settings.threshold, .isEnabled = settings.isEnabled};
 }
 
-ActivityTracker::IdleSettings ActivityTracker::idleSettings() {
-    const Date now = runLoop_.now();
-    if (!cachedIdleSettings_ || now - cachedIdleSettings_->timestamp >= settingsCacheValidityInterval)
-        cachedIdleSettings_ = storedIdleSettings(now);
-    return *cachedIdleSettings_;
+const ActivityTracker::TrackingSettings& ActivityTracker::trackingSettings() {
+    const Seconds uptime = runLoop_.uptime();
+    if (!cachedSettings_ || uptime - cachedSettings_->readAt >= settingsCacheValidityInterval) {
+        cachedSettings_ = storedTrackingSettings();
+        cachedSettings_->readAt = uptime;
+    }
+    return *cachedSettings_;
 }
 
-ActivityTracker::IdleSettings ActivityTracker::storedIdleSettings(Date now) {
+ActivityTracker::TrackingSettings ActivityTracker::storedTrackingSettings() {
     auto settings = std::make_shared<AppSettings>();  // where none are stored their defaults hold
     if (auto* context = modelContext_.get()) {
         if (const auto stored = firstRow<AppSettings>(*context))
             settings = stored;
         else if (const auto preference = firstRow<AppPreference>(*context))
-            return {preference->idleThresholdSeconds(), true, now};
+            return {.threshold = preference->idleThresholdSeconds(), .isEnabled = true};
     }
-    return {minutesAsSeconds(settings->idleThresholdMinutes()), settings->enableIdleDetection(), now};
+    return {.threshold = minutesAsSeconds(settings->idleThresholdMinutes()),
+            .isEnabled = settings->enableIdleDetection(),
+            .splitsByTitle = settings->splitsRecordsByTitle()};
 }
 
 bool ActivityTracker::isWorkTime(Date now) {
-    if (const auto& cached = cachedWorkTimeSettings_; cached && now >= cached->day.start && now < cached->day.end &&
-                                                      now - cached->timestamp < settingsCacheValidityInterval)
+    const Seconds uptime = runLoop_.uptime();
+    if (const auto& cached = cachedWorkTime_; cached && now >= cached->day.start && now < cached->day.end &&
+                                              uptime - cached->readAt < settingsCacheValidityInterval)
         return cached->isWorkTime;
     const Calendar calendar = Calendar::current();
     auto* context = modelContext_.get();
     const auto settings = context ? firstRow<AppSettings>(*context) : nullptr;
     const bool isWorkTime = !settings || settings->isWithinWorkHours(now, calendar);
-    const Date timestamp = runLoop_.now();
-    cachedWorkTimeSettings_ = WorkTime{isWorkTime, timestamp, calendar.day(timestamp)};
+    cachedWorkTime_ = WorkTime{isWorkTime, uptime, calendar.day(now)};
     return isWorkTime;
 }
 
@@ -202,7 +200,7 @@ void ActivityTracker::leaveOutsideWorkHours(Date now) {
     closeAndLeave(now, now);
 }
 
-void ActivityTracker::noteIdleness(const Presence& presence, Date now) {
+void ActivityTracker::noteIdleness(const Presence& presence) {
     if (presence.isIdle()) {
         ++consecutiveIdleTicks_;
         if (consecutiveIdleTicks_ < idleTicksToPause || isMonitoringPaused_) return;
@@ -215,7 +213,7 @@ void ActivityTracker::noteIdleness(const Presence& presence, Date now) {
     consecutiveIdleTicks_ = 0;
     if (!isMonitoringPaused_) return;
     resumeMonitoring();
-    lastActivityCallbackTime_ = now;
+    lastActivityCallbackAt_ = runLoop_.uptime();
 }
 
 void ActivityTracker::resumeMonitoring() {
@@ -244,100 +242,30 @@ std::optional<ForegroundApplicationSnapshot> ActivityTracker::foregroundApplicat
     return foregroundApplicationSnapshot_;
 }
 
-WindowInfo ActivityTracker::windowInfoAtSwitch(const ForegroundApplicationSnapshot& application, Date now) {
-    const std::string& bundleId = application.bundleIdentifier;
-    console_.line("ActivityTracker: 📱 App switch: {} ({})", application.localizedName, bundleId);
-    const auto cached = windowInfoCache_.find(bundleId);
-    if (cached != windowInfoCache_.end() && now - cached->second.timestamp < cacheValidityInterval) {
-        console_.line("ActivityTracker: 使用缓存的窗口信息（应用切换但缓存有效）");
-        return cached->second.info;
-    }
-    WindowInfo fetched = services_.windowInfo.windowInfo(bundleId);
-    windowInfoCache_[bundleId] = {fetched, now};
-    if (!isEmpty(fetched.document))
-        console_.line("ActivityTracker: 成功获取文档信息 - 标题: {}, 路径: <redacted>", fetched.title.value_or("无"));
-    else if (!isEmpty(fetched.title))
-        console_.line("ActivityTracker: 无法获取文档路径，使用窗口标题作为备用信息: {}", *fetched.title);
-    else
-        console_.line("ActivityTracker: 无法获取文档路径和窗口标题，将继续使用基本应用信息");
-    return fetched;
-}
-
-WindowInfo ActivityTracker::cachedWindowInfo(const std::string& bundleId) const {
-    const auto cached = windowInfoCache_.find(bundleId);
-    return cached == windowInfoCache_.end() ? WindowInfo{} : cached->second.info;
-}
-
-void ActivityTracker::switchTo(const ForegroundApplicationSnapshot& application, const WindowInfo& window,
-                               const Presence& presence, Date now) {
+void ActivityTracker::switchTo(const ForegroundApplicationSnapshot& application, const Presence& presence, Date now) {
     if (isMonitoringPaused_) resumeMonitoring();
     consecutiveIdleTicks_ = 0;
     if (presence.isEnabled && !currentRecord_ && presence.isIdle()) {
         console_.line("ActivityTracker: 跳过空闲期间的应用切换记录 - {}", application.localizedName);
         return leave(now);
     }
+    lastUpdate_ = now;
+    if (const Seconds rest = untilNextRecord(now); rest > 0s) return scheduleActivationTick(rest);
+    console_.line("ActivityTracker: 📱 App switch: {} ({})", application.localizedName, application.bundleIdentifier);
     if (lastFrontAppBundleId_ != application.bundleIdentifier) cachedBrowserURL_.reset();
     finalizeCurrentRecord(now);
-    auto url = browserURLAtSwitch(application.bundleIdentifier, now);
-    startNewRecord({.at = now, .application = application, .window = window, .url = std::move(url)});
+    begin(application, attention(application.bundleIdentifier), now);
     lastFrontAppBundleId_ = application.bundleIdentifier;
-    lastUpdate_ = now;
 }
 
-void ActivityTracker::continueWith(const ForegroundApplicationSnapshot& application, const WindowInfo& window,
-                                   Date now) {
+void ActivityTracker::continueWith(const ForegroundApplicationSnapshot& application, const ClockLook& look) {
     const std::string& bundleId = application.bundleIdentifier;
-    updateCurrentRecordWindowInfo(window);
+    lastUpdate_ = look.now;
+    if (trackingSettings().splitsByTitle) splitIfTurned(application, look);
     const bool isFresh = cachedBrowserURL_ && cachedBrowserURL_->bundleId == bundleId &&
-                         now - cachedBrowserURL_->timestamp <= browserURLRefreshAge;
-    if (ActivityTrackingPolicy::isBrowser(bundleId) && !isFresh) fetchBrowserURLAsync(bundleId, true);
-    updateCurrentRecordHeartbeat(now);
-    lastUpdate_ = now;
-}
-
-void ActivityTracker::updateCurrentRecordWindowInfo(const WindowInfo& window) {
-    if (!currentRecord_) return;
-    if (!isEmpty(window.title)) currentRecord_->windowTitle = window.title;
-    if (!isEmpty(window.document)) currentRecord_->documentPath = window.document;
-}
-
-std::optional<std::string> ActivityTracker::browserURLAtSwitch(const std::string& bundleId, Date now) {
-    if (!ActivityTrackingPolicy::isBrowser(bundleId)) return std::nullopt;
-    if (cachedBrowserURL_ && cachedBrowserURL_->bundleId == bundleId &&
-        now - cachedBrowserURL_->timestamp < cacheValidityInterval)
-        return cachedBrowserURL_->url;
-    fetchBrowserURLAsync(bundleId, false);
-    return std::nullopt;
-}
-
-void ActivityTracker::fetchBrowserURLAsync(const std::string& bundleId, bool deferred) {
-    if (isFetchingBrowserURL_ || services_.browserURL == nullptr) return;
-    isFetchingBrowserURL_ = true;
-    platform::inBackground(
-        runLoop_, [&source = *services_.browserURL] { return source.frontURL(); },
-        [weak = weak_.handle(), bundleId, deferred](std::future<std::optional<std::string>> fetched) {
-            if (auto* self = weak.get()) self->noteBrowserURL(bundleId, fetched.get(), deferred);
-        });
-}
-
-void ActivityTracker::noteBrowserURL(const std::string& bundleId, const std::optional<std::string>& url,
-                                     bool deferred) {
-    isFetchingBrowserURL_ = false;
-    if (isEmpty(url)) return;
-    cachedBrowserURL_ = {bundleId, *url, runLoop_.now()};
-    if (!currentRecord_ || currentRecord_->appBundleId() != bundleId) return;
-    takeTitleHeldBack(bundleId);
-    if (currentRecord_->url() == url) return;
-    currentRecord_->url = url;
-    if (deferred) console_.line("ActivityTracker: 延迟更新浏览器URL: <redacted>");
-}
-
-/// Of a page whose address is told the title is nobody's secret either.
-void ActivityTracker::takeTitleHeldBack(const std::string& bundleId) {
-    const auto cached = windowInfoCache_.find(bundleId);
-    if (cached == windowInfoCache_.end() || !cached->second.info.isTitleHeldBack) return;
-    cached->second.info = services_.windowInfo.windowInfo(bundleId);
-    updateCurrentRecordWindowInfo(cached->second.info);
+                         look.uptime - cachedBrowserURL_->readAt <= browserURLRefreshAge;
+    if (ActivityTrackingPolicy::isBrowser(bundleId) && !isFresh) fetchBrowserURLAsync(true);
+    updateCurrentRecordHeartbeat(look);
 }
 
 }  // namespace quorvane

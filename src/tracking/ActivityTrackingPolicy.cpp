@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace quorvane::ActivityTrackingPolicy {
 namespace {
@@ -11,6 +12,8 @@ constexpr std::array<std::string_view, 10> browserBundleIds{
     "company.thebrowser.Browser", "com.google.Chrome.canary", "com.vivaldi.Vivaldi", "com.operasoftware.Opera",
     "org.mozilla.firefox",        "com.microsoft.edgemac"};
 
+constexpr Seconds largestCorrection = 2s;
+
 }  // namespace
 
 Seconds effectiveIdle(const IdleReading& reading) {
@@ -18,8 +21,14 @@ Seconds effectiveIdle(const IdleReading& reading) {
     return reading.isMonitoring ? std::min(reading.systemIdle, reading.inputIdle) : reading.systemIdle;
 }
 
-bool isWithinForegroundGrace(std::optional<Date> activatedAt, Date now, Seconds interval) {
-    return activatedAt && now - *activatedAt < interval;
+bool isWithinForegroundGrace(std::optional<Seconds> activatedAt, Seconds uptime, Seconds interval) {
+    return activatedAt && uptime - *activatedAt < interval;
+}
+
+bool isUnbroken(const ClockLook& before, const ClockLook& after, Seconds longest) {
+    const Seconds passed = after.uptime - before.uptime;
+    const Seconds step = (after.now - before.now) - passed;
+    return passed <= longest && std::abs(step.count()) <= largestCorrection.count();
 }
 
 bool isBrowser(std::string_view bundleId) {

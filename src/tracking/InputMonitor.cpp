@@ -8,15 +8,17 @@ constexpr Seconds minCallbackInterval = 2s;
 }  // namespace
 
 InputMonitor::InputMonitor(platform::RunLoop& runLoop, ConsoleSink& console)
-    : console_(console), runLoop_(runLoop), lastActivityTime_(runLoop.now()), lastCallbackTime_(runLoop.now()) {}
+    : console_(console), runLoop_(runLoop), lastActivityTime_(runLoop.now()), lastActivityAt_(runLoop.uptime()),
+      lastCallbackAt_(runLoop.uptime()) {}
 
 Seconds InputMonitor::getIdleTime() const {
-    return runLoop_.now() - lastActivityTime_;
+    return runLoop_.uptime() - lastActivityAt_;
 }
 
 void InputMonitor::noteStart() {
     isMonitoring_ = true;
     lastActivityTime_ = runLoop_.now();
+    lastActivityAt_ = runLoop_.uptime();
 }
 
 void InputMonitor::noteStop() {
@@ -24,10 +26,10 @@ void InputMonitor::noteStop() {
 }
 
 void InputMonitor::noteActivity() {
-    const Date now = runLoop_.now();
-    lastActivityTime_ = now;
-    if (now - lastCallbackTime_ < minCallbackInterval) return;
-    lastCallbackTime_ = now;
+    lastActivityTime_ = runLoop_.now();
+    lastActivityAt_ = runLoop_.uptime();
+    if (lastActivityAt_ - lastCallbackAt_ < minCallbackInterval) return;
+    lastCallbackAt_ = lastActivityAt_;
     if (onActivity) onActivity();
 }
 

@@ -26,7 +26,8 @@ public:
 
     [[nodiscard]] virtual Date getLastActivityTime() const { return lastActivityTime_; }
 
-    /// Now minus the last activity. It goes on growing while the monitor is stopped; a start sets it to 0.
+    /// Time since the last activity, whatever happened to the clock. It goes on growing while the monitor is stopped; a
+    /// start sets it to 0.
     [[nodiscard]] virtual Seconds getIdleTime() const;
 
 protected:
@@ -44,7 +45,8 @@ protected:
 private:
     platform::RunLoop& runLoop_;
     Date lastActivityTime_;
-    Date lastCallbackTime_;
+    Seconds lastActivityAt_;  ///< this one and the next as uptime
+    Seconds lastCallbackAt_;
     bool isMonitoring_ = false;
 };
 

@@ -16,6 +16,10 @@ Date ThreadedRunLoop::now() const {
     return platform::currentDate();
 }
 
+Seconds ThreadedRunLoop::uptime() const {
+    return platform::uptime();
+}
+
 std::unique_ptr<platform::Timer> ThreadedRunLoop::every(Seconds, std::function<void()>) {
     assert(false);
     return nullptr;

@@ -15,6 +15,7 @@ public:
     ~ThreadedRunLoop() override;
 
     [[nodiscard]] Date now() const override;
+    [[nodiscard]] Seconds uptime() const override;
     [[nodiscard]] std::unique_ptr<platform::Timer> every(Seconds interval, std::function<void()> fire) override;
     [[nodiscard]] std::unique_ptr<platform::WorkItem> after(Seconds delay, std::function<void()> work) override;
     void post(std::function<void()> work) override;

@@ -25,10 +25,30 @@ TEST(ActivityTrackingPolicyTest, MonitorsShortenTheMeasuredIdleTimeAndGraceEndsI
 }
 
 TEST(ActivityTrackingPolicyTest, GraceEndsWhenTheIntervalIsOver) {
-    const Date activated = dateFromSecondsSince1970(1000);
-    EXPECT_FALSE(isWithinForegroundGrace(std::nullopt, activated, 3s));
-    EXPECT_TRUE(isWithinForegroundGrace(activated, activated + 2.999s, 3s));
-    EXPECT_FALSE(isWithinForegroundGrace(activated, activated + 3s, 3s));
+    EXPECT_FALSE(isWithinForegroundGrace(std::nullopt, 1000s, 3s));
+    EXPECT_TRUE(isWithinForegroundGrace(1000s, 1002.999s, 3s));
+    EXPECT_FALSE(isWithinForegroundGrace(1000s, 1003s, 3s));
+}
+
+TEST(ActivityTrackingPolicyTest, TimeIsUnbrokenWhileSomebodyLooksOftenAndTheClocksAgree) {
+    struct Row {
+        const char* name;
+        Seconds passed;
+        Seconds onTheWall;
+        bool isUnbroken;
+    };
+    const Row rows[] = {
+        {"a tick", 10s, 10s, true},
+        {"corrected by the network", 10s, 11.5s, true},
+        {"a sleep", 3600s, 3600s, false},
+        {"a machine that stood still", 10s, 3600s, false},
+        {"set back", 10s, -7200s, false},
+        {"set forward", 0s, 259'200s, false},
+        {"the longest there is", 20s, 20s, true},
+    };
+    const Date noon = dateFromSecondsSince1970(1'772'625'600);
+    for (const Row& row : rows)
+        EXPECT_EQ(isUnbroken({noon, 100s}, {noon + row.onTheWall, 100s + row.passed}, 20s), row.isUnbroken) << row.name;
 }
 
 TEST(ActivityTrackingPolicyTest, BrowsersAreKnownLetterForLetter) {

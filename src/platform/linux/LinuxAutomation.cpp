@@ -92,13 +92,8 @@ ScriptResult LinuxAutomation::run(const Script& script) {
         return unreachable(fmt::format("{} has no process on this machine", script.applicationName));
     const auto& title = front->windowTitle;
     switch (script.family) {
-    case ScriptFamily::browserURL: {
-        std::unique_lock lock(mutex_);
-        const auto answer = browserAnswer_;
-        lock.unlock();
-        const auto url = answer ? (*answer)(pid, title) : std::nullopt;
-        return textOr(url.value_or(""), "the browser does not tell its address", script);
-    }
+    case ScriptFamily::browserURL:
+        return textOr(browserURL(pid, title).value_or(""), "the browser does not tell its address", script);
     case ScriptFamily::frontDocumentPath:
     case ScriptFamily::officeDocument:
     case ScriptFamily::developmentDocument:
@@ -113,6 +108,18 @@ ScriptResult LinuxAutomation::run(const Script& script) {
     case ScriptFamily::permissionTest: break;
     }
     return std::string();
+}
+
+std::optional<std::string> LinuxAutomation::browserURL(std::int64_t processIdentifier, const std::string& windowTitle) {
+    std::unique_lock lock(mutex_);
+    const auto answer = browserAnswer_;
+    lock.unlock();
+    return answer ? (*answer)(processIdentifier, windowTitle) : std::nullopt;
+}
+
+std::optional<std::string> LinuxAutomation::toldAddress() {
+    const auto front = applications_.frontmost();
+    return front ? browserURL(front->processIdentifier, front->windowTitle) : std::nullopt;
 }
 
 Channel LinuxAutomation::channel() {

@@ -24,6 +24,7 @@ public:
     LinuxAutomation(RunningApplications& applications, const ApplicationIdentity& identity);
 
     [[nodiscard]] ScriptResult run(const Script& script) override;
+    [[nodiscard]] std::optional<std::string> toldAddress() override;
     [[nodiscard]] std::string scriptIdentity(const std::string& bundleIdentifier) override {
         return identity_.documentModel(bundleIdentifier);
     }
@@ -34,6 +35,8 @@ public:
     void setBrowserAnswer(BrowserAnswer answer);
 
 private:
+    [[nodiscard]] std::optional<std::string> browserURL(std::int64_t processIdentifier, const std::string& windowTitle);
+
     RunningApplications& applications_;
     const ApplicationIdentity& identity_;
     std::mutex mutex_;  ///< guards `browserAnswer_`

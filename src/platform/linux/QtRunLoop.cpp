@@ -92,6 +92,10 @@ Date QtRunLoop::now() const {
     return currentDate();
 }
 
+Seconds QtRunLoop::uptime() const {
+    return platform::uptime();
+}
+
 std::unique_ptr<Timer> QtRunLoop::every(Seconds interval, std::function<void()> fire) {
     assert(isMainThread() && interval > 0s);
     return std::make_unique<QtTimerHandle<Timer>>(startTimer(impl_->context, interval, false, std::move(fire)));

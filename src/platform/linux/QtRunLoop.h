@@ -17,6 +17,7 @@ public:
     ~QtRunLoop() override;  ///< Waits for background work. Handles of timers may outlive it; they do nothing then.
 
     [[nodiscard]] Date now() const override;
+    [[nodiscard]] Seconds uptime() const override;
     [[nodiscard]] std::unique_ptr<Timer> every(Seconds interval, std::function<void()> fire) override;
     [[nodiscard]] std::unique_ptr<WorkItem> after(Seconds delay, std::function<void()> work) override;
     void post(std::function<void()> work) override;

@@ -54,8 +54,8 @@ public:
     /// "09:00:00" or "09:00:00.5" on the present day in the process's time zone.
     [[nodiscard]] Date timeOfDay(std::string_view time) const;
 
-    /// Time since the loop was made, sleep included; the clock may be set without it noticing.
-    [[nodiscard]] Seconds uptime() const { return std::chrono::microseconds{elapsed_.load()}; }
+    /// Since the loop was made; the clock may be set without it noticing.
+    [[nodiscard]] Seconds uptime() const override { return std::chrono::microseconds{elapsed_.load()}; }
 
     /// How often the loop stopped waiting because something was due; what is due at the same instant counts once.
     [[nodiscard]] int wakeUps() const { return wakeUps_; }
