@@ -27,8 +27,8 @@ TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& 
 
 void TrackingSession::start() {
     tracker_.configure(store_);
-    tracker_.start();
     noteCapture();
+    tracker_.start();
 }
 
 void TrackingSession::noteCapture() {

@@ -23,8 +23,9 @@ TEST_F(TrackCommandTest, EndsWhereItCanNotSeeAnythingAndSaysWhatDoctorSays) {
 
 TEST_F(TrackCommandTest, WhoAsksForTheApplicationHearsWhoTracksInstead) {
     EXPECT_THAT(runBare({"pause"}).err, isRefusal(HasSubstr("there is no session bus to reach Quorvane")));
-    ProgramRun tracker(QUORVANE_CLI, {"track"}, setting_);
-    ASSERT_TRUE(tracker.hasWritten(started));
+    const auto own = folder_ / ".local/share/quorvane/quorvane.sqlite";
+    std::filesystem::create_directories(own.parent_path());
+    const auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(own), "quorvane-cli track");
     const auto result = runBare({"start"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, isRefusal(AllOf(HasSubstr("quorvane-cli track (process "), HasSubstr("can't be reached"))));
