@@ -4,9 +4,9 @@
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/RecordingConsole.h"
+#include "support/Testing.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <map>
 #include <thread>
 
@@ -14,10 +14,6 @@ namespace quorvane {
 namespace {
 
 using platform::SystemLogType;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
-using testing::SizeIs;
 
 class AppLoggerTest : public testing::Test {
 protected:

@@ -1,18 +1,13 @@
 #include "diagnostics/DiagnosticReport.h"
 
 #include "base/Iso8601.h"
+#include "support/Testing.h"
 
 #include <cstdlib>
 #include <filesystem>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
-
-using testing::AllOf;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Optional;
 
 class DiagnosticReportTest : public testing::Test {
 protected:

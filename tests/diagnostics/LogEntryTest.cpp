@@ -1,10 +1,10 @@
 #include "diagnostics/LogEntry.h"
 
 #include "base/Iso8601.h"
+#include "support/Testing.h"
 
 #include <cstdlib>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
@@ -34,24 +34,17 @@ TEST(LogEntryTest, NoMillisecondIsLostToBinaryFractions) {
 TEST(LogEntryTest, AFilterTakesLevelAndTextTogether) {
     const LogEntries logs = {entry(LogLevel::info, "AppLogger", "started"), entry(LogLevel::error, "Store", "ÜBER all"),
                              entry(LogLevel::info, "Store", "opened"), entry(LogLevel::error, "Sync", "stored")};
-    struct Row {
-        const char* name;
-        std::optional<LogLevel> level;
-        const char* text;
-        std::vector<std::string> messages;
+    const std::tuple<std::optional<LogLevel>, const char*, std::vector<std::string>> rows[] = {
+        {LogLevel::error, "", {"ÜBER all", "stored"}},
+        {std::nullopt, "über", {"ÜBER all"}},                       // beyond ASCII
+        {std::nullopt, "store", {"ÜBER all", "opened", "stored"}},  // message or module
+        {LogLevel::info, "Store", {"opened"}},
     };
-    const Row rows[] = {
-        {"a level", LogLevel::error, "", {"ÜBER all", "stored"}},
-        {"a message, beyond ASCII", std::nullopt, "über", {"ÜBER all"}},
-        {"message or module", std::nullopt, "store", {"ÜBER all", "opened", "stored"}},
-        {"both", LogLevel::info, "Store", {"opened"}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [level, text, expected] : rows) {
         std::vector<std::string> messages;
-        for (const LogEntry& kept : filteredLogs(logs, row.level, row.text))
+        for (const LogEntry& kept : filteredLogs(logs, level, text))
             messages.push_back(kept.message);
-        EXPECT_EQ(messages, row.messages);
+        EXPECT_EQ(messages, expected) << text;
     }
 }
 

@@ -1,8 +1,7 @@
 #include "diagnostics/PerformanceReportPreferences.h"
 
 #include "platform/simulated/InMemoryUserDefaults.h"
-
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

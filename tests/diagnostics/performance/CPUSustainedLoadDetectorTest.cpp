@@ -1,17 +1,14 @@
 #include "diagnostics/performance/CPUSustainedLoadDetector.h"
 
+#include "support/Testing.h"
+
 #include <algorithm>
-#include <gmock/gmock.h>
 #include <limits>
 #include <random>
-#include <vector>
 
 namespace quorvane {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 using Policy = CPUSustainedLoadDetector::Policy;
 using Trigger = CPUSustainedLoadDetector::Trigger;
 
@@ -47,11 +44,7 @@ std::vector<Sample> steady(Seconds from, Seconds to, double percent) {
 
 TEST(CPUSustainedLoadDetectorTest, TriggersOnlyAfterAnUnbrokenStreakBeyondTheGrace) {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    const struct {
-        const char* name;
-        std::vector<Sample> samples;
-        std::vector<Fired> expected;
-    } rows[] = {
+    const std::tuple<const char*, std::vector<Sample>, std::vector<Fired>> rows[] = {
         {"the second sample in a row", {{60s, 40}, {63s, 80}, {66s, 80}}, {{63s, {6s, 80, 60}}}},
         {"one alone", {{60s, 100}, {63s, 10}, {66s, 100}}, {}},
         {"the threshold itself ends a streak", {{60s, 100}, {63s, 30}, {66s, 100}}, {}},
@@ -64,10 +57,10 @@ TEST(CPUSustainedLoadDetectorTest, TriggersOnlyAfterAnUnbrokenStreakBeyondTheGra
         {"samples that come late", {{60s, 50}, {62.9s, 50}, {64s, 50}}, {{64s, {7s, 50, 50}}}},
         {"a clock set back holds the streak", {{60s, 40}, {10s, 40}, {63s, 40}}, {{63s, {6s, 40, 40}}}},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, samples, expected] : rows) {
+        SCOPED_TRACE(name);
         CPUSustainedLoadDetector detector({}, launch);
-        EXPECT_EQ(play(detector, row.samples), row.expected);
+        EXPECT_EQ(play(detector, samples), expected);
     }
 }
 

@@ -3,13 +3,10 @@
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedProcessUsage.h"
 #include "platform/simulated/SimulatedRunLoop.h"
-
-#include <gmock/gmock.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(MemoryMonitorTest, WritesWhatIsUsedToTheSystemsLogInWholeMebibytes) {
     platform::SimulatedRunLoop loop(dateFromSecondsSince1970(1'772'000'000));

@@ -1,6 +1,6 @@
 #include "diagnostics/performance/PerformanceReportEnvironment.h"
 
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
@@ -8,25 +8,20 @@ namespace {
 namespace Environment = PerformanceReportEnvironment;
 
 TEST(PerformanceReportEnvironmentTest, FieldsAreTrimmedAndOtherwisePlainOrNothing) {
-    const struct {
-        const char* text;
-        std::optional<std::string> cleaned;
-    } rows[] = {
-        {"1.2.0", "1.2.0"},
-        {" \t\n1.2.0\r\n ", "1.2.0"},
-        {"aZ09._:+-", "aZ09._:+-"},
-        {"1234567890", "1234567890"},
-        {" 1234567890 ", "1234567890"},
-        {"12345678901", std::nullopt},
-        {"", std::nullopt},
-        {" \n", std::nullopt},
-        {"1.2 beta", std::nullopt},
-        {"1.2\n3", std::nullopt},
-        {"ü", std::nullopt},
-        {"a/b", std::nullopt},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Environment::cleaned(row.text, 10), row.cleaned) << row.text;
+    const std::pair<const char*, std::optional<std::string>> rows[] = {{"1.2.0", "1.2.0"},
+                                                                       {" \t\n1.2.0\r\n ", "1.2.0"},
+                                                                       {"aZ09._:+-", "aZ09._:+-"},
+                                                                       {"1234567890", "1234567890"},
+                                                                       {" 1234567890 ", "1234567890"},
+                                                                       {"12345678901", std::nullopt},
+                                                                       {"", std::nullopt},
+                                                                       {" \n", std::nullopt},
+                                                                       {"1.2 beta", std::nullopt},
+                                                                       {"1.2\n3", std::nullopt},
+                                                                       {"ü", std::nullopt},
+                                                                       {"a/b", std::nullopt}};
+    for (const auto& [text, cleaned] : rows)
+        EXPECT_EQ(Environment::cleaned(text, 10), cleaned) << text;
 }
 
 TEST(PerformanceReportEnvironmentTest, AVersionThatIsNotPlainIsSentAsZero) {

@@ -1,8 +1,8 @@
 #include "diagnostics/performance/PerformanceReportGzip.h"
 
 #include "diagnostics/performance/PackedBytes.h"
+#include "support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <random>
 
 namespace quorvane {

@@ -2,10 +2,10 @@
 
 #include "diagnostics/performance/WholeRegularFile.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 #include <csignal>
 #include <fmt/format.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <random>
 #include <sys/wait.h>

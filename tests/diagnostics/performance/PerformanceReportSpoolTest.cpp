@@ -3,16 +3,14 @@
 #include "base/Date.h"
 #include "diagnostics/performance/WholeRegularFile.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
-#include <gmock/gmock.h>
 #include <sys/stat.h>
 
 namespace quorvane {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class PerformanceReportSpoolTest : public testing::Test {
 protected:
@@ -63,7 +61,7 @@ TEST_F(PerformanceReportSpoolTest, WhatCannotBeWrittenCostsNoOlderReport) {
     const auto before = pending();
     const auto problem = spool.store("no/such/folder", "x");
     ASSERT_TRUE(problem);
-    EXPECT_THAT(*problem, testing::HasSubstr("cannot write"));
+    EXPECT_THAT(*problem, HasSubstr("cannot write"));
     EXPECT_EQ(pending(), before);
 
     writeFile(folder / "file", "");

@@ -1,6 +1,7 @@
 #include "diagnostics/performance/PerformanceReport.h"
 
-#include <gtest/gtest.h>
+#include "support/Testing.h"
+
 #include <limits>
 
 namespace quorvane {

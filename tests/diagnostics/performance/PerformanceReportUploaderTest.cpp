@@ -8,9 +8,9 @@
 #include "platform/simulated/SimulatedSerialQueue.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <limits>
 
 namespace quorvane {
@@ -20,10 +20,6 @@ using platform::HttpFailure;
 using platform::HttpRequest;
 using platform::HttpResponse;
 using platform::HttpResult;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
 
@@ -103,26 +99,18 @@ TEST_F(PerformanceReportUploaderTest, AReportIsSentAsItLiesOnDiskAndThenGone) {
 
 TEST_F(PerformanceReportUploaderTest, AnAnswerDeliversRejectsOrAsksForAPause) {
     using enum PerformanceReportSendOutcome;
-    const struct {
-        int status;
-        PerformanceReportSendOutcome outcome;
-    } rows[] = {
+    const std::pair<int, PerformanceReportSendOutcome> rows[] = {
         {0, retryLater},   {100, retryLater}, {199, retryLater}, {200, delivered}, {299, delivered},
         {300, retryLater}, {301, retryLater}, {399, retryLater}, {400, rejected},  {404, rejected},
         {428, rejected},   {429, retryLater}, {430, rejected},   {499, rejected},  {500, retryLater},
         {503, retryLater}, {599, retryLater}, {600, retryLater}, {-1, retryLater},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(PerformanceReportDelivery::outcome(row.status), row.outcome) << row.status;
+    for (const auto& [status, outcome] : rows)
+        EXPECT_EQ(PerformanceReportDelivery::outcome(status), outcome) << status;
 }
 
 TEST_F(PerformanceReportUploaderTest, AFlushGoesOnAfterARejectionAndEndsAtTheFirstPause) {
-    const struct {
-        HttpResult answer;
-        std::size_t requests;
-        std::size_t left;
-        const char* line;
-    } rows[] = {
+    const std::tuple<HttpResult, std::size_t, std::size_t, const char*> rows[] = {
         {HttpResponse{.status = 200}, 3, 0, "1.json.gz 发送结果 delivered"},
         {HttpResponse{.status = 404}, 3, 0, "1.json.gz 发送结果 rejected"},
         {HttpResponse{.status = 429}, 1, 3, "1.json.gz 发送结果 retryLater"},
@@ -130,18 +118,18 @@ TEST_F(PerformanceReportUploaderTest, AFlushGoesOnAfterARejectionAndEndsAtTheFir
         {HttpResponse{.status = 0}, 1, 3, "1.json.gz 发送结果 retryLater"},
         {HttpFailure{.cause = "no route"}, 1, 3, "[WARNING] [PerfWatchdog] 性能报告：网络失败，稍后重试：no route"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
+    for (const auto& [given, requests, left, line] : rows) {
+        SCOPED_TRACE(line);
         network.requests.clear();
         console.clear();
         spool(3);
-        answer(row.answer);
+        answer(given);
         uploader->flushPending();
         loop.playFor(10s);
-        EXPECT_THAT(network.requests, SizeIs(row.requests));
+        EXPECT_THAT(network.requests, SizeIs(requests));
         EXPECT_EQ(sentBodies().front(), "1.json.gz");
-        EXPECT_EQ(uploader->pendingCount(), row.left);
-        EXPECT_THAT(lines().front(), HasSubstr(row.line));
+        EXPECT_EQ(uploader->pendingCount(), left);
+        EXPECT_THAT(lines().front(), HasSubstr(line));
     }
     answer(HttpResponse{.status = 200});
     network.requests.clear();

@@ -11,18 +11,14 @@
 #include "platform/simulated/SimulatedStackSampler.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 #include <cstdlib>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
 
 using platform::HttpResponse;
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
 

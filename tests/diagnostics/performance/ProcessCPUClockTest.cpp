@@ -1,20 +1,14 @@
 #include "diagnostics/performance/ProcessCPUClock.h"
 
 #include "base/Date.h"
-
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
 
 TEST(ProcessCPUClockTest, TellsTheLoadBetweenTwoReadingsAndNothingWithoutTime) {
     const Date start = dateFromSecondsSince1970(1'772'000'000);
-    const struct {
-        const char* name;
-        Seconds at;
-        double cpuSeconds;
-        std::optional<double> percent;
-    } rows[] = {
+    const std::tuple<const char*, Seconds, double, std::optional<double>> rows[] = {
         {"the first only seeds", 0s, 5.0, std::nullopt},
         {"half a core", 4s, 7.0, 50.0},
         {"three cores", 6s, 13.0, 300.0},
@@ -28,10 +22,8 @@ TEST(ProcessCPUClockTest, TellsTheLoadBetweenTwoReadingsAndNothingWithoutTime) {
         {"which the next one corrects", 10s, 20.5, 0.0},
     };
     ProcessCPUClock clock;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(clock.sample(start + row.at, row.cpuSeconds), row.percent);
-    }
+    for (const auto& [name, at, cpuSeconds, percent] : rows)
+        EXPECT_EQ(clock.sample(start + at, cpuSeconds), percent) << name;
 }
 
 }  // namespace
