@@ -9,7 +9,9 @@ namespace quorvane {
 
 SimulatedDayTest::SimulatedDayTest()
     : tracker(std::make_unique<ActivityTracker>(runLoop, desktop, keyboard, mouse,
-                                                TrackerServices{.windowInfo = windowInfo}, console)) {}
+                                                TrackerServices{.windowInfo = windowInfo}, console)) {
+    desktop.setFrontmostSilently("org.example.editor", "Editor");
+}
 
 SimulatedDayTest::~SimulatedDayTest() {
     tracker.reset();
@@ -44,27 +46,28 @@ std::string SimulatedDayTest::timeText(Date date) const {
     return text;
 }
 
-std::vector<Seen> SimulatedDayTest::records() {
-    std::vector<Seen> seen;
-    for (const auto& record : storedRecords())
-        seen.push_back({record->appName().value_or("-"), timeText(record->startTime()),
-                        record->endTime() ? timeText(*record->endTime()) : ""});
+std::vector<std::string> SimulatedDayTest::records() {
+    std::vector<std::string> seen;
+    for (const auto& record : storedRecords()) {
+        seen.push_back(record->appName().value_or("-") + " " + timeText(record->startTime()));
+        if (record->endTime()) seen.back() += " to " + timeText(*record->endTime());
+    }
     return seen;
 }
 
-std::vector<std::string> SimulatedDayTest::newLines() {
+std::vector<std::string> SimulatedDayTest::newLines(bool ofTheTrackerAlone) {
+    const std::string name = "ActivityTracker: ";
     std::vector<std::string> lines;
     const auto all = console.lines();
-    for (; linesSeen_ < all.size(); ++linesSeen_)
-        if (all[linesSeen_].find("🔄 Tick called at") == std::string::npos) lines.push_back(all[linesSeen_]);
+    for (; linesSeen_ < all.size(); ++linesSeen_) {
+        const std::string& line = all[linesSeen_];
+        if (line.find("🔄 Tick called at") != std::string::npos) continue;
+        if (line.starts_with(name))
+            lines.push_back(line.substr(name.size()));
+        else if (!ofTheTrackerAlone)
+            lines.push_back(line);
+    }
     return lines;
-}
-
-std::vector<std::string> SimulatedDayTest::from(const std::string& service, const std::vector<std::string>& lines) {
-    std::vector<std::string> found;
-    for (const auto& line : lines)
-        if (line.starts_with(service + ":")) found.push_back(line);
-    return found;
 }
 
 }  // namespace quorvane

@@ -7,29 +7,15 @@
 #include "store/AppSettings.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
+#include "support/Testing.h"
 #include "tracking/ActivityTracker.h"
 
-#include <gmock/gmock.h>
 #include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace quorvane {
 
-/// A record as a day's list shows it, times of the day in the process's zone: "09:00:00.5".
-struct Seen {
-    std::string appName;
-    std::string start;
-    std::string end;  ///< "" while open
-    friend bool operator==(const Seen&, const Seen&) = default;
-    friend void PrintTo(const Seen& seen, std::ostream* out) {
-        *out << seen.appName << ' ' << seen.start << " - " << seen.end;
-    }
-};
-
-/// One day of one user in simulated time, from 08:00 on Wednesday, 4 March 2026: a desktop to act on, a tracker on a
-/// real store, and what both leave behind.
+/// One day of one user in simulated time, from 08:00 on Wednesday, 4 March 2026: a desktop to act on, with an editor
+/// in front, a tracker on a real store, and what both leave behind.
 class SimulatedDayTest : public testing::Test {
 protected:
     SimulatedDayTest();
@@ -42,16 +28,15 @@ protected:
     /// Stores the row that the settings screen would.
     std::shared_ptr<AppSettings> saveSettings(const std::function<void(AppSettings&)>& change);
 
-    /// All records of the store, oldest first, as another program sees them.
-    std::vector<Seen> records();
+    /// All records of the store, oldest first, as another program sees them: "Editor 09:00:00.5 to 09:40:00", and while
+    /// one is open "Editor 09:00:00.5". The times are those of the day in the process's zone.
+    std::vector<std::string> records();
     std::vector<std::shared_ptr<ActivityRecord>> storedRecords();
 
-    /// The lines of the console since the last call, without the tracker's periodic tick line.
-    std::vector<std::string> newLines();
+    /// The lines of the console since the last call, without the tracker's periodic tick line and the tracker's name.
+    std::vector<std::string> newLines(bool ofTheTrackerAlone = false);
+    std::vector<std::string> trackerLines() { return newLines(true); }
     void forgetLines() { newLines(); }
-
-    /// The lines of one service among them.
-    static std::vector<std::string> from(const std::string& service, const std::vector<std::string>& lines);
 
     [[nodiscard]] std::string timeText(Date date) const;
 
