@@ -4,16 +4,12 @@
 #include "platform/Clock.h"
 #include "store/ModelContext.h"
 #include "support/Matchers.h"
+#include "support/Testing.h"
+#include "support/TextTable.h"
 #include "transfer/TransferStore.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <sstream>
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Pair;
 
 namespace quorvane {
 namespace {
@@ -37,7 +33,7 @@ TEST(StoreLoadTest, CountsTheRowsOfEachEntityThatOccurredInTheOrderOfTheSchema) 
             "{\"entity\":\"Rule\"}\n{\"entity\":\"Project\"}\n{\"entity\":\"ActivityRecord\"}\n{\"entity\":\"Rule\"}"),
         ElementsAre(Pair("ActivityRecord", 1), Pair("Project", 1), Pair("Rule", 2)));
     EXPECT_EQ(store.rowCount(), 4U);  // each without an id got one of its own
-    EXPECT_THAT(store.dump(), testing::Not(HasSubstr("00000000-0000-0000-0000-000000000000")));
+    EXPECT_THAT(store.dump(), Not(HasSubstr("00000000-0000-0000-0000-000000000000")));
 }
 
 TEST(StoreLoadTest, GivesWhatALineLeavesOutItsDefaultAndOneInstantToAllOfIt) {
@@ -58,40 +54,22 @@ TEST(StoreLoadTest, ReplacesTheRowThatHasTheIdAndAllOfItAndFindsProjectsWherever
     const std::string inWeb = fmt::format(R"("project_id":"{}")", webId);
     const std::string renamed =
         fmt::format(R"({{"entity":"Project","id":"{}","name":"Renamed"}})", text::lowercased(webId));
-    struct Row {
-        const char* name;
-        std::vector<std::string> loads;
-        std::size_t rowCount;
-        std::vector<std::string> expected;
-    };
-    const Row rows[] = {
-        {"an attribute that is left out takes its default",
-         {web + ofWeb, recordWith(R"("app_name":"New")")},
-         2,
-         {R"("app_name":"New")", R"("window_title":null)", R"("project_id":null)"}},
-        {"what refers to a replaced project stays",
-         {web + ofWeb, renamed},
-         2,
-         {R"("name":"Renamed","color":null)", inWeb}},
-        {"the last line wins",
-         {recordWith(R"("tags":"First")") + recordWith(R"("tags":"Last")")},
-         1,
-         {R"("tags":"Last")"}},
-        {"a project that follows later", {ofWeb + web}, 2, {inWeb}},
-        {"a project that is taken away before it follows",
-         {ofWeb + recordWith(R"("project_id":null)") + web},
-         2,
-         {R"("project_id":null)"}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    const auto expectAfter = [](const std::vector<std::string>& loads, std::size_t rowCount,
+                                const std::vector<std::string>& pieces) {
         TransferStore store;
-        for (const std::string& lines : row.loads)
+        for (const std::string& lines : loads)
             store.load(lines);
-        EXPECT_EQ(store.rowCount(), row.rowCount);
-        for (const std::string& expected : row.expected)
-            EXPECT_THAT(store.dump(), HasSubstr(expected));
-    }
+        EXPECT_EQ(store.rowCount(), rowCount);
+        for (const std::string& piece : pieces)
+            EXPECT_THAT(store.dump(), HasSubstr(piece));
+    };
+    const std::string withoutProject = R"("project_id":null)";
+    expectAfter({web + ofWeb, recordWith(R"("app_name":"New")")}, 2,
+                {R"("app_name":"New")", R"("window_title":null)", withoutProject});
+    expectAfter({web + ofWeb, renamed}, 2, {R"("name":"Renamed","color":null)", inWeb});
+    expectAfter({recordWith(R"("tags":"First")") + recordWith(R"("tags":"Last")")}, 1, {R"("tags":"Last")"});
+    expectAfter({ofWeb + web}, 2, {inWeb});
+    expectAfter({ofWeb + recordWith(withoutProject) + web}, 2, {withoutProject});
 }
 
 TEST(StoreLoadTest, AcceptsTheFormsThatPeopleWrite) {
@@ -111,69 +89,17 @@ TEST(StoreLoadTest, AcceptsTheFormsThatPeopleWrite) {
 }
 
 TEST(StoreLoadTest, RefusesABadLineWithItsNumberAndCause) {
-    struct Row {
-        const char* line;
-        const char* cause;
-    };
-    const Row rows[] = {
-        {"not json", "this is not JSON \\(byte 2: .*\\)"},
-        {R"({"entity":"Rule")", "this is not JSON \\(byte 17: .*unexpected end of input.*\\)"},
-        {R"({"entity":"Rule"} x)", "this is not JSON .*"},
-        {"{\"entity\":\"Rule\",\"name\":\"\xFF\"}", "this is not JSON .*"},
-        {R"({"entity":"Rule","name":"\ud800"})", "this is not JSON .*"},
-        {R"({"entity":"Project","hourly_rate":1e999})", "this is not JSON .*"},
-        {"[]", "this is not an object"},
-        {"7", "this is not an object"},
-        {"", "the line is empty"},
-        {" \t\r", "the line is empty"},
-        {R"({"entity":"Rule","name":"a","name":"a"})", "the key \"name\" stands twice"},
-        {R"({"entity":"Rule","entity":"Rule"})", "the key \"entity\" stands twice"},
-        {R"({"name":"a"})", "there is no \"entity\""},
-        {R"({"entity":null})", "\"entity\" must be a text"},
-        {R"({"entity":"rule"})", "there is no entity \"rule\""},
-        {R"({"entity":"Bad\nname\u0007"})", "there is no entity \"Bad name \""},
-        {R"({"entity":"Rule","Name":"a"})", "Rule has no \"Name\""},
-        {R"({"entity":"Rule","project_id":null})", "Rule has no \"project_id\""},
-        {R"({"entity":"Rule","pk":1})", "Rule has no \"pk\""},
-        {R"({"entity":"ActivityRecord","project":1})", "ActivityRecord has no \"project\""},
-        {R"({"entity":"Rule","name":null})", "\"name\" can't be null"},
-        {R"({"entity":"Rule","id":null})", "\"id\" can't be null"},
-        {R"({"entity":"ActivityShare","project_ids":null})", "\"project_ids\" can't be null"},
-        {R"({"entity":"Rule","name":1})", "\"name\" must be a text"},
-        {R"({"entity":"Rule","name":{"a":"b"}})", "\"name\" must be a text"},
-        {R"({"entity":"Rule","name":["a"]})", "\"name\" must be a text"},
-        {R"({"entity":"Rule","priority":1.5})", "\"priority\" must be a whole number"},
-        {R"({"entity":"Rule","priority":1e2})", "\"priority\" must be a whole number"},
-        {R"({"entity":"Rule","priority":"1"})", "\"priority\" must be a whole number"},
-        {R"({"entity":"Rule","priority":9223372036854775808})", "\"priority\" is out of the range of 64-bit integers"},
-        {R"({"entity":"Rule","priority":-99999999999999999999})",
-         "\"priority\" is out of the range of 64-bit integers"},
-        {R"({"entity":"Rule","is_enabled":1})", "\"is_enabled\" must be true or false"},
-        {R"({"entity":"Project","hourly_rate":true})", "\"hourly_rate\" must be a number"},
-        {R"({"entity":"Project","hourly_rate":"1"})", "\"hourly_rate\" must be a number"},
-        {R"({"entity":"Rule","id":"98C2DF4C"})", "\"id\" must be a UUID like .*"},
-        {R"({"entity":"Rule","created_at":"2026-03-02"})", "\"created_at\" must be an instant like .*"},
-        {R"({"entity":"Rule","created_at":"2026-02-30T00:00:00Z"})", "\"created_at\" must be an instant like .*"},
-        {R"({"entity":"Rule","created_at":"2026-03-02T00:00:00"})", "\"created_at\" must be an instant like .*"},
-        {R"({"entity":"Rule","created_at":1772442000})", "\"created_at\" must be an instant like .*"},
-        {R"({"entity":"ActivityShare","project_ids":["x"]})", "\"project_ids\" must be a list of UUIDs"},
-        {R"({"entity":"ActivityShare","project_ids":[1]})", "\"project_ids\" must be a list of UUIDs"},
-        {R"({"entity":"ActivityShare","project_ids":[["a"]]})", "\"project_ids\" must be a list of UUIDs"},
-        {R"({"entity":"ActivityRecord","project_id":"nobody"})", "\"project_id\" must be a UUID like .*"},
-        {R"({"entity":"ActivityRecord","project_id":"11111111-1111-4111-8111-111111111111"})",
-         "\"project_id\" names no project: 11111111-1111-4111-8111-111111111111"},
-        {R"({"entity":"Schema","version":"2.0.0"})",
-         "the lines are of version \"2.0.0\"; only \"1.0.0\" can be loaded"},
-        {R"({"entity":"Schema"})", "\"version\" must be a text"},
-        {R"({"entity":"Schema","version":"1.0.0","x":1})", "Schema has no \"x\""},
-    };
     TransferStore store;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.line);
-        const std::string refusal = store.refusalOf(web + row.line + "\n" + recordWith("\"tags\":\"\""));
-        EXPECT_THAT(refusal, testing::MatchesRegex(std::string("line 2: ") + row.cause));
+    const auto expectRefused = [&](const std::string& line, const std::string& cause) {
+        SCOPED_TRACE(line);
+        const std::string refusal = store.refusalOf(web + line + "\n" + recordWith("\"tags\":\"\""));
+        EXPECT_THAT(refusal, MatchesRegex("line 2: " + cause));
         EXPECT_EQ(store.rowCount(), 0U);
-    }
+    };
+    for (const auto& row : textTable(QUORVANE_TRANSFER_DATA "/bad-lines.txt"))
+        expectRefused(row[0], row[1]);
+    expectRefused("{\"entity\":\"Rule\",\"name\":\"\xFF\"}", "this is not JSON .*");
+    expectRefused(" \t\r", "the line is empty");
 }
 
 TEST(StoreLoadTest, LeavesTheStoreAsItWasWhateverLineIsBad) {
@@ -187,7 +113,7 @@ TEST(StoreLoadTest, LeavesTheStoreAsItWasWhateverLineIsBad) {
             lines += i == bad     ? "{\n"
                      : i % 2 == 0 ? recordWith("\"tags\":\"x\"")
                                   : R"({"entity":"Project","id":")" + std::string(webId) + "\",\"name\":\"changed\"}\n";
-        EXPECT_THAT(store.refusalOf(lines), testing::StartsWith(fmt::format("line {}: ", bad)));
+        EXPECT_THAT(store.refusalOf(lines), StartsWith(fmt::format("line {}: ", bad)));
         EXPECT_EQ(store.dump(), before);
     }
 }
@@ -195,9 +121,9 @@ TEST(StoreLoadTest, LeavesTheStoreAsItWasWhateverLineIsBad) {
 TEST(StoreLoadTest, NamesTheFirstLineWhoseProjectIsNowhere) {
     TransferStore store;
     const std::string lost = recordWith(R"("project_id":"11111111-1111-4111-8111-111111111111")");
-    EXPECT_THAT(store.refusalOf(web + lost + web + lost), testing::StartsWith("line 2: "));
+    EXPECT_THAT(store.refusalOf(web + lost + web + lost), StartsWith("line 2: "));
     // Also when a later line has replaced the row.
-    EXPECT_THAT(store.refusalOf(lost + recordWith("\"project_id\":null")), testing::StartsWith("line 1: "));
+    EXPECT_THAT(store.refusalOf(lost + recordWith("\"project_id\":null")), StartsWith("line 1: "));
 }
 
 TEST(StoreLoadTest, ReportsInputThatFailsInTheMiddle) {

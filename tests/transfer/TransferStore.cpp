@@ -2,8 +2,8 @@
 
 #include "store/EntityDescription.h"
 #include "store/StoreDump.h"
+#include "support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <sstream>
 
 namespace quorvane {
