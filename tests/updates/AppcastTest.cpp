@@ -1,11 +1,9 @@
 #include "updates/Appcast.h"
 
+#include "support/Testing.h"
 #include "updates/SignedFeed.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
 
 namespace quorvane {
 
@@ -60,11 +58,7 @@ TEST(AppcastTest, RefusesWhatIsNoFeed) {
     const std::string laughs = R"(<?xml version="1.0"?><!DOCTYPE rss [<!ENTITY a "ha"><!ENTITY b "&a;&a;&a;">]>)"
                                "<rss><channel><item><title>&b;</title></item></channel></rss>";
     const std::string whole = feedOf(feedItem("1.0", "1"));
-    const struct {
-        const char* name;
-        std::string xml;
-        const char* expected;
-    } rows[] = {
+    const std::tuple<const char*, std::string, const char*> rows[] = {
         {"entities", laughs, "it declares a document type"},
         {"a file of the machine", "<!DOCTYPE rss SYSTEM \"file:///etc/passwd\"><rss><channel/></rss>",
          "it declares a document type"},
@@ -78,15 +72,15 @@ TEST(AppcastTest, RefusesWhatIsNoFeed) {
         {"nothing", "", "it is no XML: No document element found at byte 0"},
         {"JSON", "{\"items\": []}", "it is no XML: No document element found at byte 13"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(refusal(row.xml), row.expected) << row.name;
+    for (const auto& [name, xml, expected] : rows)
+        EXPECT_EQ(refusal(xml), expected) << name;
 }
 
 TEST(AppcastTest, ADeepFeedTakesNoStack) {
     std::string notes;
     for (int i = 0; i < 300'000; ++i)
         notes += "<a>";
-    EXPECT_THAT(refusal("<rss><channel><item><description>" + notes), testing::StartsWith("it is no XML: "));
+    EXPECT_THAT(refusal("<rss><channel><item><description>" + notes), StartsWith("it is no XML: "));
     notes += "x";
     for (int i = 0; i < 300'000; ++i)
         notes += "</a>";

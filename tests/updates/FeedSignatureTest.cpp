@@ -1,9 +1,7 @@
 #include "updates/FeedSignature.h"
 
+#include "support/Testing.h"
 #include "updates/SignedFeed.h"
-
-#include <gtest/gtest.h>
-#include <string>
 
 namespace quorvane {
 namespace {
@@ -13,13 +11,7 @@ TEST(FeedSignatureTest, HoldsForTheExactBytesAndTheKeyAlone) {
     const std::string good = signatureOf(feed);
     const auto key = FeedSignature::publicKey(testPublicKey());
     ASSERT_TRUE(key);
-    struct Row {
-        const char* name;
-        std::string bytes;
-        std::string signature;
-        bool expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::string, std::string, bool> rows[] = {
         {"right", feed, good, true},
         {"with a line end, as files have", feed, good + "\r\n", true},
         {"a byte more", feed + " ", good, false},
@@ -31,8 +23,8 @@ TEST(FeedSignatureTest, HoldsForTheExactBytesAndTheKeyAlone) {
         {"no base64", feed, "<html>", false},
         {"all zero", feed, std::string(86, 'A') + "==", false},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(FeedSignature::verifies(row.bytes, row.signature, *key), row.expected) << row.name;
+    for (const auto& [name, bytes, signature, expected] : rows)
+        EXPECT_EQ(FeedSignature::verifies(bytes, signature, *key), expected) << name;
     for (const char* text : {"", "AAAA", "no key", "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA"})
         EXPECT_FALSE(FeedSignature::publicKey(text)) << text;
 }

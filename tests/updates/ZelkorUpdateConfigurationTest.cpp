@@ -1,6 +1,6 @@
 #include "updates/ZelkorUpdateConfiguration.h"
 
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

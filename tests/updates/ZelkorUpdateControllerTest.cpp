@@ -6,17 +6,14 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/Builders.h"
 #include "support/RecordingConsole.h"
+#include "support/Testing.h"
 #include "updates/SignedFeed.h"
 #include "updates/ZelkorUpdateCommands.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
+#include <functional>
 
 namespace quorvane {
 
@@ -42,10 +39,11 @@ const AvailableUpdate newVersion{.version = {"1.3", "9"}, .link = "https://examp
 
 class ZelkorUpdateControllerTest : public testing::Test {
 protected:
+    static HttpResponse ok(const std::string& body) { return {.status = 200, .body = body}; }
     void publish(const std::string& feed) { publish(feed, signatureOf(feed)); }
     void publish(const std::string& feed, const std::string& signature) {
-        network.answers[feedURL] = HttpResponse{.status = 200, .body = feed};
-        network.answers[signatureURL] = HttpResponse{.status = 200, .body = signature};
+        network.answers[feedURL] = ok(feed);
+        network.answers[signatureURL] = ok(signature);
     }
 
     /// The application as it is after a start: what it kept is in the defaults.
@@ -61,6 +59,11 @@ protected:
                                               ++clients;
                                               return std::make_unique<platform::SimulatedHttpClient>(loop, network);
                                           }});
+    }
+
+    void check(ZelkorUpdateController& controller) {
+        controller.checkForUpdates();
+        loop.playFor(1s);
     }
 
     /// How often the feed itself was asked for.
@@ -173,8 +176,7 @@ TEST_F(ZelkorUpdateControllerTest, TheUserGetsAnAnswerEachTimeAlsoOfACheckThatRu
 TEST_F(ZelkorUpdateControllerTest, ASkippedVersionIsOfferedOnRequestAloneAndItsSuccessorByItself) {
     publish(feedOf(feedItem("1.3", "9")));
     auto controller = makeController();
-    controller->checkForUpdates();
-    loop.playFor(1s);
+    check(*controller);
     controller->skipVersion();
     EXPECT_EQ(controller->state(), UpdateState{});
 
@@ -183,8 +185,7 @@ TEST_F(ZelkorUpdateControllerTest, ASkippedVersionIsOfferedOnRequestAloneAndItsS
     loop.playFor(25h);
     EXPECT_EQ(checks(), 2);
     EXPECT_EQ(controller->state(), UpdateState{});
-    controller->checkForUpdates();
-    loop.playFor(1s);
+    check(*controller);
     EXPECT_EQ(controller->state(), (UpdateState{.kind = Kind::available, .wasAsked = true, .update = newVersion}));
     controller->dismiss();
 
@@ -207,79 +208,65 @@ TEST_F(ZelkorUpdateControllerTest, GoingAwayInTheMiddleOfACheckEndsIt) {
 }
 
 TEST_F(ZelkorUpdateControllerTest, AHostileServerIsRefusedWithOneLineAndAClearAnswer) {
+    using enum UpdateFailure;
     const std::string good = feedOf(feedItem("1.3", "9"));
-    const auto signedFeed = [this](const std::string& feed) { return [this, feed] { publish(feed); }; };
-    const auto with = [this, good](const std::string& url, const platform::HttpResult& answer) {
-        return [this, good, url, answer] {
-            publish(good);
-            network.answers[url] = answer;
-        };
-    };
-    const struct {
-        const char* name;
-        std::function<void()> arrange;
-        UpdateFailure failure;
-        const char* cause;
-    } rows[] = {
-        {"nobody there", [] {}, UpdateFailure::unreachable, "the feed: no such host"},
-        {"not found", with(feedURL, HttpResponse{.status = 404}), UpdateFailure::unreachable,
-         "the feed: the server answered with status 404"},
-        {"no answer", [this] { network.silent = {feedURL}; }, UpdateFailure::unreachable,
-         "the feed: there was no whole answer"},
-        {"not who it should be", with(feedURL, HttpFailure{HttpFailure::Kind::insecure, "wrong name"}),
-         UpdateFailure::insecure, "the feed: wrong name"},
-        {"leads elsewhere", with(feedURL, HttpFailure{HttpFailure::Kind::refused, "redirected"}),
-         UpdateFailure::untrusted, "the feed: redirected"},
-        {"too large", with(feedURL, HttpResponse{.status = 200, .body = std::string(1'048'577, ' ')}),
-         UpdateFailure::unreadable, "the feed: the answer is too large"},
-        {"no signature", with(signatureURL, HttpResponse{.status = 404}), UpdateFailure::untrusted,
-         "the signature: the server answered with status 404"},
-        {"signature broke off", with(signatureURL, HttpFailure{.cause = "reset"}), UpdateFailure::unreachable,
-         "the signature: reset"},
-        {"signature too large", with(signatureURL, HttpResponse{.status = 200, .body = std::string(1'025, 'A')}),
-         UpdateFailure::unreadable, "the signature: the answer is too large"},
-        {"a page", with(signatureURL, HttpResponse{.status = 200, .body = "<html></html>"}), UpdateFailure::untrusted,
-         "its signature is wrong"},
-        {"another key", [&] { publish(good, signatureOf(good, 2)); }, UpdateFailure::untrusted,
-         "its signature is wrong"},
-        {"signed before it was changed", [&] { publish(good + " ", signatureOf(good)); }, UpdateFailure::untrusted,
-         "its signature is wrong"},
-        {"no XML, unsigned", [this] { publish("<!DOCTYPE html>", "none"); }, UpdateFailure::untrusted,
-         "its signature is wrong"},
-        {"entities", signedFeed("<!DOCTYPE rss [<!ENTITY a \"b\">]>" + good), UpdateFailure::unreadable,
-         "it declares a document type"},
-        {"cut off", signedFeed(good.substr(0, 200)), UpdateFailure::unreadable,
-         "it is no XML: Error parsing start element tag at byte 199"},
-        {"no items", signedFeed(feedOf("")), UpdateFailure::unreadable, "it has no item with a version"},
-        {"plain link", signedFeed(feedOf(feedItem("1.3", "9", "http://example.org/get"))), UpdateFailure::unreadable,
-         "its version 1.3 (9) has no https address to get it from"},
-        {"a script for a link", signedFeed(feedOf(feedItem("1.3", "9", "javascript:alert(1)"))),
-         UpdateFailure::unreadable, "its version 1.3 (9) has no https address to get it from"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    const auto expectFailure = [&](const std::function<void()>& arrange, UpdateFailure failure,
+                                   const std::string& cause) {
+        SCOPED_TRACE(cause);
         network = {};
         console.clear();
-        row.arrange();
+        arrange();
         const auto controller = makeController();
         controller->checkForUpdates();
         loop.playFor(31s);
-        EXPECT_EQ(controller->state(), (UpdateState{.kind = Kind::failed, .wasAsked = true, .failure = row.failure}));
-        EXPECT_THAT(console.lines(), ElementsAre(testing::EndsWith(fmt::format(
-                                         "] [WARNING] [Updates] The update feed updates.example.org/api/v1/public/"
-                                         "app-updates/appcast.xml was refused: {}",
-                                         row.cause))));
+        EXPECT_EQ(controller->state(), (UpdateState{.kind = Kind::failed, .wasAsked = true, .failure = failure}));
+        EXPECT_THAT(console.lines(),
+                    ElementsAre(EndsWith("] [WARNING] [Updates] The update feed updates.example.org/api/"
+                                         "v1/public/app-updates/appcast.xml was refused: " +
+                                         cause)));
+    };
+    expectFailure([] {}, unreachable, "the feed: no such host");
+    expectFailure([&] { network.silent = {feedURL}; }, unreachable, "the feed: there was no whole answer");
+    const std::tuple<std::string, platform::HttpResult, UpdateFailure, const char*> answers[] = {
+        {feedURL, HttpResponse{.status = 404}, unreachable, "the feed: the server answered with status 404"},
+        {feedURL, HttpFailure{HttpFailure::Kind::insecure, "wrong name"}, insecure, "the feed: wrong name"},
+        {feedURL, HttpFailure{HttpFailure::Kind::refused, "redirected"}, untrusted, "the feed: redirected"},
+        {feedURL, ok(std::string(1'048'577, ' ')), unreadable, "the feed: the answer is too large"},
+        {signatureURL, HttpResponse{.status = 404}, untrusted, "the signature: the server answered with status 404"},
+        {signatureURL, HttpFailure{.cause = "reset"}, unreachable, "the signature: reset"},
+        {signatureURL, ok(std::string(1'025, 'A')), unreadable, "the signature: the answer is too large"},
+        {signatureURL, ok("<html></html>"), untrusted, "its signature is wrong"},
+    };
+    for (const auto& [url, answer, failure, cause] : answers) {
+        const auto arrange = [&, &given = answer, &where = url] {
+            publish(good);
+            network.answers[where] = given;
+        };
+        expectFailure(arrange, failure, cause);
     }
+    // Another key; signed before it was changed; no feed at all.
+    expectFailure([&] { publish(good, signatureOf(good, 2)); }, untrusted, "its signature is wrong");
+    expectFailure([&] { publish(good + " ", signatureOf(good)); }, untrusted, "its signature is wrong");
+    expectFailure([&] { publish("<!DOCTYPE html>", "none"); }, untrusted, "its signature is wrong");
+    const std::string noAddress = "its version 1.3 (9) has no https address to get it from";
+    const std::pair<std::string, std::string> feeds[] = {
+        {"<!DOCTYPE rss [<!ENTITY a \"b\">]>" + good, "it declares a document type"},
+        {good.substr(0, 200), "it is no XML: Error parsing start element tag at byte 199"},
+        {feedOf(""), "it has no item with a version"},
+        {feedOf(feedItem("1.3", "9", "http://example.org/get")), noAddress},
+        {feedOf(feedItem("1.3", "9", "javascript:alert(1)")), noAddress},
+    };
+    for (const auto& [feed, cause] : feeds)
+        expectFailure([&, &signedFeed = feed] { publish(signedFeed); }, unreadable, cause);
 }
 
 TEST_F(ZelkorUpdateControllerTest, AFeedThatGoesBackOffersNothingAndIsReported) {
     publish(feedOf(feedItem("1.1", "99") + feedItem("1.2", "4")));
     const auto controller = makeController();
-    controller->checkForUpdates();
-    loop.playFor(1s);
+    check(*controller);
     EXPECT_EQ(controller->state(), (UpdateState{.kind = Kind::upToDate, .wasAsked = true}));
-    EXPECT_THAT(console.lines(), ElementsAre(testing::EndsWith("was refused: its newest version, 1.2 (4), is older "
-                                                               "than the running one")));
+    EXPECT_THAT(console.lines(), ElementsAre(EndsWith("was refused: its newest version, 1.2 (4), is older "
+                                                      "than the running one")));
 }
 
 }  // namespace
