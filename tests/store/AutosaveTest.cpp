@@ -3,16 +3,12 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/Matchers.h"
 #include "support/TemporaryStore.h"
+#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class AutosaveTest : public testing::Test {
 protected:

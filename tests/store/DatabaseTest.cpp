@@ -1,9 +1,9 @@
 #include "store/Database.h"
 
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 #include <fmt/format.h>
-#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace quorvane {

@@ -9,14 +9,10 @@
 #include "store/Rule.h"
 #include "support/Builders.h"
 #include "support/TemporaryStore.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
-
-using testing::SizeIs;
 
 /// A value that no default has; `row` is what a relationship may lead to.
 SqlValue unusual(const AttributeDescription& attribute, const Entity& sample, std::int64_t row) {
@@ -71,21 +67,6 @@ TYPED_TEST(EntityTest, EveryAttributeIsStoredAndReadAgain) {
     EXPECT_TRUE(this->valuesOf(*found[1]) == expected[1]);
     for (std::size_t i = 0; i < expected[0].size(); ++i)
         EXPECT_FALSE(expected[0][i] == expected[1][i]) << this->description.attributes[i].name;
-}
-
-TEST(EntityDerivedTest, AnAnnotationLastsFromStartToEndEvenBackwards) {
-    ProjectTimeAnnotation annotation;
-    annotation.startTime = at("10:00:00");
-    annotation.endTime = at("09:30:00");
-    EXPECT_EQ(annotation.duration(), -1800s);
-}
-
-TEST(EntityDerivedTest, AShareOfNoProjectsIsOfAll) {
-    ActivityShare share;
-    EXPECT_FALSE(share.isProjectSpecific());
-    share.projectIds = {Uuid::random(), Uuid::random()};
-    EXPECT_TRUE(share.isProjectSpecific());
-    EXPECT_EQ(share.projectCount(), 2U);
 }
 
 }  // namespace

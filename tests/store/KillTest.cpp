@@ -2,10 +2,10 @@
 #include "store/ModelContainer.h"
 #include "support/Builders.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <csignal>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <random>
 #include <sys/wait.h>

@@ -3,18 +3,10 @@
 #include "store/RandomRecords.h"
 #include "support/Matchers.h"
 #include "support/TemporaryStore.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <vector>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::Field;
-using testing::IsEmpty;
 
 using Record = ActivityRecord;
 using Query = LiveQuery<Record>;
@@ -39,7 +31,7 @@ TEST_F(LiveQueryTest, ItTellsWhatCameWhatWentAndWhatStayedWithOtherValues) {
     std::vector<Change> told;
     const auto subscription = query.didChange.subscribe([&](const Change& change) { told.push_back(change); });
     const auto expectOne = [&](auto list, const std::shared_ptr<Record>& record) {
-        ASSERT_THAT(told, ElementsAre(Field(list, ElementsAre(record))));
+        ASSERT_THAT(told, ElementsAre(testing::Field(list, ElementsAre(record))));
         EXPECT_EQ(told[0].inserted.size() + told[0].removed.size() + told[0].updated.size(), 1U);
         told.clear();
     };

@@ -3,15 +3,10 @@
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Matchers.h"
 #include "support/TemporaryStore.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 using Record = ActivityRecord;
 
@@ -86,26 +81,21 @@ TEST_F(RelationshipTest, RemovingAProjectLeavesItsRecordsAndAnnotationsWithoutOn
     EXPECT_EQ(store.context().count(refersToNone(&ProjectTimeAnnotation::project)), 1U);
 }
 
-TEST_F(RelationshipTest, NothingLeadsToARemovedProjectAnyMore) {
-    const auto project = insertProject(context, "Website");
-    const auto prepared = aRecord().app("prepared").project(project).make();  // free, and leads there
-    const auto record = aRecord().in(context);
-    context.save();
-    context.remove(project);
-    context.insert(prepared);
-    record->project = project;
-    EXPECT_EQ(prepared->project(), nullptr);
-    EXPECT_EQ(record->project(), nullptr);
-    context.save();
-    EXPECT_EQ(context.count(refersToNone(&Record::project)), 2U);
-}
-
-TEST_F(RelationshipTest, AProjectThatWasNeverSavedCanBeRemovedAgain) {
-    const auto project = insertProject(context, "Website");
-    const auto record = aRecord().project(project).in(context);
-    context.remove(project);
-    context.save();
-    EXPECT_EQ(record->project(), nullptr);
+TEST_F(RelationshipTest, NothingLeadsToARemovedProjectAnyMoreSavedOrNot) {
+    for (const bool isSaved : {true, false}) {
+        const auto project = insertProject(context, "Website");
+        const auto prepared = aRecord().app("prepared").project(project).make();  // free, and leads there
+        const auto record = aRecord().project(project).in(context);
+        if (isSaved) context.save();
+        context.remove(project);
+        context.insert(prepared);
+        EXPECT_EQ(record->project(), nullptr);
+        record->project = project;
+        EXPECT_EQ(prepared->project(), nullptr);
+        EXPECT_EQ(record->project(), nullptr);
+        context.save();
+    }
+    EXPECT_EQ(context.count(refersToNone(&Record::project)), 4U);
     EXPECT_EQ(context.count<Project>(), 0U);
 }
 

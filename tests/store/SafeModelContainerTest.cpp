@@ -5,8 +5,8 @@
 #include "support/Matchers.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <stdexcept>
 #include <thread>
 
@@ -17,21 +17,23 @@ struct ProcessEnded : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// The ladder of attempts; the first `failures` of them fail.
+/// The ladder of attempts.
 class SafeModelContainerTest : public testing::Test {
 protected:
-    void configure(int failures) {
-        SafeModelContainer::configure({.file = folder / "store.sqlite",
-                                       .logger = &logger,
-                                       .open =
-                                           [this, failures](const ModelConfiguration& configuration) {
-                                               attempts.push_back(configuration);
-                                               if (std::ssize(attempts) <= failures)
-                                                   throw StoreError(StoreError::Code::failed,
-                                                                    "error " + std::to_string(attempts.size()));
-                                               return std::make_shared<ModelContainer>(configuration);
-                                           },
-                                       .fatal = [](const std::string& message) { throw ProcessEnded(message); }});
+    using Open = std::function<std::shared_ptr<ModelContainer>(const ModelConfiguration&)>;
+
+    void configure(const Open& open = {}) {
+        const auto end = [](const std::string& message) { throw ProcessEnded(message); };
+        SafeModelContainer::configure({.file = file, .logger = &logger, .open = open, .fatal = end});
+    }
+    /// The first `failures` of the attempts fail.
+    void failAtFirst(int failures) {
+        configure([this, failures](const ModelConfiguration& configuration) {
+            attempts.push_back(configuration);
+            if (std::ssize(attempts) <= failures)
+                throw StoreError(StoreError::Code::failed, "error " + std::to_string(attempts.size()));
+            return std::make_shared<ModelContainer>(configuration);
+        });
     }
     void TearDown() override { SafeModelContainer::reset(); }
 
@@ -46,6 +48,7 @@ protected:
     }
 
     TemporaryFolder folder;
+    const std::filesystem::path file = folder / "store.sqlite";
     platform::SimulatedRunLoop loop{at("09:00:00")};
     platform::RecordingSystemLog systemLog;
     RecordingConsole console;
@@ -54,64 +57,45 @@ protected:
 };
 
 TEST_F(SafeModelContainerTest, EachAttemptIsPlainerThanTheOneBeforeAndTheFirstThatSucceedsCounts) {
-    struct Row {
-        CloudDatabase cloudDatabase;
-        std::vector<std::string> failed;  ///< what the failure of the attempt before adds
-        std::string succeeded;            ///< empty: nothing is said
-    };
-    const Row rows[] = {
-        {CloudDatabase::automatic, {"INFO 开始创建 SwiftData 容器...", "INFO 尝试创建启用 CloudKit 的容器..."}, ""},
-        {CloudDatabase::none,
-         {"WARNING CloudKit 容器创建失败: error 1", "WARNING CloudKit 容器创建失败，回退到本地容器...",
-          "INFO 尝试创建禁用 CloudKit 的备用容器..."},
-         "INFO 备用容器创建成功"},
-        {CloudDatabase::none,
-         {"ERROR 备用容器创建失败: error 2", "WARNING 所有模型容器创建尝试都失败了，尝试使用最基本的配置..."},
-         "INFO 使用基本配置成功创建容器"},
-    };
-    std::vector<std::string> expected;
     for (int failures = 0; failures < 3; ++failures) {
         SCOPED_TRACE(failures);
-        const Row& row = rows[failures];
-        logger.clearLogs();
         attempts.clear();
         SafeModelContainer::reset();
-        configure(failures);
+        failAtFirst(failures);
         const ModelConfiguration& configuration = SafeModelContainer::sharedContainer().configuration();
-        EXPECT_EQ(configuration.file, folder / "store.sqlite");
+        EXPECT_EQ(configuration.file, file);
         EXPECT_TRUE(configuration.allowsSave);
-        EXPECT_EQ(configuration.cloudDatabase, row.cloudDatabase);
-        expected.insert(expected.end(), row.failed.begin(), row.failed.end());
-        auto all = expected;
-        if (!row.succeeded.empty()) all.push_back(row.succeeded);
-        EXPECT_EQ(lines(), all);
+        EXPECT_EQ(configuration.cloudDatabase, failures == 0 ? CloudDatabase::automatic : CloudDatabase::none);
+        EXPECT_THAT(attempts, SizeIs(failures + 1));
+        if (failures == 2) break;
+        (void)lines();
+        logger.clearLogs();
     }
+    EXPECT_THAT(lines(), ElementsAre("INFO 开始创建 SwiftData 容器...", "INFO 尝试创建启用 CloudKit 的容器...",
+                                     "WARNING CloudKit 容器创建失败: error 1",
+                                     "WARNING CloudKit 容器创建失败，回退到本地容器...",
+                                     "INFO 尝试创建禁用 CloudKit 的备用容器...", "ERROR 备用容器创建失败: error 2",
+                                     "WARNING 所有模型容器创建尝试都失败了，尝试使用最基本的配置...",
+                                     "INFO 使用基本配置成功创建容器"));
 }
 
 TEST_F(SafeModelContainerTest, WhenNothingOpensTheProcessEndsAndSaysWhatToDo) {
-    const std::string message = "无法创建任何 SwiftData 容器。所有尝试都失败了：\n1. CloudKit 容器创建失败或超时\n"
-                                "2. 本地容器创建失败\n3. 基本配置容器创建失败\n\n最后错误: error 3\n\n可能的原因：\n"
-                                "- 数据库文件损坏\n- 磁盘空间不足\n- 权限问题\n- SwiftData 配置错误\n\n建议：\n"
-                                "- 检查磁盘空间\n- 重启应用\n- 如果问题持续，可能需要删除应用数据并重新开始";
-    configure(3);
+    failAtFirst(3);
+    std::string message;
     try {
         (void)SafeModelContainer::sharedContainer();
-        FAIL() << "the process went on";
     } catch (const ProcessEnded& end) {
-        EXPECT_EQ(end.what(), message);
+        message = end.what();
     }
-    const auto logged = lines();
-    ASSERT_EQ(logged.size(), 9U);
-    EXPECT_EQ(logged[7], "ERROR 基本配置容器创建也失败: error 3");
-    EXPECT_EQ(logged[8], "ERROR " + message);
-    ASSERT_EQ(attempts.size(), 3U);
-    EXPECT_EQ(attempts[2].cloudDatabase, CloudDatabase::none);
-    EXPECT_TRUE(attempts[2].allowsSave);
+    EXPECT_THAT(message, AllOf(StartsWith("无法创建任何 SwiftData 容器。"), HasSubstr("最后错误: error 3\n"),
+                               EndsWith("如果问题持续，可能需要删除应用数据并重新开始")));
+    EXPECT_EQ(lines().back(), "ERROR " + message);
+    EXPECT_THAT(attempts, SizeIs(3));
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TEST_F(SafeModelContainerTest, ConcurrentFirstCallsAndLaterOnesGetOneContainer) {
-    configure(2);
+    failAtFirst(2);
     ModelContainer* fromThread = nullptr;
     std::thread thread([&] { fromThread = &SafeModelContainer::sharedContainer(); });
     ModelContainer* const here = &SafeModelContainer::sharedContainer();
@@ -125,12 +109,10 @@ TEST_F(SafeModelContainerTest, ConcurrentFirstCallsAndLaterOnesGetOneContainer) 
 
 TEST_F(SafeModelContainerTest, ADamagedStoreIsLeftToTheUser) {
     const std::string bytes = "SQLite format 3, but not really";
-    writeFile(folder / "store.sqlite", bytes);
-    SafeModelContainer::configure({.file = folder / "store.sqlite",
-                                   .logger = &logger,
-                                   .fatal = [](const std::string& message) { throw ProcessEnded(message); }});
+    writeFile(file, bytes);
+    configure();
     EXPECT_THROW((void)SafeModelContainer::sharedContainer(), ProcessEnded);
-    EXPECT_EQ(contentOf(folder / "store.sqlite"), bytes);
+    EXPECT_EQ(contentOf(file), bytes);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 

@@ -1,19 +1,14 @@
 #include "store/ModelContext.h"
 #include "support/Matchers.h"
 #include "support/TemporaryStore.h"
+#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <csignal>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::SizeIs;
 
 using Record = ActivityRecord;
 using Code = StoreError::Code;
@@ -58,6 +53,11 @@ protected:
         inserted = aRecord().from("11:00:00").app("inserted").project(project).in(context);
     }
 
+    void expectRefused(Code code, const std::string& cause) {
+        const StoreError error = storeErrorOf([&] { context.save(); });
+        EXPECT_EQ(error.code(), code);
+        EXPECT_EQ(error.what(), store.file().string() + ": " + cause);
+    }
     void expectNothingSaved() {
         EXPECT_TRUE(context.hasChanges());
         EXPECT_THAT(store.anotherContext()->fetch<Record>(),
@@ -80,9 +80,7 @@ TEST_F(SaveFailureTest, WhileAnotherProgramWritesTheChangesWait) {
     {
         SQLite::Database other(store.file().string(), SQLite::OPEN_READWRITE);
         other.exec("BEGIN IMMEDIATE");
-        const StoreError error = storeErrorOf([&] { context.save(); });
-        EXPECT_EQ(error.code(), Code::busy);
-        EXPECT_EQ(error.what(), store.file().string() + ": another program keeps the store locked");
+        expectRefused(Code::busy, "another program keeps the store locked");
         expectNothingSaved();
         inserted->windowTitle = "changed after the failure";
         other.exec("ROLLBACK");
@@ -96,9 +94,7 @@ TEST_F(SaveFailureTest, OnAFullDiskTheChangesWait) {
         aRecord().from("12:00:00").app("many").title(std::string(1000, 'x')).in(context);
     {
         const FileSizeLimit limit(std::filesystem::file_size(store.file().string() + "-wal") + 50000);
-        const StoreError error = storeErrorOf([&] { context.save(); });
-        EXPECT_EQ(error.code(), Code::diskFull);
-        EXPECT_EQ(error.what(), store.file().string() + ": the disk is full");
+        expectRefused(Code::diskFull, "the disk is full");
         EXPECT_TRUE(context.hasChanges());
         EXPECT_THAT(store.anotherContext()->fetch<Record>(), SizeIs(2));
         EXPECT_EQ(context.count<Record>(), 202U);
@@ -114,9 +110,7 @@ TEST_F(SaveFailureTest, AFailureHalfWayUndoesTheFirstHalf) {
         SQLite::Database other(store.file().string(), SQLite::OPEN_READWRITE);
         other.exec("CREATE TRIGGER refuse BEFORE UPDATE ON activity_record BEGIN SELECT RAISE(ABORT, 'refused'); END");
         for (int attempt = 0; attempt < 3; ++attempt) {
-            const StoreError error = storeErrorOf([&] { context.save(); });  // removals and insertions come before
-            EXPECT_EQ(error.code(), Code::failed);
-            EXPECT_THAT(error.what(), HasSubstr("refused"));
+            expectRefused(Code::failed, "refused");  // removals and insertions come before
             expectNothingSaved();
         }
         other.exec("DROP TRIGGER refuse");

@@ -3,15 +3,10 @@
 #include "support/Matchers.h"
 #include "support/OtherProcess.h"
 #include "support/TemporaryStore.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::SizeIs;
 
 using Record = ActivityRecord;
 
@@ -123,7 +118,7 @@ TEST_F(SharedFileTest, ALiveQueryLearnsOfForeignRowsWhenItIsRefreshed) {
     EXPECT_THAT(query.results(), ElementsAre(isRecord("came", "12:00:00"), isRecord("moved", "15:00:00")));
     EXPECT_THAT(told.inserted, ElementsAre(isRecord("came", "12:00:00")));
     EXPECT_THAT(told.updated, ElementsAre(moved));
-    EXPECT_THAT(told.removed, testing::UnorderedElementsAre(gone, leaving));
+    EXPECT_THAT(told.removed, UnorderedElementsAre(gone, leaving));
 }
 
 TEST_F(SharedFileTest, AFurtherContextLeavesTheLocksOfTheFirstAlone) {
@@ -155,9 +150,8 @@ TEST_F(SharedFileTest, TwoProgramsMayMakeTheStoreAtTheSameTime) {
         OtherProcess a(open);
         OtherProcess b(open);
         OtherProcess c(open);
-        EXPECT_EQ(a.wait(), "saved");
-        EXPECT_EQ(b.wait(), "saved");
-        EXPECT_EQ(c.wait(), "saved");
+        for (OtherProcess* one : {&a, &b, &c})
+            EXPECT_EQ(one->wait(), "saved");
         EXPECT_EQ(ModelContainer({.file = folder / "new" / "store.sqlite"}).mainContext().count<Record>(), 3U);
     }
 }
