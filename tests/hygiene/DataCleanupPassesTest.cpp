@@ -4,14 +4,11 @@
 #include "support/Matchers.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
 
 namespace quorvane {
 namespace {
 
 using namespace DataCleanupPasses;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class DataCleanupPassesTest : public HygieneTest {
 protected:
@@ -37,69 +34,56 @@ protected:
 // --- Abnormal durations -------------------------------------------------------------------------------------------
 
 TEST_F(DataCleanupPassesTest, RecordsOfMoreThanADayGo) {
-    add("Day", "2026-02-20 09:00:00", "2026-02-21 09:00:00");
-    add("Longer", "2026-02-22 09:00:00", "2026-02-23 09:00:01");
-    add("Backwards", "2026-02-25 09:00:00", "2026-02-24 09:00:00");
-    add("Open", "2026-03-01 11:59:59.5");
-    add("OpenForADay", "2026-03-01 12:00:00");
-    add("OpenTomorrow", "2026-03-04 12:00:00");
-    add("Tomorrow", "2026-03-05 12:00:00", "2026-03-06 13:00:00");
-    add("", "2026-02-27 09:00:00", "2026-03-01 21:00:00")->appName = std::nullopt;
-    context().save();
+    given({"Day 2026-02-20 09:00:00 to 2026-02-21 09:00:00", "Longer 2026-02-22 09:00:00 to 2026-02-23 09:00:01",
+           "Backwards 2026-02-25 09:00:00 to 2026-02-24 09:00:00", "Open 2026-03-01 11:59:59.5",
+           "OpenForADay 2026-03-01 12:00:00", "OpenTomorrow 2026-03-04 12:00:00",
+           "Tomorrow 2026-03-05 12:00:00 to 2026-03-06 13:00:00", "- 2026-02-27 09:00:00 to 2026-03-01 21:00:00"});
     EXPECT_THAT(linesOf(removeAbnormalDurations),
                 ElementsAre("发现异常记录 - Longer 持续 24.0 小时", "发现异常记录 - 未知应用 持续 60.0 小时",
                             "发现未结束的旧记录 - Open 开始于 24.0 小时前", "发现异常记录 - Tomorrow 持续 25.0 小时",
                             "删除异常记录 - Longer", "删除异常记录 - 未知应用", "删除异常记录 - Open",
                             "删除异常记录 - Tomorrow", "删除了 4 条异常记录"));
-    EXPECT_THAT(stored(), ElementsAre(isRecord("Day", "2026-02-20 09:00:00", "2026-02-21 09:00:00"),
-                                      isRecord("Backwards", "2026-02-25 09:00:00", "2026-02-24 09:00:00"),
-                                      isRecord("OpenForADay", "2026-03-01 12:00:00"),
-                                      isRecord("OpenTomorrow", "2026-03-04 12:00:00")));
+    expectStored({"Day 2026-02-20 09:00:00 to 2026-02-21 09:00:00",
+                  "Backwards 2026-02-25 09:00:00 to 2026-02-24 09:00:00", "OpenForADay 2026-03-01 12:00:00",
+                  "OpenTomorrow 2026-03-04 12:00:00"});
     EXPECT_THAT(linesOf(removeAbnormalDurations), IsEmpty());
 }
 
 // --- Future dates -------------------------------------------------------------------------------------------------
 
 TEST_F(DataCleanupPassesTest, WhatStartsLaterThanNowGoes) {
-    add("Now", "12:00:00", "12:10:00");
-    add("Tomorrow", "2026-03-03 09:00:00");
-    add("Soon", "12:00:01", "11:00:00")->appName = std::nullopt;
-    context().save();
+    given({"Now 12:00:00 to 12:10:00", "Tomorrow 2026-03-03 09:00:00", "- 12:00:01 to 11:00:00"});
     EXPECT_THAT(linesOf(removeFutureDates),
                 ElementsAre("发现未来日期的记录 - 未知应用 开始时间: 2026-03-02 12:00:01 +0000",
                             "删除未来日期的记录 - 未知应用",
                             "发现未来日期的记录 - Tomorrow 开始时间: 2026-03-03 09:00:00 +0000",
                             "删除未来日期的记录 - Tomorrow", "删除了 2 条未来日期的记录"));
-    EXPECT_THAT(stored(), ElementsAre(isRecord("Now", "12:00:00", "12:10:00")));
+    expectStored({"Now 12:00:00 to 12:10:00"});
     EXPECT_THAT(linesOf(removeFutureDates), IsEmpty());
 }
 
 // --- Overlapping pairs --------------------------------------------------------------------------------------------
 
 TEST_F(DataCleanupPassesTest, SmallOverlapsAreCutAndLargeOnesCostTheShorterRecord) {
-    add("A", "09:00:00", "09:10:00");
-    add("B", "09:05:00", "09:30:00");    // 300 s
-    add("C", "09:24:59.5", "10:00:00");  // 300.5 s: B is shorter
-    add("D", "09:50:00", "10:25:00.5");  // 600 s, as long as C: the later one goes
-    add("E", "10:25:00.5", "10:30:00");  // touches
+    given({
+        "A 09:00:00 to 09:10:00",
+        "B 09:05:00 to 09:30:00",    // 300 s
+        "C 09:24:59.5 to 10:00:00",  // 300.5 s: B is shorter
+        "D 09:50:00 to 10:25:00.5",  // 600 s, as long as C: the later one goes
+        "E 10:25:00.5 to 10:30:00",  // touches
+    });
     EXPECT_THAT(linesOf(resolveOverlappingPairs),
                 ElementsAre("发现重叠记录 - A 和 B", "调整 A 的结束时间到 2026-03-02 09:05:00 +0000",
                             "发现重叠记录 - B 和 C", "删除较短的记录 - B", "发现重叠记录 - C 和 D",
                             "删除较短的记录 - D", "处理了 2 条重叠记录，修改了 1 条记录"));
-    const auto left = stored();
-    EXPECT_THAT(left, ElementsAre(isRecord("A", "09:00:00", "09:05:00"), isRecord("C", "09:24:59.5", "10:00:00"),
-                                  isRecord("E", "10:25:00.5", "10:30:00")));
+    const auto left = expectStored({"A 09:00:00 to 09:05:00", "C 09:24:59.5 to 10:00:00", "E 10:25:00.5 to 10:30:00"});
     EXPECT_EQ(left[0]->updatedAt(), runLoop.now());
     EXPECT_EQ(left[1]->updatedAt(), at("10:00:00"));
     EXPECT_THAT(linesOf(resolveOverlappingPairs), IsEmpty());
 }
 
 TEST_F(DataCleanupPassesTest, ARecordThatIsToGoStillMeetsItsNextNeighbourAndCountsOnce) {
-    add("Long", "09:00:00", "10:00:00");
-    add("Middle", "09:10:00", "09:30:00");
-    add("Next", "09:20:00", "11:00:00")->appName = std::nullopt;
-    add("Open", "10:57:00");
-    context().save();
+    given({"Long 09:00:00 to 10:00:00", "Middle 09:10:00 to 09:30:00", "- 09:20:00 to 11:00:00", "Open 10:57:00"});
     EXPECT_THAT(linesOf(resolveOverlappingPairs),
                 ElementsAre("发现重叠记录 - Long 和 Middle", "删除较短的记录 - Middle", "发现重叠记录 - Middle 和 未知",
                             "删除较短的记录 - Middle", "发现重叠记录 - 未知 和 Open",
@@ -109,9 +93,7 @@ TEST_F(DataCleanupPassesTest, ARecordThatIsToGoStillMeetsItsNextNeighbourAndCoun
 }
 
 TEST_F(DataCleanupPassesTest, AnOldOpenRecordSeparatesNobody) {
-    add("OldAndOpen", "2026-01-01 09:00:00");
-    add("A", "09:00:00", "09:10:00");
-    add("B", "09:09:00", "09:30:00");
+    given({"OldAndOpen 2026-01-01 09:00:00", "A 09:00:00 to 09:10:00", "B 09:09:00 to 09:30:00"});
     EXPECT_THAT(linesOf(resolveOverlappingPairs, at("2026-02-16 12:00:00")),
                 ElementsAre("发现重叠记录 - A 和 B", "调整 A 的结束时间到 2026-03-02 09:09:00 +0000",
                             "处理了 0 条重叠记录，修改了 1 条记录"));
@@ -123,11 +105,7 @@ TEST_F(DataCleanupPassesTest, OpenRecordsOfMoreThanAnHourEndAfterOne) {
     add("Ended", "07:00:00", "09:00:00");
     EXPECT_THAT(linesOf(endForgottenRecords), IsEmpty());
     EXPECT_THAT(linesOf(endActiveRecords), IsEmpty());
-    add("Yesterday", "2026-03-01 13:00:00");
-    add("Soon", "12:01:00");
-    add("", "10:59:59.5")->appName = std::nullopt;
-    add("Hour", "11:00:00");
-    context().save();
+    given({"Yesterday 2026-03-01 13:00:00", "Soon 12:01:00", "- 10:59:59.5", "Hour 11:00:00"});
     EXPECT_THAT(linesOf(endForgottenRecords),
                 ElementsAre("发现 4 条未结束的记录", "自动结束旧记录 - Yesterday", "自动结束旧记录 - 未知应用"));
     const auto left = stored();
@@ -139,9 +117,7 @@ TEST_F(DataCleanupPassesTest, OpenRecordsOfMoreThanAnHourEndAfterOne) {
 }
 
 TEST_F(DataCleanupPassesTest, EndingActiveRecordsSparesNone) {
-    add("Old", "2026-01-01 09:00:00");
-    add("", "11:59:00")->appName = std::nullopt;
-    context().save();
+    given({"Old 2026-01-01 09:00:00", "- 11:59:00"});
     EXPECT_THAT(linesOf(endActiveRecords),
                 ElementsAre("结束活跃记录 - Old", "结束活跃记录 - 未知应用", "结束了 2 条活跃记录"));
     for (const auto& record : stored()) {
@@ -163,8 +139,7 @@ TEST_F(DataCleanupPassesTest, NeighboursOfOneApplicationBecomeTheEarlierRecord) 
     EXPECT_THAT(linesOf(mergeAdjacentRecords),
                 ElementsAre("发现可合并的相邻记录 - Editor", "  当前记录: 30.0秒, 下一记录: 540.0秒, 间隔: 30.0秒",
                             "合并记录 - Editor 合并后时长 10.0 分钟", "合并了 1 对相邻记录，删除了 1 条记录"));
-    const auto left = stored();
-    EXPECT_THAT(left, ElementsAre(isRecord("Editor", "09:00:00", "09:10:00")));
+    const auto left = expectStored({"Editor 09:00:00 to 09:10:00"});
     EXPECT_EQ(left[0]->id(), earlier->id());
     EXPECT_EQ(left[0]->windowTitle(), "earlier");
     EXPECT_EQ(left[0]->tags(), "");
@@ -199,37 +174,27 @@ TEST_F(DataCleanupPassesTest, MergingStaysBehindTheCutOff) {
 // --- Short records ------------------------------------------------------------------------------------------------
 
 TEST_F(DataCleanupPassesTest, ShortRecordsGoInFavourOfTheLongestOfAnyApplication) {
-    add("Long", "09:00:00", "09:01:00");
-    add("Short", "09:01:00", "09:01:19.9");
-    add("Twenty", "09:01:20", "09:01:40");
-    add("", "09:01:40", "09:01:45")->appName = std::nullopt;
-    add("Alone", "09:02:00", "09:02:05");
-    context().save();
+    given({"Long 09:00:00 to 09:01:00", "Short 09:01:00 to 09:01:19.9", "Twenty 09:01:20 to 09:01:40",
+           "- 09:01:40 to 09:01:45", "Alone 09:02:00 to 09:02:05"});
     EXPECT_THAT(linesOf(mergeShortRecords),
                 ElementsAre("找到 5 条5分钟前的记录", "分成了 2 个2分钟时间窗口",
                             "时间窗口 2026-03-02 09:00:00 +0000 - 2026-03-02 09:02:00 +0000",
                             "  窗口内有 4 条记录，其中 2 条短记录", "  最长记录: Long (60.0秒)",
                             "    删除短记录: Short (19.9秒)", "    删除短记录: 未知 (5.0秒)", "✅ 智能合并完成",
                             "  处理了 1 个时间窗口", "  删除了 2 条短记录", "  节省了约 30.0 秒的记录碎片"));
-    EXPECT_THAT(stored(),
-                ElementsAre(isRecord("Long", "09:00:00", "09:01:00"), isRecord("Twenty", "09:01:20", "09:01:40"),
-                            isRecord("Alone", "09:02:00", "09:02:05")));
+    expectStored({"Long 09:00:00 to 09:01:00", "Twenty 09:01:20 to 09:01:40", "Alone 09:02:00 to 09:02:05"});
 }
 
 TEST_F(DataCleanupPassesTest, OfShortRecordsAloneTheFirstOfTheLongestStays) {
-    add("A", "09:00:00", "09:00:05");
-    add("B", "09:00:10", "09:00:19");
-    add("C", "09:00:20", "09:00:29");
-    add("Backwards", "09:00:30", "09:00:25");
+    given({"A 09:00:00 to 09:00:05", "B 09:00:10 to 09:00:19", "C 09:00:20 to 09:00:29",
+           "Backwards 09:00:30 to 09:00:25"});
     linesOf(mergeShortRecords);
-    EXPECT_THAT(stored(), ElementsAre(isRecord("B", "09:00:10", "09:00:19")));
+    expectStored({"B 09:00:10 to 09:00:19"});
 }
 
 TEST_F(DataCleanupPassesTest, NothingOfTheLastFiveMinutesIsTouched) {
-    add("Ended", "11:54:00", "11:54:50");
-    add("EndedFourMinutesAgo", "11:55:51", "11:56:00");
-    add("EndedFiveMinutesAgo", "11:54:50", "11:55:00");
-    add("Open", "11:54:55");
+    given({"Ended 11:54:00 to 11:54:50", "EndedFourMinutesAgo 11:55:51 to 11:56:00",
+           "EndedFiveMinutesAgo 11:54:50 to 11:55:00", "Open 11:54:55"});
     EXPECT_THAT(linesOf(mergeShortRecords),
                 ElementsAre("找到 1 条5分钟前的记录", "分成了 1 个2分钟时间窗口", "没有发现需要合并的短时间记录"));
     runLoop.setClock(at("12:00:00.5"));

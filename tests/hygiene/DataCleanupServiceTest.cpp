@@ -3,16 +3,10 @@
 #include "hygiene/HygieneTest.h"
 #include "support/Matchers.h"
 
-#include <gmock/gmock.h>
 #include <optional>
 
 namespace quorvane {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 class DataCleanupServiceTest : public HygieneTest {
 protected:
@@ -81,7 +75,7 @@ TEST_F(DataCleanupServiceTest, ABackgroundRunLooksBackFourteenDays) {
     add("OldAndOpen", "2026-01-01 09:00:00");
     service->performBackgroundCleanup();
     runLoop.runPosted();
-    EXPECT_THAT(stored(), ElementsAre(isRecord("JustBefore", "2026-02-16 11:59:59", "2026-02-17 12:59:59")));
+    expectStored({"JustBefore 2026-02-16 11:59:59 to 2026-02-17 12:59:59"});
     service->performSynchronousCleanup();
     EXPECT_THAT(stored(), IsEmpty());
 }
@@ -102,8 +96,7 @@ TEST_F(DataCleanupServiceTest, APassThatCannotReadSaysSoAndTheNextOneRuns) {
 }
 
 TEST_F(DataCleanupServiceTest, WhatAFailedSaveLeftBehindGoesWithTheNextOne) {
-    add("Longer", "2026-02-27 09:00:00", "2026-03-01 09:00:00");
-    add("Open", "10:00:00");
+    given({"Longer 2026-02-27 09:00:00 to 2026-03-01 09:00:00", "Open 10:00:00"});
     refuse("DELETE");
     service->performSynchronousCleanup();
     // Until then every save carries the deletion, and so the later pass fails as well.
@@ -113,11 +106,10 @@ TEST_F(DataCleanupServiceTest, WhatAFailedSaveLeftBehindGoesWithTheNextOne) {
                             "检查重叠记录...", "检查未结束的记录...", "发现 1 条未结束的记录", "自动结束旧记录 - Open",
                             StartsWith("处理未结束记录失败: "), "检查相邻的相同应用记录...",
                             "没有发现需要合并的相邻记录", "同步数据清理完成"));
-    EXPECT_THAT(stored(), ElementsAre(isRecord("Longer", "2026-02-27 09:00:00", "2026-03-01 09:00:00"),
-                                      isRecord("Open", "10:00:00")));
+    expectStored({"Longer 2026-02-27 09:00:00 to 2026-03-01 09:00:00", "Open 10:00:00"});
     allow("DELETE");
     add("Open", "11:59:00");
-    EXPECT_THAT(stored(), ElementsAre(isRecord("Open", "10:00:00", "11:00:00"), isRecord("Open", "11:59:00")));
+    expectStored({"Open 10:00:00 to 11:00:00", "Open 11:59:00"});
 }
 
 TEST_F(DataCleanupServiceTest, FromAnotherThreadThePassesMoveToTheMainOne) {

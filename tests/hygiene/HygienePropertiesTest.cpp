@@ -5,15 +5,12 @@
 #include "store/RecordSpans.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
 #include <tuple>
 
 namespace quorvane {
 namespace {
 
 using DataCleanupPasses::Scope;
-using testing::Contains;
-using testing::HasSubstr;
 
 constexpr unsigned histories = 10;
 

@@ -4,14 +4,10 @@
 #include "store/OverlapDetectionService.h"
 #include "store/SqlTrace.h"
 
-#include <gmock/gmock.h>
 #include <tuple>
 
 namespace quorvane {
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 /// The traced statements of a history's store, and how the database goes about them.
 class HygieneQueriesTest : public HygieneTest {

@@ -6,11 +6,9 @@
 #include "support/Builders.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
+#include "support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace quorvane {
 
@@ -20,6 +18,12 @@ protected:
     explicit HygieneTest(const std::string& service = "OverlapDetectionService") : prefix_(service + ": ") {}
 
     ModelContext& context() { return store.context(); }
+
+    /// Saves records such as "Editor 09:00:00 to 09:30:00"; without an end it is open, and "-" has no name.
+    void given(const std::vector<std::string>& records);
+
+    /// The file holds these records and no others. They come back.
+    std::vector<std::shared_ptr<ActivityRecord>> expectStored(const std::vector<std::string>& records);
 
     /// A saved record; without an end it is open.
     std::shared_ptr<ActivityRecord> add(const std::string& app, std::string_view start, std::string_view end = {});

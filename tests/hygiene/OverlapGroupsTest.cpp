@@ -1,9 +1,7 @@
 #include "store/OverlapGroups.h"
 
 #include "support/Builders.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane::OverlapGroups {
 
@@ -23,13 +21,7 @@ RecordSpan span(double start, std::optional<double> end = std::nullopt) {
 }
 
 TEST(OverlapGroupsTest, AGroupIsARunInWhichEachStartsBeforeThePreviousEnds) {
-    struct Row {
-        const char* name;
-        std::vector<RecordSpan> spans;
-        std::vector<Range> groups;
-        std::size_t complete;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<RecordSpan>, std::vector<Range>, std::size_t> rows[] = {
         {"no record", {}, {}, 0},
         {"one record", {span(-900, -100)}, {}, 0},
         {"touching", {span(-900, -500), span(-500, -100)}, {}, 1},
@@ -47,22 +39,16 @@ TEST(OverlapGroupsTest, AGroupIsARunInWhichEachStartsBeforeThePreviousEnds) {
         {"ends before it starts", {span(-900, -950), span(-900, -100)}, {}, 0},
         {"same start", {span(-900, -100), span(-900, -100), span(-50, 0)}, {{0, 2}}, 2},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(find(row.spans, now), row.groups);
-        EXPECT_EQ(completeSpans(row.spans, now), row.complete);
+    for (const auto& [name, spans, groups, complete] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(find(spans, now), groups);
+        EXPECT_EQ(completeSpans(spans, now), complete);
     }
 }
 
 TEST(OverlapGroupsTest, FromAnOverlapOf300SecondsTheShorterRecordGoes) {
     using enum Resolution;
-    struct Row {
-        const char* name;
-        RecordSpan first;
-        RecordSpan second;
-        Resolution expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, RecordSpan, RecordSpan, Resolution> rows[] = {
         {"touching", span(-900, -500), span(-500, -100), none},
         {"by 299.5 s", span(-900, -200.5), span(-500, -100), endFirst},
         {"by 300 s, second shorter", span(-900, -200), span(-500, -100), removeSecond},
@@ -73,10 +59,8 @@ TEST(OverlapGroupsTest, FromAnOverlapOf300SecondsTheShorterRecordGoes) {
         {"open second is shorter", span(-900, -50), span(-500), removeSecond},
         {"open first, second in the future", span(-900), span(100, 500), none},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(resolve(row.first, row.second, now), row.expected);
-    }
+    for (const auto& [name, first, second, expected] : rows)
+        EXPECT_EQ(resolve(first, second, now), expected) << name;
 }
 
 }  // namespace

@@ -1,16 +1,10 @@
 #include "store/RecordHygiene.h"
 
 #include "support/Builders.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane::RecordHygiene {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
 
 const Date now = at("12:00:00");
 
@@ -24,13 +18,7 @@ RecordSpan lasting(Seconds offset, Seconds duration, std::string bundleId = "a")
 
 TEST(RecordHygieneTest, TheOverlapDecidesBetweenAnEarlierEndAndTheShorterRecord) {
     using enum OverlapDecision;
-    struct Row {
-        const char* name;
-        RecordSpan first;
-        RecordSpan second;
-        OverlapDecision expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, RecordSpan, RecordSpan, OverlapDecision> rows[] = {
         {"apart", lasting(-1000s, 100s), lasting(-800s, 100s), none},
         {"touching", lasting(-1000s, 200s), lasting(-800s, 100s), none},
         {"open first", span(now - 1000s, std::nullopt), lasting(-800s, 100s), none},
@@ -43,10 +31,8 @@ TEST(RecordHygieneTest, TheOverlapDecidesBetweenAnEarlierEndAndTheShorterRecord)
         {"open second is shorter", lasting(-1000s, 850s), span(now - 800s, std::nullopt), removeSecond},
         {"same start", lasting(-1000s, 100s), lasting(-1000s, 900s), endFirst},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(decideOverlap(row.first, row.second, now), row.expected);
-    }
+    for (const auto& [name, first, second, expected] : rows)
+        EXPECT_EQ(decideOverlap(first, second, now), expected) << name;
 }
 
 /// The starts of the merged pairs, relative to now.
@@ -61,20 +47,17 @@ std::vector<std::pair<Seconds, Seconds>> mergedStarts(const std::vector<RecordSp
 }
 
 TEST(RecordHygieneTest, NeighboursMergeWhenBothAreLongAndTheGapIsSmall) {
-    struct Row {
+    const struct {
         const char* name;
         RecordSpan second;  ///< behind a first of 30 s that ends at now
         bool expected;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"gap of 30 s", lasting(30s, 30s), true},    {"gap of 30.5 s", lasting(30.5s, 30s), false},
         {"no gap", lasting(0s, 30s), true},          {"gap of -1 s", lasting(-1s, 30s), false},
         {"29.9 s long", lasting(10s, 29.9s), false}, {"another application", lasting(10s, 60s, "b"), false},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(mergedStarts({lasting(-30s, 30s), row.second}).size(), row.expected ? 1 : 0);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(mergedStarts({lasting(-30s, 30s), row.second}).size(), row.expected ? 1 : 0) << row.name;
     EXPECT_THAT(mergedStarts({lasting(-30s, 29.9s), lasting(10s, 60s)}), IsEmpty());
 }
 
