@@ -5,43 +5,29 @@
 #include "platform/simulated/SimulatedRecordContainer.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/RecordingConsole.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
 
 using platform::CloudFailure;
 using platform::DatabaseScope;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 TEST(CloudKitDataStrategyTest, EachTypeHasItsDatabaseAndItsPredicate) {
-    struct Row {
-        const char* type;
-        DatabaseScope scope;
-        CloudKitDataStrategy::Predicate ofAUser;
-        CloudKitDataStrategy::Predicate ofNobody{};
-    };
     const CloudKitDataStrategy::Predicate user{{"userId", "u1"}};
     const CloudKitDataStrategy::Predicate active{{"isActive", true}};
-    const Row rows[] = {{"ActivityRecord", DatabaseScope::privateData, user},
-                        {"Project", DatabaseScope::privateData, user},
-                        {"AppPreference", DatabaseScope::privateData, user},
-                        {"Rule", DatabaseScope::privateData, user},
-                        {"UserSettings", DatabaseScope::privateData, user},
-                        {"ActivityShare", DatabaseScope::publicData, active, active},
-                        {"AppConfig", DatabaseScope::publicData, {}},
-                        {"PublicStats", DatabaseScope::publicData, {}},
-                        {"FeaturedProjects", DatabaseScope::publicData, {}},
-                        {"Unheard", DatabaseScope::privateData, {}}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.type);
-        EXPECT_EQ(CloudKitDataStrategy::database(row.type), row.scope);
-        EXPECT_EQ(CloudKitDataStrategy::predicate(row.type, "u1"), row.ofAUser);
-        EXPECT_EQ(CloudKitDataStrategy::predicate(row.type), row.ofNobody);
-    }
+    const auto expectOf = [](const char* type, DatabaseScope scope, const auto& ofAUser, const auto& ofNobody) {
+        EXPECT_EQ(CloudKitDataStrategy::database(type), scope) << type;
+        EXPECT_EQ(CloudKitDataStrategy::predicate(type, "u1"), ofAUser) << type;
+        EXPECT_EQ(CloudKitDataStrategy::predicate(type), ofNobody) << type;
+    };
+    const CloudKitDataStrategy::Predicate none;
+    for (const char* type : {"ActivityRecord", "Project", "AppPreference", "Rule", "UserSettings"})
+        expectOf(type, DatabaseScope::privateData, user, none);
+    for (const char* type : {"AppConfig", "PublicStats", "FeaturedProjects"})
+        expectOf(type, DatabaseScope::publicData, none, none);
+    expectOf("ActivityShare", DatabaseScope::publicData, active, active);
+    expectOf("Unheard", DatabaseScope::privateData, none, none);
 }
 
 TEST(CloudKitDataStrategyTest, AShareIsFoundByItsTokenWhileItIsActive) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <set>
 #include <utility>
 #include <variant>
@@ -17,8 +16,6 @@ using platform::DatabaseScope;
 using platform::QueryPage;
 using platform::RecordQuery;
 using platform::SaveResult;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "platform/RecordContainer.h"
+#include "support/Testing.h"
 
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
-#include <string>
 
 namespace quorvane {
 

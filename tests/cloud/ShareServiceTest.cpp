@@ -11,22 +11,16 @@
 #include "support/Builders.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
+#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
 
 using platform::CloudFailure;
 using platform::CloudRecord;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
-using testing::SizeIs;
-using testing::StartsWith;
 
 using Kind = CloudFailure::Kind;
 using Shares = std::vector<std::shared_ptr<ActivityShare>>;
@@ -72,13 +66,21 @@ protected:
         loop.runPosted();
         return made.back();
     }
-    void stop(const std::shared_ptr<ActivityShare>& share) {
+    void beginStopping(const std::shared_ptr<ActivityShare>& share) {
         service->stopShare(share, context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
     }
-    void load() {
+    void stop(const std::shared_ptr<ActivityShare>& share) {
+        beginStopping(share);
+        loop.runPosted();
+    }
+    void beginLoading() {
         service->loadShares(context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
     }
-    void failWith(Kind kind, const std::string& message) { cloud.failure = CloudFailure(kind, message); }
+    void load() {
+        beginLoading();
+        loop.runPosted();
+    }
+    void leaveTheNetwork() { cloud.failure = CloudFailure(Kind::unreachable, "away"); }
 
     std::shared_ptr<ActivityShare> stored(const std::string& token, std::string_view createdAt) {
         auto share = std::make_shared<ActivityShare>();
@@ -156,35 +158,18 @@ TEST_F(ShareServiceTest, WithoutTheCloudCreatingFailsAndTheObjectStays) {
 }
 
 TEST_F(ShareServiceTest, FailuresOfTheCloudEndInTheirWords) {
-    struct Row {
-        Kind kind;
-        const char* description;
-        const char* cause;
-    };
-    const Row rows[] = {
-        {Kind::unreachable, "同步失败: why", ""},
-        {Kind::timedOut, "同步超时（30秒），请检查网络连接", "why"},
-        {Kind::noAccount, "CloudKit不可用，请检查iCloud登录状态", "why"},
-        {Kind::recordNotFound, "记录未找到", "why"},
-    };
     const auto share = create("March");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.description);
-        failWith(row.kind, "why");
-        const std::string expected = fmt::format("{} ({})", row.description, row.cause);
-        outcomes.clear();
-        create("April");
-        EXPECT_EQ(service->errorMessage(), fmt::format("创建分享失败: {}", row.description));
-        stop(share);
-        loop.runPosted();
-        EXPECT_EQ(service->errorMessage(), fmt::format("停止分享失败: {}", row.description));
-        load();
-        loop.runPosted();
-        EXPECT_EQ(service->errorMessage(), fmt::format("CloudKit 同步失败: {}", row.description));
-        EXPECT_THAT(outcomes, ElementsAre(expected, expected, expected));
-        EXPECT_FALSE(service->isLoading());
-    }
-    EXPECT_THAT(service->shares(), SizeIs(5));  // the store's list stands
+    cloud.failure = CloudFailure(Kind::timedOut, "why");
+    const std::string words = "同步超时（30秒），请检查网络连接";
+    create("April");
+    EXPECT_EQ(service->errorMessage(), "创建分享失败: " + words);
+    stop(share);
+    EXPECT_EQ(service->errorMessage(), "停止分享失败: " + words);
+    load();
+    EXPECT_EQ(service->errorMessage(), "CloudKit 同步失败: " + words);
+    EXPECT_THAT(outcomes, ElementsAre("done", words + " (why)", words + " (why)", words + " (why)"));
+    EXPECT_FALSE(service->isLoading());
+    EXPECT_THAT(service->shares(), SizeIs(2));  // the store's list stands
 }
 
 TEST_F(ShareServiceTest, ARecordThatTheCloudRefusesIsAFailure) {
@@ -205,8 +190,6 @@ TEST_F(ShareServiceTest, AStoppedShareLeavesTheCloudAndStaysHereInactive) {
     const auto second = create("April");
     EXPECT_THAT(service->shares(), ElementsAre(second, first));
     stop(first);
-    EXPECT_TRUE(service->isLoading());
-    loop.runPosted();
     EXPECT_THAT(outcomes, ElementsAre("done", "done", "done"));
     EXPECT_THAT(cloud.publicRecords(), ElementsAre(Pair(second->shareToken(), makeCloudRecord(*second))));
     EXPECT_THAT(service->shares(), ElementsAre(second, first));
@@ -217,30 +200,26 @@ TEST_F(ShareServiceTest, AStoppedShareLeavesTheCloudAndStaysHereInactive) {
 
 TEST_F(ShareServiceTest, AStopThatFailedInTheCloudCanBeTriedAgain) {
     const auto share = create("March");
-    failWith(Kind::unreachable, "away");
+    leaveTheNetwork();
     stop(share);
-    loop.runPosted();
     EXPECT_FALSE(share->isActive());
     EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
     cloud.failure.reset();
     stop(share);
-    loop.runPosted();
     EXPECT_THAT(cloud.publicRecords(), IsEmpty());
     EXPECT_THAT(outcomes, ElementsAre("done", "同步失败: away ()", "done"));
 }
 
 TEST_F(ShareServiceTest, OnlyAPublishedShareIsTakenFromTheCloudAndAFailedReloadIsNoFailedStop) {
     const auto share = stored("t1", "09:00:00");
-    failWith(Kind::unreachable, "away");
+    leaveTheNetwork();
     stop(share);
-    loop.runPosted();
     EXPECT_THAT(outcomes, ElementsAre("done"));
     EXPECT_EQ(service->errorMessage(), "CloudKit 同步失败: 同步失败: away");
     EXPECT_THAT(service->shares(), ElementsAre(share));
     EXPECT_EQ(cloud.sessions, 1);  // the reload's
     restart(false);
     stop(share);
-    loop.runPosted();
     EXPECT_EQ(outcomes.back(), "done");
 }
 
@@ -257,7 +236,6 @@ TEST_F(ShareServiceTest, LoadingTakesOverWhatTheCloudSaysOfATokenAndNothingElse)
     context.save();
     const std::string before = rowOf(*ours);
     load();
-    loop.runPosted();
     EXPECT_THAT(outcomes, ElementsAre("done", "done"));
     EXPECT_THAT(service->shares(), ElementsAre(newer, ours, older));
     EXPECT_EQ(rowOf(*ours), before);
@@ -268,41 +246,13 @@ TEST_F(ShareServiceTest, LoadingTakesOverWhatTheCloudSaysOfATokenAndNothingElse)
     EXPECT_THAT(rows, SizeIs(3));
 }
 
-/// A cloud whose list of shares has no end.
-class EndlessCloud final : public platform::RecordContainer, public platform::RecordSession {
-public:
-    explicit EndlessCloud(std::size_t& rows) : rows_(rows) {}
-    std::shared_ptr<platform::RecordSession> newSession() override { return std::make_shared<EndlessCloud>(rows_); }
-    platform::AccountStatus accountStatus(std::string* /*reason*/) override {
-        return platform::AccountStatus::available;
-    }
-    std::vector<platform::SaveResult> modify(platform::DatabaseScope /*scope*/,
-                                             const std::vector<CloudRecord>& /*records*/) override {
-        return {};
-    }
-    platform::QueryPage query(platform::DatabaseScope /*scope*/, const platform::RecordQuery& query) override {
-        EXPECT_LE(query.limit, 500U);
-        rows_ += query.limit;
-        return {.rows = {query.limit, CloudRecord{}}, .next = platform::RecordCursor{}};
-    }
-    std::size_t count(platform::DatabaseScope /*scope*/, const std::string& /*recordType*/) override { return 0; }
-    std::optional<CloudRecord> record(platform::DatabaseScope /*scope*/, const std::string& /*name*/) override {
-        return std::nullopt;
-    }
-    void deleteRecord(platform::DatabaseScope /*scope*/, const std::string& /*name*/) override {}
-    void cancel() override {}
-
-private:
-    std::size_t& rows_;
-};
-
-TEST_F(ShareServiceTest, LoadingAsksForPagesUpToTheLimit) {
-    std::size_t rows = 0;
-    service = std::make_unique<ShareService>(loop, console, std::make_unique<EndlessCloud>(rows));
+TEST_F(ShareServiceTest, LoadingReadsNoFurtherThanTheLimit) {
+    for (std::size_t i = 1; i <= CloudKitDataStrategy::defaultResultLimit; ++i)
+        publish(fmt::format("record {:05}", i), fmt::format("t{}", i));
+    publish("record 00000", "t0");  // the last of them
+    const auto share = stored("t0", "09:00:00");
     load();
-    loop.runPosted();
-    EXPECT_THAT(outcomes, ElementsAre("done"));
-    EXPECT_EQ(rows, CloudKitDataStrategy::defaultResultLimit);
+    EXPECT_EQ(share->cloudKitRecordID(), std::nullopt);
 }
 
 TEST_F(ShareServiceTest, FailuresOfTheStoreAreTold) {
@@ -310,16 +260,13 @@ TEST_F(ShareServiceTest, FailuresOfTheStoreAreTold) {
     publish("record 1", "t1");
     refuseUpdates();
     load();
-    loop.runPosted();
     EXPECT_THAT(outcomes, ElementsAre("done"));
     EXPECT_THAT(console.lines(), ElementsAre(StartsWith("同步 CloudKit 记录失败: ")));
     stop(share);
-    loop.runPosted();
     EXPECT_EQ(service->errorMessage(), "停止分享失败: " + outcomes.back());
     EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
     refuse("DROP TABLE activity_share");
     load();
-    loop.runPosted();
     EXPECT_EQ(service->errorMessage(), "加载分享失败: " + outcomes.back());
     create("March");
     EXPECT_EQ(service->errorMessage(), "创建分享失败: " + outcomes.back());
@@ -330,9 +277,8 @@ TEST_F(ShareServiceTest, OperationsRunOneAfterAnother) {
     const auto share = stored("t1", "09:00:00");
     loop.holdBackground();
     beginCreating({.title = "March"});
-    stop(share);
+    beginStopping(share);
     load();
-    loop.runPosted();
     EXPECT_TRUE(share->isActive());
     EXPECT_THAT(outcomes, IsEmpty());
     loop.releaseBackground();
@@ -346,7 +292,7 @@ TEST_F(ShareServiceTest, OperationsRunOneAfterAnother) {
 TEST_F(ShareServiceTest, AtItsEndItCallsOffWhatIsUnderWay) {
     loop.holdBackground();
     beginCreating({.title = "March"});
-    load();
+    beginLoading();
     service.reset();
     loop.releaseBackground();
     loop.runPosted();
@@ -358,7 +304,6 @@ TEST_F(ShareServiceTest, AtItsEndItCallsOffWhatIsUnderWay) {
 TEST_F(ShareServiceTest, TheListenerMayEndTheService) {
     service->createShare({.title = "March"}, context, [this](const auto&, const auto&) { service.reset(); });
     load();
-    loop.runPosted();
     EXPECT_EQ(service, nullptr);
     EXPECT_THAT(outcomes, IsEmpty());
 }

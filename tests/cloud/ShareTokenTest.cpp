@@ -1,15 +1,11 @@
 #include "cloud/ShareToken.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
+
 #include <set>
 
 namespace quorvane {
 namespace {
-
-using testing::Each;
-using testing::MatchesRegex;
-using testing::SizeIs;
 
 TEST(ShareTokenTest, IsTheFirstHalfOfAnIdentifierWithoutDashesInLowerCase) {
     EXPECT_EQ(ShareToken::from(*Uuid::parse("C0FEA20C-DB32-40C6-A0CC-CF6118205BB6")), "c0fea20cdb3240c6");

@@ -2,16 +2,13 @@
 
 #include "desktop/support/Environment.h"
 #include "support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
+#include "support/Testing.h"
 
 namespace quorvane {
 namespace {
 
 using platform::AccountStatus;
 using platform::CloudFailure;
-using testing::AllOf;
-using testing::HasSubstr;
 
 std::string reasonOf(platform::RecordContainer& container) {
     std::string reason;

@@ -2,8 +2,10 @@
 
 #include "desktop/support/Environment.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
+#include "support/TextTable.h"
 
-#include <gtest/gtest.h>
+#include <map>
 #include <sys/stat.h>
 
 namespace quorvane {
@@ -12,43 +14,14 @@ namespace {
 using ServiceFile::Section;
 
 TEST(ServiceFileTest, FindsASectionAsLibpqDoes) {
-    struct Row {
-        const char* name;
-        std::string text;
-        Section expected;
-    };
-    const Row rows[] = {
-        {"nothing", "", Section::missing},
-        {"one setting", "[quorvane]\nhost=db.example.org\n", Section::filled},
-        {"no end of line", "[quorvane]\nhost=db", Section::filled},
-        {"name without a setting", "[quorvane]\n", Section::empty},
-        {"name and nothing else", "[quorvane]", Section::empty},
-        {"comments and blanks around", "# mine\n\n  [quorvane]  \n\t\n  # no host\n\thost = db\n", Section::filled},
-        {"comments alone", "[quorvane]\n# host=db\n\n", Section::empty},
-        {"a comment that looks like it", "#[quorvane]\nhost=db\n", Section::missing},
-        {"lines of another system", "[quorvane]\r\nhost=db\r\n", Section::filled},
-        {"the same without a setting", "[quorvane]\r\n\r\n# host\r\n", Section::empty},
-        {"another name", "[other]\nhost=db\n", Section::missing},
-        {"a longer name", "[quorvane-owner]\nhost=db\n", Section::missing},
-        {"a shorter name", "[quor]\nhost=db\n", Section::missing},
-        {"another case", "[Quorvane]\nhost=db\n", Section::missing},
-        {"blanks in the brackets", "[ quorvane ]\nhost=db\n", Section::missing},
-        {"words behind the bracket", "[quorvane] at home\nhost=db\n", Section::filled},
-        {"behind others", "[a]\nhost=x\n[quorvane]\nhost=db\n[b]\n", Section::filled},
-        {"settings of the next one", "[quorvane]\n[other]\nhost=db\n", Section::empty},
-        {"twice, the first one counts", "[quorvane]\n[quorvane]\nhost=db\n", Section::empty},
-        {"twice, the first one filled", "[quorvane]\nhost=db\n[quorvane]\n", Section::filled},
-        {"from a directory", "[quorvane]\nldap://ldap.example.org/dc=example?description?one?(cn=db)\n",
-         Section::filled},
-        {"what libpq will refuse", "[quorvane]\nnonsense\n", Section::filled},
-        {"settings without a section", "host=db\n", Section::missing},
-        {"bytes", std::string("[quorvane]\n\0\xff=\x80\n", 15), Section::filled},
-        {"one line without an end", std::string(5'000'000, 'x'), Section::missing},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(ServiceFile::section(row.text, "quorvane"), row.expected);
-    }
+    const auto found = [](const std::string& text) { return ServiceFile::section(text, "quorvane"); };
+    const std::map<std::string, Section> names{
+        {"missing", Section::missing}, {"empty", Section::empty}, {"filled", Section::filled}};
+    for (const auto& row : textTable(QUORVANE_MODULE_DATA "/service-files.txt"))
+        EXPECT_EQ(found(row[0]), names.at(row[1])) << row[0];
+    EXPECT_EQ(found(""), Section::missing);
+    EXPECT_EQ(found(std::string("[quorvane]\n\0\xff=\x80\n", 15)), Section::filled);
+    EXPECT_EQ(found(std::string(5'000'000, 'x')), Section::missing);
 }
 
 class ServiceFilesTest : public testing::Test {

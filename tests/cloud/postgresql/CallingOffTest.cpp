@@ -5,7 +5,6 @@
 #include <charconv>
 #include <fmt/format.h>
 #include <future>
-#include <gmock/gmock.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <thread>

@@ -2,18 +2,11 @@
 #include "cloud/postgresql/CloudInspection.h"
 #include "cloud/postgresql/SchemaFacts.h"
 #include "cloud/postgresql/support/PostgresServer.h"
-#include "desktop/support/Environment.h"
 #include "platform/CloudFailure.h"
+#include "support/Testing.h"
 
-#include <fmt/format.h>
+#include <fstream>
 #include <future>
-#include <gmock/gmock.h>
-
-using testing::AllOf;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace quorvane::postgresql {
 namespace {
@@ -156,90 +149,41 @@ TEST(CloudSchemaTest, ThePrintedScriptInstallsFromEveryVersionWithPsql) {
     }
 }
 
+/// A change that somebody may make, how it is taken back, and what the check says meanwhile.
+struct Loosening {
+    std::string change;
+    std::string back;
+    std::vector<testing::Matcher<std::string>> findings;
+};
+std::vector<Loosening> loosenings() {
+    std::vector<Loosening> all;
+    std::ifstream lines(QUORVANE_ISOLATION "/loosened.sql");
+    for (std::string line; std::getline(lines, line);)
+        if (line.empty())
+            all.emplace_back();
+        else if (line.starts_with("-- back: "))
+            all.back().back = line.substr(9);
+        else if (line.starts_with("-- finding: "))
+            all.back().findings.emplace_back(StartsWith(line.substr(12)));
+        else if (!all.empty())  // else the file tells of itself
+            all.back().change += line;
+    return all;
+}
+
 TEST(CloudSchemaTest, FindsWhatAnAdministratorLoosened) {
     const PostgresServer server;
     server.sql("admin", "CREATE ROLE backup LOGIN BYPASSRLS PASSWORD 'backup-pw' IN ROLE quorvane_user");
-    struct Row {
-        const char* change;
-        const char* back;
-        std::vector<std::string> findings;
-    };
-    const Row rows[] = {
-        {"ALTER TABLE quorvane.private_records DISABLE ROW LEVEL SECURITY",
-         "ALTER TABLE quorvane.private_records ENABLE ROW LEVEL SECURITY",
-         {"missing: row-level security of private_records"}},
-        {"CREATE POLICY everybody ON quorvane.private_records USING (true)",
-         "DROP POLICY everybody ON quorvane.private_records",
-         {"not meant to be there: policy everybody of private_records"}},
-        {"ALTER POLICY own ON quorvane.private_records USING (true)",
-         "ALTER POLICY own ON quorvane.private_records USING (owner = current_user)",
-         {"changed: policy own of private_records (now: permissive, all, for quorvane_user, using true, check "
-          "(owner=CURRENT_USER))"}},
-        {"GRANT SELECT ON quorvane.private_records TO PUBLIC",
-         "REVOKE SELECT ON quorvane.private_records FROM PUBLIC",
-         {"not meant to be there: GRANT SELECT ON private_records TO PUBLIC"}},
-        {"GRANT SELECT (owner) ON quorvane.public_records TO quorvane_reader",
-         "REVOKE SELECT (owner) ON quorvane.public_records FROM quorvane_reader",
-         {"not meant to be there: GRANT SELECT ON public_records (owner) TO quorvane_reader"}},
-        {"GRANT DELETE ON quorvane.private_records TO quorvane_user WITH GRANT OPTION",
-         "REVOKE GRANT OPTION FOR DELETE ON quorvane.private_records FROM quorvane_user",
-         {"changed: GRANT DELETE ON private_records TO quorvane_user (now: to hand on, too)"}},
-        {"CREATE VIEW quorvane.everything AS SELECT * FROM quorvane.private_records",
-         "DROP VIEW quorvane.everything",
-         {"not meant to be there: view everything"}},
-        {"CREATE FUNCTION quorvane.all_fields() RETURNS SETOF jsonb LANGUAGE sql SECURITY DEFINER "
-         "AS 'SELECT fields FROM quorvane.private_records'",
-         "DROP FUNCTION quorvane.all_fields()",
-         {"not meant to be there: GRANT EXECUTE ON FUNCTION all_fields() TO PUBLIC",
-          "not meant to be there: function all_fields()"}},
-        {"CREATE TRIGGER copy AFTER INSERT ON quorvane.private_records FOR EACH ROW EXECUTE FUNCTION quorvane.touch()",
-         "DROP TRIGGER copy ON quorvane.private_records",
-         {"not meant to be there: trigger copy of private_records"}},
-        {"GRANT owner TO quorvane_user",
-         "REVOKE owner FROM quorvane_user",
-         {"the role alice sees everybody's records, because it owns the tables: sync as another one",
-          "changed: role quorvane_user (now: owns the tables)"}},
-        {"DROP INDEX quorvane.private_records_newest",
-         "CREATE INDEX private_records_newest ON quorvane.private_records (owner)",
-         {"missing: index private_records_newest"}},
-        {"REVOKE UPDATE (fields) ON quorvane.private_records FROM quorvane_user",
-         "GRANT UPDATE (fields) ON quorvane.private_records TO quorvane_user",
-         {"missing: GRANT UPDATE ON private_records (fields) TO quorvane_user", "private records can't be written"}},
-        {"ALTER ROLE alice SET default_transaction_read_only = on",
-         "ALTER ROLE alice RESET default_transaction_read_only",
-         {"private records can't be written", "shares can't be written"}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.change);
-        server.sql("admin", row.change);
-        std::vector<testing::Matcher<std::string>> meant;
-        for (const auto& line : row.findings)
-            meant.emplace_back(testing::StartsWith(line));
-        EXPECT_THAT(Guest(server, "alice").findings(), testing::ElementsAreArray(meant));
-        server.sql("admin", row.back);
+    for (const auto& [change, back, findings] : loosenings()) {
+        SCOPED_TRACE(change);
+        server.sql("admin", change);
+        EXPECT_THAT(Guest(server, "alice").findings(), ElementsAreArray(findings));
+        server.sql("admin", back);
     }
     EXPECT_THAT(Guest(server, "alice").findings(), IsEmpty());
     EXPECT_THAT(Guest(server, "owner").findings(), Contains(HasSubstr("because it owns the tables")));
     EXPECT_THAT(Guest(server, "backup").findings(), Contains(HasSubstr("because it bypasses row-level security")));
     EXPECT_THAT(Guest(server, "admin").findings(), Contains(HasSubstr("because it is a superuser")));
     EXPECT_THAT(Guest(server, "stranger").findings(), ElementsAre(HasSubstr("no member of quorvane_user")));
-}
-
-TEST(CloudSchemaTest, TellsWhoTalksToWhomAndHow) {
-    const PostgresServer server;
-    Environment environment;
-    environment.set("PGSERVICEFILE", server.serviceFile("alice").string());
-    const CancelToken token;
-    PostgresConnection connection({.service = "quorvane"}, token);
-    const auto found = CloudInspection::describe(connection);
-    EXPECT_EQ(found.host, "localhost");
-    EXPECT_EQ(found.database, "quorvane");
-    EXPECT_EQ(found.tls, "TLSv1.3");
-    EXPECT_EQ(found.role, "alice");
-    EXPECT_EQ(found.schemaVersion, schemaVersion);
-    EXPECT_EQ(found.unboundBecause, std::nullopt);
-    EXPECT_EQ(found.serverVersion, server.sql("admin", "SHOW server_version").substr(0, found.serverVersion.size()));
-    EXPECT_THAT(CloudInspection::findings(connection, found), IsEmpty());
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <atomic>
 #include <filesystem>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <poll.h>
 #include <sys/socket.h>
 
@@ -24,8 +23,6 @@ namespace {
 using namespace platform;
 using Kind = CloudFailure::Kind;
 using Lines = std::vector<std::string>;
-using testing::HasSubstr;
-using testing::StartsWith;
 
 class ConnectingTest : public PostgresScene {
 protected:
@@ -43,13 +40,7 @@ TEST_F(ConnectingTest, EachObstacleHasItsOwnWords) {
     start();
     server().sql("admin", "CREATE ROLE locked NOLOGIN PASSWORD 'locked-pw'; ALTER ROLE bob CONNECTION LIMIT 0; "
                           "CREATE DATABASE closed; REVOKE CONNECT ON DATABASE closed FROM PUBLIC;");
-    struct Row {
-        const char* user;
-        Lines more;
-        Kind kind;
-        std::string words;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, Lines, Kind, std::string> rows[] = {
         {"alice", {"password=wrong"}, Kind::noAccount, "The server refuses the password of role \"alice\""},
         {"nobody", {}, Kind::noAccount, "The server refuses the password of role \"nobody\""},
         {"alice", {"password="}, Kind::noAccount, "The server wants a password for role \"alice\""},
@@ -70,11 +61,11 @@ TEST_F(ConnectingTest, EachObstacleHasItsOwnWords) {
          Kind::unreachable,
          "The settings of service \"quorvane\" can't be read: syntax error"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.words);
-        const CloudFailure failure = failureWith(row.more, row.user);
-        EXPECT_EQ(failure.kind(), row.kind);
-        EXPECT_THAT(failure.what(), StartsWith(row.words));
+    for (const auto& [user, more, kind, words] : rows) {
+        SCOPED_TRACE(words);
+        const CloudFailure failure = failureWith(more, user);
+        EXPECT_EQ(failure.kind(), kind);
+        EXPECT_THAT(failure.what(), StartsWith(words));
     }
     EXPECT_THAT(failureWith({"colour=blue"}).what(), HasSubstr(", line 2"));
     EXPECT_TRUE(connectsWith({}));
@@ -109,22 +100,18 @@ TEST_F(ConnectingTest, APasswordFileCountsIfNobodyElseMayReadIt) {
 }
 
 TEST_F(ConnectingTest, AServerMustProveWhoItIsUnlessTheSettingsAskForLess) {
-    struct Row {
-        PostgresSetUp setUp;
-        const char* words;
-    };
-    const Row rows[] = {
+    const std::pair<PostgresSetUp, const char*> rows[] = {
         {{.certificate = PostgresSetUp::Certificate::expired}, "The server's certificate has expired"},
         {{.certificate = PostgresSetUp::Certificate::ofAnotherAuthority},
          "The server's certificate comes from nobody whom the settings trust"},
         {{.settings = {"ssl = off"}}, "The server offers no encryption, and the settings ask for it"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.words);
-        start(row.setUp);
+    for (const auto& [setUp, words] : rows) {
+        SCOPED_TRACE(words);
+        start(setUp);
         for (const bool late : {false, true}) {
             readsLate = late;
-            EXPECT_THAT(failureWith({}).what(), StartsWith(row.words)) << late;
+            EXPECT_THAT(failureWith({}).what(), StartsWith(words)) << late;
         }
         readsLate = false;
         EXPECT_TRUE(connectsWith({"sslmode=prefer"}));
@@ -140,7 +127,7 @@ TEST_F(ConnectingTest, AServerMustProveWhoItIsUnlessTheSettingsAskForLess) {
         CloudModule::verifyServersByDefault();
         std::string reason;
         EXPECT_EQ(alice.accountStatus(&reason), AccountStatus::couldNotDetermine);
-        EXPECT_THAT(reason, StartsWith(row.words));
+        EXPECT_THAT(reason, StartsWith(words));
         environment_.set("PGSSLMODE", "prefer");
         CloudModule::verifyServersByDefault();
         EXPECT_EQ(alice.accountStatus(&reason), AccountStatus::available);

@@ -8,7 +8,6 @@
 #include <csignal>
 #include <fmt/format.h>
 #include <future>
-#include <gmock/gmock.h>
 #include <libsecret/secret.h>
 
 namespace quorvane {
@@ -85,13 +84,13 @@ TEST_F(KeyringPasswordTest, FindsThePasswordOfTheUserAndNeverWaitsForOneThatIsLo
         session_.environment().set("PGSERVICEFILE", server.serviceFile("bob", {"password="}).string());
         postgresql::PostgresSession bob({});
         EXPECT_EQ(bob.accountStatus(&reason), platform::AccountStatus::noAccount);
-        EXPECT_THAT(reason, testing::StartsWith("The server refuses the password of role \"bob\""));
+        EXPECT_THAT(reason, StartsWith("The server refuses the password of role \"bob\""));
 
         lock();
         session_.environment().set("PGSERVICEFILE", server.serviceFile("alice", {"password="}).string());
         postgresql::PostgresSession locked({});
         EXPECT_EQ(locked.accountStatus(&reason), platform::AccountStatus::noAccount);
-        EXPECT_THAT(reason, testing::HasSubstr("the keyring that holds it is locked"));
+        EXPECT_THAT(reason, HasSubstr("the keyring that holds it is locked"));
     }
 
     keyring_.send(SIGSTOP);

@@ -1,14 +1,14 @@
 #include "cloud/postgresql/RecordJson.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
+#include "support/TextTable.h"
+
 #include <limits>
 
 namespace quorvane::postgresql {
 namespace {
 
 using RecordJson::Values;
-using testing::Optional;
 
 Date date(std::int64_t microseconds) {
     return dateFromMicroseconds(microseconds);
@@ -32,12 +32,7 @@ TEST(RecordJsonTest, WritesEachKindOfValue) {
 
 TEST(RecordJsonTest, MendsTextsThatADatabaseCannotStore) {
     using namespace std::string_literals;
-    struct Row {
-        const char* name;
-        std::string text;
-        std::string expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::string, std::string> rows[] = {
         {"quotes and controls", "\"\\\n\r\t\x01\x1f\x7f", "\"\\\"\\\\\\n\\r\\t\\u0001\\u001f\x7f\""},
         {"U+0000", "a\0b\0"s, "\"ab\""},
         {"a byte of Latin-1", "caf\xe9!", "\"caf\xef\xbf\xbd!\""},
@@ -45,10 +40,10 @@ TEST(RecordJsonTest, MendsTextsThatADatabaseCannotStore) {
         {"a surrogate", "\xed\xa0\x80", "\"\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\""},
         {"valid", "漢字 🙂", "\"漢字 🙂\""},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(RecordJson::text({{"k", row.text}}), "{\"k\":" + row.expected + "}");
-        EXPECT_EQ(RecordJson::text({{row.text, true}}), "{" + row.expected + ":true}");
+    for (const auto& [name, text, expected] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(RecordJson::text({{"k", text}}), "{\"k\":" + expected + "}");
+        EXPECT_EQ(RecordJson::text({{text, true}}), "{" + expected + ":true}");
     }
 }
 
@@ -71,70 +66,29 @@ TEST(RecordJsonTest, ReadsBackWhatItWrote) {
 }
 
 TEST(RecordJsonTest, LeavesOutValuesOfAnotherShape) {
-    const std::string valid = R"("last":"kept")";
-    struct Row {
-        const char* json;
-        Values expected;
-    };
-    const Row rows[] = {
-        {R"({"a":null,)", {}},
-        {R"({"a":{},)", {}},
-        {R"({"a":{"b":1},)", {}},
-        {R"({"a":{"$date":1},)", {}},
-        {R"({"a":{"$date":"yesterday"},)", {}},
-        {R"({"a":{"$date":"2026-03-04T15:00:00Z","b":1},)", {}},
-        {R"({"a":{"b":1,"$date":"2026-03-04T15:00:00Z"},)", {}},
-        {R"({"a":{"$date":["2026-03-04T15:00:00Z"]},)", {}},
-        {R"({"a":{"$date":{"$date":"2026-03-04T15:00:00Z"}},)", {}},
-        {R"({"a":["b",1],)", {}},
-        {R"({"a":["b",["c"]],)", {}},
-        {R"({"a":["b",null],)", {}},
-        {R"({"a":["b",{"c":"d"}],)", {}},
-        {R"({"a":"first","a":null,)", {}},
-        {R"({"a":1e999,"b":1e-999,)", {}},
-        {R"({"a":"first","a":["second"],)", {{"a", std::vector<std::string>{"second"}}}},
-        {R"({"a":"\"\\\/\b\f\n\r\t\u0041\u6f22\uD83D\ude42\u0000",)", {{"a", "\"\\/\b\f\n\r\tA漢🙂"}}},
-        {R"({"a": 1 , "b" : -2.5e1, "c":18446744073709551615,)",
-         {{"a", 1.0}, {"b", -25.0}, {"c", 18446744073709551615.0}}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.json);
-        Values expected = row.expected;
+    const auto expectRead = [](const std::string& json, Values expected) {
         expected["last"] = "kept";
-        EXPECT_THAT(RecordJson::read(row.json + valid + "}"), Optional(expected));
-    }
+        EXPECT_THAT(RecordJson::read("{" + json + R"(,"last":"kept"})"), Optional(expected)) << json;
+    };
+    for (const auto& row : textTable(QUORVANE_POSTGRES_DATA "/other-json-values.txt"))
+        expectRead("\"a\":" + row[0], {});
+    expectRead(R"("a":"first","a":["second"])", {{"a", std::vector<std::string>{"second"}}});
+    expectRead(R"("a":"\"\\\/\b\f\n\r\t\u0041\u6f22\uD83D\ude42\u0000")", {{"a", "\"\\/\b\f\n\r\tA漢🙂"}});
+    expectRead(R"("a": 1 , "b" : -2.5e1, "c":18446744073709551615)",
+               {{"a", 1.0}, {"b", -25.0}, {"c", 18446744073709551615.0}});
 }
 
 TEST(RecordJsonTest, ReadsNothingFromWhatIsNoObjectAndQuotesNothingOfIt) {
     const std::string deep(100'000, '[');
-    for (const std::string& json : {std::string(),
-                                    std::string("null"),
-                                    std::string("\"secret\""),
-                                    std::string("[\"secret\"]"),
-                                    std::string("1"),
-                                    std::string("{\"secret\":"),
-                                    std::string("{\"secret\":1}x"),
-                                    std::string("{secret:1}"),
-                                    std::string("{\"a\":\"\xff secret\"}"),
-                                    std::string("{\"a\":\"\\ud800 secret\"}"),
-                                    std::string("{\"a\":01}"),
-                                    std::string("{\"a\":1.}"),
-                                    std::string("{\"a\":-}"),
-                                    std::string("{\"a\":\"\\udc00\"}"),
-                                    std::string("{\"a\":\"\\u12g4\"}"),
-                                    std::string("{\"a\":\"\n\"}"),
-                                    std::string("{\"a\":tru}"),
-                                    std::string("{\"a\":1,}"),
-                                    std::string("{,}"),
-                                    std::string("{\"a\" 1}"),
-                                    std::string("{\"a\":[1 2]}"),
-                                    deep,
-                                    "{\"a\":" + deep}) {
+    auto rows = textTable(QUORVANE_POSTGRES_DATA "/broken-json.txt");
+    for (const std::string& json : {std::string(), std::string("{\"a\":\"\xff secret\"}"), deep, "{\"a\":" + deep})
+        rows.push_back({json});
+    for (const auto& row : rows) {
+        const std::string& json = row[0];
         SCOPED_TRACE(json.substr(0, 40));
         std::string reason;
         EXPECT_EQ(RecordJson::read(json, &reason), std::nullopt);
-        EXPECT_THAT(reason, testing::StartsWith("its fields "));
-        EXPECT_THAT(reason, testing::Not(testing::HasSubstr("secret")));
+        EXPECT_THAT(reason, AllOf(StartsWith("its fields "), Not(HasSubstr("secret"))));
     }
 }
 

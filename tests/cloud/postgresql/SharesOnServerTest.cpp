@@ -1,17 +1,12 @@
 #include "base/Json.h"
 #include "cli/CliFixture.h"
 #include "cloud/postgresql/support/PostgresServer.h"
+#include "support/Testing.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::MatchesRegex;
 
 class SharesOnServerTest : public CliTest {
 protected:
@@ -56,23 +51,6 @@ TEST_F(SharesOnServerTest, OthersReadAShareUntilItIsStopped) {
     Json stopped = before[1];
     stopped["is_active"] = false;
     EXPECT_THAT(shares(), ElementsAre(row, stopped));
-}
-
-TEST_F(SharesOnServerTest, WithoutTheServerItSaysWhyAndKeepsWhatIsHere) {
-    ASSERT_NE(outputOf({"shares", "create", "--title", "March"}), "");
-    const std::string id = shares().at(0)["id"].get<std::string>();
-    server->stop();
-    for (const Arguments& arguments :
-         {Arguments{"shares", "create", "--title", "April"}, {"shares", "stop", id}, {"shares", "list"}}) {
-        SCOPED_TRACE(arguments[1]);
-        const auto result = run(arguments);
-        EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.err, isRefusal(HasSubstr("同步失败: ")));
-    }
-    EXPECT_EQ(shares().size(), 2U);
-    server->restart();
-    EXPECT_EQ(outputOf({"shares", "stop", id}), "");
-    EXPECT_EQ(server->sql("admin", "SELECT count(*) FROM quorvane.public_records"), "0");
 }
 
 }  // namespace

@@ -1,21 +1,13 @@
 #include "base/Text.h"
 #include "cli/CliFixture.h"
 #include "cloud/postgresql/support/PostgresServer.h"
-#include "desktop/support/Waiting.h"
-#include "platform/linux/QtRunLoop.h"
+#include "support/Testing.h"
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace quorvane {
 namespace {
-
-using testing::AllOf;
-using testing::ContainsRegex;
-using testing::HasSubstr;
-using testing::Not;
 
 /// What nobody but its owner may read.
 constexpr const char* secret = "Offer for Lighthouse Ltd";
@@ -105,19 +97,6 @@ TEST_F(SyncOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByFie
               "20000|20000");
 }
 
-TEST_F(SyncOnServerTest, ARecordThatTheServerRefusesIsNamedAndNinetyNineAreSaved) {
-    const PostgresServer server;
-    use(server.serviceFile());
-    load(linesOf(99) + line(500, "2026-03-01T09:00:00Z",
-                            fmt::format(R"(,"window_title":"{}{}")", secret, std::string(1'100'000, 'x'))));
-    const auto result = sync();
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, counts(100, 99, 1, 99) + "\n");
-    EXPECT_THAT(result.err, AllOf(HasSubstr("保存记录失败: " + idOf(500)), HasSubstr("23514"),
-                                  HasSubstr("quorvane-cli: 1 of 100 records were not saved")));
-    EXPECT_EQ(server.sql("alice", "SELECT count(*) FROM quorvane.private_records"), "99");
-}
-
 TEST_F(SyncOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithoutDoubles) {
     const PostgresServer server;
     use(server.serviceFile());
@@ -145,99 +124,7 @@ TEST_F(SyncOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithout
     EXPECT_TRUE(records("other.sqlite") == records());
 }
 
-TEST_F(SyncOnServerTest, AStatementThatHangsEndsAfterThirtySecondsHereAndOnTheServer) {
-    const PostgresServer server;
-    use(server.serviceFile());
-    load(linesOf(10));
-    const platform::QtRunLoop runLoop;
-    const ProgramRun locker(
-        PostgresServer::program("psql"),
-        {"-Xqc", "LOCK TABLE quorvane.private_records; SELECT pg_sleep(300)", server.overSocket("admin")}, setting_);
-    ASSERT_TRUE(waitUntil([&] {
-        return server.sql("admin", "SELECT count(*) FROM pg_locks WHERE mode = 'AccessExclusiveLock' AND granted AND "
-                                   "relation = 'quorvane.private_records'::regclass") == "1";
-    }));
-    const auto result = sync();
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("quorvane-cli: 同步超时（30秒），请检查网络连接"));
-    EXPECT_EQ(server.sql("admin", "SELECT count(*) FROM pg_stat_activity WHERE usename = 'alice' AND state = 'active'"),
-              "0");
-}
-
-TEST_F(SyncOnServerTest, EachFailureSaysWhatAndWhy) {
-    const PostgresServer server;
-    load(linesOf(3));
-    struct Row {
-        const char* name;
-        std::vector<std::string> settings;
-        const char* statements;  ///< before, as the administrator
-        const char* expected;    ///< a regular expression
-    };
-    const Row rows[] = {
-        {"wrong password", {"password=wrong"}, "", "CloudKit不可用，请检查iCloud登录状态 .*password"},
-        {"no password", {"password="}, "", "CloudKit不可用，请检查iCloud登录状态 .*password"},
-        {"unknown database", {"dbname=nowhere"}, "", "CloudKit不可用，请检查iCloud登录状态 .*nowhere"},
-        {"wrong host name", {"host=127.0.0.1"}, "", "同步失败: .*(host name|127\\.0\\.0\\.1)"},
-        {"nobody listens", {"port=1"}, "", "同步失败: .*port 1"},
-        {"unknown setting", {"colour=blue"}, "", "syntax error in service file .*line 2"},
-        {"full disk",
-         {},
-         "CREATE FUNCTION full_disk() RETURNS trigger LANGUAGE plpgsql AS $$BEGIN RAISE EXCEPTION 'could not extend "
-         "file' USING ERRCODE = '53100'; END$$; CREATE TRIGGER full_disk BEFORE INSERT ON quorvane.private_records "
-         "EXECUTE FUNCTION full_disk()",
-         "同步失败: .*(room|full)"},
-        {"read-only role",
-         {},
-         "DROP TRIGGER full_disk ON quorvane.private_records; ALTER ROLE alice SET "
-         "default_transaction_read_only = on",
-         "同步失败: .*read"},
-        {"no right to write",
-         {},
-         "ALTER ROLE alice RESET ALL; REVOKE INSERT ON quorvane.private_records FROM "
-         "quorvane_user; REVOKE INSERT (record_name, record_type, fields) ON "
-         "quorvane.private_records FROM quorvane_user",
-         "同步失败: .*(write|read)"},
-        {"newer schema",
-         {},
-         "CREATE OR REPLACE FUNCTION quorvane.version() RETURNS int LANGUAGE sql IMMUTABLE AS 'SELECT 99'",
-         "同步失败: .*99"},
-        {"role may not log in", {}, "ALTER ROLE alice NOLOGIN", "CloudKit不可用，请检查iCloud登录状态 .*log in"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        if (*row.statements != '\0') server.sql("admin", row.statements);
-        use(server.serviceFile("alice", row.settings));
-        const auto result = sync();
-        EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.err, ContainsRegex("quorvane-cli: [^\n]*" + std::string(row.expected)));
-    }
-}
-
-TEST_F(SyncOnServerTest, OlderSchemaExpiredCertificateAndReadOnlyServerAreTold) {
-    struct Row {
-        const char* name;
-        PostgresSetUp setUp;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"older", {.schema = PostgresSetUp::Schema::first}, "同步失败: .*(cloud init|older)"},
-        {"none", {.schema = PostgresSetUp::Schema::none}, "CloudKit不可用，请检查iCloud登录状态 .*schema"},
-        {"another authority",
-         {.certificate = PostgresSetUp::Certificate::ofAnotherAuthority},
-         "同步失败: .*certificate"},
-        {"expired", {.certificate = PostgresSetUp::Certificate::expired}, "同步失败: .*expired"},
-        {"read-only", {.settings = {"default_transaction_read_only = on"}}, "同步失败: .*read"}};
-    load(linesOf(3));
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const PostgresServer server(row.setUp);
-        use(server.serviceFile());
-        const auto result = sync();
-        EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.err, ContainsRegex("quorvane-cli: [^\n]*" + std::string(row.expected)));
-    }
-}
-
+// What else can fail is tried where the client and its words are tested.
 TEST_F(SyncOnServerTest, WithoutAServiceNothingIsWrittenAndItSaysHow) {
     use(folder_ / "missing.conf");
     const auto result = sync("new.sqlite");

@@ -4,13 +4,10 @@
 #include "cloud/postgresql/support/PostgresServer.h"
 #include "desktop/support/Environment.h"
 #include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace quorvane {
 
