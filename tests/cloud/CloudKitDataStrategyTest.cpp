@@ -4,8 +4,8 @@
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedRecordContainer.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
-#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

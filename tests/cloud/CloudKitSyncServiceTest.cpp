@@ -6,9 +6,9 @@
 #include "store/ActivityRecordCloudForm.h"
 #include "store/JsonForm.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/RecordContainer.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "cloud/ShareExport.h"
 
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

@@ -9,9 +9,9 @@
 #include "store/JsonForm.h"
 #include "store/StoreError.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>

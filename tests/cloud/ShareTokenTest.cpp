@@ -1,6 +1,6 @@
 #include "cloud/ShareToken.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <set>
 

@@ -3,8 +3,8 @@
 #include "base/Iso8601.h"
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
-#include "support/Testing.h"
 
 #include <fmt/format.h>
 #include <map>

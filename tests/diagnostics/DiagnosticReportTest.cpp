@@ -1,7 +1,7 @@
 #include "diagnostics/DiagnosticReport.h"
 
 #include "base/Iso8601.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <cstdlib>
 #include <filesystem>

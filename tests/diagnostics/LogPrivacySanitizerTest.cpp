@@ -1,6 +1,6 @@
 #include "diagnostics/LogPrivacySanitizer.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "support/TextTable.h"
 
 #include <string_view>

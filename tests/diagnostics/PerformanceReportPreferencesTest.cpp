@@ -1,7 +1,7 @@
 #include "diagnostics/PerformanceReportPreferences.h"
 
 #include "platform/simulated/InMemoryUserDefaults.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

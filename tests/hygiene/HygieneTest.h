@@ -4,9 +4,9 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "store/Database.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <memory>
 

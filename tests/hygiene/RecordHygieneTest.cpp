@@ -1,7 +1,7 @@
 #include "store/RecordHygiene.h"
 
 #include "support/Builders.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane::RecordHygiene {
 namespace {

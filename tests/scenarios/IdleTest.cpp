@@ -86,7 +86,7 @@ TEST_F(IdleTest, WithoutSettingsTheirDefaultOfFiveMinutesHolds) {
     playUntil("09:09:50");
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5"));
     playUntil("09:10:50");
-    EXPECT_THAT(newLines(), Contains(testing::HasSubstr(" >= 300s)")));
+    EXPECT_THAT(newLines(), Contains(HasSubstr(" >= 300s)")));
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:05:00"));
 }
 

@@ -5,9 +5,9 @@
 #include "platform/simulated/SimulatedDesktop.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "store/AppSettings.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 #include "tracking/ActivityTracker.h"
 
 #include <memory>

@@ -3,9 +3,9 @@
 #include "platform/Clock.h"
 #include "store/EntityDescription.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

@@ -3,7 +3,7 @@
 #include "platform/Clock.h"
 #include "store/EntityDescription.h"
 #include "support/Matchers.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

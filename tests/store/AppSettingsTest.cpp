@@ -1,7 +1,7 @@
 #include "store/AppSettings.h"
 
 #include "support/Builders.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

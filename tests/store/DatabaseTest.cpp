@@ -1,7 +1,7 @@
 #include "store/Database.h"
 
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <fmt/format.h>
 #include <stdexcept>

@@ -8,8 +8,8 @@
 #include "store/ProjectTimeAnnotation.h"
 #include "store/Rule.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

@@ -1,8 +1,8 @@
 #include "store/ActivityRecord.h"
 #include "store/ModelContainer.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <csignal>

@@ -4,8 +4,8 @@
 #include "store/Project.h"
 #include "store/SqlTrace.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <fmt/format.h>
 

@@ -2,8 +2,8 @@
 
 #include "store/RandomRecords.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <algorithm>
 

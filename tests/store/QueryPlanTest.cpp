@@ -3,8 +3,8 @@
 #include "store/ProjectTimeAnnotation.h"
 #include "store/SqlTrace.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <functional>

@@ -2,8 +2,8 @@
 #include "store/ModelContext.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

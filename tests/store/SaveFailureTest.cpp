@@ -1,7 +1,7 @@
 #include "store/ModelContext.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <csignal>

@@ -6,8 +6,8 @@
 #include "store/ModelContainer.h"
 #include "store/SqlTrace.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>

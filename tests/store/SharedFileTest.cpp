@@ -1,9 +1,9 @@
 #include "store/LiveQuery.h"
 #include "store/ModelContext.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/OtherProcess.h"
 #include "support/TemporaryStore.h"
-#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

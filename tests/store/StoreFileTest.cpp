@@ -1,9 +1,9 @@
 #include "store/ModelContainer.h"
 #include "store/Schema.h"
 #include "support/Matchers.h"
+#include "support/Matching.h"
 #include "support/OtherProcess.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>

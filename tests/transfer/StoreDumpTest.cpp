@@ -1,7 +1,7 @@
 #include "store/StoreDump.h"
 #include "base/Text.h"
 #include "store/Schema.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "transfer/TransferStore.h"
 
 #include <fmt/format.h>

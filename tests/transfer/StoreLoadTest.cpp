@@ -4,7 +4,7 @@
 #include "platform/Clock.h"
 #include "store/ModelContext.h"
 #include "support/Matchers.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "support/TextTable.h"
 #include "transfer/TransferStore.h"
 

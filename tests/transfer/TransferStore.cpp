@@ -2,7 +2,7 @@
 
 #include "store/EntityDescription.h"
 #include "store/StoreDump.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <sstream>
 

@@ -1,6 +1,6 @@
 #include "updates/Appcast.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "updates/SignedFeed.h"
 
 #include <fmt/format.h>

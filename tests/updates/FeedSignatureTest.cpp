@@ -1,6 +1,6 @@
 #include "updates/FeedSignature.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "updates/SignedFeed.h"
 
 namespace quorvane {

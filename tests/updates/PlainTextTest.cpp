@@ -1,6 +1,6 @@
 #include "updates/PlainText.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "support/TextTable.h"
 
 namespace quorvane {

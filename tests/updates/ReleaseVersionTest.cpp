@@ -1,6 +1,6 @@
 #include "updates/ReleaseVersion.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

@@ -1,6 +1,6 @@
 #include "updates/UpdateAlert.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 

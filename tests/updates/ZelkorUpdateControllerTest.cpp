@@ -5,8 +5,8 @@
 #include "platform/simulated/SimulatedHttpClient.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/Builders.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
-#include "support/Testing.h"
 #include "updates/SignedFeed.h"
 #include "updates/ZelkorUpdateCommands.h"
 

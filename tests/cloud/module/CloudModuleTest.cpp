@@ -1,8 +1,8 @@
 #include "cloud/module/CloudModule.h"
 
 #include "desktop/support/Environment.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

@@ -3,7 +3,7 @@
 #include "cloud/postgresql/SchemaFacts.h"
 #include "cloud/postgresql/support/PostgresServer.h"
 #include "platform/CloudFailure.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <fstream>
 #include <future>

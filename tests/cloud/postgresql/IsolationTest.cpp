@@ -4,7 +4,7 @@
 #include "cloud/postgresql/CloudSchema.h"
 #include "cloud/postgresql/PostgresSession.h"
 #include "cloud/postgresql/support/PostgresServer.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <fmt/format.h>
 

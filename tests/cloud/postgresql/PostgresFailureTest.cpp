@@ -1,7 +1,7 @@
 #include "cloud/postgresql/PostgresFailure.h"
 
 #include "cloud/postgresql/Connecting.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "support/TextTable.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #include "cloud/postgresql/RecordJson.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "support/TextTable.h"
 
 #include <limits>

@@ -1,7 +1,7 @@
 #include "base/Json.h"
 #include "cli/CliFixture.h"
 #include "cloud/postgresql/support/PostgresServer.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <fmt/format.h>
 

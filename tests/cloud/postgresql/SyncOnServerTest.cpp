@@ -1,7 +1,7 @@
 #include "base/Text.h"
 #include "cli/CliFixture.h"
 #include "cloud/postgresql/support/PostgresServer.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 #include "diagnostics/performance/CPUSustainedLoadDetector.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <algorithm>
 #include <limits>

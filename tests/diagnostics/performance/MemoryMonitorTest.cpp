@@ -3,7 +3,7 @@
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedProcessUsage.h"
 #include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

@@ -1,6 +1,6 @@
 #include "diagnostics/performance/PerformanceReportEnvironment.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

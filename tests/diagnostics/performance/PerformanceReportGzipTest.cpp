@@ -1,7 +1,7 @@
 #include "diagnostics/performance/PerformanceReportGzip.h"
 
 #include "diagnostics/performance/PackedBytes.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <random>
 

@@ -1,6 +1,6 @@
 #include "diagnostics/performance/PerformanceReportModules.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "support/TextTable.h"
 
 namespace quorvane {

@@ -1,7 +1,7 @@
 #include "diagnostics/performance/PerformanceReportRedaction.h"
 
 #include "diagnostics/performance/PerformanceReportEnvironment.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 #include "support/TextTable.h"
 
 namespace quorvane {

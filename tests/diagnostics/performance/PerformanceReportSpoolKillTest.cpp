@@ -1,8 +1,8 @@
 #include "diagnostics/performance/PerformanceReportSpool.h"
 
 #include "diagnostics/performance/WholeRegularFile.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <csignal>
 #include <fmt/format.h>

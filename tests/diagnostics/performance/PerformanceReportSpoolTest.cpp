@@ -2,8 +2,8 @@
 
 #include "base/Date.h"
 #include "diagnostics/performance/WholeRegularFile.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <sys/stat.h>
 

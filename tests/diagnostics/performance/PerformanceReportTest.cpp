@@ -1,6 +1,6 @@
 #include "diagnostics/performance/PerformanceReport.h"
 
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 #include <limits>
 

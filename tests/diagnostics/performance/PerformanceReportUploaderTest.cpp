@@ -6,9 +6,9 @@
 #include "platform/simulated/SimulatedHttpClient.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSerialQueue.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <fmt/format.h>
 #include <limits>

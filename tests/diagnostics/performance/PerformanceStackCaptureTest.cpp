@@ -3,9 +3,9 @@
 #include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedStackSampler.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 namespace quorvane {
 namespace {

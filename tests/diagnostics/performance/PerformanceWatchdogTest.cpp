@@ -9,9 +9,9 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSerialQueue.h"
 #include "platform/simulated/SimulatedStackSampler.h"
+#include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 #include "diagnostics/performance/ProcessCPUClock.h"
 
 #include "base/Date.h"
-#include "support/Testing.h"
+#include "support/Matching.h"
 
 namespace quorvane {
 namespace {

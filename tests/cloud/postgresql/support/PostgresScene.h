@@ -3,8 +3,8 @@
 #include "cloud/postgresql/PostgresSession.h"
 #include "cloud/postgresql/support/PostgresServer.h"
 #include "desktop/support/Environment.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
-#include "support/Testing.h"
 
 #include <functional>
 #include <memory>
