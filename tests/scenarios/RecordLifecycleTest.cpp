@@ -7,6 +7,7 @@
 #include "support/Builders.h"
 
 #include <fmt/format.h>
+#include <random>
 
 namespace quorvane {
 namespace {
@@ -18,7 +19,10 @@ public:
         ++asked;
         return url;
     }
+    std::optional<std::string> toldURL() override { return told; }
+
     std::optional<std::string> url;
+    std::optional<std::string> told;
     int asked = 0;
 };
 
@@ -54,6 +58,22 @@ TEST_F(RecordLifecycleTest, AStartInsideARecordedRangeMovesBehindIt) {
     runLoop.playFor(1s);
     EXPECT_EQ(records()[1], "Editor 09:00:00.5");  // the next start lies ahead of now, so now it is
     EXPECT_THAT(newLines(), Contains("新记录会与现有记录重叠，调整开始时间"));
+}
+
+TEST_F(RecordLifecycleTest, QuickSwitchesNeverOverlap) {
+    startTrackingAt("09:00:00");
+    std::mt19937 random(18);
+    for (int i = 0; i < 500; ++i) {
+        const std::string name = fmt::format("App {}", random() % 5);
+        desktop.bringToFront("org.example." + name, name);
+        runLoop.playFor(Seconds{0.05 * static_cast<double>(random() % 40)});
+        if (random() % 20 == 0) desktop.lock(), desktop.unlock();
+    }
+    tracker->stop();
+    const auto all = storedRecords();
+    EXPECT_GT(all.size(), 100U);
+    for (std::size_t i = 1; i < all.size(); ++i)
+        ASSERT_LE(*all[i - 1]->endTime(), all[i]->startTime()) << i;
 }
 
 TEST_F(RecordLifecycleTest, TheShortRecordLineEndsAtTwentySeconds) {
@@ -171,39 +191,72 @@ TEST_F(BrowserTest, ThePageArrivesAfterTheRecordWasSavedAndTheHeartbeatKeepsIt) 
     EXPECT_EQ(storedRecords().back()->url(), "https://example.org/one");
 }
 
-TEST_F(BrowserTest, ATitleThatWasHeldBackComesWithTheAddress) {
+TEST_F(BrowserTest, ATitleThatMayBePrivateComesWithTheAddress) {
     struct : WindowInfoSource {
-        WindowInfo windowInfo(const std::string&) override { return std::exchange(next, {.title = "News"}); }
-        WindowInfo next{.isTitleHeldBack = true};
+        WindowInfo windowInfo(const std::string&) override { return {}; }
     } windows;
     runLoop.holdBackground();
-    tracker.reset();
     use({.windowInfo = windows, .browserURL = &browser});
-    desktop.setFrontmostSilently("org.mozilla.firefox", "Firefox");
+    desktop.setFrontmostSilently("com.google.Chrome", "Chrome");
+    desktop.setWindowTitle("News - Google Chrome");
     startTrackingAt("09:00:00");
     playUntil("09:00:01");
     EXPECT_EQ(tracker->currentRecord()->windowTitle(), std::nullopt);
     runLoop.releaseBackground();
     runLoop.runPosted();
-    EXPECT_EQ(tracker->currentRecord()->windowTitle(), "News");
+    EXPECT_EQ(tracker->currentRecord()->windowTitle(), "News - Google Chrome");
     tracker.reset();
 }
 
-TEST_F(BrowserTest, ARunningRecordsPageIsRefreshedWhenTwoMinutesOldAndAtMostOneFetchRuns) {
+TEST_F(BrowserTest, APageThatIsAskedForIsRefreshedWhenTwoMinutesOldAndAnotherOneIsAnotherRecord) {
     startTrackingAt("09:00:00");
     playUntil("09:02:00");
     EXPECT_EQ(browser.asked, 1);
     browser.url = "https://example.org/two";
-    forgetLines();
-    playUntil("09:02:11");
+    playUntil("09:02:35");
     EXPECT_EQ(browser.asked, 2);
+    EXPECT_THAT(records(), ElementsAre("Firefox 09:00:00.5 to 09:02:20", "Firefox 09:02:20"));
+    EXPECT_EQ(storedRecords().front()->url(), "https://example.org/one");
     EXPECT_EQ(openURL(), "https://example.org/two");
-    EXPECT_THAT(newLines(), Contains("延迟更新浏览器URL: <redacted>"));
     runLoop.holdBackground();
     playUntil("09:30:00");
     runLoop.releaseBackground();
     runLoop.runPosted();
-    EXPECT_EQ(browser.asked, 3);
+    EXPECT_EQ(browser.asked, 3) << "at most one at a time";
+}
+
+TEST_F(BrowserTest, APageThatTheBrowserHasToldIsThereAtTheStartAndOneThatComesLateRunsTheRulesAgain) {
+    auto rule = std::make_shared<Rule>();
+    RuleDraft draft;
+    draft.name = "shop";
+    draft.value = "shop.example";
+    draft.field = RuleDraft::Field::url;
+    draft.tags = "shop";
+    draft.writeTo(*rule);
+    store.context().insert(rule);
+    store.context().save();
+    browser.told = browser.url = "https://shop.example/";
+    startTrackingAt("09:00:00");
+    playUntil("09:00:01");
+    EXPECT_EQ(browser.asked, 0);
+    EXPECT_EQ(tracker->currentRecord()->tags(), "shop");
+
+    const auto tagsWhenToldLate = [&](const char* changedMeanwhile) {
+        desktop.bringToFront("org.example.editor", "Editor");
+        runLoop.playFor(5s);
+        browser.told = std::nullopt;
+        runLoop.holdBackground();
+        desktop.bringToFront("org.mozilla.firefox", "Firefox");
+        runLoop.playFor(5s);
+        EXPECT_EQ(tracker->currentRecord()->tags(), "");
+        tracker->currentRecord()->tags = changedMeanwhile;
+        runLoop.releaseBackground();
+        runLoop.runPosted();
+        EXPECT_EQ(openURL(), "https://shop.example/");
+        return tracker->currentRecord()->tags();
+    };
+    EXPECT_EQ(tagsWhenToldLate(""), "shop");
+    EXPECT_EQ(tagsWhenToldLate("mine"), "mine");
 }
 
 TEST_F(BrowserTest, ALatePageOfAnotherApplicationIsNotWritten) {

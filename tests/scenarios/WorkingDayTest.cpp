@@ -50,10 +50,9 @@ TEST_F(WorkingDayTest, TheFirstMinuteOfTrackingPrintsItsStepsInOrder) {
     runLoop.playFor(1s);
     EXPECT_THAT(trackerLines(),
                 ElementsAre("Starting tracking with modelContext: true", "✅ 已注册应用切换事件监听器（带防抖）",
-                            "📱 App switch: Editor (org.example.editor)",
-                            "无法获取文档路径，使用窗口标题作为备用信息: chapter one - Editor",
-                            "No currentRecord to finalize",
-                            "Created new record for Editor at 2026-03-04 08:00:05 +0000"));
+                            "📱 App switch: Editor (org.example.editor)", "No currentRecord to finalize",
+                            "Created new record for Editor at 2026-03-04 08:00:05 +0000",
+                            "无法获取文档路径，使用窗口标题作为备用信息: chapter one - Editor"));
 
     tracker->start();
     EXPECT_THAT(newLines(), ElementsAre("Already tracking"));
@@ -62,7 +61,6 @@ TEST_F(WorkingDayTest, TheFirstMinuteOfTrackingPrintsItsStepsInOrder) {
     desktop.bringToFront("org.example.mail", "Mail");
     EXPECT_THAT(newLines(),
                 ElementsAre("🔄 应用切换 - Mail", "📱 App switch: Mail (org.example.mail)",
-                            "无法获取文档路径和窗口标题，将继续使用基本应用信息",
                             "Finalized record for Editor duration: 1.5s", "短记录 (1.5s) for Editor，等待智能合并处理",
                             "Created new record for Mail at 2026-03-04 08:00:07 +0000"));
 }
@@ -100,22 +98,61 @@ TEST_F(WorkingDayTest, AStopEndsTheRecordWhenTheUserWasLastSeenAndAStartOpensAno
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:02:03", "Editor 09:10:00.5"));
 }
 
-TEST_F(WorkingDayTest, WindowDataIsReusedWithinAMinuteAndNeverChangesARunningRecord) {
+TEST_F(WorkingDayTest, AnotherTitleThatStandsForATickBeginsARecordThatBeganWhenItWasFirstSeen) {
     startTrackingAt("09:00:00");
-    const auto titleAfterASwitchAt = [&](const char* time) {
+    playUntil("09:00:25");
+    desktop.setWindowTitle("chapter two - Editor");
+    playUntil("09:00:35");
+    desktop.setWindowTitle("*chapter two (1) - Editor");  // flickers
+    playUntil("09:01:01");
+    desktop.setWindowTitle("a glance - Editor");
+    playUntil("09:01:11");
+    desktop.setWindowTitle("chapter two - Editor");
+    playUntil("09:02:00");
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:00:30", "Editor 09:00:30"));
+    EXPECT_EQ(storedRecords().front()->windowTitle(), "chapter one - Editor");
+    EXPECT_EQ(storedRecords().back()->windowTitle(), "chapter two - Editor");
+}
+
+TEST_F(WorkingDayTest, WhoWantsNoneForTitlesGetsOneRecordThatKeepsItsOwn) {
+    saveSettings([](AppSettings& settings) { settings.splitsRecordsByTitle = false; });
+    startTrackingAt("09:00:00");
+    playUntil("09:00:25");
+    desktop.setWindowTitle("two");
+    playUntil("09:05:00");
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5"));
+    EXPECT_EQ(storedRecords().back()->windowTitle(), "chapter one - Editor");
+    desktop.bringToFront("org.example.mail", "Mail");
+    runLoop.playFor(10s);
+    desktop.bringToFront("org.example.editor", "Editor");
+    EXPECT_EQ(storedRecords().back()->windowTitle(), "two") << "read fresh at each switch";
+}
+
+TEST_F(WorkingDayTest, ADocumentComesFromAWorkerAndIsReusedWithItsTitleForAMinute) {
+    struct : WindowInfoSource {
+        WindowInfo windowInfo(const std::string&) override {
+            return {.title = "chapter one - Editor", .document = "/home/mia/" + std::to_string(++asked)};
+        }
+        int asked = 0;
+    } documents;
+    tracker = std::make_unique<ActivityTracker>(runLoop, desktop, keyboard, mouse,
+                                                TrackerServices{.windowInfo = documents}, console);
+    runLoop.holdBackground();
+    startTrackingAt("09:00:00");
+    playUntil("09:00:10");
+    EXPECT_EQ(tracker->currentRecord()->documentPath(), std::nullopt);  // and nobody waits for it
+    runLoop.releaseBackground();
+    const auto documentAfterASwitchAt = [&](const char* time) {
         playUntil(time);
         desktop.bringToFront("org.example.mail", "Mail");
         runLoop.playFor(10s);
         desktop.bringToFront("org.example.editor", "Editor");
-        return storedRecords().back()->windowTitle();
+        runLoop.runPosted();
+        return tracker->currentRecord()->documentPath();
     };
-    playUntil("09:00:20");
-    desktop.setWindowTitle("two");
-    playUntil("09:00:40");
-    EXPECT_EQ(storedRecords().back()->windowTitle(), "chapter one - Editor");
-    EXPECT_EQ(titleAfterASwitchAt("09:00:40"), "chapter one - Editor");
-    EXPECT_THAT(newLines(), Contains("使用缓存的窗口信息（应用切换但缓存有效）"));
-    EXPECT_EQ(titleAfterASwitchAt("09:01:50"), "two");
+    EXPECT_EQ(documentAfterASwitchAt("09:00:40"), "/home/mia/1");
+    EXPECT_EQ(documentAfterASwitchAt("09:01:50"), "/home/mia/4") << "asked for again, as for the mail";
+    tracker.reset();
 }
 
 TEST_F(WorkingDayTest, WithoutAStoreTheLoopRunsOnAndSaysWhatIsMissing) {
@@ -125,9 +162,8 @@ TEST_F(WorkingDayTest, WithoutAStoreTheLoopRunsOnAndSaysWhatIsMissing) {
     playUntil("09:00:01");
     EXPECT_THAT(trackerLines(),
                 ElementsAre("Starting tracking with modelContext: false", "✅ 已注册应用切换事件监听器（带防抖）",
-                            "📱 App switch: Editor (org.example.editor)",
-                            "无法获取文档路径，使用窗口标题作为备用信息: chapter one - Editor",
-                            "No modelContext for finalizeCurrentRecord", "No modelContext for startNewRecord"));
+                            "📱 App switch: Editor (org.example.editor)", "No modelContext for finalizeCurrentRecord",
+                            "No modelContext for startNewRecord"));
     EXPECT_THAT(records(), IsEmpty());
 }
 
