@@ -1,6 +1,6 @@
+#include "Pictures.h"
 #include "rules/BuiltInRuleTemplates.h"
 #include "shell/logs/LogViewerWindow.h"
-#include "shell/pictures/Pictures.h"
 #include "shell/rules/RulesPage.h"
 #include "shell/settings/SettingsTabs.h"
 #include "shell/support/Offscreen.h"

@@ -1,4 +1,4 @@
-#include "shell/pictures/Pictures.h"
+#include "Pictures.h"
 #include "shell/state/CloudKitSyncView.h"
 #include "support/Builders.h"
 

@@ -1,8 +1,8 @@
 // Draws the pictures of the documentation: every screen over sample days, without a display.
+#include "Pictures.h"
 #include "shell/look/Appearance.h"
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
-#include "shell/pictures/Pictures.h"
 
 #include <QAbstractButton>
 #include <QApplication>

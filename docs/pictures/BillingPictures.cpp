@@ -1,6 +1,6 @@
+#include "Pictures.h"
 #include "shell/billing/BillingPage.h"
 #include "shell/look/SegmentedControl.h"
-#include "shell/pictures/Pictures.h"
 #include "shell/state/BillingPackPreviewView.h"
 #include "shell/support/Offscreen.h"
 #include "store/ActivityRecord.h"

@@ -1,5 +1,5 @@
+#include "Pictures.h"
 #include "shell/chart/DayChartView.h"
-#include "shell/pictures/Pictures.h"
 #include "shell/support/Offscreen.h"
 #include "timeline/DayTimelineGeometry.h"
 
