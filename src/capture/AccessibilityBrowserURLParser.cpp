@@ -43,7 +43,8 @@ AccessibilityBrowserURLParser::getURL(const std::string& bundleId,
         return std::nullopt;
     }
     if (const auto url = attributeURL(*window)) return normalized(*url);
-    if (const auto page = webArea(*window)) {
+    SearchBudget budget(stop_);
+    if (const auto page = webArea(*window, budget)) {
         if (const auto url = attributeURL(*page)) return normalized(*url);
     }
     const auto title = AccessibleAttribute::text(accessibility_, *window, platform::AccessibleName::title);
@@ -66,14 +67,14 @@ std::optional<std::string> AccessibilityBrowserURLParser::attributeURL(const pla
 }
 
 std::optional<platform::AccessibleElement>
-AccessibilityBrowserURLParser::webArea(const platform::AccessibleElement& element, int depth) {
-    if (depth == maximumDepth) return std::nullopt;
+AccessibilityBrowserURLParser::webArea(const platform::AccessibleElement& element, SearchBudget& budget, int depth) {
+    if (depth == maximumDepth || !budget.visit()) return std::nullopt;
     if (AccessibleAttribute::text(accessibility_, element, platform::AccessibleName::role) ==
         platform::AccessibleName::webAreaRole)
         return element;
     const auto children = AccessibleAttribute::elements(accessibility_, element, platform::AccessibleName::children);
     for (const auto& child : children) {
-        if (auto found = webArea(child, depth + 1)) return found;
+        if (auto found = webArea(child, budget, depth + 1)) return found;
     }
     return std::nullopt;
 }

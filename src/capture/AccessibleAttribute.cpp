@@ -7,6 +7,8 @@ namespace {
 
 using platform::AccessibleElement;
 
+constexpr std::size_t longestText = 65'536;  // bytes: no title or address is longer, but a whole document may come
+
 template <class Kind>
 std::optional<Kind> read(platform::Accessibility& accessibility, const AccessibleElement& element,
                          std::string_view name) {
@@ -20,7 +22,7 @@ std::optional<Kind> read(platform::Accessibility& accessibility, const Accessibl
 std::optional<std::string> text(platform::Accessibility& accessibility, const AccessibleElement& element,
                                 std::string_view name) {
     auto value = read<platform::AccessibleText>(accessibility, element, name);
-    return value ? std::optional(std::move(value->text)) : std::nullopt;
+    return value && value->text.size() <= longestText ? std::optional(std::move(value->text)) : std::nullopt;
 }
 
 std::optional<AccessibleElement> element(platform::Accessibility& accessibility, const AccessibleElement& element,

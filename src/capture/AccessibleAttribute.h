@@ -10,7 +10,7 @@
 /// Attributes of elements, read as what the reader expects. What is of another kind counts as missing.
 namespace quorvane::AccessibleAttribute {
 
-/// A text or a URL; it may be empty. None if there is no such attribute.
+/// A text or a URL; it may be empty. None if there is no such attribute, or if it is longer than 64 KiB.
 [[nodiscard]] std::optional<std::string> text(platform::Accessibility& accessibility,
                                               const platform::AccessibleElement& element, std::string_view name);
 

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "capture/AccessibleAttribute.h"
+#include "capture/SearchBudget.h"
 
 #include <algorithm>
 #include <array>
@@ -9,6 +10,7 @@
 #include <unicode/brkiter.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <utility>
 
 namespace quorvane::ChatTitleSearch {
 namespace {
@@ -53,12 +55,11 @@ bool hasLetterOrDigit(const icu::UnicodeString& text) {
 /// One search, which ends after so many elements.
 class Search {
 public:
-    Search(platform::Accessibility& accessibility, std::string_view bundleId, int limit)
-        : accessibility_(accessibility), bundleId_(bundleId), limit_(limit) {}
+    Search(platform::Accessibility& accessibility, std::string_view bundleId, SearchBudget budget)
+        : accessibility_(accessibility), bundleId_(bundleId), budget_(std::move(budget)) {}
 
     std::optional<std::string> from(const AccessibleElement& element, int depth) {
-        if (visits_ == limit_) return std::nullopt;
-        ++visits_;
+        if (!budget_.visit()) return std::nullopt;
         if (auto text = textOf(element); text && isPlausible(*text, bundleId_)) return text;
         if (depth == 0) return std::nullopt;
         for (const auto& child : AccessibleAttribute::elements(accessibility_, element, AccessibleName::children)) {
@@ -79,8 +80,7 @@ private:
 
     platform::Accessibility& accessibility_;
     std::string_view bundleId_;
-    int limit_;
-    int visits_ = 0;
+    SearchBudget budget_;
 };
 
 }  // namespace
@@ -99,11 +99,12 @@ bool isPlausible(std::string_view text, std::string_view bundleId) {
 }
 
 std::optional<std::string> find(platform::Accessibility& accessibility, const AccessibleElement& application,
-                                const AccessibleElement& window, std::string_view bundleId) {
+                                const AccessibleElement& window, std::string_view bundleId,
+                                const std::stop_token& stop) {
     if (const auto focused = AccessibleAttribute::element(accessibility, application, AccessibleName::focusedElement)) {
-        if (auto found = Search(accessibility, bundleId, 80).from(*focused, 3)) return found;
+        if (auto found = Search(accessibility, bundleId, SearchBudget(stop, 80)).from(*focused, 3)) return found;
     }
-    return Search(accessibility, bundleId, 120).from(window, 4);
+    return Search(accessibility, bundleId, SearchBudget(stop, 120)).from(window, 4);
 }
 
 }  // namespace quorvane::ChatTitleSearch

@@ -3,6 +3,7 @@
 #include "platform/Accessibility.h"
 
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -16,9 +17,10 @@ namespace quorvane::ChatTitleSearch {
 [[nodiscard]] bool isPlausible(std::string_view text, std::string_view bundleId);
 
 /// The title of the conversation, as its element has it: around what has the focus, else in the window. Looks at 200
-/// elements at most.
+/// elements at most, for a second each, and ends early once `stop` is requested.
 [[nodiscard]] std::optional<std::string> find(platform::Accessibility& accessibility,
                                               const platform::AccessibleElement& application,
-                                              const platform::AccessibleElement& window, std::string_view bundleId);
+                                              const platform::AccessibleElement& window, std::string_view bundleId,
+                                              const std::stop_token& stop = {});
 
 }  // namespace quorvane::ChatTitleSearch

@@ -106,7 +106,7 @@ DocumentPathFetcher::readAccessibilityInfo(const platform::RunningApplication& a
                            .document = stringValue(accessibility_, *window, AccessibleName::document)};
     if (ChatTitleSearch::isChatApplication(bundleId)) {
         if (const auto element = accessibility_.application(application.processIdentifier))
-            info.chatTitle = ChatTitleSearch::find(accessibility_, *element, *window, bundleId);
+            info.chatTitle = ChatTitleSearch::find(accessibility_, *element, *window, bundleId, stop_);
     }
     return info;
 }

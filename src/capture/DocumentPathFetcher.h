@@ -7,8 +7,10 @@
 #include "platform/RunningApplications.h"
 
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quorvane {
 
@@ -25,8 +27,9 @@ public:
     };
 
     DocumentPathFetcher(platform::Accessibility& accessibility, platform::RunningApplications& applications,
-                        platform::Automation& automation, ConsoleSink& console)
-        : accessibility_(accessibility), applications_(applications), automation_(automation), console_(console) {}
+                        platform::Automation& automation, ConsoleSink& console, std::stop_token stop = {})
+        : accessibility_(accessibility), applications_(applications), automation_(automation), console_(console),
+          stop_(std::move(stop)) {}
 
     [[nodiscard]] WindowInfo windowInfo(const std::string& bundleId) override { return getDocumentInfo(bundleId); }
 
@@ -53,6 +56,7 @@ private:
     platform::RunningApplications& applications_;
     platform::Automation& automation_;
     ConsoleSink& console_;
+    std::stop_token stop_;  ///< ends searches
 };
 
 }  // namespace quorvane

@@ -27,6 +27,8 @@ namespace {
 /// At login a tracker may be there before the window manager is.
 constexpr Seconds patienceForWindowManager = 5s;
 
+constexpr Seconds patienceForWorkers = 2s;
+
 /// What a timer can count.
 constexpr Seconds longestRun = 480h;
 
@@ -158,7 +160,9 @@ void track(const CommandContext& context, std::optional<Seconds> duration) {
     runLoop.run();
     view.judgeBeginning();
     const bool isSaved = session.stop();
-    runLoop.finishBackground();
+    // A worker may hang in a file of a dead network or in another program; what there was to save is saved.
+    if (!runLoop.finishBackground(patienceForWorkers))
+        ::_exit(static_cast<int>(isSaved ? ExitStatus::done : ExitStatus::failed));
     announcements.throwIfFailed();
     view.throwIfFailed();
     if (!isSaved) throw CommandError(ExitStatus::failed, "the last record could not be saved");

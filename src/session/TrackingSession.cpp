@@ -8,10 +8,10 @@ namespace quorvane {
 
 TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store,
                                  platform::UserDefaults& defaults, ConsoleSink& console)
-    : store_(store), console_(console),
-      documents_(desktop.accessibility(), desktop.runningApplications(), desktop.automation(), console),
+    : store_(store), console_(console), documents_(desktop.accessibility(), desktop.runningApplications(),
+                                                   desktop.automation(), console, end_.get_token()),
       scripts_(runLoop, desktop.automation(), console, platform::uptime),
-      pages_(desktop.accessibility(), desktop.runningApplications(), console),
+      pages_(desktop.accessibility(), desktop.runningApplications(), console, end_.get_token()),
       browserURLs_(desktop.runningApplications(), desktop.automation(), scripts_, pages_, console, platform::uptime),
       categories_(defaults, console), keyboardMonitor_(runLoop, desktop.keys(), desktop.settingsPanes(), console),
       mouseMonitor_(runLoop, desktop.pointer(), console),
@@ -40,6 +40,7 @@ void TrackingSession::noteCapture() {
 }
 
 bool TrackingSession::stop() {
+    end_.request_stop();
     tracker_.stop();
     try {
         store_.save();

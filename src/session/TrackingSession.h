@@ -28,7 +28,7 @@ public:
     void start();
 
     /// Ends tracking with the open record closed and saved; false if it could not be saved, with a line that says why.
-    /// Meant for the end of the program: it waits for nothing that the run loop would bring.
+    /// Meant for the end of the program: it waits for nothing that the run loop would bring, and calls workers off.
     bool stop();
 
     [[nodiscard]] ActivityTracker& tracker() { return tracker_; }
@@ -41,6 +41,7 @@ private:
 
     ModelContext& store_;
     ConsoleSink& console_;
+    std::stop_source end_;  ///< ends what workers search
     DocumentPathFetcher documents_;
     AppleScriptManager scripts_;
     AccessibilityBrowserURLParser pages_;

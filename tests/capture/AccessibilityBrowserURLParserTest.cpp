@@ -56,6 +56,19 @@ TEST_F(AccessibilityBrowserURLParserTest, AsksNothingWithoutTrustOrOfAnotherAppl
                                              "AccessibilityBrowserURLParser: 无法定位前台窗口"));
 }
 
+TEST_F(AccessibilityBrowserURLParserTest, AnEndlessTreeCostsAtMostSoManyElementsAndNoneOnceTrackingEnds) {
+    accessibility.setChildren("window", std::vector<std::string>(10, "window"));
+    std::stop_source end;
+    AccessibilityBrowserURLParser ending(accessibility, applications, console, end.get_token());
+    EXPECT_EQ(ending.getURL("org.example.browser"), std::nullopt);
+    EXPECT_GT(accessibility.asked().size(), 1000U);
+    EXPECT_LT(accessibility.asked().size(), 5000U);  // each element is asked for its role and its children
+    const auto before = accessibility.asked().size();
+    end.request_stop();
+    EXPECT_EQ(ending.getURL("org.example.browser"), std::nullopt);
+    EXPECT_LT(accessibility.asked().size() - before, 10U);
+}
+
 TEST_F(AccessibilityBrowserURLParserTest, TheFirstOfThreeAttributesGivesTheURL) {
     accessibility.setText("window", Name::value, "www.value.example/x");
     EXPECT_EQ(parser.getURL("org.example.browser"), "https://www.value.example/x");

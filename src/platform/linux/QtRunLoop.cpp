@@ -132,8 +132,8 @@ void QtRunLoop::runPosted() {
         QCoreApplication::sendPostedEvents(&impl_->context, QEvent::MetaCall);
 }
 
-void QtRunLoop::finishBackground() {
-    impl_->pool.waitForDone();
+bool QtRunLoop::finishBackground(Seconds patience) {
+    return impl_->pool.waitForDone(static_cast<int>(milliseconds(patience).count()));
 }
 
 void QtRunLoop::quit(int status) {

@@ -30,8 +30,9 @@ public:
     /// Runs what is posted, and what that posts in turn, until nothing is left; no timer fires.
     void runPosted();
 
-    /// Waits until no background work is left. What it would have posted stays unheard unless the loop runs on.
-    void finishBackground();
+    /// Waits until no background work is left, for `patience` at most; false if some still runs. What it would have
+    /// posted stays unheard unless the loop runs on.
+    bool finishBackground(Seconds patience);
 
     /// Ends `run`, also one that has not begun yet. From any thread.
     void quit(int status = 0);

@@ -16,11 +16,17 @@
 
 #include <QCoreApplication>
 #include <csignal>
+#include <cstdlib>
 #include <malloc.h>
+#include <unistd.h>
 #include <utility>
 
 namespace quorvane {
 namespace {
+
+constexpr Seconds patienceForWorkers = 2s;
+
+QuorvaneApp* runningApp = nullptr;  // for whoever leaves by exit()
 
 /// By the stored settings; where there are none, or they can't be read, all hours count.
 bool isWithinWorkHours(ModelContext& context, Date now) {
@@ -153,20 +159,35 @@ QuorvaneApp::~QuorvaneApp() {
     subscriptions_.clear();
     parts_.singleInstance.setRecording = nullptr;
     windows_.close();
+    endTracking();
+    runningApp = nullptr;
     // Calls its questions to the cloud off; they would be waited for.
     if (scene_) scene_->cloudKitSyncService.reset();
-    parts_.runLoop.finishBackground();
-    // The store goes before the tracker, which closes its record and then has nowhere to save it.
+    if (!parts_.runLoop.finishBackground(patienceForWorkers)) ::_exit(status_);
+    scene_.reset();
     SafeModelContainer::reset();
 }
 
 int QuorvaneApp::run(bool isInBackground) {
     const platform::UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, [this](int) { parts_.runLoop.quit(); });
+    runningApp = this;
+    // Qt leaves by exit() when the display server goes; nothing on the stack is destroyed then.
+    static const int registered = std::atexit([] {
+        if (runningApp) runningApp->endTracking();
+    });
+    (void)registered;
     if (isInBackground)
         startInBackground();
     else
         openWindow();
-    return parts_.runLoop.run();
+    status_ = parts_.runLoop.run();
+    endTracking();
+    return status_;
+}
+
+void QuorvaneApp::endTracking() {
+    if (!scene_ || std::exchange(hasEnded_, true)) return;
+    scene_->session.stop();
 }
 
 QuorvaneApp::Scene& QuorvaneApp::scene() {

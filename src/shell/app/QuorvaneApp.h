@@ -41,11 +41,15 @@ public:
     explicit QuorvaneApp(Parts parts);
     QuorvaneApp(const QuorvaneApp&) = delete;
     QuorvaneApp& operator=(const QuorvaneApp&) = delete;
-    /// Ends as if the process were killed, without a last save: the open record stays open in the store.
+    /// Ends the tracking, if that was not done yet. A worker that still runs after two seconds ends with the process.
     ~QuorvaneApp();
 
-    /// Shows the window or, as login item, only tracks; serves events until somebody quits. The exit status.
+    /// Shows the window or, as login item, only tracks; serves events until somebody quits. Then the open record ends
+    /// at the last sign of life and is saved. The exit status.
     int run(bool isInBackground);
+
+    /// The same end when the process is made to exit at once, as Qt does when the X server goes.
+    void endTracking();
 
 private:
     struct Scene;
@@ -69,6 +73,8 @@ private:
     MainWindows windows_;
     SelfDiagnostics diagnostics_;
     std::unique_ptr<Scene> scene_;  ///< made with the first content
+    int status_ = 0;
+    bool hasEnded_ = false;
     std::vector<Subscription> subscriptions_;
 };
 
