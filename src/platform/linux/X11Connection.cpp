@@ -19,7 +19,7 @@ X11Connection::X11Connection(Reader reader) {
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
         refusal_ = {.name = "X11",
-                    .reason = "no display: neither DISPLAY nor WAYLAND_DISPLAY is set",
+                    .reason = "no display: DISPLAY is not set, and no Wayland compositor answers",
                     .remedy = "Start it from a terminal inside the desktop session.",
                     .obstacle = Obstacle::noDisplay};
         return;
