@@ -18,15 +18,17 @@ protected:
 
 TEST_F(StatusCommandTest, TellsOfAnEmptyStore) {
     load("");
-    EXPECT_EQ(outputOf({"--json", "status"}),
-              R"({"tracking":false,"open_record":null,"today_seconds":0.0,"today_records":0,)"
-              R"("capture":{"can_see":false,"reason":"no display: DISPLAY is not set, and no Wayland compositor answers",)"
-              R"("remedy":"Start it from a terminal inside the desktop session."}})"
-              "\n");
-    EXPECT_EQ(outputOf({"status"}), "Tracking:     no\n"
-                                    "Can see:      nothing: no display: DISPLAY is not set, and no Wayland compositor answers\n"
-                                    "              -> Start it from a terminal inside the desktop session.\n"
-                                    "Open record:  none\nToday:        0:00:00 in 0 records\n");
+    EXPECT_EQ(
+        outputOf({"--json", "status"}),
+        R"({"tracking":false,"open_record":null,"today_seconds":0.0,"today_records":0,)"
+        R"("capture":{"can_see":false,"reason":"no display: DISPLAY is not set, and no Wayland compositor answers",)"
+        R"("remedy":"Start it from a terminal inside the desktop session."}})"
+        "\n");
+    EXPECT_EQ(outputOf({"status"}),
+              "Tracking:     no\n"
+              "Can see:      nothing: no display: DISPLAY is not set, and no Wayland compositor answers\n"
+              "              -> Start it from a terminal inside the desktop session.\n"
+              "Open record:  none\nToday:        0:00:00 in 0 records\n");
 }
 
 TEST_F(StatusCommandTest, TakesTrackingForAliveUntilTheHeartbeatIsTwoMinutesOld) {

@@ -17,8 +17,9 @@ TEST_F(TrackCommandTest, EndsWhereItCanNotSeeAnythingAndSaysWhatDoctorSays) {
     const auto result = run({"track", "--for", "60"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err, isRefusal(HasSubstr("nothing can be seen: no display: neither DISPLAY nor WAYLAND_DISPLAY "
-                                                "is set. Start it from a terminal inside the desktop session.")));
+    EXPECT_THAT(result.err, isRefusal(HasSubstr(
+                                "nothing can be seen: no display: DISPLAY is not set, and no "
+                                "Wayland compositor answers. Start it from a terminal inside the desktop session.")));
 }
 
 TEST_F(TrackCommandTest, WhoAsksForTheApplicationHearsWhoTracksInstead) {

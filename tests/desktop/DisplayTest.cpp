@@ -61,8 +61,9 @@ TEST(DisplayTest, EveryQuestionIsListed) {
 
 TEST(DisplayTest, WithoutADisplayThatAnswersEverythingIsRefused) {
     QtRunLoop runLoop;
-    for (const auto& [display, reason] : {std::pair("", "no display: DISPLAY is not set, and no Wayland compositor answers"),
-                                          std::pair(":64999", "DISPLAY=:64999")}) {
+    for (const auto& [display, reason] :
+         {std::pair("", "no display: DISPLAY is not set, and no Wayland compositor answers"),
+          std::pair(":64999", "DISPLAY=:64999")}) {
         SCOPED_TRACE(reason);
         DesktopSession session({.display = false, .buses = false});
         if (*display) session.environment().set("DISPLAY", display);
