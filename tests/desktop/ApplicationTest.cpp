@@ -141,7 +141,7 @@ TEST_F(ApplicationTest, TheCompanionPausesItStartsItAndShowsItsWindowAndSaysWhat
         store.mainContext().insert(settings);
         store.mainContext().save();
     }
-    const auto application = start({"--background"});
+    const auto application = launch({"--background"});
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(cli("pause").out, "{\"tracking\":false,\"hindrance\":null}\n");
     EXPECT_TRUE(application->hasWritten("ActivityTracker: ❌ 已注销"));

@@ -234,8 +234,8 @@ platform::ApplicationRemote::Recording QuorvaneApp::setRecording(bool isOn) {
 
 /// Why nothing is recorded at this moment though it is wanted; empty if nothing stands in the way.
 std::string QuorvaneApp::hindrance() {
-    const auto frontWindow = scene().desktop.foreground().channel();
-    if (!frontWindow.isAvailable) return "the front window can't be seen: " + frontWindow.reason;
+    const auto& capture = scene().session.tracker().captureHealth();
+    if (!capture.canSee()) return "nothing can be seen: " + capture.sentence();
     return isWithinWorkHours(container_.mainContext(), parts_.runLoop.now()) ? "" : "this is outside the work hours";
 }
 
