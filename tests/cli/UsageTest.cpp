@@ -1,7 +1,5 @@
 #include "cli/CliFixture.h"
 
-using testing::_;
-
 namespace quorvane {
 namespace {
 
