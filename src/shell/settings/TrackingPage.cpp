@@ -46,6 +46,7 @@ TrackingPage::TrackingPage(SettingsView& settings, const Localization& localizat
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Metrics::cardGap);
     column->addWidget(idle());
+    column->addWidget(records());
     column->addWidget(workHours());
     column->addWidget(preview());
     refresh();
@@ -82,6 +83,19 @@ SettingsCombo* TrackingPage::thresholds() {
             settings_.idleThresholdMinutes = SettingsView::idleMinutesOffered.at(static_cast<std::size_t>(index));
     });
     return combo;
+}
+
+QWidget* TrackingPage::records() {
+    auto* const section = new SettingsSection(qt(localization_.text("records_section_title")));
+    auto* const titles = new Switch({});
+    titles->setChecked(settings_.splitsRecordsByTitle);
+    connect(titles, &QAbstractButton::toggled, this, [this](bool isOn) {
+        settings_.splitsRecordsByTitle = isOn;
+        refresh();
+    });
+    titlesRow_ = new SettingsRow(qt(localization_.text("split_by_title_toggle")), titles);
+    section->addRow(titlesRow_);
+    return section;
 }
 
 QWidget* TrackingPage::workHours() {
@@ -176,6 +190,8 @@ QWidget* TrackingPage::preview() {
 void TrackingPage::refresh() {
     idleRow_->setHelp(qt(settings_.enableIdleDetection ? localization_.text("idle_detection_enabled_help")
                                                        : localization_.text("idle_detection_disabled_help")));
+    titlesRow_->setHelp(qt(settings_.splitsRecordsByTitle ? localization_.text("split_by_title_enabled_help")
+                                                          : localization_.text("split_by_title_disabled_help")));
     thresholdRow_->setVisible(settings_.enableIdleDetection);
     daysRow_->setVisible(settings_.onlyTrackWorkHours);
     hoursRow_->setVisible(settings_.onlyTrackWorkHours);

@@ -14,7 +14,7 @@ class SettingsCombo;
 class SettingsRow;
 class SettingsSection;
 
-/// When somebody is away, when they work, and what that means in words.
+/// When somebody is away, what begins a record, when they work, and what that means in words.
 class TrackingPage : public QWidget {
 public:
     TrackingPage(SettingsView& settings, const Localization& localization, QWidget* parent = nullptr);
@@ -22,6 +22,7 @@ public:
 private:
     QWidget* idle();
     SettingsCombo* thresholds();
+    QWidget* records();
     QWidget* workHours();
     QWidget* days();
     QWidget* hours();
@@ -34,6 +35,7 @@ private:
     const Localization& localization_;
     SettingsRow* idleRow_ = nullptr;
     QWidget* thresholdRow_ = nullptr;
+    SettingsRow* titlesRow_ = nullptr;
     QWidget* daysRow_ = nullptr;
     QWidget* hoursRow_ = nullptr;
     Label* meaning_ = nullptr;

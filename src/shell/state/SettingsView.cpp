@@ -59,6 +59,7 @@ void SettingsView::take(const AppSettings& settings) {
         fromRawValue<SupportedLanguage>(settings.preferredLanguage()).value_or(SupportedLanguage::chinese);
     enableIdleDetection = settings.enableIdleDetection();
     idleThresholdMinutes = settings.idleThresholdMinutes();
+    splitsRecordsByTitle = settings.splitsRecordsByTitle();
     hideDockIcon = settings.hideDockIcon();
 }
 
@@ -91,6 +92,7 @@ void SettingsView::copyInto(AppSettings& settings) const {
     settings.preferredLanguage = std::string(rawValue(selectedLanguage));
     settings.enableIdleDetection = enableIdleDetection;
     settings.idleThresholdMinutes = idleThresholdMinutes;
+    settings.splitsRecordsByTitle = splitsRecordsByTitle;
     settings.hideDockIcon = hideDockIcon;
 }
 

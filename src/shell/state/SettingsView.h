@@ -44,6 +44,7 @@ public:
     SupportedLanguage selectedLanguage = SupportedLanguage::english;
     bool enableIdleDetection = false;
     std::int64_t idleThresholdMinutes = 0;
+    bool splitsRecordsByTitle = false;
     bool hideDockIcon = false;
 
     /// Takes what is stored. Where that can't be read, everything stays.

@@ -74,7 +74,7 @@ TEST_F(SettingsSheetTest, OneTabShowsAndTheArrowsChooseAnother) {
     press(Qt::Key_Right);
     EXPECT_EQ(QApplication::focusWidget(), &named("Tracking"));
     EXPECT_THAT(accessibleNames(topSheet(), QAccessible::CheckBox),
-                ElementsAre("Notice when I am away", "Record during work hours only"));
+                ElementsAre("Notice when I am away", "Another title begins a record", "Record during work hours only"));
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&named("Tracking"))->state().selected);
     press(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), &named("Notice when I am away"));
@@ -93,6 +93,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     open();
     named<QComboBox>("Language of praise and cards").setCurrentIndex(6);
     chooseTab(1);
+    click("Another title begins a record");
     click("Record during work hours only");
     named<QComboBox>("From, Hour").setCurrentIndex(7);
     named<QComboBox>("To, Minutes").setCurrentIndex(59);
@@ -107,6 +108,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     EXPECT_EQ(settings.workStartHour(), 7);
     EXPECT_EQ(settings.workEndMinute(), 59);
     EXPECT_EQ(settings.idleThresholdMinutes(), 10);
+    EXPECT_FALSE(settings.splitsRecordsByTitle());
 }
 
 TEST_F(SettingsSheetTest, AStoredThresholdThatIsNotOfferedShowsAndStays) {

@@ -44,6 +44,8 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
     EXPECT_EQ(second.selectedLanguage, SupportedLanguage::japanese);
     second.hideDockIcon = false;
     second.workEndMinute = 45;
+    EXPECT_TRUE(second.splitsRecordsByTitle);
+    second.splitsRecordsByTitle = false;
     EXPECT_TRUE(second.save());
     EXPECT_TRUE(second.save());
     const auto rows = stored();
@@ -51,6 +53,7 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
     EXPECT_EQ(rows[0]->workDays(), "0,2,6");
     EXPECT_EQ(rows[0]->preferredLanguage(), "ja");
     EXPECT_EQ(rows[0]->workEndMinute(), 45);
+    EXPECT_FALSE(rows[0]->splitsRecordsByTitle());
     EXPECT_EQ(rows[0]->createdAt(), at("12:00:00"));
     EXPECT_EQ(rows[0]->updatedAt(), at("12:01:00"));
     EXPECT_THAT(applied, ElementsAre(std::pair(true, false), std::pair(false, true), std::pair(false, false)));
