@@ -119,10 +119,6 @@ bool PostgresServer::isInstalled() {
     return !programs().empty();
 }
 
-Path PostgresServer::program(const std::string& name) {
-    return programs() / name;
-}
-
 Path PostgresServer::serviceFile(const std::string& user, const std::vector<std::string>& more) const {
     Path file = folder_ / "pg_service.conf";
     for (int number = 2; std::filesystem::exists(file); ++number)
@@ -132,15 +128,12 @@ Path PostgresServer::serviceFile(const std::string& user, const std::vector<std:
     return file;
 }
 
-std::string PostgresServer::overTls(const std::string& user) const {
-    return fmt::format("host=localhost hostaddr=127.0.0.1 port={} dbname=quorvane user={} password={}-pw "
-                       "sslmode=verify-full sslrootcert={}/ca.crt",
-                       port_, user, user, folder().string());
-}
-
-std::string PostgresServer::overSocket(const std::string& user, const std::string& database) const {
-    return fmt::format("host={} port={} dbname={} user={} password={}-pw", folder().string(), port_, database, user,
-                       user);
+std::map<std::string, std::string> PostgresServer::access(const std::string& role, const std::string& database) const {
+    return {{"host", folder().string()},
+            {"port", std::to_string(port_)},
+            {"dbname", database},
+            {"user", role},
+            {"password", role + "-pw"}};
 }
 
 ProgramResult PostgresServer::psql(const std::string& role, const std::string& statements,
@@ -152,8 +145,10 @@ ProgramResult PostgresServer::psql(const std::string& role, const std::string& s
                                                  {"PATH", "/usr/bin:/bin"},
                                                  {"PGCONNECT_TIMEOUT", "10"},
                                                  {"TZ", "UTC"}}};
-    return ProgramRun(programs() / "psql",
-                      {"-XqAt", "-v", "ON_ERROR_STOP=1", "-v", "VERBOSITY=verbose", "-d", overSocket(role, database)},
+    std::string where;
+    for (const auto& [keyword, value] : access(role, database))
+        where += fmt::format("{}={} ", keyword, value);
+    return ProgramRun(programs() / "psql", {"-XqAt", "-v", "ON_ERROR_STOP=1", "-v", "VERBOSITY=verbose", "-d", where},
                       setting)
         .wait();
 }

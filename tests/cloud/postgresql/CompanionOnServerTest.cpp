@@ -1,3 +1,4 @@
+#include "base/Json.h"
 #include "base/Text.h"
 #include "cli/CliFixture.h"
 #include "cloud/postgresql/support/PostgresServer.h"
@@ -47,7 +48,7 @@ std::string linesOf(int count) {
 }
 
 /// The companion and a server of its own; what it prints never holds what a record says.
-class SyncOnServerTest : public CliTest {
+class CompanionOnServerTest : public CliTest {
 protected:
     void SetUp() override {
         if (!PostgresServer::isInstalled()) GTEST_SKIP() << "there is no PostgreSQL server on this machine";
@@ -81,7 +82,7 @@ std::string counts(int toUpload, int uploaded, int refused, int downloaded) {
                        uploaded, refused, downloaded);
 }
 
-TEST_F(SyncOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByField) {
+TEST_F(CompanionOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByField) {
     const PostgresServer server;
     use(server.serviceFile());
     load(linesOf(20'000));
@@ -97,7 +98,7 @@ TEST_F(SyncOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByFie
               "20000|20000");
 }
 
-TEST_F(SyncOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithoutDoubles) {
+TEST_F(CompanionOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithoutDoubles) {
     const PostgresServer server;
     use(server.serviceFile());
     constexpr int count = 6000;
@@ -124,8 +125,38 @@ TEST_F(SyncOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithout
     EXPECT_TRUE(records("other.sqlite") == records());
 }
 
+TEST_F(CompanionOnServerTest, OthersReadAShareUntilItIsStopped) {
+    const PostgresServer server;
+    use(server.serviceFile());
+    load("");
+    const auto shares = [&] { return parseJson(outputOf({"shares", "list", "--json"})).value_or(Json::array()); };
+    const auto seen = [&](const std::string& role, const std::string& token) {
+        return server.sql(role, fmt::format("SELECT fields ->> 'title', fields -> 'isActive' FROM "
+                                            "quorvane.public_records WHERE record_name = '{}'",
+                                            token));
+    };
+    std::string token = outputOf({"shares", "create", "--title", "March 漢字"});
+    EXPECT_THAT(token, MatchesRegex("[0-9a-f]{16}\n"));
+    token.pop_back();
+    const Json row = parseJson(outputOf({"shares", "create", "--title", "Kept", "--json"})).value_or(Json());
+    EXPECT_EQ(row["cloud_kit_record_id"], row["share_token"]);
+    for (const char* role : {"alice", "bob", "rita"})
+        EXPECT_EQ(seen(role, token), "March 漢字|true") << role;
+    const Json before = shares();
+    ASSERT_EQ(before.size(), 2U);
+    EXPECT_EQ(before[0], row);
+
+    EXPECT_EQ(outputOf({"shares", "stop", before[1]["id"].get<std::string>()}), "");
+    for (const char* role : {"alice", "bob", "rita", "admin"})
+        EXPECT_EQ(seen(role, token), "") << role;
+    EXPECT_EQ(seen("rita", row["share_token"].get<std::string>()), "Kept|true");
+    Json stopped = before[1];
+    stopped["is_active"] = false;
+    EXPECT_EQ(shares(), Json::array({row, stopped}));
+}
+
 // What else can fail is tried where the client and its words are tested.
-TEST_F(SyncOnServerTest, WithoutAServiceNothingIsWrittenAndItSaysHow) {
+TEST_F(CompanionOnServerTest, WithoutAServiceNothingIsWrittenAndItSaysHow) {
     use(folder_ / "missing.conf");
     const auto result = sync("new.sqlite");
     EXPECT_EQ(result.status, 1);
