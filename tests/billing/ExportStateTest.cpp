@@ -50,8 +50,8 @@ TEST_F(ExportStateTest, ListsProjectsByNameAndCountsWhatIsSelected) {
         names.push_back(project->name());
     EXPECT_THAT(names, ElementsAre("Apfel", "Äpfel", "item 9", "item 10", "Zoo"));
     EXPECT_EQ(state.recordCount(), 3);
-    for (const auto& [toggled, selected, records] : {std::tuple(1, 1, 1), {0, 2, 2}, {0, 1, 1}}) {
-        state.toggle(projects[static_cast<std::size_t>(toggled)]->id());
+    for (const auto& [toggled, selected, records] : {std::tuple(1U, 1U, 1U), {0, 2, 2}, {0, 1, 1}}) {
+        state.toggle(projects[toggled]->id());
         EXPECT_EQ(state.selectedProjectCount(), selected);
         EXPECT_EQ(state.recordCount(), records);
     }

@@ -57,13 +57,6 @@ protected:
         }
     }
 
-    [[nodiscard]] std::vector<std::string> lines() const {
-        std::vector<std::string> texts;
-        for (const auto& line : console.lines())
-            texts.push_back(line.substr(line.find("] [") + 2));
-        return texts;
-    }
-
     TemporaryFolder folder;
     std::string host = "telemetry.example.org";
     std::filesystem::path directory = folder / "perf-reports";
@@ -112,8 +105,9 @@ TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) 
                                           .sampleDurationSeconds = 2,
                                           .callStacksFormat = "linux-eu-stack-v1",
                                           .callStacks = "#0 spin - q\n#1 ~/q /home/_/q\n"}));
-    EXPECT_THAT(lines(), ElementsAre("[WARNING] [PerfWatchdog] 性能报告：CPU 持续 6 秒超过 30%（峰值 87%），开始抓栈",
-                                     EndsWith("发送结果 delivered")));
+    EXPECT_THAT(console.lines(),
+                ElementsAre(EndsWith("[WARNING] [PerfWatchdog] 性能报告：CPU 持续 6 秒超过 30%（峰值 87%），开始抓栈"),
+                            EndsWith("发送结果 delivered")));
     EXPECT_EQ(reporting->uploader().pendingCount(), 0U);
 }
 
@@ -167,14 +161,14 @@ TEST_F(PerformanceWatchdogTest, YesAndNoTakeEffectAtOnceAlsoDuringACapture) {
     play(100s, 100);
     reporting->setEnabled(true);
     EXPECT_EQ(defaults.value("perf-reports.enabled"), "true");
-    EXPECT_THAT(lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：开启"));
+    EXPECT_THAT(console.lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：开启"));
     play(20s, 50);
     EXPECT_EQ(reporting->uploader().pendingCount(), 1U);
     network.requests.clear();
     sampler.whileBusy = [this] { reporting->setEnabled(false); };
     play(700s, 50);
     EXPECT_EQ(sampler.starts, 2);
-    EXPECT_THAT(lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：关闭"));
+    EXPECT_THAT(console.lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：关闭"));
     EXPECT_EQ(defaults.value("perf-reports.enabled"), "false");
     EXPECT_TRUE(std::filesystem::is_empty(directory));
     EXPECT_THAT(network.requests, IsEmpty());
