@@ -2,9 +2,7 @@
 
 #include "base/Text.h"
 #include "store/EntityDescription.h"
-#include "support/Builders.h"
-#include "support/Matching.h"
-#include "support/TemporaryStore.h"
+#include "support/StoreTest.h"
 #include "support/TextTable.h"
 
 #include <fmt/format.h>
@@ -148,11 +146,7 @@ TEST(CSVExporterTest, RoundsAsTheExactValueLies) {
     }
 }
 
-class CSVExportTest : public testing::Test {
-protected:
-    TemporaryStore store_;
-    ModelContext& context() { return store_.context(); }
-};
+class CSVExportTest : public StoreTest {};
 
 TEST_F(CSVExportTest, WritesTheSameBytesWithObjectsAndWithout) {
     const auto web = insertProject(context(), "Web, \"App\"", 33.333);

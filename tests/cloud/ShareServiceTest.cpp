@@ -3,15 +3,10 @@
 #include "cloud/CloudKitDataStrategy.h"
 #include "cloud/CloudKitSyncError.h"
 #include "cloud/ShareRecord.h"
-#include "platform/Clock.h"
 #include "platform/simulated/SimulatedRecordContainer.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "store/JsonForm.h"
 #include "store/StoreError.h"
-#include "support/Builders.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "support/StoreTest.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
@@ -44,7 +39,7 @@ std::string told(const std::exception_ptr& failure) {
     }
 }
 
-class ShareServiceTest : public testing::Test {
+class ShareServiceTest : public StoreTest {
 protected:
     void SetUp() override { restart(); }
 
@@ -52,37 +47,37 @@ protected:
         service.reset();
         console.clear();
         service = std::make_unique<ShareService>(
-            loop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
+            runLoop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
     }
 
     // While the background is held these only begin.
     std::shared_ptr<ActivityShare> create(const ShareService::NewShare& share) {
-        service->createShare(share, context, [this](const auto& created, const auto& failure) {
+        service->createShare(share, context(), [this](const auto& created, const auto& failure) {
             made.push_back(created);
             outcomes.push_back(told(failure));
         });
-        loop.runPosted();
+        runLoop.runPosted();
         return made.empty() ? nullptr : made.back();
     }
     void stop(const std::shared_ptr<ActivityShare>& share) {
-        service->stopShare(share, context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
-        loop.runPosted();
+        service->stopShare(share, context(), [this](const auto& failure) { outcomes.push_back(told(failure)); });
+        runLoop.runPosted();
     }
     void load() {
-        service->loadShares(context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
-        loop.runPosted();
+        service->loadShares(context(), [this](const auto& failure) { outcomes.push_back(told(failure)); });
+        runLoop.runPosted();
     }
     void goOn() {
-        loop.releaseBackground();
-        loop.runPosted();
+        runLoop.releaseBackground();
+        runLoop.runPosted();
     }
 
     std::shared_ptr<ActivityShare> stored(const std::string& token, std::string_view createdAt) {
         auto share = std::make_shared<ActivityShare>();
         share->shareToken = token;
         share->createdAt = at(createdAt);
-        context.insert(share);
-        context.save();
+        context().insert(share);
+        context().save();
         return share;
     }
     /// A public record of another writer, who names the token.
@@ -93,12 +88,7 @@ protected:
     /// From now on the store refuses this.
     void refuse(const std::string& sql) { SQLite::Database(store.file().string(), SQLite::OPEN_READWRITE).exec(sql); }
 
-    platform::SimulatedRunLoop loop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return loop.now(); }};
     platform::SimulatedCloud cloud;
-    TemporaryStore store;
-    ModelContext& context = store.context();
-    RecordingConsole console;
     std::unique_ptr<ShareService> service;
     Shares made;
     std::vector<std::string> outcomes;
@@ -162,9 +152,9 @@ TEST_F(ShareServiceTest, FailuresOfTheCloudEndInTheirWords) {
 }
 
 TEST_F(ShareServiceTest, ARecordThatTheCloudRefusesIsAFailure) {
-    loop.holdBackground();
+    runLoop.holdBackground();
     create({.title = "March"});
-    const auto share = context.fetch<ActivityShare>().front();
+    const auto share = context().fetch<ActivityShare>().front();
     cloud.refusedRecords[share->shareToken()] = "too big";
     goOn();
     EXPECT_THAT(outcomes, ElementsAre("同步失败: too big ()"));
@@ -174,7 +164,7 @@ TEST_F(ShareServiceTest, ARecordThatTheCloudRefusesIsAFailure) {
 
 TEST_F(ShareServiceTest, AStoppedShareLeavesTheCloudAndStaysHereInactive) {
     const auto first = create({.title = "March"});
-    loop.playFor(1s);
+    runLoop.playFor(1s);
     const auto second = create({.title = "April"});
     stop(first);
     EXPECT_THAT(outcomes, ElementsAre("done", "done", "done"));
@@ -208,7 +198,7 @@ TEST_F(ShareServiceTest, LoadingTakesOverWhatTheCloudSaysOfATokenAndNothingElse)
     cloud.publicRecords()["record 0"].values["createdAt"] = at("09:00:00");
     cloud.unreadableRows = {{.recordName = "bad", .reason = "no object"}};
     older->isActive = false;
-    context.save();
+    context().save();
     const std::string before = rowOf(*ours);
     load();
     EXPECT_THAT(outcomes, ElementsAre("done", "done"));
@@ -250,7 +240,7 @@ TEST_F(ShareServiceTest, FailuresOfTheStoreAreTold) {
 
 TEST_F(ShareServiceTest, OperationsRunOneAfterAnother) {
     const auto share = stored("t1", "09:00:00");
-    loop.holdBackground();
+    runLoop.holdBackground();
     create({.title = "March"});
     stop(share);
     load();
@@ -265,7 +255,7 @@ TEST_F(ShareServiceTest, OperationsRunOneAfterAnother) {
 }
 
 TEST_F(ShareServiceTest, AtItsEndItCallsOffWhatIsUnderWay) {
-    loop.holdBackground();
+    runLoop.holdBackground();
     create({.title = "March"});
     load();
     service.reset();
@@ -276,7 +266,7 @@ TEST_F(ShareServiceTest, AtItsEndItCallsOffWhatIsUnderWay) {
 }
 
 TEST_F(ShareServiceTest, TheListenerMayEndTheService) {
-    service->createShare({.title = "March"}, context, [this](const auto&, const auto&) { service.reset(); });
+    service->createShare({.title = "March"}, context(), [this](const auto&, const auto&) { service.reset(); });
     load();
     EXPECT_EQ(service, nullptr);
     EXPECT_THAT(outcomes, IsEmpty());
@@ -285,8 +275,8 @@ TEST_F(ShareServiceTest, TheListenerMayEndTheService) {
 TEST_F(ShareServiceTest, ExportsOrSaysWhyNot) {
     const auto share = stored("t1", "09:00:00");
     share->projectIds = {projectId};
-    aRecord().app("Editor").project(insertProject(context, "Website")).in(context);
-    context.save();
+    aRecord().app("Editor").project(insertProject(context(), "Website")).in(context());
+    context().save();
     const auto other = store.anotherContext();
     const auto records = other->fetch<ActivityRecord>();
     refuse("ALTER TABLE project RENAME TO elsewhere");

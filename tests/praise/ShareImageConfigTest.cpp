@@ -20,13 +20,6 @@ std::vector<AppStat> stats(std::size_t count) {
     return all;
 }
 
-std::vector<std::string> namesOf(const CardContent& content) {
-    std::vector<std::string> names;
-    for (const CardContent::Row& row : content.rows)
-        names.push_back(row.name + (row.isHighlighted ? "!" : "") + (row.isFaded ? "-" : ""));
-    return names;
-}
-
 TEST(ShareImageConfigTest, ApplicationsGetTheColoursInTheirOrderAndAfterTheLastTheFirstAgain) {
     const auto config = shareImageConfig({.scheme = ColorScheme::forest, .appStats = stats(12)});
     for (std::size_t i = 0; i < config.appStats.size(); ++i)
@@ -90,7 +83,10 @@ TEST(CardContentTest, TheHighlightedApplicationStandsOutAndIsAlwaysAmongThoseSho
     for (std::size_t i = 0; i < many.size(); ++i)
         many[i].appName = std::string(1, static_cast<char>('A' + i));
     const auto shown = [&](const std::optional<std::string>& key) {
-        return namesOf(cardContent(shareImageConfig({.appStats = many, .selectedAppKey = key}), 4));
+        std::vector<std::string> names;
+        for (const auto& row : cardContent(shareImageConfig({.appStats = many, .selectedAppKey = key}), 4).rows)
+            names.push_back(row.name + (row.isHighlighted ? "!" : "") + (row.isFaded ? "-" : ""));
+        return names;
     };
     EXPECT_THAT(shown(std::nullopt), ElementsAre("A", "B", "C", "D"));
     EXPECT_THAT(shown(appKey(many[1])), ElementsAre("A-", "B!", "C-", "D-"));

@@ -73,8 +73,7 @@ TEST_F(LiveQueryTest, FollowingChangesGivesWhatAFetchWouldGive) {
     }
     for (int step = 0; step < 600; ++step) {
         const auto all = context.fetch<Record>();
-        const auto any =
-            all.empty() ? nullptr : all[static_cast<std::size_t>(random.below(static_cast<int>(all.size())))];
+        const auto any = all.empty() ? nullptr : random.any(all);
         switch (const int what = random.below(20); what) {
         case 0: context.save(); break;
         case 1:

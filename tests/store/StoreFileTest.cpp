@@ -33,7 +33,9 @@ protected:
         ModelContainer container({.file = file});
         addRecords(container, 50);
     }
-    void alter(const std::string& sql) const { SQLite::Database(file.string(), SQLite::OPEN_READWRITE).exec(sql); }
+    void alter(const std::string& sql) const {
+        SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE).exec(sql);
+    }
 
     static std::size_t countIn(const ModelConfiguration& configuration) {
         return ModelContainer(configuration).mainContext().count<ActivityRecord>();
@@ -84,12 +86,8 @@ TEST_F(StoreFileTest, WhatIsNoStoreOfOursIsRefused) {
         {"header alone", bytes("SQLite format 3\n" + std::string(5000, 'x')), Code::notAStore, "this is not a store"},
         {"another's mark", altered("PRAGMA application_id = 1234"), Code::foreign,
          "this is a database of another program"},
-        {"another's table",
-         [&] {
-             SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
-                 .exec("CREATE TABLE project (x)");
-         },
-         Code::foreign, "this is a database of another program"},
+        {"another's table", [&] { alter("CREATE TABLE project (x)"); }, Code::foreign,
+         "this is a database of another program"},
         {"newer", altered(fmt::format("PRAGMA user_version = {}", Schema::userVersion + 1)), Code::newer,
          "a newer version of the program wrote this store"},
         {"dangling link", [&] { fs::create_symlink(folder / "nowhere", file); }, Code::missing,

@@ -75,12 +75,6 @@ bool hasEnded(pid_t pid) {
     return ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid == pid;
 }
 
-void appendLines(const Path& file, const std::vector<std::string>& lines) {
-    std::ofstream out(file, std::ios::app);
-    for (const auto& line : lines)
-        out << line << '\n';
-}
-
 std::string section(const std::string& name, const std::string& user, const std::vector<std::string>& more, int port,
                     const Path& folder) {
     std::string text = fmt::format("[{}]\n", name);
@@ -102,8 +96,10 @@ PostgresServer::PostgresServer(const PostgresSetUp& setUp) {
     // Only now: the roles that set it up are not bound by them.
     if (!setUp.settings.empty()) {
         stop();
-        appendLines(folder_ / "data/postgresql.conf", setUp.settings);
-        restart();
+        std::ofstream conf(folder_ / "data/postgresql.conf", std::ios::app);
+        for (const auto& line : setUp.settings)
+            conf << line << std::endl;
+        if (!start()) throw std::runtime_error("PostgreSQL does not start again");
     }
 }
 
@@ -231,11 +227,6 @@ void PostgresServer::pause() {
 
 void PostgresServer::resume() {
     if (std::exchange(isPaused_, false)) signalAll(SIGCONT);
-}
-
-void PostgresServer::restart() {
-    const int port = port_;
-    if (!start() || port_ != port) throw std::runtime_error("PostgreSQL does not start again");
 }
 
 int PostgresServer::terminateBackends(const std::string& role) const {

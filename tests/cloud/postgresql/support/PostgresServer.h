@@ -63,10 +63,9 @@ public:
     std::string sql(const std::string& role, const std::string& statements,
                     const std::string& database = "quorvane") const;
 
-    void stop();     ///< Breaks all connections; nobody listens any more.
-    void pause();    ///< It no longer answers, but its connections stay.
-    void resume();   ///< after `pause`
-    void restart();  ///< after `stop`, on the same port
+    void stop();    ///< Breaks all connections; nobody listens any more.
+    void pause();   ///< It no longer answers, but its connections stay.
+    void resume();  ///< after `pause`
 
     /// Breaks the connections of a role; how many they were.
     int terminateBackends(const std::string& role = "alice") const;
