@@ -1,11 +1,8 @@
 #include "cloud/CloudKitDataStrategy.h"
 
 #include "cloud/CloudKitAvailability.h"
-#include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedRecordContainer.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 
 namespace quorvane {
 namespace {
@@ -51,11 +48,9 @@ TEST(CloudKitDataStrategyTest, AShareIsFoundByItsTokenWhileItIsActive) {
     EXPECT_EQ(found("active"), "查询分享链接失败: 同步失败: no server");
 }
 
-TEST(CloudKitAvailabilityTest, TheFirstAnswerHoldsAndSaysOnceWhatIsMissing) {
-    platform::SimulatedRunLoop loop(Date{});
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger(loop, systemLog, console, {});
+class CloudKitAvailabilityTest : public LoggingTest {};
+
+TEST_F(CloudKitAvailabilityTest, TheFirstAnswerHoldsAndSaysOnceWhatIsMissing) {
     int asked = 0;
     int made = 0;
     platform::CloudService service{

@@ -1,10 +1,6 @@
 #include "diagnostics/AppLogger.h"
 
-#include "base/Iso8601.h"
-#include "platform/simulated/RecordingSystemLog.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 
 #include <fmt/format.h>
 #include <map>
@@ -15,19 +11,16 @@ namespace {
 
 using platform::SystemLogType;
 
-class AppLoggerTest : public testing::Test {
+class AppLoggerTest : public LoggingTest {
 protected:
+    AppLoggerTest() : LoggingTest("2026-03-02T09:00:00.5Z", {.shortVersion = "1.2.0", .build = "345"}) {}
+
     [[nodiscard]] std::vector<std::string> messages() const {
         std::vector<std::string> found;
         for (const LogEntry& entry : logger.logs())
             found.push_back(entry.message);
         return found;
     }
-
-    platform::SimulatedRunLoop loop{*parseIso8601("2026-03-02T09:00:00.500Z")};
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger{loop, systemLog, console, {.shortVersion = "1.2.0", .build = "345"}};
 };
 
 TEST_F(AppLoggerTest, TheListBeginsWithTheStartUpLineThatGoesNowhereElse) {

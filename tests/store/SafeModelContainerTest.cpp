@@ -1,10 +1,7 @@
 #include "store/SafeModelContainer.h"
 
-#include "platform/simulated/RecordingSystemLog.h"
-#include "platform/simulated/SimulatedRunLoop.h"
+#include "support/LoggingTest.h"
 #include "support/Matchers.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
 #include "support/TemporaryFolder.h"
 
 #include <stdexcept>
@@ -18,7 +15,7 @@ struct ProcessEnded : std::runtime_error {
 };
 
 /// The ladder of attempts.
-class SafeModelContainerTest : public testing::Test {
+class SafeModelContainerTest : public LoggingTest {
 protected:
     using Open = std::function<std::shared_ptr<ModelContainer>(const ModelConfiguration&)>;
 
@@ -49,10 +46,7 @@ protected:
 
     TemporaryFolder folder;
     const std::filesystem::path file = folder / "store.sqlite";
-    platform::SimulatedRunLoop loop{at("09:00:00")};
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger{loop, systemLog, console, {}};
+
     std::vector<ModelConfiguration> attempts;
 };
 

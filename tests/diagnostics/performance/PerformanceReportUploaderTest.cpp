@@ -2,12 +2,9 @@
 
 #include "diagnostics/performance/PackedBytes.h"
 #include "diagnostics/performance/PerformanceReportDelivery.h"
-#include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedHttpClient.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSerialQueue.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 #include "support/TemporaryFolder.h"
 
 #include <fmt/format.h>
@@ -23,7 +20,7 @@ using platform::HttpResult;
 
 const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
 
-class PerformanceReportUploaderTest : public testing::Test {
+class PerformanceReportUploaderTest : public LoggingTest {
 protected:
     [[nodiscard]] std::unique_ptr<PerformanceReportUploader> make(std::optional<std::filesystem::path> spoolDirectory,
                                                                   const std::string& host) {
@@ -64,11 +61,7 @@ protected:
 
     TemporaryFolder folder;
     std::filesystem::path directory = folder / "perf-reports";
-    platform::SimulatedRunLoop loop{dateFromSecondsSince1970(1'772'000'000)};
     platform::SimulatedHttpClient::Network network;
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger{loop, systemLog, console, {}};
     std::unique_ptr<PerformanceReportUploader> uploader = make(directory, "telemetry.example.org");
 };
 

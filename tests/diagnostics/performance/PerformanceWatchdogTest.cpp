@@ -3,14 +3,11 @@
 #include "base/Uuid.h"
 #include "diagnostics/performance/PackedBytes.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
-#include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedHttpClient.h"
 #include "platform/simulated/SimulatedProcessUsage.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSerialQueue.h"
 #include "platform/simulated/SimulatedStackSampler.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 #include "support/TemporaryFolder.h"
 
 #include <cstdlib>
@@ -23,7 +20,7 @@ using platform::HttpResponse;
 const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
 
 /// The whole pipeline in simulated time: only the tool, the network and the processor are on paper.
-class PerformanceWatchdogTest : public testing::Test {
+class PerformanceWatchdogTest : public LoggingTest {
 protected:
     PerformanceWatchdogTest() {
         network.answers[url] = HttpResponse{.status = 202};
@@ -60,14 +57,10 @@ protected:
     TemporaryFolder folder;
     std::string host = "telemetry.example.org";
     std::filesystem::path directory = folder / "perf-reports";
-    platform::SimulatedRunLoop loop{dateFromSecondsSince1970(1'772'000'000)};
     platform::SimulatedHttpClient::Network network;
     platform::SimulatedProcessUsage usage;
     platform::SimulatedStackSampler sampler;
     platform::InMemoryUserDefaults defaults;
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger{loop, systemLog, console, {}};
     PerformanceWatchdog::Policy policy;
     PerformanceReporting::Surroundings surroundings{
         .hasWindow = true, .isActive = false, .preferredLocalizations = {"zh_Hans"}};
@@ -96,7 +89,7 @@ TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) 
                                           .osVersion = "6.1",
                                           .arch = "x86_64",
                                           .locale = "zh-Hans",
-                                          .capturedAt = "2026-02-25T06:14:26Z",
+                                          .capturedAt = "2026-03-02T09:01:06Z",
                                           .activeSurface = "quorvane.window_inactive",
                                           .thresholdPercent = 30,
                                           .sustainedSeconds = 6,
