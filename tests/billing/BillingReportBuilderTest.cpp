@@ -57,6 +57,9 @@ struct Annotation {
     Seconds end;
 };
 
+/// What is in the store, and the lines that come of it.
+using Case = std::tuple<const char*, std::vector<Record>, std::vector<Annotation>, Texts>;
+
 std::vector<BillingRecord> made(const std::vector<Record>& records) {
     std::vector<BillingRecord> list;
     for (const Record& record : records)
@@ -93,13 +96,7 @@ Texts rowsOf(const std::vector<Record>& records, const std::vector<Annotation>& 
 }
 
 TEST(BillingReportBuilderTest, RowsSumWhatEarnsMoneyAndWhatWasAssigned) {
-    struct Row {
-        const char* name;
-        std::vector<Record> records;
-        std::vector<Annotation> annotations;
-        Texts expected;
-    };
-    const Row rows[] = {
+    const Case rows[] = {
         {"nothing", {}, {}, {}},
         {"counts twice", {{web, 12h, 13h}}, {{web, 12h, 13h}}, {"Web 2 0 2 EUR 200"}},
         {"twice, apart", {{web, 12h, 13h}}, {{app, 12h, 13h}}, {"Web 1 0 1 EUR 100", "App 1 0 1 USD 50"}},
@@ -121,10 +118,8 @@ TEST(BillingReportBuilderTest, RowsSumWhatEarnsMoneyAndWhatWasAssigned) {
         {"the project is gone", {{gone, 12h, 13h}, {web, 12h, 13h}}, {}, {"Web 1 0 1 EUR 100"}},
         {"gone, but assigned", {{gone, 12h, 13h}}, {{gone, 12h, 13h}}, {"Gone 1 0 1 USD 10"}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(rowsOf(row.records, row.annotations), row.expected);
-    }
+    for (const auto& [name, records, annotations, expected] : rows)
+        EXPECT_EQ(rowsOf(records, annotations), expected) << name;
 }
 
 TEST(BillingReportBuilderTest, RowsGoByAmountThenHoursThenId) {
@@ -137,12 +132,7 @@ TEST(BillingReportBuilderTest, RowsGoByAmountThenHoursThenId) {
 }
 
 TEST(BillingReportBuilderTest, FiltersChooseAmongProjectsAndCategories) {
-    struct Row {
-        const char* name;
-        BillingFilters filters;
-        Texts expected;  ///< names with their items
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, BillingFilters, Texts> rows[] = {
         {"all", {}, {"App 2", "Web 3", "Chores 1", "Own 1"}},
         {"one project", {.projectId = uuid(1)}, {"Web 3"}},
         {"unknown project", {.projectId = uuid(8)}, {}},
@@ -162,12 +152,11 @@ TEST(BillingReportBuilderTest, FiltersChooseAmongProjectsAndCategories) {
         {chores, 12h, 14h},
     };
     const std::vector<Annotation> annotations = {{web, 12h, 13h}, {app, 12h, 16h}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        Texts names;
-        for (const auto& line : Builder::reportRows(made(records), made(annotations), projects, monday(row.filters)))
-            names.push_back(fmt::format("{} {}", line.projectName, line.recordCount));
-        EXPECT_EQ(names, row.expected);
+    for (const auto& [name, filters, expected] : rows) {
+        Texts namesWithItems;
+        for (const auto& line : Builder::reportRows(made(records), made(annotations), projects, monday(filters)))
+            namesWithItems.push_back(fmt::format("{} {}", line.projectName, line.recordCount));
+        EXPECT_EQ(namesWithItems, expected) << name;
     }
 }
 
@@ -219,19 +208,13 @@ Texts daysOf(const std::vector<Record>& records, const std::vector<Annotation>& 
 }
 
 TEST(BillingReportBuilderTest, DaysSumTheirRecordsAndWhatWasAssigned) {
-    struct Row {
-        const char* name;
-        std::vector<Record> records;
-        std::vector<Annotation> annotations;
-        Texts expected;
-    };
     const BillingProject twin{.id = uuid(7), .name = "Web", .hourlyRate = 1, .currencyCode = "USD"};
     const auto named = [&](const char* appName, const char* category = "") {
         return Record{web, 12h, 12h, billable, 1, appName, category};
     };
     const std::vector<Record> five = {named("e"), named("d"), named("c"), named("b"), named("a")};
     const Record sixMinutes{web, 12h, 12h + 6min, review};
-    const Row rows[] = {
+    const Case rows[] = {
         {"every rate, names once",
          {{web, 12h, 13h, review}, {&twin, 12h, 13h}, {app, 12h, 13h, billable, 0.5}},
          {},
@@ -254,10 +237,8 @@ TEST(BillingReportBuilderTest, DaysSumTheirRecordsAndWhatWasAssigned) {
          {},
          {"03-02 00:00 1 0 100 Web Editor", "03-03 00:00 1 0 100 Web Editor"}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(daysOf(row.records, row.annotations), row.expected);
-    }
+    for (const auto& [name, records, annotations, expected] : rows)
+        EXPECT_EQ(daysOf(records, annotations), expected) << name;
     EXPECT_THAT(daysOf({}, {{web, 12h, 13h}}, "UTC", "zh"), ElementsAre("03-02 00:00 1 0 100 Web 手动分配：Web"));
 }
 

@@ -2,11 +2,9 @@
 
 #include "base/Text.h"
 #include "store/EntityDescription.h"
-#include "support/Builders.h"
-#include "support/Matching.h"
-#include "support/TemporaryStore.h"
+#include "support/StoreTest.h"
+#include "support/TextTable.h"
 
-#include <cstdlib>
 #include <fmt/format.h>
 #include <limits>
 
@@ -108,38 +106,19 @@ TEST(CSVExporterTest, WritesEveryColumnAsItsValueStands) {
 }
 
 TEST(CSVExporterTest, CountsWholeSecondsAndBillsThem) {
-    struct Row {
-        const char* name;
-        const char* start;
-        std::optional<const char*> end;
-        const char* status;
-        std::int64_t seconds;
-        const char* amount;  ///< at 100 an hour
-    };
-    const Row rows[] = {
-        {"the rest is cut off", "2026-03-04T15:00:00Z", "2026-03-04T15:59:59.9Z", "billable", 3599, "99.97"},
-        {"whole seconds stay whole", "2026-03-04T15:00:00.1Z", "2026-03-04T15:00:01.1Z", "billable", 1, "0.03"},
-        {"less than one", "2026-03-04T15:00:00.000001Z", "2026-03-04T15:00:01Z", "billable", 0, "0.00"},
-        {"swapped", "2026-03-04T16:00:00Z", "2026-03-04T15:00:00Z", "billable", 0, "0.00"},
-        {"no length", "2026-03-04T16:00:00Z", "2026-03-04T16:00:00Z", "billable", 0, "0.00"},
-        {"open", "2026-03-04T15:00:00Z", std::nullopt, "billable", 0, "0.00"},
-        {"excluded", "2026-03-04T15:00:00Z", "2026-03-04T16:00:00Z", "excluded", 3600, "0.00"},
-        {"halves of a cent", "2026-03-04T15:00:00Z", "2026-03-04T15:00:18Z", "review", 18, "0.50"},
-        {"all time", "0001-01-01T00:00:00Z", "9999-12-31T23:59:59Z", "review", 315537897599, "8764941599.97"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& row : textTable(QUORVANE_BILLING_DATA "/billed-seconds.txt")) {
+        SCOPED_TRACE(row[0]);
         const auto record = aRecordWith([&](ActivityRecord& changed) {
-            changed.startTime = at(row.start);
-            changed.endTime = row.end ? std::optional(at(*row.end)) : std::nullopt;
-            changed.billingStatus = row.status;
+            changed.startTime = at(row[1]);
+            changed.endTime = row[2] == "open" ? std::nullopt : std::optional(at(row[2]));
+            changed.billingStatus = row[3];
             changed.project = projectAt(100);
         });
-        EXPECT_EQ(CSVExporter::durationSeconds(*record), row.seconds);
+        EXPECT_EQ(std::to_string(CSVExporter::durationSeconds(*record)), row[4]);
         const auto cells = text::split(lineOf(record), ',');
-        EXPECT_EQ(cells[2].empty(), !row.end);
-        EXPECT_EQ(cells[3], std::to_string(row.seconds));
-        EXPECT_EQ(cells[15], row.amount);
+        EXPECT_EQ(cells[2].empty(), row[2] == "open");
+        EXPECT_EQ(cells[3], row[4]);
+        EXPECT_EQ(cells[15], row[5]);
     }
 }
 
@@ -167,12 +146,7 @@ TEST(CSVExporterTest, RoundsAsTheExactValueLies) {
     }
 }
 
-class CSVExportTest : public testing::Test {
-protected:
-    ModelContext& context() { return store_.context(); }
-
-    TemporaryStore store_;
-};
+class CSVExportTest : public StoreTest {};
 
 TEST_F(CSVExportTest, WritesTheSameBytesWithObjectsAndWithout) {
     const auto web = insertProject(context(), "Web, \"App\"", 33.333);

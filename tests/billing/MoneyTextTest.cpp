@@ -7,13 +7,7 @@ namespace quorvane {
 namespace {
 
 TEST(MoneyTextTest, WritesMoneyAsTheLocaleDoesAndStrangeCodesBehindTheNumber) {
-    struct Row {
-        const char* locale;
-        double amount;
-        const char* currency;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, double, const char*, const char*> rows[] = {
         {"en_US.UTF-8", 6639.25, "EUR", "€6,639.25"},
         {"en_US.UTF-8", 0, "USD", "$0.00"},
         {"en_US.UTF-8", 1234.5, "JPY", "¥1,234"},
@@ -23,9 +17,9 @@ TEST(MoneyTextTest, WritesMoneyAsTheLocaleDoesAndStrangeCodesBehindTheNumber) {
         {"en_US.UTF-8", 6639.25, "Euros", "6639.25 Euros"},
         {"en_US.UTF-8", 2, "", "2.00 "},
     };
-    for (const Row& row : rows) {
-        setenv("LC_ALL", row.locale, 1);
-        EXPECT_EQ(moneyText(row.amount, row.currency), row.expected) << row.locale << ' ' << row.currency;
+    for (const auto& [locale, amount, currency, expected] : rows) {
+        setenv("LC_ALL", locale, 1);
+        EXPECT_EQ(moneyText(amount, currency), expected) << locale << ' ' << currency;
     }
     setenv("LC_ALL", "en_US.UTF-8", 1);  // what tests have
 }

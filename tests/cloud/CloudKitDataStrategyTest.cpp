@@ -1,11 +1,8 @@
 #include "cloud/CloudKitDataStrategy.h"
 
 #include "cloud/CloudKitAvailability.h"
-#include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedRecordContainer.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 
 namespace quorvane {
 namespace {
@@ -51,48 +48,37 @@ TEST(CloudKitDataStrategyTest, AShareIsFoundByItsTokenWhileItIsActive) {
     EXPECT_EQ(found("active"), "查询分享链接失败: 同步失败: no server");
 }
 
-TEST(CloudKitAvailabilityTest, TheFirstAnswerHoldsAndSaysOnceWhatIsMissing) {
-    platform::SimulatedRunLoop loop(Date{});
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger(loop, systemLog, console, {});
+class CloudKitAvailabilityTest : public LoggingTest {};
+
+TEST_F(CloudKitAvailabilityTest, TheFirstAnswerHoldsAndSaysOnceWhatIsMissing) {
     int asked = 0;
-    platform::CloudService service{.isConfigured =
-                                       [&] {
-                                           ++asked;
-                                           return asked > 1;
-                                       },
-                                   .makeContainer = []() -> std::unique_ptr<platform::RecordContainer> {
-                                       ADD_FAILURE() << "a container was made";
-                                       return nullptr;
-                                   }};
-    EXPECT_FALSE(CloudKitAvailability::isAvailable(service, logger));
-    EXPECT_FALSE(CloudKitAvailability::isAvailable(service, logger));
+    int made = 0;
+    platform::CloudService service{
+        .isConfigured = [&] { return ++asked > 1; },
+        .makeContainer = [&] { return ++made, std::unique_ptr<platform::RecordContainer>(); }};
+    for (int i = 0; i < 2; ++i)
+        EXPECT_FALSE(CloudKitAvailability::isAvailable(service, logger));
     EXPECT_EQ(CloudKitAvailability::defaultContainer(service, logger), nullptr);
     EXPECT_EQ(asked, 1);
+    EXPECT_EQ(made, 0);
     EXPECT_THAT(console.lines(),
                 ElementsAre(HasSubstr("[WARNING] [CloudKit] 本构建未带 CloudKit 权限，iCloud 同步停用")));
 }
 
 TEST(CloudKitSyncErrorTest, EachFailureHasItsWords) {
     using Kind = CloudFailure::Kind;
-    struct Row {
-        Kind kind;
-        CloudKitSyncError::Code code;
-        const char* description;
-        const char* cause;
-    };
     using Code = CloudKitSyncError::Code;
-    const Row rows[] = {{Kind::noAccount, Code::notAvailable, "CloudKit不可用，请检查iCloud登录状态", "x"},
-                        {Kind::timedOut, Code::timeout, "同步超时（30秒），请检查网络连接", "x"},
-                        {Kind::recordNotFound, Code::recordNotFound, "记录未找到", "x"},
-                        {Kind::restricted, Code::syncFailed, "同步失败: x", ""},
-                        {Kind::full, Code::syncFailed, "同步失败: x", ""}};
-    for (const Row& row : rows) {
-        const auto error = CloudKitSyncError::from(CloudFailure(row.kind, "x"));
-        EXPECT_EQ(error.code(), row.code);
-        EXPECT_STREQ(error.what(), row.description);
-        EXPECT_EQ(error.cause(), row.cause);
+    const std::tuple<Kind, Code, const char*, const char*> rows[] = {
+        {Kind::noAccount, Code::notAvailable, "CloudKit不可用，请检查iCloud登录状态", "x"},
+        {Kind::timedOut, Code::timeout, "同步超时（30秒），请检查网络连接", "x"},
+        {Kind::recordNotFound, Code::recordNotFound, "记录未找到", "x"},
+        {Kind::restricted, Code::syncFailed, "同步失败: x", ""},
+        {Kind::full, Code::syncFailed, "同步失败: x", ""}};
+    for (const auto& [kind, code, description, cause] : rows) {
+        const auto error = CloudKitSyncError::from(CloudFailure(kind, "x"));
+        EXPECT_EQ(error.code(), code);
+        EXPECT_STREQ(error.what(), description);
+        EXPECT_EQ(error.cause(), cause);
     }
     EXPECT_STREQ(CloudKitSyncError(Code::schedulerError, "x").what(), "CloudKit调度器错误: x（这通常不影响功能）");
     EXPECT_STREQ(CloudKitSyncError(Code::invalidData).what(), "数据格式无效");

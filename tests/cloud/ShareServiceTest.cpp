@@ -3,15 +3,10 @@
 #include "cloud/CloudKitDataStrategy.h"
 #include "cloud/CloudKitSyncError.h"
 #include "cloud/ShareRecord.h"
-#include "platform/Clock.h"
 #include "platform/simulated/SimulatedRecordContainer.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "store/JsonForm.h"
 #include "store/StoreError.h"
-#include "support/Builders.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
-#include "support/TemporaryStore.h"
+#include "support/StoreTest.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
@@ -44,7 +39,7 @@ std::string told(const std::exception_ptr& failure) {
     }
 }
 
-class ShareServiceTest : public testing::Test {
+class ShareServiceTest : public StoreTest {
 protected:
     void SetUp() override { restart(); }
 
@@ -52,42 +47,37 @@ protected:
         service.reset();
         console.clear();
         service = std::make_unique<ShareService>(
-            loop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
+            runLoop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
     }
 
-    void beginCreating(const ShareService::NewShare& share) {
-        service->createShare(share, context, [this](const auto& created, const auto& failure) {
+    // While the background is held these only begin.
+    std::shared_ptr<ActivityShare> create(const ShareService::NewShare& share) {
+        service->createShare(share, context(), [this](const auto& created, const auto& failure) {
             made.push_back(created);
             outcomes.push_back(told(failure));
         });
-    }
-    std::shared_ptr<ActivityShare> create(const std::string& title) {
-        beginCreating({.title = title});
-        loop.runPosted();
-        return made.back();
-    }
-    void beginStopping(const std::shared_ptr<ActivityShare>& share) {
-        service->stopShare(share, context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
+        runLoop.runPosted();
+        return made.empty() ? nullptr : made.back();
     }
     void stop(const std::shared_ptr<ActivityShare>& share) {
-        beginStopping(share);
-        loop.runPosted();
-    }
-    void beginLoading() {
-        service->loadShares(context, [this](const auto& failure) { outcomes.push_back(told(failure)); });
+        service->stopShare(share, context(), [this](const auto& failure) { outcomes.push_back(told(failure)); });
+        runLoop.runPosted();
     }
     void load() {
-        beginLoading();
-        loop.runPosted();
+        service->loadShares(context(), [this](const auto& failure) { outcomes.push_back(told(failure)); });
+        runLoop.runPosted();
     }
-    void leaveTheNetwork() { cloud.failure = CloudFailure(Kind::unreachable, "away"); }
+    void goOn() {
+        runLoop.releaseBackground();
+        runLoop.runPosted();
+    }
 
     std::shared_ptr<ActivityShare> stored(const std::string& token, std::string_view createdAt) {
         auto share = std::make_shared<ActivityShare>();
         share->shareToken = token;
         share->createdAt = at(createdAt);
-        context.insert(share);
-        context.save();
+        context().insert(share);
+        context().save();
         return share;
     }
     /// A public record of another writer, who names the token.
@@ -97,16 +87,8 @@ protected:
     }
     /// From now on the store refuses this.
     void refuse(const std::string& sql) { SQLite::Database(store.file().string(), SQLite::OPEN_READWRITE).exec(sql); }
-    void refuseUpdates() {
-        refuse("CREATE TRIGGER refuse BEFORE UPDATE ON activity_share BEGIN SELECT RAISE(ABORT, 'not now'); END");
-    }
 
-    platform::SimulatedRunLoop loop{at("12:00:00")};
-    platform::ClockOverride clock{[this] { return loop.now(); }};
     platform::SimulatedCloud cloud;
-    TemporaryStore store;
-    ModelContext& context = store.context();
-    RecordingConsole console;
     std::unique_ptr<ShareService> service;
     Shares made;
     std::vector<std::string> outcomes;
@@ -115,14 +97,9 @@ protected:
 TEST_F(ShareServiceTest, CreatesAndPublishesUnderTheToken) {
     std::vector<bool> loading;
     const auto listener = service->changed.subscribe([&] { loading.push_back(service->isLoading()); });
-    beginCreating({.title = "March", .expiresAt = at("2026-04-01 00:00:00"), .projectIds = {projectId}});
-    EXPECT_TRUE(service->isLoading());
-    EXPECT_THAT(outcomes, IsEmpty());
-    loop.runPosted();
+    const auto share = create({.title = "March", .expiresAt = at("2026-04-01 00:00:00"), .projectIds = {projectId}});
     EXPECT_THAT(outcomes, ElementsAre("done"));
     EXPECT_THAT(loading, ElementsAre(true, false));
-
-    const auto share = made.front();
     EXPECT_THAT(service->shares(), ElementsAre(share));
     EXPECT_EQ(service->errorMessage(), std::nullopt);
     const auto rows = store.anotherContext()->fetch<ActivityShare>();
@@ -146,11 +123,8 @@ TEST_F(ShareServiceTest, CreatesAndPublishesUnderTheToken) {
 
 TEST_F(ShareServiceTest, WithoutTheCloudCreatingFailsAndTheObjectStays) {
     restart(false);
-    beginCreating({.title = "March"});
-    EXPECT_THAT(outcomes, IsEmpty());
-    loop.runPosted();
+    EXPECT_EQ(create({.title = "March"}), nullptr);
     EXPECT_THAT(outcomes, ElementsAre("CloudKit不可用，请检查iCloud登录状态 ()"));
-    EXPECT_THAT(made, ElementsAre(nullptr));
     EXPECT_EQ(service->errorMessage(), "创建分享失败: CloudKit不可用，请检查iCloud登录状态");
     EXPECT_FALSE(service->isLoading());
     EXPECT_THAT(service->shares(), IsEmpty());
@@ -158,37 +132,40 @@ TEST_F(ShareServiceTest, WithoutTheCloudCreatingFailsAndTheObjectStays) {
 }
 
 TEST_F(ShareServiceTest, FailuresOfTheCloudEndInTheirWords) {
-    const auto share = create("March");
+    const auto share = create({.title = "March"});
     cloud.failure = CloudFailure(Kind::timedOut, "why");
     const std::string words = "同步超时（30秒），请检查网络连接";
-    create("April");
+    create({.title = "April"});
     EXPECT_EQ(service->errorMessage(), "创建分享失败: " + words);
     stop(share);
     EXPECT_EQ(service->errorMessage(), "停止分享失败: " + words);
     load();
     EXPECT_EQ(service->errorMessage(), "CloudKit 同步失败: " + words);
     EXPECT_THAT(outcomes, ElementsAre("done", words + " (why)", words + " (why)", words + " (why)"));
-    EXPECT_FALSE(service->isLoading());
     EXPECT_THAT(service->shares(), SizeIs(2));  // the store's list stands
+    EXPECT_FALSE(share->isActive());
+    EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
+    cloud.failure.reset();
+    stop(share);  // a stop that failed in the cloud can be tried again
+    EXPECT_EQ(outcomes.back(), "done");
+    EXPECT_THAT(cloud.publicRecords(), IsEmpty());
 }
 
 TEST_F(ShareServiceTest, ARecordThatTheCloudRefusesIsAFailure) {
-    loop.holdBackground();
-    beginCreating({.title = "March"});
-    const auto share = context.fetch<ActivityShare>().front();
+    runLoop.holdBackground();
+    create({.title = "March"});
+    const auto share = context().fetch<ActivityShare>().front();
     cloud.refusedRecords[share->shareToken()] = "too big";
-    loop.releaseBackground();
-    loop.runPosted();
+    goOn();
     EXPECT_THAT(outcomes, ElementsAre("同步失败: too big ()"));
     EXPECT_EQ(share->cloudKitRecordID(), std::nullopt);
     EXPECT_THAT(service->shares(), IsEmpty());
 }
 
 TEST_F(ShareServiceTest, AStoppedShareLeavesTheCloudAndStaysHereInactive) {
-    const auto first = create("March");
-    loop.playFor(1s);
-    const auto second = create("April");
-    EXPECT_THAT(service->shares(), ElementsAre(second, first));
+    const auto first = create({.title = "March"});
+    runLoop.playFor(1s);
+    const auto second = create({.title = "April"});
     stop(first);
     EXPECT_THAT(outcomes, ElementsAre("done", "done", "done"));
     EXPECT_THAT(cloud.publicRecords(), ElementsAre(Pair(second->shareToken(), makeCloudRecord(*second))));
@@ -198,21 +175,9 @@ TEST_F(ShareServiceTest, AStoppedShareLeavesTheCloudAndStaysHereInactive) {
     EXPECT_TRUE(rows.at(1)->isActive());
 }
 
-TEST_F(ShareServiceTest, AStopThatFailedInTheCloudCanBeTriedAgain) {
-    const auto share = create("March");
-    leaveTheNetwork();
-    stop(share);
-    EXPECT_FALSE(share->isActive());
-    EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
-    cloud.failure.reset();
-    stop(share);
-    EXPECT_THAT(cloud.publicRecords(), IsEmpty());
-    EXPECT_THAT(outcomes, ElementsAre("done", "同步失败: away ()", "done"));
-}
-
 TEST_F(ShareServiceTest, OnlyAPublishedShareIsTakenFromTheCloudAndAFailedReloadIsNoFailedStop) {
     const auto share = stored("t1", "09:00:00");
-    leaveTheNetwork();
+    cloud.failure = CloudFailure(Kind::unreachable, "away");
     stop(share);
     EXPECT_THAT(outcomes, ElementsAre("done"));
     EXPECT_EQ(service->errorMessage(), "CloudKit 同步失败: 同步失败: away");
@@ -224,7 +189,7 @@ TEST_F(ShareServiceTest, OnlyAPublishedShareIsTakenFromTheCloudAndAFailedReloadI
 }
 
 TEST_F(ShareServiceTest, LoadingTakesOverWhatTheCloudSaysOfATokenAndNothingElse) {
-    const auto ours = create("March");
+    const auto ours = create({.title = "March"});
     const auto older = stored("t0", "09:00:00");
     const auto newer = stored("t599", "13:00:00");
     for (int i = 1; i < 1200; ++i)
@@ -233,7 +198,7 @@ TEST_F(ShareServiceTest, LoadingTakesOverWhatTheCloudSaysOfATokenAndNothingElse)
     cloud.publicRecords()["record 0"].values["createdAt"] = at("09:00:00");
     cloud.unreadableRows = {{.recordName = "bad", .reason = "no object"}};
     older->isActive = false;
-    context.save();
+    context().save();
     const std::string before = rowOf(*ours);
     load();
     EXPECT_THAT(outcomes, ElementsAre("done", "done"));
@@ -258,7 +223,7 @@ TEST_F(ShareServiceTest, LoadingReadsNoFurtherThanTheLimit) {
 TEST_F(ShareServiceTest, FailuresOfTheStoreAreTold) {
     const auto share = stored("t1", "09:00:00");
     publish("record 1", "t1");
-    refuseUpdates();
+    refuse("CREATE TRIGGER refuse BEFORE UPDATE ON activity_share BEGIN SELECT RAISE(ABORT, 'not now'); END");
     load();
     EXPECT_THAT(outcomes, ElementsAre("done"));
     EXPECT_THAT(console.lines(), ElementsAre(StartsWith("同步 CloudKit 记录失败: ")));
@@ -268,21 +233,21 @@ TEST_F(ShareServiceTest, FailuresOfTheStoreAreTold) {
     refuse("DROP TABLE activity_share");
     load();
     EXPECT_EQ(service->errorMessage(), "加载分享失败: " + outcomes.back());
-    create("March");
+    create({.title = "March"});
     EXPECT_EQ(service->errorMessage(), "创建分享失败: " + outcomes.back());
     EXPECT_THAT(cloud.publicRecords(), SizeIs(1));
 }
 
 TEST_F(ShareServiceTest, OperationsRunOneAfterAnother) {
     const auto share = stored("t1", "09:00:00");
-    loop.holdBackground();
-    beginCreating({.title = "March"});
-    beginStopping(share);
+    runLoop.holdBackground();
+    create({.title = "March"});
+    stop(share);
     load();
     EXPECT_TRUE(share->isActive());
+    EXPECT_TRUE(service->isLoading());
     EXPECT_THAT(outcomes, IsEmpty());
-    loop.releaseBackground();
-    loop.runPosted();
+    goOn();
     EXPECT_THAT(outcomes, ElementsAre("done", "done", "done"));
     EXPECT_FALSE(share->isActive());
     EXPECT_FALSE(service->isLoading());
@@ -290,19 +255,18 @@ TEST_F(ShareServiceTest, OperationsRunOneAfterAnother) {
 }
 
 TEST_F(ShareServiceTest, AtItsEndItCallsOffWhatIsUnderWay) {
-    loop.holdBackground();
-    beginCreating({.title = "March"});
-    beginLoading();
+    runLoop.holdBackground();
+    create({.title = "March"});
+    load();
     service.reset();
-    loop.releaseBackground();
-    loop.runPosted();
+    goOn();
     EXPECT_THAT(console.lines(), ElementsAre("ShareService: deinit - 清理资源", "ShareService: 资源清理完成"));
     EXPECT_THAT(outcomes, IsEmpty());
     EXPECT_THAT(cloud.publicRecords(), IsEmpty());
 }
 
 TEST_F(ShareServiceTest, TheListenerMayEndTheService) {
-    service->createShare({.title = "March"}, context, [this](const auto&, const auto&) { service.reset(); });
+    service->createShare({.title = "March"}, context(), [this](const auto&, const auto&) { service.reset(); });
     load();
     EXPECT_EQ(service, nullptr);
     EXPECT_THAT(outcomes, IsEmpty());
@@ -311,8 +275,8 @@ TEST_F(ShareServiceTest, TheListenerMayEndTheService) {
 TEST_F(ShareServiceTest, ExportsOrSaysWhyNot) {
     const auto share = stored("t1", "09:00:00");
     share->projectIds = {projectId};
-    aRecord().app("Editor").project(insertProject(context, "Website")).in(context);
-    context.save();
+    aRecord().app("Editor").project(insertProject(context(), "Website")).in(context());
+    context().save();
     const auto other = store.anotherContext();
     const auto records = other->fetch<ActivityRecord>();
     refuse("ALTER TABLE project RENAME TO elsewhere");

@@ -32,12 +32,7 @@ TEST(EffectiveUsageTest, AddsUpEachApplicationAndPutsTheMostUsedFirst) {
 }
 
 TEST(EffectiveUsageTest, WhatRecordsCoverAtOnceCountsForNone) {
-    struct Row {
-        const char* name;
-        std::vector<TimelineRecordSnapshot> records;
-        std::vector<std::string> expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<TimelineRecordSnapshot>, std::vector<std::string>> rows[] = {
         {"partly",
          {record("A", "09:00:00", "10:00:00"), record("B", "09:45:00", "10:45:00")},
          {"A 0.75h 50%", "B 0.75h 50%"}},
@@ -57,8 +52,8 @@ TEST(EffectiveUsageTest, WhatRecordsCoverAtOnceCountsForNone) {
           record("D", "13:00:00")},
          {"B 0.5h 100%", "A 0h 0%", "C 0h 0%", "D 0h 0%"}},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(usage(row.records), row.expected) << row.name;
+    for (const auto& [name, records, expected] : rows)
+        EXPECT_EQ(usage(records), expected) << name;
 }
 
 TEST(EffectiveUsageTest, ColorsAreThoseOfTheBlocks) {

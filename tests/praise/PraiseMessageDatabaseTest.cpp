@@ -77,12 +77,7 @@ TEST(PraiseLanguageTest, TheSelectedLanguageGoesBeforeTheSettingsAndTheseBeforeT
 
 TEST(PraiseMessageDatabaseTest, TheCategoryFollowsTheHoursAndThenTheMostFrequentApplication) {
     using enum PraiseCategory;
-    struct Row {
-        double hours;
-        std::vector<std::string> apps;
-        PraiseCategory expected;
-    };
-    const Row rows[] = {
+    const std::tuple<double, std::vector<std::string>, PraiseCategory> rows[] = {
         {8.0, {"Figma"}, achievement},
         {7.99, {"Figma"}, dedication},
         {5.0, {}, dedication},
@@ -99,10 +94,10 @@ TEST(PraiseMessageDatabaseTest, TheCategoryFollowsTheHoursAndThenTheMostFrequent
         {1, {"Editor", "Slack", "Slack"}, social},
         {1, {"Slack", "Editor"}, social},
     };
-    for (const Row& row : rows) {
-        const Records records = recordsOf(row.apps);
-        EXPECT_EQ(PraiseMessageDatabase::automaticCategory({.records = records, .hours = row.hours}), row.expected)
-            << row.hours << testing::PrintToString(row.apps);
+    for (const auto& [hours, apps, expected] : rows) {
+        const Records records = recordsOf(apps);
+        EXPECT_EQ(PraiseMessageDatabase::automaticCategory({.records = records, .hours = hours}), expected)
+            << hours << testing::PrintToString(apps);
     }
 }
 
@@ -125,35 +120,30 @@ TEST(PraiseMessageDatabaseTest, ARowFitsBetweenItsBoundsAndWithOneOfItsApplicati
 }
 
 TEST(PraiseMessageDatabaseTest, RowsThatFitAreChosenAndElseAllOthersOfTheCategory) {
-    struct Row {
-        double hours;
-        std::vector<std::string> apps;
-        SupportedLanguage language;
-        PraiseCategory category;
-        std::optional<std::string> last;
-        std::set<std::string> expected;
-    };
     using enum PraiseCategory;
-    const std::set<std::string> allSocial{"flexible_010", "social_001", "social_002", "social_003"};
-    const Row rows[] = {
-        {0.5, {}, english, social, {}, {"flexible_010"}},
-        {2, {}, english, social, {}, {"flexible_010", "social_001"}},
-        {2, {"Slack"}, english, social, {}, {"flexible_010", "social_001", "social_003"}},
-        {3, {"Editor", "Slack"}, english, social, {}, allSocial},
-        {3, {"Slack"}, english, social, "social_002", {"flexible_010", "social_001", "social_003"}},
-        {0.49, {}, english, social, {}, allSocial},
-        {0.5, {}, english, social, "flexible_010", {"social_001", "social_002", "social_003"}},
-        // An id that stands twice is skipped twice.
-        {4, {}, french, future, "future_002", {"future_001", "future_003", "unique_005", "flexible_005"}},
-        // A language with one row repeats it, one without gets the fallback.
-        {3, {}, german, humor, {}, {"humor_001"}},
-        {3, {}, german, humor, "humor_001", {"humor_001"}},
-        {0, {}, german, humor, "humor_001", {"humor_001"}},
-        {3, {}, arabic, future, {}, {"default_context"}},
-        {3, {}, arabic, future, "default_context", {"default_context"}},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(selectable(row.hours, recordsOf(row.apps), row.language, row.category, row.last), row.expected);
+    using Ids = std::set<std::string>;
+    const Ids allSocial{"flexible_010", "social_001", "social_002", "social_003"};
+    const std::tuple<double, std::vector<std::string>, SupportedLanguage, PraiseCategory, std::optional<std::string>,
+                     Ids>
+        rows[] = {
+            {0.5, {}, english, social, {}, {"flexible_010"}},
+            {2, {}, english, social, {}, {"flexible_010", "social_001"}},
+            {2, {"Slack"}, english, social, {}, {"flexible_010", "social_001", "social_003"}},
+            {3, {"Editor", "Slack"}, english, social, {}, allSocial},
+            {3, {"Slack"}, english, social, "social_002", {"flexible_010", "social_001", "social_003"}},
+            {0.49, {}, english, social, {}, allSocial},
+            {0.5, {}, english, social, "flexible_010", {"social_001", "social_002", "social_003"}},
+            // An id that stands twice is skipped twice.
+            {4, {}, french, future, "future_002", {"future_001", "future_003", "unique_005", "flexible_005"}},
+            // A language with one row repeats it, one without gets the fallback.
+            {3, {}, german, humor, {}, {"humor_001"}},
+            {3, {}, german, humor, "humor_001", {"humor_001"}},
+            {0, {}, german, humor, "humor_001", {"humor_001"}},
+            {3, {}, arabic, future, {}, {"default_context"}},
+            {3, {}, arabic, future, "default_context", {"default_context"}},
+        };
+    for (const auto& [hours, apps, language, category, last, expected] : rows)
+        EXPECT_EQ(selectable(hours, recordsOf(apps), language, category, last), expected);
     EXPECT_EQ(selectable(0, {}, chinese, std::nullopt).size(), 16U);  // all that praise productivity
 }
 

@@ -4,7 +4,6 @@
 #include "support/Matching.h"
 
 #include <map>
-#include <set>
 
 namespace quorvane {
 namespace {
@@ -21,18 +20,11 @@ const MultilingualPraiseMessage& row(const std::string& id) {
     return fallbackRow();
 }
 
-std::set<SupportedLanguage> languagesOf(const PraiseTemplates& templates) {
-    std::set<SupportedLanguage> languages;
-    for (const auto& [language, text] : templates)
-        languages.insert(language);
-    return languages;
-}
-
-std::set<SupportedLanguage> firstLanguages(std::size_t count) {
-    std::set<SupportedLanguage> languages;
+/// Are these texts in the first languages of the table, so many of them?
+bool isInFirstLanguages(const PraiseTemplates& templates, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
-        languages.insert(RawValues<SupportedLanguage>::table[i].first);
-    return languages;
+        if (!templates.contains(RawValues<SupportedLanguage>::table[i].first)) return false;
+    return templates.size() == count;
 }
 
 /// All texts of the table and the fallback row; the name says which.
@@ -71,10 +63,8 @@ TEST(PraiseMessageTableTest, TenRowsHaveAllLanguagesOneAllButArabicTheOthersSix)
         SCOPED_TRACE(each.id);
         const std::size_t count = each.messages.size();
         ++rowsByCoverage[count];
-        EXPECT_EQ(languagesOf(each.messages), firstLanguages(count));
-        if (each.reasonTemplates) {
-            EXPECT_EQ(languagesOf(*each.reasonTemplates), firstLanguages(count));
-        }
+        EXPECT_TRUE(isInFirstLanguages(each.messages, count));
+        EXPECT_TRUE(!each.reasonTemplates || isInFirstLanguages(*each.reasonTemplates, count));
     }
     EXPECT_THAT(rowsByCoverage, ElementsAre(std::pair{6, 69}, std::pair{11, 1}, std::pair{12, 10}));
     EXPECT_EQ(row("future_003").messages.size(), 11U);
@@ -85,11 +75,8 @@ TEST(PraiseMessageTableTest, EveryRowHasAMinimumAndNoneAMaximum) {
     for (const MultilingualPraiseMessage& each : table()) {
         SCOPED_TRACE(each.id);
         ASSERT_TRUE(each.minHours);
-        if (each.id.starts_with("flexible")) {
-            EXPECT_EQ(*each.minHours, 0.5);
-        } else {
-            EXPECT_THAT(*each.minHours, AllOf(testing::Ge(2), testing::Le(6)));
-        }
+        const bool isFlexible = each.id.starts_with("flexible");
+        EXPECT_TRUE(isFlexible ? each.minHours == 0.5 : each.minHours >= 2 && each.minHours <= 6) << *each.minHours;
         EXPECT_FALSE(each.maxHours);
         EXPECT_NE(each.condition.value_or(""), "");
     }
@@ -100,14 +87,9 @@ TEST(PraiseMessageTableTest, SomeRowsAreKnownLetterForLetter) {
     EXPECT_EQ(teams.category, PraiseCategory::productivity);
     EXPECT_EQ(teams.minHours, 3);
     EXPECT_THAT(teams.appTypes.value(), ElementsAre("Slack", "Teams", "Discord"));
-    EXPECT_EQ(teams.messages.at(chinese), "你的团队协作比蚂蚁还要默契！");
     EXPECT_EQ(teams.messages.at(english), "Your teamwork is more harmonious than an ant colony!");
-
-    const auto& coding = row("prod_001");
-    EXPECT_EQ(coding.condition, "编程时间超过3小时");
-    EXPECT_EQ(coding.reasonTemplates->at(chinese), "你今天用{appName}编程了{hours}小时");
-    EXPECT_EQ(coding.reasonTemplates->at(english), "You coded with {appName} for {hours} hours today");
-
+    EXPECT_EQ(row("prod_001").condition, "编程时间超过3小时");
+    EXPECT_EQ(row("prod_001").reasonTemplates->at(chinese), "你今天用{appName}编程了{hours}小时");
     EXPECT_EQ(fallbackRow().id, "default_context");
     EXPECT_EQ(fallbackRow().category, PraiseCategory::motivation);
     EXPECT_EQ(fallbackRow().messages.at(english),

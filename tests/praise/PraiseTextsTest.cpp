@@ -25,43 +25,24 @@ TEST(PraiseTextsTest, MessagesFillEveryPlaceholderAndFallBackToChinese) {
     const MultilingualPraiseMessage both{.id = "both",
                                          .messages = {{chinese, "{hours}小时，{hours}！"}, {english, "{hours} h"}}};
     const MultilingualPraiseMessage englishAlone{.id = "english", .messages = {{english, "{hours} h"}}};
-    struct Row {
-        const char* name;
-        const MultilingualPraiseMessage& row;
-        PraiseLanguage language;
-        double hours;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"in force", both, {english}, 2, "2.0 h"},
-        {"selected", both, {english, chinese}, 2, "2.0小时，2.0！"},
-        {"in Chinese", both, {english, german}, 0.05, "3分钟小时，3分钟！"},
-        {"neither", englishAlone, {english, german}, 2, "你今天努力了2.0小时，继续保持！"},
-        {"empty", MultilingualPraiseMessage{.id = "empty"}, {chinese}, 12.4, "你今天努力了12小时，继续保持！"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(formatMessage(row.row, row.language, row.hours), row.expected) << row.name;
+    EXPECT_EQ(formatMessage(both, {english}, 2), "2.0 h");
+    EXPECT_EQ(formatMessage(both, {english, chinese}, 2), "2.0小时，2.0！");
+    EXPECT_EQ(formatMessage(both, {english, german}, 0.05), "3分钟小时，3分钟！");
+    EXPECT_EQ(formatMessage(englishAlone, {english, german}, 2), "你今天努力了2.0小时，继续保持！");
+    EXPECT_EQ(formatMessage({.id = "empty"}, {chinese}, 12.4), "你今天努力了12小时，继续保持！");
 }
 
 TEST(PraiseTextsTest, AnApplicationIsKnownByItsNameOrInLowerCaseByItsBundleIdentifier) {
-    struct Row {
-        std::optional<std::string> name;
-        std::optional<std::string> bundleId;
-        bool expected;
+    const auto isSlack = [](std::optional<std::string> name, std::optional<std::string> bundleId) {
+        return PraiseMessageDatabase::matches({.bundleId = std::move(bundleId), .appName = std::move(name)}, "Slack");
     };
-    const Row rows[] = {
-        {"Slack", {}, true},
-        {"Slack (Beta)", {}, true},
-        {"slack", {}, false},
-        {{}, "com.example.slack.desktop", true},
-        {{}, "com.example.Slack", false},
-        {"Editor", "org.example.editor", false},
-        {{}, {}, false},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(PraiseMessageDatabase::matches({.bundleId = row.bundleId, .appName = row.name}, "Slack"),
-                  row.expected)
-            << row.name.value_or("-") << " " << row.bundleId.value_or("-");
+    EXPECT_TRUE(isSlack("Slack", {}));
+    EXPECT_TRUE(isSlack("Slack (Beta)", {}));
+    EXPECT_TRUE(isSlack({}, "com.example.slack.desktop"));
+    EXPECT_FALSE(isSlack("slack", {}));
+    EXPECT_FALSE(isSlack({}, "com.example.Slack"));
+    EXPECT_FALSE(isSlack("Editor", "org.example.editor"));
+    EXPECT_FALSE(isSlack({}, {}));
 }
 
 class PraiseReasonTest : public testing::Test {

@@ -21,15 +21,6 @@ TEST_F(ActivityRecordTest, AnEmptyRecordHasTheDefaultsOfItsValuesAndAnIdOfItsOwn
     EXPECT_EQ(made.startTime(), at("12:00:00"));
 }
 
-TEST_F(ActivityRecordTest, EnumerationsAreKeptAsTheirRawValues) {
-    const ActivityRecord record({.activityType = ActivityType::document,
-                                 .category = ActivityCategory::entertainment,
-                                 .billingStatus = BillingStatus::nonBillable});
-    EXPECT_EQ(record.activityType(), "document");
-    EXPECT_EQ(record.category(), "娱乐");
-    EXPECT_EQ(record.billingStatus(), "nonBillable");
-}
-
 TEST_F(ActivityRecordTest, AnUnknownStatusReadsAsReviewAndStaysStored) {
     const std::tuple<const char*, BillingStatus, bool> rows[] = {
         {"review", BillingStatus::review, true},

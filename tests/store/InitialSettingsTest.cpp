@@ -35,35 +35,32 @@ TEST(InitialSettingsTest, TheLanguageIsTheFirstSupportedOneOfTheDesktopAndElseEn
 }
 
 TEST(InitialSettingsTest, AStoreGetsOneRowUnlessAnOlderThresholdIsNoWholeMinutes) {
-    const struct {
-        std::optional<std::int64_t> olderSeconds;
-        std::size_t rows;
-        std::int64_t minutes;
-    } rows[] = {{std::nullopt, 1, 5},
-                {120, 1, 2},
-                {45, 0, 1},
-                {61, 0, 2},
-                {0, 0, 1},
-                {INT64_MIN, 0, 1},
-                {INT64_MAX, 0, INT64_MAX / 60 + 1}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.minutes);
+    const std::tuple<std::optional<std::int64_t>, std::size_t, std::int64_t> rows[] = {
+        {std::nullopt, 1, 5},
+        {120, 1, 2},
+        {45, 0, 1},
+        {61, 0, 2},
+        {0, 0, 1},
+        {INT64_MIN, 0, 1},
+        {INT64_MAX, 0, INT64_MAX / 60 + 1}};
+    for (const auto& [olderSeconds, count, minutes] : rows) {
+        SCOPED_TRACE(minutes);
         TemporaryStore store;
-        if (row.olderSeconds) {
+        if (olderSeconds) {
             const auto older = std::make_shared<AppPreference>();
-            older->idleThresholdSeconds = *row.olderSeconds;
+            older->idleThresholdSeconds = *olderSeconds;
             store.context().insert(older);
         }
-        EXPECT_EQ(InitialSettings::of(store.context())->idleThresholdMinutes(), row.minutes);
+        EXPECT_EQ(InitialSettings::of(store.context())->idleThresholdMinutes(), minutes);
         InitialSettings::ensure(store.context());
         InitialSettings::ensure(store.context());
-        const auto reader = store.anotherContext();
-        const auto stored = reader->fetch<AppSettings>();
-        ASSERT_EQ(stored.size(), row.rows);
-        if (row.rows == 0) continue;
-        EXPECT_EQ(stored[0]->idleThresholdMinutes(), row.minutes);
-        EXPECT_TRUE(stored[0]->enableIdleDetection());
-        EXPECT_FALSE(stored[0]->onlyTrackWorkHours());
+        const auto stored = store.anotherContext()->fetch<AppSettings>();
+        ASSERT_EQ(stored.size(), count);
+        for (const auto& settings : stored) {
+            EXPECT_EQ(settings->idleThresholdMinutes(), minutes);
+            EXPECT_TRUE(settings->enableIdleDetection());
+            EXPECT_FALSE(settings->onlyTrackWorkHours());
+        }
     }
 }
 
@@ -73,8 +70,7 @@ TEST(InitialSettingsTest, ARowThatIsThereStaysAsItIs) {
     store.context().insert(settings);
     store.context().save();
     InitialSettings::ensure(store.context());
-    const auto reader = store.anotherContext();
-    const auto stored = reader->fetch<AppSettings>();
+    const auto stored = store.anotherContext()->fetch<AppSettings>();
     ASSERT_EQ(stored.size(), 1U);
     EXPECT_EQ(stored[0]->workDays(), "1,2,3,4,5");
     EXPECT_EQ(stored[0]->preferredLanguage(), "zh");

@@ -37,12 +37,9 @@ TEST_F(LiveQueryTest, ItTellsWhatCameWhatWentAndWhatStayedWithOtherValues) {
     };
     const auto second = aRecord().from("08:00:00").in(context);
     expectOne(&Change::inserted, second);
-    EXPECT_THAT(query.results(), ElementsAre(second, first));
-
     afternoon->startTime = at("10:00:00");  // an update that brings it in
     expectOne(&Change::inserted, afternoon);
     EXPECT_THAT(query.results(), ElementsAre(second, first, afternoon));
-
     second->startTime = at("11:00:00");
     expectOne(&Change::updated, second);
     EXPECT_THAT(query.results(), ElementsAre(first, afternoon, second));
@@ -76,8 +73,7 @@ TEST_F(LiveQueryTest, FollowingChangesGivesWhatAFetchWouldGive) {
     }
     for (int step = 0; step < 600; ++step) {
         const auto all = context.fetch<Record>();
-        const auto any =
-            all.empty() ? nullptr : all[static_cast<std::size_t>(random.below(static_cast<int>(all.size())))];
+        const auto any = all.empty() ? nullptr : random.any(all);
         switch (const int what = random.below(20); what) {
         case 0: context.save(); break;
         case 1:

@@ -42,7 +42,7 @@ TEST_F(PredicateTest, TheDatabaseAndTheObjectsAgreeOnEveryCondition) {
         }
         if (round % 4 == 0) context.save();
         for (int i = 0; i < 5; ++i)
-            random.change(*all[static_cast<std::size_t>(random.below(static_cast<int>(all.size())))]);
+            random.change(*random.any(all));
         for (int i = 0; i < 3; ++i) {
             const auto chosen = all.begin() + random.below(static_cast<int>(all.size()));
             context.remove(*chosen);

@@ -34,6 +34,9 @@ protected:
     static std::function<void(ModelContext&)> fetching(const FetchDescriptor<E>& descriptor) {
         return [descriptor](ModelContext& c) { (void)c.fetch<E>(descriptor); };
     }
+    static std::function<void(ModelContext&)> scanning(const FetchDescriptor<Record>& descriptor, const char* column) {
+        return [=](ModelContext& c) { c.scan<Record>(descriptor, {column}, [](const Row&) { return true; }); };
+    }
     /// How the database means to run these statements, step by step.
     std::vector<std::string> stepsOf(const std::vector<std::string>& statements) {
         SQLite::Database database(store.file().string(), SQLite::OPEN_READONLY);
@@ -89,11 +92,8 @@ TEST_F(QueryPlanTest, QuestionsAboutARangeUseAnIndex) {
         {"the record with an identifier", fetching({.predicate = field(&Record::id) == Uuid::random()}),
          search + "id (id=?)"},
         {"records that the cloud has not, newest first",
-         [&](ModelContext& c) {
-             c.scan<Record>(
-                 {.predicate = field(&Record::cloudKitRecordID).isNone(), .sort = {descending(&Record::startTime)}},
-                 {"pk"}, [](const quorvane::Row&) { return true; });
-         },
+         scanning({.predicate = field(&Record::cloudKitRecordID).isNone(), .sort = {descending(&Record::startTime)}},
+                  "pk"),
          "SEARCH activity_record USING COVERING INDEX activity_record_by_cloud_kit_record_id_and_start_time "
          "(cloud_kit_record_id=?)"},
         {"annotations that end after an instant and began before another",
@@ -118,10 +118,7 @@ TEST_F(QueryPlanTest, AWalkAlongAnIndexSortsNothing) {
         // "FOR RIGHT PART" sorts the few that start at one instant.
         EXPECT_THAT(planOf(fetching({.sort = {order}, .limit = 1})),
                     Each(AllOf(Not(HasSubstr("FOR ORDER BY")), Not(testing::StrEq("SCAN activity_record")))));
-        EXPECT_THAT(planOf([&](ModelContext& c) {
-                        c.scan<Record>({.predicate = started >= start, .sort = {order}}, {"id"},
-                                       [](const Row&) { return true; });
-                    }),
+        EXPECT_THAT(planOf(scanning({.predicate = started >= start, .sort = {order}}, "id")),
                     Each(Not(HasSubstr("FOR ORDER BY"))));
     }
 }

@@ -47,10 +47,7 @@ void RandomRecords::change(Record& record) {
     case 4: record.tags = text(); break;
     case 5: record.confidence = below(3) / 2.0; break;
     case 6: record.activityType = text(); break;
-    default:
-        record.project = isNone || projects.empty()
-                             ? nullptr
-                             : projects[static_cast<std::size_t>(below(static_cast<int>(projects.size())))];
+    default: record.project = isNone || projects.empty() ? nullptr : any(projects);
     }
 }
 
@@ -65,10 +62,7 @@ Predicate<Record> RandomRecords::comparison() {
     case 5: return compared(field(&Record::confidence), below(3) / 2.0, how);
     case 6: return how < 3 ? field(&Record::endTime).isNone() : field(&Record::endTime).isPresent();
     case 7: return how < 3 ? field(&Record::category).isNone() : field(&Record::appName).isPresent();
-    case 8:
-        if (projects.empty()) return {};
-        return refersTo(&Record::project,
-                        *projects[static_cast<std::size_t>(below(static_cast<int>(projects.size())))]);
+    case 8: return projects.empty() ? Predicate<Record>() : refersTo(&Record::project, *any(projects));
     default: return refersToNone(&Record::project);
     }
 }
@@ -81,13 +75,13 @@ Predicate<Record> RandomRecords::predicate(int depth) {
 }
 
 std::vector<SortOrder> RandomRecords::sort() {
-    const SortOrder orders[] = {ascending(&Record::startTime), descending(&Record::startTime),
-                                ascending(&Record::endTime),   descending(&Record::endTime),
-                                ascending(&Record::appName),   descending(&Record::appName),
-                                descending(&Record::tags),     ascending(&Record::confidence)};
+    const std::vector orders{ascending(&Record::startTime), descending(&Record::startTime),
+                             ascending(&Record::endTime),   descending(&Record::endTime),
+                             ascending(&Record::appName),   descending(&Record::appName),
+                             descending(&Record::tags),     ascending(&Record::confidence)};
     std::vector<SortOrder> sort;
     for (int i = below(4); i > 0; --i)
-        sort.push_back(orders[below(8)]);
+        sort.push_back(any(orders));
     return sort;
 }
 

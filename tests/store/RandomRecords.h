@@ -29,6 +29,11 @@ public:
     /// One of 0 to `end` - 1.
     int below(int end) { return std::uniform_int_distribution(0, end - 1)(random_); }
 
+    template <class Item>
+    Item any(const std::vector<Item>& items) {
+        return items[static_cast<std::size_t>(below(static_cast<int>(items.size())))];
+    }
+
     /// Relationships lead to one of these or nowhere.
     std::vector<std::shared_ptr<Project>> projects;
 

@@ -71,12 +71,9 @@ TEST_F(RelationshipTest, RemovingAProjectLeavesItsRecordsAndAnnotationsWithoutOn
         SCOPED_TRACE(when);
         EXPECT_EQ(context.count(refersToNone(&Record::project)), 3U);
         EXPECT_EQ(context.count(refersTo(&Record::project, *project)), 0U);
-        for (const auto& found : context.fetch<Record>())
-            EXPECT_EQ(found->project(), nullptr);
         context.save();
     }
     store.reopen();
-    EXPECT_EQ(store.context().count<Record>(), 3U);
     EXPECT_EQ(store.context().count(refersToNone(&Record::project)), 3U);
     EXPECT_EQ(store.context().count(refersToNone(&ProjectTimeAnnotation::project)), 1U);
 }

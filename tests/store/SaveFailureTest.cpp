@@ -5,6 +5,8 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <csignal>
+#include <fmt/format.h>
+#include <functional>
 #include <sys/resource.h>
 
 namespace quorvane {
@@ -58,6 +60,15 @@ protected:
         EXPECT_EQ(error.code(), code);
         EXPECT_EQ(error.what(), store.file().string() + ": " + cause);
     }
+    /// Another program refuses such a statement while `act` runs.
+    void whileRefused(const char* statement, const std::function<void()>& act) {
+        SQLite::Database other(store.file().string(), SQLite::OPEN_READWRITE);
+        other.exec(fmt::format("CREATE TRIGGER refuse BEFORE {} ON activity_record "
+                               "BEGIN SELECT RAISE(ABORT, 'refused'); END",
+                               statement));
+        act();
+        other.exec("DROP TRIGGER refuse");
+    }
     void expectNothingSaved() {
         EXPECT_TRUE(context.hasChanges());
         EXPECT_THAT(store.anotherContext()->fetch<Record>(),
@@ -106,26 +117,18 @@ TEST_F(SaveFailureTest, OnAFullDiskTheChangesWait) {
 }
 
 TEST_F(SaveFailureTest, AFailureHalfWayUndoesTheFirstHalf) {
-    {
-        SQLite::Database other(store.file().string(), SQLite::OPEN_READWRITE);
-        other.exec("CREATE TRIGGER refuse BEFORE UPDATE ON activity_record BEGIN SELECT RAISE(ABORT, 'refused'); END");
+    whileRefused("UPDATE", [&] {
         for (int attempt = 0; attempt < 3; ++attempt) {
             expectRefused(Code::failed, "refused");  // removals and insertions come before
             expectNothingSaved();
         }
-        other.exec("DROP TRIGGER refuse");
-    }
+    });
     context.save();
     expectAllSaved();
 }
 
 TEST_F(SaveFailureTest, WhatHappensAfterAFailureGoesWithTheNextSave) {
-    {
-        SQLite::Database other(store.file().string(), SQLite::OPEN_READWRITE);
-        other.exec("CREATE TRIGGER refuse BEFORE DELETE ON activity_record BEGIN SELECT RAISE(ABORT, 'refused'); END");
-        EXPECT_THROW(context.save(), StoreError);
-        other.exec("DROP TRIGGER refuse");
-    }
+    whileRefused("DELETE", [&] { EXPECT_THROW(context.save(), StoreError); });
     context.remove(inserted);
     context.remove(kept);
     context.remove(project);

@@ -11,6 +11,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <set>
 #include <sys/stat.h>
 
@@ -47,9 +48,8 @@ TEST_F(SchemaTest, NewFilesAndFoldersAreTheUsersAloneUntilTheUserSharesThem) {
         ModelContainer container = open();
         aRecord().in(container.mainContext());
         container.mainContext().save();
-        EXPECT_EQ(modeOf(file), 0600U);
-        EXPECT_EQ(modeOf(file.string() + "-wal"), 0600U);
-        EXPECT_EQ(modeOf(file.string() + "-shm"), 0600U);
+        for (const char* suffix : {"", "-wal", "-shm"})
+            EXPECT_EQ(modeOf(file.string() + suffix), 0600U) << suffix;
         EXPECT_EQ(modeOf(folder / "deep"), 0700U);
         EXPECT_EQ(modeOf(folder / "deep" / "er"), 0700U);
     }
@@ -76,9 +76,7 @@ TEST_F(SchemaTest, AnOlderStoreGainsWhatItLacksWithItsDefaults) {
     }
     const char* const indexes = "SELECT name FROM sqlite_schema WHERE type = 'index' ORDER BY 1";
     const auto complete = answers(indexes);
-    std::string older;
-    for (const std::string& index : complete)
-        older += fmt::format("DROP INDEX {};", index);
+    std::string older = fmt::format("DROP INDEX {};", fmt::join(complete, "; DROP INDEX "));
     older += "DROP TABLE activity_share; DROP TABLE store_note; PRAGMA user_version = 0;";
     for (const auto* entity : allEntities())
         for (const auto& attribute : entity->attributes)

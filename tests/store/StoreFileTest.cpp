@@ -23,19 +23,19 @@ protected:
     TemporaryFolder folder;
     const fs::path file = folder / "store.sqlite";
 
-    static void addRecord(const fs::path& to) {
-        ModelContainer container({.file = to});
-        aRecord().in(container.mainContext());
+    static void addRecords(ModelContainer& container, int count = 1) {
+        for (int i = 0; i < count; ++i)
+            aRecord().app("Editor").title(std::string(500, 'x')).in(container.mainContext());
         container.mainContext().save();
     }
     /// A closed store with a few records.
     void makeStore() const {
         ModelContainer container({.file = file});
-        for (int i = 0; i < 50; ++i)
-            aRecord().app("Editor").title(std::string(500, 'x')).in(container.mainContext());
-        container.mainContext().save();
+        addRecords(container, 50);
     }
-    void alter(const std::string& sql) const { SQLite::Database(file.string(), SQLite::OPEN_READWRITE).exec(sql); }
+    void alter(const std::string& sql) const {
+        SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE).exec(sql);
+    }
 
     static std::size_t countIn(const ModelConfiguration& configuration) {
         return ModelContainer(configuration).mainContext().count<ActivityRecord>();
@@ -86,12 +86,8 @@ TEST_F(StoreFileTest, WhatIsNoStoreOfOursIsRefused) {
         {"header alone", bytes("SQLite format 3\n" + std::string(5000, 'x')), Code::notAStore, "this is not a store"},
         {"another's mark", altered("PRAGMA application_id = 1234"), Code::foreign,
          "this is a database of another program"},
-        {"another's table",
-         [&] {
-             SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
-                 .exec("CREATE TABLE project (x)");
-         },
-         Code::foreign, "this is a database of another program"},
+        {"another's table", [&] { alter("CREATE TABLE project (x)"); }, Code::foreign,
+         "this is a database of another program"},
         {"newer", altered(fmt::format("PRAGMA user_version = {}", Schema::userVersion + 1)), Code::newer,
          "a newer version of the program wrote this store"},
         {"dangling link", [&] { fs::create_symlink(folder / "nowhere", file); }, Code::missing,
@@ -151,11 +147,10 @@ TEST_F(StoreFileTest, AnEmptyFileBecomesAStoreUnlessItsLogSaysThatThereWasOne) {
 TEST_F(StoreFileTest, ALinkLeadsToTheStore) {
     fs::create_directory(folder / "elsewhere");
     const fs::path target = folder / "elsewhere" / "real.sqlite";
+    { ModelContainer made({.file = target}); }
     fs::create_symlink(target, file);
-    addRecord(target);
     ModelContainer container({.file = file});
-    aRecord().in(container.mainContext());
-    container.mainContext().save();
+    addRecords(container, 2);
     EXPECT_TRUE(fs::exists(target.string() + "-wal"));
     EXPECT_FALSE(fs::exists(file.string() + "-wal"));
     EXPECT_EQ(countIn({.file = target, .allowsSave = false}), 2U);
@@ -166,7 +161,8 @@ TEST_F(StoreFileTest, NamesThatTheDatabaseLibraryReadsInItsOwnWayAreFiles) {
     fs::current_path(folder.path());
     for (const char* name : {":memory:", "file:store?mode=memory", "a?b#c%41", "plain"}) {
         SCOPED_TRACE(name);
-        addRecord(name);
+        ModelContainer container({.file = name});
+        addRecords(container);
         EXPECT_TRUE(fs::is_regular_file(name));
         EXPECT_EQ(countIn({.file = name, .allowsSave = false}), 1U);
     }
@@ -234,8 +230,7 @@ TEST_F(StoreFileRightsTest, WhatMayNotBeReadIsRefused) {
 
 TEST_F(StoreFileRightsTest, AReaderInAReadOnlyFolderSeesWhatWaitsInTheLog) {
     ModelContainer writer({.file = file});
-    aRecord().in(writer.mainContext());
-    writer.mainContext().save();
+    addRecords(writer);
     giveAway(file.string() + "-wal");
     giveAway(file.string() + "-shm");
     ::chmod(folder.path().c_str(), 0500);

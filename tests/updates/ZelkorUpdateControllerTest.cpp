@@ -1,12 +1,8 @@
 #include "updates/ZelkorUpdateController.h"
 
 #include "platform/simulated/InMemoryUserDefaults.h"
-#include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedHttpClient.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "support/Builders.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 #include "updates/SignedFeed.h"
 #include "updates/ZelkorUpdateCommands.h"
 
@@ -37,7 +33,7 @@ const std::string signatureURL = "https://updates.example.org/api/v1/public/app-
                                  "&platform=linux&channel=stable";
 const AvailableUpdate newVersion{.version = {"1.3", "9"}, .link = "https://example.org/get", .notes = "Faster\nCalmer"};
 
-class ZelkorUpdateControllerTest : public testing::Test {
+class ZelkorUpdateControllerTest : public LoggingTest {
 protected:
     static HttpResponse ok(const std::string& body) { return {.status = 200, .body = body}; }
     void publish(const std::string& feed) { publish(feed, signatureOf(feed)); }
@@ -71,11 +67,7 @@ protected:
         return std::ranges::count(network.requests, feedURL, &platform::HttpRequest::url);
     }
 
-    platform::SimulatedRunLoop loop{at("09:00:00")};
     platform::InMemoryUserDefaults defaults;
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger{loop, systemLog, console, {}};
     platform::SimulatedHttpClient::Network network;
     int clients = 0;
 };

@@ -35,8 +35,11 @@ protected:
     }
 
     void write(const std::string& name, const std::string& text) { writeFile(folder_ / name, text); }
-    void chooseFile(const std::string& name) { environment_.set("PGSERVICEFILE", (folder_ / name).string()); }
     static bool isThere() { return ServiceFile::hasService("quorvane"); }
+    bool isThere(const std::string& chosenFile) {
+        environment_.set("PGSERVICEFILE", chosenFile);
+        return isThere();
+    }
 
     static constexpr const char* filled = "[quorvane]\nhost=db\n";
     TemporaryFolder folder_;
@@ -59,37 +62,28 @@ TEST_F(ServiceFilesTest, LooksIntoTheUsersFileAndThenIntoTheSystems) {
 TEST_F(ServiceFilesTest, AFileThatTheEnvironmentNamesTakesThePlaceOfTheUsers) {
     write("home/.pg_service.conf", filled);
     write("chosen", "");
-    chooseFile("chosen");
-    EXPECT_FALSE(isThere());
-    write("chosen", filled);
-    EXPECT_TRUE(isThere());
-    write("chosen", "");
+    EXPECT_FALSE(isThere((folder_ / "chosen").string()));
     write("system/pg_service.conf", filled);
-    EXPECT_TRUE(isThere());
+    EXPECT_TRUE(isThere((folder_ / "chosen").string()));
+    write("system/pg_service.conf", "");
+    write("chosen", filled);
+    EXPECT_TRUE(isThere((folder_ / "chosen").string()));
 }
 
 TEST_F(ServiceFilesTest, WhatIsNoFileHasNoService) {
     write("system/pg_service.conf", filled);
-    chooseFile("missing");
-    EXPECT_FALSE(isThere());
-    chooseFile("home");
-    EXPECT_FALSE(isThere());
     ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);  // nobody writes into it
-    chooseFile("pipe");
-    EXPECT_FALSE(isThere());
-    environment_.set("PGSERVICEFILE", "/dev/zero");
-    EXPECT_FALSE(isThere());
-    environment_.set("PGSERVICEFILE", "");
-    EXPECT_FALSE(isThere());
+    for (const std::string& file : {(folder_ / "missing").string(), (folder_ / "home").string(),
+                                    (folder_ / "pipe").string(), std::string("/dev/zero"), std::string()})
+        EXPECT_FALSE(isThere(file)) << file;
 }
 
 TEST_F(ServiceFilesTest, ReadsABoundedPartOfAHugeFile) {
     write("huge", filled);
     std::filesystem::resize_file(folder_ / "huge", std::uintmax_t{1} << 40);  // a hole
-    chooseFile("huge");
-    EXPECT_TRUE(isThere());
+    EXPECT_TRUE(isThere((folder_ / "huge").string()));
     write("huge", std::string((1 << 20) + 1, '\n') + filled);
-    EXPECT_FALSE(isThere());
+    EXPECT_FALSE(isThere((folder_ / "huge").string()));
 }
 
 }  // namespace

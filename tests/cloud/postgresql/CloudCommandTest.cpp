@@ -124,19 +124,12 @@ TEST_F(CloudCommandTest, NamesWhatIsWrongInOneLineEach) {
                 HasSubstr("finding   the role owner sees everybody's records, because it owns the tables"));
     EXPECT_THAT(runCloud({"cloud", "status"}).out, HasSubstr("role      owner, which sees everybody's records"));
 
-    const std::tuple<const char*, const char*, const char*> rows[] = {
-        {"password=wrong", "noAccount", "password"},
-        {"port=1", "couldNotDetermine", "Nobody takes connections"},
-    };
-    for (const auto& [setting, account, cause] : rows) {
-        SCOPED_TRACE(cause);
-        connectAs("alice", {setting});
-        const Json status = jsonOf(runCloud({"cloud", "status", "--json"}));
-        EXPECT_EQ(status["account"], account);
-        EXPECT_THAT(status["reason"].get<std::string>(), HasSubstr(cause));
-        EXPECT_TRUE(status["records"].is_null());
-        EXPECT_EQ(runCloud({"cloud", "check"}).status, 1);
-    }
+    connectAs("alice", {"password=wrong"});
+    const Json status = jsonOf(runCloud({"cloud", "status", "--json"}));
+    EXPECT_EQ(status["account"], "noAccount");
+    EXPECT_THAT(status["reason"].get<std::string>(), HasSubstr("password"));
+    EXPECT_TRUE(status["records"].is_null());
+    EXPECT_EQ(runCloud({"cloud", "check"}).status, 1);
     connectAs("alice");
     EXPECT_THAT(runCloud({"cloud", "init", "--service", "quorvane", "--user", "stranger"}).err,
                 isRefusal(HasSubstr("has to be done as the owner of the database")));

@@ -49,17 +49,11 @@ TEST_F(ConnectingTest, EachObstacleHasItsOwnWords) {
         {"alice", {"dbname=closed"}, Kind::noAccount, "Role \"alice\" has no right to the database"},
         {"bob", {}, Kind::busy, "The server has too many connections already"},
         {"alice", {"host=127.0.0.1"}, Kind::insecure, "The server's certificate is of another host"},
-        {"alice",
-         {"sslrootcert=/nowhere.crt"},
-         Kind::insecure,
-         "The authority that vouches for the server can't be read"},
+        {"alice", {"sslrootcert=/nowhere.crt"}, Kind::insecure, "The authority that vouches for the server can't"},
         {"alice", {"port=1"}, Kind::unreachable, "Nobody takes connections where the server should be"},
         {"alice", {"host=/nowhere", "hostaddr="}, Kind::unreachable, "No server runs where its socket should be"},
         {"alice", {"host=nowhere.invalid", "hostaddr="}, Kind::unreachable, "Nobody knows the server's name"},
-        {"alice",
-         {"colour=blue"},
-         Kind::unreachable,
-         "The settings of service \"quorvane\" can't be read: syntax error"},
+        {"alice", {"colour=blue"}, Kind::unreachable, "The settings of service \"quorvane\" can't be read: syntax"},
     };
     for (const auto& [user, more, kind, words] : rows) {
         SCOPED_TRACE(words);

@@ -69,12 +69,7 @@ protected:
     }
 
     ConnectionSettings settingsOf(const std::string& role) const {
-        return {.service = "",
-                .overrides = {{"host", server_.folder().string()},
-                              {"port", std::to_string(server_.port())},
-                              {"dbname", "quorvane"},
-                              {"user", role},
-                              {"password", role + "-pw"}}};
+        return {.service = "", .overrides = server_.access(role)};
     }
 
     PostgresServer server_;

@@ -10,14 +10,8 @@ std::unique_ptr<platform::RecordContainer> emptyContainer() {
     if (!PostgresServer::isInstalled()) return nullptr;
     static const PostgresServer server;
     server.sql("admin", "DELETE FROM quorvane.private_records; DELETE FROM quorvane.public_records;");
-    const auto& folder = server.folder();
     return std::make_unique<postgresql::PostgresContainer>(
-        postgresql::ConnectionSettings{.service = "",
-                                       .overrides = {{"host", folder.string()},
-                                                     {"port", std::to_string(server.port())},
-                                                     {"dbname", "quorvane"},
-                                                     {"user", "alice"},
-                                                     {"password", "alice-pw"}}});
+        postgresql::ConnectionSettings{.service = "", .overrides = server.access("alice")});
 }
 
 INSTANTIATE_TEST_SUITE_P(OnPostgres, RecordSessionContract, testing::Values(CloudMaker{"PostgreSQL", emptyContainer}),

@@ -14,23 +14,14 @@ using Trigger = CPUSustainedLoadDetector::Trigger;
 
 const Date launch = dateFromSecondsSince1970(1'772'000'000);
 
-/// A sample so long after the launch.
-struct Sample {
-    Seconds at;
-    double percent;
-};
-
-/// A trigger and its time after the launch.
-struct Fired {
-    Seconds at;
-    Trigger trigger;
-    friend bool operator==(const Fired&, const Fired&) = default;
-};
+// A sample and a trigger, with their times after the launch.
+using Sample = std::pair<Seconds, double>;
+using Fired = std::pair<Seconds, Trigger>;
 
 std::vector<Fired> play(CPUSustainedLoadDetector& detector, const std::vector<Sample>& samples) {
     std::vector<Fired> fired;
     for (const auto& [at, percent] : samples)
-        if (const auto trigger = detector.observe(percent, launch + at)) fired.push_back({at, *trigger});
+        if (const auto trigger = detector.observe(percent, launch + at)) fired.emplace_back(at, *trigger);
     return fired;
 }
 
@@ -38,7 +29,7 @@ std::vector<Fired> play(CPUSustainedLoadDetector& detector, const std::vector<Sa
 std::vector<Sample> steady(Seconds from, Seconds to, double percent) {
     std::vector<Sample> samples;
     for (Seconds at = from; at <= to; at += 3s)
-        samples.push_back({at, percent});
+        samples.emplace_back(at, percent);
     return samples;
 }
 
@@ -105,22 +96,14 @@ TEST(CPUSustainedLoadDetectorTest, WhateverTheLoadNoTwoTriggersAreWithinTheCoold
         double percent = 30;
         for (Seconds at = 3s; at < 3 * CPUSustainedLoadDetector::day; at += 3s + Seconds(lateness(random))) {
             percent = std::clamp(percent + step(random), 0.0, 200.0);
-            walk.push_back({at, percent});
+            walk.emplace_back(at, percent);
         }
         const auto fired = play(detector, walk);
         all += fired.size();
-        for (std::size_t i = 0; i < fired.size(); ++i) {
-            EXPECT_GE(fired[i].at, policy.launchGrace);
-            EXPECT_GE(fired[i].trigger.sustainedSeconds, policy.sustainedSeconds);
-            EXPECT_GE(fired[i].trigger.peakPercent, fired[i].trigger.averagePercent);
-            EXPECT_GT(fired[i].trigger.averagePercent, policy.thresholdPercent);
-            if (i >= 1) {
-                EXPECT_GE(fired[i].at - fired[i - 1].at, policy.cooldown);
-            }
-            if (i >= 30) {
-                EXPECT_GE(fired[i].at - fired[i - 30].at, CPUSustainedLoadDetector::day);
-            }
-        }
+        for (std::size_t i = 1; i < fired.size(); ++i)
+            EXPECT_GE(fired[i].first - fired[i - 1].first, policy.cooldown);
+        for (std::size_t i = 30; i < fired.size(); ++i)
+            EXPECT_GE(fired[i].first - fired[i - 30].first, CPUSustainedLoadDetector::day);
     }
     EXPECT_GT(all, 40U * 60) << "the walks have to reach the limits";
 }

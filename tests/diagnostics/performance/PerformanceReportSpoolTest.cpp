@@ -58,14 +58,9 @@ TEST_F(PerformanceReportSpoolTest, WhatCannotBeWrittenCostsNoOlderReport) {
     fs::create_directories(directory);
     for (int age = 1; age <= 5; ++age)
         put(std::to_string(age) + ".json.gz", std::chrono::hours(age));
-    const auto before = pending();
-    const auto problem = spool.store("no/such/folder", "x");
-    ASSERT_TRUE(problem);
-    EXPECT_THAT(*problem, HasSubstr("cannot write"));
-    EXPECT_EQ(pending(), before);
-
-    writeFile(folder / "file", "");
-    EXPECT_TRUE(PerformanceReportSpool(folder / "file" / "below").store("a", "x"));
+    EXPECT_THAT(spool.store("no/such/folder", "x"), Optional(HasSubstr("cannot write")));
+    EXPECT_THAT(pending(), SizeIs(5));
+    EXPECT_TRUE(PerformanceReportSpool(directory / "1.json.gz" / "below").store("a", "x"));
 }
 
 TEST_F(PerformanceReportSpoolTest, HalfWrittenFilesOfAnEarlierRunGo) {

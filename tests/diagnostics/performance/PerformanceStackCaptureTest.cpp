@@ -1,22 +1,15 @@
 #include "diagnostics/performance/PerformanceStackCapture.h"
 
-#include "platform/simulated/RecordingSystemLog.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedStackSampler.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 #include "support/TemporaryFolder.h"
 
 namespace quorvane {
 namespace {
 
-class PerformanceStackCaptureTest : public testing::Test {
+class PerformanceStackCaptureTest : public LoggingTest {
 protected:
     TemporaryFolder folder;
-    platform::SimulatedRunLoop loop{dateFromSecondsSince1970(1'772'000'000)};
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger{loop, systemLog, console, {}};
     platform::SimulatedStackSampler sampler;
     PerformanceStackCapture stackCapture{sampler, logger, folder.path()};
 };

@@ -3,14 +3,11 @@
 #include "base/Uuid.h"
 #include "diagnostics/performance/PackedBytes.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
-#include "platform/simulated/RecordingSystemLog.h"
 #include "platform/simulated/SimulatedHttpClient.h"
 #include "platform/simulated/SimulatedProcessUsage.h"
-#include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSerialQueue.h"
 #include "platform/simulated/SimulatedStackSampler.h"
-#include "support/Matching.h"
-#include "support/RecordingConsole.h"
+#include "support/LoggingTest.h"
 #include "support/TemporaryFolder.h"
 
 #include <cstdlib>
@@ -23,7 +20,7 @@ using platform::HttpResponse;
 const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
 
 /// The whole pipeline in simulated time: only the tool, the network and the processor are on paper.
-class PerformanceWatchdogTest : public testing::Test {
+class PerformanceWatchdogTest : public LoggingTest {
 protected:
     PerformanceWatchdogTest() {
         network.answers[url] = HttpResponse{.status = 202};
@@ -57,24 +54,13 @@ protected:
         }
     }
 
-    [[nodiscard]] std::vector<std::string> lines() const {
-        std::vector<std::string> texts;
-        for (const auto& line : console.lines())
-            texts.push_back(line.substr(line.find("] [") + 2));
-        return texts;
-    }
-
     TemporaryFolder folder;
     std::string host = "telemetry.example.org";
     std::filesystem::path directory = folder / "perf-reports";
-    platform::SimulatedRunLoop loop{dateFromSecondsSince1970(1'772'000'000)};
     platform::SimulatedHttpClient::Network network;
     platform::SimulatedProcessUsage usage;
     platform::SimulatedStackSampler sampler;
     platform::InMemoryUserDefaults defaults;
-    platform::RecordingSystemLog systemLog;
-    RecordingConsole console;
-    AppLogger logger{loop, systemLog, console, {}};
     PerformanceWatchdog::Policy policy;
     PerformanceReporting::Surroundings surroundings{
         .hasWindow = true, .isActive = false, .preferredLocalizations = {"zh_Hans"}};
@@ -103,7 +89,7 @@ TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) 
                                           .osVersion = "6.1",
                                           .arch = "x86_64",
                                           .locale = "zh-Hans",
-                                          .capturedAt = "2026-02-25T06:14:26Z",
+                                          .capturedAt = "2026-03-02T09:01:06Z",
                                           .activeSurface = "quorvane.window_inactive",
                                           .thresholdPercent = 30,
                                           .sustainedSeconds = 6,
@@ -112,8 +98,9 @@ TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) 
                                           .sampleDurationSeconds = 2,
                                           .callStacksFormat = "linux-eu-stack-v1",
                                           .callStacks = "#0 spin - q\n#1 ~/q /home/_/q\n"}));
-    EXPECT_THAT(lines(), ElementsAre("[WARNING] [PerfWatchdog] 性能报告：CPU 持续 6 秒超过 30%（峰值 87%），开始抓栈",
-                                     EndsWith("发送结果 delivered")));
+    EXPECT_THAT(console.lines(),
+                ElementsAre(EndsWith("[WARNING] [PerfWatchdog] 性能报告：CPU 持续 6 秒超过 30%（峰值 87%），开始抓栈"),
+                            EndsWith("发送结果 delivered")));
     EXPECT_EQ(reporting->uploader().pendingCount(), 0U);
 }
 
@@ -130,7 +117,7 @@ TEST_F(PerformanceWatchdogTest, WhatTheCaptureItselfBurnsTriggersNothing) {
     EXPECT_EQ(sampler.starts, 2);
 }
 
-TEST_F(PerformanceWatchdogTest, AFailedCaptureEndsWithoutAReportAndTheNextOneComesAfterTheCooldown) {
+TEST_F(PerformanceWatchdogTest, AFailedCaptureMakesNoReportAndTheNextOneComesAfterTheCooldown) {
     sampler.status = 2;
     start();
     play(629s, 50);
@@ -142,8 +129,7 @@ TEST_F(PerformanceWatchdogTest, AFailedCaptureEndsWithoutAReportAndTheNextOneCom
 }
 
 TEST_F(PerformanceWatchdogTest, WithoutAYesOrAHostThereIsNoCaptureNoFileAndNoRequest) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"", "telemetry.example.org"}, {"false", host.c_str()}, {"true", ""}};
+    const std::pair<const char*, std::string> rows[] = {{"", host}, {"false", host}, {"true", ""}};
     for (const auto& [isEnabled, to] : rows) {
         SCOPED_TRACE(isEnabled);
         defaults.setValue("perf-reports.enabled", isEnabled);
@@ -161,42 +147,27 @@ TEST_F(PerformanceWatchdogTest, WithoutAYesOrAHostThereIsNoCaptureNoFileAndNoReq
     EXPECT_EQ(loop.pendingTimers(), 0) << "without a host nothing is watched";
 }
 
-TEST_F(PerformanceWatchdogTest, TheYesTakesEffectAtOnce) {
+TEST_F(PerformanceWatchdogTest, YesAndNoTakeEffectAtOnceAlsoDuringACapture) {
+    network.answers[url] = HttpResponse{.status = 503};
     defaults.setValue("perf-reports.enabled", "");
     start();
     play(100s, 100);
     reporting->setEnabled(true);
     EXPECT_EQ(defaults.value("perf-reports.enabled"), "true");
-    play(6s, 100);
-    EXPECT_EQ(sampler.starts, 1);
-    EXPECT_THAT(lines().front(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：开启"));
-}
-
-TEST_F(PerformanceWatchdogTest, ReportsThatAreSwitchedOffDuringACaptureAreDroppedAndTheSpoolIsEmptied) {
-    network.answers[url] = HttpResponse{.status = 503};
-    start();
-    play(40s, 50);
+    EXPECT_THAT(console.lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：开启"));
+    play(20s, 50);
     EXPECT_EQ(reporting->uploader().pendingCount(), 1U);
     network.requests.clear();
     sampler.whileBusy = [this] { reporting->setEnabled(false); };
     play(700s, 50);
     EXPECT_EQ(sampler.starts, 2);
-    EXPECT_THAT(lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：关闭"));
+    EXPECT_THAT(console.lines().back(), EndsWith("[INFO] [PerfWatchdog] 性能报告开关：关闭"));
     EXPECT_EQ(defaults.value("perf-reports.enabled"), "false");
     EXPECT_TRUE(std::filesystem::is_empty(directory));
     EXPECT_THAT(network.requests, IsEmpty());
 }
 
-TEST_F(PerformanceWatchdogTest, EachStartSendsWhatAnEarlierRunHasLeft) {
-    std::filesystem::create_directories(directory);
-    writeFile(directory / "old.json.gz", "old");
-    start();
-    loop.playFor(1s);
-    EXPECT_THAT(network.requests, SizeIs(1));
-    EXPECT_TRUE(std::filesystem::is_empty(directory));
-}
-
-TEST_F(PerformanceWatchdogTest, UnderATestHostNothingRunsAndNothingIsSent) {
+TEST_F(PerformanceWatchdogTest, AStartSendsWhatAnEarlierRunHasLeftButNotUnderATestHost) {
     std::filesystem::create_directories(directory);
     writeFile(directory / "old.json.gz", "old");
     setenv("XCTestConfigurationFilePath", "", 1);
@@ -206,13 +177,10 @@ TEST_F(PerformanceWatchdogTest, UnderATestHostNothingRunsAndNothingIsSent) {
     EXPECT_EQ(loop.pendingTimers(), 0);
     EXPECT_EQ(sampler.starts, 0);
     EXPECT_THAT(network.requests, IsEmpty());
-}
-
-TEST_F(PerformanceWatchdogTest, ItWakesOnceForEachIntervalAndStartsOneTimerHoweverOftenItIsStarted) {
     start();
-    reporting->startWatchdog();
-    play(300s, 5);
-    EXPECT_EQ(loop.wakeUps(), 100);
+    loop.playFor(1s);
+    EXPECT_THAT(network.requests, SizeIs(1));
+    EXPECT_TRUE(std::filesystem::is_empty(directory));
 }
 
 TEST_F(PerformanceWatchdogTest, AQuietProcessIsNotWokenAndUseWakesItForTwoTicks) {
@@ -232,11 +200,15 @@ TEST_F(PerformanceWatchdogTest, AQuietProcessIsNotWokenAndUseWakesItForTwoTicks)
     }
 }
 
-TEST_F(PerformanceWatchdogTest, AMachineThatKnowsNoAlarmTicksOn) {
-    usage.hasAlarms = false;
-    start();
-    loop.playFor(300s);
-    EXPECT_EQ(loop.wakeUps(), 100);
+TEST_F(PerformanceWatchdogTest, ItWakesOnceForEachIntervalUnderLoadAndWhereTheMachineKnowsNoAlarm) {
+    for (const double percent : {5.0, 0.0}) {
+        usage.hasAlarms = percent > 0;
+        start();
+        reporting->startWatchdog();  // one timer, however often it is started
+        const int before = loop.wakeUps();
+        play(300s, percent);
+        EXPECT_EQ(loop.wakeUps(), before + 100);
+    }
 }
 
 TEST_F(PerformanceWatchdogTest, AHotLoopThatBeginsInAQuietTimeIsNoticedWithinThreeTicks) {

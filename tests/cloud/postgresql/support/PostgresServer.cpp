@@ -75,12 +75,6 @@ bool hasEnded(pid_t pid) {
     return ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid == pid;
 }
 
-void appendLines(const Path& file, const std::vector<std::string>& lines) {
-    std::ofstream out(file, std::ios::app);
-    for (const auto& line : lines)
-        out << line << '\n';
-}
-
 std::string section(const std::string& name, const std::string& user, const std::vector<std::string>& more, int port,
                     const Path& folder) {
     std::string text = fmt::format("[{}]\n", name);
@@ -102,8 +96,10 @@ PostgresServer::PostgresServer(const PostgresSetUp& setUp) {
     // Only now: the roles that set it up are not bound by them.
     if (!setUp.settings.empty()) {
         stop();
-        appendLines(folder_ / "data/postgresql.conf", setUp.settings);
-        restart();
+        std::ofstream conf(folder_ / "data/postgresql.conf", std::ios::app);
+        for (const auto& line : setUp.settings)
+            conf << line << std::endl;
+        if (!start()) throw std::runtime_error("PostgreSQL does not start again");
     }
 }
 
@@ -119,10 +115,6 @@ bool PostgresServer::isInstalled() {
     return !programs().empty();
 }
 
-Path PostgresServer::program(const std::string& name) {
-    return programs() / name;
-}
-
 Path PostgresServer::serviceFile(const std::string& user, const std::vector<std::string>& more) const {
     Path file = folder_ / "pg_service.conf";
     for (int number = 2; std::filesystem::exists(file); ++number)
@@ -132,15 +124,12 @@ Path PostgresServer::serviceFile(const std::string& user, const std::vector<std:
     return file;
 }
 
-std::string PostgresServer::overTls(const std::string& user) const {
-    return fmt::format("host=localhost hostaddr=127.0.0.1 port={} dbname=quorvane user={} password={}-pw "
-                       "sslmode=verify-full sslrootcert={}/ca.crt",
-                       port_, user, user, folder().string());
-}
-
-std::string PostgresServer::overSocket(const std::string& user, const std::string& database) const {
-    return fmt::format("host={} port={} dbname={} user={} password={}-pw", folder().string(), port_, database, user,
-                       user);
+std::map<std::string, std::string> PostgresServer::access(const std::string& role, const std::string& database) const {
+    return {{"host", folder().string()},
+            {"port", std::to_string(port_)},
+            {"dbname", database},
+            {"user", role},
+            {"password", role + "-pw"}};
 }
 
 ProgramResult PostgresServer::psql(const std::string& role, const std::string& statements,
@@ -152,8 +141,10 @@ ProgramResult PostgresServer::psql(const std::string& role, const std::string& s
                                                  {"PATH", "/usr/bin:/bin"},
                                                  {"PGCONNECT_TIMEOUT", "10"},
                                                  {"TZ", "UTC"}}};
-    return ProgramRun(programs() / "psql",
-                      {"-XqAt", "-v", "ON_ERROR_STOP=1", "-v", "VERBOSITY=verbose", "-d", overSocket(role, database)},
+    std::string where;
+    for (const auto& [keyword, value] : access(role, database))
+        where += fmt::format("{}={} ", keyword, value);
+    return ProgramRun(programs() / "psql", {"-XqAt", "-v", "ON_ERROR_STOP=1", "-v", "VERBOSITY=verbose", "-d", where},
                       setting)
         .wait();
 }
@@ -236,11 +227,6 @@ void PostgresServer::pause() {
 
 void PostgresServer::resume() {
     if (std::exchange(isPaused_, false)) signalAll(SIGCONT);
-}
-
-void PostgresServer::restart() {
-    const int port = port_;
-    if (!start() || port_ != port) throw std::runtime_error("PostgreSQL does not start again");
 }
 
 int PostgresServer::terminateBackends(const std::string& role) const {

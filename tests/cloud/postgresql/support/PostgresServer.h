@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,18 +40,15 @@ public:
     /// Are the server's programs on this machine?
     [[nodiscard]] static bool isInstalled();
 
-    /// A program of the installed version, such as "psql"; not the wrapper that Debian puts into PATH.
-    [[nodiscard]] static std::filesystem::path program(const std::string& name);
-
     /// Writes a service file and gives its path: sections "quorvane", with this user, and "quorvane-owner". Both come
     /// over TLS and check the certificate. `more` are lines of both sections; they outweigh what is said here, and one
     /// such as "password=" takes a setting away.
     [[nodiscard]] std::filesystem::path serviceFile(const std::string& user = "alice",
                                                     const std::vector<std::string>& more = {}) const;
 
-    /// Connect strings of libpq, with the password.
-    [[nodiscard]] std::string overTls(const std::string& user) const;
-    [[nodiscard]] std::string overSocket(const std::string& user, const std::string& database = "quorvane") const;
+    /// What libpq has to know so that the role comes over the socket: its keywords, with the password.
+    [[nodiscard]] std::map<std::string, std::string> access(const std::string& role,
+                                                            const std::string& database = "quorvane") const;
 
     /// Folder of the socket, the service files and the certificates: ca.crt and server.crt.
     [[nodiscard]] const std::filesystem::path& folder() const { return folder_.path(); }
@@ -65,10 +63,9 @@ public:
     std::string sql(const std::string& role, const std::string& statements,
                     const std::string& database = "quorvane") const;
 
-    void stop();     ///< Breaks all connections; nobody listens any more.
-    void pause();    ///< It no longer answers, but its connections stay.
-    void resume();   ///< after `pause`
-    void restart();  ///< after `stop`, on the same port
+    void stop();    ///< Breaks all connections; nobody listens any more.
+    void pause();   ///< It no longer answers, but its connections stay.
+    void resume();  ///< after `pause`
 
     /// Breaks the connections of a role; how many they were.
     int terminateBackends(const std::string& role = "alice") const;

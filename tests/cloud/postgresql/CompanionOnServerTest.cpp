@@ -1,3 +1,4 @@
+#include "base/Json.h"
 #include "base/Text.h"
 #include "cli/CliFixture.h"
 #include "cloud/postgresql/support/PostgresServer.h"
@@ -47,7 +48,7 @@ std::string linesOf(int count) {
 }
 
 /// The companion and a server of its own; what it prints never holds what a record says.
-class SyncOnServerTest : public CliTest {
+class CompanionOnServerTest : public CliTest {
 protected:
     void SetUp() override {
         if (!PostgresServer::isInstalled()) GTEST_SKIP() << "there is no PostgreSQL server on this machine";
@@ -81,7 +82,7 @@ std::string counts(int toUpload, int uploaded, int refused, int downloaded) {
                        uploaded, refused, downloaded);
 }
 
-TEST_F(SyncOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByField) {
+TEST_F(CompanionOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByField) {
     const PostgresServer server;
     use(server.serviceFile());
     load(linesOf(20'000));
@@ -97,13 +98,12 @@ TEST_F(SyncOnServerTest, TwentyThousandRecordsGoUpAndComeDownElsewhereFieldByFie
               "20000|20000");
 }
 
-TEST_F(SyncOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithoutDoubles) {
+TEST_F(CompanionOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithoutDoubles) {
     const PostgresServer server;
     use(server.serviceFile());
     constexpr int count = 6000;
     load(linesOf(count));
-    // The connection ends in the middle of the way up, with a batch that is undone; then, if we are quick, on the way
-    // down.
+    // The connection ends in the middle of the way up, with a batch that is undone.
     server.sql("admin", "CREATE FUNCTION cut() RETURNS trigger LANGUAGE plpgsql AS $$BEGIN "
                         "IF (SELECT count(*) FROM quorvane.private_records) > 3000 THEN "
                         "PERFORM pg_terminate_backend(pg_backend_pid()); END IF; RETURN NULL; END$$; "
@@ -113,19 +113,44 @@ TEST_F(SyncOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWithout
     EXPECT_THAT(cutOff.err, HasSubstr("quorvane-cli: 同步失败: The server ended the connection"));
     EXPECT_EQ(server.sql("alice", "SELECT count(*) FROM quorvane.private_records"), "3000");
     server.sql("admin", "DROP TRIGGER cut ON quorvane.private_records");
-    ProgramRun run(QUORVANE_CLI, {"--store", "store.sqlite", "sync"}, setting_);
-    ASSERT_TRUE(run.hasWritten("上传完成"));
-    server.terminateBackends();
-    static_cast<void>(run.wait());
-    const auto result = sync();
-    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(sync().status, 0);
     EXPECT_EQ(server.sql("alice", "SELECT count(*) FROM quorvane.private_records"), std::to_string(count));
     EXPECT_EQ(sync("other.sqlite").status, 0);
     EXPECT_TRUE(records("other.sqlite") == records());
 }
 
+TEST_F(CompanionOnServerTest, OthersReadAShareUntilItIsStopped) {
+    const PostgresServer server;
+    use(server.serviceFile());
+    load("");
+    const auto shares = [&] { return parseJson(outputOf({"shares", "list", "--json"})).value_or(Json::array()); };
+    const auto seen = [&](const std::string& role, const std::string& token) {
+        return server.sql(role, fmt::format("SELECT fields ->> 'title', fields -> 'isActive' FROM "
+                                            "quorvane.public_records WHERE record_name = '{}'",
+                                            token));
+    };
+    std::string token = outputOf({"shares", "create", "--title", "March 漢字"});
+    EXPECT_THAT(token, MatchesRegex("[0-9a-f]{16}\n"));
+    token.pop_back();
+    const Json row = parseJson(outputOf({"shares", "create", "--title", "Kept", "--json"})).value_or(Json());
+    EXPECT_EQ(row["cloud_kit_record_id"], row["share_token"]);
+    for (const char* role : {"alice", "bob", "rita"})
+        EXPECT_EQ(seen(role, token), "March 漢字|true") << role;
+    const Json before = shares();
+    ASSERT_EQ(before.size(), 2U);
+    EXPECT_EQ(before[0], row);
+
+    EXPECT_EQ(outputOf({"shares", "stop", before[1]["id"].get<std::string>()}), "");
+    for (const char* role : {"alice", "bob", "rita", "admin"})
+        EXPECT_EQ(seen(role, token), "") << role;
+    EXPECT_EQ(seen("rita", row["share_token"].get<std::string>()), "Kept|true");
+    Json stopped = before[1];
+    stopped["is_active"] = false;
+    EXPECT_EQ(shares(), Json::array({row, stopped}));
+}
+
 // What else can fail is tried where the client and its words are tested.
-TEST_F(SyncOnServerTest, WithoutAServiceNothingIsWrittenAndItSaysHow) {
+TEST_F(CompanionOnServerTest, WithoutAServiceNothingIsWrittenAndItSaysHow) {
     use(folder_ / "missing.conf");
     const auto result = sync("new.sqlite");
     EXPECT_EQ(result.status, 1);
