@@ -25,6 +25,14 @@ protected:
         return application;
     }
 
+    void storeSettings(const std::function<void(AppSettings&)>& edit) const {
+        auto store = openStore();
+        const auto settings = std::make_shared<AppSettings>();
+        edit(*settings);
+        store.mainContext().insert(settings);
+        store.mainContext().save();
+    }
+
     [[nodiscard]] bool hasWindow() { return window() != XCB_WINDOW_NONE; }
     [[nodiscard]] bool isInFront() { return hasWindow() && platform::X11Windows::active(x11_) == window(); }
     [[nodiscard]] bool skipsTaskbarAndPager() {
@@ -133,14 +141,10 @@ TEST_F(ApplicationTest, TheCompanionPausesItStartsItAndShowsItsWindowAndSaysWhat
     };
     for (const char* command : {"pause", "start", "show"})
         EXPECT_EQ(cli(command).err, "quorvane-cli: Quorvane is not running\n");
-    {
-        auto store = openStore();
-        const auto settings = std::make_shared<AppSettings>();
-        settings->onlyTrackWorkHours = true;
-        settings->workDays = "";
-        store.mainContext().insert(settings);
-        store.mainContext().save();
-    }
+    storeSettings([](AppSettings& settings) {
+        settings.onlyTrackWorkHours = true;
+        settings.workDays = "";
+    });
     const auto application = launch({"--background"});
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(cli("pause").out, "{\"tracking\":false,\"hindrance\":null}\n");
@@ -172,13 +176,7 @@ TEST_F(ApplicationTest, HoweverItEndsButByAKillTheOpenRecordIsClosedAndSavedAtOn
 }
 
 TEST_F(ApplicationTest, AHiddenDockIconKeepsEveryWindowOutOfTheTaskbar) {
-    {
-        auto store = openStore();
-        const auto settings = std::make_shared<AppSettings>();
-        settings->hideDockIcon = true;
-        store.mainContext().insert(settings);
-        store.mainContext().save();
-    }
+    storeSettings([](AppSettings& settings) { settings.hideDockIcon = true; });
     const auto application = launch();
     EXPECT_TRUE(waitUntil([&] { return skipsTaskbarAndPager(); }));
     closeWindow();
