@@ -17,8 +17,8 @@ constexpr int widestText = 300;
 }  // namespace
 
 EmptyState::EmptyState(const QString& iconName, const QString& title, const QString& text, QWidget* parent)
-    : QWidget(parent), layout_(new QVBoxLayout(this)), title_(new Label({}, TypeRole::head, &Theme::text)),
-      text_(new Label({}, TypeRole::body, &Theme::text2)) {
+    : QWidget(parent), layout_(new QVBoxLayout(this)), title_(new Label({}, TypeRole::head, &Theme::text, this)),
+      text_(new Label({}, TypeRole::body, &Theme::text2, this)) {
     auto* icon = new IconView(iconName, 26, &Theme::text2);
     icon->setWell(wellSide, wellSide / 2.0, &Theme::sunken);
     title_->setAlignment(Qt::AlignCenter);

@@ -1,5 +1,6 @@
 #include "shell/look/Button.h"
 #include "shell/look/Chip.h"
+#include "shell/look/EmptyState.h"
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Label.h"
 #include "shell/look/LookScene.h"
@@ -119,6 +120,12 @@ TEST_F(LookTest, AFieldsErrorIsItsDescriptionAndHidesTheHint) {
     field.setError(QString());
     EXPECT_EQ(field.edit().accessibleDescription(), QStringLiteral("Seen by the client"));
     EXPECT_FALSE(field.edit().property("error").toBool());
+}
+
+TEST_F(LookTest, AnEmptyStateInTheMakingIsNoWindowThatTakesTheFocus) {
+    const EmptyState state(QStringLiteral("search"), QStringLiteral("Nothing"), QStringLiteral("Look elsewhere"));
+    settle();
+    EXPECT_EQ(QApplication::activeWindow(), &window);
 }
 
 TEST_F(LookTest, LabelsFollowTheTheme) {
