@@ -1,6 +1,7 @@
 #include "shell/state/AppCategoryManagementView.h"
 
 #include "platform/simulated/InMemoryUserDefaults.h"
+#include "support/Mapped.h"
 #include "support/Matching.h"
 #include "support/RecordingConsole.h"
 
@@ -11,12 +12,7 @@ using Preferences = CategoryTagManager::AppPreferences;
 
 class AppCategoryManagementViewTest : public testing::Test {
 protected:
-    std::vector<std::string> names() {
-        std::vector<std::string> found;
-        for (const auto& row : view.rows())
-            found.push_back(row.appName);
-        return found;
-    }
+    auto names() { return mapped(view.rows(), &AppCategoryManagementView::Row::appName); }
 
     platform::InMemoryUserDefaults defaults;
     RecordingConsole console;

@@ -4,6 +4,7 @@
 #include "shell/state/DockVisibilityController.h"
 #include "shell/state/QuorvaneAppDelegate.h"
 #include "support/Builders.h"
+#include "support/Mapped.h"
 #include "support/Matching.h"
 #include "support/RecordingConsole.h"
 
@@ -11,6 +12,8 @@
 
 namespace quorvane {
 namespace {
+
+using Texts = std::vector<std::string>;
 
 /// Writes down what is done to it.
 class Windows final : public ApplicationPresence {
@@ -70,21 +73,17 @@ TEST(QuorvaneAppDelegateTest, ReopeningTakesTheWindowThatIsThereOrAsksForOne) {
         platform::RecordingSystemLog systemLog;
         RecordingConsole console;
         AppLogger logger(runLoop, systemLog, console, {});
-        runLoop.runPosted();
-        const std::size_t before = logger.logs().size();
         QuorvaneAppDelegate delegate(logger);
         int requests = 0;
         const auto requested = delegate.quorvaneReopenMain.subscribe([&] { ++requests; });
         Windows windows(row.count);
         EXPECT_TRUE(delegate.applicationShouldHandleReopen(windows, row.isVisible));
         runLoop.runPosted();
-        std::vector<std::string> messages;
-        for (std::size_t i = before; i < logger.logs().size(); ++i)
-            messages.push_back(logger.logs()[i].message);
         auto expected = row.messages;
         expected.insert(expected.begin(),
                         fmt::format("Reopen 事件：hasVisibleWindows={} windows={}", row.isVisible, row.count));
-        EXPECT_EQ(messages, expected);
+        const auto messages = mapped(logger.logs(), &LogEntry::message);
+        EXPECT_EQ(Texts(messages.begin() + 1, messages.end()), expected) << "after the logger's own";
         EXPECT_EQ(windows.calls, row.calls);
         EXPECT_EQ(requests, row.requests);
     }

@@ -1,5 +1,6 @@
 #include "shell/state/BillingDashboardView.h"
 
+#include "support/Mapped.h"
 #include "support/StoreTest.h"
 
 #include <fmt/format.h>
@@ -35,29 +36,21 @@ protected:
     }
 
     Texts stepValues() {
-        Texts texts;
-        for (const auto& card : dashboard.checkoutSteps())
-            texts.push_back(fmt::format("{}|{}|{}", card.value, card.caption, card.systemImage));
-        return texts;
+        return mapped(dashboard.checkoutSteps(), [](const auto& card) {
+            return fmt::format("{}|{}|{}", card.value, card.caption, card.systemImage);
+        });
     }
     Texts metricValues() {
-        Texts texts;
-        for (const auto& card : dashboard.metrics())
-            texts.push_back(card.value + "|" + card.caption);
-        return texts;
+        return mapped(dashboard.metrics(), [](const auto& card) { return card.value + "|" + card.caption; });
     }
     Texts lines() {
-        Texts texts;
-        for (const auto& row : dashboard.tableRows())
-            texts.push_back(fmt::format("{}|{}|{}|{}|{}|{}", row.projectName, row.clientName, row.hours,
-                                        row.reviewHours, row.hourlyRate, row.amount));
-        return texts;
+        return mapped(dashboard.tableRows(), [](const auto& row) {
+            return fmt::format("{}|{}|{}|{}|{}|{}", row.projectName, row.clientName, row.hours, row.reviewHours,
+                               row.hourlyRate, row.amount);
+        });
     }
     static Texts labels(const std::vector<BillingDashboardView::Choice>& choices) {
-        Texts texts;
-        for (const auto& choice : choices)
-            texts.push_back(choice.label);
-        return texts;
+        return mapped(choices, &BillingDashboardView::Choice::label);
     }
 
     Texts told;  ///< what the actions asked for
@@ -161,10 +154,7 @@ TEST_F(BillingDashboardViewTest, FiltersNarrowEveryFigureAndTheCategoryShowsInTh
         dashboard.setSelectedClientName("__all_clients__");
         dashboard.setSelectedCategory("__all_categories__");
         row.choose();
-        Texts amounts;
-        for (const auto& line : dashboard.tableRows())
-            amounts.push_back(line.amount);
-        EXPECT_EQ(amounts, row.amounts);
+        EXPECT_EQ(mapped(dashboard.tableRows(), [](const auto& line) { return line.amount; }), row.amounts);
         EXPECT_THAT(stepValues().front(), StartsWith(row.scope));
     }
 }

@@ -1,5 +1,6 @@
 #include "shell/state/BillingReviewQueueView.h"
 
+#include "support/Mapped.h"
 #include "support/StoreTest.h"
 
 #include <fmt/format.h>
@@ -17,13 +18,12 @@ protected:
     /// What another program reads after a save.
     std::vector<std::string> stored() {
         context().save();
-        std::vector<std::string> lines;
         const auto other = store.anotherContext();
-        for (const auto& record : other->fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::startTime)}}))
-            lines.push_back(fmt::format("{} {} {}", record->billingStatus(),
-                                        record->project() ? record->project()->name() : "-",
-                                        record->updatedAt() == runLoop.now() ? "now" : "before"));
-        return lines;
+        const auto all = other->fetch<ActivityRecord>({.sort = {ascending(&ActivityRecord::startTime)}});
+        return mapped(all, [this](const auto& record) {
+            return fmt::format("{} {} {}", record->billingStatus(), record->project() ? record->project()->name() : "-",
+                               record->updatedAt() == runLoop.now() ? "now" : "before");
+        });
     }
 
     std::shared_ptr<Project> harbour = insertProject(context(), "Harbour");

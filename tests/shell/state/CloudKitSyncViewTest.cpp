@@ -17,10 +17,6 @@ class CloudKitSyncViewTest : public StoreTest {
 protected:
     CloudKitSyncViewTest() : StoreTest("09:00:00") {}
 
-    void makeService(bool hasCloud) {
-        service = std::make_unique<CloudKitSyncService>(
-            runLoop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
-    }
     /// The screen opens; `messages` takes what its alerts say.
     CloudKitSyncView& open() {
         view = std::make_unique<CloudKitSyncView>(*service, context(), runLoop, localization);
@@ -44,7 +40,8 @@ protected:
     }
 
     platform::SimulatedCloud cloud;
-    std::unique_ptr<CloudKitSyncService> service;
+    std::unique_ptr<CloudKitSyncService> service = std::make_unique<CloudKitSyncService>(
+        runLoop, console, std::make_unique<platform::SimulatedRecordContainer>(cloud));
     std::unique_ptr<CloudKitSyncView> view;
     Subscription changed;
     std::vector<std::string> messages;
@@ -79,7 +76,8 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
         cloud.statusReason = row.status == AccountStatus::available ? "" : "nobody knows mia";
         cloud.failure = row.failure;
         messages.clear();
-        makeService(true);
+        service = std::make_unique<CloudKitSyncService>(runLoop, console,
+                                                        std::make_unique<platform::SimulatedRecordContainer>(cloud));
         auto& screen = open();
         screen.syncActivityRecords();
         EXPECT_FALSE(screen.canSync());
@@ -95,7 +93,6 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
 }
 
 TEST_F(CloudKitSyncViewTest, TheStatusIsAskedForWhenTheScreenOpensAndTheLastAnswerCounts) {
-    makeService(true);
     auto& screen = open();
     EXPECT_EQ(screen.availabilityText(), "Checking…");
     EXPECT_EQ(problem(), "none");
@@ -116,7 +113,7 @@ TEST_F(CloudKitSyncViewTest, TheStatusIsAskedForWhenTheScreenOpensAndTheLastAnsw
 }
 
 TEST_F(CloudKitSyncViewTest, WithoutACloudServiceItSaysHowToSetOneUpAndSyncsNothing) {
-    makeService(false);
+    service = std::make_unique<CloudKitSyncService>(runLoop, console, nullptr);
     auto& screen = open();
     screen.performFullSync();
     runLoop.runPosted();
@@ -129,7 +126,6 @@ TEST_F(CloudKitSyncViewTest, WithoutACloudServiceItSaysHowToSetOneUpAndSyncsNoth
 
 TEST_F(CloudKitSyncViewTest, TheStatusSaysHowFarASyncIsAndWhenTheLastOneWas) {
     addRecords(250);
-    makeService(true);
     auto& screen = open();
     runLoop.runPosted();
     EXPECT_EQ(screen.statusText(), "Never synced");
@@ -149,7 +145,6 @@ TEST_F(CloudKitSyncViewTest, TheStatusSaysHowFarASyncIsAndWhenTheLastOneWas) {
 
 TEST_F(CloudKitSyncViewTest, RecordsThatTheCloudRefusesAreCountedAfterASuccess) {
     addRecords(2);
-    makeService(true);
     for (const auto& record : context().fetch<ActivityRecord>())
         cloud.refusedRecords[record->id().string()] = "too large";
     open().syncActivityRecords();
@@ -159,7 +154,6 @@ TEST_F(CloudKitSyncViewTest, RecordsThatTheCloudRefusesAreCountedAfterASuccess) 
 }
 
 TEST_F(CloudKitSyncViewTest, ASyncThatAnotherOneBeganIsShownAndItsEndTold) {
-    makeService(true);
     runLoop.holdBackground();
     service->performFullSync(context(), [](const auto&) {});
     auto& screen = open();
@@ -176,7 +170,6 @@ TEST_F(CloudKitSyncViewTest, ASyncThatAnotherOneBeganIsShownAndItsEndTold) {
 }
 
 TEST_F(CloudKitSyncViewTest, ASyncThatBeganDuringTheQuestionIsNotTakenForOnesOwn) {
-    makeService(true);
     auto& screen = open();
     runLoop.runPosted();
     runLoop.holdBackground();
@@ -190,7 +183,6 @@ TEST_F(CloudKitSyncViewTest, ASyncThatBeganDuringTheQuestionIsNotTakenForOnesOwn
 
 TEST_F(CloudKitSyncViewTest, ASyncGoesOnWhenItsScreenCloses) {
     addRecords(3);
-    makeService(true);
     open().performFullSync();
     const auto closing = service->changed.subscribe([this] { runLoop.post([this] { view.reset(); }); });
     runLoop.runPosted();

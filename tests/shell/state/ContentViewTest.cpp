@@ -25,19 +25,5 @@ TEST(ContentViewTest, TheFirstContentStartsTrackingIntoTheStoreAndALaterOneLeave
     EXPECT_THAT(scene.console.lines(), Not(Contains("ActivityTracker: Already tracking")));
 }
 
-TEST(ContentViewTest, ANewWindowBeginsWithTheTimelineWhateverTheLastOneShowed) {
-    TrackedScene scene;
-    ContentView last(scene.store.context(), scene.session.tracker(), scene.console);
-    int changes = 0;
-    const auto changed = last.changed.subscribe([&] { ++changes; });
-    last.setSelectedSection(MainSection::exporting);
-    last.setSelectedSection(MainSection::exporting);
-    last.setShowingSettings(true);
-    EXPECT_EQ(changes, 2);
-    const ContentView next(scene.store.context(), scene.session.tracker(), scene.console);
-    EXPECT_EQ(next.selectedSection(), MainSection::activity);
-    EXPECT_FALSE(next.showingSettings());
-}
-
 }  // namespace
 }  // namespace quorvane

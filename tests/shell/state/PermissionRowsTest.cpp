@@ -1,6 +1,7 @@
 #include "shell/state/PermissionRows.h"
 
 #include "shell/state/TrackedScene.h"
+#include "support/Mapped.h"
 #include "support/Matching.h"
 
 namespace quorvane {
@@ -12,24 +13,13 @@ using CaptureTest = PermissionRows::CaptureTest;
 class PermissionRowsTest : public testing::Test {
 protected:
     TrackedScene scene;
-    PermissionChecker checker{{.runLoop = scene.runLoop,
-                               .accessibility = scene.desktop.accessibility(),
-                               .automation = scene.desktop.automation(),
-                               .keys = scene.desktop.keys(),
-                               .settingsPanes = scene.desktop.settingsPanes(),
-                               .applications = scene.desktop.runningApplications(),
-                               .browserURLs = scene.session.browserURLs(),
-                               .documents = scene.session.documents(),
-                               .console = scene.console}};
     Localization localization{"en"};
-    PermissionRows rows{checker, scene.runLoop, localization};
+    PermissionRows rows{scene.permissions, scene.runLoop, localization};
 };
 
 TEST_F(PermissionRowsTest, WhatIsMissingCanBeGrantedWhereADesktopGrantsIt) {
-    std::vector<std::string> offered;
-    for (const auto& row : rows.rows())
-        offered.push_back(row.title + ": " + row.state + ": " + row.grantText);
-    EXPECT_THAT(offered,
+    const auto offer = [](const auto& row) { return row.title + ": " + row.state + ": " + row.grantText; };
+    EXPECT_THAT(mapped(rows.rows(), offer),
                 ElementsAre("Accessibility: Not granted: Grant Access", "Automation: Not granted: Open System Settings",
                             "Input monitoring: Not granted: "));
     rows.refresh();

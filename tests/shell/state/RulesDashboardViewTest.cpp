@@ -1,5 +1,6 @@
 #include "shell/state/RulesDashboardView.h"
 
+#include "support/Mapped.h"
 #include "support/StoreTest.h"
 
 namespace quorvane {
@@ -28,12 +29,7 @@ protected:
             draft.category = "工作";
         });
     }
-    [[nodiscard]] std::vector<std::string> names() const {
-        std::vector<std::string> found;
-        for (const RuleRow& row : view.rows())
-            found.push_back(row.name);
-        return found;
-    }
+    [[nodiscard]] auto names() const { return mapped(view.rows(), &RuleRow::name); }
     [[nodiscard]] std::size_t storedRules() const { return store.anotherContext()->count<Rule>(); }
 
     CategoryTagManager categories{defaults, console};

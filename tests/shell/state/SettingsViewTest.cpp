@@ -62,8 +62,8 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
 TEST_F(SettingsViewTest, TheFormBeginsAsAStoreDoes) {
     setenv("LANGUAGE", "de_DE:en", 1);
     auto form = view();
-    unsetenv("LANGUAGE");
     form.load();
+    unsetenv("LANGUAGE");
     EXPECT_EQ(form.idleThresholdMinutes, 5);
     EXPECT_TRUE(form.enableIdleDetection);
     EXPECT_EQ(form.workEndHour, 18);

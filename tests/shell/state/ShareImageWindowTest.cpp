@@ -139,10 +139,7 @@ TEST_F(ShareImageWindowTest, TheSwitchHighlightsTheApplicationWithTheMostHours) 
 }
 
 TEST_F(ShareImageWindowTest, PreviewsStandInRowsOfFive) {
-    std::vector<std::size_t> sizes;
-    for (const auto& group : open(inputs(12))->groupedPreviews())
-        sizes.push_back(group.size());
-    EXPECT_THAT(sizes, ElementsAre(5, 5, 2));
+    EXPECT_THAT(open(inputs(12))->groupedPreviews(), ElementsAre(SizeIs(5), SizeIs(5), SizeIs(2)));
     EXPECT_THAT(open(inputs(0))->groupedPreviews(), SizeIs(0));
 }
 

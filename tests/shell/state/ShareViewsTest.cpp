@@ -1,6 +1,7 @@
 #include "platform/simulated/SimulatedRecordContainer.h"
 #include "shell/state/CreateShareView.h"
 #include "shell/state/ShareItemView.h"
+#include "support/Mapped.h"
 #include "support/StoreTest.h"
 
 namespace quorvane {
@@ -38,10 +39,9 @@ TEST_F(CreateShareViewTest, RecordsAreListedNewestFirstAndCheckedWhenChosen) {
     view.toggle(early->id());
     view.toggle(latest->id());
     view.toggle(latest->id());
-    std::vector<std::string> rows;
-    for (const auto& row : view.recentRecords())
-        rows.push_back(row.name + " " + row.iconName);
-    EXPECT_THAT(rows, ElementsAre("Mail ", "Browser ", "Editor check-circle", "Unknown app "));
+    const auto rowText = [](const auto& row) { return row.name + " " + row.iconName; };
+    EXPECT_THAT(mapped(view.recentRecords(), rowText),
+                ElementsAre("Mail ", "Browser ", "Editor check-circle", "Unknown app "));
     EXPECT_THAT(view.selectedRecords(), ElementsAre(early->id()));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "capture/PermissionChecker.h"
 #include "platform/Clock.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "platform/simulated/SimulatedDesktop.h"
@@ -19,6 +20,15 @@ struct TrackedScene {
     platform::InMemoryUserDefaults defaults;
     RecordingConsole console;
     TrackingSession session{runLoop, desktop, store.context(), defaults, console};
+    PermissionChecker permissions{{.runLoop = runLoop,
+                                   .accessibility = desktop.accessibility(),
+                                   .automation = desktop.automation(),
+                                   .keys = desktop.keys(),
+                                   .settingsPanes = desktop.settingsPanes(),
+                                   .applications = desktop.runningApplications(),
+                                   .browserURLs = session.browserURLs(),
+                                   .documents = session.documents(),
+                                   .console = console}};
 };
 
 }  // namespace quorvane

@@ -2,11 +2,19 @@
 
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
+#include "support/Mapped.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 
 namespace quorvane {
+namespace {
+
+std::string nameOf(const QAccessibleInterface* item) {
+    return item->text(QAccessible::Name).toStdString();
+}
+
+}  // namespace
 
 void needApplication() {
     static QApplication* application = [] {
@@ -42,18 +50,26 @@ std::vector<QAccessibleInterface*> accessibleItems(QWidget& root, QAccessible::R
 }
 
 std::vector<std::string> accessibleNames(QWidget& root, QAccessible::Role role) {
-    std::vector<std::string> texts;
-    for (auto* const item : accessibleItems(root, role))
-        texts.push_back(item->text(QAccessible::Name).toStdString());
-    return texts;
+    return mapped(accessibleItems(root, role), &nameOf);
+}
+
+std::vector<std::string> accessibleDescriptions(QWidget& root, QAccessible::Role role) {
+    return mapped(accessibleItems(root, role),
+                  [](const auto* item) { return item->text(QAccessible::Description).toStdString(); });
+}
+
+std::vector<std::string> namesOfParts(QWidget& painted) {
+    std::vector<std::string> names;
+    const auto* const list = QAccessible::queryAccessibleInterface(&painted);
+    for (int i = 0; i < list->childCount(); ++i)
+        names.push_back(nameOf(list->child(i)));
+    return names;
 }
 
 QAbstractButton& buttonCalled(const QWidget& root, const std::string& name) {
     for (auto* const button : root.findChildren<QAbstractButton*>()) {
         const auto* const item = QAccessible::queryAccessibleInterface(button);
-        if (button->isVisible() &&
-            (item->text(QAccessible::Name).toStdString() == name || button->text().toStdString() == name))
-            return *button;
+        if (button->isVisible() && (nameOf(item) == name || button->text().toStdString() == name)) return *button;
     }
     throw std::runtime_error("nothing to press is called " + name);
 }

@@ -16,9 +16,12 @@ void needApplication();
 /// A key, pressed and released with the focus where it is.
 void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
-/// What shows of a role below a widget, as assistive technology meets it, and its names.
+/// What shows of a role below a widget, as assistive technology meets it, and its names and descriptions.
 [[nodiscard]] std::vector<QAccessibleInterface*> accessibleItems(QWidget& root, QAccessible::Role role);
 [[nodiscard]] std::vector<std::string> accessibleNames(QWidget& root, QAccessible::Role role);
+[[nodiscard]] std::vector<std::string> accessibleDescriptions(QWidget& root, QAccessible::Role role);
+/// The names of what a widget paints, which has no widgets of its own.
+[[nodiscard]] std::vector<std::string> namesOfParts(QWidget& painted);
 
 /// The button, box, chip or tab that shows and has this name; throws if there is none.
 [[nodiscard]] QAbstractButton& buttonCalled(const QWidget& root, const std::string& name);
