@@ -4,6 +4,7 @@
 #include "shell/billing/ReviewQueueList.h"
 #include "shell/look/Sheet.h"
 #include "shell/support/ScreenTest.h"
+#include "support/Mapped.h"
 
 #include <QAbstractSpinBox>
 #include <QClipboard>
@@ -30,11 +31,8 @@ protected:
         settle();
         return sheet;
     }
-    std::vector<std::string> statuses() {
-        std::vector<std::string> found;
-        for (const auto& record : records)
-            found.push_back(record->billingStatus());
-        return found;
+    auto statuses() {
+        return mapped(records, [](const auto& record) { return record->billingStatus(); });
     }
     void hover(QListView& list, int row) {
         QWidget* const viewport = list.viewport();
@@ -116,10 +114,8 @@ TEST_F(BillingSheetsTest, BulkButtonsReachAllAndRowsAreReadWithIconAndStatus) {
     EXPECT_THAT(statuses(), ElementsAre("billable", "billable"));
     click(sheet, "Exclude All");
     EXPECT_THAT(statuses(), ElementsAre("excluded", "excluded"));
-    std::vector<std::string> read;
-    for (auto* const item : accessibleItems(widgetBelow<QListView>(sheet), QAccessible::ListItem))
-        read.push_back(item->text(QAccessible::Description).toStdString());
-    EXPECT_THAT(read, ElementsAre("Low confidence, Excluded, Not set", "Waiting for review, Excluded, Harbour"));
+    EXPECT_THAT(accessibleDescriptions(widgetBelow<QListView>(sheet), QAccessible::ListItem),
+                ElementsAre("Low confidence, Excluded, Not set", "Waiting for review, Excluded, Harbour"));
     EXPECT_THAT(accessibleNames(sheet, QAccessible::ListItem), Contains(StartsWith("Doubt, ")));
 }
 

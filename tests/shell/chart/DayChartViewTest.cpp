@@ -4,8 +4,8 @@
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
 #include "shell/support/ScreenTest.h"
+#include "support/Mapped.h"
 
-#include <QKeyEvent>
 #include <QMenu>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -60,13 +60,12 @@ protected:
         press(point);
         release(point);
     }
-    void key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QKeyEvent event(QEvent::KeyPress, code, modifiers);
-        QApplication::sendEvent(&view, &event);
+    static void key(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        quorvane::press(code, modifiers);
     }
-    void wheel(int angle) {
+    void wheel(int angle, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
         QWheelEvent event(QPointF(200, 100), view.mapToGlobal(QPointF(200, 100)), {}, {0, angle}, Qt::NoButton,
-                          Qt::ControlModifier, Qt::NoScrollPhase, false);
+                          modifiers, Qt::NoScrollPhase, false);
         QApplication::sendEvent(view.viewport(), &event);
     }
     int y(double hour) const { return qRound(chart.layout().yPosition(hour)) - view.verticalScrollBar()->value(); }
@@ -158,18 +157,14 @@ TEST_F(DayChartViewTest, TheCloseCircleOfTheChosenBarDeletesIt) {
 }
 
 TEST_F(DayChartViewTest, KeysMoveBetweenBlocksAndBarsAssignAndDelete) {
-    struct Row {
-        int key;
-        const char* chosen;
-    };
-    const Row rows[] = {{Qt::Key_Down, "Editor"},   {Qt::Key_Down, "Mail"},    {Qt::Key_Right, "Mail"},
-                        {Qt::Key_Up, "Editor"},     {Qt::Key_Right, "bar"},    {Qt::Key_Left, "Editor"},
-                        {Qt::Key_Right, "bar"},     {Qt::Key_Down, "Mail"},    {Qt::Key_Escape, "nothing"},
-                        {Qt::Key_Return, "Editor"}, {Qt::Key_Delete, "Editor"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(QKeySequence(row.key).toString().toStdString());
-        key(row.key);
-        EXPECT_EQ(chosen(), row.chosen);
+    const std::pair<Qt::Key, const char*> rows[] = {
+        {Qt::Key_Down, "Editor"},    {Qt::Key_Down, "Mail"},     {Qt::Key_Right, "Mail"},   {Qt::Key_Up, "Editor"},
+        {Qt::Key_Right, "bar"},      {Qt::Key_Left, "Editor"},   {Qt::Key_Right, "bar"},    {Qt::Key_Down, "Mail"},
+        {Qt::Key_Escape, "nothing"}, {Qt::Key_Return, "Editor"}, {Qt::Key_Delete, "Editor"}};
+    for (const auto& [code, expected] : rows) {
+        SCOPED_TRACE(QKeySequence(code).toString().toStdString());
+        key(code);
+        EXPECT_EQ(chosen(), expected);
     }
     key(Qt::Key_A);
     EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{9, 10}));
@@ -209,10 +204,8 @@ TEST_F(DayChartViewTest, TheMenuOfABlockOffersWhatCanBeDoneWithIt) {
     key(Qt::Key_F10, Qt::ShiftModifier);
     auto* menu = view.findChild<QMenu*>();
     ASSERT_NE(menu, nullptr);
-    std::vector<std::string> texts;
-    for (const auto* action : menu->actions())
-        if (!action->isSeparator()) texts.push_back(action->text().toStdString());
-    EXPECT_THAT(texts, ElementsAre("Category and tags…", "Assign to Project", "Delete"));
+    EXPECT_THAT(mapped(menu->actions(), [](const auto* action) { return action->text().toStdString(); }),
+                ElementsAre("Category and tags…", "Assign to Project", "", "Delete"));
     menu->actions().front()->trigger();
     EXPECT_EQ(wanted, "Editor");
     menu->actions().back()->trigger();
@@ -243,9 +236,7 @@ TEST_F(DayChartViewTest, ScrollsAFractionOfTheRowToTheSameFractionOfTheView) {
     chart.scrollRequested.send({0, 0, 0.3s});
     EXPECT_EQ(view.verticalScrollBar()->value(), 89);
     EXPECT_EQ(view.parts().animation.state(), QAbstractAnimation::Running);
-    QWheelEvent event(QPointF(200, 100), view.mapToGlobal(QPointF(200, 100)), {}, {0, 120}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(view.viewport(), &event);
+    wheel(120, Qt::NoModifier);
     EXPECT_EQ(view.parts().animation.state(), QAbstractAnimation::Stopped);
     Motion::setAllowed(false);
 }
@@ -281,10 +272,7 @@ TEST_F(DayChartViewTest, AssistiveTechnologyFindsBlocksAndBarsWhereTheyAre) {
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->role(), QAccessible::List);
     EXPECT_EQ(list->text(QAccessible::Name).toStdString(), localization.text("a11y_day_chart", chart.dateLabel(), 2));
-    std::vector<std::string> names;
-    for (int i = 0; i < list->childCount(); ++i)
-        names.push_back(list->child(i)->text(QAccessible::Name).toStdString());
-    EXPECT_THAT(names,
+    EXPECT_THAT(namesOfParts(view),
                 ElementsAre("Editor, 09:00 to 10:00, 1h", "Mail, 10:30 to 11:00, 30m", "Project Web, 09:00 to 10:00"));
     auto* block = list->child(0);
     auto* bar = list->child(2);

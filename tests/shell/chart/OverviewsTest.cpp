@@ -62,14 +62,6 @@ protected:
             if (auto* const part = dynamic_cast<Part*>(child)) parts.push_back(part);
         return parts;
     }
-    /// What assistive technology reads below a painted widget.
-    static std::vector<std::string> names(QWidget& painted) {
-        std::vector<std::string> texts;
-        const auto* const list = QAccessible::queryAccessibleInterface(&painted);
-        for (int i = 0; i < list->childCount(); ++i)
-            texts.push_back(list->child(i)->text(QAccessible::Name).toStdString());
-        return texts;
-    }
     static void tap(DayCells& cells, QPointF from, QPointF to) {
         QMouseEvent press(QEvent::MouseButtonPress, from, cells.mapToGlobal(from), Qt::LeftButton, Qt::LeftButton, {});
         QMouseEvent release(QEvent::MouseButtonRelease, to, cells.mapToGlobal(to), Qt::LeftButton, {}, {});
@@ -167,16 +159,20 @@ TEST_F(OverviewsTest, DaysAndSumsAreReadByAssistiveTechnology) {
     assign("Orchard", "sky", "07 00:00:00", "07 03:00:00");
     load();
     show(week);
-    EXPECT_THAT(names(canvas(week)), ElementsAre("Mon, Apr 6, 1.0 hours recorded", "Tue, Apr 7, 1.6 hours recorded",
-                                                 "Wed, Apr 8, 1.0 hours recorded", "Thu, Apr 9, 0.0 hours recorded",
-                                                 "Fri, Apr 10, 0.0 hours recorded", "Sat, Apr 11, 0.0 hours recorded",
-                                                 "Sun, Apr 12, 0.0 hours recorded"));
+    EXPECT_THAT(namesOfParts(canvas(week)),
+                ElementsAre("Mon, Apr 6, 1.0 hours recorded", "Tue, Apr 7, 1.6 hours recorded",
+                            "Wed, Apr 8, 1.0 hours recorded", "Thu, Apr 9, 0.0 hours recorded",
+                            "Fri, Apr 10, 0.0 hours recorded", "Sat, Apr 11, 0.0 hours recorded",
+                            "Sun, Apr 12, 0.0 hours recorded"));
     const auto cards = partsOf<SummaryCard>(week);
-    EXPECT_THAT(names(*cards[0]), ElementsAre("Editor, 2.5 hours, 70.1 percent", "Mail, 1.1 hours, 29.9 percent"));
-    EXPECT_THAT(names(*cards[1]), ElementsAre("Orchard, 3.0 hours, 100.0 percent"));
+    EXPECT_THAT(namesOfParts(*cards[0]),
+                ElementsAre("Editor, 2.5 hours, 70.1 percent", "Mail, 1.1 hours, 29.9 percent"));
+    EXPECT_THAT(namesOfParts(*cards[1]), ElementsAre("Orchard, 3.0 hours, 100.0 percent"));
 
+    closeDay(month);
+    EXPECT_EQ(activity.chart().dateLabel(), "2026/4");
     show(month);
-    const auto days = names(canvas(month));
+    const auto days = namesOfParts(canvas(month));
     ASSERT_EQ(days.size(), 30);
     EXPECT_EQ(days[5], "Mon, Apr 6, 1 entry");
     EXPECT_EQ(days[6], "Tue, Apr 7, 2 entries");
@@ -227,7 +223,7 @@ TEST_F(OverviewsTest, EachMinuteMovesTheLineAndANewDayRebuilds) {
 TEST_F(OverviewsTest, AHiddenViewDoesNothingAndCatchesUpWhenShown) {
     load();
     const int timers = runLoop.pendingTimers();
-    const auto tuesdays = [this] { return std::vector{names(canvas(week))[1], names(canvas(month))[6]}; };
+    const auto tuesdays = [this] { return std::vector{namesOfParts(canvas(week))[1], namesOfParts(canvas(month))[6]}; };
     for (QWidget* view : std::initializer_list<QWidget*>{&week, &month})
         show(*view);
     record("Editor", "07 10:00:00", "07 12:00:00");

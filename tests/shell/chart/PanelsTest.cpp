@@ -3,6 +3,7 @@
 #include "shell/chart/LegendPanel.h"
 #include "shell/chart/ProjectPanel.h"
 #include "shell/support/ScreenTest.h"
+#include "support/Mapped.h"
 
 #include <QKeyEvent>
 #include <QSpinBox>
@@ -24,12 +25,11 @@ protected:
     void show(QWidget& panel) { ScreenTest::show(panel, {300, 760}); }
     static std::vector<std::string> texts(QWidget& root) { return accessibleNames(root, QAccessible::StaticText); }
     std::vector<std::string> annotations() {
-        std::vector<std::string> lines;
         const auto stored = store.anotherContext();
-        for (const auto& one : stored->fetch<ProjectTimeAnnotation>())
-            lines.push_back(fmt::format("{} ({}) {}+{}", one->project()->name(), one->project()->color().value_or("-"),
-                                        (one->startTime() - at("00:00:00")) / 1h, one->duration() / 1h));
-        return lines;
+        return mapped(stored->fetch<ProjectTimeAnnotation>(), [](const auto& one) {
+            return fmt::format("{} ({}) {}+{}", one->project()->name(), one->project()->color().value_or("-"),
+                               (one->startTime() - at("00:00:00")) / 1h, one->duration() / 1h);
+        });
     }
 
     CategoryTagManager categories{defaults, console};
@@ -63,11 +63,13 @@ TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly)
 TEST_F(PanelsTest, AProjectRowGivesItTheRangeAndProjectsThatHaveItAreNotOffered) {
     const auto harbour = insertProject(context(), "Harbour");
     insertProject(context(), "Lumen")->clientName = "Lumen Health";
+    insertProject(context(), "Old")->isArchived = true;
     showDay();
     ProjectPanel panel(chart, localization);
     chart.selectTimeRange({9, 10.75});
     show(panel);
-    EXPECT_THAT(accessibleNames(panel, QAccessible::Button), IsSupersetOf({"Harbour, Not set", "Lumen, Lumen Health"}));
+    EXPECT_THAT(accessibleNames(panel, QAccessible::Button),
+                AllOf(IsSupersetOf({"Harbour, Not set", "Lumen, Lumen Health"}), Not(Contains(StartsWith("Old")))));
     click(panel, "Harbour, Not set");
     EXPECT_EQ(chart.projectSelector(), nullptr);
     EXPECT_THAT(annotations(), ElementsAre("Harbour (-) 9+1.75"));
@@ -113,15 +115,8 @@ TEST_F(PanelsTest, ANewProjectNeedsAFreeNameAndTakesTheChosenTone) {
 }
 
 TEST_F(PanelsTest, DetailsTellWhatIsKnownAndDeleteTheRecord) {
-    const auto record = aRecord()
-                            .from("09:00:00")
-                            .to("10:30:00")
-                            .app("Editor")
-                            .title("Notes")
-                            .document("/srv/notes.md")
-                            .category(ActivityCategory::work)
-                            .tags("写作, 深度工作")
-                            .in(context());
+    auto builder = aRecord().from("09:00:00").to("10:30:00").app("Editor").title("Notes").document("/srv/notes.md");
+    const auto record = builder.category(ActivityCategory::work).tags("写作, 深度工作").in(context());
     showDay();
     DetailsPanel details(chart, localization);
     chart.selectNeighbour(1);
@@ -171,34 +166,6 @@ TEST_F(PanelsTest, TheSheetGivesCategoryAndTagsToAllRecordsOfTheApplication) {
     EXPECT_EQ(categories.preference("Firefox"), chosen);
     for (const auto& stored : store.anotherContext()->fetch<ActivityRecord>())
         EXPECT_EQ((CategoryTagManager::AppPreferences{stored->category(), stored->tagList()}), chosen);
-}
-
-TEST_F(PanelsTest, EveryControlHasAName) {
-    aRecord().from("09:00:00").to("10:00:00").app("Firefox").url("example.org/page").in(context());
-    insertProject(context(), "Harbour");
-    showDay();
-    QWidget window;
-    LegendPanel legend(chart, runLoop, localization, &window);
-    DetailsPanel details(chart, localization, &window);
-    ProjectPanel projects(chart, localization, &window);
-    chart.selectNeighbour(1);
-    chart.selectTimeRangeOfActivity();
-    show(window);
-    const auto record = context().fetch<ActivityRecord>().front();
-    CategorySheet::open(window, std::make_unique<CategoryPickerState>(record, categories, console), categories,
-                        "Firefox", localization, {});
-    settle();
-    const std::pair<QAccessible::Role, std::size_t> expected[] = {{QAccessible::ListItem, 1},
-                                                                  {QAccessible::RadioButton, 16},
-                                                                  {QAccessible::SpinBox, 2},
-                                                                  {QAccessible::CheckBox, 1 + 10 + 23},
-                                                                  {QAccessible::EditableText, 2}};
-    for (const auto& [role, count] : expected) {
-        SCOPED_TRACE(role);
-        EXPECT_EQ(accessibleNames(window, role).size(), count);
-        EXPECT_THAT(accessibleNames(window, role), Each(Not("")));
-    }
-    EXPECT_THAT(accessibleNames(window, QAccessible::Button), Each(Not("")));
 }
 
 }  // namespace

@@ -2,10 +2,8 @@
 
 #include "shell/export/InstantField.h"
 #include "shell/export/ProjectSelectionCard.h"
-#include "shell/support/Offscreen.h"
-#include "shell/support/WindowScene.h"
+#include "shell/support/WindowTest.h"
 #include "support/Builders.h"
-#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
 #include <QApplication>
@@ -17,10 +15,9 @@ namespace quorvane {
 namespace {
 
 /// The sample days, without the main window.
-class ExportPageTest : public testing::Test {
+class ExportPageTest : public WindowTest {
 protected:
     ExportPageTest() {
-        needApplication();
         scene.emplace();
         page = std::make_unique<ExportPage>(scene->services());
         page->resize(1080, 832);
@@ -34,7 +31,6 @@ protected:
         return *page->findChild<QFileDialog*>();
     }
 
-    std::optional<WindowScene> scene;
     std::unique_ptr<ExportPage> page;
 };
 

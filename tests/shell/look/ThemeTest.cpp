@@ -21,6 +21,11 @@ const NamedTheme themes[] = {{"light", Theme::light()},
                              {"light, high contrast", Theme::light().withHighContrast()},
                              {"dark, high contrast", Theme::dark().withHighContrast()}};
 
+void expectContrast(const NamedTheme& row, ColorOf ink, ColorOf ground, double least) {
+    EXPECT_GE(contrast(row.theme.*ink, row.theme.*ground), least)
+        << row.name << ": " << qPrintable((row.theme.*ink).name()) << " on " << qPrintable((row.theme.*ground).name());
+}
+
 TEST(ThemeTest, EveryTextReachesFourAndAHalfToOne) {
     const ColorOf quietGrounds[] = {&Theme::canvas, &Theme::side,  &Theme::surface, &Theme::sunken,
                                     &Theme::hover,  &Theme::press, &Theme::accSoft};
@@ -32,30 +37,19 @@ TEST(ThemeTest, EveryTextReachesFourAndAHalfToOne) {
         {&Theme::tipText, &Theme::tip},    {&Theme::text, &Theme::segment},
     };
     for (const NamedTheme& row : themes) {
-        SCOPED_TRACE(row.name);
-        for (const ColorOf ground : quietGrounds) {
-            for (const ColorOf ink : {&Theme::text, &Theme::text2, &Theme::text3}) {
-                EXPECT_GE(contrast(row.theme.*ink, row.theme.*ground), 4.5)
-                    << qPrintable((row.theme.*ink).name()) << " on " << qPrintable((row.theme.*ground).name());
-            }
-        }
-        for (const auto& [ink, ground] : pairs) {
-            EXPECT_GE(contrast(row.theme.*ink, row.theme.*ground), 4.5)
-                << qPrintable((row.theme.*ink).name()) << " on " << qPrintable((row.theme.*ground).name());
-        }
+        for (const ColorOf ground : quietGrounds)
+            for (const ColorOf ink : {&Theme::text, &Theme::text2, &Theme::text3})
+                expectContrast(row, ink, ground, 4.5);
+        for (const auto& [ink, ground] : pairs)
+            expectContrast(row, ink, ground, 4.5);
     }
 }
 
 TEST(ThemeTest, EdgesRingsAndIconsReachThreeToOne) {
-    for (const NamedTheme& row : themes) {
-        SCOPED_TRACE(row.name);
-        for (const ColorOf ground : {&Theme::canvas, &Theme::side, &Theme::surface, &Theme::sunken}) {
-            for (const ColorOf edge : {&Theme::control, &Theme::accent, &Theme::orange, &Theme::bad}) {
-                EXPECT_GE(contrast(row.theme.*edge, row.theme.*ground), 3)
-                    << qPrintable((row.theme.*edge).name()) << " on " << qPrintable((row.theme.*ground).name());
-            }
-        }
-    }
+    for (const NamedTheme& row : themes)
+        for (const ColorOf ground : {&Theme::canvas, &Theme::side, &Theme::surface, &Theme::sunken})
+            for (const ColorOf edge : {&Theme::control, &Theme::accent, &Theme::orange, &Theme::bad})
+                expectContrast(row, edge, ground, 3);
 }
 
 TEST(ThemeTest, InkIsWhiteOnlyWhereItCanBeRead) {

@@ -16,9 +16,8 @@ class RulesPageTest : public ScreenTest {
 protected:
     void insertRule(const std::string& name, std::int64_t priority, const std::string& tags) {
         RuleDraft draft;
-        draft.name = name;
+        draft.name = draft.value = name;
         draft.priority = priority;
-        draft.value = name;
         draft.tags = tags;
         draft.isEnabled = name != "Calls";
         const auto rule = std::make_shared<Rule>();
@@ -69,10 +68,8 @@ TEST_F(RulesPageTest, RowsAreReadAsSentencesAndTheFieldsHaveNames) {
                                     "120, Calls, Off, Application contains “Calls”, social"));
     EXPECT_THAT(accessibleNames(*page, QAccessible::EditableText),
                 IsSupersetOf({"Search rules", "Name", "When, Application, contains", "Tags, separated by commas"}));
-    std::vector<std::string> descriptions;
-    for (const auto* const combo : accessibleItems(*page, QAccessible::ComboBox))
-        descriptions.push_back(combo->text(QAccessible::Description).toStdString());
-    EXPECT_THAT(descriptions, ElementsAre("When", "When, Application", "Category", "Project"));
+    EXPECT_THAT(accessibleDescriptions(*page, QAccessible::ComboBox),
+                ElementsAre("When", "When, Application", "Category", "Project"));
     EXPECT_THAT(accessibleNames(*page, QAccessible::Button), Not(Contains("Delete")));
 }
 

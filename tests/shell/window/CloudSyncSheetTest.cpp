@@ -4,11 +4,9 @@
 #include "shell/look/Motion.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
-#include "shell/support/Offscreen.h"
-#include "shell/support/WindowScene.h"
+#include "shell/support/WindowTest.h"
 #include "shell/window/SyncProblemWell.h"
 #include "shell/window/SyncSymbol.h"
-#include "support/Matching.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -26,9 +24,8 @@ std::string nameOf(const QWidget* widget) {
     return (button->text().isEmpty() ? button->accessibleName() : button->text()).toStdString();
 }
 
-class CloudSyncSheetTest : public testing::Test {
+class CloudSyncSheetTest : public WindowTest {
 protected:
-    CloudSyncSheetTest() { needApplication(); }
     ~CloudSyncSheetTest() override {
         Motion::setAllowed(false);
         applyTheme(Theme::light());
@@ -41,14 +38,6 @@ protected:
         scene->window().openCloudSync();
         scene->settle();
     }
-    void click(const std::string& name) {
-        buttonCalled(scene->window(), name).click();
-        scene->settle();
-    }
-    std::vector<std::string> texts() { return accessibleNames(scene->window(), QAccessible::StaticText); }
-    std::vector<std::string> dialogs() { return accessibleNames(scene->window(), QAccessible::Dialog); }
-
-    std::optional<WindowScene> scene;
 };
 
 TEST_F(CloudSyncSheetTest, TheCloudButtonOpensItAndItSaysHowTheCloudStandsInTheWordsLanguage) {
@@ -78,12 +67,10 @@ TEST_F(CloudSyncSheetTest, TabGoesThroughBothButtonsAndTheOutcomeIsToldBeforeThe
     }
     EXPECT_THAT(round, ElementsAre(full, records, "Close", full));
     press(Qt::Key_Tab);
-    press(Qt::Key_Return);
-    scene->settle();
+    pressKey(Qt::Key_Return);
     EXPECT_THAT(texts(), IsSupersetOf({std::string("活动记录同步成功"), std::string("Last sync: today, 16:48")}));
     EXPECT_THAT(dialogs(), ElementsAre("CloudKit", "CloudKit"));
-    press(Qt::Key_Escape);
-    scene->settle();
+    pressKey(Qt::Key_Escape);
     EXPECT_THAT(dialogs(), ElementsAre("CloudKit"));
     EXPECT_EQ(nameOf(QApplication::focusWidget()), records);
 }

@@ -7,29 +7,23 @@
 #include "shell/logs/LogViewerWindow.h"
 #include "shell/praise/PraiseCard.h"
 #include "shell/rules/RulesPage.h"
-#include "shell/support/Offscreen.h"
-#include "shell/support/WindowScene.h"
+#include "shell/support/WindowTest.h"
 #include "shell/window/PanelOverlay.h"
 #include "store/ActivityRecord.h"
 #include "store/AppSettings.h"
-#include "store/ProjectTimeAnnotation.h"
 #include "support/Builders.h"
-#include "support/Matching.h"
 #include "updates/SignedFeed.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QPointer>
 #include <algorithm>
-#include <set>
 
 namespace quorvane {
 namespace {
 
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public WindowTest {
 protected:
-    MainWindowTest() { needApplication(); }
-
     WindowScene& open(QSize size = {1280, 832}, const char* language = "en", bool isEmpty = false) {
         scene.emplace(language, isEmpty);
         scene->open(size);
@@ -37,10 +31,6 @@ protected:
         scene->window().activateWindow();
         scene->settle();
         return *scene;
-    }
-    void click(const std::string& name) {
-        buttonCalled(scene->window(), name).click();
-        scene->settle();
     }
     void shortcut(const char* keys) {
         QWidget* const target = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &scene->window();
@@ -58,9 +48,6 @@ protected:
         }
         return false;
     }
-    std::vector<std::string> texts() { return accessibleNames(scene->window(), QAccessible::StaticText); }
-
-    std::optional<WindowScene> scene;
 };
 
 TEST_F(MainWindowTest, TrackingAndTheRecordsBeginWithTheFirstContent) {
@@ -197,37 +184,8 @@ TEST_F(MainWindowTest, APanelOverThePageKeepsTheFocusInsideAndEscapeClosesIt) {
             ASSERT_TRUE(overlay.isAncestorOf(focus)) << step;
         }
     }
-    press(Qt::Key_Escape);
-    day.settle();
+    pressKey(Qt::Key_Escape);
     EXPECT_EQ(day.chart().projectSelector(), nullptr);
-}
-
-TEST_F(MainWindowTest, TabGoesThroughAllControlsAndComesBack) {
-    auto& day = open();
-    auto* const first = &widgetBelow<DayChartView>(day.window());
-    first->setFocus();
-    std::set<const QWidget*> seen;
-    for (int step = 0; step < 60; ++step) {
-        press(Qt::Key_Tab);
-        const QWidget* const focus = QApplication::focusWidget();
-        ASSERT_NE(focus, nullptr);
-        if (!seen.insert(focus).second) break;
-        EXPECT_TRUE(focus->isVisible());
-    }
-    EXPECT_TRUE(seen.contains(first));
-    // The sections as one, recording, settings, sync, about, the six of the header, the chart, the four of the praise.
-    EXPECT_EQ(seen.size(), 16U);
-}
-
-TEST_F(MainWindowTest, EveryControlHasANameForAssistiveTechnology) {
-    auto& day = open();
-    day.chart().click({70, day.chart().layout().yPosition(15.7)}, 510);
-    day.settle();
-    for (const auto role : {QAccessible::Button, QAccessible::RadioButton, QAccessible::EditableText,
-                            QAccessible::ComboBox, QAccessible::CheckBox, QAccessible::List, QAccessible::ListItem})
-        EXPECT_THAT(accessibleNames(day.window(), role), Not(Contains(""))) << role;
-    EXPECT_THAT(accessibleNames(day.window(), QAccessible::ListItem),
-                Contains(MatchesRegex("Figma, .*15:24.*16:02.*38m.*")));
 }
 
 TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
@@ -255,9 +213,8 @@ TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
     day.settle();
     EXPECT_THAT(sentence(), Contains(ContainsRegex("[ぁ-ん]"))) << "the language";
     click("Create Share Card");
-    EXPECT_THAT(accessibleNames(day.window(), QAccessible::Dialog), SizeIs(1));
-    press(Qt::Key_Escape);
-    day.settle();
+    EXPECT_THAT(dialogs(), SizeIs(1));
+    pressKey(Qt::Key_Escape);
     day.chart().selectTimeRange({8, 8.5});
     day.settle();
     EXPECT_FALSE(card.isVisible()) << "the project panel has the side for itself";
