@@ -3,43 +3,26 @@
 #include "platform/linux/Proc.h"
 #include "platform/linux/RecentDocuments.h"
 #include "support/Matching.h"
+#include "support/TextTable.h"
 
 namespace quorvane::platform {
 namespace {
 
 TEST(DocumentTitleTest, PathsAreReadInTheirForms) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"*~/a b/notes.txt - Mousepad", "/home/u/a b/notes.txt"},
-        {"/tmp/x - y.txt – Editor", "/tmp/x - y.txt"},
-        {"/tmp/bare.txt", "/tmp/bare.txt"},
-        {"notes.txt (~/letters) - gedit", "/home/u/letters/notes.txt"},
-        {"notes.txt (/srv/a (b)) [Read-Only] - gedit", "/srv/a (b)/notes.txt"},
-        {"notes.txt + (~/letters) - VIM", "/home/u/letters/notes.txt"},
-        {"notes.txt - /srv/docs - Geany", "/srv/docs/notes.txt"},
-        {"● a - b.txt — /srv/x - y — Editor", "/srv/x - y/a - b.txt"},
-        {"notes.txt - / - Geany", "/notes.txt"},
-    };
-    for (const auto& [title, expected] : rows)
-        EXPECT_THAT(DocumentTitle::paths(title, "/home/u"), Contains(expected)) << title;
+    for (const auto& row : textTable(QUORVANE_DESKTOP_DATA "/paths-in-titles.txt"))
+        EXPECT_THAT(DocumentTitle::paths(row[0], "/home/u"), Contains(row[1])) << row[0];
     for (const char* title : {"", "notes.txt - Mousepad", "Untitled (1) - Editor", "~other/x - Editor", " - ", "()"})
         EXPECT_THAT(DocumentTitle::paths(title, "/home/u"), IsEmpty()) << title;
 }
 
 TEST(DocumentTitleTest, ADocumentHasTheNameThatStandsBeforeTheApplications) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"*Untitled 1 - mousepad", "Untitled 1"},
-        {"~/letters/notes - Mousepad", "notes"},
-        {"notes (~/letters) - Mousepad", "notes"},
-        {"main.cpp - quorvane - Visual Studio Code", "main.cpp"},
-        {"quorvane – main.cpp [core]", "main.cpp"},
-        {"Bericht – März.odt — LibreOffice Writer", "März.odt"},
-        {"Mousepad", ""},
-        {"Version 2.0 - Release", ""},
-        {"user@host: ~/letters", ""},
-        {"", ""},
+    const auto documentName = [](const std::string& title) {
+        return DocumentTitle::documentName(title, {"Mousepad", "mousepad"});
     };
-    for (const auto& [title, expected] : rows)
-        EXPECT_EQ(DocumentTitle::documentName(title, {"Mousepad", "mousepad"}), expected) << title;
+    for (const auto& row : textTable(QUORVANE_DESKTOP_DATA "/documents-in-titles.txt"))
+        EXPECT_EQ(documentName(row[0]), row[1]) << row[0];
+    for (const char* title : {"Mousepad", "Version 2.0 - Release", "user@host: ~/letters", ""})
+        EXPECT_EQ(documentName(title), "") << title;
 }
 
 TEST(DocumentTitleTest, ANameStandsInATitleAsAWordOfItsOwn) {

@@ -1,6 +1,7 @@
 #include "timeline/AppStatistics.h"
 
 #include "support/Builders.h"
+#include "support/Mapped.h"
 #include "support/Matching.h"
 #include "timeline/AppColorPalette.h"
 
@@ -23,10 +24,9 @@ TimelineRecordSnapshot record(const Text& bundleId, const Text& appName, const c
 using Row = std::tuple<std::string, double, std::string, double>;
 
 std::vector<Row> rowsOf(const AppStatistics& statistics) {
-    std::vector<Row> rows;
-    for (const AppStat& stat : statistics.appStats)
-        rows.emplace_back(stat.appName, stat.hours, hexText(stat.color), stat.percentage);
-    return rows;
+    return mapped(statistics.appStats, [](const AppStat& stat) {
+        return Row(stat.appName, stat.hours, hexText(stat.color), stat.percentage);
+    });
 }
 
 std::string hashed(const char* seed) {
@@ -43,10 +43,8 @@ TEST(AppStatisticsTest, AddsUpTheHoursOfEachNameMostFirstAndAmongEqualsTheFirstT
                 ElementsAre(Row("未知应用", 1, hashed("unknown"), 40), Row("Gimp", 0.5, hashed("org.gimp.gimp"), 20),
                             Row("editor", 0.5, hashed("editor"), 20), Row("Editor", 0.5, hashed("editor"), 20)));
     EXPECT_EQ(statistics.totalHours, 2.5);
-    std::set<Uuid> ids;
-    for (const AppStat& stat : statistics.appStats)
-        ids.insert(stat.id);
-    EXPECT_EQ(ids.size(), 4U);
+    const auto ids = mapped(statistics.appStats, &AppStat::id);
+    EXPECT_THAT(std::set<Uuid>(ids.begin(), ids.end()), SizeIs(4));
 }
 
 TEST(AppStatisticsTest, CountsTimeThatRunsBackwardsAndGivesNoSharesWithoutTime) {

@@ -1,5 +1,6 @@
 #include "timeline/DayTimelineChart.h"
 
+#include "support/Mapped.h"
 #include "support/StoreTest.h"
 
 #include <cstdlib>
@@ -32,23 +33,15 @@ protected:
         runLoop.runPosted();
     }
     std::vector<std::string> blocks() {
-        std::vector<std::string> names;
-        for (const auto& item : chart->processedRecords())
-            names.push_back(fmt::format("{} {:.4g}+{:.4g}", item.appName, item.startHour, item.duration));
-        return names;
-    }
-    std::vector<std::string> newLines() {
-        const auto all = console.lines();
-        std::vector<std::string> lines(all.begin() + static_cast<std::ptrdiff_t>(seen), all.end());
-        seen = all.size();
-        return lines;
+        return mapped(chart->processedRecords(), [](const auto& item) {
+            return fmt::format("{} {:.4g}+{:.4g}", item.appName, item.startHour, item.duration);
+        });
     }
 
     Uuid trigger = Uuid::random();
     std::unique_ptr<DayTimelineChart> chart = std::make_unique<DayTimelineChart>(context(), runLoop, console);
     std::vector<ScrollTarget> scrolls;
     Subscription subscription;
-    std::size_t seen = 0;
 };
 
 TEST_F(DayTimelineChartTest, ShowsTheDaysRecordsAndProcessesAnewOnStatedEventsOnly) {
@@ -144,7 +137,7 @@ TEST_F(DayTimelineChartTest, WhoComesBackOnANewDaySeesItIfTodayWasLeft) {
         day.applicationBecameActive();
         EXPECT_EQ(day.selectedDate(), yesterday) << "one absence, one return";
     }
-    EXPECT_THAT(newLines(), Each(MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*")));
+    EXPECT_THAT(console.lines(), Each(MatchesRegex("DayTimelineChart: 检测到日期变化，从 .*2.* 更新到 .*3.*")));
 }
 
 TEST_F(DayTimelineChartTest, AnotherDayLetsGoOfAllThatWasChosen) {
@@ -185,22 +178,6 @@ TEST_F(DayTimelineChartTest, AnotherDayLetsGoOfAllThatWasChosen) {
     EXPECT_FALSE(chart->selectedActivity());
 }
 
-TEST_F(DayTimelineChartTest, StepsByDayWeekAndMonth) {
-    show();
-    chart->stepDate(1);
-    EXPECT_EQ(chart->selectedDate(), at("2026-03-03 12:00:00"));
-    chart->setViewMode(TimelineViewMode::week);
-    chart->stepDate(-1);
-    EXPECT_EQ(chart->selectedDate(), at("2026-02-24 12:00:00"));
-    chart->setViewMode(TimelineViewMode::month);
-    chart->stepDate(1);
-    EXPECT_EQ(chart->selectedDate(), at("2026-03-24 12:00:00"));
-    EXPECT_EQ(chart->dateLabel(), "2026/3");
-    chart->openDay(at("2026-03-09 00:00:00"));
-    EXPECT_EQ(chart->currentViewMode(), TimelineViewMode::day);
-    EXPECT_EQ(chart->selectedDate(), at("2026-03-09 00:00:00"));
-}
-
 TEST_F(DayTimelineChartTest, ZoomsWithinItsBoundsAroundTheClockOrTheMiddleOfTheView) {
     aRecord().from("00:00:00").to("12:00:00").app("Editor").in(context());
     show();
@@ -230,93 +207,22 @@ TEST_F(DayTimelineChartTest, ZoomsWithinItsBoundsAroundTheClockOrTheMiddleOfTheV
     EXPECT_EQ(chart->hourHeight(), 30);
 }
 
-TEST_F(DayTimelineChartTest, AClickSelectsABlockOrNothingAndABarSelectsItself) {
-    aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
-    aRecord().from("10:30:00").to("11:00:00").app("Mail").in(context());
-    show();
-    chart->click({100, 9 * 16 + 5}, 400);
-    EXPECT_EQ(chart->selectedActivity()->appName, "Editor");
-    const auto annotation = std::make_shared<ProjectTimeAnnotation>();
-    chart->select(annotation);
-    EXPECT_FALSE(chart->selectedActivity());
-    EXPECT_EQ(chart->selectedProjectAnnotation(), annotation);
-    chart->click({100, 5}, 400);
-    EXPECT_FALSE(chart->selectedActivity());
-    EXPECT_EQ(chart->selectedProjectAnnotation(), nullptr);
-    for (const char* expected : {"Editor", "Mail", "Mail"}) {
-        chart->selectNeighbour(1);
-        EXPECT_EQ(chart->selectedActivity()->appName, expected);
-    }
-    chart->selectNeighbour(-1);
-    EXPECT_EQ(chart->selectedActivity()->appName, "Editor");
-}
-
-TEST_F(DayTimelineChartTest, ADragOpensTheProjectPanelAndAssigningDrawsABar) {
-    insertProject(context(), "Web");
-    insertProject(context(), "Old")->isArchived = true;
-    show();
-    chart->drag({100, 100}, {104, 104});
-    EXPECT_FALSE(chart->selection());
-    chart->drag({100, 16 * 9}, {200, 16 * 10});
-    EXPECT_EQ(chart->selection(), (SelectionRect{{100, 144}, {200, 160}}));
-    chart->endDrag();
-    EXPECT_FALSE(chart->selection());
-    EXPECT_EQ(chart->selectedTimeRange(), (TimeRange{9, 10}));
-    ASSERT_NE(chart->projectSelector(), nullptr);
-    ASSERT_EQ(chart->projectSelector()->projects().size(), 1);
-    chart->assignTo(chart->projectSelector()->projects().front());
-    EXPECT_EQ(chart->projectSelector(), nullptr);
-    EXPECT_FALSE(chart->selectedTimeRange());
-    EXPECT_THAT(newLines(), ElementsAre("ProjectTimeAnnotation saved: Web from 09:00 to 10:00"));
-    ASSERT_EQ(chart->projectAnnotations().size(), 1);
-    EXPECT_EQ(chart->projectAnnotations().front().annotation.startHour, 9);
-}
-
-TEST_F(DayTimelineChartTest, ANewProjectIsMadeSavedAndAssignedFromABlocksRange) {
-    aRecord().from("09:00:00").to("10:30:00").app("Editor").in(context());
-    show();
-    chart->selectNeighbour(1);
-    chart->selectTimeRangeOfActivity();
-    chart->projectSelector()->setNewProjectName(" ");
-    chart->createProjectAndAssign();
-    EXPECT_NE(chart->projectSelector(), nullptr);
-    chart->projectSelector()->setNewProjectName("Harbour");
-    chart->projectSelector()->selectedColor = "teal";
-    chart->createProjectAndAssign();
-    const auto reader = store.anotherContext();
-    const auto annotation = reader->fetch<ProjectTimeAnnotation>().front();
-    EXPECT_EQ(annotation->startTime(), at("09:00:00"));
-    EXPECT_EQ(annotation->endTime(), at("10:30:00"));
-    EXPECT_EQ(annotation->project()->name(), "Harbour");
-    EXPECT_EQ(annotation->project()->color(), "teal");
-    chart->selectTimeRange({9, 10});
-    chart->cancelProjectSelection();
-    EXPECT_EQ(chart->projectSelector(), nullptr);
-    EXPECT_FALSE(chart->selectedTimeRange());
-}
-
 TEST_F(DayTimelineChartTest, DeletesTheSelectedBarAndARecordByItsBlock) {
     aRecord().from("09:00:00").to("10:00:00").app("Editor").in(context());
-    const auto annotation = std::make_shared<ProjectTimeAnnotation>();
-    annotation->startTime = at("09:00:00");
-    annotation->endTime = at("10:00:00");
-    context().insert(annotation);
+    const auto annotation = assign(nullptr, "09:00:00", "10:00:00");
     show();
     EXPECT_EQ(chart->projectAnnotations().size(), 1);
     chart->deleteSelectedProjectAnnotation();
-    EXPECT_THAT(newLines(), ElementsAre());
+    EXPECT_EQ(chart->projectAnnotations().size(), 1);
     chart->select(annotation);
     chart->deleteSelectedProjectAnnotation();
-    EXPECT_THAT(chart->projectAnnotations(), IsEmpty());
-    EXPECT_EQ(chart->selectedProjectAnnotation(), nullptr);
-
     chart->selectNeighbour(1);
     const auto item = *chart->selectedActivity();
     chart->deleteActivity(item);
     EXPECT_FALSE(chart->selectedActivity());
     chart->deleteActivity(item);
-    EXPECT_THAT(newLines(), ElementsAre("ProjectTimeAnnotation deleted", "ActivityRecord deleted: Editor",
-                                        "ActivityRecord not found for deletion"));
+    EXPECT_THAT(console.lines(), ElementsAre("ProjectTimeAnnotation deleted", "ActivityRecord deleted: Editor",
+                                             "ActivityRecord not found for deletion"));
     EXPECT_EQ(store.anotherContext()->count<ActivityRecord>(), 0);
     EXPECT_EQ(store.anotherContext()->count<ProjectTimeAnnotation>(), 0);
 }
@@ -334,8 +240,8 @@ TEST_F(DayTimelineChartTest, FailuresOfTheStoreArePrinted) {
     chart->selectTimeRange({11, 12});
     chart->projectSelector()->setNewProjectName("New");
     chart->createProjectAndAssign();
-    EXPECT_THAT(newLines(), ElementsAre(StartsWith("Failed to save ProjectTimeAnnotation: "),
-                                        StartsWith("Failed to save Project: ")));
+    EXPECT_THAT(console.lines(), ElementsAre(StartsWith("Failed to save ProjectTimeAnnotation: "),
+                                             StartsWith("Failed to save Project: ")));
 }
 
 }  // namespace

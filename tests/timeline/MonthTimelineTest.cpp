@@ -1,6 +1,7 @@
 #include "timeline/MonthTimeline.h"
 
 #include "store/ProjectTimeAnnotation.h"
+#include "support/Mapped.h"
 #include "support/Matchers.h"
 #include "support/Matching.h"
 #include "support/RecordingConsole.h"
@@ -16,10 +17,7 @@ using Records = std::vector<TimelineRecordSnapshot>;
 using Annotations = std::vector<TimelineAnnotation>;
 
 std::vector<std::string> linesOf(const MonthSimpleCell& cell) {
-    std::vector<std::string> texts;
-    for (const MonthCellLine& line : cell.lines)
-        texts.push_back(line.name + " " + line.duration);
-    return texts;
+    return mapped(cell.lines, [](const MonthCellLine& line) { return line.name + " " + line.duration; });
 }
 
 class MonthTimelineTest : public testing::Test {
@@ -151,11 +149,11 @@ TEST(TimelineAnnotationTest, ThoseThatTouchARangeComeNewestFirstWithTheirProject
     insert("3", march(3, "09:00:00"), march(3, "11:00:00"), web);
     insert("5", march(4, "00:00:00"), march(4, "01:00:00"), web);  // begins as it ends
     context.save();
-    std::vector<std::string> found;
-    for (const auto& annotation : annotationsTouching(context, {march(3, "00:00:00"), march(4, "00:00:00")}))
-        found.push_back(annotation.id.string().substr(0, 1) + annotation.projectName.value_or("-") +
-                        annotation.projectColor.value_or("-"));
-    EXPECT_THAT(found, ElementsAre("3Webmint", "4--", "2Webmint"));
+    const auto text = [](const TimelineAnnotation& found) {
+        return found.id.string().substr(0, 1) + found.projectName.value_or("-") + found.projectColor.value_or("-");
+    };
+    EXPECT_THAT(mapped(annotationsTouching(context, {march(3, "00:00:00"), march(4, "00:00:00")}), text),
+                ElementsAre("3Webmint", "4--", "2Webmint"));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "timeline/RecordsForDate.h"
 
+#include "support/Mapped.h"
 #include "support/Matching.h"
 #include "support/RecordingConsole.h"
 #include "timeline/OverviewBuilders.h"
@@ -10,10 +11,7 @@ namespace quorvane {
 namespace {
 
 std::vector<std::string> namesOf(const DayRecords& records) {
-    std::vector<std::string> names;
-    for (const auto* record : records)
-        names.push_back(record->displayName());
-    return names;
+    return mapped(records, [](const auto* record) { return record->displayName(); });
 }
 
 class RecordsForDateTest : public testing::Test {

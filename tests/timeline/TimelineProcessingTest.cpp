@@ -1,7 +1,9 @@
 #include "timeline/TimelineProcessing.h"
 
 #include "support/Builders.h"
+#include "support/Mapped.h"
 #include "support/Matching.h"
+#include "support/TextTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,27 +48,10 @@ Snapshots records(std::string_view text) {
 }
 
 TEST(TimelineProcessingTest, TakesWhatBeginsOnTheDayAndLastsAMinuteInOrder) {
-    const std::pair<const char*, bool> rows[] = {
-        {"09:00:00..09:01:00", true},
-        {"09:00:00..09:00:59.9", false},
-        {"09:00:00..08:00:00", false},
-        {"17:59:00..now", true},
-        {"17:59:00.1..now", false},
-        {"18:30:00..now", false},
-        {"00:00:00..00:01:00", true},
-        {"23:59:59.999999..2026-03-03 00:20:00", true},
-        {"2026-03-01 23:50:00..00:20:00", false},
-        {"2026-03-03 00:00:00..2026-03-03 00:20:00", false},
-        {"09:00:00..10:00:00|-/LoginWindow", false},
-        {"09:00:00..10:00:00|com.apple.loginwindow/Login", false},
-        {"09:00:00..10:00:00|com.apple.LoginWindow/-", true},  // identifiers have case
-        {"09:00:00..10:00:00|-/loginwindow 2", true},
-        {"09:00:00..10:00:00|-/-", true},
-    };
-    for (const auto& [record, isTaken] : rows)
-        EXPECT_EQ(Processing::snapshotsOfDay(records(record), at("13:00:00"), at("18:00:00"), utc),
-                  isTaken ? records(record) : Snapshots{})
-            << record;
+    for (const auto& row : textTable(QUORVANE_TIMELINE_DATA "/records-of-the-day.txt"))
+        EXPECT_EQ(Processing::snapshotsOfDay(records(row[0]), at("13:00:00"), at("18:00:00"), utc),
+                  row[1] == "taken" ? records(row[0]) : Snapshots{})
+            << row[0];
     const char* mixed = "11:00:00..now, 09:00:00..10:00:00, 09:00:00..10:00:00|-/Mail";
     const char* sorted = "09:00:00..10:00:00, 09:00:00..10:00:00|-/Mail, 11:00:00..now";
     EXPECT_EQ(Processing::snapshotsOfDay(records(mixed), at("00:00:00"), at("18:00:00"), utc), records(sorted));
@@ -97,38 +82,9 @@ TEST(TimelineProcessingTest, AgreesWithTheCalendarOnDaysOfEveryLength) {
 }
 
 TEST(TimelineProcessingTest, JoinsNeighboursOfOneApplication) {
-    const std::string joined = "09:00:00..09:20:00";
-    const auto after = [](const std::string& first, const std::string& second) {
-        return "09:00:00..09:10:00|" + first + ", 09:10:30..09:20:00|" + second;
-    };
-    struct Row {
-        std::string given;
-        std::string expected = given;
-    };
-    const Row rows[] = {
-        {""},
-        {"09:00:00..09:10:00, 09:12:00..09:20:00", joined},
-        {"09:00:00..09:10:00, 09:12:00.1..09:20:00"},
-        {"09:12:00..09:20:00, 09:00:00..09:10:00", joined},
-        {"09:00:00..09:05:00, 09:07:00..09:10:00, 09:12:00..09:20:00", joined},
-        {"09:00:00..09:10:00, 09:09:59.9..09:20:00"},
-        {"09:00:00..09:10:00, 09:10:00..09:10:30|b/B, 09:11:40..09:20:00"},
-        {after("a/A", "b/B")},
-        {after("a/A", "a/B"), joined + "|a/A"},
-        {after("-/A", "-/B"), joined + "|-/A"},
-        {after("-/-", "-/-"), joined + "|-/-"},
-        {after("a/A", "b/A"), joined + "|a/A"},
-        {after("-/A", "b/A"), joined + "|-/A"},
-        {after("a/-", "-/-")},
-        {after("a/-", "b/-")},
-        {"09:00:00..09:10:00, 09:11:00..now", "09:00:00..18:00:00"},
-        {"09:00:00..now, 18:01:00..18:05:00", "09:00:00..18:05:00"},
-        {"09:00:00..now"},
-        {"09:00:00..09:10:00, 09:11:00..09:05:00", "09:00:00..09:05:00"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(Processing::mergeAdjacentRecords(records(row.given), at("18:00:00")), records(row.expected))
-            << row.given;
+    for (const auto& row : textTable(QUORVANE_TIMELINE_DATA "/joined-records.txt"))
+        EXPECT_EQ(Processing::mergeAdjacentRecords(records(row[0]), at("18:00:00")), records(row.back())) << row[0];
+    EXPECT_THAT(Processing::mergeAdjacentRecords({}, at("18:00:00")), IsEmpty());
 }
 
 TEST(TimelineProcessingTest, FillsWhatTheFirstOfThemLacks) {
@@ -157,10 +113,8 @@ TEST(TimelineProcessingTest, FillsWhatTheFirstOfThemLacks) {
 
 /// "9.25+0.5": start hour and duration, in the order of the result.
 Lines hoursOf(const std::vector<TimelineProcessedSnapshot>& blocks) {
-    Lines lines;
-    for (const auto& block : blocks)
-        lines.push_back(fmt::format("{:.6g}+{:.4g}", block.startHour, block.duration));
-    return lines;
+    return mapped(blocks,
+                  [](const auto& block) { return fmt::format("{:.6g}+{:.4g}", block.startHour, block.duration); });
 }
 
 TEST(TimelineProcessingTest, PlacesBlocksWhereNoEarlierOneIs) {
@@ -229,10 +183,7 @@ Hours inDrawOrder(const Hours& hours) {
     for (std::size_t i = 0; i < hours.size(); ++i)
         std::tie(blocks[i].startHour, blocks[i].duration) = hours[i];
     Processing::sortByDrawOrder(blocks);
-    Hours sorted(hours.size());
-    for (std::size_t i = 0; i < hours.size(); ++i)
-        sorted[i] = {blocks[i].startHour, blocks[i].duration};
-    return sorted;
+    return mapped(blocks, [](const auto& block) { return std::pair(block.startHour, block.duration); });
 }
 
 TEST(TimelineProcessingTest, DrawsLongBlocksFirst) {
@@ -321,9 +272,7 @@ TEST(TimelineProcessingTest, ShowsNamesThatStandFarEnoughFromTheLastOfTheirKind)
                              .appName = block.name,
                              .shouldShowName = true});
         Processing::layOut(items, HourLayout({0, 1, 2, 3}, 60));
-        std::vector<bool> shown(items.size());
-        std::transform(items.begin(), items.end(), shown.begin(), [](const auto& item) { return item.shouldShowName; });
-        EXPECT_EQ(shown, row.expected);
+        EXPECT_EQ(mapped(items, &ProcessedActivityItem::shouldShowName), row.expected);
     }
 }
 

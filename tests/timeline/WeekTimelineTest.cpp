@@ -1,7 +1,9 @@
 #include "timeline/WeekTimeline.h"
 
+#include "support/Mapped.h"
 #include "support/Matching.h"
 #include "support/RecordingConsole.h"
+#include "support/TextTable.h"
 #include "timeline/AppColorPalette.h"
 #include "timeline/OverviewBuilders.h"
 
@@ -83,13 +85,11 @@ TEST(WeekTimelineTest, HoursAreThoseThatPassedOnDaysOf23And25) {
 /// lane/lanes, centre and size: comparable and easy to read in a failure.
 template <class Bar>
 std::vector<std::string> geometries(const std::vector<Bar>& bars) {
-    std::vector<std::string> texts;
-    for (const Bar& bar : bars) {
+    return mapped(bars, [](const Bar& bar) {
         const auto& [start, end, lane, lanes, frame] = bar.geometry;
-        texts.push_back(
-            fmt::format("{}/{} at {:g},{:g} size {:g}x{:g}", lane, lanes, frame.x, frame.y, frame.width, frame.height));
-    }
-    return texts;
+        return fmt::format("{}/{} at {:g},{:g} size {:g}x{:g}", lane, lanes, frame.x, frame.y, frame.width,
+                           frame.height);
+    });
 }
 
 TEST(WeekTimelineTest, LanesAlternateOnEachHalfAndBarsAreFourHighAtLeast) {
@@ -136,35 +136,15 @@ TEST(WeekTimelineTest, NamesAndColorsFallBack) {
 }
 
 TEST(WeekTimelineLabelTest, IsCutByItsWidthAndByTheWidthOfItsCharacters) {
-    struct Row {
-        const char* name;
-        std::array<const char*, 5> expected;  ///< at 23.9, 24, 36, 52 and 100
-    };
-    const char* edges = "\u9FFF\uF900\uF900\uF900";
-    const char* five = "e\u0301e\u0301e\u0301e\u0301e\u0301";
-    const char* three = "e\u0301e\u0301e\u0301…";
-    const Row rows[] = {
-        {"", {"", "", "", "", ""}},
-        {"日报", {"日报", "日报", "日报", "日报", "日报"}},
-        {"Xcode", {"Xco…", "Xcode", "Xcode", "Xcode", "Xcode"}},
-        {"Visual Studio", {"Vis…", "Visua…", "Visual …", "Visual Stu…", "Visual Stu…"}},
-        {"写作助手好用", {"写…", "写作…", "写作助…", "写作助手…", "写作助手…"}},
-        {"한글편집기앱", {"한…", "한글…", "한글편…", "한글편집…", "한글편집…"}},
-        {"カタカナひら", {"カ…", "カタ…", "カタカ…", "カタカナ…", "カタカナ…"}},
-        {"㐀㐁䶿a", {"㐀…", "㐀㐁…", "㐀㐁䶿a", "㐀㐁䶿a", "㐀㐁䶿a"}},
-        {edges, {edges, edges, edges, edges, edges}},
-        {"微信abc", {"微…", "微信…", "微信a…", "微信abc", "微信abc"}},
-        {"微信abcd", {"微信a…", "微信abcd", "微信abcd", "微信abcd", "微信abcd"}},
-        {five, {three, five, five, five, five}},
-    };
     const double widths[] = {23.9, 24, 36, 52, 100};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(weekTimelineLabel(row.name, 17.9, 20), std::nullopt);
-        EXPECT_EQ(weekTimelineLabel(row.name, 18, 20)->text, row.expected[0]);
-        for (std::size_t i = 0; i < row.expected.size(); ++i)
-            EXPECT_EQ(weekTimelineLabel(row.name, widths[i], 20)->text, row.expected[i]) << widths[i];
+    for (const auto& row : textTable(QUORVANE_TIMELINE_DATA "/week-labels.txt")) {
+        SCOPED_TRACE(row[0]);
+        EXPECT_EQ(weekTimelineLabel(row[0], 17.9, 20), std::nullopt);
+        EXPECT_EQ(weekTimelineLabel(row[0], 18, 20)->text, row[1]);
+        for (std::size_t i = 0; i < std::size(widths); ++i)
+            EXPECT_EQ(weekTimelineLabel(row[0], widths[i], 20)->text, row[i + 1]) << widths[i];
     }
+    EXPECT_EQ(weekTimelineLabel("", 18, 20)->text, "");
 }
 
 TEST(WeekTimelineLabelTest, LowBarsHaveSmallerLetters) {
