@@ -97,7 +97,8 @@ TEST_F(ScreensTest, TabGoesThroughTheSettingsAndArrowsChooseTheirTabs) {
         Names controls;
     } tabs[] = {
         {"General", {"Hide from the taskbar", "Start when I log in", "English"}},
-        {"Tracking", {"Notice when I am away", "5 minutes", "Record during work hours only"}},
+        {"Tracking",
+         {"Notice when I am away", "5 minutes", "Another title begins a record", "Record during work hours only"}},
         {"Organization",
          {"Search applications", "Add Application", "Name of a new category", "Add Category", "Add Application"}},
         {"Diagnostics",
