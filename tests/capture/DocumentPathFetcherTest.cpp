@@ -107,7 +107,7 @@ TEST_F(DocumentPathFetcherTest, APrivateWindowLeavesNothingAndOneThatMayBePrivat
         {"marked", firefox, nullptr, "Secret — Mozilla Firefox Private Browsing", false, {}},
         {"marked for accessibility", chrome, "Secret - Chromium (Incognito)", "Secret - Chromium", true, {}},
         {"ordinary for accessibility", chrome, "News - Chromium", "News - Chromium", true, {"News - Chromium", {}}},
-        {"nobody tells", chrome, nullptr, "Secret - Chromium", true, {{}, {}, true}},
+        {"nobody tells", chrome, nullptr, "Secret - Chromium", true, {}},
         {"told to be ordinary", chrome, nullptr, "News - Chromium", false, {"News - Chromium", {}}},
     };
     for (const Row& row : rows) {
