@@ -31,6 +31,17 @@ bool isCounter(std::string_view word) {
     });
 }
 
+/// Full-width brackets bring their own space.
+std::string spacedOut(std::string_view title) {
+    std::string spaced;
+    for (; !title.empty(); title.remove_prefix(1)) {
+        if (title.starts_with("（")) spaced += ' ';
+        spaced += title.front();
+        if (spaced.ends_with("）")) spaced += ' ';
+    }
+    return spaced;
+}
+
 /// "12:30", "1:02:03", "-0:45".
 bool isClock(std::string_view word) {
     if (word.starts_with('-')) word.remove_prefix(1);
@@ -72,7 +83,7 @@ bool isOrnament(std::string_view word) {
 
 std::string steadyTitle(std::string_view title) {
     std::vector<std::string> kept;
-    for (const std::string& piece : text::split(title, ' ')) {
+    for (const std::string& piece : text::split(spacedOut(title), ' ')) {
         const std::string_view word = withoutMarks(piece);
         if (word == "%" && !kept.empty() && isNumber(kept.back())) kept.pop_back();
         if (!word.empty() && word != "%" && !isOrnament(word) && !isCounter(word) && !isClock(word) &&

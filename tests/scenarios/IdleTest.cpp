@@ -50,9 +50,9 @@ TEST_F(IdleTest, ThreeIdleTicksPauseTheMonitorsAndTheReturnResumesThem) {
     EXPECT_THAT(newLines(),
                 ElementsAre("KeyboardMonitor: ✅ 键盘监控已启动", "MouseMonitor: ✅ 鼠标监控已启动",
                             "▶️ 已恢复键盘和鼠标监控", "📱 App switch: Editor (org.example.editor)",
-                            "无法获取文档路径和窗口标题，将继续使用基本应用信息", "No currentRecord to finalize",
-                            "DataCleanupService: 结束所有活跃记录...",
-                            "Created new record for Editor at 2026-03-04 09:07:10 +0000"));
+                            "No currentRecord to finalize", "DataCleanupService: 结束所有活跃记录...",
+                            "Created new record for Editor at 2026-03-04 09:07:10 +0000",
+                            "无法获取文档路径和窗口标题，将继续使用基本应用信息"));
 }
 
 TEST_F(IdleTest, WithDetectionOffTheMonitorsStillPauseButNoTimeIsLost) {
