@@ -38,11 +38,11 @@ TEST_F(AnnotationAssignmentTest, AProjectGetsNoTimeTwiceAndAMomentThreeProjects)
     EXPECT_THAT(console.lines(),
                 ElementsAre("ProjectTimeAnnotation saved: A from 09:00 to 10:00", "该时间段已经标注给项目: A",
                             "ProjectTimeAnnotation saved: A from 10:00 to 11:00",
-                            "ProjectTimeAnnotation saved: B from 09:54 to 10:05",
+                            "ProjectTimeAnnotation saved: B from 09:54 to 10:06",
                             "ProjectTimeAnnotation saved: C from 09:00 to 10:00",
                             "该时间段已达到最大项目数量限制（3个）",
                             "ProjectTimeAnnotation saved: D from 09:00 to 09:30",
-                            "ProjectTimeAnnotation saved: D from 10:05 to 11:00"));
+                            "ProjectTimeAnnotation saved: D from 10:06 to 11:00"));
     EXPECT_EQ(store.anotherContext()->count<ProjectTimeAnnotation>(), 6);
 }
 
