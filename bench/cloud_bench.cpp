@@ -19,6 +19,7 @@
 #include <fstream>
 #include <functional>
 #include <libpq-fe.h>
+#include <map>
 #include <memory>
 
 namespace quorvane {
@@ -52,10 +53,19 @@ void report(const char* name, double seconds, std::size_t records, double base) 
                static_cast<double>(records) / seconds, seconds / base);
 }
 
+/// A connect string of libpq, whose values hold no blanks here.
+std::string settings(const std::map<std::string, std::string>& keywords) {
+    std::string text;
+    for (const auto& [keyword, value] : keywords)
+        text += keyword + "=" + value + " ";
+    return text;
+}
+
 /// A connection without any of our code between it and the server.
 class PlainConnection {
 public:
-    explicit PlainConnection(const std::string& settings) : connection_(PQconnectdb(settings.c_str()), PQfinish) {
+    explicit PlainConnection(const std::map<std::string, std::string>& keywords)
+        : connection_(PQconnectdb(settings(keywords).c_str()), PQfinish) {
         if (PQstatus(connection_.get()) != CONNECTION_OK) throw std::runtime_error(PQerrorMessage(connection_.get()));
     }
 
@@ -172,7 +182,7 @@ void measure(const PostgresServer& server, std::size_t count) {
         names.push_back(record.recordName);
         fields.push_back(json::text(record.values));
     }
-    PlainConnection plain(server.overSocket("alice"));
+    PlainConnection plain(server.access("alice"));
     const std::string nameArray = json::array(names);
     const std::string fieldArray = json::array(fields);
 
