@@ -192,6 +192,7 @@ TEST_F(SystemEventsTest, ATickInsideATickIsSkippedAndTheOuterOneGoesOn) {
     source.tracker = tracker.get();
     nested.tick();
     EXPECT_THAT(newLines(), Not(Contains("⚠️ tick() 重入检测，跳过本次执行")));
+    runLoop.runPosted();  // a worker still asks the source
 }
 
 TEST_F(SystemEventsTest, ApplicationsWithoutIdentityHaveOneNameFromTheTickAndAnotherFromTheActivation) {

@@ -142,7 +142,7 @@ TEST_F(SchemaTest, OpeningACompleteStoreWritesNothing) {
     const SqlTrace trace;
     (void)open();
     for (const char* word :
-         {"BEGIN", "CREATE", "ALTER", "UPDATE", "INSERT", "PRAGMA application_id =", "PRAGMA user_v"})
+         {"BEGIN", "CREATE", "ALTER", "UPDATE", "INSERT", "PRAGMA application_id =", "PRAGMA user_version ="})
         EXPECT_THAT(trace.statements(word), IsEmpty()) << word;
 }
 
