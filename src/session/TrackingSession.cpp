@@ -23,11 +23,11 @@ TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& 
     } catch (const StoreError& error) {  // the defaults hold, as they would from the row
         console_.line("TrackingSession: Failed to store the first settings: {}", error.what());
     }
+    noteCapture();  // from now on each change is noted
 }
 
 void TrackingSession::start() {
     tracker_.configure(store_);
-    noteCapture();
     tracker_.start();
 }
 

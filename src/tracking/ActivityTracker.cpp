@@ -67,7 +67,7 @@ void ActivityTracker::start() {
     isTrackingChanged.send(true);
     lastLook_ = {runLoop_.now(), runLoop_.uptime()};
     lastUpdate_ = lastLook_.now;
-    lastRecordEnd_.reset();
+    lastRecordEnd_ = endOfNewestRecord();
     registerObservers();
     const auto onActivity = [weak = weak_.handle()] {
         if (auto* self = weak.get()) self->handleUserActivity();
@@ -80,6 +80,19 @@ void ActivityTracker::start() {
     firstTick_ = runLoop_.after(firstTickDelay, [weak = weak_.handle()] {
         if (auto* self = weak.get()) self->tick();
     });
+}
+
+/// An earlier run may have ended within the second that its last record was given.
+std::optional<Date> ActivityTracker::endOfNewestRecord() {
+    auto* context = modelContext_.get();
+    if (context == nullptr) return std::nullopt;
+    try {
+        const auto newest =
+            context->fetch<ActivityRecord>({.sort = {descending(&ActivityRecord::startTime)}, .limit = 1});
+        return newest.empty() ? std::nullopt : newest.front()->endTime();
+    } catch (const StoreError&) {
+        return std::nullopt;
+    }
 }
 
 void ActivityTracker::scheduleTimer(Seconds interval) {

@@ -163,6 +163,7 @@ private:
         std::optional<std::string> url{};
     };
     [[nodiscard]] Seconds untilNextRecord(Date now) const;
+    [[nodiscard]] std::optional<Date> endOfNewestRecord();
     void startNewRecord(const NewRecord& wanted);
     [[nodiscard]] Date adjustedStart(Date wanted, ModelContext& context);
     [[nodiscard]] std::shared_ptr<ActivityRecord> makeRecord(const NewRecord& wanted, Date startTime);

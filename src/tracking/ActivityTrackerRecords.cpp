@@ -24,7 +24,8 @@ std::string durationText(Seconds duration) {
 /// How long the next record has to wait: each lasts a second at least, and no two of ours overlap.
 Seconds ActivityTracker::untilNextRecord(Date now) const {
     const Date earliest = currentRecord_ ? currentRecord_->startTime() + minimumDuration : lastRecordEnd_.value_or(now);
-    return std::clamp<Seconds>(earliest - now, 0s, minimumDuration);
+    const Seconds rest = earliest - now;
+    return rest > 0s && rest <= minimumDuration ? rest : 0s;  // one far ahead is of a clock that was wrong
 }
 
 void ActivityTracker::startNewRecord(const NewRecord& wanted) {

@@ -67,7 +67,7 @@ TEST_F(TimelineCommandTest, AssignsARangeAsADragDoesAndRefusesWithTheLineThatThe
     const Row rows[] = {
         {"9.01", "9.1", project.c_str(), 0, "ProjectTimeAnnotation saved: 网站 from 09:00 to 09:15\n"},
         {"9", "10", project.c_str(), 1, isRefusal(HasSubstr("该时间段已经标注给项目: 网站"))},
-        {"23.9", "24", project.c_str(), 0, "ProjectTimeAnnotation saved: 网站 from 23:53 to 24:08\n"},
+        {"23.9", "24", project.c_str(), 0, "ProjectTimeAnnotation saved: 网站 from 23:54 to 24:09\n"},
         {"9", "10", "E0000000-0000-4000-8000-000000000002", 1, isRefusal(HasSubstr("there is no project"))},
         {"10", "10", project.c_str(), 2, isRefusal(HasSubstr("--from-hour"))},
         {"10", "24.5", project.c_str(), 2, isRefusal(HasSubstr("--to-hour"))},
