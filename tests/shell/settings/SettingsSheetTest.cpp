@@ -27,7 +27,7 @@ protected:
         scene->settle();
     }
     void chooseTab(int index) {
-        widgetBelow<SettingsTabs>(scene->window()).choose(index);
+        widgetBelow<SettingsTabs>(topSheet()).choose(index);
         scene->settle();
     }
     template <class Widget = QAbstractButton>
