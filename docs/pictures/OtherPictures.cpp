@@ -30,6 +30,7 @@ std::function<void(WindowScene&)> showingSettings(int tab) {
         categories.setPreference("Figma", {.category = "工作", .tags = {"设计", "创意工作"}});
         categories.setPreference("Slack", {.category = "社交", .tags = {}});
         categories.addCustomCategory("Client calls");
+        scene.services().setPerformanceReportsEnabled = nullptr;  // as built without a host for reports
         scene.window().openSettings();
         widgetBelow<SettingsTabs>(scene.window()).choose(tab);
     };
