@@ -83,7 +83,7 @@ TEST_F(PostgresSessionTest, ABatchThatOthersDisturbGoesAgainThreeTimesAndOneThat
         if (kind) {
             const CloudFailure failure = failureOf([&] { (void)alice->modify(privateData, both); });
             EXPECT_EQ(failure.kind(), *kind);
-            EXPECT_THAT(failure.what(), Not(HasSubstr("title")));
+            if (*kind == Kind::busy) EXPECT_THAT(failure.what(), Not(HasSubstr("title")));
         } else {
             EXPECT_EQ(alice->modify(privateData, records).back(), SaveResult{"B"});
         }
