@@ -101,7 +101,7 @@ void layOutAgain(benchmark::State& state) {
         TimelineProcessing::layOut(items, layout);
 }
 
-/// Records that all last the whole day: each goes behind all earlier ones.
+/// Records that all last the whole day: each in a lane of its own.
 void placeWhereAllOverlap(benchmark::State& state) {
     auto day = makeDays(1, state.range(0));
     for (auto& record : day)

@@ -24,12 +24,15 @@ double middle(int quarter) {
     return (quarter + 0.5) / 4;
 }
 
-/// The block that is drawn last over the middle of the quarter.
-const ProcessedActivityItem* blockAt(const DayChart& chart, int quarter) {
-    const auto hit = std::find_if(chart.items.rbegin(), chart.items.rend(), [&](const ProcessedActivityItem& item) {
-        return item.startHour <= middle(quarter) && middle(quarter) < item.endHour();
-    });
-    return hit == chart.items.rend() ? nullptr : &*hit;
+using Blocks = std::vector<const ProcessedActivityItem*>;
+
+/// The blocks over the middle of the quarter, from the first lane to the last.
+Blocks blocksAt(const DayChart& chart, int quarter) {
+    Blocks found;
+    for (const ProcessedActivityItem& item : chart.items)
+        if (item.startHour <= middle(quarter) && middle(quarter) < item.endHour) found.push_back(&item);
+    std::ranges::stable_sort(found, {}, [](const auto* item) { return item->lane.index; });
+    return found;
 }
 
 std::vector<const ProjectAnnotation*> annotationsAt(const DayChart& chart, int quarter) {
@@ -38,6 +41,10 @@ std::vector<const ProjectAnnotation*> annotationsAt(const DayChart& chart, int q
         if (placed.annotation.startHour <= middle(quarter) && middle(quarter) < placed.annotation.endHour)
             found.push_back(&placed.annotation);
     return found;
+}
+
+bool isIn(const Blocks& blocks, const ProcessedActivityItem* block) {
+    return std::ranges::find(blocks, block) != blocks.end();
 }
 
 std::string padded(const std::string& text, int width) {
@@ -62,11 +69,10 @@ public:
           titleWidth_(std::max(0, width - timeWidth - nameWidth - 1 - columns_ * (projectWidth + 1))) {}
 
     [[nodiscard]] std::string line(int quarter, bool isFirst) const {
-        const auto* block = blockAt(chart_, quarter);
-        const bool isNew = block != nullptr && (isFirst || block != blockAt(chart_, quarter - 1));
+        const auto blocks = blocksAt(chart_, quarter);
+        const auto above = isFirst ? Blocks() : blocksAt(chart_, quarter - 1);
         std::string out = quarter % 4 == 0 || isFirst ? clockText(quarter * 15min) + " " : std::string(timeWidth, ' ');
-        out += blockText(block, isNew) + " " + annotationsText(quarter, isFirst);
-        if (isNew) out += titleOf(*block);
+        out += blocksText(blocks, above) + " " + annotationsText(quarter, isFirst) + titlesOf(blocks, above);
         out.erase(out.find_last_not_of(' ') + 1);
         return out + "\n";
     }
@@ -74,6 +80,7 @@ public:
 private:
     static constexpr int timeWidth = 6;
     static constexpr int nameWidth = 28;
+    static constexpr int leastLane = 7;
     static constexpr int projectWidth = 14;
 
     /// A cell on its colour; where there are no colours, with an edge.
@@ -83,9 +90,21 @@ private:
                              : fmt::format("{}{}", edge, padded(text, width - 1));
     }
 
-    [[nodiscard]] std::string blockText(const ProcessedActivityItem* block, bool isNew) const {
-        if (block == nullptr) return color_.colored("·", gapColor) + std::string(nameWidth - 1, ' ');
-        return cell(isNew ? harmlessLine(block->appName) : std::string(), nameWidth, block->color, "▌");
+    /// Each in its lane, as far as lanes are wide enough to be told apart.
+    [[nodiscard]] std::string blocksText(const Blocks& blocks, const Blocks& above) const {
+        if (blocks.empty()) return color_.colored("·", gapColor) + std::string(nameWidth - 1, ' ');
+        const int laneWidth = std::max(nameWidth / blocks.front()->lane.count, leastLane);
+        std::string out;
+        int used = 0;
+        for (const ProcessedActivityItem* block : blocks) {
+            const int left = block->lane.index * laneWidth;
+            if (left < used || left + laneWidth > nameWidth) continue;
+            out +=
+                std::string(static_cast<std::size_t>(left - used), ' ') +
+                cell(isIn(above, block) ? std::string() : harmlessLine(block->appName), laneWidth, block->color, "▌");
+            used = left + laneWidth;
+        }
+        return out + std::string(static_cast<std::size_t>(nameWidth - used), ' ');
     }
 
     [[nodiscard]] std::string annotationsText(int quarter, bool isFirst) const {
@@ -106,9 +125,14 @@ private:
         return out;
     }
 
-    [[nodiscard]] std::string titleOf(const ProcessedActivityItem& block) const {
-        const std::string title = harmlessLine(block.windowTitle.value_or(""));
-        return text::fittedTo(fmt::format("{}  {}", durationText(block.duration * 1h), title), titleWidth_);
+    /// Of the blocks that are new on this line.
+    [[nodiscard]] std::string titlesOf(const Blocks& blocks, const Blocks& above) const {
+        std::string out;
+        for (const ProcessedActivityItem* block : blocks)
+            if (!isIn(above, block))
+                out += fmt::format("{}{}  {}", out.empty() ? "" : "  ", durationText(block->duration * 1h),
+                                   harmlessLine(block->windowTitle.value_or("")));
+        return text::fittedTo(out, titleWidth_);
     }
 
     const DayChart& chart_;

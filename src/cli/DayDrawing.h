@@ -23,8 +23,8 @@ struct DayChart {
     [[nodiscard]] double totalHours() const;
 };
 
-/// Draws the day for a terminal: a line for each quarter of an hour in which something happened, with the block that
-/// the chart shows there on its colour, and the projects of that time; hours without anything are one line together.
+/// Draws the day for a terminal: a line for each quarter of an hour in which something happened, with the blocks that
+/// the chart shows there on their colours, and the projects of that time; hours without anything are one line together.
 void drawDay(const DayChart& chart, const std::function<void(std::string_view)>& write);
 
 }  // namespace quorvane::cli

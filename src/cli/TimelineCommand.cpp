@@ -1,5 +1,5 @@
 #include "base/Calendar.h"
-#include "base/DateText.h"
+#include "base/Iso8601.h"
 #include "base/Json.h"
 #include "cli/Arguments.h"
 #include "cli/CommandContext.h"
@@ -55,6 +55,10 @@ Json blocksJson(const DayChart& chart) {
     Json blocks = Json::array();
     for (const ProcessedActivityItem& item : chart.items)
         blocks.push_back({{"id", item.id.string()},
+                          {"start", iso8601Microseconds(item.stretch.start)},
+                          {"end", iso8601Microseconds(item.stretch.end)},
+                          {"lane", item.lane.index},
+                          {"lanes", item.lane.count},
                           {"start_hour", item.startHour},
                           {"duration", item.duration},
                           {"bundle_id", optional(item.bundleId)},

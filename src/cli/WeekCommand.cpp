@@ -36,8 +36,8 @@ Json barsJson(const std::vector<Bar>& bars) {
         list.push_back({{"id", bar.id.string()},
                         {"start_hour", bar.geometry.startHour},
                         {"end_hour", bar.geometry.endHour},
-                        {"lane", bar.geometry.lane},
-                        {"lanes", bar.geometry.lanes},
+                        {"lane", bar.geometry.lane.index},
+                        {"lanes", bar.geometry.lane.count},
                         {"height", bar.geometry.frame.height},
                         {"center_y", bar.geometry.frame.y},
                         {"label", bar.label ? Json(bar.label->text) : Json()}});

@@ -24,8 +24,7 @@ std::shared_ptr<ProjectTimeAnnotation> makeAnnotation(const std::shared_ptr<Proj
 }  // namespace
 
 ChosenRange chosenRange(const TimeRange& hours, Date date) {
-    const Date dayStart = timelineCalendar().startOfDay(date);
-    return {hours, {dayStart + hours.startHour * 1h, dayStart + hours.endHour * 1h}};
+    return {hours, instantsAt(hours, date, timelineCalendar())};
 }
 
 std::vector<std::shared_ptr<ProjectTimeAnnotation>> annotationsOverlapping(ModelContext& context, DateInterval range) {

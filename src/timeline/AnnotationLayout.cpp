@@ -1,5 +1,7 @@
 #include "timeline/AnnotationLayout.h"
 
+#include "timeline/ClockHours.h"
+
 #include <algorithm>
 #include <iterator>
 #include <set>
@@ -18,11 +20,12 @@ std::shared_ptr<Project> placeholderFor(const ProjectTimeAnnotation& annotation)
     return project;
 }
 
-ProjectAnnotation annotationOf(const std::shared_ptr<ProjectTimeAnnotation>& annotation, Date dayStart) {
+ProjectAnnotation annotationOf(const std::shared_ptr<ProjectTimeAnnotation>& annotation, const Calendar& calendar) {
     auto project = annotation->project();
+    const TimeRange hours = clockHours({annotation->startTime(), annotation->endTime()}, calendar);
     return {.id = annotation->id(),
-            .startHour = (annotation->startTime() - dayStart) / 1h,
-            .endHour = (annotation->endTime() - dayStart) / 1h,
+            .startHour = hours.startHour,
+            .endHour = hours.endHour,
             .project = project ? std::move(project) : placeholderFor(*annotation),
             .dbAnnotation = annotation};
 }
@@ -47,7 +50,7 @@ placeProjectAnnotations(const std::vector<std::shared_ptr<ProjectTimeAnnotation>
     Annotations ofDay;
     for (const auto& annotation : annotations)
         if (annotation->startTime() >= day.start && annotation->startTime() < day.end)
-            ofDay.push_back(annotationOf(annotation, day.start));
+            ofDay.push_back(annotationOf(annotation, calendar));
     std::stable_sort(ofDay.begin(), ofDay.end(),
                      [](const auto& a, const auto& b) { return a.startHour < b.startHour; });
 

@@ -11,7 +11,7 @@
 
 namespace quorvane {
 
-/// A stretch of a day that was given to a project, as the chart shows it. Hours count from local midnight.
+/// A stretch of a day that was given to a project, as the chart shows it. Hours are those on the clock, from midnight.
 struct ProjectAnnotation {
     Uuid id;
     double startHour = 0;

@@ -117,10 +117,6 @@ void DayTimelineChart::openDay(Date date) {
 
 // --- Blocks -------------------------------------------------------------------------------------------------------
 
-Date DayTimelineChart::startOfSelectedDay() const {
-    return timelineCalendar().startOfDay(selectedDate_);
-}
-
 bool DayTimelineChart::hasOpenRecordOnSelectedDay() const {
     const auto day = Calendar::current().day(selectedDate_);
     return std::any_of(records_.begin(), records_.end(), [&](const auto& record) {
@@ -139,29 +135,27 @@ std::vector<TimelineRecordSnapshot> DayTimelineChart::takeSnapshots(Date now) co
 
 void DayTimelineChart::startTimelineProcessing() {
     const Date now = runLoop_.now();
-    processor_.start(
-        takeSnapshots(now), now,
-        [weak = weak_.handle(), day = startOfSelectedDay()](std::vector<TimelineProcessedSnapshot> blocks) {
-            if (auto* self = weak.get()) self->finish(std::move(blocks), day);
-        });
+    processor_.start(takeSnapshots(now), now, [weak = weak_.handle()](std::vector<TimelineProcessedSnapshot> blocks) {
+        if (auto* self = weak.get()) self->finish(std::move(blocks));
+    });
 }
 
-void DayTimelineChart::finish(std::vector<TimelineProcessedSnapshot> blocks, Date selectedDay) {
+void DayTimelineChart::finish(std::vector<TimelineProcessedSnapshot> blocks) {
     processedRecords_ = TimelineProcessing::makeItems(std::move(blocks));
-    rebuildSidebar(selectedDay);
+    rebuildSidebar();
     activityHours_ = TimelineProcessing::activityHours(processedRecords_);
     rebuildHourLayout();
     changed.send();
 }
 
-void DayTimelineChart::rebuildSidebar(Date selectedDay) {
+void DayTimelineChart::rebuildSidebar() {
     sidebarTotalHours_ = 0;
     sidebarRecords_.clear();
     for (const ProcessedActivityItem& item : processedRecords_) {
         sidebarTotalHours_ += item.duration;
         sidebarRecords_.push_back({.id = item.id,
-                                   .startTime = selectedDay + item.startHour * 1h,
-                                   .endTime = selectedDay + item.endHour() * 1h,
+                                   .startTime = item.stretch.start,
+                                   .endTime = item.stretch.end,
                                    .bundleId = item.bundleId,
                                    .appName = item.appName,
                                    .windowTitle = item.windowTitle,
@@ -316,20 +310,26 @@ void DayTimelineChart::endDrag() {
 // --- Giving time to projects --------------------------------------------------------------------------------------
 
 void DayTimelineChart::selectTimeRange(const TimeRange& range) {
+    openProjectSelector(chosenRange(range, selectedDate_));
+}
+
+/// The very instants of the block: hours alone may mean others where clocks change.
+void DayTimelineChart::selectTimeRangeOfActivity() {
+    if (!selectedActivity_) return;
+    const auto& item = *selectedActivity_;
+    openProjectSelector({{item.startHour, item.endHour}, item.stretch});
+}
+
+void DayTimelineChart::openProjectSelector(const ChosenRange& range) {
     try {
         const auto projects = context_.fetch<Project>(
             {.predicate = field(&Project::isArchived) == false, .sort = {ascending(&Project::name)}});
-        const auto chosen = chosenRange(range, selectedDate_);
-        projectSelector_.emplace(range, projects, annotationsOverlapping(context_, chosen.instants));
-        selectedTimeRange_ = chosen;
+        projectSelector_.emplace(range.hours, projects, annotationsOverlapping(context_, range.instants));
+        selectedTimeRange_ = range;
     } catch (const StoreError& error) {
         console_.line("DayTimelineChart: Failed to fetch projects: {}", error.what());
     }
     changed.send();
-}
-
-void DayTimelineChart::selectTimeRangeOfActivity() {
-    if (selectedActivity_) selectTimeRange({selectedActivity_->startHour, selectedActivity_->endHour()});
 }
 
 void DayTimelineChart::cancelProjectSelection() {

@@ -101,6 +101,10 @@ public:
     [[nodiscard]] std::optional<TimeRange> selectedTimeRange() const {
         return selectedTimeRange_ ? std::optional(selectedTimeRange_->hours) : std::nullopt;
     }
+    /// How long that lasts.
+    [[nodiscard]] Seconds selectedLength() const {
+        return selectedTimeRange_ ? selectedTimeRange_->instants.end - selectedTimeRange_->instants.start : 0s;
+    }
     /// The open panel; none while it is closed.
     [[nodiscard]] ProjectSelectorState* projectSelector() { return projectSelector_ ? &*projectSelector_ : nullptr; }
     void selectTimeRange(const TimeRange& range);
@@ -119,12 +123,11 @@ public:
     void deleteActivity(const ProcessedActivityItem& item);
 
 private:
-    [[nodiscard]] Date startOfSelectedDay() const;
     [[nodiscard]] bool hasOpenRecordOnSelectedDay() const;
     [[nodiscard]] std::vector<TimelineRecordSnapshot> takeSnapshots(Date now) const;
     void startTimelineProcessing();
-    void finish(std::vector<TimelineProcessedSnapshot> blocks, Date selectedDay);
-    void rebuildSidebar(Date selectedDay);
+    void finish(std::vector<TimelineProcessedSnapshot> blocks);
+    void rebuildSidebar();
     void rebuildHourLayout();
     void clearTimelineCaches();
     void followAnnotations();
@@ -134,6 +137,7 @@ private:
     void zoomTo(double hourHeight);
     void anchor();
     void recentreSoon();
+    void openProjectSelector(const ChosenRange& range);
     void closeProjectSelector();
     template <class Change>
     bool saved(Change change, const char* failure);

@@ -16,10 +16,15 @@ constexpr double leastColumn = 320;
 constexpr double leastDrawing = 270;
 constexpr double sidePanelFrom = 860;
 constexpr double leftListFrom = 1040;
+constexpr double widestGap = 2;          // between lanes
 constexpr double leastHeight = 8;        // of a block, for the pointer
 constexpr double magneticMinutes = 1.2;  // on both sides of a quarter
 constexpr double leastRange = 0.25;      // hours
 constexpr double leastSelection = 0.05;  // hours
+
+double gapBetween(const Lane& lane, double width) {
+    return lane.count < 2 ? 0 : std::min(widestGap, (width - gutterWidth) / lane.count / 4);
+}
 
 }  // namespace
 
@@ -92,10 +97,18 @@ std::optional<TimeRange> selectedRange(const SelectionRect& drag, const HourLayo
     return range.endHour - range.startHour > leastSelection ? std::optional(range) : std::nullopt;
 }
 
+LaneSpan laneSpan(const Lane& lane, double width) {
+    const double gap = gapBetween(lane, width);
+    const double step = (width - gutterWidth + gap) / lane.count;
+    return {gutterWidth + step * lane.index, step - gap};
+}
+
 const ProcessedActivityItem* hitTest(const std::vector<ProcessedActivityItem>& items, ChartPoint point, double width) {
     if (point.x < gutterWidth || point.x > width) return nullptr;
     const auto hit = std::find_if(items.rbegin(), items.rend(), [&](const ProcessedActivityItem& item) {
-        return item.yTop <= point.y && point.y <= std::max(item.yTop + leastHeight, item.yBottom);
+        if (point.y < item.yTop || point.y > std::max(item.yTop + leastHeight, item.yBottom)) return false;
+        const auto [left, laneWidth] = laneSpan(item.lane, width);
+        return left <= point.x && point.x <= left + laneWidth;
     });
     return hit == items.rend() ? nullptr : &*hit;
 }

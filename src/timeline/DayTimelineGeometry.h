@@ -1,5 +1,6 @@
 #pragma once
 
+#include "timeline/ClockHours.h"
 #include "timeline/HourLayout.h"
 #include "timeline/ProcessedActivityItem.h"
 #include "timeline/TimelineViewMode.h"
@@ -16,13 +17,6 @@ struct ChartPoint {
     double x = 0;
     double y = 0;
     friend bool operator==(const ChartPoint&, const ChartPoint&) = default;
-};
-
-/// A stretch of a day, in hours from local midnight.
-struct TimeRange {
-    double startHour = 0;
-    double endHour = 0;
-    friend bool operator==(const TimeRange&, const TimeRange&) = default;
 };
 
 /// The rectangle of a drag, by two corners in any order.
@@ -77,6 +71,14 @@ struct GridLine {
 
 /// The range that a drag selects; none for one that is too short to be a drag.
 [[nodiscard]] std::optional<TimeRange> selectedRange(const SelectionRect& drag, const HourLayout& layout);
+
+/// From left to right: the part of a chart's width that is a lane's. A narrow gap lies between two lanes.
+struct LaneSpan {
+    double left = 0;
+    double width = 0;
+    friend bool operator==(const LaneSpan&, const LaneSpan&) = default;
+};
+[[nodiscard]] LaneSpan laneSpan(const Lane& lane, double width);
 
 /// The block under a point, the last drawn first; a thin one can be hit 8 points high. None beside the drawing.
 [[nodiscard]] const ProcessedActivityItem* hitTest(const std::vector<ProcessedActivityItem>& items, ChartPoint point,

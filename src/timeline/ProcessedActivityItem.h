@@ -1,18 +1,23 @@
 #pragma once
 
 #include "base/Color.h"
+#include "base/Date.h"
 #include "base/Uuid.h"
+#include "timeline/Lanes.h"
 
 #include <optional>
 #include <string>
 
 namespace quorvane {
 
-/// A block of the day after merging and placing. Hours count from local midnight.
+/// A block of the day after merging and placing. Hours are those on the clock, from midnight.
 struct TimelineProcessedSnapshot {
     Uuid id;               ///< of the first record that went into it
-    double startHour = 0;  ///< may have been pushed behind the true start, even past 24
-    double duration = 0;   ///< hours
+    DateInterval stretch;  ///< from the start of its first record to its last end
+    double startHour = 0;
+    double endHour = 0;   ///< past 24 where it goes on over midnight
+    double duration = 0;  ///< hours that it lasted
+    Lane lane;
     std::optional<std::string> bundleId;
     std::string appName;
     std::optional<std::string> windowTitle;
@@ -26,8 +31,11 @@ struct TimelineProcessedSnapshot {
 /// A block as the day chart draws it. Positions are points from the top.
 struct ProcessedActivityItem {
     Uuid id;
+    DateInterval stretch;
     double startHour = 0;
-    double duration = 0;  ///< hours
+    double endHour = 0;
+    double duration = 0;
+    Lane lane;
     std::optional<std::string> bundleId;
     std::string appName;
     std::optional<std::string> windowTitle;
@@ -39,8 +47,6 @@ struct ProcessedActivityItem {
     double yTop = 0;
     double yBottom = 0;
     bool shouldShowName = false;
-
-    [[nodiscard]] double endHour() const { return startHour + duration; }
     friend bool operator==(const ProcessedActivityItem&, const ProcessedActivityItem&) = default;
 };
 

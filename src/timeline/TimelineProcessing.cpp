@@ -2,7 +2,7 @@
 
 #include "base/Url.h"
 #include "timeline/AppColorPalette.h"
-#include "timeline/SnapshotTimeSlots.h"
+#include "timeline/ClockHours.h"
 
 #include <algorithm>
 #include <array>
@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <numeric>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -28,7 +29,9 @@ bool isOnChart(const TimelineRecordSnapshot& record, DateInterval day, Date now)
 }
 
 void sortByStart(std::vector<TimelineRecordSnapshot>& records) {
-    const auto isEarlier = [](const auto& a, const auto& b) { return a.startTime < b.startTime; };
+    const auto isEarlier = [](const auto& a, const auto& b) {
+        return std::tie(a.startTime, a.id) < std::tie(b.startTime, b.id);
+    };
     // They mostly come in order, and moving them costs more than looking.
     if (!std::is_sorted(records.begin(), records.end(), isEarlier))
         std::stable_sort(records.begin(), records.end(), isEarlier);
@@ -50,7 +53,7 @@ void fill(std::optional<std::string>& current, std::optional<std::string>& next)
 }
 
 void absorb(TimelineRecordSnapshot& current, TimelineRecordSnapshot&& next, Date now) {
-    current.endTime = next.endTime.value_or(now);
+    current.endTime = std::max(current.endTime.value_or(now), next.endTime.value_or(now));
     fill(current.windowTitle, next.windowTitle);
     fill(current.documentPath, next.documentPath);
     fill(current.url, next.url);
@@ -114,19 +117,25 @@ std::vector<TimelineRecordSnapshot> mergeAdjacentRecords(std::vector<TimelineRec
 }
 
 std::vector<TimelineProcessedSnapshot> placeSnapshots(std::vector<TimelineRecordSnapshot> snapshots, Date now,
-                                                      const Calendar& calendar, const std::stop_token& stop) {
-    SnapshotTimeSlots slots;
+                                                      const Calendar& calendar) {
+    std::vector<LaneItem> items;
+    items.reserve(snapshots.size());
+    for (const auto& snapshot : snapshots)
+        items.push_back(
+            {snapshot.id, {snapshot.startTime, std::max(snapshot.startTime, snapshot.endTime.value_or(now))}});
+    const auto lanes = lanesOf(items);
     std::vector<TimelineProcessedSnapshot> placed;
     placed.reserve(snapshots.size());
-    for (auto& snapshot : snapshots) {
-        if (stop.stop_requested()) break;
-        const Seconds length = std::max<Seconds>(snapshot.endTime.value_or(now) - snapshot.startTime, 0s);
-        // Without its seconds: blocks begin on whole minutes.
-        const auto start = calendar.components(snapshot.startTime);
-        const double duration = length / 1h;
+    for (std::size_t i = 0; i < snapshots.size(); ++i) {
+        auto& snapshot = snapshots[i];
+        const DateInterval stretch = items[i].stretch;
+        const TimeRange hours = clockHours(stretch, calendar);
         placed.push_back({.id = snapshot.id,
-                          .startHour = slots.take(start.minute / 60.0 + start.hour, duration),
-                          .duration = duration,
+                          .stretch = stretch,
+                          .startHour = hours.startHour,
+                          .endHour = hours.endHour,
+                          .duration = (stretch.end - stretch.start) / 1h,
+                          .lane = lanes[i],
                           .bundleId = std::move(snapshot.bundleId),
                           .appName = snapshot.displayName(),
                           .windowTitle = std::move(snapshot.windowTitle),
@@ -135,8 +144,6 @@ std::vector<TimelineProcessedSnapshot> placeSnapshots(std::vector<TimelineRecord
                           .category = std::move(snapshot.category),
                           .tags = std::move(snapshot.tags)});
     }
-    std::stable_sort(placed.begin(), placed.end(),
-                     [](const auto& a, const auto& b) { return a.startHour < b.startHour; });
     return placed;
 }
 
@@ -166,8 +173,10 @@ void sortByDrawOrder(std::vector<TimelineProcessedSnapshot>& blocks) {
 
 std::vector<TimelineProcessedSnapshot> process(std::vector<TimelineRecordSnapshot> snapshots, Date now,
                                                const Calendar& calendar, const std::stop_token& stop) {
-    auto blocks = placeSnapshots(mergeAdjacentRecords(std::move(snapshots), now), now, calendar, stop);
-    if (!stop.stop_requested()) sortByDrawOrder(blocks);
+    auto merged = mergeAdjacentRecords(std::move(snapshots), now);
+    if (stop.stop_requested()) return {};
+    auto blocks = placeSnapshots(std::move(merged), now, calendar);
+    sortByDrawOrder(blocks);
     return blocks;
 }
 
@@ -178,8 +187,11 @@ std::vector<ProcessedActivityItem> makeItems(std::vector<TimelineProcessedSnapsh
         const auto host = block.url ? urlHost(*block.url) : std::nullopt;
         const auto color = AppColorPalette::appColor(block.bundleId, block.appName, host, false);
         items.push_back({.id = block.id,
+                         .stretch = block.stretch,
                          .startHour = block.startHour,
+                         .endHour = block.endHour,
                          .duration = block.duration,
+                         .lane = block.lane,
                          .bundleId = std::move(block.bundleId),
                          .appName = std::move(block.appName),
                          .windowTitle = std::move(block.windowTitle),
@@ -196,7 +208,7 @@ std::set<int> activityHours(const std::vector<ProcessedActivityItem>& items) {
     std::array<bool, 24> isActive{};
     for (const auto& item : items)
         for (int hour = 0; hour < 24; ++hour)
-            if (item.startHour < hour + 1 && item.endHour() > hour) isActive[static_cast<std::size_t>(hour)] = true;
+            if (item.startHour < hour + 1 && item.endHour > hour) isActive[static_cast<std::size_t>(hour)] = true;
     std::set<int> hours;
     for (int hour = 0; hour < 24; ++hour)
         if (isActive[static_cast<std::size_t>(hour)]) hours.insert(hour);
@@ -206,7 +218,7 @@ std::set<int> activityHours(const std::vector<ProcessedActivityItem>& items) {
 void layOut(std::vector<ProcessedActivityItem>& items, const HourLayout& layout) {
     for (auto& item : items) {
         item.yTop = layout.yPosition(item.startHour);
-        item.yBottom = layout.yPosition(item.endHour());
+        item.yBottom = layout.yPosition(item.endHour);
     }
     chooseLabels(items);
 }

@@ -19,21 +19,20 @@ namespace quorvane::TimelineProcessing {
 [[nodiscard]] std::vector<TimelineRecordSnapshot> snapshotsOfDay(std::vector<TimelineRecordSnapshot> records,
                                                                  Date selectedDate, Date now, const Calendar& calendar);
 
-/// Joins neighbours of one application that lie at most two minutes apart. By start.
+/// Joins neighbours of one application that lie at most two minutes apart: from the first start to the last end. By
+/// start, among equals by id.
 [[nodiscard]] std::vector<TimelineRecordSnapshot> mergeAdjacentRecords(std::vector<TimelineRecordSnapshot> snapshots,
                                                                        Date now);
 
-/// Gives each snapshot, in the order given, its place: it begins with its minute, and one that overlaps an earlier
-/// block is pushed down by steps of three minutes. By start hour. `stop` ends it early with whatever it has.
+/// Gives each snapshot its place, in the order given: its true times, open ones until now, and a lane.
 [[nodiscard]] std::vector<TimelineProcessedSnapshot> placeSnapshots(std::vector<TimelineRecordSnapshot> snapshots,
-                                                                    Date now, const Calendar& calendar,
-                                                                    const std::stop_token& stop = {});
+                                                                    Date now, const Calendar& calendar);
 
 /// Longest first, so that shorter ones are drawn above them; of two that differ by less than 0.0001 h the one that
 /// begins first. Where that rule leads in a circle, it still holds between neighbours.
 void sortByDrawOrder(std::vector<TimelineProcessedSnapshot>& blocks);
 
-/// Merges, places and sorts: what runs in the background. Of no use once `stop` was requested.
+/// Merges, places and sorts: what runs in the background. None once `stop` was requested.
 [[nodiscard]] std::vector<TimelineProcessedSnapshot> process(std::vector<TimelineRecordSnapshot> snapshots, Date now,
                                                              const Calendar& calendar,
                                                              const std::stop_token& stop = {});

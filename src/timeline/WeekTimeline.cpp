@@ -11,31 +11,21 @@ namespace {
 constexpr double smallestHeight = 4;
 constexpr double gapBetweenLanes = 2;
 
-/// The stretch of an item that is visible, and what else decides where its bar stands.
-struct BarPlace {
-    DateInterval stretch;
-    Date dayStart;
-    double columnWidth = 0;
-    double left = 0;  ///< of the half of the column
-    std::size_t columnIndex = 0;
-    std::size_t totalColumns = 1;
-};
+/// The halves of a column: activities stand on the left one, what was given to projects on the right one.
+enum class Half { left, right };
 
-/// Lanes only alternate: whether two items overlap is not asked.
-WeekBarGeometry geometry(const BarPlace& place) {
-    const int lanes = place.totalColumns > 1 ? 2 : 1;
-    const int lane = static_cast<int>(place.columnIndex % static_cast<std::size_t>(lanes));
-    const double startHour = (place.stretch.start - place.dayStart) / 1h;
-    const double endHour = (place.stretch.end - place.dayStart) / 1h;
+WeekBarGeometry geometry(DateInterval stretch, Date dayStart, const Lane& lane, Half half, double columnWidth) {
+    const double startHour = (stretch.start - dayStart) / 1h;
+    const double endHour = (stretch.end - dayStart) / 1h;
     const double height = std::max((endHour - startHour) * hourHeight, smallestHeight);
-    const double laneWidth = place.columnWidth * 0.5 / lanes;
+    const double left = half == Half::left ? 0 : columnWidth * 0.5;
+    const double laneWidth = columnWidth * 0.5 / lane.count;
     return {.startHour = startHour,
             .endHour = endHour,
             .lane = lane,
-            .lanes = lanes,
-            .frame = {.x = place.left + laneWidth * lane + laneWidth * 0.5,
+            .frame = {.x = left + laneWidth * lane.index + laneWidth * 0.5,
                       .y = startHour * hourHeight + height * 0.5,
-                      .width = laneWidth - gapBetweenLanes,
+                      .width = std::max(laneWidth - gapBetweenLanes, laneWidth * 0.5),
                       .height = height}};
 }
 
@@ -45,55 +35,50 @@ Color colorOf(const TimelineRecordSnapshot& record, bool isDark) {
 }
 
 std::vector<WeekActivityTimelineBar> activityBars(const DayRecords& records, DateInterval visible, const Input& input) {
-    struct Item {
-        const TimelineRecordSnapshot* record;
-        DateInterval stretch;
-    };
-    std::vector<Item> items;
+    DayRecords shown;
+    std::vector<LaneItem> items;
     for (const TimelineRecordSnapshot* record : records) {
         const Date start = std::max(record->startTime, visible.start);
         const Date end = std::min(record->endTime.value_or(visible.end), visible.end);
-        if (record->startTime < visible.end && end > visible.start && end - start >= overviewMinimumLength)
-            items.push_back({record, {start, end}});
+        if (record->startTime >= visible.end || end <= visible.start || end - start < overviewMinimumLength) continue;
+        shown.push_back(record);
+        items.push_back({record->id, {start, end}});
     }
+    const auto lanes = lanesOf(items);
     std::vector<WeekActivityTimelineBar> bars;
-    for (const Item& item : items) {
-        const auto place = geometry({.stretch = item.stretch,
-                                     .dayStart = visible.start,
-                                     .columnWidth = input.columnWidth,
-                                     .columnIndex = bars.size(),
-                                     .totalColumns = items.size()});
-        auto name = item.record->appName.value_or("Unknown");
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const auto place = geometry(items[i].stretch, visible.start, lanes[i], Half::left, input.columnWidth);
+        auto name = shown[i]->appName.value_or("Unknown");
         auto label = weekTimelineLabel(name, place.frame.width, place.frame.height);
-        bars.push_back({.id = item.record->id,
+        bars.push_back({.id = shown[i]->id,
                         .name = std::move(name),
                         .geometry = place,
                         .label = std::move(label),
-                        .color = colorOf(*item.record, input.isDark)});
+                        .color = colorOf(*shown[i], input.isDark)});
     }
     return bars;
 }
 
 std::vector<WeekProjectTimelineBar> projectBars(DateInterval visible, const Input& input) {
-    std::vector<const TimelineAnnotation*> items;
-    for (const TimelineAnnotation& annotation : input.annotations)
-        if (annotation.startTime < visible.end && annotation.endTime > visible.start) items.push_back(&annotation);
+    std::vector<const TimelineAnnotation*> shown;
+    std::vector<LaneItem> items;
+    for (const TimelineAnnotation& annotation : input.annotations) {
+        if (annotation.startTime >= visible.end || annotation.endTime <= visible.start) continue;
+        shown.push_back(&annotation);
+        items.push_back({annotation.id,
+                         {std::max(annotation.startTime, visible.start), std::min(annotation.endTime, visible.end)}});
+    }
+    const auto lanes = lanesOf(items);
     std::vector<WeekProjectTimelineBar> bars;
-    for (const TimelineAnnotation* item : items) {
-        const auto place =
-            geometry({.stretch = {std::max(item->startTime, visible.start), std::min(item->endTime, visible.end)},
-                      .dayStart = visible.start,
-                      .columnWidth = input.columnWidth,
-                      .left = input.columnWidth * 0.5,
-                      .columnIndex = bars.size(),
-                      .totalColumns = items.size()});
-        auto name = item->projectName.value_or("Unknown");
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const auto place = geometry(items[i].stretch, visible.start, lanes[i], Half::right, input.columnWidth);
+        auto name = shown[i]->projectName.value_or("Unknown");
         auto label = weekTimelineLabel(name, place.frame.width, place.frame.height);
-        bars.push_back({.id = item->id,
+        bars.push_back({.id = shown[i]->id,
                         .name = std::move(name),
                         .geometry = place,
                         .label = std::move(label),
-                        .tone = AppColorPalette::projectTone(item->projectColor.value_or(""))});
+                        .tone = AppColorPalette::projectTone(shown[i]->projectColor.value_or(""))});
     }
     return bars;
 }

@@ -2,6 +2,7 @@
 
 #include "base/Color.h"
 #include "timeline/AnnotationLayout.h"
+#include "timeline/Lanes.h"
 #include "timeline/ProjectTone.h"
 #include "timeline/RecordsForDate.h"
 #include "timeline/TimelineAnnotation.h"
@@ -19,8 +20,7 @@ namespace quorvane {
 struct WeekBarGeometry {
     double startHour = 0;
     double endHour = 0;
-    int lane = 0;
-    int lanes = 1;   ///< 1 or 2
+    Lane lane;
     BarFrame frame;  ///< from the column's top left corner
 };
 
@@ -56,8 +56,8 @@ inline constexpr double gutterWidth = 50;
 inline constexpr double hourHeight = 20;
 inline constexpr double columnHeight = 24 * hourHeight;
 
-/// What the columns are made from. Items stand in the order in which they are given; neighbours alternate between
-/// lanes.
+/// What the columns are made from. Items stand in the order in which they are given; those that overlap share their
+/// half of the column in lanes.
 struct Input {
     std::span<const TimelineRecordSnapshot> records;
     std::span<const TimelineAnnotation> annotations;

@@ -31,7 +31,8 @@ TEST_F(TimelineCommandTest, PrintsBlocksLayoutBarsAndHitAsJson) {
     ASSERT_TRUE(json);
     const Json& day = *json;
     EXPECT_EQ(jsonText(day["blocks"][0]),
-              R"({"id":"A0000000-0000-4000-8000-000000000000","start_hour":9.0,"duration":1.5,)"
+              R"({"id":"A0000000-0000-4000-8000-000000000000","start":"2026-03-04T09:00:00.000000Z",)"
+              R"("end":"2026-03-04T10:30:00.000000Z","lane":0,"lanes":1,"start_hour":9.0,"duration":1.5,)"
               R"("bundle_id":"com.apple.safari","app_name":"Safari","window_title":"A page\u001b[2J",)"
               R"("document_path":null,"url":null,"category":null,"tags":"","color":"#1B7AE9","y_top":144.0,)"
               R"("y_bottom":294.0,"should_show_name":true})");

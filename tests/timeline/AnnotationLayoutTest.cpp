@@ -2,6 +2,7 @@
 
 #include "support/Builders.h"
 #include "support/Matching.h"
+#include "timeline/TimelineProcessing.h"
 
 #include <fmt/format.h>
 
@@ -40,10 +41,10 @@ std::vector<std::shared_ptr<ProjectTimeAnnotation>> annotations(const std::vecto
 }
 
 /// "A 9-10.5 0/2": project, hours, column and columns.
-Lines placed(const std::vector<Given>& all, const char* midnight = "00:00:00", const Calendar& calendar = utc) {
+Lines placed(const std::vector<Given>& all) {
     Lines lines;
     for (const auto& [annotation, column, columns] :
-         placeProjectAnnotations(annotations(all, at(midnight)), at(midnight) + 12h, calendar))
+         placeProjectAnnotations(annotations(all, at("00:00:00")), at("12:00:00"), utc))
         lines.push_back(fmt::format("{} {}-{} {}/{}", annotation.project->name(), annotation.startHour,
                                     annotation.endHour, column, columns));
     return lines;
@@ -79,12 +80,14 @@ TEST(AnnotationLayoutTest, PutsProjectsThatOverlapSideBySide) {
     }
 }
 
-TEST(AnnotationLayoutTest, CountsHoursFromTheFirstInstantOfDaysOfEveryLength) {
-    const std::vector<Given> given{{'A', 0, 1}, {'B', 13, 14}, {'C', 23, 23.25}, {'D', 23.5, 24}, {'E', 24, 25.5}};
-    EXPECT_THAT(placed(given, "2026-11-01T04:00:00Z", {"en_US", "America/New_York"}),
-                ElementsAre("A 0-1 0/1", "B 13-14 0/1", "C 23-23.25 0/1", "D 23.5-24 0/1", "E 24-25.5 0/1"));
-    EXPECT_THAT(placed(given, "2026-10-03T13:30:00Z", {"en_AU", "Australia/Lord_Howe"}),
-                ElementsAre("A 0-1 0/1", "B 13-14 0/1", "C 23-23.25 0/1"));
+TEST(AnnotationLayoutTest, ABarStandsWhereABlockOfItsTimesDoesWhenClocksChange) {
+    const Calendar newYork("en_US", "America/New_York");
+    const Date midnight = at("2026-03-08T05:00:00Z");
+    const auto bar = placeProjectAnnotations(annotations({{'A', 1.5, 8}}, midnight), midnight, newYork)[0].annotation;
+    const auto block = TimelineProcessing::placeSnapshots({{.startTime = midnight + 1.5h, .endTime = midnight + 8h}},
+                                                          midnight, newYork)[0];
+    EXPECT_EQ(bar.endHour, 9);
+    EXPECT_EQ((std::pair{bar.startHour, bar.endHour}), (std::pair{block.startHour, block.endHour}));
 }
 
 TEST(AnnotationLayoutTest, GivesAnAnnotationWithoutAProjectAColumnThatStays) {

@@ -98,6 +98,25 @@ TEST_F(DayTimelineChartTest, TheDayIsThatOfTheZoneToWhichTheUserHasCome) {
     EXPECT_FALSE(chart->selectedTimeRange());
 }
 
+TEST_F(DayTimelineChartTest, ARangeIsWhatTheClockShowsAndAsLongAsItLasts) {
+    setenv("TZ", "America/New_York", 1);
+    chart->selectDate(at("2026-03-08T17:00:00Z"));
+    chart->selectTimeRange({1, 9});
+    EXPECT_EQ(chart->selectedLength(), 7h);
+    chart->assignTo(insertProject(context(), "Web"));
+    setenv("TZ", "UTC", 1);
+    const auto annotation = context().fetch<ProjectTimeAnnotation>().front();
+    EXPECT_EQ(annotation->startTime(), at("2026-03-08T06:00:00Z"));
+    EXPECT_EQ(annotation->endTime(), at("2026-03-08T13:00:00Z"));
+    aRecord().from("09:00:07").to("10:30:41").app("Editor").in(context());
+    show();
+    chart->selectDate(at("12:00:00"));
+    runLoop.runPosted();
+    chart->selectNeighbour(1);
+    chart->selectTimeRangeOfActivity();
+    EXPECT_EQ(chart->selectedLength(), 1h + 30min + 34s);
+}
+
 TEST_F(DayTimelineChartTest, WhoComesBackOnANewDaySeesItIfTodayWasLeft) {
     const Date newDay = at("2026-03-03 09:00:00");
     const Date yesterday = at("2026-03-01 12:00:00");

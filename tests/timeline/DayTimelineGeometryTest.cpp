@@ -109,6 +109,18 @@ TEST(DayTimelineGeometryTest, AClickHitsTheBlockOnTopAndThinOnesEightPointsHigh)
     }
 }
 
+TEST(DayTimelineGeometryTest, LanesShareTheWidthAndAreHitEachByItself) {
+    EXPECT_EQ(laneSpan({0, 1}, 410), (LaneSpan{50, 360}));
+    EXPECT_EQ(laneSpan({0, 2}, 410), (LaneSpan{50, 179}));
+    EXPECT_EQ(laneSpan({1, 2}, 410), (LaneSpan{231, 179}));
+    EXPECT_GT(laneSpan({499, 500}, 410).width, 0);
+    const std::vector<ProcessedActivityItem> items{{.lane = {0, 2}, .appName = "left", .yBottom = 100},
+                                                   {.lane = {1, 2}, .appName = "right", .yBottom = 100}};
+    EXPECT_EQ(hitTest(items, {229, 50}, 410)->appName, "left");
+    EXPECT_EQ(hitTest(items, {410, 50}, 410)->appName, "right");
+    EXPECT_EQ(hitTest(items, {230, 50}, 410), nullptr);
+}
+
 TEST(DayTimelineGeometryTest, AnHourIsCentredByThePlaceInItsRow) {
     const HourLayout layout({10}, 180);
     for (const auto& [hour, fraction] : {std::pair(10.0, 0.5), {10.25, 0.25}, {10.75, 0.0}, {24.0, 0.0}})

@@ -8,15 +8,17 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
+#include <map>
 #include <random>
+#include <set>
 #include <tuple>
+#include <utility>
 
 namespace quorvane {
 namespace {
 
 namespace Processing = TimelineProcessing;
 using Snapshots = std::vector<TimelineRecordSnapshot>;
-using Lines = std::vector<std::string>;
 
 const Calendar utc("en_US", "UTC");
 const Calendar newYork("en_US", "America/New_York");
@@ -111,41 +113,71 @@ TEST(TimelineProcessingTest, FillsWhatTheFirstOfThemLacks) {
     EXPECT_THAT(Processing::mergeAdjacentRecords(all, at("18:00:00")), ElementsAre(expected));
 }
 
-/// "9.25+0.5": start hour and duration, in the order of the result.
-Lines hoursOf(const std::vector<TimelineProcessedSnapshot>& blocks) {
-    return mapped(blocks,
-                  [](const auto& block) { return fmt::format("{:.6g}+{:.4g}", block.startHour, block.duration); });
+TEST(TimelineProcessingTest, PlacesBlocksAtTheirTrueTimesSideBySideWhereTheyOverlap) {
+    const auto lines = [](const char* given) {
+        return mapped(Processing::placeSnapshots(records(given), at("18:00:00"), utc), [](const auto& block) {
+            return fmt::format("{:g}+{:g} {}/{}", block.startHour, block.duration, block.lane.index, block.lane.count);
+        });
+    };
+    EXPECT_THAT(lines("09:15:36..09:45:36"), ElementsAre("9.26+0.5 0/1"));
+    EXPECT_THAT(lines("09:00:00..09:30:36, 09:30:36..10:00:36"), ElementsAre("9+0.51 0/1", "9.51+0.5 0/1"));
+    EXPECT_THAT(lines("09:00:00..09:30:00, 09:15:00..10:00:00"), ElementsAre("9+0.5 0/2", "9.25+0.75 1/2"));
+    Snapshots abutting;
+    for (Date start = at("11:11:00"); start < at("12:01:00"); start += 60s)
+        abutting.push_back(
+            {.startTime = start + 7s, .endTime = start + 67s, .appName = fmt::format("{}", abutting.size())});
+    const auto drawn = Processing::placeSnapshots(abutting, at("18:00:00"), utc);
+    EXPECT_EQ(drawn.size(), 50U);
+    EXPECT_EQ(drawn.back().stretch.end, at("12:01:07"));
+    EXPECT_NEAR(drawn.back().endHour, 12 + 67 / 3600.0, 1e-9);
+    EXPECT_EQ(drawn.back().lane, Lane());
+    EXPECT_THAT(lines("17:00:00..now, 16:00:00..15:00:00"), ElementsAre("17+1 0/1", "16+0 0/1"));
 }
 
-TEST(TimelineProcessingTest, PlacesBlocksWhereNoEarlierOneIs) {
-    struct Row {
-        const char* name;
-        const char* given;
-        Lines expected;
-        const Calendar* calendar = &utc;
-    };
-    const Row rows[] = {
-        {"without seconds", "09:15:59..09:45:59", {"9.25+0.5"}},
-        {"touching", "09:00:00..09:30:00, 09:30:00..10:00:00", {"9+0.5", "9.5+0.5"}},
-        {"but for seconds", "09:00:00..09:30:36, 09:30:36..10:00:36", {"9+0.51", "9.55+0.5"}},
-        {"three in a minute, and one where they went",
-         "09:00:00..09:01:30, 09:00:20..09:01:50, 09:00:40..09:02:10, 09:06:00..09:07:30",
-         {"9+0.025", "9.05+0.025", "9.1+0.025", "9.15+0.025"}},
-        {"over midnight", "23:45:00..2026-03-03 00:15:00", {"23.75+0.5"}},
-        {"past 24", "23:45:00..2026-03-03 00:15:00, 23:54:00..2026-03-03 00:00:00", {"23.75+0.5", "24.25+0.1"}},
-        {"open", "17:00:00..now", {"17+1"}},
-        {"swapped", "17:00:00..16:00:00", {"17+0"}},
-        {"one o'clock comes twice",
-         "2026-11-01T05:30:00Z..2026-11-01T06:11:00Z, 2026-11-01T06:11:00Z..2026-11-01T06:17:00Z, "
-         "2026-11-01T06:45:00Z..2026-11-01T06:51:00Z",
-         {"1.18333+0.1", "1.5+0.6833", "2.2+0.1"},
-         &newYork},
-        {"two o'clock is left out", "2026-03-08T06:30:00Z..2026-03-08T07:30:00Z", {"1.5+1"}, &newYork},
-        {"half past two follows two", "2026-10-03T15:30:00Z..2026-10-03T16:00:00Z", {"2.5+0.5"}, &lordHowe},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(hoursOf(Processing::placeSnapshots(records(row.given), at("18:00:00"), *row.calendar)), row.expected);
+/// Records of one of a few applications from random minutes of a day, the last one perhaps open.
+Snapshots randomDay(std::mt19937& random, DateInterval day, Date now) {
+    const bool canOverlap = random() % 2 == 0;
+    Snapshots all;
+    for (Date start = day.start; start < std::min(day.end, now - 1h);
+         start = canOverlap ? start + (random() % 3000) * 1s : *all.back().endTime + (random() % 3) * 60s)
+        all.push_back({.id = Uuid::random(),
+                       .startTime = start,
+                       .endTime = start + (60 + random() % 3000) * 1s,
+                       .bundleId = fmt::format("{}", random() % 3)});
+    if (random() % 2 == 0 && all.back().startTime < now) all.back().endTime.reset();
+    return all;
+}
+
+TEST(TimelineProcessingTest, DrawsRandomDaysAsTheyWere) {
+    std::mt19937 random(20261101);
+    const std::pair<const Calendar*, const char*> days[] = {{&newYork, "2026-03-08T17:00:00Z"},
+                                                            {&newYork, "2026-11-01T17:00:00Z"},
+                                                            {&lordHowe, "2026-04-05T01:30:00Z"},
+                                                            {&utc, "2026-03-02T17:00:00Z"}};
+    for (int round = 0; round < 200; ++round) {
+        SCOPED_TRACE(round);
+        const auto& [calendar, noon] = days[round % 4];
+        const Date now = at(noon) + 10h;
+        const auto records = randomDay(random, calendar->day(at(noon)), now);
+        std::map<Uuid, Date> starts;
+        std::set<Date> ends;
+        for (const auto& record : records) {
+            starts[record.id] = record.startTime;
+            ends.insert(record.endTime.value_or(now));
+        }
+        auto blocks = Processing::process(records, now, *calendar);
+        std::ranges::sort(blocks, {}, [](const auto& block) { return block.stretch.start; });
+        std::map<int, const TimelineProcessedSnapshot*> last;  // of a lane
+        for (const auto& block : blocks) {
+            ASSERT_EQ(block.stretch.start, starts[block.id]);
+            ASSERT_TRUE(ends.contains(block.stretch.end) && block.stretch.end <= now);
+            ASSERT_DOUBLE_EQ(block.duration, (block.stretch.end - block.stretch.start) / 1h);
+            const auto time = calendar->components(block.stretch.start);
+            ASSERT_NEAR(block.startHour, time.hour + time.minute / 60.0 + time.second / 3600.0, 1e-9);
+            const auto* before = std::exchange(last[block.lane.index], &block);
+            ASSERT_TRUE(before == nullptr || before->stretch.end <= block.stretch.start);
+            ASSERT_LT(block.lane.index, block.lane.count);
+        }
     }
 }
 
@@ -158,7 +190,9 @@ TEST(TimelineProcessingTest, CarriesWhatABlockSaysToItsItemAndColorsItByItsHost)
     auto noPage = records("10:00:00..10:30:00|-/Firefox").front();
     noPage.url = "claude.ai";
     const ProcessedActivityItem first{.id = page.id,
+                                      .stretch = {at("09:00:00"), at("09:30:00")},
                                       .startHour = 9,
+                                      .endHour = 9.5,
                                       .duration = 0.5,
                                       .bundleId = page.bundleId,
                                       .appName = "未知应用",
@@ -167,8 +201,13 @@ TEST(TimelineProcessingTest, CarriesWhatABlockSaysToItsItemAndColorsItByItsHost)
                                       .color = colorFromRgb(0xD67147),
                                       .category = "工作",
                                       .tags = "a,b"};
-    const ProcessedActivityItem second{
-        .startHour = 10, .duration = 0.5, .appName = "Firefox", .url = noPage.url, .color = colorFromRgb(0xE55121)};
+    const ProcessedActivityItem second{.stretch = {at("10:00:00"), at("10:30:00")},
+                                       .startHour = 10,
+                                       .endHour = 10.5,
+                                       .duration = 0.5,
+                                       .appName = "Firefox",
+                                       .url = noPage.url,
+                                       .color = colorFromRgb(0xE55121)};
     EXPECT_THAT(Processing::makeItems(Processing::process({noPage, page}, at("18:00:00"), utc)),
                 ElementsAre(first, second));
     std::stop_source nobodyWaits;
@@ -237,7 +276,8 @@ TEST(TimelineProcessingTest, FindsTheHoursInWhichSomethingHappened) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(Processing::activityHours({{.startHour = row.startHour, .duration = row.duration}}), row.expected);
+        EXPECT_EQ(Processing::activityHours({{.startHour = row.startHour, .endHour = row.startHour + row.duration}}),
+                  row.expected);
     }
 }
 
@@ -268,6 +308,7 @@ TEST(TimelineProcessingTest, ShowsNamesThatStandFarEnoughFromTheLastOfTheirKind)
         std::vector<ProcessedActivityItem> items;
         for (const auto& block : row.blocks)
             items.push_back({.startHour = block.minute / 60,
+                             .endHour = (block.minute + block.minutes) / 60,
                              .duration = block.minutes / 60,
                              .appName = block.name,
                              .shouldShowName = true});

@@ -86,32 +86,34 @@ TEST(WeekTimelineTest, HoursAreThoseThatPassedOnDaysOf23And25) {
 template <class Bar>
 std::vector<std::string> geometries(const std::vector<Bar>& bars) {
     return mapped(bars, [](const Bar& bar) {
-        const auto& [start, end, lane, lanes, frame] = bar.geometry;
-        return fmt::format("{}/{} at {:g},{:g} size {:g}x{:g}", lane, lanes, frame.x, frame.y, frame.width,
+        const auto& [start, end, lane, frame] = bar.geometry;
+        return fmt::format("{}/{} at {:g},{:g} size {:g}x{:g}", lane.index, lane.count, frame.x, frame.y, frame.width,
                            frame.height);
     });
 }
 
-TEST(WeekTimelineTest, LanesAlternateOnEachHalfAndBarsAreFourHighAtLeast) {
-    const Records records{activity("C", march(3, "11:00:00"), march(3, "13:00:00")),
+TEST(WeekTimelineTest, WhatOverlapsSharesItsHalfAndBarsAreFourHighAtLeast) {
+    const Records records{activity("D", march(3, "12:00:00"), march(3, "14:00:00")),
+                          activity("C", march(3, "11:00:00"), march(3, "13:00:00")),
                           activity("B", march(3, "09:30:00"), march(3, "09:36:00")),
                           activity("A", march(3, "09:00:00"), march(3, "09:30:00"))};
     const Date now = march(9, "00:00:00");
     const std::vector lone{given("Web", march(3, "09:00:00"), march(3, "09:01:00"))};
     const std::vector pair{given("Web", march(3, "22:00:00"), march(4, "01:00:00")),
+                           given("Sea", march(3, "23:00:00"), march(3, "23:30:00")),
                            given("App", march(2, "22:00:00"), march(3, "01:00:00"))};
     RecordingConsole console;
     WeekTimeline::Input input{.records = records, .annotations = lone, .now = now};
     const auto week = WeekTimeline::columns(march(5, "12:00:00"), input, console, mondayFirst());
     ASSERT_THAT(week, SizeIs(7));
-    EXPECT_THAT(geometries(week[1].activities),
-                ElementsAre("0/2 at 15,240 size 28x40", "1/2 at 45,192 size 28x4", "0/2 at 15,185 size 28x10"));
+    EXPECT_THAT(geometries(week[1].activities), ElementsAre("1/2 at 45,260 size 28x40", "0/2 at 15,240 size 28x40",
+                                                            "0/1 at 30,192 size 58x4", "0/1 at 30,185 size 58x10"));
     EXPECT_THAT(geometries(week[1].projects), ElementsAre("0/1 at 90,182 size 58x4"));
     EXPECT_THAT(week[2].activities, IsEmpty());
     input.annotations = pair;
     const auto both = WeekTimeline::columns(march(5, "12:00:00"), input, console, mondayFirst());
-    EXPECT_THAT(geometries(both[1].projects),
-                ElementsAre("0/2 at 75,459.997 size 28x39.9944", "1/2 at 105,10 size 28x20"));
+    EXPECT_THAT(geometries(both[1].projects), ElementsAre("0/2 at 75,459.997 size 28x39.9944",
+                                                          "1/2 at 105,465 size 28x10", "0/1 at 90,10 size 58x20"));
     EXPECT_THAT(geometries(both[2].projects), ElementsAre("0/1 at 90,10 size 58x20"));
 }
 

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace quorvane::DayChartPainter {
 namespace {
@@ -44,13 +45,25 @@ void paintGridLine(QPainter& painter, const DayTimelineGeometry::GridLine& line,
     painter.drawLine(QPointF(DayTimelineGeometry::gutterWidth, y), QPointF(width, y));
 }
 
-/// The left edge of the first bar over a strip of the block, else the block's right edge.
-double firstBar(const DayChartScene& scene, const DayChartBlock& block, double height) {
-    const double top = block.frame.top();
-    double left = block.frame.right();
+/// The bars over a part of a block, from left to right.
+std::vector<QRectF> barsOver(const DayChartScene& scene, const QRectF& part) {
+    std::vector<QRectF> bars;
     for (const DayChartBar& bar : scene.bars)
-        if (bar.frame.top() < top + height && bar.frame.bottom() > top) left = std::min(left, bar.frame.left());
-    return left;
+        if (bar.frame.intersects(part)) bars.push_back(bar.frame);
+    std::ranges::sort(bars, {}, &QRectF::left);
+    return bars;
+}
+
+/// What is free of bars at the beginning of a line of text, or behind those that lie over its beginning.
+QRectF freeOf(const std::vector<QRectF>& bars, QRectF line) {
+    for (const QRectF& bar : bars) {
+        if (bar.left() - gap - line.left() >= leastText) {
+            line.setRight(std::min(line.right(), bar.left() - gap));
+            break;
+        }
+        line.setLeft(std::max(line.left(), bar.right() + gap));
+    }
+    return line;
 }
 
 void paintElided(QPainter& painter, const QRectF& rectangle, const QString& text) {
@@ -68,19 +81,27 @@ void paintTexts(QPainter& painter, const DayChartScene& scene, const DayChartBlo
     const bool isLow = frame.height() < leastForHead;
     QRectF head = isLow ? frame : QRectF(frame.left(), frame.top() + headTop, frame.width(), headHeight);
     head.adjust(padding, 0, -padding, 0);
+    const auto bars =
+        barsOver(scene, {frame.left(), frame.top(), frame.width(), isLow ? frame.height() : headTop + headHeight});
     if (frame.height() >= leastForDuration) {
-        painter.setFont(fonts.small);
-        painter.drawText(head, Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextDontClip,
-                         block.duration);
-        head.setRight(head.right() - QFontMetricsF(fonts.small).horizontalAdvance(block.duration) - gap);
+        const double width = QFontMetricsF(fonts.small).horizontalAdvance(block.duration);
+        const QRectF place(head.right() - width, head.top(), width, head.height());
+        const auto hides = [&](const QRectF& bar) { return bar.intersects(place); };
+        if (place.left() >= head.left() && std::ranges::none_of(bars, hides)) {
+            painter.setFont(fonts.small);
+            painter.drawText(place, Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextDontClip,
+                             block.duration);
+            head.setRight(place.left() - gap);
+        }
     }
     if (!block.showsName) return;
-    const double bar = firstBar(scene, block, isLow ? frame.height() : headTop + headHeight);
-    if (bar < frame.right()) head.setRight(std::min(head.right(), bar - gap));
+    head = freeOf(bars, head);
     painter.setFont(fonts.name);
     paintElided(painter, head, block.name);
     const double headBottom = headTop + headHeight + titleHeight;
-    if (frame.height() < leastForTitle || firstBar(scene, block, headBottom) < frame.right()) return;
+    if (frame.height() < leastForTitle ||
+        !barsOver(scene, {frame.topLeft(), QSizeF(frame.width(), headBottom)}).empty())
+        return;
     painter.setFont(fonts.small);
     paintElided(painter, {head.left(), frame.top() + headTop + headHeight, frame.width() - 2 * padding, titleHeight},
                 block.title);

@@ -17,14 +17,15 @@ constexpr double closeTarget = 28;
 
 DayChartBlock blockOf(const ProcessedActivityItem& item, double width) {
     const double height = std::max(item.yBottom - item.yTop, leastBlock);
+    const auto lane = DayTimelineGeometry::laneSpan(item.lane, width);
     return {.id = item.id,
-            .frame = {DayTimelineGeometry::gutterWidth, item.yTop, width - DayTimelineGeometry::gutterWidth, height},
+            .frame = {lane.left, item.yTop, lane.width, height},
             .color = toQColor(item.color),
             .name = qt(item.appName),
             .title = qt(item.windowTitle.value_or("")),
             .duration = qt(lengthText(item.duration * 1h)),
             .startHour = item.startHour,
-            .endHour = item.endHour(),
+            .endHour = item.endHour,
             .showsName = item.shouldShowName};
 }
 

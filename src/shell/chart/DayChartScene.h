@@ -49,7 +49,7 @@ struct DayChartHour {
 struct DayChartScene {
     double width = 0;       ///< with the gutter
     double rowsHeight = 0;  ///< of the 24 hours
-    double height = 0;      ///< of all; bars and pushed blocks may reach below the rows
+    double height = 0;      ///< of all; bars and low blocks may reach below the rows
     std::vector<DayTimelineGeometry::GridLine> grid;
     std::array<DayChartHour, 24> hours;
     std::vector<DayChartBlock> blocks;       ///< in draw order

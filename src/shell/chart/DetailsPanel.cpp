@@ -151,7 +151,7 @@ void DetailsPanel::Parts::refresh() {
     name->setText(qt(item->appName));
     title->setText(windowTitle);
     title->setVisible(!windowTitle.isEmpty());
-    range->setText(isolated(qt(clockText(item->startHour * 1h) + " – " + clockText(item->endHour() * 1h))));
+    range->setText(isolated(qt(clockText(item->startHour * 1h) + " – " + clockText(item->endHour * 1h))));
     duration->setText(isolated(qt(lengthText(item->duration * 1h))));
     window->setText(windowTitle);
     document->setText(qt(item->documentPath.value_or("")));

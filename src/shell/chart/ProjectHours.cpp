@@ -26,7 +26,8 @@ std::vector<ProjectHours> hoursByProject(const std::vector<PlacedProjectAnnotati
         auto entry = std::ranges::find(found, project.id(), &std::pair<Uuid, ProjectHours>::first);
         if (entry == found.end())
             entry = found.insert(entry, {project.id(), {project.name(), project.color().value_or(""), 0}});
-        entry->second.hours += placed.annotation.endHour - placed.annotation.startHour;
+        const ProjectTimeAnnotation& annotation = *placed.annotation.dbAnnotation;
+        entry->second.hours += (annotation.endTime() - annotation.startTime()) / 1h;
     }
     std::vector<ProjectHours> projects;
     projects.reserve(found.size());

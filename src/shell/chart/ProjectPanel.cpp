@@ -113,7 +113,7 @@ void ProjectPanel::Parts::chooseRange(const TimeRange& chosen) {
 void ProjectPanel::Parts::refresh() {
     const auto* const selector = chart.projectSelector();
     if (selector == nullptr || isChangingRange) return;  // while it is closed, the owner hides the panel
-    range->setRange(selector->timeRange());
+    range->setRange(selector->timeRange(), chart.selectedLength());
     foot->refresh();
     if (auto present = std::pair(offersOf(*selector), selector->hiddenCount()); shown != present) {
         shown = std::move(present);

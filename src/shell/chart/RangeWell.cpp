@@ -45,13 +45,13 @@ RangeWell::RangeWell(const Localization& localization, QWidget* parent)
         connect(field, &QSpinBox::valueChanged, this, [this] { choose(); });
 }
 
-void RangeWell::setRange(const TimeRange& range) {
+void RangeWell::setRange(const TimeRange& range, Seconds length) {
     range_ = range;
     const int start = minutesOf(range.startHour);
     const int end = minutesOf(range.endHour);
     set(*start_, start, 0, std::max(start, end - leastLength));
     set(*end_, end, std::min(end, start + leastLength), std::max(end, endOfDay));
-    length_->setText(isolated(qt(lengthText((range.endHour - range.startHour) * 1h))));
+    length_->setText(isolated(qt(lengthText(length))));
 }
 
 /// The buttons go where there is no room for them; keys and wheel step as well.
@@ -66,9 +66,7 @@ void RangeWell::choose() {
     TimeRange range = range_;
     if (start_->value() != minutesOf(range.startHour)) range.startHour = start_->value() / 60.0;
     if (end_->value() != minutesOf(range.endHour)) range.endHour = end_->value() / 60.0;
-    if (range == range_) return;
-    setRange(range);
-    rangeChosen.send(range);
+    if (range != range_) rangeChosen.send(range);
 }
 
 }  // namespace quorvane

@@ -15,7 +15,8 @@ class RangeWell : public Well {
 public:
     explicit RangeWell(const Localization& localization, QWidget* parent = nullptr);
 
-    void setRange(const TimeRange& range);  ///< without `rangeChosen`
+    /// Without `rangeChosen`. `length` is how long it lasts: where clocks change, not what lies between its hours.
+    void setRange(const TimeRange& range, Seconds length);
     /// A bound that wasn't touched keeps what is below a minute. At least a quarter of an hour.
     Signal<const TimeRange&> rangeChosen;
 

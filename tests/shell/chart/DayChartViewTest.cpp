@@ -94,6 +94,27 @@ TEST_F(DayChartViewTest, AClickChoosesABlockOrABarAndAMissLetsGo) {
     EXPECT_EQ(chosen(), "nothing");
 }
 
+TEST_F(DayChartViewTest, WhatOverlapsIsChosenAndFoundInItsLane) {
+    aRecord().from("09:30:00").to("09:45:00").app("Chat").in(context());
+    context().save();
+    chart.setRecords(context().fetch<ActivityRecord>(), Uuid::random());
+    settle();
+    click({400, y(9.6)});
+    EXPECT_EQ(chosen(), "Chat");
+    EXPECT_EQ(view.selectedBlock(), QRect(281, y(9.5), 229, 45));
+    click({100, y(9.6)});
+    EXPECT_EQ(view.selectedBlock(), QRect(50, y(9), 229, 180));
+    key(Qt::Key_Down);
+    EXPECT_EQ(chosen(), "Chat");
+    auto* list = QAccessible::queryAccessibleInterface(&view);
+    const auto found = [&](double hour) {
+        const QPoint point = view.viewport()->mapToGlobal(QPoint(400, y(hour)));
+        return list->childAt(point.x(), point.y());
+    };
+    EXPECT_EQ(found(9.6), list->child(1));
+    EXPECT_EQ(found(9.9), nullptr);
+}
+
 TEST_F(DayChartViewTest, ADragDrawsARangeWithItsTooltipAndEscapeDropsIt) {
     press({400, y(9.25)});
     move({403, y(9.25) + 9}, Qt::LeftButton);
