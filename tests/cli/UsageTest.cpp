@@ -78,7 +78,8 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     EXPECT_EQ(help.err, "");
     for (const char* command : {"dump",   "load",    "records",  "export-csv", "status", "sanitize",   "track",
                                 "doctor", "cleanup", "overlaps", "projects",   "rules",  "categories", "classify",
-                                "stats",  "praise",  "browser",  "pause",      "start",  "show",       "work-hours"}) {
+                                "stats",  "praise",  "browser",  "pause",      "start",  "show",       "work-hours",
+                                "trash"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});

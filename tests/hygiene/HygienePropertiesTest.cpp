@@ -2,9 +2,12 @@
 #include "hygiene/RandomHistory.h"
 #include "store/DataCleanupService.h"
 #include "store/OverlapDetectionService.h"
+#include "store/RecordHygiene.h"
 #include "store/RecordSpans.h"
+#include "store/RecordTrash.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 #include <tuple>
 
 namespace quorvane {
@@ -49,7 +52,7 @@ protected:
 
     /// Runs one pass on each history; what it removed must satisfy the first condition and what it changed the second,
     /// both on the record as it was before. Returns how many records were touched at all.
-    int touchedBy(void (*pass)(const Scope&), const std::function<bool(const ActivityRecord&)>& mayRemove,
+    int touchedBy(bool (*pass)(const Scope&), const std::function<bool(const ActivityRecord&)>& mayRemove,
                   const std::function<bool(const ActivityRecord&)>& mayChange) {
         int touched = 0;
         for (unsigned seed = 0; seed < histories; ++seed) {
@@ -64,8 +67,7 @@ protected:
                 ++touched;
                 EXPECT_TRUE(kept == after.end() ? mayRemove(*before) : mayChange(*before));
                 if (kept != after.end()) {
-                    EXPECT_EQ(kept->second.start, was.start);
-                    EXPECT_EQ(kept->second.updatedAt, runLoop.now());
+                    EXPECT_TRUE(kept->second.updatedAt == runLoop.now() || !was.end);
                 }
             }
         }
@@ -97,23 +99,111 @@ TEST_F(HygienePropertiesTest, NoPassTouchesARecordOutsideItsSelection) {
                   resolveOverlappingPairs, [&](const auto& record) { return isInScope(record); },
                   [&](const auto& record) { return isInScope(record) && record.endTime(); }),
               0);
-    EXPECT_GT(touchedBy(endForgottenRecords, never,
-                        [&](const auto& record) { return !record.endTime() && durationOf(record) > 1h; }),
-              0);
+    const auto isOpen = [](const auto& record) { return !record.endTime(); };
+    EXPECT_GT(touchedBy(endLeftOpenRecords, never, isOpen), 0);
+    EXPECT_GT(touchedBy(endActiveRecords, never, isOpen), 0);
     const auto isMergeable = [&](const ActivityRecord& record) {
         return record.startTime() >= cutoff && record.endTime() && record.activityType() == "app" &&
                record.appBundleId() && durationOf(record) >= 30s;
     };
     EXPECT_GT(touchedBy(mergeAdjacentRecords, isMergeable, isMergeable), 0);
+    const auto isOld = [&](const ActivityRecord& record) {
+        return record.startTime() >= cutoff && record.endTime() && record.endTime() < now - 300s;
+    };
     EXPECT_GT(touchedBy(
                   mergeShortRecords,
-                  [&](const auto& record) {
-                      return record.startTime() >= cutoff && record.endTime() < now - 300s && record.endTime() &&
-                             durationOf(record) < 20s;
-                  },
-                  never),
+                  [&](const auto& record) { return isOld(record) && durationOf(record) < 20s; }, isOld),
               0);
-    EXPECT_GT(touchedBy(endActiveRecords, never, [](const auto& record) { return !record.endTime(); }), 0);
+}
+
+/// What of the stretch from `start` to `end` lies in none of the others.
+Seconds uncovered(Date start, Date end, const std::vector<std::pair<Date, Date>>& others) {
+    std::vector<std::pair<Date, Date>> pieces{{start, end}};
+    for (const auto& [from, to] : others) {
+        std::vector<std::pair<Date, Date>> rest;
+        for (const auto& [first, last] : pieces) {
+            rest.emplace_back(first, std::min(last, from));
+            rest.emplace_back(std::max(first, to), last);
+        }
+        std::erase_if(rest, [](const auto& piece) { return piece.second <= piece.first; });
+        pieces = std::move(rest);
+    }
+    Seconds sum{};
+    for (const auto& [first, last] : pieces)
+        sum += last - first;
+    return sum;
+}
+
+/// Where the application of the record was, by these records.
+std::vector<std::pair<Date, Date>> stretchesLike(const ActivityRecord& record,
+                                                 const std::vector<std::shared_ptr<ActivityRecord>>& all) {
+    std::vector<std::pair<Date, Date>> found;
+    for (const auto& one : all)
+        if (one->appName() == record.appName() && one->endTime() > one->startTime())
+            found.emplace_back(one->startTime(), *one->endTime());
+    return found;
+}
+
+TEST_F(HygienePropertiesTest, NoMinuteIsLostOrInventedNothingSettledChangesAndASecondRunFindsNothing) {
+    const std::function<void(ModelContext&)> runs[] = {[&](ModelContext& of) { cleanUp(of, true); },
+                                                       [&](ModelContext& of) { cleanUp(of, false); },
+                                                       [&](ModelContext& of) { check(of, 7); }};
+    for (const auto& run : runs)
+        for (unsigned seed = 0; seed < 3 * histories; ++seed) {
+            SCOPED_TRACE(fmt::format("run {}, seed {}", &run - runs, seed));
+            History history(seed, runLoop.now());
+            auto before = randomHistory(seed, runLoop.now());
+            for (const auto& record : before)
+                if (!record->endTime())
+                    record->endTime =
+                        RecordHygiene::endOfLeftOpen(record->startTime(), record->updatedAt(), runLoop.now());
+            run(history.context());
+            const auto after = history.context().fetch<ActivityRecord>();
+            std::vector<std::shared_ptr<ActivityRecord>> kept = after;
+            for (const auto& trashed : RecordTrash::content(history.context()))
+                kept.push_back(RecordTrash::recordOf(history.context(), *trashed));
+            const auto state = stateOf(history.context());
+            for (const auto& record : before) {
+                if (record->endTime() > record->startTime())
+                    EXPECT_EQ(uncovered(record->startTime(), *record->endTime(), stretchesLike(*record, kept)), 0s);
+                if (!RecordHygiene::isSettled(*record)) continue;
+                EXPECT_EQ(state.at(record->id()),
+                          (RecordState{record->startTime(), record->endTime(), record->updatedAt()}));
+            }
+            for (const auto& record : after) {
+                const auto was = stretchesLike(*record, before);
+                const auto merges = static_cast<double>(before.size() + 1 - after.size());
+                EXPECT_LE(uncovered(record->startTime(), *record->endTime(), was), 30s * merges) << "gaps alone";
+            }
+            run(history.context());
+            EXPECT_EQ(stateOf(history.context()), state);
+            EXPECT_EQ(RecordTrash::content(history.context()).size() + after.size(), kept.size());
+        }
+}
+
+TEST_F(HygienePropertiesTest, WhatIsJoinedAgreesOrIsAFragment) {
+    int joined = 0;
+    for (unsigned seed = 0; seed < 3 * histories; ++seed) {
+        SCOPED_TRACE(seed);
+        History history(seed, runLoop.now());
+        cleanUp(history.context(), true);
+        const auto after = history.context().fetch<ActivityRecord>();
+        const auto trash = RecordTrash::content(history.context());
+        for (const auto& record : randomHistory(seed, runLoop.now())) {
+            const auto isIt = [&](const auto& one) { return one->id() == record->id(); };
+            const auto isIn = [&](const auto& one) { return one->recordId() == record->id(); };
+            if (std::ranges::any_of(after, isIt) || std::ranges::any_of(trash, isIn)) continue;
+            ++joined;
+            EXPECT_TRUE(std::ranges::any_of(after, [&](const auto& one) {
+                return one->startTime() <= record->startTime() && one->endTime() >= record->endTime() &&
+                       (RecordSpans::agree(*one, *record) ||
+                        (one->appName() == record->appName() && durationOf(*record) < 20s));
+            }) || std::ranges::any_of(trash, [&](const auto& one) {
+                return RecordTrash::recordOf(history.context(), *one)->startTime() <= record->startTime();
+            }));
+        }
+    }
+    EXPECT_GT(joined, 0);
 }
 
 TEST_F(HygienePropertiesTest, InSlicesTheCheckFindsAndMendsTheSame) {
@@ -148,27 +238,6 @@ TEST_F(HygienePropertiesTest, WhatIsNotSavedYetIsTreatedLikeWhatIs) {
             EXPECT_EQ(stateOf(unsaved.context()), stateOf(saved.context()));
         }
     }
-}
-
-TEST_F(HygienePropertiesTest, AfterACheckThatDeletedNothingASecondOneFindsNothing) {
-    // A deletion can make neighbours of two records that overlap; an earlier end can't.
-    int checks = 0;
-    for (unsigned seed = 0; seed < histories; ++seed) {
-        SCOPED_TRACE(seed);
-        History history(seed, runLoop.now());
-        bool deleted = true;
-        for (int left = 100; deleted; --left, ++checks) {
-            ASSERT_GT(left, 0) << "no end";
-            const auto before = history.context().count<ActivityRecord>();
-            const auto lines = check(history.context());
-            deleted = history.context().count<ActivityRecord>() < before;
-            EXPECT_EQ(deleted, testing::Value(lines, Contains(HasSubstr("删除"))));
-        }
-        const auto state = stateOf(history.context());
-        EXPECT_EQ(check(history.context()).back(), "未发现重叠记录");
-        EXPECT_EQ(stateOf(history.context()), state);
-    }
-    EXPECT_GT(checks, static_cast<int>(histories));
 }
 
 TEST_F(HygienePropertiesTest, AWalkVisitsEachRecordOnceInOrderWhateverTheSlice) {
