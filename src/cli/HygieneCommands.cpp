@@ -49,8 +49,8 @@ void cleanUp(const CommandContext& context, bool isSynchronous) {
 
 void resolveOverlaps(const CommandContext& context, const std::optional<CivilDate>& day) {
     runToTheEnd(context, [&](auto& store, auto& runLoop, auto& console, const LiveRecord& liveRecord) {
-        auto service = std::make_unique<OverlapDetectionService>(store, runLoop, console, RecordSpans::sliceSize,
-                                                                 liveRecord);
+        auto service =
+            std::make_unique<OverlapDetectionService>(store, runLoop, console, RecordSpans::sliceSize, liveRecord);
         if (day)
             service->detectAndResolveOverlaps(Calendar::current().date(*day));
         else

@@ -81,8 +81,7 @@ bool removeAbnormalDurations(const Scope& scope) {
 }
 
 bool removeFutureDates(const Scope& scope) {
-    auto future =
-        scope.context.fetch<R>({.predicate = field(&R::startTime) > scope.now, .sort = RecordSpans::order()});
+    auto future = scope.context.fetch<R>({.predicate = field(&R::startTime) > scope.now, .sort = RecordSpans::order()});
     std::erase_if(future, [&](const auto& record) { return !scope.mayTouch(*record); });
     for (const auto& record : future) {
         scope.console.line("DataCleanupService: 发现未来日期的记录 - {} 开始时间: {}", nameOf(*record),
@@ -137,7 +136,8 @@ bool resolveOverlappingPairs(const Scope& scope) {
     for (const auto& record : decisions.removals)
         RecordTrash::take(scope.context, record, RecordTrash::Pass::overlap, scope.now);
     for (const auto& [record, end] : decisions.newEnds)
-        if (!record->isDeleted()) RecordTrash::cutEnd(scope.context, *record, end, RecordTrash::Pass::overlap, scope.now);
+        if (!record->isDeleted())
+            RecordTrash::cutEnd(scope.context, *record, end, RecordTrash::Pass::overlap, scope.now);
     scope.context.save();
     scope.console.line("DataCleanupService: 处理了 {} 条重叠记录，修改了 {} 条记录", decisions.removals.size(),
                        decisions.newEnds.size());
@@ -227,7 +227,7 @@ private:
     bool joinOne(RecordSpan& peer, const RecordSpan& fragment, const R& record);
 
     const Scope& scope_;
-    std::vector<RecordSpan> spans_;  ///< all, in order, as they have become
+    std::vector<RecordSpan> spans_;                         ///< all, in order, as they have become
     std::unordered_map<std::int64_t, std::size_t> places_;  ///< of the short ones, by object
     std::vector<bool> isGone_;
     std::vector<TimeWindow> windows_;

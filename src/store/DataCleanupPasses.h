@@ -26,9 +26,9 @@ struct Scope {
 
 /// One pass. What it throws, a `StoreError`, belongs behind its `failure` line; its changes then stay unsaved.
 struct Pass {
-    std::string_view title;       ///< the line that stands before it; none if empty
-    std::string_view failure;     ///< the beginning of a line
-    bool (*run)(const Scope&);    ///< says whether it changed anything
+    std::string_view title;     ///< the line that stands before it; none if empty
+    std::string_view failure;   ///< the beginning of a line
+    bool (*run)(const Scope&);  ///< says whether it changed anything
 };
 
 /// Gives records that a crash left open their end, settled ones included: until then nobody knows how long they are.

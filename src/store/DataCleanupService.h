@@ -11,11 +11,12 @@
 
 namespace quorvane {
 
-/// Mends what automatic tracking leaves behind: records that were never ended, ran for days, lie in the future, overlap,
-/// or are fragments. What it takes out of the day is in the trash. The record that is being tracked is spared, and so
-/// is what the user has decided about (`Scope::mayTouch`). A run repeats its passes until they find nothing more.
-/// Nothing throws: a pass that fails prints so, its changes wait in the context for the next save, and the next pass
-/// runs as usual. The context may end before the service, which then does nothing; run loop and console outlive it.
+/// Mends what automatic tracking leaves behind: records that were never ended, ran for days, lie in the future,
+/// overlap, or are fragments. What it takes out of the day is in the trash. The record that is being tracked is spared,
+/// and so is what the user has decided about (`Scope::mayTouch`). A run repeats its passes until they find nothing
+/// more. Nothing throws: a pass that fails prints so, its changes wait in the context for the next save, and the next
+/// pass runs as usual. The context may end before the service, which then does nothing; run loop and console outlive
+/// it.
 class DataCleanupService {
 public:
     DataCleanupService(ModelContext& modelContext, platform::RunLoop& runLoop, ConsoleSink& console,
@@ -24,7 +25,8 @@ public:
     DataCleanupService& operator=(const DataCleanupService&) = delete;
     ~DataCleanupService();
 
-    /// Cleans up the last 14 days, and empties the trash of what is older than it keeps, in a later turn of the loop, unless a run is under way.
+    /// Cleans up the last 14 days, and empties the trash of what is older than it keeps, in a later turn of the loop,
+    /// unless a run is under way.
     void performBackgroundCleanup();
 
     /// Cleans up everything before it returns, but keeps short records. Not while a run is under way.

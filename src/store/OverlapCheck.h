@@ -18,8 +18,8 @@ namespace quorvane {
 bool resolveOverlaps(const DataCleanupPasses::Scope& scope, const std::vector<OverlapGroup>& groups);
 
 /// One check over all records. It reads the history slice by slice, each in a turn of the loop of its own, keeps the
-/// members of groups alone, resolves them in the end, and begins again if records went. Between the turns it is owned by
-/// the loop.
+/// members of groups alone, resolves them in the end, and begins again if records went. Between the turns it is owned
+/// by the loop.
 class OverlapCheck : public std::enable_shared_from_this<OverlapCheck> {
 public:
     OverlapCheck(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console, std::size_t sliceSize,

@@ -47,8 +47,7 @@ void OverlapDetectionService::detectAndResolveOverlaps(Date on) {
         const auto day = Calendar::current().day(on);
         for (bool isFirst = true;; isFirst = false) {
             const auto groups = OverlapGroups::regrouped({reachingInto(modelContext_, day.start, day.end, now)}, now);
-            if (groups.empty() && isFirst)
-                console_.line("OverlapDetectionService: 在 {} 未发现重叠记录", describe(on));
+            if (groups.empty() && isFirst) console_.line("OverlapDetectionService: 在 {} 未发现重叠记录", describe(on));
             if (groups.empty()) return;
             console_.line("OverlapDetectionService: 在 {} 发现 {} 个重叠组", describe(on), groups.size());
             if (!resolveOverlaps(scope, groups)) return;

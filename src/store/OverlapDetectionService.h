@@ -19,9 +19,10 @@ public:
     OverlapDetectionService(ModelContext& modelContext, platform::RunLoop& runLoop, ConsoleSink& console,
                             std::size_t sliceSize = RecordSpans::sliceSize, LiveRecord liveRecord = {});
 
-    /// Checks all records until nothing more has to go. A store of one slice is done when this returns. In a larger one the check goes on in later
-    /// turns of the loop, also without this object, and ends quietly with the context; a record that is inserted
-    /// meanwhile is left to the next check, one that changes or goes is seen as it is at the end.
+    /// Checks all records until nothing more has to go. A store of one slice is done when this returns. In a larger one
+    /// the check goes on in later turns of the loop, also without this object, and ends quietly with the context; a
+    /// record that is inserted meanwhile is left to the next check, one that changes or goes is seen as it is at the
+    /// end.
     void detectAndResolveOverlaps();
 
     /// Checks the records that touch the day of `on` in the user's calendar.

@@ -75,8 +75,7 @@ const RecordSpan& TimeWindow::longest() const {
 
 std::vector<RecordSpan> TimeWindow::shortOnes() const {
     std::vector<RecordSpan> found;
-    if (records.size() >= 2)
-        std::ranges::copy_if(records, std::back_inserter(found), isShort);
+    if (records.size() >= 2) std::ranges::copy_if(records, std::back_inserter(found), isShort);
     return found;
 }
 

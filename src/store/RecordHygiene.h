@@ -7,8 +7,8 @@
 /// The decisions of the clean-up: which records are debris, and what becomes of neighbours.
 namespace quorvane::RecordHygiene {
 
-/// May a pass change or remove the record? Not the live one, not what is settled, and not what was brought back from the
-/// trash. Throws `StoreError`.
+/// May a pass change or remove the record? Not the live one, not what is settled, and not what was brought back from
+/// the trash. Throws `StoreError`.
 [[nodiscard]] bool mayTouch(ModelContext& context, const ActivityRecord& record, const std::optional<Uuid>& live);
 
 /// Has somebody decided about its billing status, or is it in the cloud? From there another device may have it or may

@@ -17,8 +17,8 @@ Uuid identifier(std::string_view bytes) {
 }
 
 /// What records have to agree in to be one piece of work; the bundle comes first.
-constexpr std::array content{"app_bundle_id", "app_name", "activity_type", "window_title", "document_path",
-                             "url",           "project_id", "category",    "tags",         "billing_status"};
+constexpr std::array content{"app_bundle_id", "app_name",   "activity_type", "window_title", "document_path",
+                             "url",           "project_id", "category",      "tags",         "billing_status"};
 
 std::size_t mixed(std::size_t seed, std::string_view text) {
     return seed * 31 + std::hash<std::string_view>{}(text);

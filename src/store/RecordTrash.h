@@ -10,8 +10,8 @@
 #include <stdexcept>
 #include <vector>
 
-/// Where records go that a pass takes out of the day: nothing that automatic cleaning takes is gone at once. What is done
-/// here is saved with the context, so that a record leaves the day and reaches the trash in one transaction.
+/// Where records go that a pass takes out of the day: nothing that automatic cleaning takes is gone at once. What is
+/// done here is saved with the context, so that a record leaves the day and reaches the trash in one transaction.
 namespace quorvane::RecordTrash {
 
 /// Which pass took it.
@@ -41,7 +41,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Puts the record back as it was; no pass touches it again. Throws `Error` if it isn't in the trash or is back already.
+/// Puts the record back as it was; no pass touches it again. Throws `Error` if it isn't in the trash or is back
+/// already.
 std::shared_ptr<ActivityRecord> restore(ModelContext& context, const Uuid& record, Date now);
 
 /// Removes for good what can be brought back, of before then alone if that is given; returns how much it was.

@@ -17,8 +17,8 @@ public:
 
     Attribute<Uuid> recordId{*this};
     Attribute<Date> removedAt{*this};
-    Attribute<std::string> pass{*this};    ///< see `RecordTrash::Pass`
-    Attribute<std::string> record{*this};  ///< the whole row, as a dump has it
+    Attribute<std::string> pass{*this};                ///< see `RecordTrash::Pass`
+    Attribute<std::string> record{*this};              ///< the whole row, as a dump has it
     Attribute<std::optional<Date>> restoredAt{*this};  ///< since then the record is back, and no pass touches it
 };
 

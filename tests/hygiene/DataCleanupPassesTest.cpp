@@ -34,7 +34,8 @@ protected:
     std::vector<std::string> trash() {
         std::vector<std::string> found;
         for (const auto& trashed : RecordTrash::content(context()))
-            found.push_back(trashed->pass() + " " + RecordTrash::recordOf(context(), *trashed)->appName().value_or("-"));
+            found.push_back(trashed->pass() + " " +
+                            RecordTrash::recordOf(context(), *trashed)->appName().value_or("-"));
         return found;
     }
 

@@ -23,10 +23,10 @@ TEST_F(DataCleanupServiceTest, ABackgroundRunHasSixPassesInALaterTurn) {
     runLoop.runPosted();
     EXPECT_FALSE(service->isCleanupRunning());
     EXPECT_THAT(newLines(),
-                ElementsAre("开始后台数据清理...", "检查未结束的记录...", "检查异常时间记录...", "检查未来日期的记录...",
-                            "检查重叠记录...", "检查相邻的相同应用记录...", "没有发现需要合并的相邻记录",
-                            "开始智能合并短时间记录...", "找到 0 条5分钟前的记录", "分成了 0 个2分钟时间窗口",
-                            "没有发现需要合并的短时间记录", "数据清理完成"));
+                ElementsAre("开始后台数据清理...", "检查未结束的记录...", "检查异常时间记录...",
+                            "检查未来日期的记录...", "检查重叠记录...", "检查相邻的相同应用记录...",
+                            "没有发现需要合并的相邻记录", "开始智能合并短时间记录...", "找到 0 条5分钟前的记录",
+                            "分成了 0 个2分钟时间窗口", "没有发现需要合并的短时间记录", "数据清理完成"));
 }
 
 TEST_F(DataCleanupServiceTest, AManualRunHasFivePassesAtOnce) {
@@ -89,9 +89,8 @@ TEST_F(DataCleanupServiceTest, APassThatCannotReadSaysSoAndTheNextOneRuns) {
     service->endAllActiveRecords();
     EXPECT_THAT(newLines(),
                 ElementsAre("开始后台数据清理...", "检查未结束的记录...", StartsWith("处理未结束记录失败: "),
-                            "检查异常时间记录...", StartsWith("清理异常时间记录失败: "),
-                            "检查未来日期的记录...", StartsWith("清理未来日期记录失败: "), "检查重叠记录...",
-                            StartsWith("清理重叠记录失败: "),
+                            "检查异常时间记录...", StartsWith("清理异常时间记录失败: "), "检查未来日期的记录...",
+                            StartsWith("清理未来日期记录失败: "), "检查重叠记录...", StartsWith("清理重叠记录失败: "),
                             "检查相邻的相同应用记录...", StartsWith("合并相邻记录失败: "), "开始智能合并短时间记录...",
                             StartsWith("智能合并短时间记录失败: "), "数据清理完成", "结束所有活跃记录...",
                             StartsWith("结束活跃记录失败: ")));

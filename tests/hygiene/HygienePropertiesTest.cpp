@@ -110,10 +110,10 @@ TEST_F(HygienePropertiesTest, NoPassTouchesARecordOutsideItsSelection) {
     const auto isOld = [&](const ActivityRecord& record) {
         return record.startTime() >= cutoff && record.endTime() && record.endTime() < now - 300s;
     };
-    EXPECT_GT(touchedBy(
-                  mergeShortRecords,
-                  [&](const auto& record) { return isOld(record) && durationOf(record) < 20s; }, isOld),
-              0);
+    EXPECT_GT(
+        touchedBy(
+            mergeShortRecords, [&](const auto& record) { return isOld(record) && durationOf(record) < 20s; }, isOld),
+        0);
 }
 
 /// What of the stretch from `start` to `end` lies in none of the others.
@@ -194,13 +194,16 @@ TEST_F(HygienePropertiesTest, WhatIsJoinedAgreesOrIsAFragment) {
             const auto isIn = [&](const auto& one) { return one->recordId() == record->id(); };
             if (std::ranges::any_of(after, isIt) || std::ranges::any_of(trash, isIn)) continue;
             ++joined;
-            EXPECT_TRUE(std::ranges::any_of(after, [&](const auto& one) {
-                return one->startTime() <= record->startTime() && one->endTime() >= record->endTime() &&
-                       (RecordSpans::agree(*one, *record) ||
-                        (one->appName() == record->appName() && durationOf(*record) < 20s));
-            }) || std::ranges::any_of(trash, [&](const auto& one) {
-                return RecordTrash::recordOf(history.context(), *one)->startTime() <= record->startTime();
-            }));
+            EXPECT_TRUE(std::ranges::any_of(
+                            after,
+                            [&](const auto& one) {
+                                return one->startTime() <= record->startTime() && one->endTime() >= record->endTime() &&
+                                       (RecordSpans::agree(*one, *record) ||
+                                        (one->appName() == record->appName() && durationOf(*record) < 20s));
+                            }) ||
+                        std::ranges::any_of(trash, [&](const auto& one) {
+                            return RecordTrash::recordOf(history.context(), *one)->startTime() <= record->startTime();
+                        }));
         }
     }
     EXPECT_GT(joined, 0);
