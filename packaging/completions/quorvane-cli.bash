@@ -39,7 +39,7 @@ _quorvane_cli() {
 
     local everywhere="--store --now --json --help"
     local commands="dump load records stats praise card export-csv report timeline annotate week month classify projects rules"
-    commands+=" categories cleanup overlaps browser sync shares cloud sanitize track pause start show status work-hours doctor"
+    commands+=" categories cleanup overlaps trash browser sync shares cloud sanitize track pause start show status work-hours doctor"
     local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
@@ -153,6 +153,7 @@ _quorvane_cli() {
     "browser install") options="$everywhere --all" ;;
     shares) options="$everywhere list create stop" ;;
     "shares create") options="$everywhere --title --expires --project" ;;
+    trash) options="$everywhere list restore empty" ;;
     cloud) options="$everywhere init status check" ;;
     "cloud init") options="$everywhere --service --user --print" ;;
     cleanup) options="$everywhere --synchronous" ;;

@@ -1,7 +1,7 @@
 # fish completion for quorvane-cli
 
 set -l commands dump load records stats praise card export-csv report timeline annotate \
-    week month classify projects rules categories browser sync shares cloud cleanup overlaps \
+    week month classify projects rules categories browser sync shares cloud cleanup overlaps trash \
     sanitize track pause start show status work-hours doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
@@ -61,6 +61,7 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a share
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a cloud -d "Set up and check the cloud's database"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a cleanup -d "Remove what tracking leaves behind"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a overlaps -d "Mend records that overlap"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a trash -d "What was cleaned away"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a sanitize -d "Redact standard input"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a track -d "Track without a window"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a pause -d "Pause the application's recording"
@@ -134,6 +135,9 @@ complete -c quorvane-cli -n "__quorvane_cli_in browser" -a remove -d "Take that 
 complete -c quorvane-cli -n "__quorvane_cli_in browser" -a status -d "Tell which browsers know the host"
 complete -c quorvane-cli -n "__quorvane_cli_in browser install" -l all -d "Also browsers that have no folder yet"
 
+complete -c quorvane-cli -n "__quorvane_cli_in trash" -a list -d "List what was cleaned away, newest first"
+complete -c quorvane-cli -n "__quorvane_cli_in trash" -a restore -d "Put records back"
+complete -c quorvane-cli -n "__quorvane_cli_in trash" -a empty -d "Remove all of it for good"
 complete -c quorvane-cli -n "__quorvane_cli_in shares" -a list -d "List all shares, newest first"
 complete -c quorvane-cli -n "__quorvane_cli_in shares" -a create -d "Publish a share and print its token"
 complete -c quorvane-cli -n "__quorvane_cli_in shares" -a stop -d "Take a share out of the cloud"

@@ -19,6 +19,7 @@ void addDoctorCommand(CLI::App& app, CommandContext& context);
 void addSanitizeCommand(CLI::App& app, CommandContext& context);
 void addCleanupCommand(CLI::App& app, CommandContext& context);
 void addOverlapsCommand(CLI::App& app, CommandContext& context);
+void addTrashCommand(CLI::App& app, CommandContext& context);
 void addCategoriesCommand(CLI::App& app, CommandContext& context);
 void addClassifyCommand(CLI::App& app, CommandContext& context);
 void addRulesCommand(CLI::App& app, CommandContext& context);

@@ -5,7 +5,9 @@
 #include "cli/Output.h"
 #include "cli/RowChanges.h"
 #include "cli/ServiceConsole.h"
+#include "platform/linux/ProcessLock.h"
 #include "platform/linux/QtRunLoop.h"
+#include "session/TrackerLock.h"
 #include "store/DataCleanupService.h"
 #include "store/OverlapDetectionService.h"
 
@@ -15,15 +17,17 @@
 namespace quorvane::cli {
 namespace {
 
-/// Lets the service begin its work, waits for the end of it and prints what became of the records.
-template <class Service>
-void runToTheEnd(const CommandContext& context, const std::function<void(Service&)>& begin) {
+/// Lets a service begin its work, waits for the end of it and prints what became of the records. While somebody tracks
+/// into the store, the open record is theirs.
+template <class MakeAndBegin>
+void runToTheEnd(const CommandContext& context, const MakeAndBegin& makeAndBegin) {
     platform::QtRunLoop runLoop;
     ServiceConsole console;
     ModelContext store(context.open(StoreAccess::write));
+    const bool isTracked = platform::ProcessLock::isHeld(trackerLockFile(context.storeFile()));
+    const LiveRecord liveRecord = [&store, isTracked] { return isTracked ? newestOpenRecord(store) : std::nullopt; };
     const RowChanges changes = rowChanges(context.storeFile(), store, ActivityRecord::description(), [&] {
-        Service service(store, runLoop, console);
-        begin(service);
+        const auto service = makeAndBegin(store, runLoop, console, liveRecord);
         runLoop.runPosted();
         console.finish();
     });
@@ -33,20 +37,25 @@ void runToTheEnd(const CommandContext& context, const std::function<void(Service
 }
 
 void cleanUp(const CommandContext& context, bool isSynchronous) {
-    runToTheEnd<DataCleanupService>(context, [&](DataCleanupService& service) {
+    runToTheEnd(context, [&](auto& store, auto& runLoop, auto& console, const LiveRecord& liveRecord) {
+        auto service = std::make_unique<DataCleanupService>(store, runLoop, console, liveRecord);
         if (isSynchronous)
-            service.performSynchronousCleanup();
+            service->performSynchronousCleanup();
         else
-            service.performBackgroundCleanup();
+            service->performBackgroundCleanup();
+        return service;
     });
 }
 
 void resolveOverlaps(const CommandContext& context, const std::optional<CivilDate>& day) {
-    runToTheEnd<OverlapDetectionService>(context, [&](OverlapDetectionService& service) {
+    runToTheEnd(context, [&](auto& store, auto& runLoop, auto& console, const LiveRecord& liveRecord) {
+        auto service =
+            std::make_unique<OverlapDetectionService>(store, runLoop, console, RecordSpans::sliceSize, liveRecord);
         if (day)
-            service.detectAndResolveOverlaps(Calendar::current().date(*day));
+            service->detectAndResolveOverlaps(Calendar::current().date(*day));
         else
-            service.detectAndResolveOverlaps();
+            service->detectAndResolveOverlaps();
+        return service;
     });
 }
 

@@ -84,7 +84,8 @@ void describe(CLI::App& app, CommandContext& context) {
           addProjectsCommand, addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
           addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand,
           addPraiseCommand,   addCardCommand,   addBrowserCommand,  addSyncCommand,       addSharesCommand,
-          addCloudCommand,    addPauseCommand,  addStartCommand,    addShowCommand,       addWorkHoursCommand})
+          addCloudCommand,    addPauseCommand,  addStartCommand,    addShowCommand,       addWorkHoursCommand,
+          addTrashCommand})
         add(app, context);
     describeCommands(app);
 }

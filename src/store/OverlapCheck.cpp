@@ -1,12 +1,17 @@
 #include "store/OverlapCheck.h"
 
+#include "store/RecordHygiene.h"
+#include "store/RecordTrash.h"
+
 #include <algorithm>
 #include <iterator>
 
 namespace quorvane {
 namespace {
 
+using DataCleanupPasses::Scope;
 using OverlapGroups::Resolution;
+using RecordTrash::Pass;
 using Records = std::vector<std::shared_ptr<ActivityRecord>>;
 
 std::string nameOf(const ActivityRecord& record) {
@@ -14,65 +19,87 @@ std::string nameOf(const ActivityRecord& record) {
 }
 
 /// Removes the short records of the group and returns the rest in its order.
-Records withoutShort(ModelContext& context, ConsoleSink& console, const OverlapGroup& group, Date now) {
+Records withoutShort(const Scope& scope, const OverlapGroup& group) {
     Records rest;
     for (const auto& record : group.records) {
-        if (!OverlapGroups::isShort(RecordSpans::spanOf(*record).duration(now))) {
+        if (!OverlapGroups::isShort(RecordSpans::spanOf(*record).duration(scope.now)) || !scope.mayTouch(*record)) {
             rest.push_back(record);
             continue;
         }
-        console.line("OverlapDetectionService: 删除短记录 - {}", nameOf(*record));
-        context.remove(record);
+        scope.console.line("OverlapDetectionService: 删除短记录 - {}", nameOf(*record));
+        RecordTrash::take(scope.context, record, Pass::overlapGroup, scope.now);
     }
     return rest;
 }
 
-/// A removed record keeps its place: it can still meet its next neighbour.
-void resolvePair(ModelContext& context, ConsoleSink& console, const std::shared_ptr<ActivityRecord>& first,
-                 const std::shared_ptr<ActivityRecord>& second, Date now) {
-    const auto remove = [&](const std::shared_ptr<ActivityRecord>& record) {
-        console.line("OverlapDetectionService: 删除较短记录 - {}", nameOf(*record));
-        context.remove(record);
-    };
-    switch (OverlapGroups::resolve(RecordSpans::spanOf(*first), RecordSpans::spanOf(*second), now)) {
-    case Resolution::none: return;
-    case Resolution::endFirst:
-        first->endTime = second->startTime();
-        first->updatedAt = now;
-        console.line("OverlapDetectionService: 调整 {} 结束时间到 {}", nameOf(*first), describe(second->startTime()));
+/// A removed record keeps its place: it can still meet its next neighbour. Who brought a record back wants the overlap.
+void resolvePair(const Scope& scope, const std::shared_ptr<ActivityRecord>& first,
+                 const std::shared_ptr<ActivityRecord>& second) {
+    const auto resolution =
+        OverlapGroups::resolve(RecordSpans::spanOf(*first), RecordSpans::spanOf(*second), scope.now);
+    if (resolution == Resolution::none) return;
+    const bool losesSecond = resolution == Resolution::removeSecond;
+    const auto& loser = losesSecond ? second : first;
+    if (!scope.mayTouch(*loser) || RecordTrash::wasRestored(scope.context, (losesSecond ? first : second)->id()))
         return;
-    case Resolution::removeFirst: return remove(first);
-    case Resolution::removeSecond: return remove(second);
+    if (resolution == Resolution::endFirst) {
+        if (!first->isDeleted())
+            RecordTrash::cutEnd(scope.context, *first, second->startTime(), Pass::overlapGroup, scope.now);
+        scope.console.line("OverlapDetectionService: 调整 {} 结束时间到 {}", nameOf(*first),
+                           describe(second->startTime()));
+        return;
     }
+    scope.console.line("OverlapDetectionService: 删除较短记录 - {}", nameOf(*loser));
+    RecordTrash::take(scope.context, loser, Pass::overlapGroup, scope.now);
 }
 
 }  // namespace
 
-void resolveOverlaps(ModelContext& context, ConsoleSink& console, const std::vector<OverlapGroup>& groups, Date now) {
+bool resolveOverlaps(const Scope& scope, const std::vector<OverlapGroup>& groups) {
+    bool wentAny = false;
     for (const OverlapGroup& group : groups) {
-        console.line("OverlapDetectionService: 处理重叠组，包含 {} 条记录", group.records.size());
-        const Records rest = withoutShort(context, console, group, now);
+        scope.console.line("OverlapDetectionService: 处理重叠组，包含 {} 条记录", group.records.size());
+        const Records rest = withoutShort(scope, group);
         for (std::size_t i = 1; i < rest.size(); ++i)
-            resolvePair(context, console, rest[i - 1], rest[i], now);
+            resolvePair(scope, rest[i - 1], rest[i]);
+        wentAny = wentAny || std::ranges::any_of(group.records, [](const auto& record) { return record->isDeleted(); });
     }
     try {
-        context.save();
-        console.line("OverlapDetectionService: 重叠处理完成");
+        scope.context.save();
+        scope.console.line("OverlapDetectionService: 重叠处理完成");
+        return wentAny;
     } catch (const StoreError& error) {  // the changes stay in the context and go with the next save
-        console.line("OverlapDetectionService: 保存失败: {}", error.what());
+        scope.console.line("OverlapDetectionService: 保存失败: {}", error.what());
+        return false;
     }
 }
 
 OverlapCheck::OverlapCheck(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console,
-                           std::size_t sliceSize)
-    : context_(context.weak()), runLoop_(runLoop), console_(console), sliceSize_(sliceSize), limit_(sliceSize) {}
+                           std::size_t sliceSize, LiveRecord liveRecord)
+    : context_(context.weak()), runLoop_(runLoop), console_(console), sliceSize_(sliceSize), limit_(sliceSize),
+      liveRecord_(std::move(liveRecord)) {}
+
+Scope OverlapCheck::scope(ModelContext& context) const {
+    return {.context = context,
+            .console = console_,
+            .now = runLoop_.now(),
+            .live = liveRecord_ ? liveRecord_() : std::nullopt};
+}
 
 void OverlapCheck::begin() {
     console_.line("OverlapDetectionService: 开始检测重叠记录...");
-    if (auto* context = context_.get())
-        insertions_ = context->didChange.subscribe([this](const EntityChange& change) {
-            if (change.kind == EntityChange::Kind::inserted) newcomers_.insert(change.entity);
-        });
+    auto* context = context_.get();
+    if (context == nullptr) return;
+    try {
+        DataCleanupPasses::endLeftOpenRecords(scope(*context));
+    } catch (const StoreError& error) {
+        return console_.line("OverlapDetectionService: 检测重叠失败: {}", error.what());
+    }
+    insertions_ = context->didChange.subscribe([this](const EntityChange& change) {
+        if (change.kind == EntityChange::Kind::inserted &&
+            &change.entity->entityDescription() == &ActivityRecord::description())
+            newcomers_.insert(change.entity);
+    });
     continueReading();
 }
 
@@ -125,13 +152,20 @@ void OverlapCheck::removeNewcomers(std::vector<RecordSpan>& spans) const {
 }
 
 void OverlapCheck::conclude(ModelContext& context) {
-    const Date now = runLoop_.now();
+    const Scope now = scope(context);
     std::vector<OverlapGroup> groups;
-    for (const OverlapGroup& group : groups_)
-        std::ranges::move(OverlapGroups::regrouped(group, now), std::back_inserter(groups));
-    if (groups.empty()) return console_.line("OverlapDetectionService: 未发现重叠记录");
+    for (const OverlapGroup& group : std::exchange(groups_, {}))
+        std::ranges::move(OverlapGroups::regrouped(group, now.now), std::back_inserter(groups));
+    if (groups.empty()) {
+        if (!isRepeated_) console_.line("OverlapDetectionService: 未发现重叠记录");
+        return;
+    }
     console_.line("OverlapDetectionService: 发现 {} 个重叠组", groups.size());
-    resolveOverlaps(context, console_, groups, now);
+    if (!resolveOverlaps(now, groups)) return;
+    isRepeated_ = true;
+    from_.reset();
+    limit_ = sliceSize_;
+    readSlice(context);
 }
 
 }  // namespace quorvane

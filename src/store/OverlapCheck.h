@@ -3,6 +3,8 @@
 #include "base/Signal.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/RunLoop.h"
+#include "store/DataCleanupPasses.h"
+#include "store/LiveRecord.h"
 #include "store/OverlapGroups.h"
 
 #include <memory>
@@ -11,19 +13,23 @@
 
 namespace quorvane {
 
-/// Handles the groups one after the other and saves once. Nothing throws.
-void resolveOverlaps(ModelContext& context, ConsoleSink& console, const std::vector<OverlapGroup>& groups, Date now);
+/// Handles the groups one after the other and saves once; a failure to do so is printed. Says whether records went, and
+/// with them perhaps what stood between two others. Throws `StoreError` for what can't be read.
+bool resolveOverlaps(const DataCleanupPasses::Scope& scope, const std::vector<OverlapGroup>& groups);
 
 /// One check over all records. It reads the history slice by slice, each in a turn of the loop of its own, keeps the
-/// members of groups alone, and resolves them in the end. Between the turns it is owned by the loop.
+/// members of groups alone, resolves them in the end, and begins again if records went. Between the turns it is owned
+/// by the loop.
 class OverlapCheck : public std::enable_shared_from_this<OverlapCheck> {
 public:
-    OverlapCheck(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console, std::size_t sliceSize);
+    OverlapCheck(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console, std::size_t sliceSize,
+                 LiveRecord liveRecord);
 
     /// Prints the first line and reads the first slice, and all that follows if there is no second one.
     void begin();
 
 private:
+    [[nodiscard]] DataCleanupPasses::Scope scope(ModelContext& context) const;
     void continueReading();
     void readSlice(ModelContext& context);
     void keepGroups(ModelContext& context, const std::vector<RecordSpan>& spans);
@@ -35,6 +41,8 @@ private:
     ConsoleSink& console_;
     std::size_t sliceSize_;
     std::size_t limit_;
+    LiveRecord liveRecord_;
+    bool isRepeated_ = false;
     std::optional<Date> from_;
     std::vector<OverlapGroup> groups_;
     Subscription insertions_;                                ///< from the first slice on

@@ -28,21 +28,30 @@ std::vector<std::shared_ptr<R>> reachingInto(ModelContext& context, Date start, 
 }  // namespace
 
 OverlapDetectionService::OverlapDetectionService(ModelContext& modelContext, platform::RunLoop& runLoop,
-                                                 ConsoleSink& console, std::size_t sliceSize)
-    : modelContext_(modelContext), runLoop_(runLoop), console_(console), sliceSize_(sliceSize) {}
+                                                 ConsoleSink& console, std::size_t sliceSize, LiveRecord liveRecord)
+    : modelContext_(modelContext), runLoop_(runLoop), console_(console), sliceSize_(sliceSize),
+      liveRecord_(std::move(liveRecord)) {}
 
 void OverlapDetectionService::detectAndResolveOverlaps() {
-    std::make_shared<OverlapCheck>(modelContext_, runLoop_, console_, sliceSize_)->begin();
+    std::make_shared<OverlapCheck>(modelContext_, runLoop_, console_, sliceSize_, liveRecord_)->begin();
 }
 
 void OverlapDetectionService::detectAndResolveOverlaps(Date on) {
     const Date now = runLoop_.now();
     try {
+        const DataCleanupPasses::Scope scope{.context = modelContext_,
+                                             .console = console_,
+                                             .now = now,
+                                             .live = liveRecord_ ? liveRecord_() : std::nullopt};
+        DataCleanupPasses::endLeftOpenRecords(scope);
         const auto day = Calendar::current().day(on);
-        const auto groups = OverlapGroups::regrouped({reachingInto(modelContext_, day.start, day.end, now)}, now);
-        if (groups.empty()) return console_.line("OverlapDetectionService: 在 {} 未发现重叠记录", describe(on));
-        console_.line("OverlapDetectionService: 在 {} 发现 {} 个重叠组", describe(on), groups.size());
-        resolveOverlaps(modelContext_, console_, groups, now);
+        for (bool isFirst = true;; isFirst = false) {
+            const auto groups = OverlapGroups::regrouped({reachingInto(modelContext_, day.start, day.end, now)}, now);
+            if (groups.empty() && isFirst) console_.line("OverlapDetectionService: 在 {} 未发现重叠记录", describe(on));
+            if (groups.empty()) return;
+            console_.line("OverlapDetectionService: 在 {} 发现 {} 个重叠组", describe(on), groups.size());
+            if (!resolveOverlaps(scope, groups)) return;
+        }
     } catch (const StoreError& error) {
         console_.line("OverlapDetectionService: 检测日期重叠失败: {}", error.what());
     }

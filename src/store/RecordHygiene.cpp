@@ -1,5 +1,7 @@
 #include "store/RecordHygiene.h"
 
+#include "store/RecordTrash.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -8,19 +10,15 @@ namespace quorvane::RecordHygiene {
 namespace {
 
 constexpr double longestHours = 24.0;
-constexpr Seconds longestOpen = 3600s;
+constexpr Seconds shortestRecord = 1s;
 constexpr Seconds largestAdjustedOverlap = 300s;
 constexpr Seconds shortestMergeable = 30s;
 constexpr Seconds widestMergedGap = 30s;
+constexpr Seconds widestAbuttingGap = 1s;
 constexpr Seconds shortDuration = 20s;
 
 Seconds durationOf(const RecordSpan& ended) {
     return *ended.end - ended.start;
-}
-
-bool areMergeable(const AdjacentMerges::Merge& pair) {
-    return durationOf(pair.first) >= shortestMergeable && durationOf(pair.second) >= shortestMergeable &&
-           pair.gap() <= widestMergedGap && pair.gap() >= 0s;
 }
 
 Date windowOf(Date start) {
@@ -30,13 +28,20 @@ Date windowOf(Date start) {
 
 }  // namespace
 
+bool mayTouch(ModelContext& context, const ActivityRecord& record, const std::optional<Uuid>& live) {
+    return live != record.id() && !isSettled(record) && !RecordTrash::wasRestored(context, record.id());
+}
+
+bool isSettled(const ActivityRecord& record) {
+    return record.billingStatus() != rawValue(BillingStatus::review) || !record.cloudKitRecordID().value_or("").empty();
+}
+
 bool isAbnormal(const RecordSpan& span, Date now) {
     return span.duration(now) / 1h > longestHours;
 }
 
-std::optional<Date> endOfForgotten(Date start, Date now) {
-    if (now - start <= longestOpen) return std::nullopt;
-    return start + longestOpen;
+Date endOfLeftOpen(Date start, Date lastSign, Date now) {
+    return std::max(std::min(lastSign, now), start + shortestRecord);
 }
 
 OverlapDecision decideOverlap(const RecordSpan& first, const RecordSpan& second, Date now) {
@@ -45,25 +50,23 @@ OverlapDecision decideOverlap(const RecordSpan& first, const RecordSpan& second,
     return first.duration(now) < second.duration(now) ? OverlapDecision::removeFirst : OverlapDecision::removeSecond;
 }
 
-void AdjacentMerges::add(const RecordSpan& span) {
-    const auto [place, isNew] = places_.try_emplace(span.bundleId, applications_.size());
-    if (isNew) {
-        applications_.push_back({.last = span});
-        return;
-    }
-    Application& application = applications_[place->second];
-    Merge pair{application.last, span};
-    const bool merges = !application.isLastListed && areMergeable(pair);
-    if (merges) application.merges.push_back(std::move(pair));
-    application.last = span;
-    application.isLastListed = merges;
+bool areMergeable(const RecordSpan& first, const RecordSpan& second) {
+    if (!first.end || !second.end || first.bundleId.empty() || first.likeness != second.likeness) return false;
+    const Seconds gap = second.start - *first.end;
+    return durationOf(first) >= shortestMergeable && durationOf(second) >= shortestMergeable && gap >= 0s &&
+           gap <= widestMergedGap && (*second.end - first.start) / 1h <= longestHours;
 }
 
-std::vector<AdjacentMerges::Merge> AdjacentMerges::found() const {
-    std::vector<Merge> all;
-    for (const Application& application : applications_)
-        std::ranges::copy(application.merges, std::back_inserter(all));
-    return all;
+bool abut(const RecordSpan& first, const RecordSpan& second) {
+    if (!first.end || first.bundleId.empty() || first.bundleId != second.bundleId) return false;
+    const Date end = second.end.value_or(second.start);
+    const Seconds gap = second.start - *first.end;
+    return durationOf(first) >= 0s && end >= second.start && gap >= 0s && gap <= widestAbuttingGap &&
+           (end - first.start) / 1h <= longestHours;
+}
+
+bool isShort(const RecordSpan& ended) {
+    return durationOf(ended) < shortDuration;
 }
 
 const RecordSpan& TimeWindow::longest() const {
@@ -72,9 +75,7 @@ const RecordSpan& TimeWindow::longest() const {
 
 std::vector<RecordSpan> TimeWindow::shortOnes() const {
     std::vector<RecordSpan> found;
-    if (records.size() >= 2)
-        std::ranges::copy_if(records, std::back_inserter(found),
-                             [](const RecordSpan& span) { return durationOf(span) < shortDuration; });
+    if (records.size() >= 2) std::ranges::copy_if(records, std::back_inserter(found), isShort);
     return found;
 }
 

@@ -2,49 +2,39 @@
 
 #include "store/RecordSpans.h"
 
-#include <string>
-#include <unordered_map>
-#include <utility>
 #include <vector>
 
 /// The decisions of the clean-up: which records are debris, and what becomes of neighbours.
 namespace quorvane::RecordHygiene {
 
+/// May a pass change or remove the record? Not the live one, not what is settled, and not what was brought back from
+/// the trash. Throws `StoreError`.
+[[nodiscard]] bool mayTouch(ModelContext& context, const ActivityRecord& record, const std::optional<Uuid>& live);
+
+/// Has somebody decided about its billing status, or is it in the cloud? From there another device may have it or may
+/// have sent it; nothing in a record tells which of the two.
+[[nodiscard]] bool isSettled(const ActivityRecord& record);
+
 /// Longer than a day, or open for longer than one. A negative duration isn't abnormal here.
 [[nodiscard]] bool isAbnormal(const RecordSpan& span, Date now);
 
-/// When an open record that was left behind ends; none while it may still be going on.
-[[nodiscard]] std::optional<Date> endOfForgotten(Date start, Date now);
+/// When a record ends that was left open: at its last sign of life, not in the future, and after a second at least.
+[[nodiscard]] Date endOfLeftOpen(Date start, Date lastSign, Date now);
 
 /// What becomes of two records that follow each other by their start. An open first one overlaps nothing.
 enum class OverlapDecision { none, endFirst, removeFirst, removeSecond };
 [[nodiscard]] OverlapDecision decideOverlap(const RecordSpan& first, const RecordSpan& second, Date now);
 
-/// Finds neighbours of one application that are in truth one stretch of work, from ended records in the order of their
-/// start. A record takes part in one merge at most: of three in a row the first two merge.
-class AdjacentMerges {
-public:
-    /// `second` goes, and `first` ends when it did.
-    struct Merge {
-        RecordSpan first;
-        RecordSpan second;
-        [[nodiscard]] Seconds gap() const { return second.start - *first.end; }
-    };
+/// Are two records, read with their content, between which none begins, in truth one stretch of work? Then the second
+/// goes, and the first ends when it did.
+[[nodiscard]] bool areMergeable(const RecordSpan& first, const RecordSpan& second);
 
-    void add(const RecordSpan& span);
+/// Does a record follow an ended one of the same application at once? Of such two one can take in the other if that is
+/// short.
+[[nodiscard]] bool abut(const RecordSpan& first, const RecordSpan& second);
 
-    /// The merges application by application, in the order of their first records.
-    [[nodiscard]] std::vector<Merge> found() const;
-
-private:
-    struct Application {
-        RecordSpan last;
-        bool isLastListed = false;  ///< for deletion
-        std::vector<Merge> merges;
-    };
-    std::unordered_map<std::string, std::size_t> places_;  ///< of each bundle id among the applications
-    std::vector<Application> applications_;
-};
+/// An ended record below 20 s.
+[[nodiscard]] bool isShort(const RecordSpan& ended);
 
 /// All records that start within the same 120 s, counted from 1970.
 struct TimeWindow {
@@ -55,7 +45,7 @@ struct TimeWindow {
 
     /// The first of the longest ones.
     [[nodiscard]] const RecordSpan& longest() const;
-    /// Those below 20 s; none in a window with a single record.
+    /// The short ones; none in a window with a single record.
     [[nodiscard]] std::vector<RecordSpan> shortOnes() const;
 };
 

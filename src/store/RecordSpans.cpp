@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <iterator>
 #include <tuple>
 
@@ -15,18 +16,41 @@ Uuid identifier(std::string_view bytes) {
     return Uuid(copy);
 }
 
+/// What records have to agree in to be one piece of work; the bundle comes first.
+constexpr std::array content{"app_bundle_id", "app_name",   "activity_type", "window_title", "document_path",
+                             "url",           "project_id", "category",      "tags",         "billing_status"};
+
+std::size_t mixed(std::size_t seed, std::string_view text) {
+    return seed * 31 + std::hash<std::string_view>{}(text);
+}
+
+/// As `scanned` has it from the columns.
+std::size_t likenessOf(const ActivityRecord& record) {
+    std::size_t likeness = 0;
+    for (const char* name : content) {
+        const SqlValue value = ActivityRecord::description().attribute(name)->get(record);
+        const auto* text = std::get_if<std::string>(&value);
+        const auto* row = std::get_if<std::int64_t>(&value);
+        likeness = mixed(likeness, text ? *text : row ? std::to_string(*row) : std::string());
+    }
+    return likeness;
+}
+
 /// Reads stored rows; right only while nothing is unsaved.
 std::vector<RecordSpan> scanned(ModelContext& context, const FetchDescriptor<ActivityRecord>& descriptor,
-                                bool withBundleId) {
+                                bool withContent) {
     std::vector<std::string> columns{"pk", "start_time", "end_time", "id"};
-    if (withBundleId) columns.emplace_back("app_bundle_id");
+    const auto firstOfContent = static_cast<int>(columns.size());
+    if (withContent) columns.insert(columns.end(), content.begin(), content.end());
     std::vector<RecordSpan> spans;
     spans.reserve(std::min(descriptor.limit.value_or(0), sliceSize));
     context.scan(descriptor, columns, [&](const Row& row) {
         RecordSpan span{.objectId = row.integer(0), .start = dateFromMicroseconds(row.integer(1))};
         if (!row.isNull(2)) span.end = dateFromMicroseconds(row.integer(2));
         span.id = identifier(row.blob(3));
-        if (withBundleId) span.bundleId = row.text(4);
+        if (withContent) span.bundleId = row.text(firstOfContent);
+        for (int i = firstOfContent; i < static_cast<int>(columns.size()); ++i)
+            span.likeness = mixed(span.likeness, row.isNull(i) ? std::string_view() : row.text(i));
         spans.push_back(std::move(span));
         return true;
     });
@@ -57,7 +81,7 @@ std::vector<RecordSpan> read(ModelContext& context, const Query& query, std::siz
         std::ranges::transform(context.fetch(descriptor), std::back_inserter(spans),
                                [](const auto& record) { return spanOf(*record); });
     } else {
-        spans = scanned(context, descriptor, query.withBundleId);
+        spans = scanned(context, descriptor, query.withContent);
     }
     const auto isBefore = [](const RecordSpan& a, const RecordSpan& b) {
         return std::tie(a.start, a.id) < std::tie(b.start, b.id);
@@ -90,7 +114,15 @@ RecordSpan spanOf(const ActivityRecord& record) {
             .start = record.startTime(),
             .end = record.endTime(),
             .id = record.id(),
-            .bundleId = record.appBundleId().value_or("")};
+            .bundleId = record.appBundleId().value_or(""),
+            .likeness = likenessOf(record)};
+}
+
+bool agree(const ActivityRecord& a, const ActivityRecord& b) {
+    return std::ranges::all_of(content, [&](const char* name) {
+        const auto& attribute = *ActivityRecord::description().attribute(name);
+        return compare(attribute.get(a), attribute.get(b)) == 0;
+    });
 }
 
 }  // namespace quorvane::RecordSpans

@@ -16,7 +16,8 @@ struct RecordSpan {
     Date start;
     std::optional<Date> end;  ///< none while open
     Uuid id;
-    std::string bundleId{};  ///< only where the query asks for it; empty for none
+    std::string bundleId{};    ///< only where the query asks for the content; empty for none
+    std::size_t likeness = 0;  ///< the same: equal for records that agree, and hardly ever for others
 
     /// When it ended, or `now` while it is open.
     [[nodiscard]] Date endOr(Date now) const { return end.value_or(now); }
@@ -34,7 +35,7 @@ namespace quorvane::RecordSpans {
 struct Query {
     Predicate<ActivityRecord> predicate{};
     std::optional<Date> from{};  ///< only records that start then or later
-    bool withBundleId = false;
+    bool withContent = false;
 };
 
 /// Records that a walk reads at once: a few milliseconds' worth.
@@ -56,5 +57,8 @@ void forEach(ModelContext& context, Query query, const std::function<void(const 
 [[nodiscard]] std::shared_ptr<ActivityRecord> record(ModelContext& context, const RecordSpan& span);
 
 [[nodiscard]] RecordSpan spanOf(const ActivityRecord& record);
+
+/// Do both tell of one piece of work: application, title, document, address, project, category, tags, billing status?
+[[nodiscard]] bool agree(const ActivityRecord& a, const ActivityRecord& b);
 
 }  // namespace quorvane::RecordSpans

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "store/Database.h"
 #include "store/EntityDescription.h"
+#include "store/TrashedRecord.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -102,6 +103,13 @@ void addColumn(Database& database, const EntityDescription& entity, const Attrib
         database.execute(fmt::format("UPDATE {} SET {} = randomblob(16)", entity.table, attribute.column()));
 }
 
+/// The entities that dumps have, and the trash.
+std::vector<const EntityDescription*> tables() {
+    auto all = allEntities();
+    all.push_back(&TrashedRecord::description());
+    return all;
+}
+
 }  // namespace
 
 std::string columnList(const EntityDescription& entity) {
@@ -121,7 +129,7 @@ std::int64_t storedUserVersion(Database& database) {
 
 bool isComplete(Database& database) {
     const auto objects = names(database, "SELECT name FROM sqlite_schema");
-    for (const auto* entity : allEntities()) {
+    for (const auto* entity : tables()) {
         if (!objects.contains(entity->table)) return false;
         for (const auto& index : entity->indexes)
             if (!objects.contains(indexName(*entity, index))) return false;
@@ -135,7 +143,7 @@ bool isComplete(Database& database) {
 void ensure(Database& database) {
     database.inTransaction([&] {
         const auto objects = names(database, "SELECT name FROM sqlite_schema");
-        for (const auto* entity : allEntities()) {
+        for (const auto* entity : tables()) {
             if (!objects.contains(entity->table)) {
                 database.execute(createTable(*entity));
             } else {

@@ -40,7 +40,11 @@ ActivityTracker::~ActivityTracker() {
 
 void ActivityTracker::configure(ModelContext& modelContext) {
     modelContext_ = modelContext.weak();
-    dataCleanupService_ = std::make_unique<DataCleanupService>(modelContext, runLoop_, console_);
+    const LiveRecord liveRecord = [weak = weak_.handle()]() -> std::optional<Uuid> {
+        const auto* self = weak.get();
+        return self && self->currentRecord_ ? std::optional(self->currentRecord_->id()) : std::nullopt;
+    };
+    dataCleanupService_ = std::make_unique<DataCleanupService>(modelContext, runLoop_, console_, liveRecord);
     dataCleanupService_->performBackgroundCleanup();
     cleanupTimer_ = runLoop_.every(maintenanceInterval, [this, weak = weak_.handle()] {
         runLoop_.post([weak] {
@@ -48,7 +52,8 @@ void ActivityTracker::configure(ModelContext& modelContext) {
         });
     });
     if (auto* context = modelContext_.get())
-        OverlapDetectionService(*context, runLoop_, console_).detectAndResolveOverlaps();
+        OverlapDetectionService(*context, runLoop_, console_, RecordSpans::sliceSize, liveRecord)
+            .detectAndResolveOverlaps();
 }
 
 void ActivityTracker::runMaintenance() {

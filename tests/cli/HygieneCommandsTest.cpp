@@ -1,6 +1,8 @@
 #include "cli/CliFixture.h"
 
 #include "base/Json.h"
+#include "platform/linux/ProcessLock.h"
+#include "session/TrackerLock.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
@@ -41,7 +43,7 @@ TEST_F(HygieneCommandsTest, TheBackgroundCleanUpRunsToItsEndAndLooksBackFourteen
     const auto result = runAtNoon({"cleanup"});
     EXPECT_EQ(result.out, "{\"deleted\":2,\"changed\":1}\n");
     EXPECT_THAT(result.err, EndsWith("DataCleanupService: 数据清理完成\n"));
-    EXPECT_THAT(records(), ElementsAre("B 2026-03-04T11:00:00", "D 2026-03-03T09:01:10", "E 2026-02-02T06:00:00"));
+    EXPECT_THAT(records(), ElementsAre("B 2026-03-04T10:00:01", "D 2026-03-03T09:01:10", "E 2026-02-02T06:00:00"));
     EXPECT_EQ(runAtNoon({"cleanup"}).out, "{\"deleted\":0,\"changed\":0}\n");
 }
 
@@ -50,7 +52,7 @@ TEST_F(HygieneCommandsTest, TheSynchronousCleanUpLooksAtEverythingAndKeepsShortR
     const auto result = runAtNoon({"cleanup", "--synchronous"});
     EXPECT_EQ(result.out, "{\"deleted\":2,\"changed\":1}\n");
     EXPECT_THAT(result.err, EndsWith("DataCleanupService: 同步数据清理完成\n"));
-    EXPECT_THAT(records(), ElementsAre("B 2026-03-04T11:00:00", "D 2026-03-03T09:01:10", "C 2026-03-03T09:00:05"));
+    EXPECT_THAT(records(), ElementsAre("B 2026-03-04T10:00:01", "D 2026-03-03T09:01:10", "C 2026-03-03T09:00:05"));
 }
 
 TEST_F(HygieneCommandsTest, OverlapsAreMendedEverywhereOrOnOneLocalDay) {
@@ -64,6 +66,37 @@ TEST_F(HygieneCommandsTest, OverlapsAreMendedEverywhereOrOnOneLocalDay) {
                                        "A 2026-03-02T14:49:00"));
     EXPECT_EQ(runAtNoon({"overlaps"}).out, "{\"deleted\":1,\"changed\":0}\n");
     EXPECT_THAT(records(), ElementsAre("C 2026-03-02T15:20:00", "B 2026-03-02T14:55:00", "A 2026-03-02T14:49:00"));
+}
+
+TEST_F(HygieneCommandsTest, BesideATrackerTheNewestOpenRecordIsItsOwn) {
+    load(recordLine("A", "2026-03-03T09:00:00Z", "") + recordLine("B", "2026-03-04T08:00:00Z", ""));
+    const auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(store()), "quorvane");
+    EXPECT_EQ(runAtNoon({"cleanup"}).out, "{\"deleted\":0,\"changed\":1}\n");
+    EXPECT_EQ(runAtNoon({"overlaps"}).out, "{\"deleted\":0,\"changed\":0}\n");
+    EXPECT_THAT(records(), ElementsAre("B open", "A 2026-03-03T09:00:01"));
+}
+
+TEST_F(HygieneCommandsTest, WhatWentIsListedComesBackForGoodOrIsEmptied) {
+    loadDebris();
+    runAtNoon({"cleanup"});
+    const auto trash = [&] {
+        std::vector<std::string> found;
+        for (const Json& row : parseJson(outputOf({"trash", "list", "--json"})).value_or(Json()))
+            found.push_back(row["pass"].get<std::string>() + " " + row["record"]["id"].get<std::string>().substr(0, 1) +
+                            " " + row["removed_at"].get<std::string>());
+        return found;
+    };
+    EXPECT_THAT(trash(), UnorderedElementsAre("tooLong A 2026-03-04T12:00:00Z", "fragment C 2026-03-04T12:00:00Z"));
+    EXPECT_THAT(outputOf({"trash", "list"}), HasSubstr("2026-03-03 09:00:05"));
+    const std::string a = "A0000000-0000-4000-8000-000000000000";
+    expectRefusal({"trash", "restore", a, "D0000000-0000-4000-8000-000000000000"}, 1,
+                  "there is no record D0000000-0000-4000-8000-000000000000 in the trash");
+    EXPECT_EQ(trash().size(), 2) << "all or none";
+    EXPECT_EQ(outputOf({"trash", "restore", "--json", a}), "{\"restored\":1}\n");
+    EXPECT_EQ(runAtNoon({"cleanup"}).out, "{\"deleted\":0,\"changed\":0}\n");
+    EXPECT_THAT(records(), Contains("A 2026-03-02T01:00:00"));
+    EXPECT_EQ(outputOf({"trash", "empty", "--json"}), "{\"removed\":1}\n");
+    EXPECT_THAT(trash(), IsEmpty());
 }
 
 TEST_F(HygieneCommandsTest, AMissingStoreIsMade) {

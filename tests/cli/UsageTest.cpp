@@ -76,9 +76,10 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     const auto help = runBare({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* command : {"dump",   "load",    "records",  "export-csv", "status", "sanitize",   "track",
-                                "doctor", "cleanup", "overlaps", "projects",   "rules",  "categories", "classify",
-                                "stats",  "praise",  "browser",  "pause",      "start",  "show",       "work-hours"}) {
+    for (const char* command :
+         {"dump",    "load",     "records",  "export-csv", "status",     "sanitize", "track", "doctor",
+          "cleanup", "overlaps", "projects", "rules",      "categories", "classify", "stats", "praise",
+          "browser", "pause",    "start",    "show",       "work-hours", "trash"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});

@@ -1,6 +1,8 @@
 #include "store/DataCleanupPasses.h"
 
 #include "hygiene/HygieneTest.h"
+#include "hygiene/RandomHistory.h"
+#include "store/RecordTrash.h"
 #include "support/Matchers.h"
 
 #include <algorithm>
@@ -15,10 +17,26 @@ protected:
     DataCleanupPassesTest() : HygieneTest("DataCleanupService") {}
 
     /// Runs one pass now and returns its lines.
-    std::vector<std::string> linesOf(void (*pass)(const Scope&), std::optional<Date> cutoff = std::nullopt) {
+    std::vector<std::string> linesOf(bool (*pass)(const Scope&), std::optional<Date> cutoff = std::nullopt,
+                                     std::optional<Uuid> live = std::nullopt) {
         console.clear();
-        pass({.context = context(), .console = console, .now = runLoop.now(), .cutoff = cutoff});
+        pass({.context = context(), .console = console, .now = runLoop.now(), .cutoff = cutoff, .live = live});
         return newLines();
+    }
+
+    void removeAll() {
+        for (const auto& record : context().fetch<ActivityRecord>())
+            context().remove(record);
+        context().save();
+    }
+
+    /// What the pass took, with its name: "overlap B".
+    std::vector<std::string> trash() {
+        std::vector<std::string> found;
+        for (const auto& trashed : RecordTrash::content(context()))
+            found.push_back(trashed->pass() + " " +
+                            RecordTrash::recordOf(context(), *trashed)->appName().value_or("-"));
+        return found;
     }
 
     /// A record of a text's type and bundle, for what `mergeAdjacentRecords` may not merge.
@@ -79,6 +97,7 @@ TEST_F(DataCleanupPassesTest, SmallOverlapsAreCutAndLargeOnesCostTheShorterRecor
     const auto left = expectStored({"A 09:00:00 to 09:05:00", "C 09:24:59.5 to 10:00:00", "E 10:25:00.5 to 10:30:00"});
     EXPECT_EQ(left[0]->updatedAt(), runLoop.now());
     EXPECT_EQ(left[1]->updatedAt(), at("10:00:00"));
+    EXPECT_THAT(trash(), UnorderedElementsAre("overlap A", "overlap B", "overlap D"));  // of A what it lost
     EXPECT_THAT(linesOf(resolveOverlappingPairs), IsEmpty());
 }
 
@@ -101,66 +120,135 @@ TEST_F(DataCleanupPassesTest, AnOldOpenRecordSeparatesNobody) {
 
 // --- Unfinished records -------------------------------------------------------------------------------------------
 
-TEST_F(DataCleanupPassesTest, OpenRecordsOfMoreThanAnHourEndAfterOne) {
-    add("Ended", "07:00:00", "09:00:00");
-    EXPECT_THAT(linesOf(endForgottenRecords), IsEmpty());
-    EXPECT_THAT(linesOf(endActiveRecords), IsEmpty());
-    given({"Yesterday 2026-03-01 13:00:00", "Soon 12:01:00", "- 10:59:59.5", "Hour 11:00:00"});
-    EXPECT_THAT(linesOf(endForgottenRecords),
-                ElementsAre("发现 4 条未结束的记录", "自动结束旧记录 - Yesterday", "自动结束旧记录 - 未知应用"));
-    const auto left = stored();
-    EXPECT_THAT(left[0], isRecord("Yesterday", "2026-03-01 13:00:00", "2026-03-01 14:00:00"));
-    EXPECT_EQ(left[0]->updatedAt(), runLoop.now());
-    EXPECT_EQ(left[2]->endTime(), at("11:59:59.5"));
-    EXPECT_THAT(left[3], isRecord("Hour", "11:00:00"));
-    EXPECT_THAT(left[4], isRecord("Soon", "12:01:00"));
+TEST_F(DataCleanupPassesTest, WhatWasLeftOpenEndsAtItsLastSignOfLife) {
+    const struct {
+        const char* app;
+        const char* start;
+        const char* lastSign;
+        const char* end;
+    } rows[] = {
+        {"Friday", "2026-02-27 13:00:00", "2026-02-27 17:20:00", "2026-02-27 17:20:00"},
+        {"Now", "11:59:00", "11:59:30", "11:59:30"},
+        {"AtOnce", "11:00:00", "11:00:00", "11:00:01"},
+        {"Ahead", "10:00:00", "13:00:00", "12:00:00"},
+    };
+    const auto live = add("Live", "09:00:00");
+    for (const auto pass : {endLeftOpenRecords, endActiveRecords}) {
+        std::vector<std::shared_ptr<ActivityRecord>> open;
+        for (const auto& row : rows) {
+            open.push_back(add(row.app, row.start));
+            open.back()->updatedAt = at(row.lastSign);
+        }
+        open[0]->setBillingStatus(BillingStatus::billable);  // without an end nobody knows of how much
+        open[0]->updatedAt = at(rows[0].lastSign);
+        EXPECT_EQ(linesOf(pass, std::nullopt, live->id()).size(), 5);
+        for (std::size_t i = 0; i < std::size(rows); ++i) {
+            EXPECT_EQ(open[i]->endTime(), at(rows[i].end)) << rows[i].app;
+            EXPECT_EQ(open[i]->updatedAt(), at(rows[i].lastSign)) << "a newer form from the cloud has to win";
+        }
+        EXPECT_EQ(live->endTime(), std::nullopt);
+        EXPECT_THAT(linesOf(pass, std::nullopt, live->id()), IsEmpty());
+    }
 }
 
-TEST_F(DataCleanupPassesTest, EndingActiveRecordsSparesNone) {
-    given({"Old 2026-01-01 09:00:00", "- 11:59:00"});
-    EXPECT_THAT(linesOf(endActiveRecords),
-                ElementsAre("结束活跃记录 - Old", "结束活跃记录 - 未知应用", "结束了 2 条活跃记录"));
-    for (const auto& record : stored()) {
-        EXPECT_EQ(record->endTime(), runLoop.now());
-        EXPECT_EQ(record->updatedAt(), runLoop.now());
+// --- What no pass touches -----------------------------------------------------------------------------------------
+
+/// Something for every pass.
+const std::vector<std::string> debris{"Long 2026-02-26 00:00:00 to 2026-02-27 06:00:00",
+                                      "Soon 13:00:00 to 13:10:00",
+                                      "A 09:00:00 to 09:10:00",
+                                      "B 09:09:00 to 09:20:00",
+                                      "C 09:12:00 to 09:30:00",
+                                      "D 10:00:00 to 10:10:00",
+                                      "D 10:10:00 to 10:20:00",
+                                      "E 10:40:00 to 10:40:10",
+                                      "F 10:40:10 to 10:41:00"};
+
+TEST_F(DataCleanupPassesTest, WhatIsSettledOrBroughtBackStaysAsItIs) {
+    const std::function<void(ActivityRecord&)> reasons[] = {
+        [](auto& record) { record.billingStatus = "nonBillable"; },
+        [](auto& record) { record.cloudKitRecordID = record.id().string(); },
+        [this](auto& record) {
+            const auto back = std::make_shared<TrashedRecord>();
+            back->recordId = record.id();
+            back->restoredAt = runLoop.now();
+            context().insert(back);
+        },
+    };
+    for (const auto& settle : reasons) {
+        given(debris);
+        for (const auto& record : context().fetch<ActivityRecord>())
+            settle(*record);
+        context().save();
+        const auto before = stateOf(context());
+        for (const auto& pass : backgroundRun)
+            EXPECT_FALSE(pass.run({.context = context(), .console = console, .now = runLoop.now()})) << pass.title;
+        EXPECT_EQ(stateOf(context()), before);
+        removeAll();
+    }
+}
+
+TEST_F(DataCleanupPassesTest, TheLiveRecordStaysAsItIs) {
+    for (std::size_t i = 0; i < debris.size(); ++i) {
+        given(debris);
+        const auto live = context().fetch<ActivityRecord>()[i];
+        const auto before = stateOf(context()).at(live->id());
+        for (const auto& pass : backgroundRun)
+            pass.run({.context = context(), .console = console, .now = runLoop.now(), .live = live->id()});
+        EXPECT_EQ(stateOf(context()).at(live->id()), before) << debris[i];
+        removeAll();
     }
 }
 
 // --- Adjacent records ---------------------------------------------------------------------------------------------
 
-TEST_F(DataCleanupPassesTest, NeighboursOfOneApplicationBecomeTheEarlierRecord) {
+TEST_F(DataCleanupPassesTest, NeighboursThatAgreeBecomeTheEarlierRecord) {
     const auto earlier = add("Editor", "09:00:00", "09:00:30");
-    earlier->windowTitle = "earlier";
-    const auto later = add("Editor", "09:01:00", "09:10:00");
-    later->windowTitle = "later";
-    later->tags = "later";
-    later->project = insertProject(context(), "Alpha");
-    context().save();
+    given({"Editor 09:01:00 to 09:10:00", "Editor 09:10:00 to 09:11:00"});
     EXPECT_THAT(linesOf(mergeAdjacentRecords),
                 ElementsAre("发现可合并的相邻记录 - Editor", "  当前记录: 30.0秒, 下一记录: 540.0秒, 间隔: 30.0秒",
-                            "合并记录 - Editor 合并后时长 10.0 分钟", "合并了 1 对相邻记录，删除了 1 条记录"));
-    const auto left = expectStored({"Editor 09:00:00 to 09:10:00"});
+                            "合并记录 - Editor 合并后时长 10.0 分钟", "发现可合并的相邻记录 - Editor",
+                            "  当前记录: 600.0秒, 下一记录: 60.0秒, 间隔: 0.0秒",
+                            "合并记录 - Editor 合并后时长 11.0 分钟", "合并了 2 对相邻记录，删除了 2 条记录"));
+    const auto left = expectStored({"Editor 09:00:00 to 09:11:00"});
     EXPECT_EQ(left[0]->id(), earlier->id());
-    EXPECT_EQ(left[0]->windowTitle(), "earlier");
-    EXPECT_EQ(left[0]->tags(), "");
-    EXPECT_EQ(left[0]->project(), nullptr);
     EXPECT_EQ(left[0]->updatedAt(), runLoop.now());
+    EXPECT_THAT(trash(), IsEmpty());  // no minute went
     EXPECT_THAT(linesOf(mergeAdjacentRecords), ElementsAre("没有发现需要合并的相邻记录"));
 }
 
-TEST_F(DataCleanupPassesTest, OnlyEndedRecordsOfApplicationsMerge) {
-    addWith("09:00:00", "09:10:00", "url", "org.example.editor");
-    addWith("09:10:00", "09:20:00", "url", "org.example.editor");
-    addWith("09:20:00", "09:30:00", "app", "");
-    addWith("09:30:00", "09:40:00", "app", "");
-    addWith("09:40:00", "09:50:00", "app", std::nullopt);
-    addWith("09:50:00", "10:00:00", "app", std::nullopt);
-    addWith("10:00:00", "10:10:00", "app", "org.example.editor");
-    add("Editor", "10:10:00");
-    EXPECT_THAT(linesOf(mergeAdjacentRecords), ElementsAre("没有发现需要合并的相邻记录"));
-    addWith("10:05:00", "10:06:00", "url", "org.example.editor");
-    addWith("10:10:00", "10:20:00", "app", "org.example.editor");  // what lies between does not separate them
-    EXPECT_EQ(linesOf(mergeAdjacentRecords).back(), "合并了 1 对相邻记录，删除了 1 条记录");
+TEST_F(DataCleanupPassesTest, NeighboursThatDifferInAnythingStayApart) {
+    const auto alpha = insertProject(context(), "Alpha");
+    const std::function<void(ActivityRecord&)> differences[] = {
+        [](auto& record) { record.appName = "Other"; },
+        [](auto& record) { record.appBundleId = "org.example.other"; },
+        [](auto& record) { record.activityType = "url"; },
+        [](auto& record) { record.windowTitle = "chapter two"; },
+        [](auto& record) { record.documentPath = "/b.txt"; },
+        [](auto& record) { record.url = "https://example.org"; },
+        [](auto& record) { record.category = "work"; },
+        [](auto& record) { record.tags = "urgent"; },
+        [&](auto& record) { record.project = alpha; },
+        [](auto& record) { record.billingStatus = "billable"; },
+        [](auto& record) { record.endTime = std::nullopt; },
+    };
+    for (const auto& differ : differences) {
+        const auto first = add("Editor", "09:00:00", "09:10:00");
+        const auto second = add("Editor", "09:10:00", "09:20:00");
+        differ(*second);
+        context().save();
+        EXPECT_EQ(linesOf(mergeAdjacentRecords).size(), 1) << &differ - differences;
+        EXPECT_EQ(stored().size(), 2) << &differ - differences;
+        context().remove(first);
+        context().remove(second);
+    }
+    given({"Editor 09:00:00 to 09:10:00", "Glance 09:10:00 to 09:10:20", "Editor 09:10:20 to 09:20:00"});
+    EXPECT_EQ(linesOf(mergeAdjacentRecords).size(), 1) << "the time between them is another's";
+    for (const std::optional<std::string>& bundle : {std::optional<std::string>(""), std::optional<std::string>()}) {
+        addWith("10:00:00", "10:10:00", "app", bundle);
+        addWith("10:10:00", "10:20:00", "app", bundle);
+        EXPECT_EQ(linesOf(mergeAdjacentRecords).size(), 1) << "without an application nobody knows";
+    }
 }
 
 TEST_F(DataCleanupPassesTest, MergingStaysBehindTheCutOff) {
@@ -190,6 +278,22 @@ TEST_F(DataCleanupPassesTest, OfShortRecordsAloneTheFirstOfTheLongestStays) {
            "Backwards 09:00:30 to 09:00:25"});
     linesOf(mergeShortRecords);
     expectStored({"B 09:00:10 to 09:00:19"});
+}
+
+TEST_F(DataCleanupPassesTest, FragmentsJoinTheirOwnApplicationWhereTheyCan) {
+    const auto paid = insertProject(context(), "Alpha");
+    given({"A 09:00:00 to 09:01:00", "A 09:01:00 to 09:01:15", "B 09:01:15 to 09:01:25", "C 09:01:25 to 09:01:30",
+           "C 09:01:30 to 09:05:00", "D 10:00:00 to 10:01:00", "D 10:01:00 to 10:01:10", "E 10:01:10 to 10:20:00"});
+    for (const auto& record : context().fetch<ActivityRecord>()) {
+        record->windowTitle = record->id().string();
+        if (record->startTime() == at("10:01:00")) record->project = paid;
+    }
+    context().save();
+    EXPECT_THAT(linesOf(mergeShortRecords), IsSupersetOf({"    合并短记录: A (15.0秒)", "    删除短记录: B (10.0秒)",
+                                                          "    合并短记录: C (5.0秒)"}));
+    expectStored({"A 09:00:00 to 09:01:15", "C 09:01:25 to 09:05:00", "D 10:00:00 to 10:01:00",
+                  "D 10:01:00 to 10:01:10", "E 10:01:10 to 10:20:00"});
+    EXPECT_THAT(trash(), ElementsAre("fragment B"));
 }
 
 TEST_F(DataCleanupPassesTest, NothingOfTheLastFiveMinutesIsTouched) {

@@ -1,6 +1,7 @@
 #include "store/DataCleanupService.h"
 
 #include "hygiene/HygieneTest.h"
+#include "store/RecordTrash.h"
 #include "support/Matchers.h"
 
 #include <optional>
@@ -22,17 +23,17 @@ TEST_F(DataCleanupServiceTest, ABackgroundRunHasSixPassesInALaterTurn) {
     runLoop.runPosted();
     EXPECT_FALSE(service->isCleanupRunning());
     EXPECT_THAT(newLines(),
-                ElementsAre("开始后台数据清理...", "检查异常时间记录...", "检查未来日期的记录...", "检查重叠记录...",
-                            "检查未结束的记录...", "检查相邻的相同应用记录...", "没有发现需要合并的相邻记录",
-                            "开始智能合并短时间记录...", "找到 0 条5分钟前的记录", "分成了 0 个2分钟时间窗口",
-                            "没有发现需要合并的短时间记录", "数据清理完成"));
+                ElementsAre("开始后台数据清理...", "检查未结束的记录...", "检查异常时间记录...",
+                            "检查未来日期的记录...", "检查重叠记录...", "检查相邻的相同应用记录...",
+                            "没有发现需要合并的相邻记录", "开始智能合并短时间记录...", "找到 0 条5分钟前的记录",
+                            "分成了 0 个2分钟时间窗口", "没有发现需要合并的短时间记录", "数据清理完成"));
 }
 
 TEST_F(DataCleanupServiceTest, AManualRunHasFivePassesAtOnce) {
     service->performSynchronousCleanup();
     EXPECT_FALSE(service->isCleanupRunning());
-    EXPECT_THAT(newLines(), ElementsAre("开始同步数据清理...", "检查异常时间记录...", "检查未来日期的记录...",
-                                        "检查重叠记录...", "检查未结束的记录...", "检查相邻的相同应用记录...",
+    EXPECT_THAT(newLines(), ElementsAre("开始同步数据清理...", "检查未结束的记录...", "检查异常时间记录...",
+                                        "检查未来日期的记录...", "检查重叠记录...", "检查相邻的相同应用记录...",
                                         "没有发现需要合并的相邻记录", "同步数据清理完成"));
 }
 
@@ -52,7 +53,7 @@ TEST_F(DataCleanupServiceTest, ATriggerDuringARunOnlySaysSo) {
 }
 
 TEST_F(DataCleanupServiceTest, AManualRunThatIsUnderWayRefusesToBeginAgain) {
-    add("Open", "10:00:00");
+    given({"Longer 2026-02-27 09:00:00 to 2026-03-01 09:00:00"});
     const auto again =
         context().didChange.subscribe([&](const EntityChange&) { service->performSynchronousCleanup(); });
     service->performSynchronousCleanup();
@@ -75,9 +76,10 @@ TEST_F(DataCleanupServiceTest, ABackgroundRunLooksBackFourteenDays) {
     add("OldAndOpen", "2026-01-01 09:00:00");
     service->performBackgroundCleanup();
     runLoop.runPosted();
-    expectStored({"JustBefore 2026-02-16 11:59:59 to 2026-02-17 12:59:59"});
+    expectStored({"OldAndOpen 2026-01-01 09:00:00 to 2026-01-01 09:00:01",
+                  "JustBefore 2026-02-16 11:59:59 to 2026-02-17 12:59:59"});
     service->performSynchronousCleanup();
-    EXPECT_THAT(stored(), IsEmpty());
+    EXPECT_EQ(stored().size(), 1);
 }
 
 TEST_F(DataCleanupServiceTest, APassThatCannotReadSaysSoAndTheNextOneRuns) {
@@ -86,9 +88,9 @@ TEST_F(DataCleanupServiceTest, APassThatCannotReadSaysSoAndTheNextOneRuns) {
     runLoop.runPosted();
     service->endAllActiveRecords();
     EXPECT_THAT(newLines(),
-                ElementsAre("开始后台数据清理...", "检查异常时间记录...", StartsWith("清理异常时间记录失败: "),
-                            "检查未来日期的记录...", StartsWith("清理未来日期记录失败: "), "检查重叠记录...",
-                            StartsWith("清理重叠记录失败: "), "检查未结束的记录...", StartsWith("处理未结束记录失败: "),
+                ElementsAre("开始后台数据清理...", "检查未结束的记录...", StartsWith("处理未结束记录失败: "),
+                            "检查异常时间记录...", StartsWith("清理异常时间记录失败: "), "检查未来日期的记录...",
+                            StartsWith("清理未来日期记录失败: "), "检查重叠记录...", StartsWith("清理重叠记录失败: "),
                             "检查相邻的相同应用记录...", StartsWith("合并相邻记录失败: "), "开始智能合并短时间记录...",
                             StartsWith("智能合并短时间记录失败: "), "数据清理完成", "结束所有活跃记录...",
                             StartsWith("结束活跃记录失败: ")));
@@ -96,20 +98,44 @@ TEST_F(DataCleanupServiceTest, APassThatCannotReadSaysSoAndTheNextOneRuns) {
 }
 
 TEST_F(DataCleanupServiceTest, WhatAFailedSaveLeftBehindGoesWithTheNextOne) {
-    given({"Longer 2026-02-27 09:00:00 to 2026-03-01 09:00:00", "Open 10:00:00"});
+    given({"Longer 2026-02-27 09:00:00 to 2026-03-01 09:00:00", "Future 13:00:00 to 13:10:00"});
     refuse("DELETE");
     service->performSynchronousCleanup();
     // Until then every save carries the deletion, and so the later pass fails as well.
-    EXPECT_THAT(newLines(),
-                ElementsAre("开始同步数据清理...", "检查异常时间记录...", "发现异常记录 - Longer 持续 48.0 小时",
-                            "删除异常记录 - Longer", StartsWith("清理异常时间记录失败: "), "检查未来日期的记录...",
-                            "检查重叠记录...", "检查未结束的记录...", "发现 1 条未结束的记录", "自动结束旧记录 - Open",
-                            StartsWith("处理未结束记录失败: "), "检查相邻的相同应用记录...",
-                            "没有发现需要合并的相邻记录", "同步数据清理完成"));
-    expectStored({"Longer 2026-02-27 09:00:00 to 2026-03-01 09:00:00", "Open 10:00:00"});
+    EXPECT_THAT(newLines(), IsSupersetOf({StartsWith("清理异常时间记录失败: "), StartsWith("清理未来日期记录失败: ")}));
+    expectStored({"Longer 2026-02-27 09:00:00 to 2026-03-01 09:00:00", "Future 13:00:00 to 13:10:00"});
+    const auto inTrash = [&] { return RecordTrash::content(*store.anotherContext()).size(); };
+    EXPECT_EQ(inTrash(), 0);
     allow("DELETE");
-    add("Open", "11:59:00");
-    expectStored({"Open 10:00:00 to 11:00:00", "Open 11:59:00"});
+    add("Other", "11:59:00", "11:59:30");
+    expectStored({"Other 11:59:00 to 11:59:30"});
+    EXPECT_EQ(inTrash(), 2);
+}
+
+TEST_F(DataCleanupServiceTest, TheTrashKeepsThirtyDaysAndGivesBackWhatWasTaken) {
+    const auto longer = add("Longer", "2026-02-27 09:00:00", "2026-03-01 09:00:00");
+    const Uuid id = longer->id();
+    longer->project = insertProject(context(), "Alpha");
+    longer->windowTitle = "it's \"so\"\n";
+    longer->tags = "a,b";
+    given({"Soon 13:00:00 to 13:10:00"});
+    service->performSynchronousCleanup();
+    expectStored({});
+    const auto back = RecordTrash::restore(context(), id, runLoop.now());
+    context().save();
+    for (const auto& attribute : ActivityRecord::description().attributes)
+        EXPECT_EQ(compare(attribute.get(*back), attribute.get(*longer)), 0) << attribute.name;
+    EXPECT_THROW(RecordTrash::restore(context(), id, runLoop.now()), RecordTrash::Error);
+    const auto left = [&](Date now) {
+        runLoop.setClock(now);
+        service->performBackgroundCleanup();
+        runLoop.runPosted();
+        return RecordTrash::content(context()).size();
+    };
+    const Date then = runLoop.now();
+    EXPECT_EQ(left(then + 30 * 24h), 1);
+    EXPECT_EQ(left(then + 30 * 24h + 1s), 0);
+    EXPECT_EQ(stored().size(), 1) << "what is back stays";
 }
 
 TEST_F(DataCleanupServiceTest, FromAnotherThreadThePassesMoveToTheMainOne) {
@@ -122,7 +148,7 @@ TEST_F(DataCleanupServiceTest, FromAnotherThreadThePassesMoveToTheMainOne) {
     });
     runLoop.runPosted();
     EXPECT_THAT(newLines(), Contains("删除了 1 条异常记录"));
-    EXPECT_EQ(open->endTime(), runLoop.now());
+    EXPECT_EQ(open->endTime(), at("11:59:01"));
 }
 
 TEST_F(DataCleanupServiceTest, WhatWaitsForItsTurnGoesWithTheService) {

@@ -34,7 +34,7 @@ protected:
     /// What stands in the file, by start and insertion, as another program sees it.
     std::vector<std::shared_ptr<ActivityRecord>> stored();
 
-    /// The printed lines since the last call, without the service's name, with which each that is not indented begins.
+    /// The printed lines since the last call, without the name of the service.
     std::vector<std::string> newLines();
 
     /// Makes each statement of the kind fail: "DELETE", "UPDATE", "INSERT".

@@ -103,12 +103,16 @@ TEST_F(OverlapDetectionServiceTest, ADayEndsWhereTheUsersCalendarSaysSo) {
     EXPECT_FALSE(touchesTheDay("2026-03-29T22:00:00Z"));
 }
 
-TEST_F(OverlapDetectionServiceTest, AnOpenRecordTouchesTheDaysUntilNow) {
-    given({"Open 2026-02-27 09:00:00", "Long 2026-03-01 10:00:00 to 2026-03-01 11:00:00"});
+TEST_F(OverlapDetectionServiceTest, TheLiveRecordTouchesTheDaysUntilNowAndWhatWasLeftOpenEndsFirst) {
+    given({"Long 2026-03-01 10:00:00 to 2026-03-01 11:00:00", "Left 2026-02-28 09:00:00"});
+    const Uuid live = add("Live", "2026-02-27 09:00:00")->id();
+    OverlapDetectionService service{context(), runLoop, console, 10, [live] { return live; }};
     service.detectAndResolveOverlaps(at("2026-03-03 09:00:00"));
-    EXPECT_THAT(newLines(), ElementsAre("在 2026-03-03 09:00:00 +0000 未发现重叠记录"));
+    EXPECT_THAT(console.lines(), Contains("OverlapDetectionService: 在 2026-03-03 09:00:00 +0000 未发现重叠记录"));
+    expectStored({"Live 2026-02-27 09:00:00", "Left 2026-02-28 09:00:00 to 2026-02-28 09:00:01",
+                  "Long 2026-03-01 10:00:00 to 2026-03-01 11:00:00"});
     service.detectAndResolveOverlaps(at("2026-03-01 09:00:00"));
-    expectStored({"Open 2026-02-27 09:00:00"});
+    expectStored({"Live 2026-02-27 09:00:00", "Left 2026-02-28 09:00:00 to 2026-02-28 09:00:01"});
     hideRecords();
     console.clear();
     service.detectAndResolveOverlaps(at("2026-03-01 09:00:00"));
@@ -212,6 +216,7 @@ TEST_F(OverlapCheckTest, WhatBeginsDuringTheCheckIsLeftToTheNextOne) {
     EXPECT_EQ(newLines().size(), 7);
     expectStored({"A 09:00:00 to 09:09:00", "B 09:09:00 to 09:30:00", "C 10:00:00 to 10:09:00",
                   "D 10:09:00 to 10:30:00", "E 11:00:00 to 11:10:00", "New 11:09:00"});
+    recordOf("New")->endTime = runLoop.now();
     begin();
     runLoop.runPosted();
     EXPECT_THAT(newLines(), Contains("删除短记录 - New"));

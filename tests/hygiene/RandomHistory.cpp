@@ -34,7 +34,10 @@ std::vector<std::shared_ptr<ActivityRecord>> randomHistory(unsigned seed, Date n
                                    .startTime = start,
                                    .endTime = isOpen ? std::nullopt : std::optional(end),
                                    .activityType = below(8) == 0 ? ActivityType::url : ActivityType::app,
-                                   .updatedAt = start});
+                                   .windowTitle = below(3) == 0 ? "two" : "one",
+                                   .billingStatus = below(12) == 0 ? BillingStatus::billable : BillingStatus::review,
+                                   .updatedAt = start + (isOpen ? Seconds{lengths[below(lengths.size())]} : 0s)});
+        if (below(12) == 0) record->cloudKitRecordID = record->id().string();
         if (const auto app = below(apps.size() + 1); app < apps.size()) {
             record->appName = apps[app];
             record->appBundleId = std::string("org.example.") + apps[app];

@@ -11,7 +11,8 @@
 namespace quorvane {
 
 /// Free records in random order, from three weeks before `now` to a day behind it, whose times lie near the limits of
-/// all passes: touching, overlapping by 300 s, open, backwards, starting at one instant. One seed makes one history.
+/// all passes: touching, overlapping by 300 s, open, backwards, starting at one instant; some are settled. One seed
+/// makes one history.
 std::vector<std::shared_ptr<ActivityRecord>> randomHistory(unsigned seed, Date now, int count = 100);
 
 /// What the services may change of a record.

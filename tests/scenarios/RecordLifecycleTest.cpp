@@ -38,7 +38,8 @@ protected:
         store.context().insert(std::make_shared<ActivityRecord>(
             ActivityRecord::Values{.startTime = runLoop.timeOfDay(start),
                                    .endTime = end ? std::optional<Date>(runLoop.timeOfDay(*end)) : std::nullopt,
-                                   .appName = "Older"}));
+                                   .appName = "Older",
+                                   .updatedAt = runLoop.timeOfDay(end.value_or("08:41:00"))}));
         store.context().save();
     }
 };
@@ -47,8 +48,8 @@ TEST_F(RecordLifecycleTest, WhatACrashLeftOpenIsClosedBeforeTheFirstRecord) {
     insertRecord("08:10:00", std::nullopt);
     startTrackingAt("08:50:00");
     playUntil("08:50:01");
-    EXPECT_THAT(records(), ElementsAre("Older 08:10:00 to 08:50:00.5", "Editor 08:50:00.5"));
-    EXPECT_THAT(newLines(), Contains("DataCleanupService: 结束活跃记录 - Older"));
+    EXPECT_THAT(records(), ElementsAre("Older 08:10:00 to 08:41:00", "Editor 08:50:00.5"));
+    EXPECT_THAT(newLines(), Contains("DataCleanupService: 自动结束旧记录 - Older"));
 }
 
 TEST_F(RecordLifecycleTest, AStartInsideARecordedRangeMovesBehindIt) {
