@@ -16,6 +16,11 @@ endif()
 # g++ 12 warns about designated initialisers that leave the other members at their defaults.
 add_compile_options(-Wno-missing-field-initializers)
 
+# What a file keeps to itself is its own, too, where the compiler reads it together with others.
+if(CMAKE_UNITY_BUILD)
+    add_compile_options(-Wno-subobject-linkage)
+endif()
+
 if(QUORVANE_SANITIZE)
     add_compile_options(-fsanitize=${QUORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
     add_link_options(-fsanitize=${QUORVANE_SANITIZE})

@@ -1,9 +1,9 @@
 #include "base/NumberText.h"
 
+#include "base/Environment.h"
 #include "base/Text.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <memory>
 #include <unicode/numfmt.h>
 #include <unicode/parsepos.h>
@@ -13,8 +13,7 @@ namespace {
 
 icu::Locale numberLocale() {
     for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
-        const char* value = std::getenv(name);
-        if (value != nullptr && *value != '\0') return icu::Locale::createCanonical(value);
+        if (const auto value = environment(name); !value.empty()) return icu::Locale::createCanonical(value.c_str());
     }
     return icu::Locale("en_US_POSIX");
 }

@@ -10,18 +10,18 @@ constexpr std::int32_t hour = 3600;
 constexpr int mostOffsetHours = 24;
 constexpr int mostTimeHours = 167;  // a moment may be told by the clock of a day within a week
 
-bool isLetter(char c) {
+bool isAsciiLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-bool isDigit(char c) {
+bool isAsciiDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
 /// Takes the parts of such a text from its front. A part that isn't there gives none, and takes nothing that matters.
-class Reader {
+class RuleReader {
 public:
-    explicit Reader(std::string_view text) : rest_(text) {}
+    explicit RuleReader(std::string_view text) : rest_(text) {}
 
     [[nodiscard]] bool isAtEnd() const { return rest_.empty(); }
     [[nodiscard]] bool isAt(char c) const { return rest_.starts_with(c); }
@@ -35,16 +35,18 @@ public:
     /// "CET" or "<-03>"
     bool name() {
         const bool isQuoted = take('<');
-        const auto belongs = [&](char c) { return isLetter(c) || (isQuoted && (isDigit(c) || c == '+' || c == '-')); };
+        const auto belongs = [&](char c) {
+            return isAsciiLetter(c) || (isQuoted && (isAsciiDigit(c) || c == '+' || c == '-'));
+        };
         const auto length = static_cast<std::size_t>(std::ranges::find_if_not(rest_, belongs) - rest_.begin());
         rest_.remove_prefix(length);
         return length >= 3 && (!isQuoted || take('>'));
     }
 
     std::optional<int> number(int least, int most) {
-        if (isAtEnd() || !isDigit(rest_.front())) return std::nullopt;
+        if (isAtEnd() || !isAsciiDigit(rest_.front())) return std::nullopt;
         int value = 0;
-        for (; !isAtEnd() && isDigit(rest_.front()); rest_.remove_prefix(1))
+        for (; !isAtEnd() && isAsciiDigit(rest_.front()); rest_.remove_prefix(1))
             value = std::min(value * 10 + (rest_.front() - '0'), most + 1);
         return value < least || value > most ? std::nullopt : std::optional(value);
     }
@@ -94,7 +96,7 @@ private:
     std::string_view rest_;
 };
 
-std::optional<PosixTimeZone::Summer> readSummer(Reader& reader, std::int32_t winter) {
+std::optional<PosixTimeZone::Summer> readSummer(RuleReader& reader, std::int32_t winter) {
     PosixTimeZone::Summer summer;
     summer.offset = winter + hour;
     if (!reader.name()) return std::nullopt;
@@ -103,8 +105,8 @@ std::optional<PosixTimeZone::Summer> readSummer(Reader& reader, std::int32_t win
         if (!offset) return std::nullopt;
         summer.offset = *offset;
     }
-    Reader standard(rulesOfTheUnitedStates);
-    Reader& rules = reader.isAtEnd() ? standard : reader;
+    RuleReader standard(rulesOfTheUnitedStates);
+    RuleReader& rules = reader.isAtEnd() ? standard : reader;
     const auto begin = rules.take(',') ? rules.moment() : std::nullopt;
     const auto end = begin && rules.take(',') ? rules.moment() : std::nullopt;
     if (!end) return std::nullopt;
@@ -136,7 +138,7 @@ std::int64_t momentIn(int number, const PosixTimeZone::Moment& moment) {
 }  // namespace
 
 std::optional<PosixTimeZone> PosixTimeZone::parse(std::string_view text) {
-    Reader reader(text);
+    RuleReader reader(text);
     const auto offset = reader.name() ? reader.offset() : std::nullopt;
     if (!offset) return std::nullopt;
     PosixTimeZone zone;

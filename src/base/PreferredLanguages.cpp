@@ -1,8 +1,8 @@
 #include "base/PreferredLanguages.h"
 
+#include "base/Environment.h"
 #include "base/Text.h"
 
-#include <cstdlib>
 #include <string_view>
 
 namespace quorvane {
@@ -11,11 +11,6 @@ namespace {
 std::string languageOf(std::string_view locale) {
     auto language = text::lowercased(locale.substr(0, locale.find_first_of("_-.@")));
     return language == "c" || language == "posix" ? "en" : language;
-}
-
-std::string_view environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "billing/MoneyText.h"
 
-#include <cstdlib>
+#include "base/Environment.h"
+
 #include <fmt/format.h>
 #include <string_view>
 #include <unicode/currunit.h>
@@ -12,11 +13,10 @@ namespace {
 /// ICU writes the C locale's money with a blank behind the sign and without groups; nobody means that by it.
 icu::Locale moneyLocale() {
     for (const char* name : {"LC_ALL", "LC_MONETARY", "LANG"}) {
-        const char* const value = std::getenv(name);
-        if (value == nullptr || *value == '\0') continue;
-        const std::string_view locale = value;
+        const auto locale = environment(name);
+        if (locale.empty()) continue;
         if (locale == "C" || locale == "POSIX" || locale.starts_with("C.")) break;
-        return icu::Locale::createCanonical(value);
+        return icu::Locale::createCanonical(locale.c_str());
     }
     return icu::Locale::getUS();
 }

@@ -21,7 +21,7 @@
 namespace quorvane::cli {
 namespace {
 
-constexpr int defaultWidth = 118;
+constexpr int defaultMonthWidth = 118;
 constexpr int narrowestCell = 10;
 constexpr std::string_view gap = "  ";
 
@@ -44,7 +44,7 @@ class TextCalendar {
 public:
     explicit TextCalendar(Output& output) : output_(output) {
         const int gaps = 6 * static_cast<int>(gap.size());
-        cellWidth_ = std::max((terminalWidth().value_or(defaultWidth) - gaps) / 7, narrowestCell);
+        cellWidth_ = std::max((terminalWidth().value_or(defaultMonthWidth) - gaps) / 7, narrowestCell);
     }
 
     void write(const MonthGrid& month) {

@@ -74,7 +74,7 @@ void writeTable(const std::vector<std::shared_ptr<Project>>& projects, Output& o
     table.finish();
 }
 
-void list(const CommandContext& context) {
+void listProjects(const CommandContext& context) {
     ModelContext store(context.open(StoreAccess::read));
     auto projects = store.fetch<Project>();
     std::ranges::sort(projects, {}, [](const auto& project) { return std::pair(project->name(), project->id()); });
@@ -144,7 +144,7 @@ void addProjectsCommand(CLI::App& app, CommandContext& context) {
     auto* group = addGroup(app, "projects", "List, add, change and archive projects");
     const auto options = std::make_shared<ProjectOptions>();
     const auto id = std::make_shared<Uuid>();
-    addMember(*group, context, "list", "List all projects by name", [&context] { list(context); });
+    addMember(*group, context, "list", "List all projects by name", [&context] { listProjects(context); });
     auto* adding = addMember(*group, context, "add", "Add a project and print its id",
                              [&context, options] { add(context, *options); });
     describeOptions(*adding, *options)->required();

@@ -40,7 +40,7 @@ void writeTable(const std::vector<std::shared_ptr<Rule>>& rules, ModelContext& s
     table.finish();
 }
 
-void list(const CommandContext& context) {
+void listRules(const CommandContext& context) {
     ModelContext store(context.open(StoreAccess::read));
     auto rules = store.fetch<Rule>();
     std::ranges::sort(rules, {}, [](const auto& rule) {
@@ -133,7 +133,8 @@ void addDraftOptions(CLI::App& command, RuleDraft& draft) {
 
 void addRulesCommand(CLI::App& app, CommandContext& context) {
     auto* group = addGroup(app, "rules", "List and change the rules that classify new records");
-    addMember(*group, context, "list", "List all rules in the order in which they run", [&context] { list(context); });
+    addMember(*group, context, "list", "List all rules in the order in which they run",
+              [&context] { listRules(context); });
     addMember(*group, context, "import-templates", "Add the built-in rules that are not there yet",
               [&context] { importTemplates(context); });
     const auto draft = std::make_shared<RuleDraft>();

@@ -132,7 +132,7 @@ private:
     ShareService service_;
 };
 
-void list(const CommandContext& context) {
+void listShares(const CommandContext& context) {
     const auto cloud = CloudModule::cloudService();
     ModelContext store(context.open(cloud.isConfigured() ? StoreAccess::change : StoreAccess::read));
     Sharing sharing(cloud);
@@ -194,7 +194,7 @@ void addSharesCommand(CLI::App& app, CommandContext& context) {
     auto* group = addGroup(app, "shares", "List, create and stop shares of records in the cloud");
     const auto share = std::make_shared<ShareService::NewShare>();
     const auto id = std::make_shared<Uuid>();
-    addMember(*group, context, "list", "List all shares, newest first", [&context] { list(context); });
+    addMember(*group, context, "list", "List all shares, newest first", [&context] { listShares(context); });
     auto* creating = addMember(*group, context, "create", "Publish a share and print its token",
                                [&context, share] { create(context, *share); });
     addCreateOptions(*creating, *share);

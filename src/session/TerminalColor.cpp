@@ -1,16 +1,12 @@
 #include "session/TerminalColor.h"
 
-#include <cstdlib>
+#include "base/Environment.h"
+
 #include <fmt/format.h>
 #include <unistd.h>
 
 namespace quorvane {
 namespace {
-
-std::string_view variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string_view() : value;
-}
 
 /// The "select graphic rendition" parameters for a 24-bit colour.
 std::string parameters(int layer, Color color) {
@@ -28,7 +24,8 @@ int brightness(Color color) {
 }  // namespace
 
 TerminalColor TerminalColor::ofStandardOutput() {
-    return TerminalColor(::isatty(STDOUT_FILENO) == 1 && variable("NO_COLOR").empty() && variable("TERM") != "dumb");
+    return TerminalColor(::isatty(STDOUT_FILENO) == 1 && environment("NO_COLOR").empty() &&
+                         environment("TERM") != "dumb");
 }
 
 std::string TerminalColor::colored(std::string_view text, Color color) const {

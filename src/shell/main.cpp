@@ -1,3 +1,4 @@
+#include "base/Environment.h"
 #include "base/TerminalText.h"
 #include "cloud/module/CloudModule.h"
 #include "diagnostics/AppLogger.h"
@@ -48,11 +49,6 @@ Started while it runs, it brings its window to the front. quorvane-cli is the pr
 int refuse(int status, const std::string& reason) {
     fmt::print(stderr, "quorvane: {}\n", harmlessLine(reason));
     return status;
-}
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
 }
 
 /// The lines of the services hold titles and paths in clear. Under a desktop standard output is the journal, which

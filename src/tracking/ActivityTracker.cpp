@@ -7,7 +7,6 @@
 namespace quorvane {
 namespace {
 
-constexpr Seconds activeTickInterval = 10s;
 constexpr Seconds firstTickDelay = 0.5s;
 constexpr Seconds maintenanceInterval = 300s;
 constexpr Seconds minActivityCallbackInterval = 1s;

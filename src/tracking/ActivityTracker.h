@@ -232,6 +232,7 @@ private:
     std::optional<Seconds> lastActiveRecordsSweepAt_;
     std::optional<Seconds> lastCurrentRecordHeartbeatAt_;
 
+    static constexpr Seconds activeTickInterval = 10s;
     Seconds currentTickInterval_;
     bool isTickRunning_ = false;  ///< against a tick inside a tick on this one thread
     int consecutiveIdleTicks_ = 0;

@@ -13,7 +13,6 @@
 namespace quorvane {
 namespace {
 
-constexpr Seconds activeTickInterval = 10s;
 constexpr Seconds idleTickInterval = 30s;
 constexpr Seconds activeWithin = 30s;  ///< input younger than this asks for the short interval
 constexpr Seconds userActivityCheckInterval = 30s;

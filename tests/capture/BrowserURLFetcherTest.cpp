@@ -17,7 +17,6 @@ using platform::Script;
 using platform::ScriptError;
 using platform::ScriptFamily;
 using platform::ScriptResult;
-using platform::AccessibleName::focusedWindow;
 
 constexpr const char* noPermission = "BrowserURLFetcher: ⚠️ Apple Events权限检查失败，尝试辅助方案";
 constexpr const char* noScript = "BrowserURLFetcher: ❌ AppleScript 执行失败";
@@ -29,7 +28,7 @@ protected:
     BrowserURLFetcherTest() {
         bringToFront("com.apple.Safari");
         accessibility.setApplication(7, "application");
-        accessibility.setElement("application", focusedWindow, "window");
+        accessibility.setElement("application", platform::AccessibleName::focusedWindow, "window");
         accessibility.setText("window", platform::AccessibleName::url, "https://tree.example/x?q", true);
         automation.answer([this](const Script& script) {
             if (script.family == ScriptFamily::permissionTest) return permission;

@@ -7,7 +7,7 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* project = "10000000-0000-4000-8000-000000000000";
+constexpr const char* shared = "10000000-0000-4000-8000-000000000000";
 constexpr const char* projectRow = R"({"entity":"Project","id":"10000000-0000-4000-8000-000000000000","name":"Web"})"
                                    "\n";
 
@@ -30,7 +30,7 @@ TEST_F(SharesCommandTest, ListsTheSharesOfTheStoreNewestFirst) {
     load(projectRow + shareRow(1, R"(,"is_active":false,"cloud_kit_record_id":"0000000000000001")") +
          shareRow(2, R"(,"expires_at":"2026-03-04T12:00:00Z","cloud_kit_record_id":"0000000000000002")") +
          shareRow(3, R"(,"expires_at":"2026-03-04T12:00:01Z","cloud_kit_record_id":"0000000000000003")") +
-         shareRow(4, fmt::format(R"(,"project_ids":["{}"])", project)));
+         shareRow(4, fmt::format(R"(,"project_ids":["{}"])", shared)));
     expectOutput({"--now", "2026-03-04T12:00:00Z", "shares", "list"}, "shares.txt");
     EXPECT_THAT(outputOf({"dump"}), HasSubstr(jsonText(shares()[0])));
 }
@@ -38,7 +38,7 @@ TEST_F(SharesCommandTest, ListsTheSharesOfTheStoreNewestFirst) {
 TEST_F(SharesCommandTest, WithoutAServiceCreatingFailsAndTheObjectStays) {
     load(projectRow);
     const auto result = run({"--now", "2026-03-04T12:00:00Z", "shares", "create", "--title", "March", "--project",
-                             project, "--project", project, "--expires", "2026-04-01T00:00:00Z"});
+                             shared, "--project", shared, "--expires", "2026-04-01T00:00:00Z"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
     EXPECT_THAT(result.err,
@@ -74,16 +74,16 @@ TEST_F(SharesCommandTest, RefusesBeforeAnythingIsWritten) {
     expectRefused({"create", "--title", " \n"}, 1, "the title can't be empty");
     expectRefused({"create", "--title", "a", "--expires", "2026-03-04T12:00:00Z"}, 1,
                   "2026-03-04T12:00:00Z has passed");
-    expectRefused({"create", "--title", "a", "--project", project, "--project", unknown}, 1, "no project 20000000-");
+    expectRefused({"create", "--title", "a", "--project", shared, "--project", unknown}, 1, "no project 20000000-");
     expectRefused({"create", "--title", "a", "--project", "Web"}, 2, "\"Web\" is no UUID");
     expectRefused({"create"}, 2, "--title is required");
-    expectRefused({"stop", project}, 1, "there is no share 10000000-");
+    expectRefused({"stop", shared}, 1, "there is no share 10000000-");
     EXPECT_EQ(outputOf({"dump"}), before);
 }
 
 TEST_F(SharesCommandTest, MakesNoStore) {
     for (const Arguments& arguments :
-         {Arguments{"shares", "list"}, {"shares", "create", "--title", "a"}, {"shares", "stop", project}})
+         {Arguments{"shares", "list"}, {"shares", "create", "--title", "a"}, {"shares", "stop", shared}})
         expectRefusal(arguments, 1, "there is no such store");
     EXPECT_THAT(names(), IsEmpty());
 }

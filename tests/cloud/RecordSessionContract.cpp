@@ -9,14 +9,12 @@ using platform::AccountStatus;
 using platform::CloudFailure;
 using platform::CloudRecord;
 using platform::DatabaseScope;
+using enum DatabaseScope;
 using platform::QueryPage;
 using platform::RecordQuery;
 using platform::SaveResult;
 
 namespace {
-
-constexpr auto privateData = DatabaseScope::privateData;
-constexpr auto publicData = DatabaseScope::publicData;
 
 CloudRecord record(const std::string& name, std::map<std::string, CloudRecord::Value> values = {}) {
     return {.recordType = "ActivityRecord", .recordName = name, .values = std::move(values)};

@@ -7,7 +7,7 @@
 namespace quorvane {
 namespace {
 
-const Uuid projectId = *Uuid::parse("11111111-2222-4333-8444-555555555555");
+const Uuid exportedProject = *Uuid::parse("11111111-2222-4333-8444-555555555555");
 
 std::shared_ptr<ActivityRecord> fullRecord(const std::shared_ptr<Project>& project) {
     return std::make_shared<ActivityRecord>(
@@ -44,7 +44,7 @@ std::shared_ptr<ActivityRecord> bareRecord() {
 class ShareExportTest : public testing::Test {
 protected:
     void SetUp() override {
-        project->id = projectId;
+        project->id = exportedProject;
         share.shareToken = "c0fea20cdb3240c6";
         share.title = "March";
         share.createdAt = at("2026-03-02T12:00:00Z");
@@ -63,7 +63,7 @@ TEST_F(ShareExportTest, AShareOfAllProjectsHoldsEveryRecordWithEveryKey) {
 
 TEST_F(ShareExportTest, AShareOfProjectsHoldsTheirRecordsAlone) {
     share.expiresAt = at("2026-04-01T00:00:00Z");
-    share.projectIds = {Uuid::random(), projectId};
+    share.projectIds = {Uuid::random(), exportedProject};
     records.push_back(fullRecord(std::make_shared<Project>()));
     EXPECT_EQ(prettyJsonText(shareDocument(share, records)) + "\n", document("share-of-two-projects"));
     EXPECT_EQ(jsonText(shareDocument(share, {})["activities"]), "[]");

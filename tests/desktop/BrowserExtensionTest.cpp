@@ -10,7 +10,7 @@
 namespace quorvane::platform {
 namespace {
 
-constexpr Seconds timeToStart = 60s;
+constexpr Seconds timeToInstall = 60s;
 
 /// A real browser with the real extension and the real host, which quorvane-cli has told it about.
 class BrowserExtensionTest : public testing::Test {
@@ -41,7 +41,7 @@ protected:
     /// Two tabs, the first in front; then a private window, and back.
     void goThroughPages(const std::vector<std::string>& command, const std::string& keysForPrivateWindow) {
         browser = std::make_unique<ChildProcess>(command);
-        ASSERT_TRUE(waitForPage("first", timeToStart));
+        ASSERT_TRUE(waitForPage("first", timeToInstall));
         press("ctrl+Tab");
         ASSERT_TRUE(waitForPage("second"));
         EXPECT_FALSE(messages->url(browser->pid(), "first page").has_value());

@@ -24,7 +24,7 @@ namespace {
 using std::filesystem::path;
 
 constexpr std::size_t mostConnections = 64;
-constexpr Seconds patience = 0.25s;
+constexpr Seconds patienceWithPages = 0.25s;
 
 /// Why it can't listen.
 class CannotListen : public std::runtime_error {
@@ -206,7 +206,7 @@ bool BrowserMessages::knows(std::int64_t processIdentifier) const {
 
 std::optional<std::string> BrowserMessages::url(std::int64_t processIdentifier, const std::string& windowTitle) {
     const bool mayWait = std::this_thread::get_id() != impl_->mainThread;
-    return impl_->pages.url(processIdentifier, windowTitle, mayWait ? patience : 0s);
+    return impl_->pages.url(processIdentifier, windowTitle, mayWait ? patienceWithPages : 0s);
 }
 
 bool BrowserMessages::isOrdinary(std::int64_t processIdentifier, const std::string& windowTitle) const {

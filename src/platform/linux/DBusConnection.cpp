@@ -1,7 +1,8 @@
 #include "platform/linux/DBusConnection.h"
 
+#include "base/Environment.h"
+
 #include <QDBusMessage>
-#include <cstdlib>
 #include <utility>
 
 namespace quorvane::platform {
@@ -10,11 +11,6 @@ namespace {
 QString freshName() {
     static int number = 0;
     return QStringLiteral("quorvane-%1").arg(++number);
-}
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "platform/linux/DesktopEntry.h"
 
+#include "base/Environment.h"
 #include "base/Text.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <map>
 
 namespace quorvane::platform {
@@ -116,11 +116,8 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::
 std::vector<std::string> desktopEntryLocales() {
     std::string locale;
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const char* value = std::getenv(variable);
-        if (value && *value) {
-            locale = value;
-            break;
-        }
+        locale = environment(variable);
+        if (!locale.empty()) break;
     }
     const auto at = std::min(locale.find('@'), locale.size());
     const std::string modifier = locale.substr(at);

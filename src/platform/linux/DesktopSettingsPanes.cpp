@@ -1,10 +1,10 @@
 #include "platform/linux/DesktopSettingsPanes.h"
 
+#include "base/Environment.h"
 #include "base/Text.h"
 
 #include <QProcess>
 #include <QStandardPaths>
-#include <cstdlib>
 #include <string_view>
 #include <vector>
 
@@ -32,11 +32,6 @@ constexpr SettingsProgram settingsPrograms[] = {
     {"pantheon", "io.elementary.settings", "io.elementary.settings", "io.elementary.settings"},
     {"deepin", "dde-control-center", "dde-control-center", "dde-control-center"},
 };
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
 
 /// The commands for the pane, the better one first.
 std::vector<const char*> commandsFor(const SettingsProgram& program, std::string_view url) {

@@ -1,8 +1,8 @@
 #include "platform/linux/DisplaySession.h"
 
+#include "base/Environment.h"
 #include "platform/linux/LogindSession.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <optional>
@@ -13,11 +13,6 @@
 
 namespace quorvane::platform {
 namespace {
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
 
 /// Where a compositor listens under that name; empty where there is no place for it.
 std::string socketOf(const std::string& name) {

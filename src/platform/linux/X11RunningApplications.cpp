@@ -13,7 +13,7 @@ namespace quorvane::platform {
 namespace {
 
 /// The server's share of the 300 ms in which an answer has to come.
-constexpr Seconds patience = 0.25s;
+constexpr Seconds patienceWithWindows = 0.25s;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ std::optional<RunningApplication> X11RunningApplications::frontmost() {
     std::optional<WindowProperties> properties;
     {
         const std::lock_guard lock(mutex_);
-        x11_->setDeadline(Deadline(patience));
+        x11_->setDeadline(Deadline(patienceWithWindows));
         const auto window = X11Windows::active(*x11_);
         if (window == XCB_WINDOW_NONE) return std::nullopt;
         properties = X11Windows::properties(*x11_, X11Windows::ask(*x11_, window));
@@ -60,7 +60,7 @@ bool X11RunningApplications::isRunning(const std::string& bundleIdentifier) {
     std::vector<WindowProperties> windows;
     {
         const std::lock_guard lock(mutex_);
-        x11_->setDeadline(Deadline(patience));
+        x11_->setDeadline(Deadline(patienceWithWindows));
         std::vector<X11Windows::Question> questions;
         for (const auto window : X11Windows::all(*x11_))
             questions.push_back(X11Windows::ask(*x11_, window));

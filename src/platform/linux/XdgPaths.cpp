@@ -1,9 +1,9 @@
 #include "platform/linux/XdgPaths.h"
 
+#include "base/Environment.h"
 #include "base/Text.h"
 
 #include <array>
-#include <cstdlib>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -16,8 +16,8 @@ using std::filesystem::path;
 constexpr const char* folderName = "quorvane";
 
 path absolutePathIn(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value && *value == '/' ? path(value) : path();
+    const auto value = environment(variable);
+    return value.starts_with('/') ? path(value) : path();
 }
 
 path pathIn(const char* variable, const char* belowHome) {
@@ -49,8 +49,8 @@ path stateHome() {
 
 std::vector<path> dataDirectories() {
     std::vector<path> directories{dataHome()};
-    const char* set = std::getenv("XDG_DATA_DIRS");
-    for (const auto& directory : text::split(set && *set ? set : "/usr/local/share:/usr/share", ':'))
+    const auto set = environment("XDG_DATA_DIRS");
+    for (const auto& directory : text::split(set.empty() ? "/usr/local/share:/usr/share" : set, ':'))
         if (directory.starts_with('/')) directories.emplace_back(directory);
     return directories;
 }

@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int iconSize = 20;
+constexpr int rowIconSize = 20;
 
 void paintLine(QPainter& painter, const QRect& rectangle, TypeRole role, const QColor& color, const QString& text,
                Qt::LayoutDirection direction) {
@@ -70,7 +70,7 @@ void ReviewRowDelegate::paintWords(QPainter& painter, const BillingReviewRecordR
     const Qt::LayoutDirection direction = list_.layoutDirection();
     const QString icon = row.hasLowConfidence ? QStringLiteral("warn") : QStringLiteral("clock-q");
     const QColor ground = list_.currentIndex().row() == hoveredRow ? t.hover : t.surface;
-    drawIcon(painter, parts.icon.translated(origin), icon, row.hasLowConfidence ? t.orange : t.text2, iconSize,
+    drawIcon(painter, parts.icon.translated(origin), icon, row.hasLowConfidence ? t.orange : t.text2, rowIconSize,
              direction, row.hasLowConfidence ? t.surface : ground);
     paintLine(painter, parts.title.translated(origin), TypeRole::bodyStrong, t.text, isolated(qt(row.title)),
               direction);

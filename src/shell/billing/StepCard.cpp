@@ -16,9 +16,9 @@ namespace {
 constexpr int padding = 16;
 constexpr int wellTop = 15;
 constexpr int wellSide = 36;
-constexpr int iconSize = 18;
+constexpr int stepIconSize = 18;
 constexpr int textGap = 12;
-constexpr int lineGap = 2;
+constexpr int stepLineGap = 2;
 
 struct WellColors {
     QColor Theme::*ground;
@@ -48,7 +48,7 @@ void StepCard::setCard(const CheckoutStepCard& card) {
 
 QSize StepCard::sizeHint() const {
     return {240, wellTop + lineHeight(TypeRole::label) + lineHeight(TypeRole::title) +
-                     lineHeight(TypeRole::labelPlain) + 2 * lineGap + wellTop - 1};
+                     lineHeight(TypeRole::labelPlain) + 2 * stepLineGap + wellTop - 1};
 }
 
 void StepCard::paintEvent(QPaintEvent* event) {
@@ -59,13 +59,13 @@ void StepCard::paintEvent(QPaintEvent* event) {
     const WellColors colors = wellColors(card_);
     const QRect well = mirrored({padding + 1, wellTop, wellSide, wellSide});
     paintPanel(painter, well, Metrics::cardRadius, theme().*colors.ground, QColor());
-    drawIcon(painter, well, qt(card_.systemImage), theme().*colors.ink, iconSize, layoutDirection(),
+    drawIcon(painter, well, qt(card_.systemImage), theme().*colors.ink, stepIconSize, layoutDirection(),
              theme().*colors.ground);
     CardText text(painter, *this, padding + 1 + wellSide + textGap, padding, wellTop);
     text.line(qt(fmt::format("{} · {}", card_.index, card_.title)), TypeRole::label, theme().text2);
-    text.skip(lineGap);
+    text.skip(stepLineGap);
     text.line(isolated(qt(card_.value)), TypeRole::title, theme().text);
-    text.skip(lineGap);
+    text.skip(stepLineGap);
     text.line(qt(card_.caption), TypeRole::labelPlain, theme().text3);
     setToolTip(text.isCut() ? accessibleName() : QString());
 }

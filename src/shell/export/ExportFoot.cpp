@@ -12,7 +12,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int leastWidthForLine = 640;
+constexpr int leastWidthForOneRow = 640;
 
 /// A sentence behind its icon.
 QBoxLayout* note(const char* iconName, int iconSize, const std::string& words, QColor Theme::*ink) {
@@ -92,7 +92,7 @@ void ExportFoot::setProgress(std::size_t written) {
 
 void ExportFoot::resizeEvent(QResizeEvent* event) {
     Card::resizeEvent(event);
-    line_->setDirection(width() < leastWidthForLine ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    line_->setDirection(width() < leastWidthForOneRow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 }  // namespace quorvane

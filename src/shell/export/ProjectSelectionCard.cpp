@@ -19,7 +19,7 @@ constexpr int boxSide = 18;
 constexpr int boxRadius = 5;
 constexpr int checkSize = 14;
 constexpr int dotSide = 14;
-constexpr int textStart = 45;
+constexpr int rowTextStart = 45;
 constexpr double selectedEdge = 2;
 
 int wordsHeight() {
@@ -85,13 +85,13 @@ void ProjectSelectionCard::paintCheckBox(QPainter& painter) const {
 void ProjectSelectionCard::paintWords(QPainter& painter) const {
     const Theme& t = theme();
     const int top = (height() - wordsHeight()) / 2;
-    const int room = width() - textStart - padding - dotSide - 8;
+    const int room = width() - rowTextStart - padding - dotSide - 8;
     const auto alignment =
         static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter));
     const auto write = [&](int y, TypeRole role, const QColor& ink, const std::string& words) {
         painter.setFont(quorvane::font(role));
         painter.setPen(ink);
-        const QRect place = QStyle::visualRect(layoutDirection(), rect(), {textStart, y, room, lineHeight(role)});
+        const QRect place = QStyle::visualRect(layoutDirection(), rect(), {rowTextStart, y, room, lineHeight(role)});
         painter.drawText(place, alignment, painter.fontMetrics().elidedText(qt(words), Qt::ElideRight, room));
     };
     write(top, TypeRole::bodyStrong, t.text, content_.name);

@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int leastHeight = 32;
+constexpr int leastRowHeight = 32;
 constexpr int markWidth = 3;  // of the bar at the start of a selected row
 constexpr int ringInset = 4;
 
@@ -43,7 +43,7 @@ void LogEntryRow::paint(QPainter* painter, const QStyleOptionViewItem& option, c
 }
 
 QSize LogEntryRow::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
-    return {0, std::max(leastHeight, lineHeight(TypeRole::fixed) + 8)};
+    return {0, std::max(leastRowHeight, lineHeight(TypeRole::fixed) + 8)};
 }
 
 }  // namespace quorvane

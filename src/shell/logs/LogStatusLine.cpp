@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int leastHeight = 34;
+constexpr int leastLineHeight = 34;
 constexpr int margin = 16;
 
 }  // namespace
@@ -30,7 +30,7 @@ LogStatusLine::LogStatusLine(const Localization& localization, QWidget* parent)
     line->addStretch(1);
     line->addWidget(new IconView(QStringLiteral("lock"), 14, &Theme::text2));
     line->addWidget(note);
-    setMinimumHeight(leastHeight);
+    setMinimumHeight(leastLineHeight);
 }
 
 void LogStatusLine::setStatus(const QString& caption, bool isNarrowed) {

@@ -15,8 +15,8 @@
 namespace quorvane {
 namespace {
 
-constexpr int leastHeight = 57;  // with the line below
-constexpr int margin = 16;
+constexpr int leastBarHeight = 57;  // with the line below
+constexpr int barMargin = 16;
 constexpr int levelWidth = 132;
 constexpr int iconSize = 16;
 constexpr int iconStart = 11;
@@ -44,7 +44,7 @@ LogToolBar::LogToolBar(LogViewerState& state, const Localization& localization, 
     connect(save, &QAbstractButton::clicked, this, [this] { exportPressed.send(); });
 
     auto* const line = new QHBoxLayout(this);
-    line->setContentsMargins(margin, 12, margin, 13);
+    line->setContentsMargins(barMargin, 12, barMargin, 13);
     line->setSpacing(8);
     line->addWidget(makeLevels());
     line->addWidget(search_, 1);
@@ -54,7 +54,7 @@ LogToolBar::LogToolBar(LogViewerState& state, const Localization& localization, 
     line->addWidget(refresh);
     line->addWidget(clear);
     line->addWidget(save);
-    setMinimumHeight(leastHeight);
+    setMinimumHeight(leastBarHeight);
 }
 
 QWidget* LogToolBar::makeLevels() {

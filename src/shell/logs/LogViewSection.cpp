@@ -20,7 +20,7 @@ namespace quorvane {
 namespace {
 
 constexpr int recentCount = 4;
-constexpr const char* moduleName = "Settings";
+constexpr const char* settingsModule = "Settings";
 
 }  // namespace
 
@@ -86,7 +86,7 @@ QLayout* LogViewSection::makeActions() {
     auto* const clear = button(localization_.text("clear_logs"), "trash", ButtonKind::destructive);
     connect(open, &QAbstractButton::clicked, this, [this] { openLogWindow_(); });
     connect(save, &QAbstractButton::clicked, this,
-            [this] { LogActions::exportReport(*this, logger_, localization_, moduleName); });
+            [this] { LogActions::exportReport(*this, logger_, localization_, settingsModule); });
     connect(clear, &QAbstractButton::clicked, this, [this] { askToClear(); });
     auto* const line = new QHBoxLayout;
     line->setSpacing(8);

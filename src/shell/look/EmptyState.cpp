@@ -11,7 +11,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int wellSide = 56;
+constexpr int largeWellSide = 56;
 constexpr int widestText = 300;
 
 }  // namespace
@@ -20,7 +20,7 @@ EmptyState::EmptyState(const QString& iconName, const QString& title, const QStr
     : QWidget(parent), layout_(new QVBoxLayout(this)), title_(new Label({}, TypeRole::head, &Theme::text, this)),
       text_(new Label({}, TypeRole::body, &Theme::text2, this)) {
     auto* icon = new IconView(iconName, 26, &Theme::text2);
-    icon->setWell(wellSide, wellSide / 2.0, &Theme::sunken);
+    icon->setWell(largeWellSide, largeWellSide / 2.0, &Theme::sunken);
     title_->setAlignment(Qt::AlignCenter);
     title_->setWordWrap(true);
     text_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);

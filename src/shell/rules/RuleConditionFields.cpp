@@ -10,7 +10,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int narrowBelow = 420;
+constexpr int conditionNarrowBelow = 420;
 
 }  // namespace
 
@@ -70,7 +70,7 @@ void RuleConditionFields::place(bool isNarrow) {
 
 void RuleConditionFields::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    const bool isNarrow = width() < narrowBelow;
+    const bool isNarrow = width() < conditionNarrowBelow;
     if (isNarrow == isNarrow_) return;
     isNarrow_ = isNarrow;
     place(isNarrow);

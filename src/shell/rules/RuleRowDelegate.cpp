@@ -20,7 +20,7 @@ constexpr int priorityEnd = 36;  // from the row's start
 constexpr int textStart = 46;
 constexpr int chipDistance = 6;
 constexpr int chipPadding = 10;
-constexpr int dotSize = 10;
+constexpr int rowDotSize = 10;
 constexpr int dotGap = 5;
 constexpr int ringRoom = 4;  // the ring lies inside, as rows have no distance
 
@@ -133,12 +133,12 @@ private:
     /// Returns where the next chip begins.
     int paintProject(int y, int last) {
         const QString name = qt(row_.project->name);
-        const int dotRoom = dotSize + dotGap;
+        const int dotRoom = rowDotSize + dotGap;
         const int width = std::min(chipWidth(name) + dotRoom, (last - textStart) * 2 / 3);
         const QRect chip(textStart, y, width, chipHeight());
         paintPanel(painter_, placed(chip), chip.height() / 2.0, theme().surface,
                    theme().isHighContrast ? theme().control : theme().line);
-        const QRect dot(textStart + chipPadding - 1, y + (chipHeight() - dotSize) / 2, dotSize, dotSize);
+        const QRect dot(textStart + chipPadding - 1, y + (chipHeight() - rowDotSize) / 2, rowDotSize, rowDotSize);
         paintProjectDot(painter_, placed(dot), AppColorPalette::projectTone(row_.project->color));
         text(chip.adjusted(chipPadding + dotRoom - 1, 0, -chipPadding + 1, 0), chipFont(), theme().text, name);
         return textStart + width + chipDistance;

@@ -20,7 +20,7 @@ namespace quorvane {
 namespace {
 
 constexpr int listWidth = 400;
-constexpr int narrowBelow = 860;
+constexpr int pageNarrowBelow = 860;
 
 }  // namespace
 
@@ -29,7 +29,7 @@ struct RulesPage::Parts {
 
     QLayout* makeHead();
     void addKeys();
-    /// Below `narrowBelow` only one of list and form is there.
+    /// Below `pageNarrowBelow` only one of list and form is there.
     void place();
     void showForm(bool isShown);
     void startNew();
@@ -105,7 +105,7 @@ void RulesPage::Parts::addKeys() {
 }
 
 void RulesPage::Parts::place() {
-    const bool isNarrow = page.width() < narrowBelow;
+    const bool isNarrow = page.width() < pageNarrowBelow;
     if (isNarrow) {
         list->setMinimumWidth(0);
         list->setMaximumWidth(QWIDGETSIZE_MAX);

@@ -13,7 +13,7 @@
 namespace quorvane {
 namespace {
 
-constexpr int padding = 16;
+constexpr int cardPadding = 16;
 constexpr int edge = 1;
 constexpr int ruleGap = 11;
 constexpr int lineGap = 3;
@@ -74,7 +74,7 @@ SettingsSection::SettingsSection(const QString& title, QWidget* parent) : QWidge
     column->addWidget(head);
     column->addWidget(card);
     card->setLayout(rows_);
-    rows_->setContentsMargins(padding + edge, padding, padding + edge, padding - edge);
+    rows_->setContentsMargins(cardPadding + edge, cardPadding, cardPadding + edge, cardPadding - edge);
     rows_->setSpacing(ruleGap);
 }
 

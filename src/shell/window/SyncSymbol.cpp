@@ -13,7 +13,7 @@ namespace quorvane {
 namespace {
 
 constexpr int side = 40;
-constexpr int iconSize = 20;
+constexpr int symbolSize = 20;
 constexpr int frame = 16;   // milliseconds
 constexpr double turn = 5;  // degrees in a frame
 
@@ -87,7 +87,7 @@ void SyncSymbol::paintEvent(QPaintEvent* /*event*/) {
     painter.translate(middle);
     painter.rotate(angle_);
     const QRectF around(-middle.x(), -middle.y(), width(), height());
-    drawIcon(painter, around, iconName_, colors.ink, iconSize, layoutDirection(), colors.ground);
+    drawIcon(painter, around, iconName_, colors.ink, symbolSize, layoutDirection(), colors.ground);
 }
 
 }  // namespace quorvane

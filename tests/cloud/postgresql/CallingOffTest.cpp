@@ -9,12 +9,12 @@ namespace quorvane {
 namespace {
 
 using namespace platform;
+using enum DatabaseScope;
 using Kind = CloudFailure::Kind;
 using postgresql::CancelToken;
 using postgresql::PostgresConnection;
 using postgresql::PostgresError;
 
-constexpr auto privateData = DatabaseScope::privateData;
 constexpr const char* activeStatements =
     "SELECT count(*) FROM pg_stat_activity WHERE usename = 'alice' AND state = 'active'";
 constexpr const char* waitingStatements = "SELECT count(*) FROM pg_stat_activity WHERE wait_event_type = 'Lock'";

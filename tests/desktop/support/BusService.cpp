@@ -23,16 +23,15 @@ os.write(int(ready), b'ready\n')
 GLib.MainLoop().run()
 )";
 
-/// The interpreter for which the distribution's modules are installed.
-std::string python() {
+}  // namespace
+
+std::string distributionPython() {
     const char* own = "/usr/bin/python3";
     return std::filesystem::exists(own) ? own : "python3";
 }
 
-}  // namespace
-
 BusService::BusService(const std::string& name, const std::string& path, const std::string& properties)
-    : process_({python(), "-c", program, "{ready}", name, path, properties}) {
+    : process_({distributionPython(), "-c", program, "{ready}", name, path, properties}) {
     if (!process_.readyLine(20s)) throw std::runtime_error(name + " does not start");
 }
 

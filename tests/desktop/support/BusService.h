@@ -7,6 +7,9 @@
 
 namespace quorvane {
 
+/// The interpreter for which the distribution's modules are installed.
+[[nodiscard]] std::string distributionPython();
+
 /// A program on the test's session bus that owns a name and answers for properties of one object.
 class BusService {
 public:

@@ -1,11 +1,11 @@
 #include "desktop/support/LogindMock.h"
 
+#include "desktop/support/BusService.h"
 #include "desktop/support/Waiting.h"
 
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
 #include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
 
 namespace quorvane {
@@ -20,16 +20,10 @@ QDBusConnection connectTo(const char* variable, const QString& name) {
     return QDBusConnection::connectToBus(qEnvironmentVariable(variable), name);
 }
 
-/// The interpreter for which the distribution's modules are installed.
-std::string python() {
-    const char* own = "/usr/bin/python3";
-    return std::filesystem::exists(own) ? own : "python3";
-}
-
 }  // namespace
 
 LogindMock::LogindMock()
-    : process_({python(), "-m", "dbusmock", "--system", "--template", "logind"}),
+    : process_({distributionPython(), "-m", "dbusmock", "--system", "--template", "logind"}),
       bus_(connectTo("DBUS_SYSTEM_BUS_ADDRESS", QStringLiteral("test-logind"))) {
     const auto isThere = [this] {
         return bus_.interface()->isServiceRegistered(QString::fromStdString(service)).value();

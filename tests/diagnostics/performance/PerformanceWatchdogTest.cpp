@@ -17,13 +17,13 @@ namespace {
 
 using platform::HttpResponse;
 
-const std::string url = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
+const std::string uploads = "https://telemetry.example.org/api/v1/public/telemetry/perf-reports";
 
 /// The whole pipeline in simulated time: only the tool, the network and the processor are on paper.
 class PerformanceWatchdogTest : public LoggingTest {
 protected:
     PerformanceWatchdogTest() {
-        network.answers[url] = HttpResponse{.status = 202};
+        network.answers[uploads] = HttpResponse{.status = 202};
         defaults.setValue("perf-reports.enabled", "true");
     }
 
@@ -148,7 +148,7 @@ TEST_F(PerformanceWatchdogTest, WithoutAYesOrAHostThereIsNoCaptureNoFileAndNoReq
 }
 
 TEST_F(PerformanceWatchdogTest, YesAndNoTakeEffectAtOnceAlsoDuringACapture) {
-    network.answers[url] = HttpResponse{.status = 503};
+    network.answers[uploads] = HttpResponse{.status = 503};
     defaults.setValue("perf-reports.enabled", "");
     start();
     play(100s, 100);

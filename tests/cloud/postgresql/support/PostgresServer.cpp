@@ -47,9 +47,9 @@ Path programs() {
 std::vector<std::string> asServer(std::vector<std::string> command) {
     std::vector<std::string> words{"/usr/bin/setpriv", "--pdeathsig", "clear"};
     if (::geteuid() == 0) {
-        const passwd* nobody = ::getpwnam("nobody");
-        if (nobody == nullptr) throw std::runtime_error("there is no user that the server could run as");
-        words.insert(words.end(), {fmt::format("--reuid={}", nobody->pw_uid), fmt::format("--regid={}", nobody->pw_gid),
+        const passwd* runner = ::getpwnam("nobody");
+        if (runner == nullptr) throw std::runtime_error("there is no user that the server could run as");
+        words.insert(words.end(), {fmt::format("--reuid={}", runner->pw_uid), fmt::format("--regid={}", runner->pw_gid),
                                    "--clear-groups"});
     }
     words.insert(words.end(), {"env", "-i", "HOME=/nonexistent", "PATH=/usr/bin:/bin", "LC_ALL=C.UTF-8", "TZ=UTC"});
