@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include "store/Schema.h"
+#include "store/StoreBackup.h"
 #include "store/StoreFile.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -171,7 +172,19 @@ void Database::open(const ModelConfiguration& configuration) {
         throw StoreError(Code::failed, fmt::format("{}: the store was written by an older version; any command that "
                                                    "writes brings it up to date",
                                                    file_.string()));
-    Schema::ensure(*this);
+    bringUpToDate();
+}
+
+void Database::bringUpToDate() {
+    const auto backup = Schema::hasTables(*this) ? StoreBackup::make(*this, file_) : std::filesystem::path();
+    try {
+        Schema::ensure(*this);
+    } catch (...) {
+        // The store is as it was; each attempt would leave one more copy.
+        std::error_code ignored;
+        if (!backup.empty()) std::filesystem::remove(backup, ignored);
+        throw;
+    }
 }
 
 void Database::connect(bool allowsSave) {

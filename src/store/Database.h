@@ -36,8 +36,8 @@ private:
 /// One connection to a store file, with the schema in place, for one thread. Every operation throws `StoreError`.
 class Database {
 public:
-    /// Opens the file; where saving is allowed, makes it if it is missing, and adds the columns that an older one
-    /// lacks. A file that is no store, not ours, newer, damaged or read-only is refused and stays as it is.
+    /// Opens the file; where saving is allowed, makes it if it is missing, and adds what an older one lacks, after
+    /// a backup of it. A file that is no store, not ours, newer, damaged or read-only is refused and stays as it is.
     explicit Database(const ModelConfiguration& configuration);
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -65,6 +65,7 @@ private:
     template <class Work>
     auto translated(Work work) const;
     void open(const ModelConfiguration& configuration);
+    void bringUpToDate();
     void connect(bool allowsSave);
     void configure(bool allowsSave);
     std::shared_ptr<SQLite::Statement> prepared(const std::string& sql);

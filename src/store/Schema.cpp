@@ -140,6 +140,12 @@ bool isComplete(Database& database) {
     return objects.contains(noteTable);
 }
 
+bool hasTables(Database& database) {
+    const auto objects = names(database, "SELECT name FROM sqlite_schema");
+    const auto all = tables();
+    return std::any_of(all.begin(), all.end(), [&](const auto* entity) { return objects.contains(entity->table); });
+}
+
 void ensure(Database& database) {
     database.inTransaction([&] {
         const auto objects = names(database, "SELECT name FROM sqlite_schema");

@@ -33,6 +33,9 @@ void ensure(Database& database);
 /// Does the file already hold all of it?
 [[nodiscard]] bool isComplete(Database& database);
 
+/// Does the file hold a table of ours? A new one doesn't yet.
+[[nodiscard]] bool hasTables(Database& database);
+
 /// "id, start_time, ..." with a reference's column as the row of its target.
 [[nodiscard]] std::string columnList(const EntityDescription& entity);
 

@@ -106,6 +106,12 @@ TEST_F(SchemaTest, AnOlderStoreGainsWhatItLacksWithItsDefaults) {
     }
     EXPECT_EQ(answers(indexes), complete);
     EXPECT_THAT(answers("PRAGMA user_version"), ElementsAre("1"));
+    // What it was is beside it.
+    const auto backup = file.string() + ".backup-1";
+    EXPECT_EQ(std::filesystem::status(backup).permissions(), std::filesystem::perms(0600));
+    SQLite::Database old(backup);
+    EXPECT_FALSE(old.tableExists("record_trash"));
+    EXPECT_EQ(old.execAndGet("SELECT count(*) FROM activity_record").getInt(), count);
 
     // The columns do what those of a new store do.
     const auto project = context.fetch<Project>().front();
@@ -127,6 +133,7 @@ TEST_F(SchemaTest, AnInterruptedUpgradeLeavesTheOlderStoreWhole) {
     const auto before = answers("SELECT sql FROM sqlite_schema ORDER BY rowid");
     EXPECT_EQ(storeErrorOf([&] { (void)open(); }).code(), StoreError::Code::failed);
     EXPECT_EQ(answers("SELECT sql FROM sqlite_schema ORDER BY rowid"), before);
+    EXPECT_FALSE(std::filesystem::exists(file.string() + ".backup-1")) << "nothing that it would keep";
 }
 
 TEST_F(SchemaTest, AReaderDoesNotBringAnOlderStoreUpToDate) {
