@@ -1,3 +1,4 @@
+#include "base/Iso8601.h"
 #include "base/Json.h"
 #include "cli/CliFixture.h"
 #include "desktop/support/ChildProcess.h"
@@ -127,6 +128,42 @@ TEST_F(TrackedDesktopTest, RecordsCarryTheDocumentOfAnEditorAndTheDirectoryOfATe
     tracker.sendSignal(SIGINT);
     EXPECT_EQ(tracker.wait().status, 0);
     EXPECT_THAT(documents(), ElementsAre("Mousepad: " + file.string(), "XTerm: " + folder_.path().string()));
+}
+
+TEST_F(TrackedDesktopTest, AStepOfTheWallClockIsNoTimeOfAnybody) {
+    const auto offset = folder_ / "offset";
+    const auto stepTo = [&](const char* seconds) {
+        std::ofstream(folder_ / "next") << seconds << "\n";
+        std::filesystem::rename(folder_ / "next", offset);
+    };
+    stepTo("+0");
+    setting_.environment.insert({{"LD_PRELOAD", "/usr/$LIB/faketime/libfaketime.so.1"},
+                                 {"FAKETIME_TIMESTAMP_FILE", offset.string()},
+                                 {"FAKETIME_NO_CACHE", "1"},
+                                 {"DONT_FAKE_MONOTONIC", "1"}});
+    const Seconds begin = uptime();
+    ProgramRun tracker(QUORVANE_CLI, {"--store", store().string(), "track"}, setting_);
+    setting_.environment.erase("LD_PRELOAD");
+    std::vector<std::unique_ptr<TestWindow>> windows;
+    for (const auto& [name, step] :
+         {std::pair("One", "+0"), {"Two", "+7200"}, {"Three", "-10800"}, {"Four", "+260000"}}) {
+        stepTo(step);
+        windows.push_back(
+            std::make_unique<TestWindow>(TestWindow::Properties{.instance = name, .wmClass = name, .title = name}));
+        windows.back()->activate();
+        ASSERT_TRUE(tracker.hasWritten(fmt::format("ActivityTracker: Created new record for {}", name)));
+    }
+    tracker.sendSignal(SIGTERM);
+    EXPECT_EQ(tracker.wait().status, 0);
+    const Seconds passed = uptime() - begin;
+
+    Seconds recorded = 0s;
+    const auto records = parseJson(outputOf({"records", "--json"})).value_or(Json());
+    for (const Json& record : records)
+        recorded += *parseIso8601(record["end_time"].get<std::string>()) -
+                    *parseIso8601(record["start_time"].get<std::string>());
+    EXPECT_GE(records.size(), 4U);
+    EXPECT_LT(recorded, passed + 4s) << "a record has one second at least";
 }
 
 // Two seconds are the bound of one switch with everything hung: AT-SPI 0.3 s a question round, automation below one.
