@@ -83,6 +83,27 @@ TEST_F(WorkingDayTest, ThirtyHoursInOneApplicationAreThirtyHours) {
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 15:00:00", "Mail 15:00:00"));
 }
 
+TEST_F(WorkingDayTest, AReaderWhoTurnsAPageEveryFewMinutesLosesNone) {
+    saveSettings([](AppSettings& settings) { settings.idleThresholdMinutes = 5; });
+    desktop.typeUntil("12:00:00", 280s);
+    startTrackingAt("09:00:00");
+    playUntil("12:00:00");
+    tracker->stop();
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 12:00:00"));
+}
+
+TEST_F(WorkingDayTest, TwoProfilesOfOneBrowserAreTwoKindsOfWork) {
+    startTrackingAt("09:00:00");
+    playUntil("09:30:00");
+    desktop.setWindowTitle("Ledger - Browser - Office");
+    playUntil("10:00:00");
+    desktop.setWindowTitle("Recipes - Browser - Home");
+    playUntil("10:20:00");
+    tracker->stop();
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:30:10", "Editor 09:30:10 to 10:00:10",
+                                       "Editor 10:00:10 to 10:20:00"));
+}
+
 TEST_F(WorkingDayTest, AStopEndsTheRecordWhenTheUserWasLastSeenAndAStartOpensAnother) {
     desktop.typeUntil("09:02:03");
     startTrackingAt("09:00:00");
