@@ -139,6 +139,7 @@ void ActivityTracker::handleUserActivity() {
         const ClockLook look = lookAtClocks();
         lastActivityCallbackAt_ = look.uptime;
         lastUpdate_ = look.now;
+        desktop_.systemEvents().noteInput();
     };
     const Seconds uptime = runLoop_.uptime();
     if (!lastActivityCallbackAt_ || uptime - *lastActivityCallbackAt_ >= minActivityCallbackInterval) return confirm();

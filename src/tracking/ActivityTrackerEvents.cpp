@@ -17,6 +17,8 @@ void ActivityTracker::registerObservers() {
     observeResume(SystemEvent::didWake, workspaceObservers_, "ActivityTracker: didWake -> tick");
     observeClose(SystemEvent::screensDidSleep, workspaceObservers_, "ActivityTracker: screensDidSleep");
     observeResume(SystemEvent::screensDidWake, workspaceObservers_, "ActivityTracker: screensDidWake -> tick");
+    observeClose(SystemEvent::sessionDidLeave, workspaceObservers_, "ActivityTracker: sessionDidLeave");
+    observeResume(SystemEvent::sessionDidReturn, workspaceObservers_, "ActivityTracker: sessionDidReturn -> tick");
     observeClose(SystemEvent::screenLocked, distributedObservers_, "ActivityTracker: screenIsLocked");
     observeResume(SystemEvent::screenUnlocked, distributedObservers_, "ActivityTracker: screenIsUnlocked -> tick");
     appActivationObserver_ = desktop_.foreground().observeActivation(

@@ -95,6 +95,12 @@ public:
     void screensSleep() { systemEvents_.send(SystemEvent::screensDidSleep); }
     void screensWake() { systemEvents_.send(SystemEvent::screensDidWake); }
 
+    void switchAway() { systemEvents_.send(SystemEvent::sessionDidLeave); }
+    void switchBack() { systemEvents_.send(SystemEvent::sessionDidReturn); }
+
+    /// What the tracker says of input; a script may take back a lock that nobody ended.
+    [[nodiscard]] Signal<>& inputNoted() { return systemEvents_.inputNoted; }
+
     /// The login window becomes the frontmost answer (see `setLockerShowsLoginWindow`), then the event is sent.
     /// Applications may come to the front beneath it.
     void lock();
