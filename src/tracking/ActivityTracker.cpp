@@ -125,6 +125,7 @@ void ActivityTracker::stop() {
     cachedWorkTime_.reset();
     windowInfoCache_.clear();
     foregroundApplicationSnapshot_.reset();
+    quietPresenceAt_.reset();
 }
 
 void ActivityTracker::toggle() {

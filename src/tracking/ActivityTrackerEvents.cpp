@@ -49,6 +49,7 @@ void ActivityTracker::handleClose(const char* line) {
     console_.line("{}", line);
     isSessionLocked_ = true;
     foregroundApplicationSnapshot_.reset();
+    quietPresenceAt_.reset();
     // Not now: the minutes that nobody attended before the lock are nobody's work.
     finalizeCurrentRecord(lastUpdate_);
     lastFrontAppBundleId_.reset();

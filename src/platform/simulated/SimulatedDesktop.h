@@ -6,6 +6,7 @@
 #include "platform/simulated/SimulatedAutomation.h"
 #include "platform/simulated/SimulatedForeground.h"
 #include "platform/simulated/SimulatedInput.h"
+#include "platform/simulated/SimulatedPresence.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSession.h"
 
@@ -27,6 +28,7 @@ public:
     IdleSource& idle() override { return idle_; }
     KeyEventSource& keys() override { return keys_; }
     PointerEventSource& pointer() override { return pointer_; }
+    SimulatedPresence& presence() override { return presence_; }
     SystemEvents& systemEvents() override { return systemEvents_; }
     SettingsPanes& settingsPanes() override { return settingsPanes_; }
     SimulatedAccessibility& accessibility() override { return accessibility_; }
@@ -128,6 +130,7 @@ private:
     SimulatedIdle idle_;
     SimulatedKeys keys_;
     SimulatedPointer pointer_;
+    SimulatedPresence presence_;
     SimulatedSystemEvents systemEvents_;
     SimulatedSettingsPanes settingsPanes_;
     SimulatedAccessibility accessibility_;
