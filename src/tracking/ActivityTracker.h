@@ -128,6 +128,7 @@ private:
     void scheduleTimer(Seconds interval);
     [[nodiscard]] ClockLook lookAtClocks();
     void noteBreak(const ClockLook& look);
+    [[nodiscard]] Date lastSignOfLife() const;
     void adjustTimerFrequency(Seconds uptime);
     void examineCapture();
     [[nodiscard]] bool isAnyMonitorListening() const;

@@ -51,7 +51,7 @@ void ActivityTracker::handleClose(const char* line) {
     foregroundApplicationSnapshot_.reset();
     quietPresenceAt_.reset();
     // Not now: the minutes that nobody attended before the lock are nobody's work.
-    finalizeCurrentRecord(lastUpdate_);
+    finalizeCurrentRecord(lastSignOfLife());
     lastFrontAppBundleId_.reset();
 }
 

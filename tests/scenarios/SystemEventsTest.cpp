@@ -59,6 +59,14 @@ TEST_F(SystemEventsTest, InputIsReportedToWhoeverKnowsWhetherTheLockIsOver) {
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:01:00", "Editor 09:01:10"));
 }
 
+TEST_F(SystemEventsTest, TheLastKeyBeforeTheLockBelongsToTheRecord) {
+    desktop.typeUntil("09:00:47.5", 0.5s);
+    startTrackingAt("09:00:00");
+    playUntil("09:00:48");
+    desktop.lock();
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:00:47.5"));
+}
+
 TEST_F(SystemEventsTest, ALockedSessionTicksWithoutRecording) {
     startTrackingAt("09:00:00");
     playUntil("09:01:00");
