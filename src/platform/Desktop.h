@@ -6,6 +6,7 @@
 #include "platform/IdleSource.h"
 #include "platform/KeyEventSource.h"
 #include "platform/PointerEventSource.h"
+#include "platform/PresenceSource.h"
 #include "platform/RunningApplications.h"
 #include "platform/SettingsPanes.h"
 #include "platform/SystemEvents.h"
@@ -21,6 +22,7 @@ public:
     virtual IdleSource& idle() = 0;
     virtual KeyEventSource& keys() = 0;
     virtual PointerEventSource& pointer() = 0;
+    virtual PresenceSource& presence() = 0;
     virtual SystemEvents& systemEvents() = 0;
     virtual SettingsPanes& settingsPanes() = 0;
     virtual Accessibility& accessibility() = 0;

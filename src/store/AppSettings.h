@@ -32,6 +32,8 @@ public:
     Attribute<std::int64_t> idleThresholdMinutes{*this, 5};
     Attribute<bool> hideDockIcon{*this, false};
     Attribute<bool> splitsRecordsByTitle{*this, true};  ///< does another title, document or page begin a record?
+    /// Is somebody there while an application holds idleness off, or the one in front plays?
+    Attribute<bool> countsCallsAsPresence{*this, false};
 
     /// The numbers of `workDays` in their order; what is no number is left out.
     [[nodiscard]] std::vector<std::int64_t> workDayList() const;

@@ -17,7 +17,7 @@
 namespace quorvane::TimelineProcessing {
 namespace {
 
-constexpr Seconds shortestRecord = 60s;
+constexpr Seconds shortestBlock = 60s;
 constexpr Seconds longestGap = 120s;
 constexpr double equalDurations = 0.0001;  // hours
 constexpr Seconds shortestLabelled = 90s;
@@ -25,7 +25,7 @@ constexpr double labelDistance = 100;  // points
 
 bool isOnChart(const TimelineRecordSnapshot& record, DateInterval day, Date now) {
     return record.startTime >= day.start && record.startTime < day.end &&
-           record.endTime.value_or(now) - record.startTime >= shortestRecord && !record.isLoginWindow();
+           record.endTime.value_or(now) > record.startTime && !record.isLoginWindow();
 }
 
 void sortByStart(std::vector<TimelineRecordSnapshot>& records) {
@@ -59,6 +59,19 @@ void absorb(TimelineRecordSnapshot& current, TimelineRecordSnapshot&& next, Date
     fill(current.url, next.url);
     fill(current.category, next.category);
     if (current.tags.empty()) current.tags = std::move(next.tags);
+}
+
+/// `records` are in order.
+std::vector<TimelineRecordSnapshot> joined(std::vector<TimelineRecordSnapshot> records, Date now) {
+    std::vector<TimelineRecordSnapshot> merged;
+    merged.reserve(records.size());
+    for (auto& next : records) {
+        if (!merged.empty() && continues(merged.back(), next, now))
+            absorb(merged.back(), std::move(next), now);
+        else
+            merged.push_back(std::move(next));
+    }
+    return merged;
 }
 
 /// What the draw order looks at, so that sorting doesn't move whole blocks.
@@ -105,15 +118,10 @@ std::vector<TimelineRecordSnapshot> snapshotsOfDay(std::vector<TimelineRecordSna
 
 std::vector<TimelineRecordSnapshot> mergeAdjacentRecords(std::vector<TimelineRecordSnapshot> snapshots, Date now) {
     sortByStart(snapshots);
-    std::vector<TimelineRecordSnapshot> merged;
-    merged.reserve(snapshots.size());
-    for (auto& next : snapshots) {
-        if (!merged.empty() && continues(merged.back(), next, now))
-            absorb(merged.back(), std::move(next), now);
-        else
-            merged.push_back(std::move(next));
-    }
-    return merged;
+    auto blocks = joined(std::move(snapshots), now);
+    std::erase_if(blocks,
+                  [&](const auto& block) { return block.endTime.value_or(now) - block.startTime < shortestBlock; });
+    return joined(std::move(blocks), now);  // a glance at something else does not part them
 }
 
 std::vector<TimelineProcessedSnapshot> placeSnapshots(std::vector<TimelineRecordSnapshot> snapshots, Date now,

@@ -14,13 +14,13 @@
 /// own.
 namespace quorvane::TimelineProcessing {
 
-/// The records on the chart of the day of `selectedDate`, by start: those that begin on it and last a minute or more,
-/// until their end or now. The login window is none of them.
+/// The records on the chart of the day of `selectedDate`, by start: those that begin on it and last at all, until
+/// their end or now. The login window is none of them.
 [[nodiscard]] std::vector<TimelineRecordSnapshot> snapshotsOfDay(std::vector<TimelineRecordSnapshot> records,
                                                                  Date selectedDate, Date now, const Calendar& calendar);
 
-/// Joins neighbours of one application that lie at most two minutes apart: from the first start to the last end. By
-/// start, among equals by id.
+/// Joins neighbours of one application that lie at most two minutes apart: from the first start to the last end. What
+/// is under a minute even so is left out, and no neighbour of anything. By start, among equals by id.
 [[nodiscard]] std::vector<TimelineRecordSnapshot> mergeAdjacentRecords(std::vector<TimelineRecordSnapshot> snapshots,
                                                                        Date now);
 

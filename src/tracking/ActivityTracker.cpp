@@ -2,6 +2,7 @@
 
 #include "store/OverlapDetectionService.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvane {
@@ -110,6 +111,7 @@ void ActivityTracker::stop() {
     if (!isTracking_) return;
     isTracking_ = false;
     isTrackingChanged.send(false);
+    const Date end = lastSignOfLife();
     timer_.reset();
     firstTick_.reset();
     pendingActivityCallback_.reset();
@@ -117,7 +119,7 @@ void ActivityTracker::stop() {
     mouseMonitor_.stopMonitoring();
     keyboardMonitor_.onActivity = nullptr;
     mouseMonitor_.onActivity = nullptr;
-    finalizeCurrentRecord(lastUpdate_);
+    finalizeCurrentRecord(end);
     removeSystemObservers();
     removeActivationObserver();
     cleanupTimer_.reset();
@@ -125,6 +127,7 @@ void ActivityTracker::stop() {
     cachedWorkTime_.reset();
     windowInfoCache_.clear();
     foregroundApplicationSnapshot_.reset();
+    quietPresenceAt_.reset();
 }
 
 void ActivityTracker::toggle() {
@@ -139,6 +142,7 @@ void ActivityTracker::handleUserActivity() {
         const ClockLook look = lookAtClocks();
         lastActivityCallbackAt_ = look.uptime;
         lastUpdate_ = look.now;
+        desktop_.systemEvents().noteInput();
     };
     const Seconds uptime = runLoop_.uptime();
     if (!lastActivityCallbackAt_ || uptime - *lastActivityCallbackAt_ >= minActivityCallbackInterval) return confirm();
@@ -153,6 +157,14 @@ ClockLook ActivityTracker::lookAtClocks() {
     const ClockLook before = std::exchange(lastLook_, look);
     if (!ActivityTrackingPolicy::isUnbroken(before, look, 2 * currentTickInterval_)) noteBreak(look);
     return look;
+}
+
+/// Nobody is told of each key; the monitors know of the last one to the moment. By the clock as it was at the last
+/// look.
+Date ActivityTracker::lastSignOfLife() const {
+    if (!isAnyMonitorListening()) return lastUpdate_;
+    const Seconds heardAt = runLoop_.uptime() - std::min(keyboardMonitor_.getIdleTime(), mouseMonitor_.getIdleTime());
+    return std::max<Date>(lastUpdate_, lastLook_.now + (heardAt - lastLook_.uptime));
 }
 
 /// Nobody watched, or the clock was set: what lies between is nobody's time. The open record ends at the last sign of

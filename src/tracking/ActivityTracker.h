@@ -84,15 +84,18 @@ private:
 
     struct Presence {
         Seconds effectiveIdle{};
+        Seconds untouched{};         ///< the same, whatever calls and films say
         std::int64_t threshold = 0;  ///< seconds
         bool isEnabled = true;       ///< idle detection
-        [[nodiscard]] bool isIdle() const { return effectiveIdle >= Seconds{static_cast<double>(threshold)}; }
+        [[nodiscard]] bool isIdle() const { return isOver(effectiveIdle); }
+        [[nodiscard]] bool isOver(Seconds idle) const { return idle >= Seconds{static_cast<double>(threshold)}; }
     };
     // What is kept for a while has the uptime at which it was read.
     struct TrackingSettings {
         std::int64_t threshold;  ///< of idle time, in seconds
         bool isEnabled;          ///< idle detection
         bool splitsByTitle = true;
+        bool countsCalls = false;
         Seconds readAt{};
     };
     struct WorkTime {
@@ -125,6 +128,7 @@ private:
     void scheduleTimer(Seconds interval);
     [[nodiscard]] ClockLook lookAtClocks();
     void noteBreak(const ClockLook& look);
+    [[nodiscard]] Date lastSignOfLife() const;
     void adjustTimerFrequency(Seconds uptime);
     void examineCapture();
     [[nodiscard]] bool isAnyMonitorListening() const;
@@ -132,6 +136,9 @@ private:
     [[nodiscard]] const TrackingSettings& trackingSettings();
     [[nodiscard]] TrackingSettings storedTrackingSettings();
     [[nodiscard]] bool isWorkTime(Date now);
+    [[nodiscard]] bool awaitsQuietPresence(const Presence& presence, Seconds uptime);
+    void askForQuietPresence(Seconds uptime, bool isAwaited);
+    void noteQuietPresence(const std::optional<std::string>& presence, bool isAwaited);
     void noteIdleness(const Presence& presence);
     void resumeMonitoring();
     void leave(Date now);
@@ -221,6 +228,7 @@ private:
     bool isFetchingWindowInfo_ = false;
     std::optional<CachedBrowserURL> cachedBrowserURL_;
     bool isFetchingBrowserURL_ = false;
+    bool isAskingForPresence_ = false;
     std::optional<Classification> classified_;  ///< of the open record, before anybody else touched it
     std::optional<Date> lastRecordEnd_;         ///< no later record of ours begins before it
 
@@ -231,6 +239,9 @@ private:
     std::optional<Seconds> lastUserActivityCheckAt_;
     std::optional<Seconds> lastActiveRecordsSweepAt_;
     std::optional<Seconds> lastCurrentRecordHeartbeatAt_;
+    std::optional<Seconds> quietPresenceAt_;  ///< when a call or a film last showed that somebody is there
+    std::optional<Seconds> presenceAskedAt_;
+    std::optional<Seconds> presenceAnsweredAt_;
 
     static constexpr Seconds activeTickInterval = 10s;
     Seconds currentTickInterval_;

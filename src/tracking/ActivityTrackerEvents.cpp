@@ -17,6 +17,8 @@ void ActivityTracker::registerObservers() {
     observeResume(SystemEvent::didWake, workspaceObservers_, "ActivityTracker: didWake -> tick");
     observeClose(SystemEvent::screensDidSleep, workspaceObservers_, "ActivityTracker: screensDidSleep");
     observeResume(SystemEvent::screensDidWake, workspaceObservers_, "ActivityTracker: screensDidWake -> tick");
+    observeClose(SystemEvent::sessionDidLeave, workspaceObservers_, "ActivityTracker: sessionDidLeave");
+    observeResume(SystemEvent::sessionDidReturn, workspaceObservers_, "ActivityTracker: sessionDidReturn -> tick");
     observeClose(SystemEvent::screenLocked, distributedObservers_, "ActivityTracker: screenIsLocked");
     observeResume(SystemEvent::screenUnlocked, distributedObservers_, "ActivityTracker: screenIsUnlocked -> tick");
     appActivationObserver_ = desktop_.foreground().observeActivation(
@@ -47,8 +49,9 @@ void ActivityTracker::handleClose(const char* line) {
     console_.line("{}", line);
     isSessionLocked_ = true;
     foregroundApplicationSnapshot_.reset();
+    quietPresenceAt_.reset();
     // Not now: the minutes that nobody attended before the lock are nobody's work.
-    finalizeCurrentRecord(lastUpdate_);
+    finalizeCurrentRecord(lastSignOfLife());
     lastFrontAppBundleId_.reset();
 }
 

@@ -21,6 +21,8 @@ constexpr Seconds settingsCacheValidityInterval = 300s;
 constexpr Seconds browserURLRefreshAge = 120s;
 constexpr Seconds verboseIdle = 60s;
 constexpr int idleTicksToPause = 3;
+constexpr Seconds presencePatience = 2s;  ///< far more than an answer takes, unless all workers are busy
+constexpr Seconds presenceHoldsFor = 1s;
 
 /// Whole seconds, cut off, as the lines show them.
 std::int64_t whole(Seconds seconds) {
@@ -74,6 +76,7 @@ void ActivityTracker::runTick() {
     examineCapture();
     const Presence presence = readPresence(look);
     if (!isWorkTime(now)) return leaveOutsideWorkHours(now);
+    if (presence.isEnabled && awaitsQuietPresence(presence, look.uptime)) return;
     noteIdleness(presence);
     if (presence.isEnabled && presence.isIdle()) return leaveIdle(presence, now);
     if (isSessionLocked_) {
@@ -139,12 +142,15 @@ ActivityTracker::Presence ActivityTracker::readPresence(const ClockLook& look) {
     const Seconds mouseIdle = mouseMonitor_.getIdleTime();
     const Seconds rawSystemIdle = desktop_.idle().secondsSinceLastInput();
     const Seconds systemIdle = std::max(rawSystemIdle, Seconds{0});
-    const Seconds effectiveIdle = ActivityTrackingPolicy::effectiveIdle(
-        {.systemIdle = systemIdle,
-         .inputIdle = std::min(keyboardIdle, mouseIdle),
-         .isMonitoring = isAnyMonitorListening(),
-         .inGrace = ActivityTrackingPolicy::isWithinForegroundGrace(lastForegroundActivationAt_, look.uptime,
-                                                                    foregroundActivationGraceInterval)});
+    ActivityTrackingPolicy::IdleReading reading{
+        .systemIdle = systemIdle,
+        .inputIdle = std::min(keyboardIdle, mouseIdle),
+        .isMonitoring = isAnyMonitorListening(),
+        .inGrace = ActivityTrackingPolicy::isWithinForegroundGrace(lastForegroundActivationAt_, look.uptime,
+                                                                   foregroundActivationGraceInterval)};
+    const Seconds untouched = ActivityTrackingPolicy::effectiveIdle(reading);
+    if (quietPresenceAt_) reading.sinceQuietPresence = look.uptime - *quietPresenceAt_;
+    const Seconds effectiveIdle = ActivityTrackingPolicy::effectiveIdle(reading);
     const TrackingSettings& settings = trackingSettings();
     if (rawSystemIdle < 0s)
         console_.line("ActivityTracker: ⚠️ 检测到异常的负数空闲时间: {}s，已修正为0",
@@ -153,7 +159,10 @@ ActivityTracker::Presence ActivityTracker::readPresence(const ClockLook& look) {
         console_.line("ActivityTracker: 🔄 Tick called at {}, idle: {}s (keyboard: {}s, mouse: {}s, system: {}s)",
                       describe(look.now), whole(effectiveIdle), whole(keyboardIdle), whole(mouseIdle),
                       whole(systemIdle));
-    return {.effectiveIdle = effectiveIdle, .threshold = settings.threshold, .isEnabled = settings.isEnabled};
+    return {.effectiveIdle = effectiveIdle,
+            .untouched = untouched,
+            .threshold = settings.threshold,
+            .isEnabled = settings.isEnabled};
 }
 
 const ActivityTracker::TrackingSettings& ActivityTracker::trackingSettings() {
@@ -175,7 +184,8 @@ ActivityTracker::TrackingSettings ActivityTracker::storedTrackingSettings() {
     }
     return {.threshold = minutesAsSeconds(settings->idleThresholdMinutes()),
             .isEnabled = settings->enableIdleDetection(),
-            .splitsByTitle = settings->splitsRecordsByTitle()};
+            .splitsByTitle = settings->splitsRecordsByTitle(),
+            .countsCalls = settings->countsCallsAsPresence()};
 }
 
 bool ActivityTracker::isWorkTime(Date now) {
@@ -197,6 +207,39 @@ void ActivityTracker::leaveOutsideWorkHours(Date now) {
     console_.line("  当前时间: {}:{:02}, 星期{}", at.hour, at.minute, at.weekday);
     console_.line("  💡 提示: 如需24小时记录，请在设置中关闭'仅追踪工作时间'");
     closeAndLeave(now, now);
+}
+
+/// Who has touched nothing for long may be in a call or before a film. That is asked as long as somebody was there:
+/// what begins while nobody is shows nobody. True while all depends on the answer, which brings the next tick.
+bool ActivityTracker::awaitsQuietPresence(const Presence& presence, Seconds uptime) {
+    if (!presence.isOver(presence.untouched) || !trackingSettings().countsCalls) return false;
+    const bool wasThere = quietPresenceAt_ && uptime - *quietPresenceAt_ <= 2 * currentTickInterval_;
+    if (!currentRecord_ && !wasThere) return false;
+    if (isAskingForPresence_) return presence.isIdle() && uptime - *presenceAskedAt_ < presencePatience;
+    if (presenceAnsweredAt_ && uptime - *presenceAnsweredAt_ < presenceHoldsFor) return false;
+    askForQuietPresence(uptime, presence.isIdle());
+    return presence.isIdle();
+}
+
+void ActivityTracker::askForQuietPresence(Seconds uptime, bool isAwaited) {
+    isAskingForPresence_ = true;
+    presenceAskedAt_ = uptime;
+    platform::inBackground(
+        runLoop_, [&source = desktop_.presence()] { return source.quietPresence(); },
+        [weak = weak_.handle(), isAwaited](std::future<std::optional<std::string>> presence) {
+            if (auto* self = weak.get()) self->noteQuietPresence(presence.get(), isAwaited);
+        });
+}
+
+void ActivityTracker::noteQuietPresence(const std::optional<std::string>& presence, bool isAwaited) {
+    isAskingForPresence_ = false;
+    const Seconds uptime = runLoop_.uptime();
+    if (!isTracking_ || isSessionLocked_ || uptime - *presenceAskedAt_ >= presencePatience) return;
+    presenceAnsweredAt_ = uptime;
+    if (presence) quietPresenceAt_ = presenceAnsweredAt_;
+    if (!isAwaited) return;
+    if (presence) console_.line("ActivityTracker: No input, but {}", *presence);
+    tick();
 }
 
 void ActivityTracker::noteIdleness(const Presence& presence) {

@@ -18,7 +18,9 @@ constexpr Seconds largestCorrection = 2s;
 
 Seconds effectiveIdle(const IdleReading& reading) {
     if (reading.inGrace) return 0s;
-    return reading.isMonitoring ? std::min(reading.systemIdle, reading.inputIdle) : reading.systemIdle;
+    const Seconds untouched =
+        reading.isMonitoring ? std::min(reading.systemIdle, reading.inputIdle) : reading.systemIdle;
+    return std::min(untouched, reading.sinceQuietPresence.value_or(untouched));
 }
 
 bool isWithinForegroundGrace(std::optional<Seconds> activatedAt, Seconds uptime, Seconds interval) {

@@ -20,14 +20,15 @@ namespace quorvane::ActivityTrackingPolicy {
 
 /// What the sources of input say at one instant.
 struct IdleReading {
-    Seconds systemIdle{};       ///< since the last input to any process, >= 0
-    Seconds inputIdle{};        ///< the smaller of the keyboard's and the mouse's
-    bool isMonitoring = false;  ///< at least one monitor listens
-    bool inGrace = false;       ///< an application came to the front just now
+    Seconds systemIdle{};                         ///< since the last input to any process, >= 0
+    Seconds inputIdle{};                          ///< the smaller of the keyboard's and the mouse's
+    bool isMonitoring = false;                    ///< at least one monitor listens
+    bool inGrace = false;                         ///< an application came to the front just now
+    std::optional<Seconds> sinceQuietPresence{};  ///< since a call or a film showed that somebody is there
 };
 
-/// Seconds for which the user counts as away. A listening monitor can only shorten what the system measured; an
-/// activation within its grace period outweighs every measurement.
+/// Seconds for which the user counts as away. A listening monitor or a call can only shorten what the system measured;
+/// an activation within its grace period outweighs every measurement.
 [[nodiscard]] Seconds effectiveIdle(const IdleReading& reading);
 
 /// Does the activation at `activatedAt` still count as activity `interval` later at most? Both as uptime.

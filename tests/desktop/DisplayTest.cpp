@@ -53,9 +53,10 @@ TEST(DisplayTest, EveryQuestionIsListed) {
         EXPECT_EQ(channel.isAvailable, channel.reason.empty());
         EXPECT_FALSE(channel.name.empty());
     }
-    EXPECT_THAT(questions, ElementsAre("front window and activation", "window titles", "system idle time", "key events",
-                                       "button and scroll events", "sleep and wake", "lock and unlock",
-                                       "screens asleep", "accessibility tree", "automation", "system log"));
+    EXPECT_THAT(questions,
+                ElementsAre("front window and activation", "window titles", "system idle time", "key events",
+                            "button and scroll events", "sleep and wake", "lock and unlock", "screens asleep",
+                            "calls and films", "accessibility tree", "automation", "system log"));
     EXPECT_THAT(displayChannels(desktop), Each(Field(&Channel::isAvailable, true)));
 }
 

@@ -30,8 +30,9 @@ TEST_F(SessionLockTest, AConfirmedLockLastsUntilItsEnd) {
     lock.noteState(true);
     lock.noteRequest(true);
     runLoop.playFor(3600s);
-    EXPECT_TRUE(lock.isLocked());
+    EXPECT_TRUE(lock.isDoubtful());
     lock.noteState(false);
+    EXPECT_FALSE(lock.isDoubtful());
     EXPECT_THAT(changes, ElementsAre(true, false));
 }
 

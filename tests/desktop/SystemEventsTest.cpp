@@ -12,7 +12,15 @@ namespace {
 
 constexpr SystemEvent allEvents[] = {SystemEvent::willSleep,       SystemEvent::didWake,
                                      SystemEvent::screensDidSleep, SystemEvent::screensDidWake,
+                                     SystemEvent::sessionDidLeave, SystemEvent::sessionDidReturn,
                                      SystemEvent::screenLocked,    SystemEvent::screenUnlocked};
+
+/// Its uptime can be put ahead, so that nobody has to wait.
+class ImpatientRunLoop : public QtRunLoop {
+public:
+    [[nodiscard]] Seconds uptime() const override { return QtRunLoop::uptime() + ahead; }
+    Seconds ahead{};
+};
 
 /// What the desktop reports, in its order.
 class EventList {
@@ -92,6 +100,75 @@ TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThemAndALockAtTh
         announce(false);
         ASSERT_TRUE(list.waitFor(2));
         EXPECT_THAT(list.events, ElementsAre(SystemEvent::screenLocked, SystemEvent::screenUnlocked));
+    }
+}
+
+TEST(SystemEventsTest, WhileAnotherSessionIsInFrontNothingIs) {
+    ImpatientRunLoop runLoop;
+    const DesktopSession session({.display = false});
+    LogindMock logind;
+    logind.setActive(false);
+    LinuxDesktop desktop(runLoop);
+    EventList list(desktop);
+    const auto isHidden = [&] {
+        const auto front = desktop.foreground().frontmostApplication();
+        const auto worker = desktop.runningApplications().frontmost();
+        EXPECT_EQ(front && front->bundleIdentifier == loginWindowBundleId,
+                  worker && worker->bundleIdentifier == loginWindowBundleId);
+        return front.has_value();
+    };
+    EXPECT_TRUE(isHidden());
+    logind.setActive(true);
+    ASSERT_TRUE(list.waitFor(1));
+    EXPECT_FALSE(isHidden());
+    logind.setActive(false);
+    ASSERT_TRUE(list.waitFor(2));
+    desktop.systemEvents().noteInput();
+    EXPECT_TRUE(isHidden()) << "the keys that switched";
+    runLoop.ahead = 10s;
+    desktop.systemEvents().noteInput();
+    EXPECT_THAT(list.events, ElementsAre(SystemEvent::sessionDidReturn, SystemEvent::sessionDidLeave,
+                                         SystemEvent::sessionDidReturn));
+}
+
+TEST(SystemEventsTest, ALockEndsWithItsLockerOrWhenNobodyAnswersForItAndSomebodyTypes) {
+    ImpatientRunLoop runLoop;
+    const DesktopSession session({.display = false});
+    LogindMock logind;
+    const auto say = [](BusMock& locker) { locker.emitSignal("ActiveChanged", "b", {true}); };
+    const auto activate = [&](BusMock& locker) {
+        locker.setAnswer("GetActive", "", "b", "ret = True");
+        say(locker);
+    };
+    const struct {
+        const char* name;
+        std::function<void(BusMock&)> lock;
+        std::function<void(BusMock&)> then;
+        Seconds inputAfter;
+        bool isOver;
+    } rows[] = {
+        {"dies", activate, [](auto& locker) { locker.kill(); }, 0s, true},
+        {"is there", activate, [](auto&) {}, 60s, false},
+        {"hangs", activate, [](auto& locker) { locker.hang(); }, 10s, true},
+        {"has forgotten", say, [](auto&) {}, 10s, true},
+        {"has forgotten just now", say, [](auto&) {}, 9s, false},
+        {"told logind and nobody else", [&](auto&) { logind.setLockedHint(true); }, [](auto&) {}, 10s, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        BusMock locker("org.gnome.ScreenSaver");
+        locker.setAnswer("GetActive", "", "b", "ret = False");
+        LinuxDesktop desktop(runLoop);
+        EventList list(desktop);
+        row.lock(locker);
+        ASSERT_TRUE(list.waitFor(1));
+        row.then(locker);
+        runLoop.ahead += row.inputAfter;
+        desktop.systemEvents().noteInput();
+        if (row.isOver)
+            EXPECT_TRUE(list.waitFor(2));
+        else
+            EXPECT_TRUE(staysTrue([&] { return list.events.size() == 1; }));
     }
 }
 

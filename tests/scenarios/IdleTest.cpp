@@ -55,6 +55,42 @@ TEST_F(IdleTest, ThreeIdleTicksPauseTheMonitorsAndTheReturnResumesThem) {
                             "无法获取文档路径和窗口标题，将继续使用基本应用信息"));
 }
 
+TEST_F(IdleTest, AFilmIsPresenceIfThatIsWantedUntilTheTickThatSawItLast) {
+    saveSettings([](AppSettings& settings) { settings.countsCallsAsPresence = true; });
+    desktop.presence().show(true);
+    startTrackingAt("09:00:00");
+    playUntil("09:09:59");
+    EXPECT_EQ(desktop.presence().questions(), 0) << "nothing hangs on it yet";
+    playUntil("09:40:05");
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5"));
+    desktop.presence().show(false);
+    playUntil("10:00:00");
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:39:40"));
+    desktop.presence().show(true);
+    const int questions = desktop.presence().questions();
+    playUntil("10:30:00");
+    EXPECT_EQ(desktop.presence().questions(), questions) << "what begins while nobody is there shows nobody";
+    EXPECT_EQ(records().size(), 1U);
+}
+
+TEST_F(IdleTest, AFilmOutweighsNeitherALockNorAnAnswerThatDoesNotCome) {
+    saveSettings([](AppSettings& settings) { settings.countsCallsAsPresence = true; });
+    desktop.presence().show(true);
+    startTrackingAt("09:00:00");
+    playUntil("09:20:05");
+    desktop.lock();
+    playUntil("09:30:05");
+    desktop.unlock();
+    desktop.bringToFront("org.example.editor", "Editor");
+    desktop.pressKey();
+    runLoop.holdBackground();
+    playUntil("09:36:15");
+    EXPECT_EQ(records().back(), "Editor 09:30:05 to 09:30:06");
+    runLoop.releaseBackground();
+    playUntil("09:40:00");
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:19:40", "Editor 09:30:05 to 09:30:06"));
+}
+
 TEST_F(IdleTest, WithDetectionOffTheMonitorsStillPauseButNoTimeIsLost) {
     saveSettings([](AppSettings& settings) {
         settings.enableIdleDetection = false;

@@ -22,6 +22,8 @@ TEST_F(SystemEventsTest, EachCloseEventEndsTheRecordWhenTheUserWasLastSeenAndEac
         {"sleep", [&] { desktop.willSleep(); }, [&] { desktop.didWake(); }, "willSleep", "didWake -> tick"},
         {"screens", [&] { desktop.screensSleep(); }, [&] { desktop.screensWake(); }, "screensDidSleep",
          "screensDidWake -> tick"},
+        {"another session", [&] { desktop.switchAway(); }, [&] { desktop.switchBack(); }, "sessionDidLeave",
+         "sessionDidReturn -> tick"},
         {"lock", [&] { desktop.lock(); }, [&] { desktop.unlock(); }, "screenIsLocked", "screenIsUnlocked -> tick"},
     };
     startTrackingAt("09:00:00");
@@ -43,6 +45,26 @@ TEST_F(SystemEventsTest, EachCloseEventEndsTheRecordWhenTheUserWasLastSeenAndEac
         EXPECT_EQ(records(), expected);
         runLoop.playFor(54s);
     }
+}
+
+TEST_F(SystemEventsTest, InputIsReportedToWhoeverKnowsWhetherTheLockIsOver) {
+    startTrackingAt("09:00:00");
+    playUntil("09:01:00");
+    desktop.lock();
+    const Date lockedAt = runLoop.now();
+    const auto noted = desktop.inputNoted().subscribe([&] {
+        if (runLoop.now() - lockedAt >= 10s) desktop.unlock();
+    });
+    playUntil("09:02:00");
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:01:00", "Editor 09:01:10"));
+}
+
+TEST_F(SystemEventsTest, TheLastKeyBeforeTheLockBelongsToTheRecord) {
+    desktop.typeUntil("09:00:47.5", 0.5s);
+    startTrackingAt("09:00:00");
+    playUntil("09:00:48");
+    desktop.lock();
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:00:47.5"));
 }
 
 TEST_F(SystemEventsTest, ALockedSessionTicksWithoutRecording) {

@@ -49,7 +49,7 @@ Snapshots records(std::string_view text) {
     return all;
 }
 
-TEST(TimelineProcessingTest, TakesWhatBeginsOnTheDayAndLastsAMinuteInOrder) {
+TEST(TimelineProcessingTest, TakesWhatBeginsOnTheDayAndLastsInOrder) {
     for (const auto& row : textTable(QUORVANE_TIMELINE_DATA "/records-of-the-day.txt"))
         EXPECT_EQ(Processing::snapshotsOfDay(records(row[0]), at("13:00:00"), at("18:00:00"), utc),
                   row[1] == "taken" ? records(row[0]) : Snapshots{})

@@ -29,6 +29,10 @@ QString BoundedBusConnection::sessionAddress() {
     return address.isEmpty() && !runtimeDirectory.isEmpty() ? "unix:path=" + runtimeDirectory + "/bus" : address;
 }
 
+QString BoundedBusConnection::systemAddress() {
+    return qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS", QStringLiteral("unix:path=/run/dbus/system_bus_socket"));
+}
+
 QDBusMessage BoundedBusConnection::call(const QDBusMessage& question, const Deadline& deadline) const {
     const int left = deadline.millisecondsLeft();
     if (left == 0) return question.createErrorReply(QDBusError::NoReply, QStringLiteral("the time is over"));

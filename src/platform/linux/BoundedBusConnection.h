@@ -19,8 +19,9 @@ public:
     BoundedBusConnection& operator=(const BoundedBusConnection&) = delete;
     ~BoundedBusConnection();
 
-    /// The address of the bus of the user's session, from the environment; may be empty.
+    /// The addresses of the bus of the user's session, which may be empty, and of the system's, from the environment.
     [[nodiscard]] static QString sessionAddress();
+    [[nodiscard]] static QString systemAddress();
 
     [[nodiscard]] bool isConnected() const { return isGreeted_ && bus_.isConnected(); }
 

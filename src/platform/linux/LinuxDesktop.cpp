@@ -7,6 +7,7 @@
 #include "platform/linux/DesktopSettingsPanes.h"
 #include "platform/linux/DisplaySession.h"
 #include "platform/linux/LinuxAutomation.h"
+#include "platform/linux/LinuxPresenceSource.h"
 #include "platform/linux/LinuxSystemEvents.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/RecordKeyEventSource.h"
@@ -38,7 +39,8 @@ struct LinuxDesktop::Parts {
     explicit Parts(RunLoop& runLoop)
         : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
           systemEvents(runLoop, *x11), foreground(runLoop, *x11, identity, systemEvents), idle(*x11), keys(*x11),
-          pointer(*x11), runningApplications(identity, systemEvents), automation(runningApplications, identity) {}
+          pointer(*x11), runningApplications(identity, systemEvents), automation(runningApplications, identity),
+          presence(runningApplications, identity) {}
 
     std::vector<std::string> notices;
     std::unique_ptr<X11Connection> x11;
@@ -54,6 +56,7 @@ struct LinuxDesktop::Parts {
     AtspiAccessibility accessibility;
     std::unique_ptr<BrowserMessages> browserMessages;  ///< none until somebody listens
     LinuxAutomation automation;
+    LinuxPresenceSource presence;
     LinuxSystemLog systemLog;
 };
 
@@ -85,6 +88,9 @@ KeyEventSource& LinuxDesktop::keys() {
 PointerEventSource& LinuxDesktop::pointer() {
     return parts_->pointer;
 }
+PresenceSource& LinuxDesktop::presence() {
+    return parts_->presence;
+}
 SystemEvents& LinuxDesktop::systemEvents() {
     return parts_->systemEvents;
 }
@@ -107,6 +113,7 @@ std::vector<Channel> LinuxDesktop::channels() const {
                                   parts_->idle.channel(), parts_->keys.channel(), parts_->pointer.channel()};
     for (auto& channel : parts_->systemEvents.channels())
         channels.push_back(std::move(channel));
+    channels.push_back(parts_->presence.channel());
     channels.push_back(parts_->accessibility.channel());
     channels.push_back(parts_->automation.channel());
     channels.push_back(parts_->systemLog.channel());

@@ -23,6 +23,7 @@ public:
     IdleSource& idle() override;
     KeyEventSource& keys() override;
     PointerEventSource& pointer() override;
+    PresenceSource& presence() override;
     SystemEvents& systemEvents() override;
     SettingsPanes& settingsPanes() override;
     /// Hears from now on what browsers with our extension show; `say` gets lines for people, on the main thread. For

@@ -14,14 +14,18 @@ struct LinuxSystemEvents::Sources {
     Sources(RunLoop& runLoop, X11Connection& x11)
         : lock(runLoop,
                [this](bool isLocked) { send(isLocked, SystemEvent::screenLocked, SystemEvent::screenUnlocked); }),
+          background(runLoop,
+                     [this](bool isIn) { send(isIn, SystemEvent::sessionDidLeave, SystemEvent::sessionDidReturn); }),
           logind({.willSleep = [this] { signal(SystemEvent::willSleep).send(); },
                   .didWake = [this] { signal(SystemEvent::didWake).send(); },
                   .lockRequested = [this](bool request) { lock.noteRequest(request); },
-                  .lockReported = [this](bool isLocked) { lock.noteState(isLocked); }}),
+                  .lockReported = [this](bool isLocked) { lock.noteState(isLocked); },
+                  .frontReported = [this](bool isInFront) { background.noteState(!isInFront); }}),
           screenSaver([this](bool isActive) { lock.noteState(isActive); }), screens(x11, [this](bool areAsleep) {
               send(areAsleep, SystemEvent::screensDidSleep, SystemEvent::screensDidWake);
           }) {
         lock.begin(logind.wasLocked());
+        background.begin(!logind.wasInFront());
     }
 
     Signal<>& signal(SystemEvent event) { return signals[static_cast<std::size_t>(event)]; }
@@ -29,6 +33,7 @@ struct LinuxSystemEvents::Sources {
 
     std::array<Signal<>, static_cast<std::size_t>(SystemEvent::screenUnlocked) + 1> signals;
     SessionLock lock;
+    SessionLock background;  ///< behind another session it is as good as locked
     LogindSession logind;
     ScreenSaverSignals screenSaver;
     X11ScreenEvents screens;
@@ -41,6 +46,15 @@ LinuxSystemEvents::~LinuxSystemEvents() = default;
 
 Subscription LinuxSystemEvents::observe(SystemEvent event, std::function<void()> happened) {
     return sources_->signal(event).subscribe(std::move(happened));
+}
+
+// Only keys and buttons come here, and no server that has lost its screen hears any.
+void LinuxSystemEvents::noteInput() {
+    if (sources_->background.isDoubtful()) sources_->background.noteState(false);
+    if (!sources_->lock.isDoubtful()) return;
+    sources_->screenSaver.ask([this](bool isActive) {
+        if (!isActive && sources_->lock.isDoubtful()) sources_->lock.noteState(false);
+    });
 }
 
 std::vector<Channel> LinuxSystemEvents::channels() const {
@@ -67,8 +81,16 @@ std::vector<Channel> LinuxSystemEvents::channels() const {
     return {std::move(sleep), std::move(lock), sources_->screens.channel()};
 }
 
-bool LinuxSystemEvents::isLocked() const {
-    return sources_->lock.isLocked();
+bool LinuxSystemEvents::isOutOfReach() const {
+    return sources_->lock.isLocked() || sources_->background.isLocked();
+}
+
+std::vector<Subscription> LinuxSystemEvents::observeReach(const std::function<void(bool)>& changed) {
+    std::vector<Subscription> subscriptions;
+    for (const auto event : {SystemEvent::screenLocked, SystemEvent::screenUnlocked, SystemEvent::sessionDidLeave,
+                             SystemEvent::sessionDidReturn})
+        subscriptions.push_back(observe(event, [this, changed] { changed(isOutOfReach()); }));
+    return subscriptions;
 }
 
 }  // namespace quorvane::platform

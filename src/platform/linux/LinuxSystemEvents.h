@@ -8,8 +8,8 @@
 
 namespace quorvane::platform {
 
-/// Sleep from logind, lock from logind and the screen savers, dark screens from the X server. What is missing of these
-/// is missing, and nothing else.
+/// Sleep and the session in front from logind, lock from logind and the screen savers, dark screens from the X server.
+/// What is missing of these is missing, and nothing else.
 class LinuxSystemEvents final : public SystemEvents {
 public:
     /// Asks the buses how things stand, for less than a second even if nobody there answers.
@@ -20,10 +20,16 @@ public:
 
     Subscription observe(SystemEvent event, std::function<void()> happened) override;
 
+    void noteInput() override;
+
     /// Three: sleep and wake, lock and unlock, screens asleep.
     [[nodiscard]] std::vector<Channel> channels() const override;
 
-    [[nodiscard]] bool isLocked() const;
+    /// Is the session locked, or another one in front of it? Nobody works here then.
+    [[nodiscard]] bool isOutOfReach() const;
+
+    /// Calls `changed` with that after each event that can change it.
+    [[nodiscard]] std::vector<Subscription> observeReach(const std::function<void(bool isOutOfReach)>& changed);
 
 private:
     struct Sources;

@@ -72,6 +72,8 @@ LogindSession::LogindSession(Handlers handlers) : handlers_(std::move(handlers))
     bus.connect(service, sessionPath_, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
                 SLOT(noteProperties(QString, QVariantMap, QStringList)));
     wasLocked_ = sessionProperty(bus, sessionPath_, "LockedHint").toBool();
+    const auto isActive = sessionProperty(bus, sessionPath_, "Active");
+    wasInFront_ = !isActive.isValid() || isActive.toBool();
 }
 
 std::string LogindSession::sleepProblem() {
@@ -114,8 +116,11 @@ void LogindSession::notePrepareForSleep(bool isGoing) {
 }
 
 void LogindSession::noteProperties(const QString& interface, const QVariantMap& changed, const QStringList&) {
-    const auto hint = changed.constFind(QStringLiteral("LockedHint"));
-    if (interface == sessionInterface && hint != changed.constEnd()) handlers_.lockReported(hint->toBool());
+    if (interface != sessionInterface) return;
+    if (const auto hint = changed.constFind(QStringLiteral("LockedHint")); hint != changed.constEnd())
+        handlers_.lockReported(hint->toBool());
+    if (const auto active = changed.constFind(QStringLiteral("Active")); active != changed.constEnd())
+        handlers_.frontReported(active->toBool());
 }
 
 }  // namespace quorvane::platform

@@ -11,7 +11,7 @@
 
 namespace quorvane::platform {
 
-/// What logind says about the machine's sleep and our session's lock.
+/// What logind says about the machine's sleep and our session: its lock, and whether it is the one on the screen.
 class LogindSession final : public QObject {
     Q_OBJECT
 
@@ -21,6 +21,7 @@ public:
         std::function<void()> didWake;
         std::function<void(bool lock)> lockRequested;
         std::function<void(bool isLocked)> lockReported;
+        std::function<void(bool isInFront)> frontReported;
     };
 
     /// What logind calls the session of this process, or else the user's on the screen: "x11", "wayland", "tty". Empty
@@ -34,8 +35,9 @@ public:
     [[nodiscard]] std::string sleepProblem();
     [[nodiscard]] std::string lockProblem();
 
-    /// The lock as it was at the start.
+    /// How things were at the start.
     [[nodiscard]] bool wasLocked() const { return wasLocked_; }
+    [[nodiscard]] bool wasInFront() const { return wasInFront_; }
 
 private Q_SLOTS:
     void notePrepareForSleep(bool isGoing);
@@ -52,6 +54,7 @@ private:
     QDBusUnixFileDescriptor delay_;  ///< while it is open the machine waits with falling asleep
     bool isAsleep_ = false;
     bool wasLocked_ = false;
+    bool wasInFront_ = true;
 };
 
 }  // namespace quorvane::platform

@@ -2,6 +2,7 @@
 
 #include <QDBusArgument>
 #include <QUrl>
+#include <algorithm>
 
 namespace quorvane::platform {
 namespace {
@@ -27,10 +28,14 @@ MprisTrack trackOf(SessionBusQuestions& bus, const QString& name) {
     return {.title = textOf(metadata.value(QStringLiteral("xesam:title"))), .file = url.toLocalFile().toStdString()};
 }
 
+QString statusOf(SessionBusQuestions& bus, const QString& name) {
+    return bus.property(name, path, player, QStringLiteral("PlaybackStatus")).toString();
+}
+
 std::optional<MprisTrack> bestTrack(SessionBusQuestions& bus, const QStringList& players) {
     QString paused;
     for (const auto& name : players) {
-        const auto status = bus.property(name, path, player, QStringLiteral("PlaybackStatus")).toString();
+        const auto status = statusOf(bus, name);
         if (status == u"Playing") return trackOf(bus, name);
         if (status == u"Paused" && paused.isEmpty()) paused = name;
     }
@@ -44,17 +49,28 @@ QStringList playersOf(SessionBusQuestions& bus, pid_t pid, const QStringList& al
     return players;
 }
 
-}  // namespace
-
-std::optional<MprisTrack> mprisTrack(SessionBusQuestions& bus, pid_t pid,
-                                     const std::function<bool(const std::string&)>& isApplication) {
+QStringList playersOf(SessionBusQuestions& bus, pid_t pid,
+                      const std::function<bool(const std::string&)>& isApplication) {
     const auto all = bus.names(application + u'.');
     auto players = playersOf(bus, pid, all);
     if (players.isEmpty())
         for (const auto& name : all)
             if (isApplication(textOf(bus.property(name, path, application, QStringLiteral("DesktopEntry")))))
                 players += name;
-    return bestTrack(bus, players);
+    return players;
+}
+
+}  // namespace
+
+std::optional<MprisTrack> mprisTrack(SessionBusQuestions& bus, pid_t pid,
+                                     const std::function<bool(const std::string&)>& isApplication) {
+    return bestTrack(bus, playersOf(bus, pid, isApplication));
+}
+
+bool mprisPlays(SessionBusQuestions& bus, pid_t pid, const std::function<bool(const std::string&)>& isApplication) {
+    const auto players = playersOf(bus, pid, isApplication);
+    return std::any_of(players.begin(), players.end(),
+                       [&](const QString& name) { return statusOf(bus, name) == u"Playing"; });
 }
 
 std::optional<MprisTrack> mprisTrack(SessionBusQuestions& bus, pid_t pid) {

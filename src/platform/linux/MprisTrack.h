@@ -21,7 +21,11 @@ struct MprisTrack {
 [[nodiscard]] std::optional<MprisTrack> mprisTrack(SessionBusQuestions& bus, pid_t pid,
                                                    const std::function<bool(const std::string&)>& isApplication);
 
-/// The same of this process alone.
+/// Does one of these players play?
+[[nodiscard]] bool mprisPlays(SessionBusQuestions& bus, pid_t pid,
+                              const std::function<bool(const std::string&)>& isApplication);
+
+/// The track of this process alone.
 [[nodiscard]] std::optional<MprisTrack> mprisTrack(SessionBusQuestions& bus, pid_t pid);
 
 }  // namespace quorvane::platform

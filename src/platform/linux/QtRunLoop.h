@@ -9,7 +9,7 @@ namespace quorvane::platform {
 ///
 /// Timers of 5 s and more may be off by a twentieth, so that several of them share one wake-up. Sleep of the machine
 /// does not count: a timer resumes with what was left of its interval.
-class QtRunLoop final : public RunLoop {
+class QtRunLoop : public RunLoop {
 public:
     QtRunLoop();
     QtRunLoop(const QtRunLoop&) = delete;

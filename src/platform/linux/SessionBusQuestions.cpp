@@ -3,12 +3,6 @@
 #include <QDBusVariant>
 
 namespace quorvane::platform {
-namespace {
-
-constexpr Seconds patience = 0.3s;
-
-}  // namespace
-
 bool SessionBusQuestions::isThere() {
     return askBus("GetId").isValid();
 }
@@ -26,26 +20,32 @@ pid_t SessionBusQuestions::processOf(const QString& name) {
 
 QVariant SessionBusQuestions::property(const QString& service, const QString& path, const QString& interface,
                                        const QString& property) {
+    return answer(service, path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                  {interface, property})
+        .value<QDBusVariant>()
+        .variant();
+}
+
+QVariant SessionBusQuestions::answer(const QString& service, const QString& path, const QString& interface,
+                                     const QString& method, const QVariantList& arguments) {
     if (!connects()) return {};
-    auto question = QDBusMessage::createMethodCall(service, path, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                   QStringLiteral("Get"));
+    auto question = QDBusMessage::createMethodCall(service, path, interface, method);
     question.setAutoStartService(false);
-    question << interface << property;
-    const auto reply = bus_->call(question, deadline_.within(patience));
-    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).value<QDBusVariant>().variant()
-                                                      : QVariant();
+    question.setArguments(arguments);
+    const auto reply = bus_->call(question, deadline_.within(patience_));
+    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
 }
 
 bool SessionBusQuestions::connects() {
     if (!bus_)
         bus_ =
-            std::make_unique<BoundedBusConnection>(BoundedBusConnection::sessionAddress(), deadline_.within(patience));
+            std::make_unique<BoundedBusConnection>(BoundedBusConnection::sessionAddress(), deadline_.within(patience_));
     return bus_->isConnected();
 }
 
 QVariant SessionBusQuestions::askBus(const char* method, const QVariantList& arguments) {
     if (!connects()) return {};
-    const auto reply = bus_->callBus(method, arguments, deadline_.within(patience));
+    const auto reply = bus_->callBus(method, arguments, deadline_.within(patience_));
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
 }
 

@@ -8,6 +8,9 @@ namespace {
 /// Lockers that report at all do so within a fraction of this.
 constexpr Seconds timeToConfirm = 5s;
 
+/// The lock may have been typed and clicked itself, and what one had begun goes on for a moment.
+constexpr Seconds untilDoubtful = 10s;
+
 }  // namespace
 
 SessionLock::SessionLock(RunLoop& runLoop, std::function<void(bool)> changed)
@@ -24,8 +27,19 @@ void SessionLock::noteState(bool isLocked) {
     set(isLocked);
 }
 
+void SessionLock::begin(bool isLocked) {
+    isLocked_ = isLocked;
+    changedAt_ = runLoop_.uptime();
+}
+
+bool SessionLock::isDoubtful() const {
+    return isLocked_ && runLoop_.uptime() - changedAt_ >= untilDoubtful;
+}
+
 void SessionLock::set(bool isLocked) {
-    if (std::exchange(isLocked_, isLocked) != isLocked) changed_(isLocked);
+    if (isLocked == isLocked_) return;
+    begin(isLocked);
+    changed_(isLocked);
 }
 
 }  // namespace quorvane::platform

@@ -22,9 +22,12 @@ public:
     void noteState(bool isLocked);
 
     /// How things stood when we came; nobody is told.
-    void begin(bool isLocked) { isLocked_ = isLocked; }
+    void begin(bool isLocked);
 
     [[nodiscard]] bool isLocked() const { return isLocked_; }
+
+    /// Locked for ten seconds: who works now may not be locked out any more.
+    [[nodiscard]] bool isDoubtful() const;
 
 private:
     void set(bool isLocked);
@@ -33,6 +36,7 @@ private:
     std::function<void(bool)> changed_;
     std::unique_ptr<WorkItem> confirmation_;
     bool isLocked_ = false;
+    Seconds changedAt_{};  ///< as uptime
 };
 
 }  // namespace quorvane::platform

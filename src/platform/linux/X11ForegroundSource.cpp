@@ -56,20 +56,24 @@ X11ForegroundSource::X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, c
     });
     // A lock screen does not take the focus in the window manager's eyes. Below it nothing comes to the front, and
     // after it something does.
-    locked_ = systemEvents_.observe(SystemEvent::screenLocked, [this] { lastActivated_.reset(); });
-    unlocked_ = systemEvents_.observe(SystemEvent::screenUnlocked, [this] { noteChange(); });
+    reach_ = systemEvents_.observeReach([this](bool isOutOfReach) {
+        if (isOutOfReach)
+            lastActivated_.reset();
+        else
+            noteChange();
+    });
     lastActivated_ = frontmostApplication();
 }
 
 std::optional<ForegroundApplication> X11ForegroundSource::frontmostApplication() {
-    if (systemEvents_.isLocked())
+    if (systemEvents_.isOutOfReach())
         return ForegroundApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"};
     const auto window = frontWindow();
     return window ? std::optional(identity_.identify(*window)) : std::nullopt;
 }
 
 std::optional<std::string> X11ForegroundSource::frontmostWindowTitle() {
-    if (systemEvents_.isLocked()) return std::nullopt;
+    if (systemEvents_.isOutOfReach()) return std::nullopt;
     const auto window = X11Windows::active(x11_);
     return window != XCB_WINDOW_NONE ? X11Windows::title(x11_, window) : std::nullopt;
 }
@@ -110,7 +114,7 @@ void X11ForegroundSource::noteChange() {
 
 void X11ForegroundSource::evaluate(bool mayLookAgain) {
     firstChange_.reset();
-    if (systemEvents_.isLocked()) return;
+    if (systemEvents_.isOutOfReach()) return;
     const auto window = frontWindow();
     if (window && window->areEmpty() && mayLookAgain) {
         evaluation_ = runLoop_.after(untilPropertiesAreSet, [this] { evaluate(false); });

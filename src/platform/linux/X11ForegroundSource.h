@@ -47,8 +47,7 @@ private:
     std::optional<Date> firstChange_;  ///< of those not evaluated yet
     std::unique_ptr<WorkItem> evaluation_;
     Subscription events_;
-    Subscription locked_;
-    Subscription unlocked_;
+    std::vector<Subscription> reach_;
 };
 
 }  // namespace quorvane::platform

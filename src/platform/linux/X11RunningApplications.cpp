@@ -18,12 +18,13 @@ constexpr Seconds patienceWithWindows = 0.25s;
 }  // namespace
 
 X11RunningApplications::X11RunningApplications(const ApplicationIdentity& identity, LinuxSystemEvents& systemEvents)
-    : identity_(identity), isLocked_(systemEvents.isLocked()), x11_(connectToDisplay(X11Connection::Reader::nobody)),
-      locked_(systemEvents.observe(SystemEvent::screenLocked, [this] { isLocked_ = true; })),
-      unlocked_(systemEvents.observe(SystemEvent::screenUnlocked, [this] { isLocked_ = false; })) {}
+    : identity_(identity), isOutOfReach_(systemEvents.isOutOfReach()),
+      x11_(connectToDisplay(X11Connection::Reader::nobody)),
+      reach_(systemEvents.observeReach([this](bool isOutOfReach) { isOutOfReach_ = isOutOfReach; })) {}
 
 std::optional<RunningApplication> X11RunningApplications::frontmost() {
-    if (isLocked_) return RunningApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"};
+    if (isOutOfReach_)
+        return RunningApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"};
     RunningApplication application;
     std::optional<WindowProperties> properties;
     {

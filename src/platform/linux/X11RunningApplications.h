@@ -34,12 +34,11 @@ private:
     [[nodiscard]] bool mayBePrivate(const RunningApplication& application);
 
     const ApplicationIdentity& identity_;
-    std::atomic<bool> isLocked_;
+    std::atomic<bool> isOutOfReach_;
     std::mutex mutex_;  ///< guards `x11_` and `voucher_`
     std::unique_ptr<X11Connection> x11_;
     std::shared_ptr<const Voucher> voucher_;
-    Subscription locked_;
-    Subscription unlocked_;
+    std::vector<Subscription> reach_;
 };
 
 }  // namespace quorvane::platform

@@ -6,6 +6,7 @@
 #include "platform/simulated/SimulatedAutomation.h"
 #include "platform/simulated/SimulatedForeground.h"
 #include "platform/simulated/SimulatedInput.h"
+#include "platform/simulated/SimulatedPresence.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSession.h"
 
@@ -27,6 +28,7 @@ public:
     IdleSource& idle() override { return idle_; }
     KeyEventSource& keys() override { return keys_; }
     PointerEventSource& pointer() override { return pointer_; }
+    SimulatedPresence& presence() override { return presence_; }
     SystemEvents& systemEvents() override { return systemEvents_; }
     SettingsPanes& settingsPanes() override { return settingsPanes_; }
     SimulatedAccessibility& accessibility() override { return accessibility_; }
@@ -95,6 +97,12 @@ public:
     void screensSleep() { systemEvents_.send(SystemEvent::screensDidSleep); }
     void screensWake() { systemEvents_.send(SystemEvent::screensDidWake); }
 
+    void switchAway() { systemEvents_.send(SystemEvent::sessionDidLeave); }
+    void switchBack() { systemEvents_.send(SystemEvent::sessionDidReturn); }
+
+    /// What the tracker says of input; a script may take back a lock that nobody ended.
+    [[nodiscard]] Signal<>& inputNoted() { return systemEvents_.inputNoted; }
+
     /// The login window becomes the frontmost answer (see `setLockerShowsLoginWindow`), then the event is sent.
     /// Applications may come to the front beneath it.
     void lock();
@@ -122,6 +130,7 @@ private:
     SimulatedIdle idle_;
     SimulatedKeys keys_;
     SimulatedPointer pointer_;
+    SimulatedPresence presence_;
     SimulatedSystemEvents systemEvents_;
     SimulatedSettingsPanes settingsPanes_;
     SimulatedAccessibility accessibility_;

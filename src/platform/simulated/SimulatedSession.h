@@ -15,6 +15,9 @@ public:
     Subscription observe(SystemEvent event, std::function<void()> happened) override;
     [[nodiscard]] std::vector<Channel> channels() const override;
 
+    void noteInput() override { inputNoted.send(); }
+    Signal<> inputNoted;
+
     void send(SystemEvent event) { signal(event).send(); }
     [[nodiscard]] int observers() const;
 

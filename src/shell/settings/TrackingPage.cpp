@@ -65,6 +65,12 @@ QWidget* TrackingPage::idle() {
     auto* const threshold = new SettingsRow(qt(localization_.text("idle_threshold_label")), thresholds());
     threshold->setHelp(qt(localization_.text("idle_threshold_help")));
     thresholdRow_ = section->addRow(threshold);
+    auto* const calls = new Switch({});
+    calls->setChecked(settings_.countsCallsAsPresence);
+    connect(calls, &QAbstractButton::toggled, this, [this](bool isOn) { settings_.countsCallsAsPresence = isOn; });
+    auto* const presence = new SettingsRow(qt(localization_.text("calls_as_presence_toggle")), calls);
+    presence->setHelp(qt(localization_.text("calls_as_presence_help")));
+    callsRow_ = section->addRow(presence);
     return section;
 }
 
@@ -193,6 +199,7 @@ void TrackingPage::refresh() {
     titlesRow_->setHelp(qt(settings_.splitsRecordsByTitle ? localization_.text("split_by_title_enabled_help")
                                                           : localization_.text("split_by_title_disabled_help")));
     thresholdRow_->setVisible(settings_.enableIdleDetection);
+    callsRow_->setVisible(settings_.enableIdleDetection);
     daysRow_->setVisible(settings_.onlyTrackWorkHours);
     hoursRow_->setVisible(settings_.onlyTrackWorkHours);
     const SettingsView::Preview preview = settings_.preview();

@@ -35,6 +35,7 @@ private:
     const Localization& localization_;
     SettingsRow* idleRow_ = nullptr;
     QWidget* thresholdRow_ = nullptr;
+    QWidget* callsRow_ = nullptr;
     SettingsRow* titlesRow_ = nullptr;
     QWidget* daysRow_ = nullptr;
     QWidget* hoursRow_ = nullptr;

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "desktop/support/ChildProcess.h"
+#include "desktop/support/BusMock.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <csignal>
 #include <string>
 
 namespace quorvane {
@@ -23,21 +20,20 @@ public:
     /// Asks the session's locker, as `loginctl lock-session` does.
     void requestLock(bool lock);
     void setLockedHint(bool isLocked);
+    /// Is it the session on the screen?
+    void setActive(bool isActive);
 
     /// How many keep the machine from sleeping at once.
     [[nodiscard]] int inhibitors();
 
+    /// From now on this is all that it lists: ("idle", "Player", "Film", "block", user, process), in Python.
+    void listInhibitors(const std::string& inhibitors);
+
     /// It no longer answers, but stays on the bus.
-    void hang() { process_.send(SIGSTOP); }
+    void hang() { mock_.hang(); }
 
 private:
-    QDBusMessage call(const std::string& path, const std::string& interface, const std::string& method,
-                      const QVariantList& arguments = {});
-    void emitSignal(const std::string& path, const std::string& interface, const std::string& signal,
-                    const std::string& signature, const QVariantList& arguments);
-
-    ChildProcess process_;
-    QDBusConnection bus_;
+    BusMock mock_;
 };
 
 /// Says on the session bus what a screen saver with this interface says.

@@ -30,6 +30,7 @@ public:
 
     /// Minimises it.
     void iconify();
+    void setTitle(const std::string& title) { setText("_NET_WM_NAME", "UTF8_STRING", title); }
     void setClass(const std::string& instance, const std::string& wmClass);
 
     /// Takes it off the screen, as an application does that lives on in the tray.

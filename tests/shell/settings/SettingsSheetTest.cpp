@@ -82,6 +82,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     named<QComboBox>("Language of praise and cards").setCurrentIndex(6);
     chooseTab(1);
     click("Another title begins a record");
+    click("A call or a film counts as presence");
     click("Record during work hours only");
     named<QComboBox>("From, Hour").setCurrentIndex(7);
     named<QComboBox>("To, Minutes").setCurrentIndex(59);
@@ -99,6 +100,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     EXPECT_EQ(settings.workEndMinute(), 59);
     EXPECT_EQ(settings.idleThresholdMinutes(), 10);
     EXPECT_FALSE(settings.splitsRecordsByTitle());
+    EXPECT_TRUE(settings.countsCallsAsPresence());
 }
 
 TEST_F(SettingsSheetTest, TheLoginItemChangesAtOnceAndARefusalIsToldAndTakenBack) {

@@ -1,0 +1,73 @@
+#include "desktop/support/BusService.h"
+#include "desktop/support/DesktopSession.h"
+#include "desktop/support/LogindMock.h"
+#include "desktop/support/TestWindow.h"
+#include "desktop/support/Waiting.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/QtRunLoop.h"
+#include "support/Matching.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace quorvane::platform {
+namespace {
+
+TEST(PresenceTest, WhoHoldsIdlenessOffOrPlaysInFrontSpeaksForSomebodyAndWhoHangsDoesNotHoldUp) {
+    QtRunLoop runLoop;
+    const DesktopSession session;
+    LinuxDesktop desktop(runLoop);
+    const auto presence = [&] { return desktop.presence().quietPresence().value_or(""); };
+    EXPECT_EQ(presence(), "");
+
+    LogindMock logind;
+    const auto mine = fmt::format("{}, 7", getuid());
+    const struct {
+        std::string inhibitors;
+        const char* found;
+    } rows[] = {
+        {"('sleep:idle', 'Player', 'Film', 'block', " + mine + ")", "logind: Player holds idleness off"},
+        {"('idle', 'Player', 'Film', 'delay', " + mine + ")", ""},
+        {"('sleep', 'Player', 'Film', 'block', " + mine + ")", ""},
+        {fmt::format("('idle', 'Backup', 'Nightly', 'block', {}, 7)", getuid() + 1), ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.inhibitors);
+        logind.listInhibitors(row.inhibitors);
+        EXPECT_EQ(presence(), row.found);
+    }
+    {
+        BusMock manager("org.gnome.SessionManager");
+        manager.setAnswer("IsInhibited", "u", "b", "ret = args[0] == 8");
+        EXPECT_EQ(presence(), "org.gnome.SessionManager holds idleness off");
+        manager.setAnswer("IsInhibited", "u", "b", "ret = False");
+        EXPECT_EQ(presence(), "");
+    }
+    const auto player = [](const char* status) {
+        return fmt::format("{{'org.mpris.MediaPlayer2': {{'DesktopEntry': 'film'}},"
+                           " 'org.mpris.MediaPlayer2.Player': {{'PlaybackStatus': '{}'}}}}",
+                           status);
+    };
+    const char* const path = "/org/mpris/MediaPlayer2";
+    const char* const name = "org.mpris.MediaPlayer2.film";
+    {
+        const BusService paused(name, path, player("Paused"));
+        const TestWindow window({.instance = "film", .wmClass = "Film", .title = "Film", .pid = paused.pid()});
+        ASSERT_TRUE(waitUntil([&] { return window.hasFocus(); }));
+        EXPECT_EQ(presence(), "");
+    }
+    BusService playing(name, path, player("Playing"));
+    EXPECT_EQ(presence(), "") << "not in front";
+    const TestWindow window({.instance = "film", .wmClass = "Film", .title = "Film", .pid = playing.pid()});
+    ASSERT_TRUE(waitUntil([&] { return window.hasFocus(); }));
+    EXPECT_THAT(presence(), testing::EndsWith(" plays"));
+
+    playing.hang();
+    logind.hang();
+    const auto before = uptime();
+    EXPECT_EQ(presence(), "");
+    EXPECT_THAT((uptime() - before).count(), Lt(1));
+}
+
+}  // namespace
+}  // namespace quorvane::platform
