@@ -6,6 +6,7 @@
 #include "platform/IdleSource.h"
 #include "platform/KeyEventSource.h"
 #include "platform/PointerEventSource.h"
+#include "platform/ReturnSource.h"
 #include "platform/RunningApplications.h"
 #include "platform/SettingsPanes.h"
 #include "platform/SystemEvents.h"
@@ -19,6 +20,7 @@ public:
 
     virtual ForegroundSource& foreground() = 0;
     virtual IdleSource& idle() = 0;
+    virtual ReturnSource& returns() = 0;
     virtual KeyEventSource& keys() = 0;
     virtual PointerEventSource& pointer() = 0;
     virtual SystemEvents& systemEvents() = 0;
