@@ -39,6 +39,7 @@ ActivityTracker::~ActivityTracker() {
 
 void ActivityTracker::configure(ModelContext& modelContext) {
     modelContext_ = modelContext.weak();
+    adoptPause(modelContext);
     const LiveRecord liveRecord = [weak = weak_.handle()]() -> std::optional<Uuid> {
         const auto* self = weak.get();
         return self && self->currentRecord_ ? std::optional(self->currentRecord_->id()) : std::nullopt;
@@ -71,6 +72,8 @@ void ActivityTracker::start() {
     isTrackingChanged.send(true);
     lastLook_ = {runLoop_.now(), runLoop_.uptime()};
     lastUpdate_ = lastLook_.now;
+    watchedSince_ = lastLook_.now;
+    keepAwaySince(std::nullopt);  // of a run that crashed
     lastRecordEnd_ = endOfNewestRecord();
     registerObservers();
     const auto onActivity = [weak = weak_.handle()] {
@@ -109,6 +112,8 @@ void ActivityTracker::scheduleTimer(Seconds interval) {
 void ActivityTracker::stop() {
     if (!isTracking_) return;
     isTracking_ = false;
+    endAbsence({runLoop_.now(), runLoop_.uptime()});
+    returnWatch_.reset();
     isTrackingChanged.send(false);
     timer_.reset();
     firstTick_.reset();
@@ -125,13 +130,6 @@ void ActivityTracker::stop() {
     cachedWorkTime_.reset();
     windowInfoCache_.clear();
     foregroundApplicationSnapshot_.reset();
-}
-
-void ActivityTracker::toggle() {
-    if (isTracking_)
-        stop();
-    else
-        start();
 }
 
 void ActivityTracker::handleUserActivity() {
