@@ -36,7 +36,8 @@ const EntityDescription& AppSettings::description() {
                        attribute<&S::enableIdleDetection>("enable_idle_detection"),
                        attribute<&S::idleThresholdMinutes>("idle_threshold_minutes"),
                        attribute<&S::hideDockIcon>("hide_dock_icon"),
-                       attribute<&S::splitsRecordsByTitle>("splits_records_by_title")},
+                       attribute<&S::splitsRecordsByTitle>("splits_records_by_title"),
+                       attribute<&S::offersAbsences>("offers_absences")},
         .indexes = {{"id"}},
         .make = []() -> std::shared_ptr<Entity> { return std::make_shared<S>(); }};
     return description;

@@ -32,6 +32,7 @@ public:
     Attribute<std::int64_t> idleThresholdMinutes{*this, 5};
     Attribute<bool> hideDockIcon{*this, false};
     Attribute<bool> splitsRecordsByTitle{*this, true};  ///< does another title, document or page begin a record?
+    Attribute<bool> offersAbsences{*this, true};        ///< does the window ask what an absence was?
 
     /// The numbers of `workDays` in their order; what is no number is left out.
     [[nodiscard]] std::vector<std::int64_t> workDayList() const;

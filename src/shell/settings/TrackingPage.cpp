@@ -65,6 +65,12 @@ QWidget* TrackingPage::idle() {
     auto* const threshold = new SettingsRow(qt(localization_.text("idle_threshold_label")), thresholds());
     threshold->setHelp(qt(localization_.text("idle_threshold_help")));
     thresholdRow_ = section->addRow(threshold);
+    auto* const offers = new Switch({});
+    offers->setChecked(settings_.offersAbsences);
+    connect(offers, &QAbstractButton::toggled, this, [this](bool isOn) { settings_.offersAbsences = isOn; });
+    auto* const offer = new SettingsRow(qt(localization_.text("offer_absences_toggle")), offers);
+    offer->setHelp(qt(localization_.text("offer_absences_help")));
+    section->addRow(offer);
     return section;
 }
 

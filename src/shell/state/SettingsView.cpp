@@ -60,6 +60,7 @@ void SettingsView::take(const AppSettings& settings) {
     enableIdleDetection = settings.enableIdleDetection();
     idleThresholdMinutes = settings.idleThresholdMinutes();
     splitsRecordsByTitle = settings.splitsRecordsByTitle();
+    offersAbsences = settings.offersAbsences();
     hideDockIcon = settings.hideDockIcon();
 }
 
@@ -93,6 +94,7 @@ void SettingsView::copyInto(AppSettings& settings) const {
     settings.enableIdleDetection = enableIdleDetection;
     settings.idleThresholdMinutes = idleThresholdMinutes;
     settings.splitsRecordsByTitle = splitsRecordsByTitle;
+    settings.offersAbsences = offersAbsences;
     settings.hideDockIcon = hideDockIcon;
 }
 

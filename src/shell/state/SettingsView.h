@@ -45,6 +45,7 @@ public:
     bool enableIdleDetection = false;
     std::int64_t idleThresholdMinutes = 0;
     bool splitsRecordsByTitle = false;
+    bool offersAbsences = false;
     bool hideDockIcon = false;
 
     /// Takes what is stored. Where that can't be read, everything stays.

@@ -46,6 +46,7 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
     second.workEndMinute = 45;
     EXPECT_TRUE(second.splitsRecordsByTitle);
     second.splitsRecordsByTitle = false;
+    second.offersAbsences = false;
     EXPECT_TRUE(second.save());
     EXPECT_TRUE(second.save());
     const auto rows = stored();
@@ -54,6 +55,7 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
     EXPECT_EQ(rows[0]->preferredLanguage(), "ja");
     EXPECT_EQ(rows[0]->workEndMinute(), 45);
     EXPECT_FALSE(rows[0]->splitsRecordsByTitle());
+    EXPECT_FALSE(rows[0]->offersAbsences());
     EXPECT_EQ(rows[0]->createdAt(), at("12:00:00"));
     EXPECT_EQ(rows[0]->updatedAt(), at("12:01:00"));
     EXPECT_THAT(applied, ElementsAre(std::pair(true, false), std::pair(false, true), std::pair(false, false)));
