@@ -58,6 +58,13 @@ std::vector<Picture> timelinePictures() {
              scene.hasTray = false;
              scene.window().close();
          }},
+        {"timeline-away",
+         [](WindowScene& scene) {
+             scene.runLoop.playUntil("17:25:00");
+             scene.desktop.pressKey();
+             scene.workUntil("17:34:00");
+             scrollTo(scene, 16);
+         }},
         {"timeline-blind",
          [](WindowScene& scene) {
              scene.desktop.setForegroundChannel(

@@ -1,3 +1,4 @@
+#include "base/Iso8601.h"
 #include "base/Json.h"
 #include "base/TerminalText.h"
 #include "base/Text.h"
@@ -16,6 +17,7 @@
 #include "store/ActivityRecord.h"
 #include "store/JsonForm.h"
 #include "store/ModelContext.h"
+#include "tracking/PresenceNote.h"
 
 #include <CLI/CLI.hpp>
 #include <cmath>
@@ -33,13 +35,15 @@ struct Status {
     std::string openRecordJson = "null";
     Seconds today{};
     std::size_t todayRecords = 0;
+    std::optional<Date> pausedSince;       ///< by the user
+    std::optional<Date> awaySince;         ///< nobody is there; a tracker waits
     std::optional<CaptureHealth> trouble;  ///< why nothing can be seen; none: what is in front can
 };
 
 /// What the tracker of the store has found, who may sit in another session than we do; where nobody tracks, what a
 /// tracker would find that was started here.
-std::optional<CaptureHealth> captureTrouble(ModelContext& store, const std::filesystem::path& file) {
-    if (platform::ProcessLock::isHeld(trackerLockFile(file))) return CaptureNote::kept(store);
+std::optional<CaptureHealth> captureTrouble(ModelContext& store, bool isTrackerThere) {
+    if (isTrackerThere) return CaptureNote::kept(store);
     const auto x11 = platform::connectToDisplay(platform::X11Connection::Reader::nobody);
     const platform::Channel channel = platform::X11ForegroundSource::channelOf(*x11);
     auto health = captureHealth({&channel, 1});
@@ -64,6 +68,7 @@ Status readStatus(ModelContext& store, Date now, const Calendar& calendar) {
             return false;
         });
     }
+    if (!status.isTracking) status.pausedSince = PresenceNote::pausedSince(store);
     const auto today = calendar.day(now);
     const auto start = field(&ActivityRecord::startTime);
     store.scan<ActivityRecord>({.predicate = start >= today.start && start < today.end}, {"start_time", "end_time"},
@@ -88,14 +93,25 @@ std::string jsonOf(const Status& status) {
         capture["reason"] = orNull(status.trouble->reason);
         capture["remedy"] = orNull(status.trouble->remedy);
     }
-    return fmt::format(R"({{"tracking":{},"open_record":{},"today_seconds":{},"today_records":{},"capture":{}}})"
+    const auto instant = [](const std::optional<Date>& date) {
+        return jsonText(date ? Json(iso8601Microseconds(*date)) : Json());
+    };
+    return fmt::format(R"({{"tracking":{},"paused_since":{},"away_since":{},"open_record":{},)"
+                       R"("today_seconds":{},"today_records":{},"capture":{}}})"
                        "\n",
-                       status.isTracking, status.openRecordJson, text::shortest(wholeMicroseconds(status.today)),
-                       status.todayRecords, jsonText(capture));
+                       status.isTracking, instant(status.pausedSince), instant(status.awaySince), status.openRecordJson,
+                       text::shortest(wholeMicroseconds(status.today)), status.todayRecords, jsonText(capture));
+}
+
+std::string trackingText(const Status& status, const LocalTime& local) {
+    if (status.isTracking) return "yes";
+    if (status.pausedSince) return "no, paused by you since " + local.dateAndTime(*status.pausedSince);
+    if (status.awaySince) return "no, away since " + local.dateAndTime(*status.awaySince);
+    return "no";
 }
 
 std::string textOf(const Status& status, const LocalTime& local, Date now) {
-    std::string out = fmt::format("Tracking:     {}\n", status.isTracking ? "yes" : "no");
+    std::string out = fmt::format("Tracking:     {}\n", trackingText(status, local));
     if (const auto& trouble = status.trouble) {
         out += fmt::format("Can see:      nothing: {}\n", harmlessLine(trouble->reason));
         if (!trouble->remedy.empty()) out += fmt::format("              -> {}\n", harmlessLine(trouble->remedy));
@@ -118,7 +134,11 @@ void printStatus(const CommandContext& context) {
     const LocalTime local;
     Status status = readStatus(store, now, local.calendar());
     // A record that is being kept up is proof enough.
-    if (!status.isTracking) status.trouble = captureTrouble(store, context.storeFile());
+    if (!status.isTracking) {
+        const bool isTrackerThere = platform::ProcessLock::isHeld(trackerLockFile(context.storeFile()));
+        status.trouble = captureTrouble(store, isTrackerThere);
+        if (isTrackerThere) status.awaySince = PresenceNote::awaySince(store);
+    }
     Output output;
     output.write(context.json ? jsonOf(status) : textOf(status, local, now));
     output.finish();

@@ -157,6 +157,7 @@ void track(const CommandContext& context, std::optional<Seconds> duration) {
     const auto timeOut = duration ? runLoop.after(*duration, [&] { runLoop.quit(); }) : nullptr;
     View view(runLoop, desktop, session.tracker());
     session.start();
+    if (!session.tracker().isTracking()) session.tracker().toggle();  // who calls this wants it recorded from now on
     runLoop.run();
     view.judgeBeginning();
     const bool isSaved = session.stop();

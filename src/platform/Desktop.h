@@ -7,6 +7,7 @@
 #include "platform/KeyEventSource.h"
 #include "platform/PointerEventSource.h"
 #include "platform/PresenceSource.h"
+#include "platform/ReturnSource.h"
 #include "platform/RunningApplications.h"
 #include "platform/SettingsPanes.h"
 #include "platform/SystemEvents.h"
@@ -20,6 +21,7 @@ public:
 
     virtual ForegroundSource& foreground() = 0;
     virtual IdleSource& idle() = 0;
+    virtual ReturnSource& returns() = 0;
     virtual KeyEventSource& keys() = 0;
     virtual PointerEventSource& pointer() = 0;
     virtual PresenceSource& presence() = 0;

@@ -28,7 +28,7 @@ TrackingSession::TrackingSession(platform::RunLoop& runLoop, platform::Desktop& 
 
 void TrackingSession::start() {
     tracker_.configure(store_);
-    tracker_.start();
+    tracker_.startUnlessPaused();
 }
 
 void TrackingSession::noteCapture() {

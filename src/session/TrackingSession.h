@@ -24,7 +24,7 @@ public:
     TrackingSession(platform::RunLoop& runLoop, platform::Desktop& desktop, ModelContext& store,
                     platform::UserDefaults& defaults, ConsoleSink& console);
 
-    /// Cleans up what an earlier run left and begins tracking.
+    /// Cleans up what an earlier run left and begins tracking, unless the user has paused it.
     void start();
 
     /// Ends tracking with the open record closed and saved; false if it could not be saved, with a line that says why.

@@ -37,7 +37,8 @@ const EntityDescription& AppSettings::description() {
                        attribute<&S::idleThresholdMinutes>("idle_threshold_minutes"),
                        attribute<&S::hideDockIcon>("hide_dock_icon"),
                        attribute<&S::splitsRecordsByTitle>("splits_records_by_title"),
-                       attribute<&S::countsCallsAsPresence>("counts_calls_as_presence")},
+                       attribute<&S::countsCallsAsPresence>("counts_calls_as_presence"),
+                       attribute<&S::offersAbsences>("offers_absences")},
         .indexes = {{"id"}},
         .make = []() -> std::shared_ptr<Entity> { return std::make_shared<S>(); }};
     return description;

@@ -34,6 +34,7 @@ public:
     Attribute<bool> splitsRecordsByTitle{*this, true};  ///< does another title, document or page begin a record?
     /// Is somebody there while an application holds idleness off, or the one in front plays?
     Attribute<bool> countsCallsAsPresence{*this, false};
+    Attribute<bool> offersAbsences{*this, true};  ///< does the window ask what an absence was?
 
     /// The numbers of `workDays` in their order; what is no number is left out.
     [[nodiscard]] std::vector<std::int64_t> workDayList() const;

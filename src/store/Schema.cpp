@@ -1,6 +1,7 @@
 #include "store/Schema.h"
 
 #include "base/Text.h"
+#include "store/Absence.h"
 #include "store/Database.h"
 #include "store/EntityDescription.h"
 #include "store/TrashedRecord.h"
@@ -103,10 +104,11 @@ void addColumn(Database& database, const EntityDescription& entity, const Attrib
         database.execute(fmt::format("UPDATE {} SET {} = randomblob(16)", entity.table, attribute.column()));
 }
 
-/// The entities that dumps have, and the trash.
+/// The entities that dumps have, the trash and the absences.
 std::vector<const EntityDescription*> tables() {
     auto all = allEntities();
     all.push_back(&TrashedRecord::description());
+    all.push_back(&Absence::description());
     return all;
 }
 

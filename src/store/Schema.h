@@ -19,8 +19,8 @@ inline constexpr std::int32_t applicationId = 0x51756F72;
 /// SQLite's user_version. A higher one in a file means a newer program wrote it.
 inline constexpr std::int32_t userVersion = 1;
 
-/// Beside the entities and the trash: what the program notes of the file itself, texts by their key. Dumps leave out
-/// both.
+/// Beside the entities, the trash and the absences: what the program notes of the file itself, texts by their key.
+/// Dumps leave out all three.
 inline constexpr const char* noteTable = "store_note";
 
 /// Makes what is missing: tables, columns of an older file with their defaults, indexes. In one transaction.

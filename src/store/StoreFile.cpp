@@ -78,7 +78,7 @@ Header readHeader(const std::filesystem::path& file, std::size_t size) {
     return header;
 }
 
-void checkHeader(const std::filesystem::path& file, const Header& header, std::uint64_t fileSize) {
+void checkHeader(const std::filesystem::path& file, const Header& header) {
     if (bigEndian(header.data() + applicationIdAt, 4) != static_cast<std::uint32_t>(Schema::applicationId))
         refuse(Code::foreign, file, "this is a database of another program");
     if (static_cast<std::int32_t>(bigEndian(header.data() + userVersionAt, 4)) > Schema::userVersion)
@@ -86,8 +86,11 @@ void checkHeader(const std::filesystem::path& file, const Header& header, std::u
     const std::uint32_t stored = bigEndian(header.data() + pageSizeAt, 2);
     const std::uint64_t pageSize = stored == 1 ? 65536 : stored;
     const std::uint64_t pages = bigEndian(header.data() + pageCountAt, 4);
+    // After the header, which another program may be writing together with the pages: a file only grows.
+    std::error_code error;
+    const std::uint64_t fileSize = std::filesystem::file_size(file, error);
     // While changes wait in the log, a copy of them into the file may have been interrupted; the log completes it.
-    if (fileSize < pages * pageSize && !hasPendingLog(file))
+    if (!error && fileSize < pages * pageSize && !hasPendingLog(file))
         refuse(Code::damaged, file,
                fmt::format("the file is damaged: {} of {} bytes are there", fileSize, pages * pageSize));
 }
@@ -124,7 +127,7 @@ State inspect(const ModelConfiguration& configuration) {
     if (std::memcmp(header.data(), magic.data(), std::min<std::uint64_t>(size, magic.size())) != 0)
         refuse(Code::notAStore, file, "this is not a store");
     if (size < headerSize) refuse(Code::damaged, file, "the file is damaged: its header is cut short");
-    checkHeader(file, header, size);
+    checkHeader(file, header);
     return State::store;
 }
 

@@ -23,6 +23,7 @@ constexpr double scrollNoise = 0.1;
 DayTimelineChart::DayTimelineChart(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console)
     : context_(context), runLoop_(runLoop), console_(console), processor_(runLoop), selectedDate_(runLoop.now()),
       zone_(localTimeZone()) {
+    followAbsences();
     followAnnotations();
     refreshTimer_ = runLoop_.every(refreshInterval, [weak = weak_.handle()] {
         if (auto* self = weak.get()) self->passMinute();
@@ -79,6 +80,7 @@ void DayTimelineChart::setViewMode(TimelineViewMode mode) {
 void DayTimelineChart::letGo() {
     selectedActivity_.reset();
     selectedProjectAnnotation_.reset();
+    selectedGap_.reset();
     selection_.reset();
     selectedTimeRange_.reset();
     projectSelector_.reset();
@@ -87,6 +89,7 @@ void DayTimelineChart::letGo() {
 void DayTimelineChart::selectDate(Date date) {
     if (!timelineCalendar().isSameDay(date, selectedDate_)) letGo();
     selectedDate_ = date;
+    followAbsences();
     followAnnotations();
     clearTimelineCaches();
     startTimelineProcessing();
@@ -145,6 +148,7 @@ void DayTimelineChart::finish(std::vector<TimelineProcessedSnapshot> blocks) {
     rebuildSidebar();
     activityHours_ = TimelineProcessing::activityHours(processedRecords_);
     rebuildHourLayout();
+    rebuildGaps();
     changed.send();
 }
 
@@ -176,6 +180,7 @@ void DayTimelineChart::clearTimelineCaches() {
     sidebarRecords_.clear();
     sidebarTotalHours_ = 0;
     activityHours_.clear();
+    gaps_.clear();
     changed.send();
 }
 
@@ -217,7 +222,37 @@ void DayTimelineChart::recalculateProjectAnnotations() {
     } catch (const StoreError& error) {
         console_.line("DayTimelineChart: Failed to fetch projects: {}", error.what());
     }
+    rebuildGaps();
     changed.send();
+}
+
+void DayTimelineChart::followAbsences() {
+    absencesChanged_.reset();
+    absences_.reset();
+    try {
+        absences_.emplace(context_, absencesAround(Calendar::current().day(selectedDate_)));
+        absencesChanged_ = absences_->didChange.subscribe([this](const auto&) {
+            rebuildGaps();
+            changed.send();
+        });
+    } catch (const StoreError& error) {
+        console_.line("DayTimelineChart: Failed to fetch absences: {}", error.what());
+    }
+}
+
+void DayTimelineChart::rebuildGaps() {
+    std::vector<DateInterval> taken;
+    for (const ProcessedActivityItem& item : processedRecords_)
+        taken.push_back(item.stretch);
+    if (annotations_)
+        for (const auto& annotation : annotations_->results())
+            taken.push_back({annotation->startTime(), annotation->endTime()});
+    const auto calendar = Calendar::current();
+    gaps_.clear();
+    if (absences_) gaps_ = awayGaps(absences_->results(), std::move(taken), calendar.day(selectedDate_), calendar);
+    if (!selectedGap_) return;
+    const auto kept = std::ranges::find(gaps_, selectedGap_->id, &AwayGap::id);
+    selectedGap_ = kept == gaps_.end() ? std::nullopt : std::optional(*kept);
 }
 
 // --- Zoom ---------------------------------------------------------------------------------------------------------
@@ -266,31 +301,66 @@ void DayTimelineChart::recentreSoon() {
 
 void DayTimelineChart::click(ChartPoint point, double width) {
     const auto* hit = DayTimelineGeometry::hitTest(processedRecords_, point, width);
-    selectedActivity_ = hit ? std::optional(*hit) : std::nullopt;
+    choose(hit, hit ? nullptr : gapAt(point, width));
+    changed.send();
+}
+
+const AwayGap* DayTimelineChart::gapAt(ChartPoint point, double width) const {
+    const bool isBeside = point.x < DayTimelineGeometry::gutterWidth || point.x > width;
+    const auto found = std::ranges::find_if(gaps_, [&](const AwayGap& gap) {
+        return point.y >= layout_.yPosition(gap.hours.startHour) && point.y < layout_.yPosition(gap.hours.endHour);
+    });
+    return isBeside || found == gaps_.end() ? nullptr : &*found;
+}
+
+void DayTimelineChart::choose(const ProcessedActivityItem* block, const AwayGap* gap) {
+    selectedActivity_ = block ? std::optional(*block) : std::nullopt;
+    selectedGap_ = gap ? std::optional(*gap) : std::nullopt;
     selectedProjectAnnotation_.reset();
+}
+
+void DayTimelineChart::selectBlock(const Uuid& id) {
+    const auto found = std::ranges::find(processedRecords_, id, &ProcessedActivityItem::id);
+    if (found == processedRecords_.end()) return;
+    choose(&*found, nullptr);
+    changed.send();
+}
+
+void DayTimelineChart::selectGap(const Uuid& id) {
+    const auto found = std::ranges::find(gaps_, id, &AwayGap::id);
+    if (found == gaps_.end()) return;
+    choose(nullptr, &*found);
     changed.send();
 }
 
 void DayTimelineChart::select(const std::shared_ptr<ProjectTimeAnnotation>& annotation) {
     selectedProjectAnnotation_ = annotation;
     selectedActivity_.reset();
+    selectedGap_.reset();
     changed.send();
 }
 
 void DayTimelineChart::selectNeighbour(int direction) {
-    std::vector<const ProcessedActivityItem*> byStart;
+    struct Stop {
+        double startHour;
+        const ProcessedActivityItem* block;
+        const AwayGap* gap;
+    };
+    std::vector<Stop> stops;
     for (const auto& item : processedRecords_)
-        byStart.push_back(&item);
-    if (byStart.empty()) return;
-    std::stable_sort(byStart.begin(), byStart.end(),
-                     [](const auto* a, const auto* b) { return a->startHour < b->startHour; });
-    const auto count = static_cast<std::ptrdiff_t>(byStart.size());
-    const auto present = std::find_if(byStart.begin(), byStart.end(), [this](const auto* item) {
-        return selectedActivity_ && item->id == selectedActivity_->id;
+        stops.push_back({item.startHour, &item, nullptr});
+    for (const auto& gap : gaps_)
+        stops.push_back({gap.hours.startHour, nullptr, &gap});
+    if (stops.empty()) return;
+    std::ranges::stable_sort(stops, {}, &Stop::startHour);
+    const auto present = std::ranges::find_if(stops, [this](const Stop& stop) {
+        return stop.block ? selectedActivity_ && stop.block->id == selectedActivity_->id
+                          : selectedGap_ && stop.gap->id == selectedGap_->id;
     });
-    const auto from = present == byStart.end() ? (direction > 0 ? -1 : count) : present - byStart.begin();
-    selectedActivity_ = *byStart[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + direction, 0, count - 1))];
-    selectedProjectAnnotation_.reset();
+    const auto count = std::ssize(stops);
+    const auto from = present == stops.end() ? (direction > 0 ? -1 : count) : present - stops.begin();
+    const Stop& next = stops[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + direction, 0, count - 1))];
+    choose(next.block, next.gap);
     changed.send();
 }
 
@@ -318,6 +388,10 @@ void DayTimelineChart::selectTimeRangeOfActivity() {
     if (!selectedActivity_) return;
     const auto& item = *selectedActivity_;
     openProjectSelector({{item.startHour, item.endHour}, item.stretch});
+}
+
+void DayTimelineChart::assignGap(DateInterval time) {
+    openProjectSelector({clockHours(time, timelineCalendar()), time});
 }
 
 void DayTimelineChart::openProjectSelector(const ChosenRange& range) {
@@ -355,6 +429,10 @@ void DayTimelineChart::createProjectAndAssign() {
     const bool isSaved = saved([&] { context_.insert(project); }, "Failed to save Project");
     if (isSaved) return assignTo(project);
     closeProjectSelector();
+}
+
+bool DayTimelineChart::leaveGapEmpty(DateInterval time) {
+    return saved([&] { leaveEmpty(context_, time); }, "Failed to leave an absence empty");
 }
 
 // --- Taking away --------------------------------------------------------------------------------------------------

@@ -9,6 +9,7 @@
 #include "store/LiveQuery.h"
 #include "timeline/AnnotationAssignment.h"
 #include "timeline/AnnotationLayout.h"
+#include "timeline/AwayGaps.h"
 #include "timeline/DayTimelineGeometry.h"
 #include "timeline/HourLayout.h"
 #include "timeline/ProjectSelectorState.h"
@@ -77,6 +78,8 @@ public:
     [[nodiscard]] const std::set<int>& activityHours() const { return activityHours_; }
     [[nodiscard]] const HourLayout& layout() const { return layout_; }
     [[nodiscard]] const std::vector<PlacedProjectAnnotation>& projectAnnotations() const { return projectAnnotations_; }
+    /// Where nobody was there and nothing fills the time; by start.
+    [[nodiscard]] const std::vector<AwayGap>& gaps() const { return gaps_; }
     [[nodiscard]] double hourHeight() const { return hourHeight_; }
     void zoomIn();
     void zoomOut();
@@ -87,9 +90,13 @@ public:
     [[nodiscard]] const std::shared_ptr<ProjectTimeAnnotation>& selectedProjectAnnotation() const {
         return selectedProjectAnnotation_;
     }
+    [[nodiscard]] const std::optional<AwayGap>& selectedGap() const { return selectedGap_; }
     void click(ChartPoint point, double width);
+    /// The block or gap with the id; none has no effect.
+    void selectBlock(const Uuid& id);
+    void selectGap(const Uuid& id);
     void select(const std::shared_ptr<ProjectTimeAnnotation>& annotation);
-    /// The next (1) or previous (-1) block by start, for the keyboard; from none the first or the last.
+    /// The next (1) or previous (-1) block or gap by start, for the keyboard; from none the first or the last.
     void selectNeighbour(int direction);
 
     /// The rectangle of the drag under way; none while there is none.
@@ -110,10 +117,15 @@ public:
     void selectTimeRange(const TimeRange& range);
     /// From the details of the selected block.
     void selectTimeRangeOfActivity();
+    /// A gap of the day that is shown.
+    void assignGap(DateInterval time);
     void cancelProjectSelection();
     void assignTo(const std::shared_ptr<Project>& project);
     /// Makes a project of the panel's name and colour and assigns the range to it.
     void createProjectAndAssign();
+
+    /// Notes that the absence is to stay nobody's time; false if that can't be saved.
+    bool leaveGapEmpty(DateInterval time);
 
     // Taking away
     /// What the delete keys do.
@@ -132,6 +144,10 @@ private:
     void clearTimelineCaches();
     void followAnnotations();
     void recalculateProjectAnnotations();
+    void followAbsences();
+    void rebuildGaps();
+    [[nodiscard]] const AwayGap* gapAt(ChartPoint point, double width) const;
+    void choose(const ProcessedActivityItem* block, const AwayGap* gap);
     void passMinute();
     void letGo();
     void zoomTo(double hourHeight);
@@ -150,6 +166,8 @@ private:
     std::optional<Uuid> refreshTrigger_;
     std::optional<LiveQuery<ProjectTimeAnnotation>> annotations_;  ///< of the selected day; none if it can't be read
     Subscription annotationsChanged_;
+    std::optional<LiveQuery<Absence>> absences_;  ///< around the selected day; none if they can't be read
+    Subscription absencesChanged_;
     std::unique_ptr<platform::Timer> refreshTimer_;
     std::unique_ptr<platform::WorkItem> pendingScroll_;
 
@@ -165,6 +183,7 @@ private:
     std::set<int> activityHours_;
     HourLayout layout_;
     std::vector<PlacedProjectAnnotation> projectAnnotations_;
+    std::vector<AwayGap> gaps_;
 
     double hourHeight_ = HourLayout::defaultHourHeight;
     double scrollViewHeight_ = 500;
@@ -174,6 +193,7 @@ private:
 
     std::optional<ProcessedActivityItem> selectedActivity_;
     std::shared_ptr<ProjectTimeAnnotation> selectedProjectAnnotation_;
+    std::optional<AwayGap> selectedGap_;
     std::optional<SelectionRect> selection_;
     std::optional<ChosenRange> selectedTimeRange_;
     std::optional<ProjectSelectorState> projectSelector_;

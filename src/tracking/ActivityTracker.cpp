@@ -40,6 +40,7 @@ ActivityTracker::~ActivityTracker() {
 
 void ActivityTracker::configure(ModelContext& modelContext) {
     modelContext_ = modelContext.weak();
+    adoptPause(modelContext);
     const LiveRecord liveRecord = [weak = weak_.handle()]() -> std::optional<Uuid> {
         const auto* self = weak.get();
         return self && self->currentRecord_ ? std::optional(self->currentRecord_->id()) : std::nullopt;
@@ -72,6 +73,8 @@ void ActivityTracker::start() {
     isTrackingChanged.send(true);
     lastLook_ = {runLoop_.now(), runLoop_.uptime()};
     lastUpdate_ = lastLook_.now;
+    watchedSince_ = lastLook_.now;
+    keepAwaySince(std::nullopt);  // of a run that crashed
     lastRecordEnd_ = endOfNewestRecord();
     registerObservers();
     const auto onActivity = [weak = weak_.handle()] {
@@ -110,6 +113,8 @@ void ActivityTracker::scheduleTimer(Seconds interval) {
 void ActivityTracker::stop() {
     if (!isTracking_) return;
     isTracking_ = false;
+    endAbsence({runLoop_.now(), runLoop_.uptime()});
+    returnWatch_.reset();
     isTrackingChanged.send(false);
     const Date end = lastSignOfLife();
     timer_.reset();
@@ -128,13 +133,6 @@ void ActivityTracker::stop() {
     windowInfoCache_.clear();
     foregroundApplicationSnapshot_.reset();
     quietPresenceAt_.reset();
-}
-
-void ActivityTracker::toggle() {
-    if (isTracking_)
-        stop();
-    else
-        start();
 }
 
 void ActivityTracker::handleUserActivity() {

@@ -13,6 +13,7 @@
 #include "store/ActivityRecord.h"
 #include "store/DataCleanupService.h"
 #include "store/ModelContext.h"
+#include "tracking/AbsenceWatch.h"
 #include "tracking/ActivityTrackingPolicy.h"
 #include "tracking/AttentionWatch.h"
 #include "tracking/KeyboardMonitor.h"
@@ -60,7 +61,21 @@ public:
 
     /// Ends tracking and closes the open record at the last moment at which the user was seen.
     void stop();
+
+    /// What the user does: pauses tracking, or starts it. The pause is kept in the store, for later runs too.
     void toggle();
+    /// Begins tracking as programs do by themselves: not while the user has paused it.
+    void startUnlessPaused();
+    /// None while the user has not paused it.
+    [[nodiscard]] std::optional<Date> pausedSince() const { return pausedSince_; }
+
+    /// None while somebody is there, or nobody looks.
+    [[nodiscard]] std::optional<Date> awaySince() const { return absence_.since(); }
+    /// The absence of at least the threshold from which the user has come back last, until somebody has dealt with it.
+    [[nodiscard]] const std::optional<DateInterval>& lastAbsence() const { return lastAbsence_; }
+    void forgetLastAbsence();
+    /// Sent after one of these has changed.
+    Signal<> presenceChanged;
 
     [[nodiscard]] bool isTracking() const { return isTracking_; }
     Signal<bool> isTrackingChanged;
@@ -143,12 +158,22 @@ private:
     void resumeMonitoring();
     void leave(Date now);
     void closeAndLeave(Date end, Date now);
-    void leaveOutsideWorkHours(Date now);
-    void leaveIdle(const Presence& presence, Date now);
+    void leaveOutsideWorkHours(const ClockLook& look);
+    void leaveIdle(const Presence& presence, const ClockLook& look);
     [[nodiscard]] std::optional<ForegroundApplicationSnapshot> foregroundApplication();
     void switchTo(const ForegroundApplicationSnapshot& application, const Presence& presence, Date now);
     void continueWith(const ForegroundApplicationSnapshot& application, const ClockLook& look);
     void runMaintenance();
+
+    // Whether somebody is there (ActivityTrackerPresence.cpp)
+    void keepPause(std::optional<Date> since);
+    void adoptPause(ModelContext& context);
+    void noteAbsence(Date since, const ClockLook& look);
+    std::optional<DateInterval> endAbsence(const ClockLook& look);
+    void noteReturn(const ClockLook& look);
+    void noteUnwatched(const ClockLook& look);
+    void awaitReturn();
+    void keepAwaySince(std::optional<Date> since);
 
     // What is looked at in the application (ActivityTrackerAttention.cpp)
     [[nodiscard]] Attention attention(const std::string& bundleId);
@@ -222,6 +247,12 @@ private:
     std::unique_ptr<platform::Timer> cleanupTimer_;
     std::unique_ptr<platform::WorkItem> pendingActivationTick_;
     std::unique_ptr<platform::WorkItem> pendingActivityCallback_;
+
+    std::optional<Date> pausedSince_;
+    AbsenceWatch absence_;
+    std::optional<DateInterval> lastAbsence_;
+    Date watchedSince_;  ///< no absence reaches further back
+    std::unique_ptr<platform::ReturnWatch> returnWatch_;
 
     AttentionWatch attentionWatch_;
     std::map<std::string, CachedWindowInfo> windowInfoCache_;

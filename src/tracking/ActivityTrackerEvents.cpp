@@ -53,6 +53,7 @@ void ActivityTracker::handleClose(const char* line) {
     // Not now: the minutes that nobody attended before the lock are nobody's work.
     finalizeCurrentRecord(lastSignOfLife());
     lastFrontAppBundleId_.reset();
+    noteAbsence(lastUpdate_, {runLoop_.now(), runLoop_.uptime()});
 }
 
 void ActivityTracker::handleResume(const char* line) {

@@ -75,29 +75,34 @@ void ActivityTracker::runTick() {
     adjustTimerFrequency(look.uptime);
     examineCapture();
     const Presence presence = readPresence(look);
-    if (!isWorkTime(now)) return leaveOutsideWorkHours(now);
+    if (!isWorkTime(now)) return leaveOutsideWorkHours(look);
     if (presence.isEnabled && awaitsQuietPresence(presence, look.uptime)) return;
     noteIdleness(presence);
-    if (presence.isEnabled && presence.isIdle()) return leaveIdle(presence, now);
+    if (presence.isEnabled && presence.isIdle()) return leaveIdle(presence, look);
     if (isSessionLocked_) {
         console_.line("ActivityTracker: Session locked - finalize current record");
-        return closeAndLeave(now, now);
+        closeAndLeave(now, now);
+        return noteAbsence(now, look);
     }
     if (!captureHealth_.canSee()) {
         console_.line("ActivityTracker: Nothing can be seen: {}", captureHealth_.reason);
         // Who was in front when the view went is not known to be there still, nor since when.
         foregroundApplicationSnapshot_.reset();
-        return closeAndLeave(lastUpdate_, now);
+        closeAndLeave(lastUpdate_, now);
+        return noteUnwatched(look);
     }
     const auto application = foregroundApplication();
     if (!application) {
         console_.line("ActivityTracker: No frontmost application");
-        return closeAndLeave(now, now);
+        closeAndLeave(now, now);
+        return noteReturn(look);
     }
     if (application->bundleIdentifier == platform::loginWindowBundleId) {
         if (currentRecord_) finalizeCurrentRecord(now);
-        return leave(now);
+        leave(now);
+        return noteAbsence(now, look);
     }
+    noteReturn(look);
     if (!currentRecord_ || lastFrontAppBundleId_ != application->bundleIdentifier)
         switchTo(*application, presence, now);
     else
@@ -201,12 +206,13 @@ bool ActivityTracker::isWorkTime(Date now) {
     return isWorkTime;
 }
 
-void ActivityTracker::leaveOutsideWorkHours(Date now) {
-    const DateComponents at = Calendar::current().components(now);
+void ActivityTracker::leaveOutsideWorkHours(const ClockLook& look) {
+    const DateComponents at = Calendar::current().components(look.now);
     console_.line("ActivityTracker: ⏰ 当前时间不在工作时间内，停止记录");
     console_.line("  当前时间: {}:{:02}, 星期{}", at.hour, at.minute, at.weekday);
     console_.line("  💡 提示: 如需24小时记录，请在设置中关闭'仅追踪工作时间'");
-    closeAndLeave(now, now);
+    closeAndLeave(look.now, look.now);
+    noteUnwatched(look);
 }
 
 /// Who has touched nothing for long may be in a call or before a film. That is asked as long as somebody was there:
@@ -267,11 +273,14 @@ void ActivityTracker::resumeMonitoring() {
     console_.line("ActivityTracker: ▶️ 已恢复键盘和鼠标监控");
 }
 
-void ActivityTracker::leaveIdle(const Presence& presence, Date now) {
+void ActivityTracker::leaveIdle(const Presence& presence, const ClockLook& look) {
     console_.line("ActivityTracker: User is idle ({}s >= {}s) - {}", whole(presence.effectiveIdle), presence.threshold,
                   isAnyMonitorListening() ? "基于键盘/鼠标监控" : "基于系统空闲时间");
     // The record ends at the last input and not when the tick notices.
-    closeAndLeave(now - presence.effectiveIdle, now);
+    const Date lastInput = look.now - presence.effectiveIdle;
+    closeAndLeave(lastInput, look.now);
+    noteAbsence(lastInput, look);
+    awaitReturn();
 }
 
 std::optional<ForegroundApplicationSnapshot> ActivityTracker::foregroundApplication() {

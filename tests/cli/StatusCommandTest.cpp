@@ -5,6 +5,8 @@
 #include "session/CaptureNote.h"
 #include "session/TrackerLock.h"
 #include "store/ModelContainer.h"
+#include "support/Builders.h"
+#include "tracking/PresenceNote.h"
 
 namespace quorvane {
 namespace {
@@ -20,7 +22,8 @@ TEST_F(StatusCommandTest, TellsOfAnEmptyStore) {
     load("");
     EXPECT_EQ(
         outputOf({"--json", "status"}),
-        R"({"tracking":false,"open_record":null,"today_seconds":0.0,"today_records":0,)"
+        R"({"tracking":false,"paused_since":null,"away_since":null,"open_record":null,"today_seconds":0.0,)"
+        R"("today_records":0,)"
         R"("capture":{"can_see":false,"reason":"no display: DISPLAY is not set, and no Wayland compositor answers",)"
         R"("remedy":"Start it from a terminal inside the desktop session."}})"
         "\n");
@@ -48,6 +51,20 @@ TEST_F(StatusCommandTest, WhatATrackerCanSeeIsSaidByTheTrackerAndNotByOurOwnSess
     EXPECT_EQ(status(now)["capture"]["remedy"], "Look again.");
     CaptureNote::keep(container.mainContext(), {.sight = platform::Sight::applications});
     EXPECT_TRUE(status(now)["capture"]["can_see"].get<bool>());
+}
+
+TEST_F(StatusCommandTest, TellsOfAPauseAndWhileATrackerRunsOfAnAbsence) {
+    ModelContainer container({.file = store()});
+    const auto keepAwaySince = [&](const char* time) { PresenceNote::keepAbsence(container.mainContext(), at(time)); };
+    const Arguments arguments{"--now", "2026-03-02T09:00:00Z", "status"};
+    keepAwaySince("08:38:00");
+    EXPECT_THAT(outputOf(arguments), StartsWith("Tracking:     no\n")) << "of a run that crashed";
+    const auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(store()), "quorvane");
+    EXPECT_THAT(outputOf(arguments), StartsWith("Tracking:     no, away since 2026-03-02 08:38:00\n"));
+    EXPECT_EQ(status("2026-03-02T09:00:00Z")["away_since"], "2026-03-02T08:38:00.000000Z");
+    PresenceNote::keepPause(container.mainContext(), at("08:50:00"));
+    EXPECT_THAT(outputOf(arguments), StartsWith("Tracking:     no, paused by you since 2026-03-02 08:50:00\n"));
+    EXPECT_EQ(status("2026-03-02T09:00:00Z")["paused_since"], "2026-03-02T08:50:00.000000Z");
 }
 
 TEST_F(StatusCommandTest, AddsUpWhatStartsOnTheLocalDayAndOpenRecordsUpToNow) {

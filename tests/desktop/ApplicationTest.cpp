@@ -76,7 +76,7 @@ TEST_F(ApplicationTest, TheTraysMenuPausesStartsAndQuits) {
     ASSERT_TRUE(waitUntil([&] { return tray.hasItem(); }));
     EXPECT_THAT(tray.labels(), IsSupersetOf({"(Recording)", "-", "Open Quorvane", "Input monitoring"}));
     EXPECT_TRUE(tray.choose("Pause Recording"));
-    EXPECT_TRUE(waitUntil([&] { return tray.labels()[0] == "(Paused)"; }));
+    EXPECT_TRUE(waitUntil([&] { return tray.labels()[0].starts_with("(Paused since "); }));
     EXPECT_TRUE(tray.choose("Start Recording"));
     EXPECT_TRUE(waitUntil([&] { return tray.labels()[0] == "(Recording)"; }));
     EXPECT_TRUE(tray.choose("Quit Quorvane"));
@@ -133,6 +133,8 @@ TEST_F(ApplicationTest, InTheBackgroundItTracksWithoutAWindowUntilOneIsAskedFor)
     EXPECT_TRUE(waitUntil([&] { return isInFront(); }));
     ask(QStringLiteral("quit"));
     EXPECT_EQ(application->wait().status, 0);
+    ProgramRun next(QUORVANE, {"--background"}, setting_);
+    EXPECT_TRUE(next.hasWritten("ActivityTracker: Paused by the user since "));
 }
 
 TEST_F(ApplicationTest, TheCompanionPausesItStartsItAndShowsItsWindowAndSaysWhatHolds) {

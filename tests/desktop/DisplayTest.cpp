@@ -27,8 +27,9 @@ void expectNothingIsSeen(LinuxDesktop& desktop) {
 std::vector<Channel> displayChannels(const LinuxDesktop& desktop) {
     std::vector<Channel> found;
     for (const auto& channel : desktop.channels())
-        for (const char* question : {"front window and activation", "window titles", "system idle time", "key events",
-                                     "button and scroll events", "screens asleep"})
+        for (const char* question :
+             {"front window and activation", "window titles", "system idle time", "return from an absence",
+              "key events", "button and scroll events", "screens asleep"})
             if (channel.question == question) found.push_back(channel);
     return found;
 }
@@ -39,7 +40,7 @@ auto refusedWith(const std::string& reason) {
 }
 
 auto allRefusedWith(const std::string& reason) {
-    return AllOf(SizeIs(6), Each(refusedWith(reason)));
+    return AllOf(SizeIs(7), Each(refusedWith(reason)));
 }
 
 TEST(DisplayTest, EveryQuestionIsListed) {
@@ -53,10 +54,10 @@ TEST(DisplayTest, EveryQuestionIsListed) {
         EXPECT_EQ(channel.isAvailable, channel.reason.empty());
         EXPECT_FALSE(channel.name.empty());
     }
-    EXPECT_THAT(questions,
-                ElementsAre("front window and activation", "window titles", "system idle time", "key events",
-                            "button and scroll events", "sleep and wake", "lock and unlock", "screens asleep",
-                            "calls and films", "accessibility tree", "automation", "system log"));
+    EXPECT_THAT(questions, ElementsAre("front window and activation", "window titles", "system idle time",
+                                       "return from an absence", "key events", "button and scroll events",
+                                       "sleep and wake", "lock and unlock", "screens asleep", "calls and films",
+                                       "accessibility tree", "automation", "system log"));
     EXPECT_THAT(displayChannels(desktop), Each(Field(&Channel::isAvailable, true)));
 }
 

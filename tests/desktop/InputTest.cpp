@@ -42,10 +42,34 @@ TEST_F(InputTest, IdleTimeGrowsUntilAnyInput) {
     }
 }
 
+TEST_F(InputTest, AReturnWakesTheProcessOnceAndNothingDoesBefore) {
+    const DesktopSession session({.windowManager = false, .buses = false});
+    LinuxDesktop desktop(runLoop);
+    ASSERT_TRUE(waitUntil([&] { return desktop.idle().secondsSinceLastInput() >= 1.1s; }));
+    int returns = 0;
+    std::unique_ptr<ReturnWatch> watch = desktop.returns().watch([&] { ++returns; });
+    ASSERT_NE(watch, nullptr);
+    (void)wakeUpsDuring(0.1s);
+    EXPECT_THAT(wakeUpsDuring(0.5s), Lt(3));
+    EXPECT_EQ(returns, 0);
+    xdotool({"mousemove_relative", "5", "5"});
+    EXPECT_TRUE(waitUntil([&] { return returns == 1; }));
+    ASSERT_TRUE(waitUntil([&] { return desktop.idle().secondsSinceLastInput() >= 1.1s; }));
+    xdotool({"key", "a"});
+    EXPECT_TRUE(staysTrue([&] { return returns == 1; })) << "only the first input is a return";
+    watch = desktop.returns().watch([&] {
+        ++returns;
+        watch.reset();
+    });
+    EXPECT_TRUE(waitUntil([&] { return returns == 2; })) << "somebody was faster than we are";
+    EXPECT_EQ(watch, nullptr);
+}
+
 TEST_F(InputTest, AnUntrustedConnectionIsToldNothing) {
     DesktopSession session({.windowManager = false, .buses = false, .isUntrusted = true});
     LinuxDesktop desktop(runLoop);
     EXPECT_LT(desktop.idle().secondsSinceLastInput(), 0s);
+    EXPECT_EQ(desktop.returns().watch([] {}), nullptr);
     EXPECT_EQ(desktop.keys().createTap(KeyEvents::keyDown, [] {}), nullptr);
     EXPECT_EQ(desktop.pointer().addGlobalMonitor([](Point) {}), nullptr);
     EXPECT_THAT(desktop.idle().channel().reason, AllOf(HasSubstr("IDLETIME"), HasSubstr("MIT-SCREEN-SAVER")));

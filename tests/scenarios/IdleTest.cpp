@@ -17,10 +17,18 @@ protected:
     }
 };
 
-TEST_F(IdleTest, TimeAwayIsAGapThatBeginsAtTheLastInputAndEndsWithTheTickAfterTheReturn) {
+TEST_F(IdleTest, TimeAwayIsAGapFromTheLastInputToTheReturn) {
     startTrackingAt("09:00:00");
-    playUntil("09:20:00");
+    playUntil("09:20:03");
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:05:00"));
+    desktop.pressKey();
+    EXPECT_THAT(records(), ElementsAre(testing::_, "Editor 09:20:03"));
+}
+
+TEST_F(IdleTest, WhereNobodyTellsOfTheReturnTheNextTickSeesIt) {
+    desktop.refuseReturns();
+    startTrackingAt("09:00:00");
+    playUntil("09:20:03");
     desktop.typeUntil("09:30:00");
     playUntil("09:21:00");
     EXPECT_THAT(records(), ElementsAre(testing::_, "Editor 09:20:10"));
@@ -44,14 +52,17 @@ TEST_F(IdleTest, ThreeIdleTicksPauseTheMonitorsAndTheReturnResumesThem) {
                             "User is idle (100s >= 20s) - 基于系统空闲时间", "No currentRecord to finalize"));
     EXPECT_EQ(desktop.keyTaps() + desktop.globalPointerMonitors(), 0);
 
+    EXPECT_EQ(desktop.returnWatches(), 1);
+
     playUntil("09:07:05");
     desktop.pressKey();
-    playUntil("09:07:10");
+    EXPECT_EQ(desktop.returnWatches(), 0);
+    playUntil("09:07:06");
     EXPECT_THAT(newLines(),
                 ElementsAre("KeyboardMonitor: ✅ 键盘监控已启动", "MouseMonitor: ✅ 鼠标监控已启动",
                             "▶️ 已恢复键盘和鼠标监控", "📱 App switch: Editor (org.example.editor)",
                             "No currentRecord to finalize", "DataCleanupService: 结束所有活跃记录...",
-                            "Created new record for Editor at 2026-03-04 09:07:10 +0000",
+                            "Created new record for Editor at 2026-03-04 09:07:05 +0000",
                             "无法获取文档路径和窗口标题，将继续使用基本应用信息"));
 }
 

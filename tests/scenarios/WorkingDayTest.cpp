@@ -33,7 +33,7 @@ TEST_F(WorkingDayTest, ADayOfSwitchesBreaksAndALockedLunchLeavesExactRecords) {
     tracker->stop();
 
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:40:00", "Browser 09:40:00 to 10:00:00",
-                                       "Editor 10:00:00 to 10:15:00", "Editor 11:00:10 to 12:00:40",
+                                       "Editor 10:00:00 to 10:15:00", "Editor 11:00:00 to 12:00:40",
                                        "Editor 13:00:00 to 13:50:00"));
     const auto stored = storedRecords();
     EXPECT_EQ(stored[0]->windowTitle(), "chapter one - Editor");

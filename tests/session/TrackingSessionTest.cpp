@@ -67,6 +67,23 @@ TEST_F(TrackingSessionTest, SaysSoWhenTheLastRecordCannotBeSaved) {
                 testing::Contains(testing::HasSubstr("TrackingSession: Failed to save at the end: ")));
 }
 
+TEST_F(TrackingSessionTest, AUsersPauseHoldsInLaterRunsUntilTheUserEndsIt) {
+    const auto isTracking = [&](bool toggles) {
+        TrackingSession session(runLoop_, desktop_, store_.context(), defaults_, console_);
+        session.start();
+        const bool started = session.tracker().isTracking();
+        EXPECT_EQ(session.tracker().pausedSince().has_value(), !started);
+        if (toggles) session.tracker().toggle();
+        runLoop_.playFor(60s);
+        session.stop();
+        return started;
+    };
+    EXPECT_TRUE(isTracking(true));
+    EXPECT_FALSE(isTracking(false));
+    EXPECT_FALSE(isTracking(true));
+    EXPECT_TRUE(isTracking(false)) << "the end of a run is no pause";
+}
+
 TEST_F(TrackingSessionTest, LeavesNothingRunningBehind) {
     const int before = runLoop_.pendingTimers();
     {

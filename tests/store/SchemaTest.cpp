@@ -77,7 +77,8 @@ TEST_F(SchemaTest, AnOlderStoreGainsWhatItLacksWithItsDefaults) {
     const char* const indexes = "SELECT name FROM sqlite_schema WHERE type = 'index' ORDER BY 1";
     const auto complete = answers(indexes);
     std::string older = fmt::format("DROP INDEX {};", fmt::join(complete, "; DROP INDEX "));
-    older += "DROP TABLE activity_share; DROP TABLE store_note; DROP TABLE record_trash; PRAGMA user_version = 0;";
+    older += "DROP TABLE activity_share; DROP TABLE store_note; DROP TABLE record_trash; DROP TABLE absence; PRAGMA "
+             "user_version = 0;";
     for (const auto* entity : allEntities())
         for (const auto& attribute : entity->attributes)
             if (entity->name != "ActivityShare" && !kept.contains(attribute.name))

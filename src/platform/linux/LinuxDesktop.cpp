@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxSystemEvents.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/RecordKeyEventSource.h"
+#include "platform/linux/SyncReturnSource.h"
 #include "platform/linux/WholeFile.h"
 #include "platform/linux/X11ForegroundSource.h"
 #include "platform/linux/X11IdleSource.h"
@@ -38,9 +39,9 @@ IdentityTable identityTable(std::vector<std::string>& notices) {
 struct LinuxDesktop::Parts {
     explicit Parts(RunLoop& runLoop)
         : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
-          systemEvents(runLoop, *x11), foreground(runLoop, *x11, identity, systemEvents), idle(*x11), keys(*x11),
-          pointer(*x11), runningApplications(identity, systemEvents), automation(runningApplications, identity),
-          presence(runningApplications, identity) {}
+          systemEvents(runLoop, *x11), foreground(runLoop, *x11, identity, systemEvents), idle(*x11), returns(*x11),
+          keys(*x11), pointer(*x11), runningApplications(identity, systemEvents),
+          automation(runningApplications, identity), presence(runningApplications, identity) {}
 
     std::vector<std::string> notices;
     std::unique_ptr<X11Connection> x11;
@@ -49,6 +50,7 @@ struct LinuxDesktop::Parts {
     LinuxSystemEvents systemEvents;
     X11ForegroundSource foreground;
     X11IdleSource idle;
+    SyncReturnSource returns;
     RecordKeyEventSource keys;
     XInputPointerEventSource pointer;
     DesktopSettingsPanes settingsPanes;
@@ -82,6 +84,9 @@ ForegroundSource& LinuxDesktop::foreground() {
 IdleSource& LinuxDesktop::idle() {
     return parts_->idle;
 }
+ReturnSource& LinuxDesktop::returns() {
+    return parts_->returns;
+}
 KeyEventSource& LinuxDesktop::keys() {
     return parts_->keys;
 }
@@ -110,7 +115,8 @@ RunningApplications& LinuxDesktop::runningApplications() {
 
 std::vector<Channel> LinuxDesktop::channels() const {
     std::vector<Channel> channels{parts_->foreground.channel(), parts_->foreground.titleChannel(),
-                                  parts_->idle.channel(), parts_->keys.channel(), parts_->pointer.channel()};
+                                  parts_->idle.channel(),       parts_->returns.channel(),
+                                  parts_->keys.channel(),       parts_->pointer.channel()};
     for (auto& channel : parts_->systemEvents.channels())
         channels.push_back(std::move(channel));
     channels.push_back(parts_->presence.channel());

@@ -21,6 +21,7 @@ public:
 
     ForegroundSource& foreground() override;
     IdleSource& idle() override;
+    ReturnSource& returns() override;
     KeyEventSource& keys() override;
     PointerEventSource& pointer() override;
     PresenceSource& presence() override;

@@ -1,30 +1,12 @@
 #include "platform/linux/SyncIdleSource.h"
 
-#include <cstddef>
+#include "platform/linux/SyncCounter.h"
+
 #include <xcb/sync.h>
 
 namespace quorvane::platform {
-namespace {
 
-std::uint32_t findSystemCounter(X11Connection& x11, std::string_view wanted) {
-    if (!x11.extension(&xcb_sync_id)) return 0;
-    // The server answers nothing else of this extension before.
-    if (!x11.reply(xcb_sync_initialize_reply, xcb_sync_initialize(x11.xcb(), 3, 1))) return 0;
-    const auto list = x11.reply(xcb_sync_list_system_counters_reply, xcb_sync_list_system_counters(x11.xcb()));
-    if (!list) return 0;
-    auto counters = xcb_sync_list_system_counters_counters_iterator(list.get());
-    for (; counters.rem > 0; xcb_sync_systemcounter_next(&counters)) {
-        // xcb_sync_systemcounter_name() of libxcb 1.15 skips the structure's padding too and cuts off two letters.
-        const auto* name = reinterpret_cast<const char*>(counters.data) + offsetof(xcb_sync_systemcounter_t, name_len) +
-                           sizeof(counters.data->name_len);
-        if (std::string_view(name, counters.data->name_len) == wanted) return counters.data->counter;
-    }
-    return 0;
-}
-
-}  // namespace
-
-SyncIdleSource::SyncIdleSource(X11Connection& x11) : x11_(x11), counter_(findSystemCounter(x11, "IDLETIME")) {}
+SyncIdleSource::SyncIdleSource(X11Connection& x11) : x11_(x11), counter_(idleCounter(x11)) {}
 
 Seconds SyncIdleSource::secondsSinceLastInput() {
     if (!counter_ || !x11_.isUsable()) return -1s;
@@ -34,13 +16,7 @@ Seconds SyncIdleSource::secondsSinceLastInput() {
 }
 
 Channel SyncIdleSource::channel() const {
-    auto channel = x11_.channel("system idle time", "X11 SYNC IDLETIME");
-    if (channel.isAvailable && !counter_) {
-        channel.isAvailable = false;
-        channel.reason = "the X server has no counter IDLETIME in the extension SYNC";
-        channel.remedy = "Enable SYNC in the X server; an untrusted connection (ssh -X) is not given it.";
-    }
-    return channel;
+    return idleCounterChannel(x11_, "system idle time", counter_ != 0);
 }
 
 }  // namespace quorvane::platform

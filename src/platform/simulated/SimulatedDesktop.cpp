@@ -36,13 +36,18 @@ void SimulatedDesktop::setWindowTitle(std::string bundleId, std::optional<std::s
     foreground_.setWindowTitle({.bundleIdentifier = std::move(bundleId)}, std::move(title));
 }
 
-void SimulatedDesktop::pressKey() {
+void SimulatedDesktop::noteInput() {
     idle_.noteInput();
+    returns_.noteInput();
+}
+
+void SimulatedDesktop::pressKey() {
+    noteInput();
     keys_.press();
 }
 
 void SimulatedDesktop::releaseKey() {
-    idle_.noteInput();
+    noteInput();
     keys_.release();
 }
 
@@ -55,12 +60,12 @@ void SimulatedDesktop::scroll(Over over) {
 }
 
 void SimulatedDesktop::act(Over over) {
-    idle_.noteInput();
+    noteInput();
     pointer_.act(over == Over::ownWindow);
 }
 
 void SimulatedDesktop::movePointer(Point position) {
-    idle_.noteInput();
+    noteInput();
     pointer_.moveTo(position);
 }
 

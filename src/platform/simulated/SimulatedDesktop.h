@@ -26,6 +26,7 @@ public:
 
     ForegroundSource& foreground() override { return foreground_; }
     IdleSource& idle() override { return idle_; }
+    ReturnSource& returns() override { return returns_; }
     KeyEventSource& keys() override { return keys_; }
     PointerEventSource& pointer() override { return pointer_; }
     SimulatedPresence& presence() override { return presence_; }
@@ -87,6 +88,7 @@ public:
     /// Taps for key down alone are granted, those for key down and up refused.
     void refuseSecondTap(bool refused = true) { keys_.refuseDownAndUp(refused); }
     void refuseAttach(bool refused = true) { keys_.refuseAttach(refused); }
+    void refuseReturns(bool refused = true) { returns_.refuse(refused); }
     void refuseGlobalPointer(bool refused = true) { pointer_.refuseGlobal(refused); }
     void refuseLocalPointer(bool refused = true) { pointer_.refuseLocal(refused); }
 
@@ -117,17 +119,20 @@ public:
     [[nodiscard]] const std::vector<std::string>& openedPanes() const { return settingsPanes_.opened(); }
     [[nodiscard]] int activationObservers() const { return foreground_.observers(); }
     [[nodiscard]] int systemEventObservers() const { return systemEvents_.observers(); }
+    [[nodiscard]] int returnWatches() const { return returns_.waiting(); }
     [[nodiscard]] int keyTaps() const { return keys_.taps(); }
     [[nodiscard]] int globalPointerMonitors() const { return pointer_.globalMonitors(); }
     [[nodiscard]] int localPointerMonitors() const { return pointer_.localMonitors(); }
 
 private:
+    void noteInput();
     void act(Over over);
     void type(Date end, Seconds interval);
 
     SimulatedRunLoop& runLoop_;
     SimulatedForeground foreground_;
     SimulatedIdle idle_;
+    SimulatedReturns returns_;
     SimulatedKeys keys_;
     SimulatedPointer pointer_;
     SimulatedPresence presence_;

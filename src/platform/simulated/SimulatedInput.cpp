@@ -1,5 +1,7 @@
 #include "platform/simulated/SimulatedInput.h"
 
+#include <utility>
+
 namespace quorvane::platform {
 namespace {
 
@@ -26,6 +28,29 @@ Seconds SimulatedIdle::secondsSinceLastInput() {
 
 Channel SimulatedIdle::channel() const {
     return channelFor("system idle time", false);
+}
+
+/// Calls once. The call may take it away, or the whole tracker.
+class SimulatedReturns::Watch : public ReturnWatch {
+public:
+    Watch(Signal<>& input, std::function<void()> returned)
+        : returned_(std::move(returned)), input_(input.subscribe([this] {
+              const auto call = std::exchange(returned_, nullptr);
+              const auto done = std::move(input_);
+              if (call) call();
+          })) {}
+
+private:
+    std::function<void()> returned_;
+    Subscription input_;
+};
+
+std::unique_ptr<ReturnWatch> SimulatedReturns::watch(std::function<void()> returned) {
+    return isRefused_ ? nullptr : std::make_unique<Watch>(input_, std::move(returned));
+}
+
+Channel SimulatedReturns::channel() const {
+    return channelFor("return from an absence", isRefused_);
 }
 
 /// Hears only while it is both attached and enabled, as the real ones do.

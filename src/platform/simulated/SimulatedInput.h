@@ -4,6 +4,7 @@
 #include "platform/IdleSource.h"
 #include "platform/KeyEventSource.h"
 #include "platform/PointerEventSource.h"
+#include "platform/ReturnSource.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 
 #include <optional>
@@ -27,6 +28,23 @@ private:
     const SimulatedRunLoop& runLoop_;
     Seconds lastInput_;  ///< as uptime
     std::optional<Seconds> reading_;
+};
+
+/// Hears of the script's input.
+class SimulatedReturns : public ReturnSource {
+public:
+    [[nodiscard]] std::unique_ptr<ReturnWatch> watch(std::function<void()> returned) override;
+    [[nodiscard]] Channel channel() const override;
+
+    void noteInput() { input_.send(); }
+    void refuse(bool refused) { isRefused_ = refused; }
+    [[nodiscard]] int waiting() const { return static_cast<int>(input_.listeners()); }
+
+private:
+    class Watch;
+
+    Signal<> input_;
+    bool isRefused_ = false;
 };
 
 /// A keyboard that a script presses.

@@ -8,6 +8,7 @@ namespace quorvane {
 /// Of the dot before the word.
 [[nodiscard]] inline QColor recordingColor(RecordingState state) {
     switch (state) {
+    case RecordingState::away:
     case RecordingState::paused: return theme().text3;
     case RecordingState::blind: return theme().bad;
     case RecordingState::recording: return theme().ok;

@@ -15,7 +15,7 @@ std::string hourText(double hour) {
     return clockText(hour * 1h);
 }
 
-/// One block or bar, or the range that was drawn.
+/// One block, gap or bar, or the range that was drawn.
 class ItemAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     ItemAccessible(DayChartView& view, const DayChartItem& item) : view_(&view), item_(item) {}
@@ -69,6 +69,10 @@ std::optional<QRectF> ItemAccessible::frame() const {
         const auto* block = scene.block(item_.id);
         return block ? std::optional(block->frame) : std::nullopt;
     }
+    case DayChartItem::Kind::gap: {
+        const auto* gap = scene.gap(item_.id);
+        return gap ? std::optional(gap->frame) : std::nullopt;
+    }
     case DayChartItem::Kind::bar: {
         const auto* bar = scene.bar(item_.id);
         return bar ? std::optional(bar->frame) : std::nullopt;
@@ -86,6 +90,10 @@ QString ItemAccessible::name() const {
         const auto& block = *parts().scene.block(item_.id);
         return qt(texts.text("a11y_activity_block", block.name.toStdString(), hourText(block.startHour),
                              hourText(block.endHour), block.duration.toStdString()));
+    }
+    case DayChartItem::Kind::gap: {
+        const auto& gap = *parts().scene.gap(item_.id);
+        return qt(texts.text("a11y_gap", hourText(gap.startHour), hourText(gap.endHour), gap.duration.toStdString()));
     }
     case DayChartItem::Kind::bar: {
         const auto& bar = *parts().scene.bar(item_.id);
@@ -107,7 +115,10 @@ QRect ItemAccessible::rect() const {
 
 bool ItemAccessible::isChosen() const {
     const DayChartOverlay& overlay = parts().overlay;
-    return item_.kind == DayChartItem::Kind::block ? overlay.block == item_.id : overlay.bar == item_.id;
+    const auto& chosen = item_.kind == DayChartItem::Kind::block ? overlay.block
+                         : item_.kind == DayChartItem::Kind::gap ? overlay.gap
+                                                                 : overlay.bar;
+    return chosen == item_.id;
 }
 
 QAccessible::State ItemAccessible::state() const {
@@ -136,7 +147,9 @@ void ItemAccessible::doAction(const QString& action) {
     DayChartView::Parts& parts = this->parts();
     if (action == setFocusAction()) view_->setFocus(Qt::OtherFocusReason);
     if (item_.kind == DayChartItem::Kind::block) {
-        chooseBlock(parts.chart, parts.scene, item_.id);
+        parts.chart.selectBlock(item_.id);
+    } else if (item_.kind == DayChartItem::Kind::gap) {
+        parts.chart.selectGap(item_.id);
     } else {
         const auto annotation = parts.scene.bar(item_.id)->annotation;
         if (action == deleteAction()) return parts.chart.deleteAnnotation(annotation);
@@ -145,7 +158,7 @@ void ItemAccessible::doAction(const QString& action) {
     parts.makeVisible(parts.chosenFrame());
 }
 
-/// The chart as a list: blocks from morning to night, bars, and the range that was drawn.
+/// The chart as a list: blocks from morning to night, gaps, bars, and the range that was drawn.
 class ChartAccessible : public QAccessibleWidget {
 public:
     explicit ChartAccessible(DayChartView& view) : QAccessibleWidget(&view, QAccessible::List), view_(view) {}
@@ -170,6 +183,8 @@ public:
         if (!view_.hasFocus()) return nullptr;
         if (overlay.block && scene().block(*overlay.block))
             return parts().items.interfaceOf({DayChartItem::Kind::block, *overlay.block});
+        if (overlay.gap && scene().gap(*overlay.gap))
+            return parts().items.interfaceOf({DayChartItem::Kind::gap, *overlay.gap});
         if (overlay.bar && scene().bar(*overlay.bar))
             return parts().items.interfaceOf({DayChartItem::Kind::bar, *overlay.bar});
         return nullptr;
@@ -178,13 +193,15 @@ public:
 private:
     [[nodiscard]] DayChartView::Parts& parts() const { return view_.parts(); }
     [[nodiscard]] const DayChartScene& scene() const { return parts().present(); }
-    [[nodiscard]] std::size_t barsEnd() const { return scene().blocks.size() + scene().bars.size(); }
+    [[nodiscard]] std::size_t gapsEnd() const { return scene().blocks.size() + scene().gaps.size(); }
+    [[nodiscard]] std::size_t barsEnd() const { return gapsEnd() + scene().bars.size(); }
     [[nodiscard]] bool hasRange() const { return parts().chart.selectedTimeRange().has_value(); }
     [[nodiscard]] std::optional<DayChartItem> itemAt(std::size_t index) const {
         const DayChartScene& shown = scene();
         const std::size_t blocks = shown.blocks.size();
         if (index < blocks) return DayChartItem{DayChartItem::Kind::block, shown.blocks[shown.blocksByStart[index]].id};
-        if (index < barsEnd()) return DayChartItem{DayChartItem::Kind::bar, shown.bars[index - blocks].id};
+        if (index < gapsEnd()) return DayChartItem{DayChartItem::Kind::gap, shown.gaps[index - blocks].id};
+        if (index < barsEnd()) return DayChartItem{DayChartItem::Kind::bar, shown.bars[index - gapsEnd()].id};
         if (index == barsEnd() && hasRange()) return DayChartItem{DayChartItem::Kind::range, {}};
         return std::nullopt;
     }
@@ -199,7 +216,10 @@ QAccessibleInterface* ChartAccessible::childAt(int x, int y) const {
     if (const auto* bar = scene().barAt(point)) return parts().items.interfaceOf({DayChartItem::Kind::bar, bar->id});
     const auto* hit =
         DayTimelineGeometry::hitTest(parts().chart.processedRecords(), {point.x(), point.y()}, scene().width);
-    return hit ? parts().items.interfaceOf({DayChartItem::Kind::block, hit->id}) : nullptr;
+    if (hit != nullptr) return parts().items.interfaceOf({DayChartItem::Kind::block, hit->id});
+    for (const DayChartGap& gap : scene().gaps)
+        if (gap.frame.contains(point)) return parts().items.interfaceOf({DayChartItem::Kind::gap, gap.id});
+    return nullptr;
 }
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
@@ -238,6 +258,7 @@ void DayChartItems::announce(const DayChartOverlay& before, const DayChartOverla
     };
     const auto chosen = [](const DayChartOverlay& overlay) -> std::optional<DayChartItem> {
         if (overlay.block) return DayChartItem{DayChartItem::Kind::block, *overlay.block};
+        if (overlay.gap) return DayChartItem{DayChartItem::Kind::gap, *overlay.gap};
         if (overlay.bar) return DayChartItem{DayChartItem::Kind::bar, *overlay.bar};
         return std::nullopt;
     };

@@ -13,7 +13,7 @@ struct DayChartOverlay;
 
 /// A painted thing on the day chart, as assistive technology knows it.
 struct DayChartItem {
-    enum class Kind { block, bar, range };
+    enum class Kind { block, gap, bar, range };
     Kind kind = Kind::block;
     Uuid id;  ///< all zero for the range
     friend auto operator<=>(const DayChartItem&, const DayChartItem&) = default;

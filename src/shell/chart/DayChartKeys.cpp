@@ -20,19 +20,19 @@ bool DayChartKeys::press(int key) {
     case Qt::Key_Right: moveBetweenBars(1); return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!chart_.selectedActivity() && !chart_.selectedProjectAnnotation()) moveBetweenBlocks(1);
+        if (!hasChosen()) moveBetweenBlocks(1);
         return true;
     case Qt::Key_Escape: return letGo();
     case Qt::Key_A: assign(); return true;
     case Qt::Key_Delete:
-    case Qt::Key_Backspace: chart_.deleteSelectedProjectAnnotation(); return true;
+    case Qt::Key_Backspace: takeAway(); return true;
     case Qt::Key_Home: chart_.selectDate(runLoop_.now()); return true;
     default: return false;
     }
 }
 
 void DayChartKeys::moveBetweenBlocks(int direction) {
-    if (chart_.selectedProjectAnnotation() && block_) chooseBlock(chart_, scene_, *block_);
+    if (chart_.selectedProjectAnnotation() && block_) chart_.selectBlock(*block_);
     chart_.selectNeighbour(direction);
 }
 
@@ -63,7 +63,7 @@ void DayChartKeys::moveBetweenBars(int direction) {
     }
     const auto next = present == bars.end() ? 0 : present - bars.begin() + direction;
     if (next < 0) {
-        if (block_) chooseBlock(chart_, scene_, *block_);
+        if (block_) chart_.selectBlock(*block_);
     } else if (next < std::ssize(bars)) {
         chart_.select(bars[static_cast<std::size_t>(next)]->annotation);
     }
@@ -72,35 +72,29 @@ void DayChartKeys::moveBetweenBars(int direction) {
 bool DayChartKeys::letGo() {
     if (chart_.projectSelector() != nullptr) {
         chart_.cancelProjectSelection();
-    } else if (chart_.selectedActivity() || chart_.selectedProjectAnnotation()) {
-        chart_.click({-1, -1}, scene_.width);  // hits nothing
+    } else if (hasChosen()) {
+        chart_.select(nullptr);
     } else {
         return false;
     }
     return true;
 }
 
-void DayChartKeys::assign() {
-    if (chart_.selectedActivity()) return chart_.selectTimeRangeOfActivity();
-    chart_.selectTimeRange(nextFreeQuarter(scene_));
+bool DayChartKeys::hasChosen() const {
+    return chart_.selectedActivity() || chart_.selectedProjectAnnotation() || chart_.selectedGap();
 }
 
-void chooseBlock(DayTimelineChart& chart, const DayChartScene& scene, const Uuid& id) {
-    const auto* block = scene.block(id);
-    if (block == nullptr) return;
-    for (const double y : {block->frame.top() + 1, block->frame.center().y(), block->frame.bottom() - 1}) {
-        const ChartPoint point{block->frame.center().x(), y};
-        const auto* hit = DayTimelineGeometry::hitTest(chart.processedRecords(), point, scene.width);
-        if (hit != nullptr && hit->id == id) return chart.click(point, scene.width);
-    }
-    // Covered by shorter blocks: the way from block to block leads to each of them.
-    const auto place = [&](const Uuid& wanted) {
-        return std::ranges::find(scene.blocksByStart, wanted, [&](std::size_t i) { return scene.blocks[i].id; }) -
-               scene.blocksByStart.begin();
-    };
-    if (!chart.selectedActivity()) chart.selectNeighbour(1);
-    for (auto steps = place(id) - place(chart.selectedActivity()->id); steps != 0; steps += steps > 0 ? -1 : 1)
-        chart.selectNeighbour(steps > 0 ? 1 : -1);
+void DayChartKeys::takeAway() {
+    if (const auto gap = chart_.selectedGap())
+        chart_.leaveGapEmpty(gap->time);
+    else
+        chart_.deleteSelectedProjectAnnotation();
+}
+
+void DayChartKeys::assign() {
+    if (chart_.selectedActivity()) return chart_.selectTimeRangeOfActivity();
+    if (const auto& gap = chart_.selectedGap()) return chart_.assignGap(gap->time);
+    chart_.selectTimeRange(nextFreeQuarter(scene_));
 }
 
 TimeRange nextFreeQuarter(const DayChartScene& scene) {

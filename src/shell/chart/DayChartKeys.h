@@ -7,7 +7,8 @@
 
 namespace quorvane {
 
-/// What the keys do on the day chart: moving between blocks and bars, letting go, assigning, deleting, going to today.
+/// What the keys do on the day chart: moving between blocks, gaps and bars, letting go, assigning, deleting, going to
+/// today.
 class DayChartKeys {
 public:
     DayChartKeys(DayTimelineChart& chart, const platform::RunLoop& runLoop, const DayChartScene& scene)
@@ -21,16 +22,15 @@ private:
     void moveBetweenBars(int direction);
     [[nodiscard]] std::vector<const DayChartBar*> barsBeside() const;
     [[nodiscard]] bool letGo();
+    [[nodiscard]] bool hasChosen() const;
     void assign();
+    void takeAway();
 
     DayTimelineChart& chart_;
     const platform::RunLoop& runLoop_;
     const DayChartScene& scene_;
     std::optional<Uuid> block_;  ///< from which the way led into the bars
 };
-
-/// Chooses a block as a click on it does, also where others cover it.
-void chooseBlock(DayTimelineChart& chart, const DayChartScene& scene, const Uuid& id);
 
 /// A quarter of an hour from the first full quarter after the last block; from 8:00 on a day without any.
 [[nodiscard]] TimeRange nextFreeQuarter(const DayChartScene& scene);

@@ -32,20 +32,37 @@ void addBarAction(QMenu& menu, DayChartView::Parts& parts, const DayChartBar& ba
                      [&parts] { parts.chart.deleteSelectedProjectAnnotation(); });
 }
 
+void addGapActions(QMenu& menu, DayChartView::Parts& parts, bool isLeftEmpty) {
+    const auto add = [&](const char* icon, const std::string& text, auto act) {
+        auto* action = menu.addAction(menuIcon(icon), qt(text));
+        QObject::connect(action, &QAction::triggered, &parts.view, [&parts, act] {
+            if (const auto gap = parts.chart.selectedGap()) act(parts.chart, gap->time);
+        });
+    };
+    add("folder", parts.localization.text("timeline_assign_project"),
+        [](DayTimelineChart& chart, DateInterval time) { chart.assignGap(time); });
+    if (isLeftEmpty) return;
+    add("moon", parts.localization.text("gap_leave_empty"),
+        [](DayTimelineChart& chart, DateInterval time) { chart.leaveGapEmpty(time); });
+}
+
 }  // namespace
 
 void DayChartView::Parts::popUpMenu(const QPoint& globalPoint) {
     present();
     const auto* block = overlay.block ? scene.block(*overlay.block) : nullptr;
     const auto* bar = overlay.bar ? scene.bar(*overlay.bar) : nullptr;
-    if (block == nullptr && bar == nullptr) return;
+    const auto* gap = overlay.gap ? scene.gap(*overlay.gap) : nullptr;
+    if (block == nullptr && bar == nullptr && gap == nullptr) return;
     tooltip->hide();
     auto* menu = new QMenu(&view);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (block != nullptr)
         addBlockActions(*menu, *this);
-    else
+    else if (bar != nullptr)
         addBarAction(*menu, *this, *bar);
+    else
+        addGapActions(*menu, *this, gap->isLeftEmpty);
     menu->popup(globalPoint);
 }
 

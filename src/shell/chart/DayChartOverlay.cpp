@@ -54,6 +54,13 @@ void paintChosenBlock(QPainter& painter, const DayChartScene& scene, const DayCh
     painter.restore();
 }
 
+void paintChosenGap(QPainter& painter, const DayChartGap& gap) {
+    const QRectF frame = DayChartPainter::snapped(painter, gap.frame);
+    painter.setPen(QPen(theme().accent, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(frame.adjusted(1, 1, -1, -1), Metrics::blockRadius, Metrics::blockRadius);
+}
+
 void paintChosenBar(QPainter& painter, const DayChartBar& bar, bool showsRing) {
     const QRectF frame = DayChartPainter::snapped(painter, bar.frame);
     painter.setPen(QPen(theme().blue, 3));
@@ -114,6 +121,7 @@ std::optional<QRectF> rangeOf(const DayTimelineChart& chart, const DayChartScene
 void DayChartOverlay::paint(QPainter& painter, const DayChartScene& scene) const {
     painter.setRenderHint(QPainter::Antialiasing);
     paintLabels(painter, scene, now);
+    if (const auto* chosen = gap ? scene.gap(*gap) : nullptr) paintChosenGap(painter, *chosen);
     if (const auto* chosen = block ? scene.block(*block) : nullptr) paintChosenBlock(painter, scene, *chosen);
     if (const auto* chosen = bar ? scene.bar(*bar) : nullptr) paintChosenBar(painter, *chosen, showsRing);
     if (now) paintNow(painter, scene, *now);
@@ -123,10 +131,12 @@ void DayChartOverlay::paint(QPainter& painter, const DayChartScene& scene) const
 DayChartOverlay dayChartOverlay(const DayTimelineChart& chart, const DayChartScene& scene, Date now, bool showsRing) {
     DayChartOverlay overlay{.block = std::nullopt,
                             .bar = std::nullopt,
+                            .gap = std::nullopt,
                             .range = rangeOf(chart, scene),
                             .now = std::nullopt,
                             .showsRing = showsRing};
     if (chart.selectedActivity()) overlay.block = chart.selectedActivity()->id;
+    if (chart.selectedGap()) overlay.gap = chart.selectedGap()->id;
     if (chart.selectedProjectAnnotation()) overlay.bar = chart.selectedProjectAnnotation()->id();
     const auto calendar = Calendar::current();
     if (!calendar.isSameDay(chart.selectedDate(), now)) return overlay;

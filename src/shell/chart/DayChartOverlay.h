@@ -18,6 +18,7 @@ struct DayChartOverlay {
 
     std::optional<Uuid> block;  ///< chosen
     std::optional<Uuid> bar;    ///< chosen
+    std::optional<Uuid> gap;    ///< chosen
     std::optional<QRectF> range;
     std::optional<Now> now;  ///< only while the day is today
     bool showsRing = false;  ///< the focus came by the keyboard

@@ -1,5 +1,6 @@
 #include "shell/chart/DayChartPainter.h"
 
+#include "shell/look/Icons.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
@@ -19,6 +20,8 @@ constexpr double headTop = 6;
 constexpr double headHeight = 16;
 constexpr double titleHeight = 15;
 constexpr double gap = 8;  // between texts, and before a bar
+constexpr double leastForGapText = 12;
+constexpr int moon = 12;
 constexpr double leastForName = 15;
 constexpr double leastForDuration = 22;
 constexpr double leastForHead = 26;  // below it texts are centred
@@ -132,6 +135,33 @@ void paintInnerEdge(QPainter& painter, const QRectF& frame) {
     painter.drawArc(QRectF(line.right() - size, line.bottom() - size, size, size), 3 * quarter, quarter);
 }
 
+/// Sunken; dashes around it say that it waits for an answer.
+void paintGap(QPainter& painter, const DayChartGap& away) {
+    const QRectF frame = snapped(painter, away.frame);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme().sunken);
+    painter.drawRoundedRect(frame, Metrics::blockRadius, Metrics::blockRadius);
+    if (!away.isLeftEmpty && frame.height() >= leastForGapText) {
+        QPen dashes(theme().control, 1);
+        dashes.setDashPattern({4, 4});
+        painter.setPen(dashes);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(frame.adjusted(0.5, 0.5, -0.5, -0.5), Metrics::blockRadius, Metrics::blockRadius);
+    }
+    if (frame.height() < leastForGapText) return;
+    const QString text = away.text + QStringLiteral("   ") + away.duration;
+    painter.setFont(font(frame.height() < leastForName ? TypeRole::bar : TypeRole::caption));
+    painter.setPen(theme().text2);
+    const QFontMetricsF metrics(painter.font());
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, frame.width() - 2 * padding - moon - gap);
+    const double width = metrics.horizontalAdvance(shown) + moon + gap;
+    QRectF line(frame.left() + (frame.width() - width) / 2, frame.top(), width, frame.height());
+    drawIcon(painter, {line.left(), line.center().y() - moon / 2.0, moon, moon}, "moon", theme().text2, moon,
+             Qt::LeftToRight);
+    line.setLeft(line.left() + moon + gap);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextDontClip, shown);
+}
+
 void paintShape(QPainter& painter, const DayChartBlock& block, bool hasEdge) {
     const QRectF frame = snapped(painter, block.frame);
     painter.setPen(Qt::NoPen);
@@ -181,6 +211,8 @@ void paintStrip(QPainter& painter, const DayChartScene& scene, double top, doubl
     for (const auto& line : scene.grid)
         if (line.y >= top - 1 && line.y <= bottom + 1) paintGridLine(painter, line, scene.width);
     painter.setRenderHint(QPainter::Antialiasing);
+    for (const DayChartGap& away : scene.gaps)
+        if (isWithin(away.frame)) paintGap(painter, away);
     const BlockFonts fonts;
     for (const DayChartBlock& block : scene.blocks) {
         if (!isWithin(block.frame)) continue;

@@ -79,7 +79,8 @@ QRectF DayChartView::Parts::chosenFrame() {
     present();
     const auto* block = overlay.block ? scene.block(*overlay.block) : nullptr;
     const auto* bar = overlay.bar ? scene.bar(*overlay.bar) : nullptr;
-    return block ? block->frame : bar ? bar->frame : QRectF();
+    const auto* gap = overlay.gap ? scene.gap(*overlay.gap) : nullptr;
+    return block ? block->frame : bar ? bar->frame : gap ? gap->frame : QRectF();
 }
 
 /// Once a minute, with the minute, the now line moves.

@@ -32,7 +32,7 @@ struct DayChartView::Parts {
     [[nodiscard]] int scroll() const;
     [[nodiscard]] QPointF toContent(QPointF viewportPoint) const { return viewportPoint + QPointF(0, scroll()); }
     [[nodiscard]] QRectF toViewport(const QRectF& content) const { return content.translated(0, -scroll()); }
-    /// The frame of the chosen block or bar; null if there is none.
+    /// The frame of the chosen block, bar or gap; null if there is none.
     [[nodiscard]] QRectF chosenFrame();
 
     void layOut();
@@ -45,7 +45,7 @@ struct DayChartView::Parts {
     void scrollWhileDragging();
     void endDrag();
     void hover(QPointF viewportPoint);
-    /// Of the chosen block or bar; nothing without one.
+    /// Of the chosen block, bar or gap; nothing without one.
     void popUpMenu(const QPoint& globalPoint);
     void popUpMenuAtChosen();
 

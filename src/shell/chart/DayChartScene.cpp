@@ -11,6 +11,7 @@ namespace quorvane {
 namespace {
 
 constexpr double leastBlock = 8;
+constexpr double leastGap = 2;
 constexpr double activeLabel = 10;  // from the row's top to the label's centre
 constexpr double collapsedLabel = 8;
 constexpr double closeTarget = 28;
@@ -44,6 +45,20 @@ DayChartBar barOf(const PlacedProjectAnnotation& placed, const DayTimelineChart&
             .column = placed.columnIndex};
 }
 
+DayChartGap gapOf(const AwayGap& gap, const DayTimelineChart& chart, double width, const Localization& localization) {
+    const double top = chart.layout().yPosition(gap.hours.startHour);
+    const double bottom = chart.layout().yPosition(gap.hours.endHour);
+    constexpr double left = DayTimelineGeometry::gutterWidth;
+    return {.id = gap.id,
+            .frame = {left, top + 1, width - left, std::max(bottom - top - 2, leastGap)},
+            .text = qt(localization.text("timeline_gap", clockText(gap.hours.startHour * 1h),
+                                         clockText(gap.hours.endHour * 1h))),
+            .duration = qt(lengthText(gap.time.end - gap.time.start)),
+            .startHour = gap.hours.startHour,
+            .endHour = gap.hours.endHour,
+            .isLeftEmpty = gap.isLeftEmpty};
+}
+
 std::array<DayChartHour, 24> hoursOf(const DayTimelineChart& chart) {
     std::array<DayChartHour, 24> hours;
     for (std::size_t hour = 0; hour < hours.size(); ++hour) {
@@ -70,6 +85,10 @@ const DayChartBar* DayChartScene::bar(const Uuid& id) const {
     return withId(bars, id);
 }
 
+const DayChartGap* DayChartScene::gap(const Uuid& id) const {
+    return withId(gaps, id);
+}
+
 const DayChartBar* DayChartScene::barAt(QPointF point) const {
     const auto found =
         std::find_if(bars.rbegin(), bars.rend(), [&](const DayChartBar& bar) { return bar.frame.contains(point); });
@@ -83,6 +102,8 @@ DayChartScene dayChartScene(const DayTimelineChart& chart, double width, const L
     scene.height = scene.rowsHeight;
     scene.grid = DayTimelineGeometry::gridLines(chart.layout(), chart.activityHours(), width);
     scene.hours = hoursOf(chart);
+    for (const AwayGap& gap : chart.gaps())
+        scene.gaps.push_back(gapOf(gap, chart, width, localization));
     scene.blocks.reserve(chart.processedRecords().size());
     for (const ProcessedActivityItem& item : chart.processedRecords())
         scene.blocks.push_back(blockOf(item, width));

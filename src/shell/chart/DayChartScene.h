@@ -38,6 +38,18 @@ struct DayChartBar {
     friend bool operator==(const DayChartBar&, const DayChartBar&) = default;
 };
 
+/// Where nobody was there.
+struct DayChartGap {
+    Uuid id;
+    QRectF frame;
+    QString text;      ///< "away 16:38 – 17:05"
+    QString duration;  ///< "27m"
+    double startHour = 0;
+    double endHour = 0;
+    bool isLeftEmpty = false;
+    friend bool operator==(const DayChartGap&, const DayChartGap&) = default;
+};
+
 struct DayChartHour {
     double centre = 0;  ///< of its label
     bool isActive = false;
@@ -52,14 +64,16 @@ struct DayChartScene {
     double height = 0;      ///< of all; bars and low blocks may reach below the rows
     std::vector<DayTimelineGeometry::GridLine> grid;
     std::array<DayChartHour, 24> hours;
+    std::vector<DayChartGap> gaps;           ///< by start; under all else
     std::vector<DayChartBlock> blocks;       ///< in draw order
     std::vector<std::size_t> blocksByStart;  ///< their places in `blocks`, from morning to night
     std::vector<DayChartBar> bars;           ///< by start
     friend bool operator==(const DayChartScene&, const DayChartScene&) = default;
 
-    /// None if there is no such block or bar, or no longer.
+    /// None if there is no such thing, or no longer.
     [[nodiscard]] const DayChartBlock* block(const Uuid& id) const;
     [[nodiscard]] const DayChartBar* bar(const Uuid& id) const;
+    [[nodiscard]] const DayChartGap* gap(const Uuid& id) const;
     /// The one drawn last.
     [[nodiscard]] const DayChartBar* barAt(QPointF point) const;
 };

@@ -61,7 +61,7 @@ void DayChartView::paintEvent(QPaintEvent* event) {
     parts_->overlay.paint(painter, parts_->scene);
     painter.restore();
     const DayChartOverlay& overlay = parts_->overlay;
-    if (!overlay.showsRing || overlay.block || overlay.bar) return;
+    if (!overlay.showsRing || overlay.block || overlay.bar || overlay.gap) return;
     painter.setRenderHint(QPainter::Antialiasing);
     paintFocusRing(painter, QRectF(viewport()->rect()).adjusted(4, 4, -4, -4), Metrics::cardRadius - 4,
                    theme().surface);

@@ -71,6 +71,12 @@ QWidget* TrackingPage::idle() {
     auto* const presence = new SettingsRow(qt(localization_.text("calls_as_presence_toggle")), calls);
     presence->setHelp(qt(localization_.text("calls_as_presence_help")));
     callsRow_ = section->addRow(presence);
+    auto* const offers = new Switch({});
+    offers->setChecked(settings_.offersAbsences);
+    connect(offers, &QAbstractButton::toggled, this, [this](bool isOn) { settings_.offersAbsences = isOn; });
+    auto* const offer = new SettingsRow(qt(localization_.text("offer_absences_toggle")), offers);
+    offer->setHelp(qt(localization_.text("offer_absences_help")));
+    section->addRow(offer);
     return section;
 }
 

@@ -15,9 +15,9 @@ void ContentView::runSecondTask() {
 }
 
 void ContentView::startIfNeeded() {
-    if (tracker_.isTracking()) return;
+    if (tracker_.isTracking() || tracker_.pausedSince()) return;
     console_.write("ContentView: 启动活动追踪器");
-    tracker_.start();
+    tracker_.startUnlessPaused();
 }
 
 void ContentView::setSelectedSection(std::optional<MainSection> section) {

@@ -19,7 +19,7 @@ public:
     ContentView(ModelContext& modelContext, ActivityTracker& tracker, ConsoleSink& console);
 
     /// The first task, once the content is on screen: hands the store to the tracker, and begins tracking where it
-    /// doesn't run.
+    /// doesn't run and the user has not paused it.
     void runFirstTask();
     /// The task that follows it; nothing is left to do where tracking runs.
     void runSecondTask();

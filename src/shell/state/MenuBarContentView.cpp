@@ -33,10 +33,11 @@ MenuBarContentView::MenuBarContentView(ActivityTracker& tracker, PermissionCheck
       application_(std::move(application)),
       trackingChanged_(tracker.isTrackingChanged.subscribe([this](bool) { changed.send(); })),
       captureHealthChanged_(tracker.captureHealthChanged.subscribe([this] { changed.send(); })),
+      presenceChanged_(tracker.presenceChanged.subscribe([this] { changed.send(); })),
       permissionsChanged_(permissionChecker.changed.subscribe([this] { notePermissions(); })) {}
 
 std::string MenuBarContentView::title() const {
-    return recordingTitle(state(), localization_);
+    return recordingSentence(tracker_, localization_);
 }
 
 /// The title, and why it is so where nobody would guess it.
@@ -50,6 +51,7 @@ const char* MenuBarContentView::iconName() const {
     switch (state()) {
     case RecordingState::paused: return "tray-paused";
     case RecordingState::blind: return "tray-blind";
+    case RecordingState::away: return "tray-away";
     case RecordingState::recording: return "tray-recording";
     }
     return "";

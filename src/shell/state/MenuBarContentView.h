@@ -82,6 +82,7 @@ private:
     bool isAwaitingPermissions_ = false;
     Subscription trackingChanged_;
     Subscription captureHealthChanged_;
+    Subscription presenceChanged_;
     Subscription permissionsChanged_;
 };
 

@@ -1,19 +1,39 @@
 #include "shell/state/RecordingState.h"
 
+#include "base/Calendar.h"
+#include "base/DateText.h"
+#include "platform/Clock.h"
+
 namespace quorvane {
 
-RecordingState recordingState(bool isTracking, const CaptureHealth& health) {
+RecordingState recordingState(bool isTracking, const CaptureHealth& health, bool isAway) {
     if (!isTracking) return RecordingState::paused;
-    return health.canSee() ? RecordingState::recording : RecordingState::blind;
+    if (!health.canSee()) return RecordingState::blind;
+    return isAway ? RecordingState::away : RecordingState::recording;
 }
 
 std::string recordingTitle(RecordingState state, const Localization& localization) {
     switch (state) {
     case RecordingState::paused: return localization.text("menu_bar_paused");
     case RecordingState::blind: return localization.text("capture_blind_title");
+    case RecordingState::away: return localization.text("recording_away");
     case RecordingState::recording: return localization.text("menu_bar_tracking");
     }
     return {};
+}
+
+std::string recordingSentence(const ActivityTracker& tracker, const Localization& localization) {
+    const auto state = recordingState(tracker);
+    if (const auto away = tracker.awaySince(); away && state == RecordingState::away)
+        return localization.text("recording_away_since", sinceText(*away));
+    if (const auto paused = tracker.pausedSince(); paused && state == RecordingState::paused)
+        return localization.text("recording_paused_since", sinceText(*paused));
+    return recordingTitle(state, localization);
+}
+
+std::string sinceText(Date date) {
+    const bool isToday = Calendar::current().isSameDay(date, platform::currentDate());
+    return localDateText(date, isToday ? "HH:mm" : "yyyy-MM-dd HH:mm");
 }
 
 CaptureTrouble captureTrouble(const CaptureHealth& health, const Localization& localization) {

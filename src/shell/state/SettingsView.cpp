@@ -61,6 +61,7 @@ void SettingsView::take(const AppSettings& settings) {
     idleThresholdMinutes = settings.idleThresholdMinutes();
     splitsRecordsByTitle = settings.splitsRecordsByTitle();
     countsCallsAsPresence = settings.countsCallsAsPresence();
+    offersAbsences = settings.offersAbsences();
     hideDockIcon = settings.hideDockIcon();
 }
 
@@ -95,6 +96,7 @@ void SettingsView::copyInto(AppSettings& settings) const {
     settings.idleThresholdMinutes = idleThresholdMinutes;
     settings.splitsRecordsByTitle = splitsRecordsByTitle;
     settings.countsCallsAsPresence = countsCallsAsPresence;
+    settings.offersAbsences = offersAbsences;
     settings.hideDockIcon = hideDockIcon;
 }
 

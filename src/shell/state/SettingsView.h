@@ -46,6 +46,7 @@ public:
     std::int64_t idleThresholdMinutes = 0;
     bool splitsRecordsByTitle = false;
     bool countsCallsAsPresence = false;
+    bool offersAbsences = false;
     bool hideDockIcon = false;
 
     /// Takes what is stored. Where that can't be read, everything stays.

@@ -13,8 +13,10 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
 #include "shell/praise/PraiseCard.h"
+#include "shell/state/AbsenceOffer.h"
 #include "shell/state/RecordingState.h"
 #include "shell/window/ActivityLayout.h"
+#include "shell/window/AwayLine.h"
 #include "shell/window/DateHeader.h"
 #include "shell/window/DayPraise.h"
 #include "shell/window/PanelOverlay.h"
@@ -45,6 +47,8 @@ struct ActivityPage::Parts {
     MonthView* month = nullptr;
     DetailsPanel* details = nullptr;
     ProjectPanel* project = nullptr;
+    std::unique_ptr<AbsenceOffer> absenceOffer;
+    AwayLine* awayLine = nullptr;
     std::unique_ptr<DayPraise> praise;
     PraiseCard* praiseCard = nullptr;
     QPointer<PanelOverlay> overlay;
@@ -57,6 +61,7 @@ struct ActivityPage::Parts {
     Subscription detailsCloseWanted;
     Subscription overlayCloseWanted;
     Subscription shareWanted;
+    Subscription offerChanged;
 
     [[nodiscard]] DayTimelineChart& chart() const { return services.activity.chart(); }
 };
@@ -71,6 +76,7 @@ ActivityPage::ActivityPage(const Services& services, QWidget* parent)
 // What shows the praise goes before its state does.
 ActivityPage::~ActivityPage() {
     delete parts_->praiseCard;
+    delete parts_->awayLine;
 }
 
 // The parts are made with the data: an empty chart says that nothing was recorded, which isn't known before.
@@ -95,6 +101,10 @@ void ActivityPage::build() {
     parts_->details = new DetailsPanel(chart, services.localization, this);
     parts_->details->installEventFilter(this);
     parts_->project = new ProjectPanel(chart, services.localization, this);
+    parts_->absenceOffer = std::make_unique<AbsenceOffer>(chart, services.tracker, services.context, runLoop);
+    parts_->awayLine = new AwayLine(*parts_->absenceOffer, services.localization, this);
+    parts_->awayLine->hide();
+    parts_->offerChanged = parts_->absenceOffer->changed.subscribe([this] { placeAwayLine(); });
     const auto choose = [this](const ProcessedActivityItem& item) { chooseCategory(item); };
     parts_->dayCategoryWanted = parts_->day->categoryWanted.subscribe(choose);
     parts_->detailsCategoryWanted = parts_->details->categoryWanted.subscribe(choose);
@@ -161,6 +171,7 @@ void ActivityPage::place() {
     placePraise(layout);
     placeDetails(layout);
     placeProjectPanel(layout);
+    placeAwayLine();
 }
 
 /// The keyboard stays with the time that is shown.
@@ -249,6 +260,24 @@ void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
     if (opens) panel.setFocus();  // keys go on there, and Esc leaves it
 }
 
+/// In the lower corner, over whatever stands there; it comes and goes without the focus.
+void ActivityPage::placeAwayLine() {
+    auto& line = *parts_->awayLine;
+    const bool isShown = line.refresh();
+    if (isShown) {
+        const int width = std::min(AwayLine::lineWidth, this->width() - 2 * ActivityLayout::margin);
+        const QSize size(width, line.hasHeightForWidth() ? line.heightForWidth(width) : line.sizeHint().height());
+        line.setGeometry(mirrored(QRect(
+            QPoint(this->width() - width - ActivityLayout::margin, height() - size.height() - ActivityLayout::margin),
+            size)));
+        line.raise();
+    } else if (line.isAncestorOf(window()->focusWidget())) {
+        parts_->day->setFocus();
+    }
+    if (isShown || line.isVisible()) update();  // the shadow
+    line.setVisible(isShown);
+}
+
 void ActivityPage::letGo() {
     parts_->chart().select(nullptr);
     parts_->day->setFocus();
@@ -280,9 +309,10 @@ void ActivityPage::resizeEvent(QResizeEvent* event) {
 
 /// What floats casts a shadow on the page.
 void ActivityPage::paintEvent(QPaintEvent*) {
-    if (!parts_->detailsFloat) return;
     QPainter painter(this);
-    paintShadow(painter, parts_->details->geometry(), Metrics::cardRadius, Elevation::popUp);
+    if (parts_->detailsFloat) paintShadow(painter, parts_->details->geometry(), Metrics::cardRadius, Elevation::popUp);
+    if (parts_->awayLine != nullptr && parts_->awayLine->isVisible())
+        paintShadow(painter, parts_->awayLine->geometry(), Metrics::cardRadius, Elevation::popUp);
 }
 
 void ActivityPage::changeEvent(QEvent* event) {

@@ -55,6 +55,7 @@ private:
     [[nodiscard]] QRect detailsColumn(const ActivityLayout& layout) const;
     void placeDetails(const ActivityLayout& layout);
     void placeProjectPanel(const ActivityLayout& layout);
+    void placeAwayLine();
     void letGo();
     void chooseCategory(const ProcessedActivityItem& item);
     [[nodiscard]] QRect mirrored(const QRect& rectangle) const;

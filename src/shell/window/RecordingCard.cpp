@@ -40,6 +40,7 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     column->addWidget(since_);
     connect(toggle_, &QAbstractButton::clicked, this, [this] { tracker_.toggle(); });
     captureHealthChanged_ = tracker_.captureHealthChanged.subscribe([this] { showState(); });
+    presenceChanged_ = tracker_.presenceChanged.subscribe([this] { showState(); });
     trackingChanged_ = tracker_.isTrackingChanged.subscribe([this](bool) { showState(); });
     recordsChanged_ = context.didChange.subscribe([this](const EntityChange& change) {
         const bool isRecord = &change.entity->entityDescription() == &ActivityRecord::description();
@@ -101,12 +102,18 @@ void RecordingCard::showRecord() {
     since_->setWordWrap(false);
     application_->setWordWrap(false);
     application_->setElided(true);
-    setToolTip({});
+    setToolTip(isRail_ ? qt(recordingSentence(tracker_, localization_)) : QString());
     const auto& record = tracker_.currentRecord();
     const bool isShown = tracker_.isTracking() && record != nullptr;
     application_->setText(isShown ? qt(record->appName().value_or(localization_.text("unknown_app"))) : QString(" "));
     since_->setText(isShown ? qt(localization_.text("ui_recording_since", localDateText(record->startTime(), "HH:mm")))
                             : QString(" "));
+    if (tracker_.isTracking()) {
+        if (const auto away = tracker_.awaySince())
+            application_->setText(qt(localization_.text("ui_away_since", sinceText(*away))));
+    } else if (const auto paused = tracker_.pausedSince()) {
+        application_->setText(qt(localization_.text("ui_paused_since", sinceText(*paused))));
+    }
 }
 
 void RecordingCard::paintEvent(QPaintEvent*) {

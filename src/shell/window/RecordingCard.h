@@ -16,7 +16,7 @@ namespace quorvane {
 class Button;
 class Label;
 
-/// Says whether time is recorded, of which application and since when, or why it can't be, and pauses or starts it. It
+/// Says whether time is recorded, of which application and since when, or why it isn't, and pauses or starts it. It
 /// stands in the window because not every desktop shows a tray.
 class RecordingCard : public QWidget {
 public:
@@ -46,6 +46,7 @@ private:
     bool isRail_ = false;
     Subscription trackingChanged_;
     Subscription captureHealthChanged_;
+    Subscription presenceChanged_;
     Subscription recordsChanged_;
     WeakSource<RecordingCard> weak_{*this};
 };

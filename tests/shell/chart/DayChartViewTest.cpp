@@ -4,6 +4,7 @@
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
 #include "shell/support/ScreenTest.h"
+#include "store/Absence.h"
 #include "support/Mapped.h"
 
 #include <QMenu>
@@ -92,6 +93,29 @@ TEST_F(DayChartViewTest, AClickChoosesABlockOrABarAndAMissLetsGo) {
     EXPECT_TRUE(view.selectedBlock().isNull());
     click({100, y(10.25)});
     EXPECT_EQ(chosen(), "nothing");
+}
+
+TEST_F(DayChartViewTest, AGapIsReachedAnsweredAndReadLikeABlock) {
+    const auto absence = std::make_shared<Absence>();
+    absence->startTime = at("09:50:00");
+    absence->endTime = at("10:30:00");
+    context().insert(absence);
+    context().save();
+    settle();
+    click({100, y(10.25)});
+    ASSERT_TRUE(chart.selectedGap());
+    auto* list = QAccessible::queryAccessibleInterface(&view);
+    EXPECT_EQ(list->focusChild()->text(QAccessible::Name).toStdString(), "Away 10:00 to 10:30, 30m");
+    key(Qt::Key_Down);
+    EXPECT_EQ(chosen(), "Mail");
+    key(Qt::Key_Up);
+    ASSERT_TRUE(chart.selectedGap());
+    key(Qt::Key_A);
+    EXPECT_EQ(chart.selectedTimeRange(), (TimeRange{10, 10.5}));
+    key(Qt::Key_Escape);
+    key(Qt::Key_Delete);
+    EXPECT_TRUE(absence->isLeftEmpty());
+    EXPECT_TRUE(view.parts().scene.gaps.front().isLeftEmpty);
 }
 
 TEST_F(DayChartViewTest, WhatOverlapsIsChosenAndFoundInItsLane) {

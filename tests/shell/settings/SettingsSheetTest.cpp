@@ -62,7 +62,8 @@ TEST_F(SettingsSheetTest, OneTabShowsAndTheArrowsChooseAnother) {
     press(Qt::Key_Right);
     EXPECT_EQ(QApplication::focusWidget(), &named("Tracking"));
     EXPECT_THAT(read(QAccessible::CheckBox),
-                ElementsAre("Notice when I am away", "Another title begins a record", "Record during work hours only"));
+                ElementsAre("Notice when I am away", "Ask about the time away when I am back",
+                            "Another title begins a record", "Record during work hours only"));
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&named("Tracking"))->state().selected);
     press(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), &named("Notice when I am away"));
@@ -83,6 +84,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     chooseTab(1);
     click("Another title begins a record");
     click("A call or a film counts as presence");
+    click("Ask about the time away when I am back");
     click("Record during work hours only");
     named<QComboBox>("From, Hour").setCurrentIndex(7);
     named<QComboBox>("To, Minutes").setCurrentIndex(59);
@@ -101,6 +103,7 @@ TEST_F(SettingsSheetTest, SavingStoresWhatWasChosenAndCancellingNothing) {
     EXPECT_EQ(settings.idleThresholdMinutes(), 10);
     EXPECT_FALSE(settings.splitsRecordsByTitle());
     EXPECT_TRUE(settings.countsCallsAsPresence());
+    EXPECT_FALSE(settings.offersAbsences());
 }
 
 TEST_F(SettingsSheetTest, TheLoginItemChangesAtOnceAndARefusalIsToldAndTakenBack) {

@@ -23,6 +23,11 @@ TEST(ContentViewTest, TheFirstContentStartsTrackingIntoTheStoreAndALaterOneLeave
     second.runSecondTask();
     EXPECT_THAT(scene.console.lines(), Not(Contains(startLine)));
     EXPECT_THAT(scene.console.lines(), Not(Contains("ActivityTracker: Already tracking")));
+    tracker.toggle();
+    ContentView third(scene.store.context(), tracker, scene.console);
+    third.runFirstTask();
+    third.runSecondTask();
+    EXPECT_FALSE(tracker.isTracking()) << "the user has paused it";
 }
 
 }  // namespace

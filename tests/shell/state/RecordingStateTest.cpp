@@ -16,7 +16,9 @@ TEST(RecordingStateTest, NobodyIsToldOfARecordingWhileNothingCanBeSeen) {
             const CaptureHealth health{.sight = sight, .obstacle = obstacle, .reason = "why", .remedy = "Do this."};
             const auto expected = sight == Sight::nothing ? RecordingState::blind : RecordingState::recording;
             EXPECT_EQ(recordingState(true, health), expected);
-            EXPECT_EQ(recordingState(false, health), RecordingState::paused);
+            EXPECT_EQ(recordingState(true, health, true),
+                      sight == Sight::nothing ? RecordingState::blind : RecordingState::away);
+            EXPECT_EQ(recordingState(false, health, true), RecordingState::paused);
             for (const Localization& language : texts) {
                 EXPECT_FALSE(captureTrouble(health, language).reason.empty());
                 EXPECT_FALSE(captureTrouble(health, language).remedy.empty());

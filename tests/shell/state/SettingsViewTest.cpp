@@ -48,6 +48,7 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
     second.splitsRecordsByTitle = false;
     EXPECT_FALSE(second.countsCallsAsPresence);
     second.countsCallsAsPresence = true;
+    second.offersAbsences = false;
     EXPECT_TRUE(second.save());
     EXPECT_TRUE(second.save());
     const auto rows = stored();
@@ -57,6 +58,7 @@ TEST_F(SettingsViewTest, TheFirstSaveMakesTheRowAndTheSecondChangesIt) {
     EXPECT_EQ(rows[0]->workEndMinute(), 45);
     EXPECT_FALSE(rows[0]->splitsRecordsByTitle());
     EXPECT_TRUE(rows[0]->countsCallsAsPresence());
+    EXPECT_FALSE(rows[0]->offersAbsences());
     EXPECT_EQ(rows[0]->createdAt(), at("12:00:00"));
     EXPECT_EQ(rows[0]->updatedAt(), at("12:01:00"));
     EXPECT_THAT(applied, ElementsAre(std::pair(true, false), std::pair(false, true), std::pair(false, false)));

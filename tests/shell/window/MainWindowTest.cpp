@@ -50,6 +50,22 @@ protected:
     }
 };
 
+TEST_F(MainWindowTest, AnAbsenceIsToldWhileItLastsAndOfferedOnTheReturnWithoutTheFocus) {
+    open();
+    scene->runLoop.playUntil("17:20:00");
+    scene->settle();
+    EXPECT_TRUE(shows("since 16:58, not counted"));
+    const QWidget* const focus = QApplication::focusWidget();
+    scene->desktop.pressKey();
+    scene->settle();
+    EXPECT_TRUE(shows("Away 17:00 – 17:20")) << "until then a project has the time";
+    EXPECT_EQ(QApplication::focusWidget(), focus);
+    click("Assign…");
+    scene->settle();
+    EXPECT_FALSE(shows("Away 17:00 – 17:20"));
+    ASSERT_TRUE(scene->chart().projectSelector());
+}
+
 TEST_F(MainWindowTest, TrackingAndTheRecordsBeginWithTheFirstContent) {
     scene.emplace();
     EXPECT_FALSE(scene->store.context().fetch<ActivityRecord>().empty());
