@@ -64,6 +64,8 @@ public:
                 keep(snapshotOf(*record, detail_));
             return;
         }
+        // Counting asks the index alone and costs less than moving what has been read to a larger place.
+        records_.reserve(records_.size() + context_.count<ActivityRecord>(descriptor.predicate));
         context_.scan(descriptor, columnsOf(detail_), [&](const Row& row) {
             keep(read(row, detail_));
             return !stop_.stop_requested();
@@ -93,7 +95,10 @@ std::string TimelineRecordSnapshot::displayName() const {
 }
 
 bool TimelineRecordSnapshot::isLoginWindow() const {
-    return text::lowercased(appName.value_or("")) == "loginwindow" || bundleId == "com.apple.loginwindow";
+    constexpr std::string_view name = "loginwindow";
+    // Lower case is asked for where the length allows it alone: a month has tens of thousands of names.
+    return (appName && appName->size() == name.size() && text::lowercased(*appName) == name) ||
+           bundleId == "com.apple.loginwindow";
 }
 
 TimelineRecordSnapshot snapshotOf(const ActivityRecord& record, RecordDetail detail) {
