@@ -34,20 +34,18 @@ public:
 class Scene {
 public:
     Scene() {
-        std::vector<std::shared_ptr<ActivityRecord>> records;
+        std::vector<TimelineRecordSnapshot> records;
         records.reserve(blockCount);
         for (int i = 0; i < blockCount; ++i) {
             const Date start = midnight + i * (24h / static_cast<double>(blockCount));
-            records.push_back(std::make_shared<ActivityRecord>(
-                ActivityRecord::Values{.startTime = start,
-                                       .endTime = start + 61s,
-                                       .appBundleId = fmt::format("org.example.application{}", i * 7 % 50),
-                                       .appName = fmt::format("Application {}", i * 7 % 50),
-                                       .windowTitle = "Quarterly figures, second draft",
-                                       .createdAt = start,
-                                       .updatedAt = start}));
+            records.push_back({.id = Uuid::random(),
+                               .startTime = start,
+                               .endTime = start + 61s,
+                               .bundleId = fmt::format("org.example.application{}", i * 7 % 50),
+                               .appName = fmt::format("Application {}", i * 7 % 50),
+                               .windowTitle = "Quarterly figures, second draft"});
         }
-        chart.setRecords(std::move(records), Uuid::random());
+        chart.setRecords(records, {midnight, midnight + 24h});
         chart.appear();
         runLoop.runPosted();
         view.resize(frameSize);

@@ -1,6 +1,5 @@
 #include "diagnostics/ConsoleSink.h"
 #include "platform/RunLoop.h"
-#include "store/ActivityRecord.h"
 #include "store/ModelContainer.h"
 #include "timeline/DayTimelineChart.h"
 #include "timeline/MonthTimeline.h"
@@ -163,28 +162,22 @@ private:
     std::vector<std::function<void()>> waiting_;
 };
 
-/// The chart's own thread on a day of so many records of the store: copies before the worker's part, caches after it.
+/// The chart's own thread on a day of so many records: copies before the worker's part, caches after it.
 void chartsMainThread(benchmark::State& state) {
     const auto file = std::filesystem::temp_directory_path() / "quorvane-timeline-bench.sqlite";
     std::filesystem::remove(file);
     ModelContainer container({.file = file});
-    auto& context = container.mainContext();
-    for (const auto& day = makeDays(1, state.range(0)); const auto& each : day)
-        context.insert(std::make_shared<ActivityRecord>(ActivityRecord::Values{.startTime = each.startTime + 1h,
-                                                                               .endTime = *each.endTime + 1h,
-                                                                               .appBundleId = each.bundleId,
-                                                                               .appName = each.appName,
-                                                                               .windowTitle = each.windowTitle,
-                                                                               .documentPath = each.documentPath,
-                                                                               .url = each.url}));
-    context.save();
     StreamConsole console(stderr);
     ManualRunLoop runLoop;
-    DayTimelineChart chart(context, runLoop, console);
-    const auto records = context.fetch<ActivityRecord>();
+    DayTimelineChart chart(container.mainContext(), runLoop, console);
+    auto records = makeDays(1, state.range(0));
+    for (auto& record : records) {
+        record.startTime += 1h;
+        record.endTime = *record.endTime + 1h;
+    }
     chart.appear();
     for (auto _ : state) {
-        chart.setRecords(records, Uuid::random());
+        chart.setRecords(records, {midnight - 24h, midnight + 48h});
         state.PauseTiming();
         runLoop.runWorker();
         state.ResumeTiming();

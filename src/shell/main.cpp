@@ -24,6 +24,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fmt/format.h>
+#include <malloc.h>
 #include <string_view>
 #include <unistd.h>
 #include <xcb/xcb.h>
@@ -179,5 +180,8 @@ int main(int argc, char** argv) {
         fmt::print("{}", asked == "--help" ? quorvane::usage : "quorvane " QUORVANE_VERSION "\n");
         return EXIT_SUCCESS;
     }
+    // The records of a month are megabytes: a fixed limit lets them go back to the system when they are let go, also
+    // from the worker that has read them. By itself it grows with the largest block.
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
     return quorvane::run(argc, argv, isInBackground);
 }

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "store/EntityDescription.h"
+#include "store/LongRecords.h"
 
 #include <algorithm>
 
@@ -36,6 +37,7 @@ const EntityDescription& ActivityRecord::description() {
         // The name in the cloud answers "what was never uploaded", newest first.
         .indexes =
             {{"id"}, {"start_time"}, {"end_time"}, {"project", "start_time"}, {"cloud_kit_record_id", "start_time"}},
+        .partialIndexes = {{"activity_record_over_a_day", {"end_time"}, std::string(LongRecords::sql)}},
         .make = []() -> std::shared_ptr<Entity> { return std::make_shared<R>(); }};
     return description;
 }

@@ -24,13 +24,21 @@ struct AttributeDescription {
     [[nodiscard]] std::string column() const;
 };
 
+/// An index of those rows alone for which a condition holds.
+struct PartialIndex {
+    std::string name;
+    std::vector<std::string> columns;
+    std::string condition;  ///< as the statements that use it say it
+};
+
 /// An entity: the one list from which table, statements, dump and load follow.
 struct EntityDescription {
     std::string name;   ///< "ActivityRecord"
     std::string table;  ///< "activity_record"
     std::vector<AttributeDescription> attributes;
     std::vector<std::vector<std::string>> indexes;  ///< columns of each index
-    std::shared_ptr<Entity> (*make)() = nullptr;    ///< with all defaults
+    std::vector<PartialIndex> partialIndexes{};
+    std::shared_ptr<Entity> (*make)() = nullptr;  ///< with all defaults
 
     [[nodiscard]] const AttributeDescription* attribute(std::string_view attributeName) const;
     [[nodiscard]] const AttributeDescription& attributeAt(const Entity& entity, const void* address) const;

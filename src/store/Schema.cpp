@@ -135,6 +135,8 @@ bool isComplete(Database& database) {
         if (!objects.contains(entity->table)) return false;
         for (const auto& index : entity->indexes)
             if (!objects.contains(indexName(*entity, index))) return false;
+        for (const auto& index : entity->partialIndexes)
+            if (!objects.contains(index.name)) return false;
         const auto columns = columnsOf(database, *entity);
         for (const auto& attribute : entity->attributes)
             if (!columns.contains(attribute.column())) return false;
@@ -161,6 +163,9 @@ void ensure(Database& database) {
             }
             for (const auto& index : entity->indexes)
                 database.execute(createIndex(*entity, index));
+            for (const auto& index : entity->partialIndexes)
+                database.execute(fmt::format("CREATE INDEX IF NOT EXISTS {} ON {} ({}) WHERE {}", index.name,
+                                             entity->table, text::joined(index.columns, ", "), index.condition));
         }
         database.execute(fmt::format(
             "CREATE TABLE IF NOT EXISTS {} (key TEXT PRIMARY KEY, value TEXT NOT NULL) STRICT, WITHOUT ROWID",

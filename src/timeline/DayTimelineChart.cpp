@@ -3,6 +3,7 @@
 #include "base/DateText.h"
 #include "base/LocalTimeZone.h"
 #include "platform/Clock.h"
+#include "store/ActivityRecord.h"
 #include "store/StoreError.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace quorvane {
 namespace {
@@ -32,11 +34,10 @@ DayTimelineChart::DayTimelineChart(ModelContext& context, platform::RunLoop& run
 
 // --- What comes from outside --------------------------------------------------------------------------------------
 
-void DayTimelineChart::setRecords(std::vector<std::shared_ptr<ActivityRecord>> records, const Uuid& refreshTrigger) {
-    const bool isSame = records.size() == records_.size() && refreshTrigger_ == refreshTrigger;
-    records_ = std::move(records);
-    refreshTrigger_ = refreshTrigger;
-    if (!isSame && hasAppeared_) startTimelineProcessing();
+void DayTimelineChart::setRecords(std::span<const TimelineRecordSnapshot> records, DateInterval range) {
+    records_.assign(records.begin(), records.end());
+    recordsRange_ = range;
+    startTimelineProcessing();
 }
 
 void DayTimelineChart::appear() {
@@ -73,6 +74,10 @@ void DayTimelineChart::noteScroll(double offset) {
 
 void DayTimelineChart::setViewMode(TimelineViewMode mode) {
     currentViewMode_ = mode;
+    if (mode != TimelineViewMode::day) {
+        forgetRecords();
+        clearTimelineCaches();
+    }
     changed.send();
 }
 
@@ -89,10 +94,10 @@ void DayTimelineChart::letGo() {
 void DayTimelineChart::selectDate(Date date) {
     if (!timelineCalendar().isSameDay(date, selectedDate_)) letGo();
     selectedDate_ = date;
-    followAbsences();
-    followAnnotations();
     clearTimelineCaches();
     startTimelineProcessing();
+    followAbsences();
+    followAnnotations();  // which tells of all
 }
 
 void DayTimelineChart::stepDate(int direction) {
@@ -123,28 +128,39 @@ void DayTimelineChart::openDay(Date date) {
 bool DayTimelineChart::hasOpenRecordOnSelectedDay() const {
     const auto day = Calendar::current().day(selectedDate_);
     return std::any_of(records_.begin(), records_.end(), [&](const auto& record) {
-        return !record->endTime() && record->startTime() >= day.start && record->startTime() < day.end;
+        return !record.endTime && record.startTime >= day.start && record.startTime < day.end;
     });
-}
-
-std::vector<TimelineRecordSnapshot> DayTimelineChart::takeSnapshots(Date now) const {
-    const auto calendar = Calendar::current();
-    const auto day = calendar.day(selectedDate_);
-    std::vector<TimelineRecordSnapshot> ofDay;  // copies of the day's records alone
-    for (const auto& record : records_)
-        if (record->startTime() >= day.start && record->startTime() < day.end) ofDay.push_back(snapshotOf(*record));
-    return TimelineProcessing::snapshotsOfDay(std::move(ofDay), selectedDate_, now, calendar);
 }
 
 void DayTimelineChart::startTimelineProcessing() {
+    const auto calendar = Calendar::current();
+    const auto day = calendar.day(selectedDate_);
+    const bool isPassed = recordsRange_ && recordsRange_->start <= day.start && day.end <= recordsRange_->end;
+    if (!isPassed) forgetRecords();
+    if (!hasAppeared_ || !isPassed) return;
     const Date now = runLoop_.now();
-    processor_.start(takeSnapshots(now), now, [weak = weak_.handle()](std::vector<TimelineProcessedSnapshot> blocks) {
-        if (auto* self = weak.get()) self->finish(std::move(blocks));
+    std::vector<TimelineRecordSnapshot> ofDay;  // copies of the day's records alone
+    std::ranges::copy_if(records_, std::back_inserter(ofDay), [&](const auto& record) {
+        const bool reachesIn = record.startTime >= day.start || record.endTime.value_or(now) > day.start;
+        return record.startTime < day.end && record.startTime <= now && reachesIn && !record.isLoginWindow();
     });
+    const bool hasRecords = !ofDay.empty();
+    processor_.start(TimelineProcessing::snapshotsOfDay(std::move(ofDay), selectedDate_, now, calendar), now,
+                     [hasRecords, weak = weak_.handle()](std::vector<TimelineProcessedSnapshot> blocks) {
+                         if (auto* self = weak.get()) self->finish(std::move(blocks), hasRecords);
+                     });
 }
 
-void DayTimelineChart::finish(std::vector<TimelineProcessedSnapshot> blocks) {
+void DayTimelineChart::forgetRecords() {
+    processor_.cancel();
+    records_ = {};
+    recordsRange_.reset();
+}
+
+void DayTimelineChart::finish(std::vector<TimelineProcessedSnapshot> blocks, bool hasRecords) {
     processedRecords_ = TimelineProcessing::makeItems(std::move(blocks));
+    hasRecords_ = hasRecords;
+    isDayKnown_ = true;
     rebuildSidebar();
     activityHours_ = TimelineProcessing::activityHours(processedRecords_);
     rebuildHourLayout();
@@ -176,12 +192,12 @@ void DayTimelineChart::rebuildHourLayout() {
 }
 
 void DayTimelineChart::clearTimelineCaches() {
-    processedRecords_.clear();
-    sidebarRecords_.clear();
+    isDayKnown_ = false;
+    processedRecords_ = {};
+    sidebarRecords_ = {};
     sidebarTotalHours_ = 0;
     activityHours_.clear();
     gaps_.clear();
-    changed.send();
 }
 
 /// An open record grows while somebody looks at it. Where the user has come to another zone, days begin elsewhere.
@@ -241,6 +257,7 @@ void DayTimelineChart::followAbsences() {
 }
 
 void DayTimelineChart::rebuildGaps() {
+    if (!isDayKnown_) return gaps_.clear();  // records that are still to come take their part of an absence
     std::vector<DateInterval> taken;
     for (const ProcessedActivityItem& item : processedRecords_)
         taken.push_back(item.stretch);

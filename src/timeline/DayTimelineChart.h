@@ -5,7 +5,6 @@
 #include "base/Weak.h"
 #include "diagnostics/ConsoleSink.h"
 #include "platform/RunLoop.h"
-#include "store/ActivityRecord.h"
 #include "store/LiveQuery.h"
 #include "timeline/AnnotationAssignment.h"
 #include "timeline/AnnotationLayout.h"
@@ -18,6 +17,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,9 +32,9 @@ struct ScrollTarget {
 };
 
 /// The day chart without its pixels: which day, zoom and blocks it shows, what is selected, and what gestures do. It
-/// sees the records that its owner passes and finds annotations itself. What is drawn is read from its caches only,
-/// which the stated events rebuild; blocks are processed beside the main thread. Nothing throws: what fails is printed.
-/// Main thread only; what it is made on outlives it.
+/// sees the records that its owner passes, while it shows a day, and finds annotations itself. What is drawn is read
+/// from its caches only, which the stated events rebuild; blocks are processed beside the main thread. Nothing throws:
+/// what fails is printed. Main thread only; what it is made on outlives it.
 class DayTimelineChart {
 public:
     DayTimelineChart(ModelContext& context, platform::RunLoop& runLoop, ConsoleSink& console);
@@ -46,8 +46,9 @@ public:
     Signal<const ScrollTarget&> scrollRequested;
 
     // What comes from outside
-    /// The records to show. Another number of them, or another `refreshTrigger`, starts processing.
-    void setRecords(std::vector<std::shared_ptr<ActivityRecord>> records, const Uuid& refreshTrigger);
+    /// The records of a range: processes those of its day, if that lies in the range. Until such a range has been
+    /// passed it isn't known what happened on the day.
+    void setRecords(std::span<const TimelineRecordSnapshot> records, DateInterval range);
     /// The chart comes on screen: processes, and scrolls to the present hour the first time.
     void appear();
     /// The user goes to another application.
@@ -72,6 +73,11 @@ public:
     void openDay(Date date);
 
     // What is drawn
+    /// Are the blocks those of the day? Not before its records have been passed and processed; until then there are
+    /// none.
+    [[nodiscard]] bool isDayKnown() const { return isDayKnown_; }
+    /// Has the known day no block though there are records, which began the day before or lasted too short?
+    [[nodiscard]] bool hasOnlyHiddenRecords() const { return isDayKnown_ && processedRecords_.empty() && hasRecords_; }
     [[nodiscard]] const std::vector<ProcessedActivityItem>& processedRecords() const { return processedRecords_; }
     [[nodiscard]] const std::vector<TimelineRecordSnapshot>& sidebarRecords() const { return sidebarRecords_; }
     [[nodiscard]] double sidebarTotalHours() const { return sidebarTotalHours_; }
@@ -136,12 +142,12 @@ public:
 
 private:
     [[nodiscard]] bool hasOpenRecordOnSelectedDay() const;
-    [[nodiscard]] std::vector<TimelineRecordSnapshot> takeSnapshots(Date now) const;
     void startTimelineProcessing();
-    void finish(std::vector<TimelineProcessedSnapshot> blocks);
+    void finish(std::vector<TimelineProcessedSnapshot> blocks, bool hasRecords);
     void rebuildSidebar();
     void rebuildHourLayout();
     void clearTimelineCaches();
+    void forgetRecords();
     void followAnnotations();
     void recalculateProjectAnnotations();
     void followAbsences();
@@ -162,8 +168,8 @@ private:
     platform::RunLoop& runLoop_;
     ConsoleSink& console_;
     TimelineProcessor processor_;
-    std::vector<std::shared_ptr<ActivityRecord>> records_;
-    std::optional<Uuid> refreshTrigger_;
+    std::vector<TimelineRecordSnapshot> records_;
+    std::optional<DateInterval> recordsRange_;  ///< all of whose records these are; none while there are none
     std::optional<LiveQuery<ProjectTimeAnnotation>> annotations_;  ///< of the selected day; none if it can't be read
     Subscription annotationsChanged_;
     std::optional<LiveQuery<Absence>> absences_;  ///< around the selected day; none if they can't be read
@@ -177,6 +183,8 @@ private:
     bool hasAppeared_ = false;
     std::optional<bool> leftOnToday_;  ///< none while the user is here
 
+    bool isDayKnown_ = false;
+    bool hasRecords_ = false;  ///< on the known day
     std::vector<ProcessedActivityItem> processedRecords_;
     std::vector<TimelineRecordSnapshot> sidebarRecords_;  ///< the blocks as records of their own, in draw order
     double sidebarTotalHours_ = 0;

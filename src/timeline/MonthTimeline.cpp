@@ -73,6 +73,7 @@ MonthSimpleCell cell(Date date, const DayRecords& records, const Input& input, c
     MonthSimpleCell made{.date = date,
                          .dayOfMonth = userCalendar.components(date).day,
                          .isToday = calendar.isSameDay(date, input.now),
+                         .hasRecords = !records.empty(),
                          .lines = {},
                          .fallback = {}};
     const auto day = timelineDay(date, calendar);

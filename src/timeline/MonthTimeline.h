@@ -23,6 +23,7 @@ struct MonthSimpleCell {
     Date date;           ///< start of the day
     int dayOfMonth = 1;  ///< in the user's calendar
     bool isToday = false;
+    bool hasRecords = false;
     std::vector<MonthCellLine> lines;     ///< what was given to projects, then activities, longest first
     int more = 0;                         ///< items that found no room
     std::optional<std::string> fallback;  ///< "1.2h": where there is no item, the sum of what is too short to be one

@@ -4,6 +4,7 @@
 #include "base/Uuid.h"
 
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -33,13 +34,24 @@ struct TimelineRecordSnapshot {
     [[nodiscard]] bool isLoginWindow() const;
 };
 
-[[nodiscard]] TimelineRecordSnapshot snapshotOf(const ActivityRecord& record);
+/// How much of a record is read. The overviews need neither titles nor documents, nor what else follows the
+/// application.
+enum class RecordDetail { overview, whole };
+
+[[nodiscard]] TimelineRecordSnapshot snapshotOf(const ActivityRecord& record,
+                                                RecordDetail detail = RecordDetail::whole);
+
+/// Does a record begin in the range, or earlier and reach into it? An open one reaches everywhere.
+[[nodiscard]] bool touches(const TimelineRecordSnapshot& record, DateInterval range);
 
 /// The records that begin from `start` to before `end`, straight from the store, oldest first, among equals the smaller
 /// id first. Throws `StoreError`.
 [[nodiscard]] std::vector<TimelineRecordSnapshot> recordsStartingIn(ModelContext& context, DateInterval range);
 
-/// Those, and the ones that begin earlier and reach into the range; open ones reach everywhere.
-[[nodiscard]] std::vector<TimelineRecordSnapshot> recordsTouching(ModelContext& context, DateInterval range);
+/// Those that touch the range, in the same order. Unsaved changes count. What it costs follows the range, wherever in
+/// the history that lies. Nothing of use once `stop` was requested.
+[[nodiscard]] std::vector<TimelineRecordSnapshot> recordsTouching(ModelContext& context, DateInterval range,
+                                                                  RecordDetail detail = RecordDetail::whole,
+                                                                  const std::stop_token& stop = {});
 
 }  // namespace quorvane

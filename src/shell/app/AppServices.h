@@ -50,6 +50,8 @@ struct AppServices {
 
     /// Ends the application, whatever is open.
     std::function<void()> quit;
+    /// Gives the system back what memory has become free, in the loop's next turn.
+    std::function<void()> returnMemory;
     /// Is there a place for the tray icon? Also true while that is still being found out, in the first seconds.
     std::function<bool()> hasTray;
     Signal<>& hasTrayChanged;

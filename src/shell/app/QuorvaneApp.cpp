@@ -38,6 +38,10 @@ bool isWithinWorkHours(ModelContext& context, Date now) {
     }
 }
 
+void returnMemorySoon(platform::RunLoop& runLoop) {
+    runLoop.post([] { malloc_trim(0); });
+}
+
 }  // namespace
 
 /// What lives from the first content on.
@@ -84,6 +88,7 @@ struct QuorvaneApp::Scene {
               .logger = app.parts_.logger,
               .runLoop = app.parts_.runLoop,
               .quit = [&app] { app.parts_.runLoop.quit(); },
+              .returnMemory = [&app] { returnMemorySoon(app.parts_.runLoop); },
               .hasTray = [this] { return tray.hasTray(); },
               .hasTrayChanged = tray.hasTrayChanged,
               .setHideDockIcon =
@@ -96,7 +101,7 @@ struct QuorvaneApp::Scene {
         desktop.listenToBrowsers([](const std::string&) {});
         // What a sync leaves free goes back to the system, too.
         syncChanged = cloudKitSyncService->changed.subscribe([this, &runLoop = app.parts_.runLoop] {
-            if (!cloudKitSyncService->isSyncing()) runLoop.post([] { malloc_trim(0); });
+            if (!cloudKitSyncService->isSyncing()) returnMemorySoon(runLoop);
         });
     }
 
@@ -144,7 +149,7 @@ QuorvaneApp::QuorvaneApp(Parts parts)
     instance.setRecording = [this](bool isOn) { return setRecording(isOn); };
     subscriptions_.push_back(appDelegate_.quorvaneReopenMain.subscribe([this] { openWindow(); }));
     // A window is most of what the process holds; what it leaves free goes back to the system.
-    subscriptions_.push_back(windows_.closed.subscribe([this] { parts_.runLoop.post([] { malloc_trim(0); }); }));
+    subscriptions_.push_back(windows_.closed.subscribe([this] { returnMemorySoon(parts_.runLoop); }));
 }
 
 void QuorvaneApp::setHooks() {

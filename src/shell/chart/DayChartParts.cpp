@@ -98,18 +98,16 @@ int DayChartView::Parts::scroll() const {
     return view.verticalScrollBar()->value();
 }
 
-/// Places what stands on the content. Rows that are all collapsed are those of a day without records; while a day is
-/// being processed its rows are still those of the one before.
+/// Places what stands on the content.
 void DayChartView::Parts::layOut() {
     const QSize size = view.viewport()->size();
-    const bool isEmpty = scene.blocks.empty() && scene.rowsHeight <= 24 * HourLayout::inactiveHeight;
     double height = scene.height;
-    if (isEmpty) {
+    if (scene.isEmpty) {
         const int room = std::max(emptyState->heightForWidth(static_cast<int>(scene.width)), leastEmptyRoom);
         emptyState->setGeometry(0, qRound(height + emptyGap) - scroll(), static_cast<int>(scene.width), room);
         height += emptyGap + room;
     }
-    emptyState->setVisible(isEmpty);
+    emptyState->setVisible(scene.isEmpty);
     const int most = std::max(0, static_cast<int>(std::ceil(height)) - size.height());
     for (QScrollBar* bar : {view.verticalScrollBar(), scrollBar}) {
         bar->setPageStep(size.height());

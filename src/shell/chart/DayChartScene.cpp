@@ -100,6 +100,7 @@ DayChartScene dayChartScene(const DayTimelineChart& chart, double width, const L
     scene.width = width;
     scene.rowsHeight = chart.layout().totalHeight();
     scene.height = scene.rowsHeight;
+    scene.isEmpty = chart.isDayKnown() && chart.processedRecords().empty();
     scene.grid = DayTimelineGeometry::gridLines(chart.layout(), chart.activityHours(), width);
     scene.hours = hoursOf(chart);
     for (const AwayGap& gap : chart.gaps())

@@ -62,6 +62,7 @@ struct DayChartScene {
     double width = 0;       ///< with the gutter
     double rowsHeight = 0;  ///< of the 24 hours
     double height = 0;      ///< of all; bars and low blocks may reach below the rows
+    bool isEmpty = false;   ///< is it known that there is no block?
     std::vector<DayTimelineGeometry::GridLine> grid;
     std::array<DayChartHour, 24> hours;
     std::vector<DayChartGap> gaps;           ///< by start; under all else

@@ -100,12 +100,14 @@ LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, plat
     projects->rows().setContentsMargins(padding, 0, padding, 12);
     projects->rows().setSpacing(0);
     page->addStretch(1);
+    for (QWidget* part : std::initializer_list<QWidget*>{separator, projectsTitle, projects})
+        part->hide();
     changed = chart.changed.subscribe([this] { refresh(); });
 }
 
 void LegendPanel::Parts::refresh() {
     // A drag changes nothing here and sends with every move of the pointer.
-    if (!panel.isVisible() || chart.selection()) return;
+    if (!panel.isVisible() || chart.selection() || !chart.isDayKnown()) return;
     Shown present = shownOf(chart, runLoop.now());
     if (shown == present) return;
     const bool hasOtherApps = !shown || shown->apps != present.apps;

@@ -22,6 +22,15 @@ std::vector<QString> weekdays(Date date, const Calendar& userCalendar) {
     return names;
 }
 
+/// For assistive technology. A day with records is never one on which nothing was recorded, however short they are.
+std::string nameOf(const MonthSimpleCell& cell, const Localization& localization) {
+    const auto day = weekdayAndDay(cell.date);
+    const int entries = static_cast<int>(cell.lines.size()) + cell.more;
+    if (cell.fallback)
+        return localization.text("a11y_week_day", day, cell.fallback->substr(0, cell.fallback->size() - 1));
+    return entries == 0 && cell.hasRecords ? day : localization.text("a11y_month_day", day, entries);
+}
+
 }  // namespace
 
 struct MonthView::Parts {
@@ -44,15 +53,15 @@ MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
         console, userCalendar);
     month.weekdays = weekdays(date, userCalendar);
     for (const MonthSimpleCell& cell : month.grid.cells) {
-        const int entries = static_cast<int>(cell.lines.size()) + cell.more;
-        month.names.push_back(qt(localization.text("a11y_month_day", weekdayAndDay(cell.date), entries)));
+        month.names.push_back(qt(nameOf(cell, localization)));
         month.more.push_back(cell.more > 0 ? qt(localization.text("ui_more_items", cell.more)) : QString());
     }
     return month;
 }
 
 MonthView::MonthView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
-    : OverviewArea(activity, parent), parts_(new Parts{localization, console, new MonthCanvas(this), {}, {}}) {
+    : OverviewArea(activity, TimelineViewMode::month, parent),
+      parts_(new Parts{localization, console, new MonthCanvas(this), {}, {}}) {
     setWidget(parts_->canvas);
     setFocusProxy(parts_->canvas);
     parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });

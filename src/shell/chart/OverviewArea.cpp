@@ -1,22 +1,44 @@
 #include "shell/chart/OverviewArea.h"
 
 #include "base/LocalTimeZone.h"
+#include "shell/look/Theme.h"
 #include "timeline/TimelineCalendar.h"
 
 #include <QEvent>
+#include <QPaintEvent>
+#include <QPainter>
 #include <cmath>
 #include <utility>
 
 namespace quorvane {
 
-OverviewArea::OverviewArea(MyActivityView& activity, QWidget* parent) : QScrollArea(parent), activity_(activity) {
+namespace {
+
+class Blank : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent* event) override { QPainter(this).fillRect(event->rect(), theme().canvas); }
+};
+
+}  // namespace
+
+OverviewArea::OverviewArea(MyActivityView& activity, TimelineViewMode mode, QWidget* parent)
+    : QScrollArea(parent), activity_(activity), mode_(mode), blank_(new Blank(this)) {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
     changed_ = activity.changed.subscribe([this] { rebuildSoon(); });
 }
 
+bool OverviewArea::isKnown() const {
+    return activity_.chart().currentViewMode() == mode_ && activity_.state() == LiveRecords::State::read;
+}
+
 void OverviewArea::showEvent(QShowEvent* event) {
     QScrollArea::showEvent(event);
+    blank_->raise();
+    blank_->show();
     rebuildNow();
     awaitMinute();
 }
@@ -32,10 +54,17 @@ void OverviewArea::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) rebuildSoon();
 }
 
+void OverviewArea::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    blank_->resize(size());
+}
+
 void OverviewArea::rebuildNow() {
+    if (!isKnown()) return;
     rebuiltAt_ = activity_.runLoop().now();
     zone_ = localTimeZone();
     rebuild();
+    blank_->hide();
 }
 
 void OverviewArea::rebuildSoon() {

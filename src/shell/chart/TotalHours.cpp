@@ -24,7 +24,7 @@ QFont unitFont() {
 TotalHours::TotalHours(QWidget* parent) : QWidget(parent) {
     setAccessibleRole(*this, QAccessible::StaticText);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    setHours(QStringLiteral("0.0"));
+    setHours(QStringLiteral("–"));
 }
 
 void TotalHours::setHours(const QString& hours) {

@@ -108,7 +108,8 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
 }
 
 WeekView::WeekView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
-    : OverviewArea(activity, parent), parts_(std::make_unique<Parts>(localization, console, this)) {
+    : OverviewArea(activity, TimelineViewMode::week, parent),
+      parts_(std::make_unique<Parts>(localization, console, this)) {
     setWidget(parts_->content);
     setFocusProxy(parts_->canvas);
     parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
@@ -138,7 +139,7 @@ void WeekView::minutePassed(Date now) {
 void WeekView::resizeEvent(QResizeEvent* event) {
     OverviewArea::resizeEvent(event);
     if (!isVisible()) return;
-    if (WeekCanvas::columnWidth(viewport()->width()) != parts_->columnWidth)
+    if (isKnown() && WeekCanvas::columnWidth(viewport()->width()) != parts_->columnWidth)
         parts_->show(activity(), viewport()->width());
     arrange();
 }

@@ -3,16 +3,36 @@
 #include "store/Project.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "store/StoreError.h"
+#include "timeline/TimelineCalendar.h"
 
 #include <utility>
 
 namespace quorvane {
 
-MyActivityView::MyActivityView(ModelContext& context, platform::RunLoop& runLoop, CategoryTagManager& categories,
+namespace {
+
+constexpr std::size_t many = 5000;  // some megabytes
+
+DateInterval rangeOf(TimelineViewMode mode, Date date) {
+    switch (mode) {
+    case TimelineViewMode::day: break;
+    case TimelineViewMode::week: return timelineCalendar().week(date);
+    case TimelineViewMode::month: return Calendar::current().month(date);
+    }
+    return Calendar::current().day(date);
+}
+
+}  // namespace
+
+MyActivityView::MyActivityView(ModelContainer& store, platform::RunLoop& runLoop, CategoryTagManager& categories,
                                ConsoleSink& console)
-    : context_(context), runLoop_(runLoop), categories_(categories), console_(console), cutOff_(runLoop.now() - reach),
-      chart_(context, runLoop, console) {
-    chartChanged_ = chart_.changed.subscribe([this] { changed.send(); });
+    : context_(store.mainContext()), runLoop_(runLoop), categories_(categories), console_(console),
+      chart_(context_, runLoop, console), records_(store, runLoop, console) {
+    recordsChanged_ = records_.changed.subscribe([this] { take(); });
+    chartChanged_ = chart_.changed.subscribe([this] {
+        if (hasBegun_) goWhereTheChartIs();
+        changed.send();
+    });
     projectsChanged_ = context_.didChange.subscribe([this](const EntityChange& change) {
         const auto* const entity = &change.entity->entityDescription();
         if (entity == &ProjectTimeAnnotation::description() || entity == &Project::description()) changeSoon();
@@ -20,30 +40,36 @@ MyActivityView::MyActivityView(ModelContext& context, platform::RunLoop& runLoop
 }
 
 void MyActivityView::load() {
-    if (std::exchange(isDataLoaded_, true)) return;
-    try {
-        const auto start = field(&ActivityRecord::startTime);
-        allRecords_.emplace(context_, FetchDescriptor<ActivityRecord>{.predicate = start >= cutOff_,
-                                                                      .sort = {descending(&ActivityRecord::startTime),
-                                                                               ascending(&ActivityRecord::id)}});
-        recordsChanged_ = allRecords_->didChange.subscribe([this](const QueryChange<ActivityRecord>&) { takeSoon(); });
-    } catch (const StoreError& error) {
-        console_.line("MyActivityView: Failed to fetch ActivityRecords: {}", error.what());
-    }
-    take();
-    chart_.appear();
-    changed.send();
+    if (!std::exchange(hasBegun_, true)) goWhereTheChartIs();
 }
 
 void MyActivityView::refresh() {
-    refreshTrigger_ = Uuid::random();
-    try {
-        if (allRecords_) allRecords_->refresh();
-    } catch (const StoreError& error) {
-        console_.line("MyActivityView: Failed to fetch ActivityRecords: {}", error.what());
-    }
-    take();
+    records_.refresh();
+}
+
+void MyActivityView::goWhereTheChartIs() {
+    const auto mode = chart_.currentViewMode();
+    const auto range = rangeOf(mode, chart_.selectedDate());
+    const auto detail = mode == TimelineViewMode::day ? RecordDetail::whole : RecordDetail::overview;
+    if (records_.range() == range) return;
+    hasLeftMany_ = hasLeftMany_ || records().size() > many;
+    isLate_ = false;
+    late_ = runLoop_.after(patience, [this] {
+        isLate_ = true;
+        changed.send();
+    });
+    records_.show(range, detail);
+}
+
+/// What has been read, and what changes from then on.
+void MyActivityView::take() {
+    late_.reset();
+    isLate_ = false;
+    if (state() == LiveRecords::State::read && chart_.currentViewMode() == TimelineViewMode::day)
+        chart_.setRecords(records(), *records_.range());
+    if (!std::exchange(isDataLoaded_, true)) chart_.appear();
     changed.send();
+    if (std::exchange(hasLeftMany_, false)) leftMany.send();
 }
 
 std::vector<TimelineAnnotation> MyActivityView::annotations(DateInterval range) {
@@ -66,28 +92,13 @@ std::unique_ptr<CategoryPickerState> MyActivityView::categoryPicker(const Proces
     return nullptr;
 }
 
-void MyActivityView::take() {
-    if (!allRecords_) return;
-    records_.clear();
-    for (const auto& record : allRecords_->results())
-        records_.push_back(snapshotOf(*record));
-    chart_.setRecords(allRecords_->results(), refreshTrigger_);
-}
-
-// Changes come one by one, a whole clean-up's at once: they are taken together in the loop's next turn.
-
-void MyActivityView::takeSoon() {
-    mustTake_ = true;
-    changeSoon();
-}
-
+/// A save changes one attribute after the other: they are told of together, in the loop's next turn.
 void MyActivityView::changeSoon() {
     if (std::exchange(isChangePosted_, true)) return;
     runLoop_.post([weak = weak_.handle()] {
         auto* self = weak.get();
         if (self == nullptr) return;
         self->isChangePosted_ = false;
-        if (std::exchange(self->mustTake_, false)) self->take();
         self->changed.send();
     });
 }

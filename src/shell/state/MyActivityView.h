@@ -6,66 +6,73 @@
 #include "platform/RunLoop.h"
 #include "rules/CategoryPickerState.h"
 #include "rules/CategoryTagManager.h"
-#include "store/LiveQuery.h"
 #include "timeline/DayTimelineChart.h"
+#include "timeline/LiveRecords.h"
 #include "timeline/TimelineAnnotation.h"
 #include "timeline/TimelineRecordSnapshot.h"
 
 #include <memory>
-#include <optional>
+#include <string>
 #include <vector>
 
 namespace quorvane {
 
-/// The timeline section without its pixels: the records of the last seven days, kept up to date, and the chart that
-/// shows them. The seven days count from the moment at which it is made. Nothing throws: what fails is printed. Main
-/// thread only; what it is made on outlives it.
+/// The timeline section without its pixels: the chart, and the records of the day, week or month that it shows,
+/// wherever in the history that lies. They are read when it goes there, kept up to date, and let go when it goes on.
+/// Nothing throws: what fails is printed. Main thread only; what it is made on outlives it.
 class MyActivityView {
 public:
-    static constexpr Seconds reach{604800};  ///< how far back the records go
+    static constexpr Seconds patience{0.2};  ///< as long as it reads, what stood there before may stay
 
-    MyActivityView(ModelContext& context, platform::RunLoop& runLoop, CategoryTagManager& categories,
+    MyActivityView(ModelContainer& store, platform::RunLoop& runLoop, CategoryTagManager& categories,
                    ConsoleSink& console);
     MyActivityView(const MyActivityView&) = delete;
     MyActivityView& operator=(const MyActivityView&) = delete;
 
-    /// The first task, once it is on screen: reads the records and hands them to the chart.
+    /// The first task, once it is on screen: begins to read.
     void load();
+    /// Has it read, or tried to, at least once?
     [[nodiscard]] bool isDataLoaded() const { return isDataLoaded_; }
-    /// Reads anew and processes anew, for what another program has changed.
+    /// Reads anew, for what another program has changed, or after a failure.
     void refresh();
 
     [[nodiscard]] DayTimelineChart& chart() { return chart_; }
     [[nodiscard]] platform::RunLoop& runLoop() { return runLoop_; }
 
-    /// All of the seven days, newest first; empty until they are loaded.
-    [[nodiscard]] const std::vector<TimelineRecordSnapshot>& records() const { return records_; }
+    /// Those of what is shown, oldest first. As long as they are none of these, nothing may be said of it.
+    [[nodiscard]] const std::vector<TimelineRecordSnapshot>& records() const { return records_.records(); }
+    [[nodiscard]] LiveRecords::State state() const { return records_.state(); }
+    [[nodiscard]] const std::string& failure() const { return records_.failure(); }
+    /// Does it read for longer than people would take for a moment?
+    [[nodiscard]] bool isLate() const { return isLate_; }
     /// What was given to projects and shares a moment with the range, newest first.
     [[nodiscard]] std::vector<TimelineAnnotation> annotations(DateInterval range);
 
     /// The choice of category and tags for the record of a block; none, with a line, if the record can't be read.
     [[nodiscard]] std::unique_ptr<CategoryPickerState> categoryPicker(const ProcessedActivityItem& item);
 
-    /// Sent after it has been loaded, and after records, assignments or anything on the chart has changed.
+    /// Sent after records have been read, and after records, assignments or anything on the chart has changed.
     Signal<> changed;
+    /// Sent after so many records have been let go that their memory should be given back to the system.
+    Signal<> leftMany;
 
 private:
+    void goWhereTheChartIs();
     void take();
-    void takeSoon();
     void changeSoon();
 
     ModelContext& context_;
     platform::RunLoop& runLoop_;
     CategoryTagManager& categories_;
     ConsoleSink& console_;
-    Date cutOff_;
     DayTimelineChart chart_;
-    std::optional<LiveQuery<ActivityRecord>> allRecords_;
-    std::vector<TimelineRecordSnapshot> records_;
-    Uuid refreshTrigger_ = Uuid::random();
+    LiveRecords records_;
+    bool hasBegun_ = false;
+    bool isLate_ = false;
+    bool hasLeftMany_ = false;
+    std::unique_ptr<platform::WorkItem> late_;
     bool isDataLoaded_ = false;
     bool isChangePosted_ = false;
-    bool mustTake_ = false;
     Subscription recordsChanged_;
     Subscription chartChanged_;
     Subscription projectsChanged_;

@@ -8,6 +8,7 @@
 #include "shell/chart/MonthView.h"
 #include "shell/chart/ProjectPanel.h"
 #include "shell/chart/WeekView.h"
+#include "shell/look/Button.h"
 #include "shell/look/Card.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Painting.h"
@@ -39,6 +40,8 @@ constexpr int lowBelow = 620;
 struct ActivityPage::Parts {
     Services services;
     LoadingState* loading = nullptr;
+    EmptyState* unreadable = nullptr;
+    bool wantsFocus = false;  ///< the view that shows next
     DateHeader* header = nullptr;
     LegendPanel* legend = nullptr;
     Card* dayCard = nullptr;
@@ -109,7 +112,11 @@ void ActivityPage::build() {
     parts_->dayCategoryWanted = parts_->day->categoryWanted.subscribe(choose);
     parts_->detailsCategoryWanted = parts_->details->categoryWanted.subscribe(choose);
     parts_->detailsCloseWanted = parts_->details->closeWanted.subscribe([this] { letGo(); });
-    parts_->loading->hide();
+    parts_->unreadable =
+        new EmptyState("warn", qt(services.localization.text("ui_records_unreadable_title")), {}, this);
+    auto* const again = new Button(qt(services.localization.text("ui_try_again")));
+    connect(again, &QAbstractButton::clicked, this, [this] { parts_->services.activity.refresh(); });
+    parts_->unreadable->addButton(again);
     parts_->trackingChanged = services.tracker.isTrackingChanged.subscribe([this](bool) { explainEmptyDay(); });
     parts_->captureHealthChanged = services.tracker.captureHealthChanged.subscribe([this] { explainEmptyDay(); });
     place();
@@ -131,6 +138,9 @@ void ActivityPage::explainEmptyDay() {
         const auto trouble = captureTrouble(tracker.captureHealth(), localization);
         parts_->day->setEmptyTexts(qt(recordingTitle(RecordingState::blind, localization)),
                                    qt(trouble.reason + " " + trouble.remedy));
+    } else if (parts_->chart().hasOnlyHiddenRecords()) {
+        parts_->day->setEmptyTexts(qt(localization.text("ui_only_short_records_title")),
+                                   qt(localization.text("ui_only_short_records_description")));
     } else {
         parts_->day->setEmptyTexts(qt(localization.text("ui_no_records_title")),
                                    qt(localization.text("ui_no_records_description")));
@@ -149,8 +159,26 @@ QRect ActivityPage::mirrored(const QRect& rectangle) const {
     return QStyle::visualRect(layoutDirection(), rect(), rectangle);
 }
 
+/// Is there nothing to be said of what is chosen, so that something else stands there?
+bool ActivityPage::isCovered() const {
+    const auto& activity = parts_->services.activity;
+    return activity.isLate() || activity.state() == LiveRecords::State::failed;
+}
+
+void ActivityPage::cover() {
+    const auto& activity = parts_->services.activity;
+    const QRect below = rect().adjusted(0, ActivityLayout::headerHeight, 0, 0);
+    parts_->loading->setGeometry(below);
+    parts_->loading->setVisible(activity.isLate());
+    parts_->unreadable->setTexts(qt(parts_->services.localization.text("ui_records_unreadable_title")),
+                                 qt(activity.failure()));
+    parts_->unreadable->setGeometry(below);
+    parts_->unreadable->setVisible(isCovered() && !activity.isLate());
+}
+
 void ActivityPage::place() {
     explainEmptyDay();
+    cover();
     const auto mode = parts_->chart().currentViewMode();
     const auto layout = activityLayout(size(), mode, parts_->chart().projectSelector() != nullptr);
     parts_->header->setGeometry(layout.header);
@@ -161,13 +189,15 @@ void ActivityPage::place() {
     const auto* const focus = window()->focusWidget();
     bool losesFocus = mode != TimelineViewMode::day && parts_->details->isAncestorOf(focus);
     for (const auto& [view, shownIn] : views) {
-        if (shownIn == mode) view->setGeometry(mirrored(layout.chart));
-        losesFocus = losesFocus || (shownIn != mode && view->isAncestorOf(focus));
-        view->setVisible(shownIn == mode);
+        const bool isShown = shownIn == mode && !isCovered();
+        if (isShown) view->setGeometry(mirrored(layout.chart));
+        losesFocus = losesFocus || (!isShown && view->isAncestorOf(focus));
+        view->setVisible(isShown);
     }
-    if (losesFocus) focusView(mode);
+    parts_->wantsFocus = parts_->wantsFocus || losesFocus;
+    if (!isCovered() && std::exchange(parts_->wantsFocus, false)) focusView(mode);
     if (layout.legend) parts_->legend->setGeometry(mirrored(*layout.legend));
-    parts_->legend->setVisible(layout.legend.has_value());
+    parts_->legend->setVisible(layout.legend && !isCovered());
     placePraise(layout);
     placeDetails(layout);
     placeProjectPanel(layout);
@@ -196,7 +226,7 @@ void ActivityPage::placePraise(const ActivityLayout& layout) {
                          layout.isPraiseLine ? layout.praise->height() : std::min(wanted, layout.praise->height()));
         card.setGeometry(mirrored(QRect(layout.praise->topLeft(), size)));
     }
-    card.setVisible(layout.praise.has_value());
+    card.setVisible(layout.praise && !isCovered());
 }
 
 QRect ActivityPage::detailsColumn(const ActivityLayout& layout) const {
@@ -209,7 +239,7 @@ QRect ActivityPage::detailsColumn(const ActivityLayout& layout) const {
 void ActivityPage::placeDetails(const ActivityLayout& layout) {
     auto& details = *parts_->details;
     const auto& chart = parts_->chart();
-    const bool isShown = chart.currentViewMode() == TimelineViewMode::day && chart.selectedActivity() &&
+    const bool isShown = !isCovered() && chart.currentViewMode() == TimelineViewMode::day && chart.selectedActivity() &&
                          parts_->chart().projectSelector() == nullptr;
     if (isShown) {
         const int width = layout.side ? layout.side->width() : ActivityLayout::popUpWidth;
@@ -303,7 +333,7 @@ bool ActivityPage::eventFilter(QObject* watched, QEvent* event) {
 
 void ActivityPage::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    parts_->loading->setGeometry(rect());
+    if (parts_->header == nullptr) parts_->loading->setGeometry(rect());
     if (parts_->header != nullptr) place();
 }
 

@@ -49,6 +49,8 @@ private:
     void follow();
     void place();
     void explainEmptyDay();
+    [[nodiscard]] bool isCovered() const;
+    void cover();
     void focusView(TimelineViewMode mode);
     void placePraise(const ActivityLayout& layout);
     /// What the praise leaves of the side for the details.

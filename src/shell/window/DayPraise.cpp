@@ -24,16 +24,11 @@ std::shared_ptr<const AppSettings> firstSettings(ModelContext& context, ConsoleS
     }
 }
 
-bool isIn(DateInterval day, const TimelineRecordSnapshot& record) {
-    return record.startTime >= day.start && record.startTime < day.end;
-}
-
-/// Oldest first, as the companion reads them.
-std::vector<TimelineRecordSnapshot> recordsIn(DateInterval day,
-                                              const std::vector<TimelineRecordSnapshot>& newestFirst) {
+std::vector<TimelineRecordSnapshot> recordsIn(DateInterval day, const std::vector<TimelineRecordSnapshot>& records) {
     std::vector<TimelineRecordSnapshot> found;
-    std::copy_if(newestFirst.rbegin(), newestFirst.rend(), std::back_inserter(found),
-                 [&](const TimelineRecordSnapshot& record) { return isIn(day, record); });
+    std::ranges::copy_if(records, std::back_inserter(found), [&](const auto& record) {
+        return record.startTime >= day.start && record.startTime < day.end;
+    });
     return found;
 }
 
@@ -50,11 +45,9 @@ DayPraise::DayPraise(const Services& services)
 
 void DayPraise::refresh() {
     const auto& chart = services_.activity.chart();
+    if (!chart.isDayKnown()) return;
     const DateInterval day = Calendar::current().day(chart.selectedDate());
-    const auto& shown = chart.sidebarRecords();
-    // The chart shows another day a little later than it is chosen.
-    if (!std::ranges::all_of(shown, [&](const auto& record) { return isIn(day, record); })) return;
-    state_.setTotalHours(appStatistics(shown, platform::currentDate()).totalHours);
+    state_.setTotalHours(appStatistics(chart.sidebarRecords(), platform::currentDate()).totalHours);
     auto records = recordsIn(day, services_.activity.records());
     if (records != state_.records()) state_.setRecords(std::move(records));
     if (std::exchange(day_, day.start) == day.start) return;

@@ -40,7 +40,7 @@ constexpr const char* closeHintKey = "hasSeenCloseHint";
 
 MainWindow::MainWindow(AppServices& services)
     : services_(services), content_(services.context, services.tracker, services.console),
-      activity_(services.context, services.runLoop, services.categories, services.console),
+      activity_(services.container, services.runLoop, services.categories, services.console),
       sidebar_(new Sidebar(services.tracker, services.context, services.runLoop, services.localization, this)),
       activityPage_(new ActivityPage({activity_, services.tracker, services.categories, services.context,
                                       services.localization, services.console, services.randomWords})),
@@ -60,6 +60,7 @@ MainWindow::MainWindow(AppServices& services)
     cloudSyncWanted_ = sidebar_->cloudSyncWanted.subscribe([this] { openCloudSync(); });
     aboutWanted_ = sidebar_->aboutWanted.subscribe([this] { openAbout(); });
     aboutRequested_ = services_.aboutRequested.subscribe([this] { openAbout(); });
+    leftMany_ = activity_.leftMany.subscribe([this] { services_.returnMemory(); });
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state != Qt::ApplicationActive) activity_.chart().applicationLeft();
     });

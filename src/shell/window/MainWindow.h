@@ -58,6 +58,7 @@ private:
     Subscription cloudSyncWanted_;
     Subscription aboutWanted_;
     Subscription aboutRequested_;
+    Subscription leftMany_;
 };
 
 }  // namespace quorvane

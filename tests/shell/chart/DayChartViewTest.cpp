@@ -6,6 +6,7 @@
 #include "shell/support/ScreenTest.h"
 #include "store/Absence.h"
 #include "support/Mapped.h"
+#include "timeline/PassedRecords.h"
 
 #include <QMenu>
 #include <QScrollBar>
@@ -44,7 +45,7 @@ protected:
         aRecord().from("10:30:00").to("11:00:00").app("Mail").in(context());
         assign(insertProject(context(), "Web"), "09:00:00", "10:00:00");
         context().save();
-        chart.setRecords(context().fetch<ActivityRecord>(), Uuid::random());
+        passAllRecords(context(), chart);
         chart.appear();
         show(view, {510 + DayChartView::besideChart, 400});
         view.setFocus(Qt::OtherFocusReason);
@@ -121,7 +122,7 @@ TEST_F(DayChartViewTest, AGapIsReachedAnsweredAndReadLikeABlock) {
 TEST_F(DayChartViewTest, WhatOverlapsIsChosenAndFoundInItsLane) {
     aRecord().from("09:30:00").to("09:45:00").app("Chat").in(context());
     context().save();
-    chart.setRecords(context().fetch<ActivityRecord>(), Uuid::random());
+    passAllRecords(context(), chart);
     settle();
     click({400, y(9.6)});
     EXPECT_EQ(chosen(), "Chat");

@@ -53,7 +53,10 @@ protected:
         settle();
     }
     /// So wide that a column has 140.
-    void show(QWidget& view) { ScreenTest::show(view, {1062, 776}); }
+    void show(QWidget& view) {
+        activity.chart().setViewMode(&view == &week ? TimelineViewMode::week : TimelineViewMode::month);
+        ScreenTest::show(view, {1062, 776});
+    }
     static DayCells& canvas(const QWidget& view) { return *partsOf<DayCells>(view).front(); }
     template <class Part>
     static std::vector<Part*> partsOf(const QWidget& view) {
@@ -87,7 +90,7 @@ protected:
     }
 
     CategoryTagManager categories{defaults, console};
-    MyActivityView activity{context(), runLoop, categories, console};
+    MyActivityView activity{store.container(), runLoop, categories, console};
     WeekView week{activity, localization, console};
     MonthView month{activity, localization, console};
 };
@@ -222,29 +225,70 @@ TEST_F(OverviewsTest, EachMinuteMovesTheLineAndANewDayRebuilds) {
 
 TEST_F(OverviewsTest, AHiddenViewDoesNothingAndCatchesUpWhenShown) {
     load();
-    const int timers = runLoop.pendingTimers();
-    const auto tuesdays = [this] { return std::vector{namesOfParts(canvas(week))[1], namesOfParts(canvas(month))[6]}; };
-    for (QWidget* view : std::initializer_list<QWidget*>{&week, &month})
-        show(*view);
+    struct Row {
+        QWidget& view;
+        int part;
+        const char* day;
+        const char* one;
+        const char* both;
+    };
+    const Row rows[] = {{week, 1, "07", "Tue, Apr 7, 2.0 hours recorded", "Tue, Apr 7, 3.0 hours recorded"},
+                        {month, 5, "06", "Mon, Apr 6, 1 entry", "Mon, Apr 6, 2 entries"}};
+    for (const Row& row : rows) {
+        const auto name = [&] { return namesOfParts(canvas(row.view))[static_cast<std::size_t>(row.part)]; };
+        const auto record = [&](const char* app, int from, int to) {
+            this->record(app, fmt::format("{} {}:00:00", row.day, from).c_str(),
+                         fmt::format("{} {}:00:00", row.day, to).c_str());
+            context().save();
+            settle();
+        };
+        const int timers = runLoop.pendingTimers();
+        show(row.view);
+        record("Editor", 10, 12);
+        EXPECT_EQ(name(), row.one);
+        row.view.hide();
+        EXPECT_EQ(runLoop.pendingTimers(), timers);
+        record("Mail", 13, 14);
+        EXPECT_EQ(name(), row.one);
+        row.view.show();
+        EXPECT_EQ(name(), row.both);
+        row.view.hide();
+    }
+}
+
+TEST_F(OverviewsTest, AnyMonthIsReadWhenItIsShownAndLetGoAfterwards) {
+    constexpr int many = 6000;
+    for (int i = 0; i < many; ++i) {
+        const Date start = at("2025-06-03 08:00:00") + i * 5min;
+        context().insert(std::make_shared<ActivityRecord>(
+            ActivityRecord::Values{.startTime = start, .endTime = start + 299s, .appName = "Editor"}));
+    }
     record("Editor", "07 10:00:00", "07 12:00:00");
-    context().save();
+    load();
+    int left = 0;
+    const auto subscription = activity.leftMany.subscribe([&] { ++left; });
+    show(month);
+    EXPECT_EQ(namesOfParts(canvas(month))[6], "Tue, Apr 7, 1 entry");
+    runLoop.holdBackground();
+    activity.chart().selectDate(at("2025-06-20 12:00:00"));
     settle();
-    EXPECT_THAT(tuesdays(), ElementsAre("Tue, Apr 7, 2.0 hours recorded", "Tue, Apr 7, 1 entry"));
-    week.hide();
-    month.hide();
-    EXPECT_EQ(runLoop.pendingTimers(), timers);
-    record("Mail", "07 13:00:00", "07 14:00:00");
-    context().save();
+    EXPECT_EQ(namesOfParts(canvas(month))[6], "Tue, Apr 7, 1 entry") << "no month without its records";
+    runLoop.releaseBackground();
     settle();
-    EXPECT_THAT(tuesdays(), ElementsAre("Tue, Apr 7, 2.0 hours recorded", "Tue, Apr 7, 1 entry"));
-    week.show();
-    month.show();
-    EXPECT_THAT(tuesdays(), ElementsAre("Tue, Apr 7, 3.0 hours recorded", "Tue, Apr 7, 2 entries"));
+    EXPECT_EQ(activity.records().size(), static_cast<std::size_t>(many));
+    EXPECT_EQ(namesOfParts(canvas(month))[1], "Mon, Jun 2, nothing recorded");
+    EXPECT_EQ(namesOfParts(canvas(month))[2], "Tue, Jun 3, 15.9 hours recorded") << "all of them short";
+    activity.chart().openDay(at("2025-06-04 12:00:00"));
+    settle();
+    EXPECT_EQ(left, 1);
+    EXPECT_LT(activity.records().capacity(), static_cast<std::size_t>(many) / 10);
+    EXPECT_FALSE(activity.chart().processedRecords().empty());
 }
 
 TEST_F(OverviewsTest, ColumnsThatDoNotFitScrollSidewaysAndTheSelectedDayIsOnScreen) {
     load();
     activity.chart().selectDate(at("2026-04-12 12:00:00"));
+    activity.chart().setViewMode(TimelineViewMode::week);
     week.resize(500, 600);
     week.show();
     settle();

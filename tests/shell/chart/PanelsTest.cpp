@@ -4,6 +4,7 @@
 #include "shell/chart/ProjectPanel.h"
 #include "shell/support/ScreenTest.h"
 #include "support/Mapped.h"
+#include "timeline/PassedRecords.h"
 
 #include <QKeyEvent>
 #include <QSpinBox>
@@ -18,7 +19,7 @@ class PanelsTest : public ScreenTest {
 protected:
     void showDay() {
         context().save();
-        chart.setRecords(context().fetch<ActivityRecord>(), Uuid::random());
+        passAllRecords(context(), chart);
         chart.appear();
         settle();
     }
@@ -39,6 +40,8 @@ protected:
 TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly) {
     LegendPanel legend(chart, runLoop, localization);
     show(legend);
+    EXPECT_THAT(texts(legend), ElementsAre("应用使用统计", "– h")) << "nothing is known yet";
+    showDay();
     EXPECT_THAT(texts(legend), IsSupersetOf({"0.0 h", "暂无应用数据"}));
 
     aRecord().from("08:00:00").to("08:30:00").app("Mail").in(context());

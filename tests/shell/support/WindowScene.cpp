@@ -50,6 +50,7 @@ WindowScene::WindowScene(std::string_view language, bool isEmpty, const std::str
                 .runLoop = runLoop,
                 .randomWords = [this] { return words_ += 0x9E3779B97F4A7C15; },  // the same in every run
                 .quit = [this] { hasQuit = true; },
+                .returnMemory = [] {},
                 .hasTray = [this] { return hasTray; },
                 .hasTrayChanged = hasTrayChanged_,
                 .setHideDockIcon = [](bool, bool) {},

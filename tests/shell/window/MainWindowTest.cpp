@@ -5,6 +5,7 @@
 #include "shell/chart/ProjectPanel.h"
 #include "shell/export/ExportPage.h"
 #include "shell/logs/LogViewerWindow.h"
+#include "shell/look/EmptyState.h"
 #include "shell/praise/PraiseCard.h"
 #include "shell/rules/RulesPage.h"
 #include "shell/support/WindowTest.h"
@@ -12,12 +13,16 @@
 #include "store/ActivityRecord.h"
 #include "store/AppSettings.h"
 #include "support/Builders.h"
+#include "support/Mapped.h"
 #include "updates/SignedFeed.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QPointer>
 #include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <utility>
 
 namespace quorvane {
 namespace {
@@ -146,6 +151,57 @@ TEST_F(MainWindowTest, ThereIsOneLogWindowAndItGoesWithTheMainOne) {
     EXPECT_TRUE(shown[0]->isVisible());
     scene.reset();
     EXPECT_FALSE(shown[0]);
+}
+
+TEST_F(MainWindowTest, AnyDayOfTheHistoryShowsItsRecordsAndWhatChangesInThem) {
+    auto& day = open();
+    auto record =
+        aRecord().from("2026-01-12 09:00:00").to("2026-01-12 10:00:00").app("Harbour").in(day.store.context());
+    aRecord().from("2026-01-13 09:00:00").to("2026-01-13 09:00:40").app("Glance").in(day.store.context());
+    day.runLoop.holdBackground();
+    const auto go = [&](const char* date) {
+        day.chart().selectDate(at(date));
+        day.settle();
+    };
+    auto& view = widgetBelow<DayChartView>(day.window());
+    const auto emptyTexts = [&] {
+        auto& state = widgetBelow<EmptyState>(view);
+        return state.isVisible() ? accessibleNames(state, QAccessible::StaticText) : std::vector<std::string>();
+    };
+    const auto blocks = [&] { return mapped(day.chart().processedRecords(), &ProcessedActivityItem::appName); };
+    go("2026-01-11 12:00:00");
+    EXPECT_THAT(emptyTexts(), IsEmpty()) << "who has not read can't know";
+    day.runLoop.playFor(0.3s);
+    day.settle();
+    EXPECT_TRUE(shows("Loading"));
+    EXPECT_FALSE(view.isVisible());
+    EXPECT_FALSE(widgetBelow<PraiseCard>(day.window()).isVisible());
+    day.runLoop.releaseBackground();
+    day.settle();
+    EXPECT_THAT(emptyTexts(), Contains("Nothing recorded on this day"));
+    EXPECT_FALSE(shows("Loading"));
+    go("2026-01-13 12:00:00");
+    EXPECT_THAT(emptyTexts(), Contains("Nothing on this day lasted a minute"));
+    go("2026-01-12 12:00:00");
+    EXPECT_THAT(emptyTexts(), IsEmpty());
+    EXPECT_THAT(blocks(), ElementsAre("Harbour"));
+    record->appName = "Quay";
+    day.settle();
+    EXPECT_THAT(blocks(), ElementsAre("Quay"));
+    day.store.context().save();
+    day.settle();
+    const std::weak_ptr<ActivityRecord> held = std::exchange(record, nullptr);
+    EXPECT_TRUE(held.expired()) << "what is shown holds no objects";
+
+    const auto away = day.store.file().string() + ".away";
+    std::filesystem::rename(day.store.file(), away);
+    go("2026-01-11 12:00:00");
+    EXPECT_TRUE(shows("The records cannot be read"));
+    EXPECT_FALSE(view.isVisible());
+    std::filesystem::rename(away, day.store.file());
+    click("Try Again");
+    EXPECT_THAT(emptyTexts(), Contains("Nothing recorded on this day"));
+    EXPECT_FALSE(shows("The records cannot be read"));
 }
 
 TEST_F(MainWindowTest, OnlyAReturnFromAnotherApplicationShowsTheNewDay) {
