@@ -113,7 +113,7 @@ TEST_F(AutomationTest, AGrabbedServerIsNotWaitedFor) {
 TEST_F(AutomationTest, WhileTheSessionIsLockedTheLoginWindowIsInFront) {
     ASSERT_TRUE(show({.instance = "a", .wmClass = "A", .title = "a", .pid = getpid()}));
     announceScreenSaver("org.freedesktop.ScreenSaver", true);
-    ASSERT_TRUE(waitUntil([&] { return systemEvents.isLocked(); }));
+    ASSERT_TRUE(waitUntil([&] { return systemEvents.isOutOfReach(); }));
     EXPECT_EQ(applications.frontmost(),
               (RunningApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"}));
     EXPECT_THAT(ask(ScriptFamily::frontDocumentPath), fails(-600));

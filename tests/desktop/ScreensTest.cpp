@@ -98,7 +98,8 @@ TEST_F(ScreensTest, TabGoesThroughTheSettingsAndArrowsChooseTheirTabs) {
     } tabs[] = {
         {"General", {"Hide from the taskbar", "Start when I log in", "English"}},
         {"Tracking",
-         {"Notice when I am away", "5 minutes", "Another title begins a record", "Record during work hours only"}},
+         {"Notice when I am away", "5 minutes", "A call or a film counts as presence",
+          "Ask about the time away when I am back", "Another title begins a record", "Record during work hours only"}},
         {"Organization",
          {"Search applications", "Add Application", "Name of a new category", "Add Category", "Add Application"}},
         {"Diagnostics",

@@ -119,8 +119,10 @@ void ActivityPage::build() {
     parts_->unreadable->addButton(again);
     parts_->trackingChanged = services.tracker.isTrackingChanged.subscribe([this](bool) { explainEmptyDay(); });
     parts_->captureHealthChanged = services.tracker.captureHealthChanged.subscribe([this] { explainEmptyDay(); });
+    const auto* const focus = window()->focusWidget();
+    const bool isWaitedFor = focus == nullptr || focus == parts_->loading;
     place();
-    if (window()->focusWidget() == nullptr) parts_->day->setFocus();
+    if (isWaitedFor) parts_->day->setFocus();
 }
 
 void ActivityPage::follow() {
@@ -329,6 +331,12 @@ bool ActivityPage::eventFilter(QObject* watched, QEvent* event) {
     const bool isOfOurs = watched == parts_->details || watched == parts_->praiseCard;
     if (event->type() == QEvent::LayoutRequest && isOfOurs && dynamic_cast<QWidget&>(*watched).isVisible()) place();
     return QWidget::eventFilter(watched, event);
+}
+
+/// The keyboard waits here for the day: a window without a focus gives it to whatever stands first.
+void ActivityPage::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (parts_->header == nullptr && window()->focusWidget() == nullptr) parts_->loading->setFocus();
 }
 
 void ActivityPage::resizeEvent(QResizeEvent* event) {

@@ -62,8 +62,9 @@ TEST_F(SettingsSheetTest, OneTabShowsAndTheArrowsChooseAnother) {
     press(Qt::Key_Right);
     EXPECT_EQ(QApplication::focusWidget(), &named("Tracking"));
     EXPECT_THAT(read(QAccessible::CheckBox),
-                ElementsAre("Notice when I am away", "Ask about the time away when I am back",
-                            "Another title begins a record", "Record during work hours only"));
+                ElementsAre("Notice when I am away", "A call or a film counts as presence",
+                            "Ask about the time away when I am back", "Another title begins a record",
+                            "Record during work hours only"));
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&named("Tracking"))->state().selected);
     press(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), &named("Notice when I am away"));

@@ -6,6 +6,7 @@
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Matching.h"
 #include "timeline/AnnotationAssignment.h"
+#include "timeline/PassedRecords.h"
 
 namespace quorvane {
 namespace {
@@ -22,7 +23,7 @@ protected:
         showRecords();
     }
     void showRecords() {
-        chart.setRecords(scene.store.context().fetch<ActivityRecord>(), Uuid::random());
+        passAllRecords(scene.store.context(), chart);
         chart.appear();
         scene.runLoop.runPosted();
     }
