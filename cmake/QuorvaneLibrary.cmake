@@ -24,11 +24,11 @@ function(quorvane_library name)
     target_link_libraries(${target} PUBLIC ${arg_LINKS})
 endfunction()
 
-# quorvane_test(NAME FOLDERS folders... SOURCES files... LABELS labels... LINKS targets...)
+# quorvane_test(NAME FOLDERS folders... SOURCES files... LABELS labels... LINKS targets... [TIMEOUT seconds] [SERIAL])
 #
-# One test program, linked with the folders that it tests and with tests/support.
+# One test program, linked with the folders that it tests and with tests/support. SERIAL: nothing runs beside it.
 function(quorvane_test name)
-    cmake_parse_arguments(arg "" "TIMEOUT" "FOLDERS;SOURCES;LABELS;LINKS" ${ARGN})
+    cmake_parse_arguments(arg "SERIAL" "TIMEOUT" "FOLDERS;SOURCES;LABELS;LINKS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     # Tests run once for each time they are compiled: a quarter of the compiler's time is saved.
     target_compile_options(${name} PRIVATE -O0)
@@ -49,5 +49,5 @@ function(quorvane_test name)
     endif()
     # Parameters have names; their values may be nothing but bytes.
     gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
-        PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT})
+        PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT} RUN_SERIAL ${arg_SERIAL})
 endfunction()

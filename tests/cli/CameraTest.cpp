@@ -171,8 +171,8 @@ TEST_F(CameraTest, WhatIsRecordedShownReportedAndExportedIsWhatHappened) {
     }
     end(lastInput_);
     pass(115s);  // nobody is there
-    ASSERT_EQ(quorvane::run({"xdotool", "key", "a"}), 0);
     show("Table", "Bill to Ann");
+    ASSERT_EQ(quorvane::run({"xdotool", "key", "a"}), 0);
     begin();
     type(36s);
     show("Table", "Bill to Bob");
