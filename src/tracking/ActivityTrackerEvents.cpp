@@ -51,9 +51,10 @@ void ActivityTracker::handleClose(const char* line) {
     foregroundApplicationSnapshot_.reset();
     quietPresenceAt_.reset();
     // Not now: the minutes that nobody attended before the lock are nobody's work.
-    finalizeCurrentRecord(lastSignOfLife());
+    const Date end = lastSignOfLife();
+    finalizeCurrentRecord(end);
     lastFrontAppBundleId_.reset();
-    noteAbsence(lastUpdate_, {runLoop_.now(), runLoop_.uptime()});
+    noteAbsence(end, {runLoop_.now(), runLoop_.uptime()});
 }
 
 void ActivityTracker::handleResume(const char* line) {
