@@ -3,10 +3,13 @@
 #include "base/Calendar.h"
 #include "base/LocalTimeZone.h"
 
+#include <map>
 #include <memory>
+#include <string>
 #include <unicode/datefmt.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
+#include <utility>
 
 namespace quorvane {
 namespace {
@@ -34,9 +37,11 @@ std::string localDateText(Date date, const char* pattern) {
 }
 
 std::string localeDateText(Date date, const char* skeleton) {
+    // Kept: to make one takes longer than to write the dates of a whole month. It belongs to one thread.
+    thread_local std::map<std::pair<std::string, std::string>, std::unique_ptr<icu::DateFormat>> formats;
+    auto& format = formats[{skeleton, dateLocale()}];
     UErrorCode error = U_ZERO_ERROR;
-    const std::unique_ptr<icu::DateFormat> format(
-        icu::DateFormat::createInstanceForSkeleton(skeleton, userLocale(), error));
+    if (!format) format.reset(icu::DateFormat::createInstanceForSkeleton(skeleton, userLocale(), error));
     return formatted(date, *format);
 }
 

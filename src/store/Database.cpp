@@ -101,28 +101,37 @@ std::string immutableUri(const std::filesystem::path& file) {
 
 }  // namespace
 
+Row::Row(SQLite::Statement& statement) {
+    const int count = statement.getColumnCount();
+    columns_.reserve(static_cast<std::size_t>(count));
+    for (int column = 0; column < count; ++column)
+        columns_.push_back(statement.getColumn(column));
+}
+
+Row::~Row() = default;
+
 bool Row::isNull(int column) const {
-    return statement_.isColumnNull(column);
+    return columns_[static_cast<std::size_t>(column)].isNull();
 }
 std::int64_t Row::integer(int column) const {
-    return statement_.getColumn(column).getInt64();
+    return columns_[static_cast<std::size_t>(column)].getInt64();
 }
 double Row::real(int column) const {
-    return statement_.getColumn(column).getDouble();
+    return columns_[static_cast<std::size_t>(column)].getDouble();
 }
 std::string_view Row::text(int column) const {
-    const auto held = statement_.getColumn(column);
+    const auto& held = columns_[static_cast<std::size_t>(column)];
     const char* bytes = held.getText();
     return {bytes, static_cast<std::size_t>(held.getBytes())};
 }
 std::string_view Row::blob(int column) const {
-    const auto held = statement_.getColumn(column);
+    const auto& held = columns_[static_cast<std::size_t>(column)];
     const auto* bytes = static_cast<const char*>(held.getBlob());
     return bytes == nullptr ? std::string_view() : std::string_view(bytes, static_cast<std::size_t>(held.getBytes()));
 }
 
 SqlValue Row::value(int column) const {
-    const auto held = statement_.getColumn(column);
+    const auto& held = columns_[static_cast<std::size_t>(column)];
     if (held.isInteger()) return std::int64_t{held.getInt64()};
     if (held.isFloat()) return held.getDouble();
     if (held.isText()) return std::string(text(column));
@@ -241,9 +250,10 @@ void Database::query(const std::string& sql, const std::vector<SqlValue>& parame
     translated([&] {
         InUse statement(prepared(sql));
         bind(*statement, parameters);
+        if (!statement->executeStep()) return;
         const Row row(*statement);
-        while (statement->executeStep())
-            if (!visit(row)) return;
+        while (visit(row) && statement->executeStep()) {
+        }
     });
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 namespace SQLite {
+class Column;
 class Database;
 class Statement;
 }  // namespace SQLite
@@ -20,7 +21,10 @@ namespace quorvane {
 /// The values of one result row. Valid until the next row is read.
 class Row {
 public:
-    explicit Row(SQLite::Statement& statement) : statement_(statement) {}
+    explicit Row(SQLite::Statement& statement);
+    ~Row();
+    Row(const Row&) = delete;
+    Row& operator=(const Row&) = delete;
 
     [[nodiscard]] bool isNull(int column) const;
     [[nodiscard]] std::int64_t integer(int column) const;
@@ -30,7 +34,7 @@ public:
     [[nodiscard]] SqlValue value(int column) const;
 
 private:
-    SQLite::Statement& statement_;
+    std::vector<SQLite::Column> columns_;  ///< made once for all rows: each holds on to its statement
 };
 
 /// One connection to a store file, with the schema in place, for one thread. Every operation throws `StoreError`.

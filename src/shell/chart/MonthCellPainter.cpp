@@ -26,8 +26,9 @@ void paintGround(QPainter& painter, const MonthCellPicture& picture) {
     const bool isToday = picture.cell.isToday;
     const QColor color = isToday ? theme().accent : theme().grey;
     const double strength = picture.isHovered ? 0.06 : 0;
-    paintPanel(painter, picture.rectangle, monthCellRadius, withOpacity(color, (isToday ? 0.08 : 0.06) + strength),
-               isToday ? color : withOpacity(color, 0.25 + 4 * strength));
+    const QColor fill = onGround(color, (isToday ? 0.08 : 0.06) + strength, theme().surface);
+    paintPanel(painter, picture.rectangle, monthCellRadius, fill,
+               isToday ? color : onGround(color, 0.25 + 4 * strength, fill));
 }
 
 void paintHead(QPainter& painter, const MonthCellPicture& picture) {

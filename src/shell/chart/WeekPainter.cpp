@@ -16,6 +16,10 @@ constexpr double barRadius = 3;
 constexpr double gutterTextEnd = 42;
 constexpr double labelAtTopFrom = 18;  ///< lower bars have their label in the middle
 
+QColor weekGround() {
+    return onGround(theme().grey, 0.05, theme().canvas);
+}
+
 void paintGutter(QPainter& painter, const WeekPicture& week) {
     painter.setFont(font(TypeRole::caption));
     painter.setPen(theme().text2);
@@ -44,10 +48,10 @@ void paintHeader(QPainter& painter, const WeekPicture& week, int index) {
 void paintPanelOfDay(QPainter& painter, const WeekPicture& week, int index) {
     const QRectF panel = week.panel(index);
     const QColor grey = theme().grey;
-    if (!week.days[static_cast<std::size_t>(index)].isComing)
-        paintPanel(painter, panel, panelRadius, theme().surface, {});
-    paintPanel(painter, panel, panelRadius, withOpacity(grey, index == week.hovered ? 0.1 : 0.05),
-               withOpacity(grey, index == week.hovered ? 0.45 : 0.2));
+    const bool isHovered = index == week.hovered;
+    const bool isComing = week.days[static_cast<std::size_t>(index)].isComing;
+    const QColor fill = onGround(grey, isHovered ? 0.1 : 0.05, isComing ? weekGround() : theme().surface);
+    paintPanel(painter, panel, panelRadius, fill, onGround(grey, isHovered ? 0.45 : 0.2, fill));
     painter.setRenderHint(QPainter::Antialiasing, false);
     for (int hour = 1; hour < 24; ++hour)
         painter.fillRect(QRectF(panel.left() + 1, panel.top() + hour * WeekTimeline::hourHeight, panel.width() - 2, 1),
@@ -130,7 +134,7 @@ QRectF WeekPicture::nowLine() const {
 
 void paintWeek(QPainter& painter, const WeekPicture& week, const QRectF& exposed) {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(exposed, withOpacity(theme().grey, 0.05));
+    painter.fillRect(exposed, weekGround());
     paintGutter(painter, week);
     for (int i = 0; i < static_cast<int>(week.days.size()); ++i) {
         if (!week.dayRectangle(i).adjusted(-8, 0, 8, 8).intersects(exposed)) continue;

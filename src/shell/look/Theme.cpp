@@ -144,6 +144,14 @@ QColor withOpacity(QColor color, double opacity) {
     return color;
 }
 
+QColor onGround(const QColor& color, double opacity, const QColor& ground) {
+    const auto part = [share = static_cast<float>(opacity)](float of, float under) {
+        return under + (of - under) * share;
+    };
+    return QColor::fromRgbF(part(color.redF(), ground.redF()), part(color.greenF(), ground.greenF()),
+                            part(color.blueF(), ground.blueF()));
+}
+
 double contrast(const QColor& a, const QColor& b) {
     const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);

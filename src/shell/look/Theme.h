@@ -56,6 +56,9 @@ struct Theme {
 
 [[nodiscard]] QColor toQColor(Color color);
 [[nodiscard]] QColor withOpacity(QColor color, double opacity);
+/// What that looks like on an opaque ground, itself opaque: Qt fills large shapes with it at once, others on a pool of
+/// threads that costs more than it saves.
+[[nodiscard]] QColor onGround(const QColor& color, double opacity, const QColor& ground);
 
 /// The contrast of two opaque colours by WCAG 2, 1 to 21.
 [[nodiscard]] double contrast(const QColor& a, const QColor& b);
