@@ -68,8 +68,9 @@ protected:
     X11Connection x11;
     DesktopEntries entries{XdgPaths::dataDirectories()};
     ApplicationIdentity identity{entries, IdentityTable::builtIn()};
-    LinuxSystemEvents systemEvents{runLoop, x11};
-    X11RunningApplications applications{identity, systemEvents};
+    SessionEvents sessionEvents{runLoop};
+    X11RunningApplications applications{std::make_unique<X11Connection>(X11Connection::Reader::nobody), identity,
+                                        sessionEvents};
     LinuxAutomation automation{applications, identity};
     std::vector<std::unique_ptr<TestWindow>> windows;
 };
@@ -113,7 +114,7 @@ TEST_F(AutomationTest, AGrabbedServerIsNotWaitedFor) {
 TEST_F(AutomationTest, WhileTheSessionIsLockedTheLoginWindowIsInFront) {
     ASSERT_TRUE(show({.instance = "a", .wmClass = "A", .title = "a", .pid = getpid()}));
     announceScreenSaver("org.freedesktop.ScreenSaver", true);
-    ASSERT_TRUE(waitUntil([&] { return systemEvents.isOutOfReach(); }));
+    ASSERT_TRUE(waitUntil([&] { return sessionEvents.isOutOfReach(); }));
     EXPECT_EQ(applications.frontmost(),
               (RunningApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"}));
     EXPECT_THAT(ask(ScriptFamily::frontDocumentPath), fails(-600));
@@ -267,11 +268,11 @@ TEST_F(AutomationTest, PermissionIsABusThatAnswers) {
 TEST(X11RunningApplicationsTest, WithoutADisplayNothingRuns) {
     QtRunLoop runLoop;
     const DesktopSession session({.display = false, .buses = false});
-    X11Connection x11;
     DesktopEntries entries{{}};
     const ApplicationIdentity identity{entries, IdentityTable::builtIn()};
-    LinuxSystemEvents systemEvents{runLoop, x11};
-    X11RunningApplications applications{identity, systemEvents};
+    SessionEvents sessionEvents{runLoop};
+    X11RunningApplications applications{std::make_unique<X11Connection>(X11Connection::Reader::nobody), identity,
+                                        sessionEvents};
     EXPECT_EQ(applications.frontmost(), std::nullopt);
     EXPECT_FALSE(applications.isRunning("any"));
 }

@@ -39,14 +39,16 @@ IdentityTable identityTable(std::vector<std::string>& notices) {
 struct LinuxDesktop::Parts {
     explicit Parts(RunLoop& runLoop)
         : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
-          systemEvents(runLoop, *x11), foreground(runLoop, *x11, identity, systemEvents), idle(*x11), returns(*x11),
-          keys(*x11), pointer(*x11), runningApplications(identity, systemEvents),
+          sessionEvents(runLoop), systemEvents(sessionEvents, *x11), foreground(runLoop, *x11, identity, sessionEvents),
+          idle(*x11), returns(*x11), keys(*x11), pointer(*x11),
+          runningApplications(connectToDisplay(X11Connection::Reader::nobody), identity, sessionEvents),
           automation(runningApplications, identity), presence(runningApplications, identity) {}
 
     std::vector<std::string> notices;
     std::unique_ptr<X11Connection> x11;
     DesktopEntries entries;
     ApplicationIdentity identity;
+    SessionEvents sessionEvents;
     LinuxSystemEvents systemEvents;
     X11ForegroundSource foreground;
     X11IdleSource idle;

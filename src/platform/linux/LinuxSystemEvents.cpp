@@ -1,96 +1,22 @@
 #include "platform/linux/LinuxSystemEvents.h"
 
-#include "platform/linux/LogindSession.h"
-#include "platform/linux/ScreenSaverSignals.h"
-#include "platform/linux/SessionLock.h"
-#include "platform/linux/X11ScreenEvents.h"
-
-#include <array>
 #include <utility>
 
 namespace quorvane::platform {
 
-struct LinuxSystemEvents::Sources {
-    Sources(RunLoop& runLoop, X11Connection& x11)
-        : lock(runLoop,
-               [this](bool isLocked) { send(isLocked, SystemEvent::screenLocked, SystemEvent::screenUnlocked); }),
-          background(runLoop,
-                     [this](bool isIn) { send(isIn, SystemEvent::sessionDidLeave, SystemEvent::sessionDidReturn); }),
-          logind({.willSleep = [this] { signal(SystemEvent::willSleep).send(); },
-                  .didWake = [this] { signal(SystemEvent::didWake).send(); },
-                  .lockRequested = [this](bool request) { lock.noteRequest(request); },
-                  .lockReported = [this](bool isLocked) { lock.noteState(isLocked); },
-                  .frontReported = [this](bool isInFront) { background.noteState(!isInFront); }}),
-          screenSaver([this](bool isActive) { lock.noteState(isActive); }), screens(x11, [this](bool areAsleep) {
-              send(areAsleep, SystemEvent::screensDidSleep, SystemEvent::screensDidWake);
-          }) {
-        lock.begin(logind.wasLocked());
-        background.begin(!logind.wasInFront());
-    }
-
-    Signal<>& signal(SystemEvent event) { return signals[static_cast<std::size_t>(event)]; }
-    void send(bool which, SystemEvent ifTrue, SystemEvent ifFalse) { signal(which ? ifTrue : ifFalse).send(); }
-
-    std::array<Signal<>, static_cast<std::size_t>(SystemEvent::screenUnlocked) + 1> signals;
-    SessionLock lock;
-    SessionLock background;  ///< behind another session it is as good as locked
-    LogindSession logind;
-    ScreenSaverSignals screenSaver;
-    X11ScreenEvents screens;
-};
-
-LinuxSystemEvents::LinuxSystemEvents(RunLoop& runLoop, X11Connection& x11)
-    : sources_(std::make_unique<Sources>(runLoop, x11)) {}
-
-LinuxSystemEvents::~LinuxSystemEvents() = default;
+LinuxSystemEvents::LinuxSystemEvents(SessionEvents& session, X11Connection& x11)
+    : session_(session), screens_(x11, [this](bool areAsleep) { (areAsleep ? screensSlept_ : screensWoke_).send(); }) {}
 
 Subscription LinuxSystemEvents::observe(SystemEvent event, std::function<void()> happened) {
-    return sources_->signal(event).subscribe(std::move(happened));
-}
-
-// Only keys and buttons come here, and no server that has lost its screen hears any.
-void LinuxSystemEvents::noteInput() {
-    if (sources_->background.isDoubtful()) sources_->background.noteState(false);
-    if (!sources_->lock.isDoubtful()) return;
-    sources_->screenSaver.ask([this](bool isActive) {
-        if (!isActive && sources_->lock.isDoubtful()) sources_->lock.noteState(false);
-    });
+    if (event == SystemEvent::screensDidSleep) return screensSlept_.subscribe(std::move(happened));
+    if (event == SystemEvent::screensDidWake) return screensWoke_.subscribe(std::move(happened));
+    return session_.observe(event, std::move(happened));
 }
 
 std::vector<Channel> LinuxSystemEvents::channels() const {
-    Channel sleep{.question = "sleep and wake", .name = "logind PrepareForSleep"};
-    sleep.reason = sources_->logind.sleepProblem();
-    sleep.isAvailable = sleep.reason.empty();
-    if (!sleep.isAvailable)
-        sleep.remedy = "Run systemd-logind or elogind; without it a sleep shows only as a gap in time.";
-
-    Channel lock{.question = "lock and unlock", .isAvailable = true};
-    const auto logindProblem = sources_->logind.lockProblem();
-    const auto screenSaverProblem = sources_->screenSaver.problem();
-    if (logindProblem.empty()) {
-        lock.name = screenSaverProblem.empty() ? "logind session and screen saver ActiveChanged" : "logind session";
-    } else {
-        lock.name = "screen saver ActiveChanged";
-        lock.isAvailable = screenSaverProblem.empty();
-    }
-    if (!lock.isAvailable) {
-        lock.name = "logind session, screen saver ActiveChanged";
-        lock.reason = logindProblem + "; " + screenSaverProblem;
-        lock.remedy = "Use a locker that reports to logind or to the session bus, as those of the desktops do.";
-    }
-    return {std::move(sleep), std::move(lock), sources_->screens.channel()};
-}
-
-bool LinuxSystemEvents::isOutOfReach() const {
-    return sources_->lock.isLocked() || sources_->background.isLocked();
-}
-
-std::vector<Subscription> LinuxSystemEvents::observeReach(const std::function<void(bool)>& changed) {
-    std::vector<Subscription> subscriptions;
-    for (const auto event : {SystemEvent::screenLocked, SystemEvent::screenUnlocked, SystemEvent::sessionDidLeave,
-                             SystemEvent::sessionDidReturn})
-        subscriptions.push_back(observe(event, [this, changed] { changed(isOutOfReach()); }));
-    return subscriptions;
+    auto channels = session_.channels();
+    channels.push_back(screens_.channel());
+    return channels;
 }
 
 }  // namespace quorvane::platform

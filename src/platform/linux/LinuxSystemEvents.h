@@ -1,39 +1,31 @@
 #pragma once
 
-#include "platform/RunLoop.h"
 #include "platform/SystemEvents.h"
-#include "platform/linux/X11Connection.h"
-
-#include <memory>
+#include "platform/linux/SessionEvents.h"
+#include "platform/linux/X11ScreenEvents.h"
 
 namespace quorvane::platform {
 
-/// Sleep and the session in front from logind, lock from logind and the screen savers, dark screens from the X server.
-/// What is missing of these is missing, and nothing else.
+/// What the buses tell of the session, and dark screens from the X server. What is missing of these is missing, and
+/// nothing else.
 class LinuxSystemEvents final : public SystemEvents {
 public:
-    /// Asks the buses how things stand, for less than a second even if nobody there answers.
-    LinuxSystemEvents(RunLoop& runLoop, X11Connection& x11);
+    LinuxSystemEvents(SessionEvents& session, X11Connection& x11);
     LinuxSystemEvents(const LinuxSystemEvents&) = delete;
     LinuxSystemEvents& operator=(const LinuxSystemEvents&) = delete;
-    ~LinuxSystemEvents() override;
 
     Subscription observe(SystemEvent event, std::function<void()> happened) override;
 
-    void noteInput() override;
+    void noteInput() override { session_.noteInput(); }
 
     /// Three: sleep and wake, lock and unlock, screens asleep.
     [[nodiscard]] std::vector<Channel> channels() const override;
 
-    /// Is the session locked, or another one in front of it? Nobody works here then.
-    [[nodiscard]] bool isOutOfReach() const;
-
-    /// Calls `changed` with that after each event that can change it.
-    [[nodiscard]] std::vector<Subscription> observeReach(const std::function<void(bool isOutOfReach)>& changed);
-
 private:
-    struct Sources;
-    std::unique_ptr<Sources> sources_;
+    SessionEvents& session_;
+    Signal<> screensSlept_;
+    Signal<> screensWoke_;
+    X11ScreenEvents screens_;
 };
 
 }  // namespace quorvane::platform

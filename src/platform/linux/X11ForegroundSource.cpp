@@ -41,8 +41,8 @@ Channel windowManagerChannel(X11Connection& x11, std::string question, std::stri
 }  // namespace
 
 X11ForegroundSource::X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity,
-                                         LinuxSystemEvents& systemEvents)
-    : runLoop_(runLoop), x11_(x11), identity_(identity), systemEvents_(systemEvents) {
+                                         SessionEvents& sessionEvents)
+    : runLoop_(runLoop), x11_(x11), identity_(identity), sessionEvents_(sessionEvents) {
     if (!x11_.isUsable()) return;
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(x11_.xcb(), x11_.root(), XCB_CW_EVENT_MASK, &mask);
@@ -56,7 +56,7 @@ X11ForegroundSource::X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, c
     });
     // A lock screen does not take the focus in the window manager's eyes. Below it nothing comes to the front, and
     // after it something does.
-    reach_ = systemEvents_.observeReach([this](bool isOutOfReach) {
+    reach_ = sessionEvents_.observeReach([this](bool isOutOfReach) {
         if (isOutOfReach)
             lastActivated_.reset();
         else
@@ -66,14 +66,14 @@ X11ForegroundSource::X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, c
 }
 
 std::optional<ForegroundApplication> X11ForegroundSource::frontmostApplication() {
-    if (systemEvents_.isOutOfReach())
+    if (sessionEvents_.isOutOfReach())
         return ForegroundApplication{.bundleIdentifier = loginWindowBundleId, .localizedName = "LoginWindow"};
     const auto window = frontWindow();
     return window ? std::optional(identity_.identify(*window)) : std::nullopt;
 }
 
 std::optional<std::string> X11ForegroundSource::frontmostWindowTitle() {
-    if (systemEvents_.isOutOfReach()) return std::nullopt;
+    if (sessionEvents_.isOutOfReach()) return std::nullopt;
     const auto window = X11Windows::active(x11_);
     return window != XCB_WINDOW_NONE ? X11Windows::title(x11_, window) : std::nullopt;
 }
@@ -114,7 +114,7 @@ void X11ForegroundSource::noteChange() {
 
 void X11ForegroundSource::evaluate(bool mayLookAgain) {
     firstChange_.reset();
-    if (systemEvents_.isOutOfReach()) return;
+    if (sessionEvents_.isOutOfReach()) return;
     const auto window = frontWindow();
     if (window && window->areEmpty() && mayLookAgain) {
         evaluation_ = runLoop_.after(untilPropertiesAreSet, [this] { evaluate(false); });

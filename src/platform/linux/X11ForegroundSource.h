@@ -3,7 +3,7 @@
 #include "platform/ForegroundSource.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/ApplicationIdentity.h"
-#include "platform/linux/LinuxSystemEvents.h"
+#include "platform/linux/SessionEvents.h"
 #include "platform/linux/X11Connection.h"
 
 #include <memory>
@@ -19,7 +19,7 @@ namespace quorvane::platform {
 class X11ForegroundSource final : public ForegroundSource {
 public:
     X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity,
-                        LinuxSystemEvents& systemEvents);
+                        SessionEvents& sessionEvents);
 
     [[nodiscard]] std::optional<ForegroundApplication> frontmostApplication() override;
     [[nodiscard]] std::optional<std::string> frontmostWindowTitle() override;
@@ -40,7 +40,7 @@ private:
     RunLoop& runLoop_;
     X11Connection& x11_;
     const ApplicationIdentity& identity_;
-    LinuxSystemEvents& systemEvents_;
+    SessionEvents& sessionEvents_;
     Signal<const std::optional<ForegroundApplication>&> activated_;
     Signal<> vacated_;
     std::optional<ForegroundApplication> lastActivated_;

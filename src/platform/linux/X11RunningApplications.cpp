@@ -1,7 +1,6 @@
 #include "platform/linux/X11RunningApplications.h"
 
 #include "platform/PrivateBrowsing.h"
-#include "platform/linux/DisplaySession.h"
 #include "platform/linux/Proc.h"
 #include "platform/linux/X11Windows.h"
 
@@ -17,10 +16,10 @@ constexpr Seconds patienceWithWindows = 0.25s;
 
 }  // namespace
 
-X11RunningApplications::X11RunningApplications(const ApplicationIdentity& identity, LinuxSystemEvents& systemEvents)
-    : identity_(identity), isOutOfReach_(systemEvents.isOutOfReach()),
-      x11_(connectToDisplay(X11Connection::Reader::nobody)),
-      reach_(systemEvents.observeReach([this](bool isOutOfReach) { isOutOfReach_ = isOutOfReach; })) {}
+X11RunningApplications::X11RunningApplications(std::unique_ptr<X11Connection> x11, const ApplicationIdentity& identity,
+                                               SessionEvents& sessionEvents)
+    : identity_(identity), isOutOfReach_(sessionEvents.isOutOfReach()), x11_(std::move(x11)),
+      reach_(sessionEvents.observeReach([this](bool isOutOfReach) { isOutOfReach_ = isOutOfReach; })) {}
 
 std::optional<RunningApplication> X11RunningApplications::frontmost() {
     if (isOutOfReach_)

@@ -2,7 +2,7 @@
 
 #include "platform/RunningApplications.h"
 #include "platform/linux/ApplicationIdentity.h"
-#include "platform/linux/LinuxSystemEvents.h"
+#include "platform/linux/SessionEvents.h"
 #include "platform/linux/X11Connection.h"
 
 #include <atomic>
@@ -12,14 +12,16 @@
 
 namespace quorvane::platform {
 
-/// The applications whose windows the window manager lists, over a connection of its own. Made and destroyed on the
-/// main thread. While the session is locked the login window is in front, without a process and a title.
+/// The applications whose windows the window manager lists, over a connection that nobody else uses. Made and
+/// destroyed on the main thread. While the session is locked the login window is in front, without a process and a
+/// title.
 class X11RunningApplications final : public RunningApplications {
 public:
     /// Is a browser's window with this title surely none of private browsing? From any thread, and without waiting.
     using Voucher = std::function<bool(std::int64_t processIdentifier, const std::string& windowTitle)>;
 
-    X11RunningApplications(const ApplicationIdentity& identity, LinuxSystemEvents& systemEvents);
+    X11RunningApplications(std::unique_ptr<X11Connection> x11, const ApplicationIdentity& identity,
+                           SessionEvents& sessionEvents);
 
     [[nodiscard]] std::optional<RunningApplication> frontmost() override;
     [[nodiscard]] bool isRunning(const std::string& bundleIdentifier) override;
