@@ -7,6 +7,8 @@ find_package(SQLiteCpp REQUIRED)
 find_package(CLI11 REQUIRED)
 find_package(pugixml REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Network Widgets Svg)
+# Qt's own words stay out wherever Qt is: `emit` and `signals` are names of others.
+set_property(TARGET Qt6::Core APPEND PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_NO_KEYWORDS)
 
 pkg_check_modules(icu REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
 pkg_check_modules(libpq REQUIRED IMPORTED_TARGET libpq)
