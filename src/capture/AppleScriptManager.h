@@ -23,7 +23,9 @@ struct ScriptStatistics {
     friend bool operator==(const ScriptStatistics&, const ScriptStatistics&) = default;
 };
 
-/// Keeps one script for each family of browsers and runs one at a time. From any thread.
+/// Keeps one script for each family of browsers and runs one at a time. From any thread. Where applications understand
+/// no scripts, as on Linux, it is the way to the front tab all the same: a script says what is asked, and a channel of
+/// the desktop answers.
 class AppleScriptManager {
 public:
     /// Loads the scripts in the background. `folder`, if any, may hold compiled ones, in "AppleScripts" or directly.
