@@ -8,7 +8,7 @@
 #include "cloud/postgresql/RecordJson.h"
 #include "cloud/postgresql/support/PostgresServer.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "store/ActivityRecordCloudForm.h"
 #include "store/ModelContainer.h"
 #include "support/RecordingConsole.h"

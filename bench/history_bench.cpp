@@ -1,7 +1,7 @@
 #include "base/Calendar.h"
 #include "diagnostics/ConsoleSink.h"
 #include "l10n/Localization.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "shell/chart/MonthView.h"
 #include "shell/chart/WeekView.h"

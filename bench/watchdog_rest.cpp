@@ -2,11 +2,11 @@
 // Usage: watchdog_rest [SECONDS]   It may be 0.02 % of a core and a wake-up a minute. Nothing is captured or sent.
 
 #include "diagnostics/performance/PerformanceReporting.h"
-#include "platform/linux/EuStackSampler.h"
-#include "platform/linux/LinuxProcessUsage.h"
-#include "platform/linux/LinuxSystemInfo.h"
-#include "platform/linux/QtRunLoop.h"
-#include "platform/linux/ThreadSerialQueue.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/loop/ThreadSerialQueue.h"
+#include "platform/linux/process/EuStackSampler.h"
+#include "platform/linux/process/LinuxProcessUsage.h"
+#include "platform/linux/system/LinuxSystemInfo.h"
 #include "platform/simulated/InMemoryUserDefaults.h"
 #include "platform/simulated/RecordingSystemLog.h"
 

@@ -6,7 +6,7 @@
 #include "cli/Commands.h"
 #include "cli/NativeHosts.h"
 #include "cli/Output.h"
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/system/XdgPaths.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -5,7 +5,7 @@
 #include "cli/CommandGroup.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
-#include "platform/linux/IniUserDefaults.h"
+#include "platform/linux/system/IniUserDefaults.h"
 #include "rules/CategoryTagManager.h"
 
 #include <CLI/CLI.hpp>

@@ -2,8 +2,8 @@
 
 #include "cli/CommandContext.h"
 #include "cloud/CloudKitSyncError.h"
-#include "platform/linux/QtRunLoop.h"
-#include "platform/linux/UnixSignals.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/loop/UnixSignals.h"
 
 #include <csignal>
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 #include "cli/CommandContext.h"
 
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/system/XdgPaths.h"
 
 #include <fmt/format.h>
 #include <system_error>

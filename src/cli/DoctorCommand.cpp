@@ -5,9 +5,9 @@
 #include "cli/Commands.h"
 #include "cli/OrNull.h"
 #include "cli/Output.h"
-#include "platform/linux/LinuxDesktop.h"
-#include "platform/linux/ProcessLock.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/process/ProcessLock.h"
+#include "platform/linux/session/LinuxDesktop.h"
 #include "session/TrackerLock.h"
 
 #include <CLI/CLI.hpp>

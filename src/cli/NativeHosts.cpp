@@ -1,8 +1,8 @@
 #include "cli/NativeHosts.h"
 
 #include "base/Json.h"
-#include "platform/linux/WholeFile.h"
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/system/WholeFile.h"
+#include "platform/linux/system/XdgPaths.h"
 
 #include <cerrno>
 #include <fcntl.h>

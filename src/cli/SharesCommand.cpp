@@ -14,7 +14,7 @@
 #include "cloud/ShareService.h"
 #include "cloud/module/CloudModule.h"
 #include "platform/Clock.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "session/LocalTime.h"
 #include "store/JsonForm.h"
 

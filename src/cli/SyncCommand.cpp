@@ -7,7 +7,7 @@
 #include "cli/ServiceConsole.h"
 #include "cloud/CloudKitSyncService.h"
 #include "cloud/module/CloudModule.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "store/ModelContext.h"
 
 #include <CLI/CLI.hpp>

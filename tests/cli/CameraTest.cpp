@@ -7,7 +7,7 @@
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
 #include "platform/Clock.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 
 #include <charconv>
 #include <cmath>

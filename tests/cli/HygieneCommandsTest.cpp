@@ -1,7 +1,7 @@
 #include "cli/CliFixture.h"
 
 #include "base/Json.h"
-#include "platform/linux/ProcessLock.h"
+#include "platform/linux/process/ProcessLock.h"
 #include "session/TrackerLock.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>

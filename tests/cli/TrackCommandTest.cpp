@@ -1,6 +1,6 @@
 #include "cli/CliFixture.h"
 
-#include "platform/linux/ProcessLock.h"
+#include "platform/linux/process/ProcessLock.h"
 #include "session/TrackerLock.h"
 
 #include <csignal>

@@ -5,7 +5,7 @@
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 
 #include <csignal>
 #include <cstdlib>

@@ -2,8 +2,8 @@
 #include "desktop/support/BoundSocket.h"
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/AtspiAccessibility.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/accessibility/AtspiAccessibility.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "support/Matching.h"
 
 #include <QDBusConnection>

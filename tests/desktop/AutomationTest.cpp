@@ -3,10 +3,10 @@
 #include "desktop/support/LogindMock.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/LinuxAutomation.h"
-#include "platform/linux/QtRunLoop.h"
-#include "platform/linux/X11RunningApplications.h"
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/documents/LinuxAutomation.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/system/XdgPaths.h"
+#include "platform/linux/x11/X11RunningApplications.h"
 #include "support/Matching.h"
 
 #include <future>

@@ -1,8 +1,8 @@
 #include "browserhost/BrowserSocket.h"
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/BrowserMessages.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/browsers/BrowserMessages.h"
+#include "platform/linux/loop/QtRunLoop.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "platform/linux/BrowserWindowTitle.h"
+#include "platform/linux/accessibility/BrowserWindowTitle.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "desktop/support/ChildProcess.h"
 #include "desktop/support/Environment.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/ApplicationIdentity.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/desktop/ApplicationIdentity.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

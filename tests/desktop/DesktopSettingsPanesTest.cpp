@@ -1,7 +1,7 @@
-#include "platform/linux/DesktopSettingsPanes.h"
+#include "platform/linux/desktop/DesktopSettingsPanes.h"
 #include "desktop/support/Environment.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

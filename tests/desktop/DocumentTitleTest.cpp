@@ -1,7 +1,7 @@
-#include "platform/linux/DocumentTitle.h"
+#include "platform/linux/documents/DocumentTitle.h"
 
-#include "platform/linux/Proc.h"
-#include "platform/linux/RecentDocuments.h"
+#include "platform/linux/documents/RecentDocuments.h"
+#include "platform/linux/process/Proc.h"
 #include "support/Matching.h"
 #include "support/TextTable.h"
 

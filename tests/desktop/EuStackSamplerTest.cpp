@@ -1,4 +1,4 @@
-#include "platform/linux/EuStackSampler.h"
+#include "platform/linux/process/EuStackSampler.h"
 
 #include "support/Matching.h"
 #include "support/TemporaryFolder.h"

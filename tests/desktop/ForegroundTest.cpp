@@ -2,8 +2,8 @@
 #include "desktop/support/LogindMock.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/LinuxDesktop.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/session/LinuxDesktop.h"
 #include "support/Matching.h"
 
 #include <unistd.h>

@@ -3,8 +3,8 @@
 #include "desktop/support/WebServer.h"
 #include "diagnostics/performance/PackedBytes.h"
 #include "diagnostics/performance/PerformanceReport.h"
-#include "platform/linux/LinuxSystemInfo.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/system/LinuxSystemInfo.h"
 #include "support/Matching.h"
 
 #include <fmt/format.h>

@@ -1,8 +1,8 @@
-#include "platform/linux/QtHttpClient.h"
+#include "platform/linux/http/QtHttpClient.h"
 
 #include "desktop/support/Waiting.h"
 #include "desktop/support/WebServer.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "support/Matching.h"
 
 namespace quorvane::platform {

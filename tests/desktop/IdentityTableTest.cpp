@@ -1,4 +1,4 @@
-#include "platform/linux/IdentityTable.h"
+#include "platform/linux/desktop/IdentityTable.h"
 
 #include "support/Matching.h"
 

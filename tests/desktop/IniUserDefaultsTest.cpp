@@ -1,4 +1,4 @@
-#include "platform/linux/IniUserDefaults.h"
+#include "platform/linux/system/IniUserDefaults.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

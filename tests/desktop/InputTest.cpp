@@ -1,9 +1,9 @@
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/LinuxDesktop.h"
-#include "platform/linux/QtRunLoop.h"
-#include "platform/linux/X11IdleSource.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/session/LinuxDesktop.h"
+#include "platform/linux/x11/X11IdleSource.h"
 #include "support/Matching.h"
 
 #include <vector>

@@ -1,4 +1,4 @@
-#include "platform/linux/ProcessLock.h"
+#include "platform/linux/process/ProcessLock.h"
 #include "desktop/support/ChildProcess.h"
 #include "support/Matching.h"
 #include "support/OtherProcess.h"

@@ -1,10 +1,10 @@
-#include "platform/linux/ProcessorTimeAlarm.h"
+#include "platform/linux/process/ProcessorTimeAlarm.h"
 
 #include "desktop/support/Waiting.h"
 #include "platform/Clock.h"
-#include "platform/linux/LinuxProcessUsage.h"
-#include "platform/linux/QtRunLoop.h"
-#include "platform/linux/UnixSignals.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/loop/UnixSignals.h"
+#include "platform/linux/process/LinuxProcessUsage.h"
 
 #include <atomic>
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 #include "desktop/support/Waiting.h"
 #include "platform/InBackground.h"
 #include "support/Matching.h"

@@ -1,4 +1,4 @@
-#include "platform/linux/SessionLock.h"
+#include "platform/linux/bus/SessionLock.h"
 
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/Matching.h"

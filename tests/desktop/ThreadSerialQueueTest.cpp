@@ -1,9 +1,9 @@
-#include "platform/linux/ThreadSerialQueue.h"
+#include "platform/linux/loop/ThreadSerialQueue.h"
 
 #include "desktop/support/Waiting.h"
-#include "platform/linux/LinuxProcessUsage.h"
-#include "platform/linux/LinuxSystemInfo.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/process/LinuxProcessUsage.h"
+#include "platform/linux/system/LinuxSystemInfo.h"
 #include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,6 +1,6 @@
-#include "platform/linux/UnixSignals.h"
+#include "platform/linux/loop/UnixSignals.h"
 #include "desktop/support/Waiting.h"
-#include "platform/linux/QtRunLoop.h"
+#include "platform/linux/loop/QtRunLoop.h"
 
 #include <csignal>
 #include <gmock/gmock.h>

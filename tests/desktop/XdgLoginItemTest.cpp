@@ -1,4 +1,4 @@
-#include "platform/linux/XdgLoginItem.h"
+#include "platform/linux/desktop/XdgLoginItem.h"
 
 #include "desktop/support/Environment.h"
 #include "support/Matching.h"

@@ -1,4 +1,4 @@
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/system/XdgPaths.h"
 #include "desktop/support/Environment.h"
 #include "support/Matching.h"
 #include "support/TemporaryFolder.h"

@@ -2,9 +2,9 @@
 
 #include "base/Calendar.h"
 #include "base/Deployment.h"
-#include "platform/linux/LinuxSystemInfo.h"
-#include "platform/linux/ThreadSerialQueue.h"
-#include "platform/linux/XdgPaths.h"
+#include "platform/linux/loop/ThreadSerialQueue.h"
+#include "platform/linux/system/LinuxSystemInfo.h"
+#include "platform/linux/system/XdgPaths.h"
 
 #include <QGuiApplication>
 

@@ -2,9 +2,9 @@
 
 #include "diagnostics/performance/MemoryMonitor.h"
 #include "diagnostics/performance/PerformanceReporting.h"
-#include "platform/linux/EuStackSampler.h"
-#include "platform/linux/LinuxProcessUsage.h"
-#include "platform/linux/LinuxSystemLog.h"
+#include "platform/linux/process/EuStackSampler.h"
+#include "platform/linux/process/LinuxProcessUsage.h"
+#include "platform/linux/system/LinuxSystemLog.h"
 
 namespace quorvane {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Signal.h"
-#include "platform/linux/ApplicationRemote.h"
-#include "platform/linux/DBusConnection.h"
+#include "platform/linux/bus/ApplicationRemote.h"
+#include "platform/linux/bus/DBusConnection.h"
 
 #include <functional>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/DBusConnection.h"
+#include "platform/linux/bus/DBusConnection.h"
 
 #include <QObject>
 #include <functional>

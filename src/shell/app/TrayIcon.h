@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Signal.h"
-#include "platform/linux/DBusConnection.h"
+#include "platform/linux/bus/DBusConnection.h"
 #include "shell/look/Appearance.h"
 #include "shell/state/MenuBarContentView.h"
 

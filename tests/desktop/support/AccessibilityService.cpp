@@ -1,7 +1,7 @@
 #include "desktop/support/AccessibilityService.h"
 
 #include "desktop/support/Waiting.h"
-#include "platform/linux/BoundedBusConnection.h"
+#include "platform/linux/bus/BoundedBusConnection.h"
 
 #include <stdexcept>
 

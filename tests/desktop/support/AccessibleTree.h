@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/AtspiConnection.h"
+#include "platform/linux/accessibility/AtspiConnection.h"
 
 #include <QRect>
 #include <cstdint>

@@ -3,7 +3,7 @@
 #include "base/Calendar.h"
 #include "desktop/support/Waiting.h"
 #include "platform/Clock.h"
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/x11/X11Windows.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -4,8 +4,8 @@
 #include "desktop/support/AccessibilityService.h"
 #include "desktop/support/AccessibleTree.h"
 #include "desktop/support/DesktopSession.h"
-#include "platform/linux/QtRunLoop.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/x11/X11Connection.h"
 #include "store/ActivityRecord.h"
 #include "store/ModelContainer.h"
 

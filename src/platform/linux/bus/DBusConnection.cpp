@@ -1,0 +1,49 @@
+#include "platform/linux/bus/DBusConnection.h"
+
+#include "base/Environment.h"
+
+#include <QDBusMessage>
+#include <utility>
+
+namespace quorvane::platform {
+namespace {
+
+QString freshName() {
+    static int number = 0;
+    return QStringLiteral("quorvane-%1").arg(++number);
+}
+
+}  // namespace
+
+DBusConnection DBusConnection::toSystem() {
+    const auto address = environment("DBUS_SYSTEM_BUS_ADDRESS");
+    return DBusConnection(address.empty() ? "unix:path=/run/dbus/system_bus_socket" : address);
+}
+
+DBusConnection DBusConnection::toSession() {
+    auto address = environment("DBUS_SESSION_BUS_ADDRESS");
+    const auto runtimeDirectory = environment("XDG_RUNTIME_DIR");
+    if (address.empty() && !runtimeDirectory.empty()) address = "unix:path=" + runtimeDirectory + "/bus";
+    return DBusConnection(address);
+}
+
+DBusConnection::DBusConnection(const std::string& address)
+    : name_(freshName()), bus_(QDBusConnection::connectToBus(QString::fromStdString(address), name_)) {}
+
+DBusConnection::DBusConnection(DBusConnection&& other) noexcept
+    : name_(std::exchange(other.name_, QString())), bus_(std::move(other.bus_)) {}
+
+DBusConnection::~DBusConnection() {
+    if (!name_.isEmpty()) QDBusConnection::disconnectFromBus(name_);
+}
+
+bool DBusConnection::isOwned(const QString& name) {
+    if (!isConnected()) return false;
+    auto question =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    question << name;
+    return bus_.call(question, QDBus::Block, busPatienceInMilliseconds).arguments().value(0).toBool();
+}
+
+}  // namespace quorvane::platform

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/linux/bus/SessionBusQuestions.h"
+
+#include <filesystem>
+#include <string_view>
+#include <sys/types.h>
+
+namespace quorvane::platform {
+
+/// The document that a window shows, by the surest sign that leads to an existing file: a path in its title, a file
+/// that its process has open, the list of recent documents, the directory of a terminal, the arguments of the process,
+/// the track that it plays. `documentName` is the document's name if the title tells one. An empty path if nothing
+/// tells.
+[[nodiscard]] std::filesystem::path documentFromTitle(SessionBusQuestions& bus, pid_t pid, std::string_view title,
+                                                      std::string_view documentName);
+
+}  // namespace quorvane::platform

@@ -1,0 +1,84 @@
+#include "platform/linux/session/DisplaySession.h"
+
+#include "base/Environment.h"
+#include "platform/linux/bus/LogindSession.h"
+
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace quorvane::platform {
+namespace {
+
+/// Where a compositor listens under that name; empty where there is no place for it.
+std::string socketOf(const std::string& name) {
+    if (name.empty() || name.front() == '/') return name;
+    const auto runtimeDirectory = environment("XDG_RUNTIME_DIR");
+    return runtimeDirectory.empty() ? std::string() : (std::filesystem::path(runtimeDirectory) / name).string();
+}
+
+/// The process that made the socket at whose other end we are; 0 if nobody tells.
+pid_t peerOf(int descriptor) {
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    return getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 ? peer.pid : 0;
+}
+
+/// The process that listens there. A crashed compositor leaves its socket behind, so only one that lets us in counts.
+std::optional<pid_t> listenerAt(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.empty() || path.size() >= sizeof address.sun_path) return std::nullopt;
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (descriptor < 0) return std::nullopt;
+    std::optional<pid_t> listener;
+    if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+        listener = peerOf(descriptor);
+    close(descriptor);
+    return listener;
+}
+
+SessionKind kindOf(std::string_view sessionType) {
+    if (sessionType == "wayland") return SessionKind::wayland;
+    if (sessionType == "x11") return SessionKind::x11;
+    return SessionKind::unknown;  // "tty" is what both have that somebody starts by hand
+}
+
+/// Does the compositor at the usual place, which nothing has named, make the windows, and not this X server?
+bool isBehindCompositor(const X11Connection& x11) {
+    const auto compositor = listenerAt(socketOf("wayland-0"));
+    if (!compositor) return false;
+    return !x11.isUsable() || (*compositor != 0 && peerOf(xcb_get_file_descriptor(x11.xcb())) == *compositor);
+}
+
+std::unique_ptr<X11Connection> refusedByWayland() {
+    return std::make_unique<X11Connection>(
+        Channel{.name = "Wayland",
+                .reason = "Wayland sessions are not supported yet: windows and input of other applications can't be "
+                          "seen here",
+                .remedy = "Choose an X11 session at the login screen, often called \"Xorg\" or \"X11\".",
+                .obstacle = Obstacle::wayland});
+}
+
+}  // namespace
+
+SessionKind sessionKind() {
+    if (listenerAt(socketOf(environment("WAYLAND_DISPLAY")))) return SessionKind::wayland;
+    const auto kind = kindOf(environment("XDG_SESSION_TYPE"));
+    return kind == SessionKind::unknown ? kindOf(LogindSession::type()) : kind;
+}
+
+std::unique_ptr<X11Connection> connectToDisplay(X11Connection::Reader reader) {
+    const auto kind = sessionKind();
+    if (kind == SessionKind::wayland) return refusedByWayland();
+    auto x11 = std::make_unique<X11Connection>(reader);
+    if (kind == SessionKind::unknown && isBehindCompositor(*x11)) return refusedByWayland();
+    return x11;
+}
+
+}  // namespace quorvane::platform

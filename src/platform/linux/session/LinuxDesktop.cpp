@@ -1,0 +1,135 @@
+#include "platform/linux/session/LinuxDesktop.h"
+
+#include "browserhost/BrowserSocket.h"
+#include "platform/linux/accessibility/AtspiAccessibility.h"
+#include "platform/linux/browsers/BrowserMessages.h"
+#include "platform/linux/bus/LinuxPresenceSource.h"
+#include "platform/linux/desktop/ApplicationIdentity.h"
+#include "platform/linux/desktop/DesktopSettingsPanes.h"
+#include "platform/linux/documents/LinuxAutomation.h"
+#include "platform/linux/session/DisplaySession.h"
+#include "platform/linux/session/LinuxSystemEvents.h"
+#include "platform/linux/system/LinuxSystemLog.h"
+#include "platform/linux/system/WholeFile.h"
+#include "platform/linux/system/XdgPaths.h"
+#include "platform/linux/x11/RecordKeyEventSource.h"
+#include "platform/linux/x11/SyncReturnSource.h"
+#include "platform/linux/x11/X11ForegroundSource.h"
+#include "platform/linux/x11/X11IdleSource.h"
+#include "platform/linux/x11/X11RunningApplications.h"
+#include "platform/linux/x11/XInputPointerEventSource.h"
+
+namespace quorvane::platform {
+namespace {
+
+/// The built-in table, extended by the user's own if there is one. A faulty one is left out, with a line in `notices`.
+IdentityTable identityTable(std::vector<std::string>& notices) {
+    auto table = IdentityTable::builtIn();
+    const auto file = XdgPaths::applicationConfig() / "identities.json";
+    std::error_code error;
+    if (!std::filesystem::exists(file, error)) return table;
+    const auto json = wholeFile(file);
+    const auto problem = json ? table.extend(*json) : std::optional<std::string>("it cannot be read");
+    if (problem) notices.push_back(file.string() + " is ignored: " + *problem);
+    return table;
+}
+
+}  // namespace
+
+struct LinuxDesktop::Parts {
+    explicit Parts(RunLoop& runLoop)
+        : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
+          sessionEvents(runLoop), systemEvents(sessionEvents, *x11), foreground(runLoop, *x11, identity, sessionEvents),
+          idle(*x11), returns(*x11), keys(*x11), pointer(*x11),
+          runningApplications(connectToDisplay(X11Connection::Reader::nobody), identity, sessionEvents),
+          automation(runningApplications, identity), presence(runningApplications, identity) {}
+
+    std::vector<std::string> notices;
+    std::unique_ptr<X11Connection> x11;
+    DesktopEntries entries;
+    ApplicationIdentity identity;
+    SessionEvents sessionEvents;
+    LinuxSystemEvents systemEvents;
+    X11ForegroundSource foreground;
+    X11IdleSource idle;
+    SyncReturnSource returns;
+    RecordKeyEventSource keys;
+    XInputPointerEventSource pointer;
+    DesktopSettingsPanes settingsPanes;
+    X11RunningApplications runningApplications;
+    AtspiAccessibility accessibility;
+    std::unique_ptr<BrowserMessages> browserMessages;  ///< none until somebody listens
+    LinuxAutomation automation;
+    LinuxPresenceSource presence;
+    LinuxSystemLog systemLog;
+};
+
+LinuxDesktop::LinuxDesktop(RunLoop& runLoop) : parts_(std::make_unique<Parts>(runLoop)) {}
+
+LinuxDesktop::~LinuxDesktop() = default;
+
+void LinuxDesktop::listenToBrowsers(const std::function<void(const std::string&)>& say) {
+    auto& messages = parts_->browserMessages;
+    messages = std::make_unique<BrowserMessages>(BrowserSocket::path(), say);
+    if (!messages->problem().empty()) return say(messages->problem());
+    parts_->runningApplications.setVoucher([&messages](std::int64_t processIdentifier, const std::string& title) {
+        return messages->isOrdinary(processIdentifier, title);
+    });
+    parts_->automation.setBrowserAnswer([&messages](std::int64_t processIdentifier, const std::string& windowTitle) {
+        return messages->url(processIdentifier, windowTitle);
+    });
+}
+
+ForegroundSource& LinuxDesktop::foreground() {
+    return parts_->foreground;
+}
+IdleSource& LinuxDesktop::idle() {
+    return parts_->idle;
+}
+ReturnSource& LinuxDesktop::returns() {
+    return parts_->returns;
+}
+KeyEventSource& LinuxDesktop::keys() {
+    return parts_->keys;
+}
+PointerEventSource& LinuxDesktop::pointer() {
+    return parts_->pointer;
+}
+PresenceSource& LinuxDesktop::presence() {
+    return parts_->presence;
+}
+SystemEvents& LinuxDesktop::systemEvents() {
+    return parts_->systemEvents;
+}
+SettingsPanes& LinuxDesktop::settingsPanes() {
+    return parts_->settingsPanes;
+}
+
+Accessibility& LinuxDesktop::accessibility() {
+    return parts_->accessibility;
+}
+Automation& LinuxDesktop::automation() {
+    return parts_->automation;
+}
+RunningApplications& LinuxDesktop::runningApplications() {
+    return parts_->runningApplications;
+}
+
+std::vector<Channel> LinuxDesktop::channels() const {
+    std::vector<Channel> channels{parts_->foreground.channel(), parts_->foreground.titleChannel(),
+                                  parts_->idle.channel(),       parts_->returns.channel(),
+                                  parts_->keys.channel(),       parts_->pointer.channel()};
+    for (auto& channel : parts_->systemEvents.channels())
+        channels.push_back(std::move(channel));
+    channels.push_back(parts_->presence.channel());
+    channels.push_back(parts_->accessibility.channel());
+    channels.push_back(parts_->automation.channel());
+    channels.push_back(parts_->systemLog.channel());
+    return channels;
+}
+
+const std::vector<std::string>& LinuxDesktop::notices() const {
+    return parts_->notices;
+}
+
+}  // namespace quorvane::platform
