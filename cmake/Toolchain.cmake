@@ -22,6 +22,6 @@ if(CMAKE_UNITY_BUILD)
 endif()
 
 if(QUORVANE_SANITIZE)
-    add_compile_options(-fsanitize=${QUORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
+    add_compile_options(-fsanitize=${QUORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -Og -g1)
     add_link_options(-fsanitize=${QUORVANE_SANITIZE})
 endif()

@@ -114,6 +114,8 @@ void OverlapCheck::continueReading() {
 }
 
 void OverlapCheck::readSlice(ModelContext& context) {
+    // What the tracker has not saved yet would make an object of each record that is read.
+    if (context.hasChanges()) context.save();
     auto spans = RecordSpans::read(context, {.from = from_}, limit_);
     const bool isLast = spans.size() < limit_;
     removeNewcomers(spans);

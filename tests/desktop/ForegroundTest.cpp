@@ -177,7 +177,7 @@ TEST_F(ForegroundTest, ABurstOfChangesIsReportedOnceAndAnotherWindowOfTheSameApp
     EXPECT_TRUE(staysTrue([&] { return activations.size() == 1; }));
 }
 
-TEST(EarlyForegroundTest, AWindowManagerThatStartsLaterIsFollowed) {
+TEST(EarlyForegroundTest, AWindowManagerThatStartsLaterIsFollowedAndMissedOnceItHasEnded) {
     QtRunLoop runLoop;
     DesktopSession session({.windowManager = false, .buses = false});
     LinuxDesktop early(runLoop);
@@ -188,6 +188,8 @@ TEST(EarlyForegroundTest, AWindowManagerThatStartsLaterIsFollowed) {
     EXPECT_TRUE(early.foreground().channel().isAvailable);
     const TestWindow window({.instance = "late", .wmClass = "Late"});
     EXPECT_TRUE(waitUntil([&] { return early.foreground().frontmostApplication() == application("late", "Late"); }));
+    session.killWindowManager();
+    EXPECT_TRUE(waitUntil([&] { return !early.foreground().channel().isAvailable; }));
 }
 
 TEST(LockedForegroundTest, UnderALockTheLoginWindowIsInFront) {

@@ -32,6 +32,7 @@ public:
     [[nodiscard]] std::filesystem::path configHome() const { return folder_ / "home/.config"; }
 
     void startWindowManager();
+    void killWindowManager() { windowManager_.reset(); }
     void killServer() { server_.reset(); }
 
 private:

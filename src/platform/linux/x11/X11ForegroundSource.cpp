@@ -8,31 +8,46 @@
 namespace quorvane::platform {
 namespace {
 
+constexpr const char* whoIsInFront = "front window and activation";
 constexpr Seconds settling = 0.03s;
 constexpr Seconds longestSettling = 0.06s;
 /// A window may get the focus before its application has said what it is.
 constexpr Seconds untilPropertiesAreSet = 0.1s;
 
-// The window manager may start after us, so this is asked each time. The hints of one that has died stay behind on the
-// root window; its own window does not.
-Channel windowManagerChannel(X11Connection& x11, std::string question, std::string name, Sight gives) {
-    auto channel = x11.channel(std::move(question), std::move(name));
-    channel.gives = gives;
-    if (!channel.isAvailable) return channel;
+struct WindowManager {
+    xcb_window_t window = XCB_WINDOW_NONE;  ///< its own, which ends with it; none where there is a problem
+    std::string problem;
+};
+
+// The hints of one that has died stay behind on the root window; its own window does not.
+WindowManager windowManager(X11Connection& x11) {
     const auto check = x11.property(x11.askProperty(x11.root(), "_NET_SUPPORTING_WM_CHECK"));
-    const auto manager = check ? check->firstCardinal() : std::nullopt;
-    const auto own =
-        manager ? x11.property(x11.askProperty(*manager, "_NET_SUPPORTING_WM_CHECK")) : std::optional<X11Property>();
-    if (!own || own->firstCardinal() != manager) {
-        channel.reason = "no window manager runs that says which window is active (_NET_SUPPORTING_WM_CHECK)";
-    } else if (!X11Windows::lists(x11.property(x11.askProperty(x11.root(), "_NET_SUPPORTED")),
-                                  x11.atom("_NET_ACTIVE_WINDOW"))) {
-        channel.reason = "the window manager does not say which window is active (_NET_ACTIVE_WINDOW)";
-    }
-    channel.isAvailable = channel.reason.empty() && x11.isUsable();
-    if (channel.isAvailable) return channel;
+    const xcb_window_t window = check ? check->firstCardinal().value_or(0) : 0;
+    // Before the window is asked: whenever it goes from then on, the server tells.
+    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    if (window != XCB_WINDOW_NONE) xcb_change_window_attributes(x11.xcb(), window, XCB_CW_EVENT_MASK, &mask);
+    const auto own = window != XCB_WINDOW_NONE ? x11.property(x11.askProperty(window, "_NET_SUPPORTING_WM_CHECK"))
+                                               : std::optional<X11Property>();
+    if (!own || own->firstCardinal() != window)
+        return {.problem = "no window manager runs that says which window is active (_NET_SUPPORTING_WM_CHECK)"};
+    if (!X11Windows::lists(x11.property(x11.askProperty(x11.root(), "_NET_SUPPORTED")), x11.atom("_NET_ACTIVE_WINDOW")))
+        return {.problem = "the window manager does not say which window is active (_NET_ACTIVE_WINDOW)"};
+    return {.window = window};
+}
+
+/// `known` spares the questions where it is a window manager's, and is what they found where it was none's.
+Channel windowManagerChannel(X11Connection& x11, xcb_window_t& known, const char* question, const char* name,
+                             Sight gives) {
+    auto channel = x11.channel(question, name);
+    channel.gives = gives;
+    if (!channel.isAvailable || known != XCB_WINDOW_NONE) return channel;
+    const auto manager = windowManager(x11);
     // A server that ended while it was asked has an obstacle of its own.
-    if (!x11.isUsable()) return windowManagerChannel(x11, std::move(channel.question), std::move(channel.name), gives);
+    if (!x11.isUsable()) return windowManagerChannel(x11, known, question, name, gives);
+    known = manager.window;
+    if (known != XCB_WINDOW_NONE) return channel;
+    channel.isAvailable = false;
+    channel.reason = manager.problem;
     channel.obstacle = Obstacle::noWindowManager;
     channel.remedy = "Start a window manager that follows EWMH; those of all desktops do.";
     return channel;
@@ -48,11 +63,12 @@ X11ForegroundSource::X11ForegroundSource(RunLoop& runLoop, X11Connection& x11, c
     xcb_change_window_attributes(x11_.xcb(), x11_.root(), XCB_CW_EVENT_MASK, &mask);
     xcb_flush(x11_.xcb());
     events_ = x11_.observeEvents([this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) return;
-        const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (notify.window != x11_.root()) return;
-        if (notify.atom == x11_.atom("_NET_ACTIVE_WINDOW") || notify.atom == x11_.atom("_NET_CLIENT_LIST"))
-            noteChange();
+        const int kind = event.response_type & 0x7f;
+        if (kind == XCB_DESTROY_NOTIFY &&
+            reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == windowManager_)
+            windowManager_ = XCB_WINDOW_NONE;
+        if (kind == XCB_PROPERTY_NOTIFY)
+            notePropertyChange(reinterpret_cast<const xcb_property_notify_event_t&>(event));
     });
     // A lock screen does not take the focus in the window manager's eyes. Below it nothing comes to the front, and
     // after it something does.
@@ -88,20 +104,29 @@ Subscription X11ForegroundSource::observeVacancy(std::function<void()> vacated) 
 }
 
 Channel X11ForegroundSource::channel() const {
-    return channelOf(x11_);
+    return windowManagerChannel(x11_, windowManager_, whoIsInFront, "X11 _NET_ACTIVE_WINDOW", Sight::applications);
 }
 
 Channel X11ForegroundSource::channelOf(X11Connection& x11) {
-    return windowManagerChannel(x11, "front window and activation", "X11 _NET_ACTIVE_WINDOW", Sight::applications);
+    xcb_window_t unknown = XCB_WINDOW_NONE;
+    return windowManagerChannel(x11, unknown, whoIsInFront, "X11 _NET_ACTIVE_WINDOW", Sight::applications);
 }
 
 Channel X11ForegroundSource::titleChannel() const {
-    return windowManagerChannel(x11_, "window titles", "X11 _NET_WM_NAME", Sight::titles);
+    return windowManagerChannel(x11_, windowManager_, "window titles", "X11 _NET_WM_NAME", Sight::titles);
 }
 
 std::optional<WindowProperties> X11ForegroundSource::frontWindow() {
     const auto window = X11Windows::active(x11_);
     return window != XCB_WINDOW_NONE ? X11Windows::properties(x11_, X11Windows::ask(x11_, window)) : std::nullopt;
+}
+
+void X11ForegroundSource::notePropertyChange(const xcb_property_notify_event_t& notify) {
+    if (notify.window != x11_.root()) return;
+    if (notify.atom == x11_.atom("_NET_SUPPORTING_WM_CHECK") || notify.atom == x11_.atom("_NET_SUPPORTED"))
+        windowManager_ = XCB_WINDOW_NONE;
+    else if (notify.atom == x11_.atom("_NET_ACTIVE_WINDOW") || notify.atom == x11_.atom("_NET_CLIENT_LIST"))
+        noteChange();
 }
 
 void X11ForegroundSource::noteChange() {

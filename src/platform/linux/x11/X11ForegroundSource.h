@@ -34,6 +34,7 @@ public:
 
 private:
     [[nodiscard]] std::optional<WindowProperties> frontWindow();
+    void notePropertyChange(const xcb_property_notify_event_t& notify);
     void noteChange();
     void evaluate(bool mayLookAgain);
 
@@ -43,6 +44,8 @@ private:
     SessionEvents& sessionEvents_;
     Signal<const std::optional<ForegroundApplication>&> activated_;
     Signal<> vacated_;
+    /// Known to run and to say which window is active, so that nobody asks again at each tick; none where nobody knows.
+    mutable xcb_window_t windowManager_ = XCB_WINDOW_NONE;
     std::optional<ForegroundApplication> lastActivated_;
     std::optional<Date> firstChange_;  ///< of those not evaluated yet
     std::unique_ptr<WorkItem> evaluation_;
