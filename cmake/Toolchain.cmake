@@ -18,7 +18,7 @@ add_compile_options(-Wno-missing-field-initializers)
 
 # What a file keeps to itself is its own, too, where the compiler reads it together with others.
 if(CMAKE_UNITY_BUILD)
-    add_compile_options(-Wno-subobject-linkage)
+    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-subobject-linkage>)
 endif()
 
 if(QUORVANE_SANITIZE)

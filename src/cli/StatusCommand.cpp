@@ -9,8 +9,7 @@
 #include "cli/Output.h"
 #include "platform/Clock.h"
 #include "platform/linux/process/ProcessLock.h"
-#include "platform/linux/session/DisplaySession.h"
-#include "platform/linux/x11/X11ForegroundSource.h"
+#include "platform/linux/session/WindowSources.h"
 #include "session/CaptureNote.h"
 #include "session/LocalTime.h"
 #include "session/TrackerLock.h"
@@ -44,8 +43,7 @@ struct Status {
 /// tracker would find that was started here.
 std::optional<CaptureHealth> captureTrouble(ModelContext& store, bool isTrackerThere) {
     if (isTrackerThere) return CaptureNote::kept(store);
-    const auto x11 = platform::connectToDisplay(platform::X11Connection::Reader::nobody);
-    const platform::Channel channel = platform::X11ForegroundSource::channelOf(*x11);
+    const platform::Channel channel = platform::WindowSources::frontWindowChannel();
     auto health = captureHealth({&channel, 1});
     return health.canSee() ? std::nullopt : std::optional(std::move(health));
 }

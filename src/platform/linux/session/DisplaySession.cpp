@@ -59,9 +59,7 @@ bool isBehindCompositor(const X11Connection& x11) {
 std::unique_ptr<X11Connection> refusedByWayland() {
     return std::make_unique<X11Connection>(
         Channel{.name = "Wayland",
-                .reason = "Wayland sessions are not supported yet: windows and input of other applications can't be "
-                          "seen here",
-                .remedy = "Choose an X11 session at the login screen, often called \"Xorg\" or \"X11\".",
+                .reason = "a Wayland session keeps the input of other applications to itself",
                 .obstacle = Obstacle::wayland});
 }
 
@@ -79,6 +77,10 @@ std::unique_ptr<X11Connection> connectToDisplay(X11Connection::Reader reader) {
     auto x11 = std::make_unique<X11Connection>(reader);
     if (kind == SessionKind::unknown && isBehindCompositor(*x11)) return refusedByWayland();
     return x11;
+}
+
+bool isOfWaylandSession(const X11Connection& x11) {
+    return x11.channel({}, {}).obstacle == Obstacle::wayland;
 }
 
 }  // namespace quorvane::platform

@@ -19,4 +19,7 @@ enum class SessionKind { x11, wayland, unknown };
 [[nodiscard]] std::unique_ptr<X11Connection>
 connectToDisplay(X11Connection::Reader reader = X11Connection::Reader::runLoop);
 
+/// Was that connection refused because the session is one of Wayland?
+[[nodiscard]] bool isOfWaylandSession(const X11Connection& x11);
+
 }  // namespace quorvane::platform

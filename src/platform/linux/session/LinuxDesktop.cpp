@@ -9,14 +9,11 @@
 #include "platform/linux/documents/LinuxAutomation.h"
 #include "platform/linux/session/DisplaySession.h"
 #include "platform/linux/session/LinuxSystemEvents.h"
+#include "platform/linux/session/WindowSources.h"
 #include "platform/linux/system/LinuxSystemLog.h"
 #include "platform/linux/system/WholeFile.h"
 #include "platform/linux/system/XdgPaths.h"
 #include "platform/linux/x11/RecordKeyEventSource.h"
-#include "platform/linux/x11/SyncReturnSource.h"
-#include "platform/linux/x11/X11ForegroundSource.h"
-#include "platform/linux/x11/X11IdleSource.h"
-#include "platform/linux/x11/X11RunningApplications.h"
 #include "platform/linux/x11/XInputPointerEventSource.h"
 
 namespace quorvane::platform {
@@ -39,10 +36,9 @@ IdentityTable identityTable(std::vector<std::string>& notices) {
 struct LinuxDesktop::Parts {
     explicit Parts(RunLoop& runLoop)
         : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
-          sessionEvents(runLoop), systemEvents(sessionEvents, *x11), foreground(runLoop, *x11, identity, sessionEvents),
-          idle(*x11), returns(*x11), keys(*x11), pointer(*x11),
-          runningApplications(connectToDisplay(X11Connection::Reader::nobody), identity, sessionEvents),
-          automation(runningApplications, identity), presence(runningApplications, identity) {}
+          sessionEvents(runLoop), systemEvents(sessionEvents, *x11),
+          windows(WindowSources::make(runLoop, *x11, identity, sessionEvents)), keys(*x11), pointer(*x11),
+          automation(windows->applications(), identity), presence(windows->applications(), identity) {}
 
     std::vector<std::string> notices;
     std::unique_ptr<X11Connection> x11;
@@ -50,13 +46,10 @@ struct LinuxDesktop::Parts {
     ApplicationIdentity identity;
     SessionEvents sessionEvents;
     LinuxSystemEvents systemEvents;
-    X11ForegroundSource foreground;
-    X11IdleSource idle;
-    SyncReturnSource returns;
+    std::unique_ptr<WindowSources> windows;
     RecordKeyEventSource keys;
     XInputPointerEventSource pointer;
     DesktopSettingsPanes settingsPanes;
-    X11RunningApplications runningApplications;
     AtspiAccessibility accessibility;
     std::unique_ptr<BrowserMessages> browserMessages;  ///< none until somebody listens
     LinuxAutomation automation;
@@ -72,7 +65,7 @@ void LinuxDesktop::listenToBrowsers(const std::function<void(const std::string&)
     auto& messages = parts_->browserMessages;
     messages = std::make_unique<BrowserMessages>(BrowserSocket::path(), say);
     if (!messages->problem().empty()) return say(messages->problem());
-    parts_->runningApplications.setVoucher([&messages](std::int64_t processIdentifier, const std::string& title) {
+    parts_->windows->applications().setVoucher([&messages](std::int64_t processIdentifier, const std::string& title) {
         return messages->isOrdinary(processIdentifier, title);
     });
     parts_->automation.setBrowserAnswer([&messages](std::int64_t processIdentifier, const std::string& windowTitle) {
@@ -81,13 +74,13 @@ void LinuxDesktop::listenToBrowsers(const std::function<void(const std::string&)
 }
 
 ForegroundSource& LinuxDesktop::foreground() {
-    return parts_->foreground;
+    return parts_->windows->foreground();
 }
 IdleSource& LinuxDesktop::idle() {
-    return parts_->idle;
+    return parts_->windows->idle();
 }
 ReturnSource& LinuxDesktop::returns() {
-    return parts_->returns;
+    return parts_->windows->returns();
 }
 KeyEventSource& LinuxDesktop::keys() {
     return parts_->keys;
@@ -112,13 +105,13 @@ Automation& LinuxDesktop::automation() {
     return parts_->automation;
 }
 RunningApplications& LinuxDesktop::runningApplications() {
-    return parts_->runningApplications;
+    return parts_->windows->applications();
 }
 
 std::vector<Channel> LinuxDesktop::channels() const {
-    std::vector<Channel> channels{parts_->foreground.channel(), parts_->foreground.titleChannel(),
-                                  parts_->idle.channel(),       parts_->returns.channel(),
-                                  parts_->keys.channel(),       parts_->pointer.channel()};
+    auto& windows = *parts_->windows;
+    std::vector<Channel> channels{windows.foreground().channel(), windows.titleChannel(), windows.idle().channel(),
+                                  windows.returns().channel(),    parts_->keys.channel(), parts_->pointer.channel()};
     for (auto& channel : parts_->systemEvents.channels())
         channels.push_back(std::move(channel));
     channels.push_back(parts_->presence.channel());

@@ -1,0 +1,70 @@
+#include "desktop/support/SwaySession.h"
+
+#include "desktop/support/Waiting.h"
+
+#include <csignal>
+#include <fstream>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quorvane {
+namespace {
+
+/// The compositor refuses to run for the superuser.
+std::vector<std::string> asNobody(std::vector<std::string> command) {
+    if (::geteuid() == 0)
+        command.insert(command.begin(), {"setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"});
+    return command;
+}
+
+std::string pipeOf(const SwaySession& session, const std::string& appId) {
+    auto pipe = (session.folder() / appId).string();
+    ::mkfifo(pipe.c_str(), 0600);
+    return pipe;
+}
+
+}  // namespace
+
+SwaySession::SwaySession() {
+    std::filesystem::permissions(folder_.path(), std::filesystem::perms::all);
+    for (const char* variable : {"DISPLAY", "XAUTHORITY", "XDG_SESSION_ID", "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP"})
+        environment_.unset(variable);
+    environment_.set("HOME", folder_.path());
+    environment_.set("XDG_RUNTIME_DIR", folder_.path());
+    for (const char* variable : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"})
+        environment_.set(variable, "unix:path=" + (folder_ / "no-bus").string());
+    environment_.set("WLR_BACKENDS", "headless");
+    environment_.set("WLR_LIBINPUT_NO_DEVICES", "1");
+    environment_.set("WLR_RENDERER", "pixman");
+    environment_.set("LC_ALL", "C.UTF-8");  // foot starts in no locale that isn't there
+    environment_.set("SWAYSOCK", folder_ / "ipc");
+    std::ofstream(folder_ / "config") << "xwayland disable\noutput HEADLESS-1 resolution 800x600\n"
+                                         "focus_follows_mouse no\n";
+    start();
+}
+
+void SwaySession::start() {
+    environment_.unset("WAYLAND_DISPLAY");
+    for (const char* left : {"wayland-1", "wayland-1.lock", "ipc"})
+        std::filesystem::remove(folder_ / left);
+    sway_ = std::make_unique<ChildProcess>(asNobody({"sway", "-c", (folder_ / "config").string()}));
+    environment_.set("WAYLAND_DISPLAY", "wayland-1");
+    const auto isThere = [&] { return std::filesystem::exists(folder_ / "ipc") && run({"swaymsg", "nop"}) == 0; };
+    if (!waitUntil(isThere, 10s)) throw std::runtime_error("sway does not start");
+}
+
+void SwaySession::focus(const std::string& appId) const {
+    if (run({"swaymsg", "[app_id=" + appId + "] focus"}) != 0) throw std::runtime_error("there is no window " + appId);
+}
+
+FootWindow::FootWindow(const SwaySession& session, const std::string& appId, const std::string& title)
+    : pipe_(pipeOf(session, appId)),
+      process_({"foot", "--app-id", appId, "--title", title, "sh", "-c",
+                "while true; do read -r title <" + pipe_ + R"( && printf '\033]0;%s\007' "$title"; done)"}) {}
+
+void FootWindow::setTitle(const std::string& title) const {
+    std::ofstream(pipe_) << title << "\n";
+}
+
+}  // namespace quorvane
