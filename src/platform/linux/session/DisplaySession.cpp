@@ -59,7 +59,7 @@ bool isBehindCompositor(const X11Connection& x11) {
 std::unique_ptr<X11Connection> refusedByWayland() {
     return std::make_unique<X11Connection>(
         Channel{.name = "Wayland",
-                .reason = "a Wayland session keeps the input of other applications to itself",
+                .reason = "a Wayland session keeps what is typed, clicked and shown to itself",
                 .obstacle = Obstacle::wayland});
 }
 
