@@ -5,26 +5,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fmt/format.h>
 #include <stdexcept>
+#include <utility>
 
 namespace quorvane {
-namespace {
-
-/// A bus without services to start, so that nothing runs but what the test starts.
-constexpr const char* busConfiguration = R"(<busconfig>
-  <type>session</type>
-  <listen>unix:path={}</listen>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-)";
-
-}  // namespace
-
 DesktopSession::DesktopSession(const Parts& parts) {
     for (const char* folder : {"run", "home/.local/share", "home/.config"}) {
         std::filesystem::create_directories(folder_ / folder);
@@ -40,8 +24,11 @@ DesktopSession::DesktopSession(const Parts& parts) {
     for (const char* variable : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"})
         environment_.set(variable, "unix:path=" + (folder_ / "no-bus").string());
     if (parts.buses) {
-        startBus("system-bus", "DBUS_SYSTEM_BUS_ADDRESS");
-        startBus("session-bus", "DBUS_SESSION_BUS_ADDRESS");
+        for (const auto& [name, variable] : {std::pair("system-bus", "DBUS_SYSTEM_BUS_ADDRESS"),
+                                             std::pair("session-bus", "DBUS_SESSION_BUS_ADDRESS")}) {
+            buses_.push_back(std::make_unique<PrivateBus>(folder_ / name));
+            environment_.set(variable, buses_.back()->address());
+        }
     }
     if (parts.display) startServer(parts.serverArguments);
     if (parts.isUntrusted) distrust();
@@ -79,17 +66,6 @@ void DesktopSession::startWindowManager() {
     };
     if (!waitUntil(answers, 10s)) throw std::runtime_error("openbox does not start");
     probe.destroy();
-}
-
-void DesktopSession::startBus(const std::string& name, const std::string& variable) {
-    const auto socket = folder_ / name;
-    const auto configuration = folder_ / (name + ".conf");
-    writeFile(configuration, fmt::format(busConfiguration, socket.string()));
-    buses_.push_back(std::make_unique<ChildProcess>(std::vector<std::string>{
-        "dbus-daemon", "--config-file=" + configuration.string(), "--nofork", "--nopidfile", "--print-address"}));
-    if (!waitUntil([&] { return std::filesystem::exists(socket); }, 10s))
-        throw std::runtime_error("dbus-daemon does not start");
-    environment_.set(variable, "unix:path=" + socket.string());
 }
 
 }  // namespace quorvane

@@ -2,6 +2,7 @@
 
 #include "desktop/support/ChildProcess.h"
 #include "desktop/support/Environment.h"
+#include "desktop/support/PrivateBus.h"
 #include "support/TemporaryFolder.h"
 
 #include <memory>
@@ -38,13 +39,12 @@ public:
 private:
     void startServer(std::vector<std::string> arguments);
     void distrust();
-    void startBus(const std::string& name, const std::string& variable);
 
     Environment environment_;
     TemporaryFolder folder_;
     std::unique_ptr<ChildProcess> server_;
     std::unique_ptr<ChildProcess> windowManager_;
-    std::vector<std::unique_ptr<ChildProcess>> buses_;
+    std::vector<std::unique_ptr<PrivateBus>> buses_;
 };
 
 }  // namespace quorvane

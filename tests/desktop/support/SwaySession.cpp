@@ -28,19 +28,13 @@ std::string pipeOf(const SwaySession& session, const std::string& appId) {
 
 SwaySession::SwaySession() {
     std::filesystem::permissions(folder_.path(), std::filesystem::perms::all);
-    for (const char* variable : {"DISPLAY", "XAUTHORITY", "XDG_SESSION_ID", "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP"})
-        environment_.unset(variable);
-    environment_.set("HOME", folder_.path());
-    environment_.set("XDG_RUNTIME_DIR", folder_.path());
-    for (const char* variable : {"DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"})
-        environment_.set(variable, "unix:path=" + (folder_ / "no-bus").string());
     environment_.set("WLR_BACKENDS", "headless");
     environment_.set("WLR_LIBINPUT_NO_DEVICES", "1");
     environment_.set("WLR_RENDERER", "pixman");
     environment_.set("LC_ALL", "C.UTF-8");  // foot starts in no locale that isn't there
     environment_.set("SWAYSOCK", folder_ / "ipc");
-    std::ofstream(folder_ / "config") << "xwayland disable\noutput HEADLESS-1 resolution 800x600\n"
-                                         "focus_follows_mouse no\n";
+    std::ofstream(folder_ / "sway") << "xwayland disable\noutput HEADLESS-1 resolution 800x600\n"
+                                       "focus_follows_mouse no\n";
     start();
 }
 
@@ -48,7 +42,7 @@ void SwaySession::start() {
     environment_.unset("WAYLAND_DISPLAY");
     for (const char* left : {"wayland-1", "wayland-1.lock", "ipc"})
         std::filesystem::remove(folder_ / left);
-    sway_ = std::make_unique<ChildProcess>(asNobody({"sway", "-c", (folder_ / "config").string()}));
+    compositor_ = std::make_unique<ChildProcess>(asNobody({"sway", "-c", (folder_ / "sway").string()}));
     environment_.set("WAYLAND_DISPLAY", "wayland-1");
     const auto isThere = [&] { return std::filesystem::exists(folder_ / "ipc") && run({"swaymsg", "nop"}) == 0; };
     if (!waitUntil(isThere, 10s)) throw std::runtime_error("sway does not start");

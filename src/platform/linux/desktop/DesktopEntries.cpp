@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/DesktopEntries.h"
 
 #include "base/Text.h"
+#include "platform/linux/desktop/InstalledEntries.h"
 #include "platform/linux/system/WholeFile.h"
 
 #include <QFileSystemWatcher>
@@ -10,7 +11,6 @@
 #include <array>
 #include <atomic>
 #include <functional>
-#include <set>
 #include <string>
 #include <system_error>
 
@@ -32,13 +32,6 @@ std::string idFromProperty(const std::string& property) {
     constexpr std::string_view suffix = ".desktop";
     auto id = property.substr(property.rfind('/') + 1);
     if (id.ends_with(suffix)) id.resize(id.size() - suffix.size());
-    return id;
-}
-
-/// "kde/org.kde.kate.desktop" is "kde-org.kde.kate".
-std::string idOfFile(fs::path relative) {
-    auto id = relative.replace_extension().generic_string();
-    std::replace(id.begin(), id.end(), '/', '-');
     return id;
 }
 
@@ -159,44 +152,9 @@ std::vector<DesktopEntry> DesktopEntries::all() {
 
 void DesktopEntries::indexIfStale() {
     if (!watch_->isStale.exchange(false)) return;
-    entries_.clear();
-    std::vector<fs::path> followed;
-    std::set<std::string> seen;
-    for (const auto& data : dataDirectories_) {
-        const auto applications = data / "applications";
-        if (std::error_code error; fs::is_directory(applications, error)) {
-            followed.push_back(applications);
-            index(applications, seen, followed);
-        } else {
-            followed.push_back(data);  // until the directory appears
-        }
-    }
-    watch_->follow(followed);
-    // Directory order is arbitrary; where several entries would match, the answer must not be.
-    std::sort(entries_.begin(), entries_.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
-}
-
-void DesktopEntries::index(const fs::path& applications, std::set<std::string>& seen, std::vector<fs::path>& followed) {
-    constexpr int deepest = 3;  // a symbolic link may lead back up
-    constexpr auto options =
-        fs::directory_options::follow_directory_symlink | fs::directory_options::skip_permission_denied;
-    const auto locales = desktopEntryLocales();
-    std::error_code error;
-    auto files = fs::recursive_directory_iterator(applications, options, error);
-    for (; !error && files != fs::recursive_directory_iterator(); files.increment(error)) {
-        const auto& path = files->path();
-        if (std::error_code ignored; files->is_directory(ignored)) {
-            if (files.depth() >= deepest) files.disable_recursion_pending();
-            followed.push_back(path);
-        } else if (path.extension() == ".desktop") {
-            auto id = idOfFile(path.lexically_relative(applications));
-            if (!seen.insert(id).second) continue;
-            auto entry = parseDesktopEntry(wholeFile(path).value_or(""), locales);
-            if (!entry) continue;
-            entry->id = std::move(id);
-            entries_.push_back(*std::move(entry));
-        }
-    }
+    auto installed = installedEntries(dataDirectories_);
+    entries_ = std::move(installed.entries);
+    watch_->follow(installed.directories);
 }
 
 }  // namespace quorvane::platform

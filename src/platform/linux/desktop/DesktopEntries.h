@@ -7,7 +7,6 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -35,8 +34,6 @@ private:
     struct Watch;
 
     void indexIfStale();
-    void index(const std::filesystem::path& applications, std::set<std::string>& seen,
-               std::vector<std::filesystem::path>& followed);
 
     std::vector<std::filesystem::path> dataDirectories_;
     std::mutex mutex_;  ///< guards `entries_`

@@ -70,6 +70,18 @@ std::string programOf(std::string_view exec) {
     return word == command.end() ? std::string() : baseName(*word);
 }
 
+/// The pieces of a value that is a list.
+std::vector<std::string> listed(std::string_view value, char separator) {
+    std::vector<std::string> pieces;
+    for (const auto& piece : text::split(value, separator))
+        if (const auto name = withoutBlanks(piece); !name.empty()) pieces.emplace_back(name);
+    return pieces;
+}
+
+bool has(const std::vector<std::string>& pieces, std::string_view piece) {
+    return std::find(pieces.begin(), pieces.end(), piece) != pieces.end();
+}
+
 using Keys = std::map<std::string_view, std::string_view>;
 
 /// The keys of the group [Desktop Entry]; the first of equal keys counts.
@@ -103,7 +115,12 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::
     DesktopEntry entry{.name = valueOf(keys, "Name"),
                        .startupWmClass = valueOf(keys, "StartupWMClass"),
                        .program = programOf(valueOf(keys, "Exec")),
-                       .isShown = valueOf(keys, "NoDisplay") != "true"};
+                       .isShown = valueOf(keys, "NoDisplay") != "true",
+                       .kwinInterfaces = listed(valueOf(keys, "X-KDE-Wayland-Interfaces"), ',')};
+    if (const auto command = words(valueOf(keys, "Exec")); !command.empty() && command.front().starts_with('/'))
+        entry.executable = command.front();
+    const auto onlyIn = listed(valueOf(keys, "OnlyShowIn"), ';');
+    entry.isForKde = (onlyIn.empty() || has(onlyIn, "KDE")) && !has(listed(valueOf(keys, "NotShowIn"), ';'), "KDE");
     for (const auto& locale : locales) {
         if (auto name = valueOf(keys, "Name[" + locale + "]"); !name.empty()) {
             entry.name = std::move(name);

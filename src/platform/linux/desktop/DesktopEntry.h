@@ -9,11 +9,14 @@ namespace quorvane::platform {
 
 /// What a desktop file says about an application, as far as it helps to recognise the application's windows.
 struct DesktopEntry {
-    std::string id;              ///< "org.gnome.gedit", from the file's name; not in the file itself
-    std::string name;            ///< in the user's language where the file has it
-    std::string startupWmClass;  ///< may be empty
-    std::string program;         ///< base name of what it runs; may be empty
-    bool isShown = true;         ///< appears in menus
+    std::string id;                           ///< "org.gnome.gedit", from the file's name; not in the file itself
+    std::string name;                         ///< in the user's language where the file has it
+    std::string startupWmClass;               ///< may be empty
+    std::string program;                      ///< base name of what it runs; may be empty
+    bool isShown = true;                      ///< appears in menus
+    std::string executable;                   ///< what it runs, as far as that is an absolute path; may be empty
+    bool isForKde = true;                     ///< counts in KDE Plasma
+    std::vector<std::string> kwinInterfaces;  ///< what it asks KWin for
     friend bool operator==(const DesktopEntry&, const DesktopEntry&) = default;
 };
 

@@ -2,6 +2,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/Text.h"
+#include "platform/linux/desktop/DesktopFileText.h"
 #include "platform/linux/system/WholeFile.h"
 #include "platform/linux/system/XdgPaths.h"
 
@@ -23,27 +24,6 @@ Terminal=false
 NoDisplay=true
 X-GNOME-Autostart-enabled=true
 )";
-
-/// A text as the value of a key.
-std::string asValue(std::string_view text) {
-    std::string value;
-    for (const char c : text) {
-        if (c == '\\') value += '\\';
-        value += c;
-    }
-    return value;
-}
-
-/// A path as one argument of an Exec line: in quotes, and then as any value.
-std::string asArgument(std::string_view path) {
-    std::string argument = "\"";
-    for (const char c : path) {
-        if (c == '"' || c == '`' || c == '$' || c == '\\') argument += '\\';
-        if (c == '%') argument += '%';
-        argument += c;
-    }
-    return asValue(argument + '"');
-}
 
 /// Does a line of the entry's first group say so?
 bool says(std::string_view text, std::string_view key, std::string_view value) {
@@ -73,7 +53,8 @@ std::optional<std::string> XdgLoginItem::registerItem() {
     const auto folder = file_.parent_path();
     if (!XdgPaths::createPrivately(folder)) return fmt::format("the folder {} can't be made", folder.string());
     try {
-        writeFileAtomically(file_, fmt::format(entry, asArgument(program_.string()), asValue(program_.string())));
+        writeFileAtomically(file_,
+                            fmt::format(entry, desktopArgument(program_.string()), desktopValue(program_.string())));
     } catch (const FileError& error) {
         return error.what();
     }

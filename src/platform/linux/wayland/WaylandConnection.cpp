@@ -95,8 +95,9 @@ bool WaylandConnection::pump(int milliseconds) {
         isReady_ = true;
         untilRetry_ = firstRetry;
         connected_.send();
-        wl_display_flush(display_);
     }
+    // What the listeners have asked for goes out now and not with the next event.
+    wl_display_flush(display_);
     return true;
 }
 

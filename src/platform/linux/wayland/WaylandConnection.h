@@ -27,6 +27,8 @@ public:
     WaylandConnection& operator=(const WaylandConnection&) = delete;
     ~WaylandConnection();
 
+    [[nodiscard]] RunLoop* runLoop() const { return runLoop_; }
+
     /// Has the compositor told what it offers?
     [[nodiscard]] bool isReady() const { return isReady_; }
 

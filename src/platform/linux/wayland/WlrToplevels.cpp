@@ -3,15 +3,12 @@
 #include <wlr-foreign-toplevel-management-unstable-v1-client.h>
 
 #include <algorithm>
-#include <list>
-#include <utility>
-#include <vector>
 
 namespace quorvane::platform {
 namespace {
 
-using Handle = zwlr_foreign_toplevel_handle_v1;
-using Manager = zwlr_foreign_toplevel_manager_v1;
+using WlrHandle = zwlr_foreign_toplevel_handle_v1;
+using WlrManager = zwlr_foreign_toplevel_manager_v1;
 
 constexpr std::uint32_t knownVersion = 3;
 
@@ -23,100 +20,61 @@ bool isActivated(const wl_array* states) {
 
 }  // namespace
 
-/// The objects of one connection.
-struct WlrToplevels::Toplevels {
-    struct Entry {
-        Toplevels* owner;
-        Handle* handle;
-        ToplevelWindow window{};
-        bool willBeActivated = false;  ///< from the next `done`
-        bool isActivated = false;
-        std::uint64_t since = 0;  ///< the later ones were activated later
-    };
-
-    explicit Toplevels(Manager* bound) : manager(bound) {
-        static constexpr zwlr_foreign_toplevel_manager_v1_listener listener{
-            .toplevel = [](void* data, Manager*, Handle* handle) { static_cast<Toplevels*>(data)->add(handle); },
-            .finished = [](void*, Manager*) {}};
-        zwlr_foreign_toplevel_manager_v1_add_listener(manager, &listener, this);
+class WlrToplevels::Handle final : public Window {
+public:
+    Handle(Windows& owner, WlrHandle* handle) : owner_(owner), handle_(handle) {
+        static constexpr auto of = [](void* data) -> Handle& { return *static_cast<Handle*>(data); };
+        static constexpr zwlr_foreign_toplevel_handle_v1_listener listener{
+            .title = [](void* data, WlrHandle*, const char* title) { of(data).told.title = title; },
+            .app_id = [](void* data, WlrHandle*, const char* appId) { of(data).told.appId = appId; },
+            .output_enter = [](void*, WlrHandle*, wl_output*) {},
+            .output_leave = [](void*, WlrHandle*, wl_output*) {},
+            .state = [](void* data, WlrHandle*, wl_array* states) { of(data).willBeActive_ = isActivated(states); },
+            .done = [](void* data, WlrHandle*) { of(data).settle(); },
+            .closed = [](void* data, WlrHandle*) { of(data).owner_.close(of(data)); },
+            .parent = [](void*, WlrHandle*, WlrHandle*) {}};
+        zwlr_foreign_toplevel_handle_v1_add_listener(handle_, &listener, this);
     }
-    Toplevels(const Toplevels&) = delete;
-    Toplevels& operator=(const Toplevels&) = delete;
-    ~Toplevels() {
-        for (const Entry& entry : entries)
-            zwlr_foreign_toplevel_handle_v1_destroy(entry.handle);
-        zwlr_foreign_toplevel_manager_v1_destroy(manager);
+    ~Handle() override { zwlr_foreign_toplevel_handle_v1_destroy(handle_); }
+
+private:
+    void settle() {
+        isWhole = true;
+        owner_.setActive(*this, willBeActive_);
     }
 
-    void add(Handle* handle);
-
-    void close(const Entry& closed) {
-        zwlr_foreign_toplevel_handle_v1_destroy(closed.handle);
-        entries.remove_if([&](const Entry& entry) { return &entry == &closed; });
-    }
-
-    /// The one that was activated last of those that still are.
-    [[nodiscard]] std::optional<ToplevelWindow> active() const {
-        const Entry* newest = nullptr;
-        for (const Entry& entry : entries)
-            if (entry.isActivated && (newest == nullptr || entry.since > newest->since)) newest = &entry;
-        return newest != nullptr ? std::optional(newest->window) : std::nullopt;
-    }
-
-    [[nodiscard]] std::vector<ToplevelWindow> all() const {
-        std::vector<ToplevelWindow> windows;
-        for (const Entry& entry : entries)
-            windows.push_back(entry.window);
-        return windows;
-    }
-
-    Manager* manager;
-    std::list<Entry> entries;
-    std::uint64_t activations = 0;
+    Windows& owner_;
+    WlrHandle* handle_;
+    bool willBeActive_ = false;  ///< from the next `done`
 };
 
-void WlrToplevels::Toplevels::add(Handle* handle) {
-    static constexpr auto of = [](void* data) -> Entry& { return *static_cast<Entry*>(data); };
-    static constexpr zwlr_foreign_toplevel_handle_v1_listener listener{
-        .title = [](void* data, Handle*, const char* title) { of(data).window.title = title; },
-        .app_id = [](void* data, Handle*, const char* appId) { of(data).window.appId = appId; },
-        .output_enter = [](void*, Handle*, wl_output*) {},
-        .output_leave = [](void*, Handle*, wl_output*) {},
-        .state = [](void* data, Handle*, wl_array* states) { of(data).willBeActivated = isActivated(states); },
-        .done =
-            [](void* data, Handle*) {
-                Entry& entry = of(data);
-                if (entry.willBeActivated && !entry.isActivated) entry.since = ++entry.owner->activations;
-                entry.isActivated = entry.willBeActivated;
-            },
-        .closed = [](void* data, Handle*) { of(data).owner->close(of(data)); },
-        .parent = [](void*, Handle*, Handle*) {}};
-    entries.push_back({.owner = this, .handle = handle});
-    zwlr_foreign_toplevel_handle_v1_add_listener(handle, &listener, &entries.back());
-}
+class WlrToplevels::Handles final : public Windows {
+public:
+    explicit Handles(WlrManager* manager) : manager_(manager) {
+        static constexpr zwlr_foreign_toplevel_manager_v1_listener listener{
+            .toplevel =
+                [](void* data, WlrManager*, WlrHandle* handle) {
+                    auto& handles = *static_cast<Handles*>(data);
+                    handles.add(std::make_unique<Handle>(handles, handle));
+                },
+            .finished = [](void*, WlrManager*) {}};
+        zwlr_foreign_toplevel_manager_v1_add_listener(manager_, &listener, this);
+    }
+    ~Handles() override { zwlr_foreign_toplevel_manager_v1_destroy(manager_); }
+
+private:
+    WlrManager* manager_;
+};
 
 WlrToplevels::WlrToplevels(WaylandConnection& connection)
-    : connection_(connection), connected_(connection.observeConnected([this] {
-          if (auto* manager = connection_.bind<Manager>(zwlr_foreign_toplevel_manager_v1_interface, knownVersion))
-              toplevels_ = std::make_unique<Toplevels>(manager);
-      })),
-      lost_(connection.observeLost([this] {
-          toplevels_.reset();
-          settle();
-      })),
-      settled_(connection.observeSettled([this] { settle(); })) {
-    connection_.settle();
-}
-
-WlrToplevels::~WlrToplevels() = default;
-
-void WlrToplevels::settle() {
-    auto active = toplevels_ ? toplevels_->active() : std::nullopt;
-    auto all = toplevels_ ? toplevels_->all() : std::vector<ToplevelWindow>();
-    if (active == active_ && all == all_) return;
-    active_ = std::move(active);
-    all_ = std::move(all);
-    changed_.send();
+    : WaylandToplevels(connection, 0s,
+                       [&connection]() -> std::unique_ptr<Windows> {
+                           auto* manager =
+                               connection.bind<WlrManager>(zwlr_foreign_toplevel_manager_v1_interface, knownVersion);
+                           return manager != nullptr ? std::make_unique<Handles>(manager) : nullptr;
+                       }),
+      connection_(connection) {
+    connection.settle();
 }
 
 Channel WlrToplevels::channel() const {
