@@ -1,7 +1,9 @@
 #include "desktop/support/AccessibilityService.h"
 #include "desktop/support/BoundSocket.h"
 #include "desktop/support/DesktopSession.h"
+#include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
+#include "platform/linux/accessibility/AccessibilityToplevels.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/loop/QtRunLoop.h"
 #include "support/Matching.h"
@@ -78,6 +80,39 @@ TEST_F(AccessibilityTest, AWindowIsReadWithWhatIsInIt) {
     };
     read();
     std::async(std::launch::async, read).get();
+}
+
+TEST_F(AccessibilityTest, WindowsAreKnownAsFarAsTheirApplicationsTell) {
+    AccessibilityToplevels windows(runLoop);
+    auto editor = startEditor("text");
+    const auto isEditor = [&](const AccessibilityToplevels& of, const char* title) {
+        const auto window = of.active();
+        return window && window->appId == "mousepad" && window->title.starts_with(title) &&
+               window->processIdentifier == editor->pid();
+    };
+    ASSERT_TRUE(waitUntil([&] { return isEditor(windows, "/"); }));
+    const AccessibilityToplevels later(runLoop);
+    EXPECT_TRUE(waitUntil([&] { return isEditor(later, "/"); })) << "it is active already";
+    ASSERT_EQ(run({"xdotool", "type", "a"}), 0);
+    EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "*"); }));
+    {
+        TestWindow silent({.instance = "silent", .wmClass = "Silent"});
+        silent.activate();
+        EXPECT_TRUE(waitUntil([&] { return !windows.active(); })) << "the editor has been left";
+        EXPECT_EQ(windows.all().size(), 1U);
+    }
+    EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "*") && isEditor(later, "*"); }));
+    editor.reset();
+    EXPECT_TRUE(waitUntil([&] { return !windows.active() && windows.all().empty(); }));
+    const auto channel = windows.channel();
+    EXPECT_TRUE(channel.isAvailable);
+    EXPECT_THAT(channel.name + channel.reason + channel.remedy,
+                AllOf(HasSubstr("partial"), HasSubstr("terminals"), HasSubstr("browsers")));
+    EXPECT_FALSE(tree.isProcessTrusted()) << "nothing was switched on";
+    service.restart();
+    EXPECT_TRUE(waitUntil([&] { return !windows.channel().isAvailable; })) << "there is nobody";
+    editor = startEditor("text");
+    EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "/"); }));
 }
 
 TEST_F(AccessibilityTest, AFrozenApplicationCostsOneWait) {
