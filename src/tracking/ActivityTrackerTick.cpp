@@ -315,7 +315,7 @@ void ActivityTracker::continueWith(const ForegroundApplicationSnapshot& applicat
     if (trackingSettings().splitsByTitle) splitIfTurned(application, look);
     const bool isFresh = cachedBrowserURL_ && cachedBrowserURL_->bundleId == bundleId &&
                          look.uptime - cachedBrowserURL_->readAt <= browserURLRefreshAge;
-    if (ActivityTrackingPolicy::isBrowser(bundleId) && !isFresh) fetchBrowserURLAsync(true);
+    if (isBrowser(bundleId) && !isFresh) fetchBrowserURLAsync(true);
     updateCurrentRecordHeartbeat(look);
 }
 
