@@ -131,8 +131,7 @@ void ActivityTracker::adjustTimerFrequency(Seconds uptime) {
 }
 
 void ActivityTracker::examineCapture() {
-    const platform::Channel channel = desktop_.foreground().channel();
-    CaptureHealth health = quorvane::captureHealth({&channel, 1});
+    CaptureHealth health = quorvane::captureHealth(desktop_.sight());
     if (health == captureHealth_) return;
     captureHealth_ = std::move(health);
     captureHealthChanged.send();

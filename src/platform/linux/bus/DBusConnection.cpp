@@ -1,6 +1,7 @@
 #include "platform/linux/bus/DBusConnection.h"
 
 #include "base/Environment.h"
+#include "platform/linux/bus/BoundedBusConnection.h"
 
 #include <QDBusMessage>
 #include <utility>
@@ -11,6 +12,12 @@ namespace {
 QString freshName() {
     static int number = 0;
     return QStringLiteral("quorvane-%1").arg(++number);
+}
+
+/// Qt waits half a minute for a bus that hangs, and takes the whole program along.
+QDBusConnection connectionTo(const QString& address, const QString& name) {
+    const BoundedBusConnection trial(address, Deadline(Seconds(busPatienceInMilliseconds / 1000.0)));
+    return trial.isConnected() ? QDBusConnection::connectToBus(address, name) : QDBusConnection(name);
 }
 
 }  // namespace
@@ -28,7 +35,7 @@ DBusConnection DBusConnection::toSession() {
 }
 
 DBusConnection::DBusConnection(const std::string& address)
-    : name_(freshName()), bus_(QDBusConnection::connectToBus(QString::fromStdString(address), name_)) {}
+    : name_(freshName()), bus_(connectionTo(QString::fromStdString(address), name_)) {}
 
 DBusConnection::DBusConnection(DBusConnection&& other) noexcept
     : name_(std::exchange(other.name_, QString())), bus_(std::move(other.bus_)) {}
