@@ -1,6 +1,6 @@
 // Tells the receiver which window is in front and which others there are, whenever that changes. The next picture waits
-// for the answer to the last one, so that nobody gets more of them than he reads; after a minute without an answer the
-// script ends. Quorvane puts its own names in the place of those in capitals.
+// for the answer to the last one, so that nobody gets more of them than he reads; after half a minute without an answer
+// the script ends. Quorvane puts its own names in the place of those in capitals.
 (function () {
     var isPlasma6 = workspace.windowActivated !== undefined;
     var front = null;
@@ -37,7 +37,7 @@
         if (!isStale) {
             askedAt = Date.now();
             callDBus("RECEIVER", "/Windows", "com.quorvane.Windows1", "Show", picture(), answered);
-        } else if (Date.now() - askedAt > 60000) {
+        } else if (Date.now() - askedAt > 30000) {
             end();
         }
     }

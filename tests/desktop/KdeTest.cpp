@@ -1,6 +1,7 @@
 #include "desktop/support/KWinSession.h"
 #include "desktop/support/Waiting.h"
 #include "desktop/support/WaylandWindow.h"
+#include "platform/linux/bus/SessionEvents.h"
 #include "platform/linux/kde/KWinScriptToplevels.h"
 #include "platform/linux/kde/PlasmaGrant.h"
 #include "platform/linux/kde/PlasmaToplevels.h"
@@ -137,6 +138,16 @@ TEST_F(KdeTest, TheScriptIsTakenOutAgainBelievesKWinAloneAndWaitsForNobody) {
     ASSERT_TRUE(waitUntil([&] { return windows->channel().isAvailable; }));
     windows.reset();
     EXPECT_EQ(scripts(), 0);
+}
+
+TEST_F(KdeTest, TheLockScreenPutsTheSessionOutOfReach) {
+    NEED_KWIN();
+    KWinSession session;
+    const SessionEvents events(runLoop);
+    session.lock();
+    EXPECT_TRUE(waitUntil([&] { return events.isOutOfReach(); }));
+    session.kill();
+    EXPECT_TRUE(waitUntil([&] { return !events.isOutOfReach(); }));
 }
 
 TEST(PlasmaGrantTest, OnlyADesktopFileThatRunsTheProgramByItsFullPathAndAsksCounts) {

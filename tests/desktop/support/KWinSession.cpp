@@ -21,17 +21,23 @@ constexpr const char* focusScript = R"((function () {{
 }})();
 )";
 
-void callScripting(const char* method, const QVariantList& arguments) {
-    constexpr const char* name = "a test's scripts";
-    {
+void call(const char* service, const char* path, const char* interface, const char* method,
+          const QVariantList& arguments) {
+    constexpr const char* name = "a test's word to KWin";
+    const auto isDone = [&] {
         auto bus = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), name);
-        auto message = QDBusMessage::createMethodCall(QStringLiteral("org.kde.KWin"), QStringLiteral("/Scripting"),
-                                                      QStringLiteral("org.kde.kwin.Scripting"), method);
+        auto message = QDBusMessage::createMethodCall(service, path, interface, method);
         message.setArguments(arguments);
-        if (bus.call(message, QDBus::Block, 5000).type() != QDBusMessage::ReplyMessage)
-            throw std::runtime_error(std::string("KWin refuses ") + method);
-    }
+        return bus.call(message, QDBus::Block, 5000).type() == QDBusMessage::ReplyMessage;
+    };
+    // KWin is on the bus somewhat later than it is at its socket.
+    const bool hasAnswered = waitUntil(isDone);
     QDBusConnection::disconnectFromBus(name);
+    if (!hasAnswered) throw std::runtime_error(std::string("KWin refuses ") + method);
+}
+
+void callScripting(const char* method, const QVariantList& arguments) {
+    call("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting", method, arguments);
 }
 
 }  // namespace
@@ -53,9 +59,9 @@ void KWinSession::start() {
     if (isOpenToAll_) environment_.set("KWIN_WAYLAND_NO_PERMISSION_CHECKS", "1");
     const auto socket = folder_ / socketName;
     std::filesystem::remove(socket);
-    compositor_ = std::make_unique<ChildProcess>(std::vector<std::string>{
-        (folder_ / "kwin_wayland").string(), "--virtual", "--width", "800", "--height", "600", "--no-lockscreen",
-        "--no-global-shortcuts", "--no-kactivities", "--socket", socketName});
+    compositor_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{(folder_ / "kwin_wayland").string(), "--virtual", "--width", "800", "--height", "600",
+                                 "--no-global-shortcuts", "--no-kactivities", "--socket", socketName});
     if (!waitUntil([&] { return std::filesystem::exists(socket); }, 10s))
         throw std::runtime_error("kwin_wayland does not start");
 }
@@ -67,6 +73,10 @@ void KWinSession::focus(const std::string& appId) const {
     writeFile(file, fmt::format(focusScript, appId));
     callScripting("loadScript", {QString::fromStdString(file), QString::number(number)});
     callScripting("start", {});
+}
+
+void KWinSession::lock() const {
+    call("org.freedesktop.ScreenSaver", "/ScreenSaver", "org.freedesktop.ScreenSaver", "Lock", {});
 }
 
 }  // namespace quorvane

@@ -21,6 +21,8 @@ public:
     /// Gives the focus to the window of this application.
     void focus(const std::string& appId) const;
 
+    void lock() const;
+
 private:
     bool isOpenToAll_;
     PrivateBus bus_;

@@ -16,8 +16,8 @@ namespace {
 const std::filesystem::path sources = QUORVANE_SOURCES;
 
 /// What a build needs and no program holds afterwards.
-const std::set<std::string> tools{"g++", "cmake",        "ninja-build",  "ccache",          "pkg-config",
-                                  "git", "libgtest-dev", "libgmock-dev", "libbenchmark-dev"};
+const std::set<std::string> tools{"g++", "cmake",        "ninja-build",  "ccache",           "pkg-config",
+                                  "git", "libgtest-dev", "libgmock-dev", "libbenchmark-dev", "wayland-protocols"};
 
 /// The libraries in the group [build] of the list of packages.
 std::set<std::string> librariesToBuildWith() {

@@ -8,7 +8,8 @@
 namespace quorvane::platform {
 
 /// The windows without the moments in between: on the way from one window to the next some compositors say that none is
-/// in front.
+/// in front. And without haste: titles that never rest are told of some ten times a second; whoever asks gets the
+/// newest.
 class SettledToplevels : public ToplevelWindows {
 public:
     [[nodiscard]] std::optional<ToplevelWindow> active() const final { return active_; }
@@ -27,12 +28,16 @@ protected:
 
 private:
     void take(const std::optional<ToplevelWindow>& active, const std::vector<ToplevelWindow>& all);
+    void announce(bool isUrgent);
 
     RunLoop* runLoop_;
     Seconds patience_;
     std::optional<ToplevelWindow> active_;
     std::vector<ToplevelWindow> all_;
     std::unique_ptr<WorkItem> vacancy_;
+    Seconds countedSince_{};  ///< as uptime
+    int announcements_ = 0;   ///< since then
+    std::unique_ptr<WorkItem> lateAnnouncement_;
     Signal<> changed_;
 };
 
