@@ -5,6 +5,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QStandardPaths>
 #include <filesystem>
 #include <fmt/format.h>
@@ -16,6 +17,7 @@
 namespace quorvane {
 namespace {
 
+constexpr const char* displayManager = "org.gnome.DisplayManager";
 constexpr const char* testUuid = "test@quorvane.com";
 
 std::string shellVersion() {
@@ -52,8 +54,13 @@ bool GnomeSession::isInstalled() {
 }
 
 GnomeSession::GnomeSession(const std::function<void()>& prepare)
-    : bus_(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
+    : displayManager_(displayManager, {"--system", displayManager, "/org/gnome/DisplayManager/Manager",
+                                       std::string(displayManager) + ".Manager"}),
+      bus_(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
                                          QStringLiteral("gnome session"))) {
+    displayManager_.call("/org/gnome/DisplayManager/Manager", BusMock::ownInterface, "AddProperty",
+                         {QString::fromLatin1(displayManager) + ".Manager", QStringLiteral("Version"),
+                          QVariant::fromValue(QDBusVariant(QStringLiteral("43.0")))});
     auto& environment = desktop_.environment();
     environment.set("XDG_CURRENT_DESKTOP", "GNOME");
     environment.set("XDG_SESSION_TYPE", "wayland");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/support/BusMock.h"
 #include "desktop/support/ChildProcess.h"
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/LogindMock.h"
@@ -43,6 +44,7 @@ private:
 
     DesktopSession desktop_{{.display = false, .windowManager = false}};
     LogindMock logind_;
+    BusMock displayManager_;  ///< without one the shell can't lock
     QDBusConnection bus_;
     QString keyboard_;
     std::unique_ptr<ChildProcess> shell_;

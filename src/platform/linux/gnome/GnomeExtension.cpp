@@ -130,13 +130,17 @@ Status examine(const GnomeShell& shell, const Deadline& deadline) {
 }
 
 Status installed(const GnomeShell& shell, const Deadline& deadline) {
+    bool isWritten = false;
     if (folderOfSystem().empty()) {
         const auto form = formFor(shell);
-        if (!areEqual(form, usersFolder())) write(form, usersFolder());
+        isWritten = !areEqual(form, usersFolder());
+        if (isWritten) write(form, usersFolder());
     }
     shell.enable(uuid);
     ExtensionSettings::enable(uuid, deadline);
-    return examine(shell, deadline);
+    auto status = examine(shell, deadline);
+    status.isRenewed = isWritten && status.state == State::on;
+    return status;
 }
 
 Status removed(const GnomeShell& shell, const Deadline& deadline) {

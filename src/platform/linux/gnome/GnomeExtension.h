@@ -24,6 +24,7 @@ struct Status {
     std::filesystem::path folder;  ///< where it is; empty: nowhere
     bool isOfSystem = false;       ///< all users have it, and none of them can remove it
     bool isOutdated = false;       ///< another one than this program brings
+    bool isRenewed = false;        ///< the shell runs the former one until the next login
     std::string reason;            ///< why it is `stopped`
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* focusInterface = "com.quorvane.Focus1";
 constexpr Seconds patienceForGreeting = 0.25s;
-constexpr Seconds patienceForAnswer = 2s;
+constexpr Seconds patienceForAnswer = 1s;
 constexpr Seconds firstRetry = 1s;
 constexpr Seconds longestRetry = 30s;
 constexpr Seconds restFromFlood = 1s;
