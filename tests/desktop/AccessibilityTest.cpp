@@ -115,6 +115,46 @@ TEST_F(AccessibilityTest, WindowsAreKnownAsFarAsTheirApplicationsTell) {
     EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "/"); }));
 }
 
+/// Two windows of one application with these titles; the first is the active one.
+constexpr const char* twoWindows = R"(
+import gi, os, sys
+gi.require_version('Gtk', '3.0')
+from gi.repository import Gtk, GLib
+GLib.set_prgname('Two')
+for title in reversed(sys.argv[2:]):
+    window = Gtk.Window(title=title)
+    window.show_all()
+    while Gtk.events_pending(): Gtk.main_iteration()
+os.write(int(sys.argv[1]), b'ready\n')
+Gtk.main()
+)";
+
+TEST_F(AccessibilityTest, TheWindowInFrontIsTheOneWithItsTitle) {
+    ChildProcess two({"/usr/bin/python3", "-c", twoWindows, "{ready}", "One - Two", "Other - Two"});
+    ASSERT_TRUE(two.readyLine(20s));
+    std::optional<AccessibleElement> application;
+    ASSERT_TRUE(waitUntil([&] {
+        application = tree.application(two.pid());
+        return elementsAt(tree, application, AccessibleName::windows).size() == 2;
+    }));
+    const auto frontTitle = [&](const FrontWindow& front, std::string_view name) {
+        tree.setFront([front] { return front; });
+        return textAt(tree, elementAt(tree, tree.application(front.processIdentifier), name), AccessibleName::title);
+    };
+    struct Row {
+        FrontWindow front;
+        std::optional<std::string> expected;
+    };
+    const Row rows[] = {
+        {{two.pid(), "One - Two", {}}, "One - Two"},   {{two.pid(), "Other - Two", {}}, "Other - Two"},
+        {{0, "Other - Two", {"two"}}, "Other - Two"},  {{0, "Other - Two", {"two esr"}}, "Other - Two"},
+        {{0, "Other - Two", {"three"}}, std::nullopt}, {{0, "Gone - Two", {"two"}}, std::nullopt},
+    };
+    for (const auto& [front, expected] : rows)
+        for (const auto name : {AccessibleName::focusedWindow, AccessibleName::mainWindow})
+            EXPECT_EQ(frontTitle(front, name), expected) << front.title << " " << name;
+}
+
 TEST_F(AccessibilityTest, AFrozenApplicationCostsOneWait) {
     const auto editor = startEditor("text");
     const auto window = elementAt(tree, tree.application(editor->pid()), AccessibleName::focusedWindow);

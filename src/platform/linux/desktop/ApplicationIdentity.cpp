@@ -55,6 +55,15 @@ std::string ApplicationIdentity::bundleIdentifier(const std::string& desktopId) 
     return table_.bundleIdentifier(desktopId).value_or(desktopId);
 }
 
+std::vector<std::string> ApplicationIdentity::names(const ForegroundApplication& application) const {
+    const auto identifier = application.bundleIdentifier.value_or("");
+    auto names = table_.names(identifier);
+    for (const auto& name :
+         {identifier, identifier.substr(identifier.rfind('.') + 1), application.localizedName.value_or("")})
+        if (name.size() > 1) names.push_back(text::lowercased(name));
+    return names;
+}
+
 std::string ApplicationIdentity::documentModel(const std::string& bundleIdentifier) const {
     return table_.documentModel(bundleIdentifier).value_or(bundleIdentifier);
 }

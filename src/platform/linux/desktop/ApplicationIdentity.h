@@ -4,6 +4,9 @@
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/IdentityTable.h"
 
+#include <string>
+#include <vector>
+
 namespace quorvane::platform {
 
 /// Names the application of a window: the bundle identifier that the identity table knows for the id of its desktop
@@ -18,6 +21,9 @@ public:
 
     /// The bundle identifier of the application with this desktop-file id; the id itself where the table knows none.
     [[nodiscard]] std::string bundleIdentifier(const std::string& desktopId) const;
+
+    /// What the application may call itself, in lower case: names from the table, and what its identifier ends with.
+    [[nodiscard]] std::vector<std::string> names(const ForegroundApplication& application) const;
 
     /// In whose way the application with this bundle identifier is asked for its document; itself where the table knows
     /// no model.

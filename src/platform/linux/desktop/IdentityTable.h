@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvane::platform {
 
@@ -21,6 +22,10 @@ public:
     std::optional<std::string> extend(std::string_view json);
 
     [[nodiscard]] std::optional<std::string> bundleIdentifier(std::string_view name) const;
+
+    /// The names, in lower case, that stand for this bundle identifier or for one with which it begins: a program of a
+    /// suite is known by the suite's names too.
+    [[nodiscard]] std::vector<std::string> names(std::string_view bundleIdentifier) const;
 
     /// The well-known application in whose way the one with this bundle identifier is asked for its document or page;
     /// none for itself.
