@@ -39,7 +39,18 @@ struct LinuxDesktop::Parts {
           sessionEvents(loop), systemEvents(sessionEvents, *x11),
           windows(WindowSources::make(loop, *x11, identity, sessionEvents)), keys(*x11), pointer(*x11),
           automation(windows.applications, identity), presence(windows.applications, identity),
-          activation(windows.foreground.observeActivation([this](const auto&) { lastActivation = runLoop.now(); })) {}
+          activation(windows.foreground.observeActivation([this](const auto&) { lastActivation = runLoop.now(); })) {
+        accessibility.setFront([this] { return frontWindow(); });
+    }
+
+    /// From any thread.
+    [[nodiscard]] std::optional<FrontWindow> frontWindow() {
+        const auto front = windows.applications.frontmost();
+        if (!front) return std::nullopt;
+        return FrontWindow{.processIdentifier = front->processIdentifier,
+                           .title = front->windowTitle,
+                           .names = identity.names({front->bundleIdentifier, front->localizedName})};
+    }
 
     /// Of the window in front: that it is there is a sign, too.
     [[nodiscard]] Channel frontChannel() {
@@ -52,6 +63,11 @@ struct LinuxDesktop::Parts {
         const Seconds untouched = windows.idle.secondsSinceLastInput();
         if (channel.isAvailable && untouched >= 0s) channel.lastSign = runLoop.now() - untouched;
         return channel;
+    }
+
+    [[nodiscard]] Channel pageChannel() const {
+        if (browserMessages) return browserMessages->channel();
+        return {.question = "page in front", .reason = "only a tracker listens to browsers", .gives = Sight::pages};
     }
 
     RunLoop& runLoop;
@@ -126,9 +142,10 @@ RunningApplications& LinuxDesktop::runningApplications() {
 }
 
 std::vector<Channel> LinuxDesktop::sight() {
-    // What tells of documents needs nobody else: at least their titles and the processes are there to be read.
-    return {parts_->frontChannel(), parts_->windows.titleChannel(),
-            Channel{.question = "documents", .name = "/proc", .isAvailable = true, .gives = Sight::documents}};
+    // Where nobody else tells of documents, titles and processes are there to be read.
+    const Channel documents{
+        .question = "documents", .name = "titles and /proc", .isAvailable = true, .gives = Sight::documents};
+    return {parts_->frontChannel(), parts_->windows.titleChannel(), documents, parts_->pageChannel()};
 }
 
 std::vector<Channel> LinuxDesktop::channels() {
@@ -140,6 +157,7 @@ std::vector<Channel> LinuxDesktop::channels() {
     channels.push_back(parts_->presence.channel());
     channels.push_back(parts_->accessibility.channel());
     channels.push_back(parts_->automation.channel());
+    channels.push_back(parts_->pageChannel());
     channels.push_back(parts_->systemLog.channel());
     return channels;
 }
