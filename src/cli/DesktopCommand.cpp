@@ -3,10 +3,10 @@
 #include "cli/CommandContext.h"
 #include "cli/CommandGroup.h"
 #include "cli/Commands.h"
-#include "cli/DesktopAids.h"
 #include "cli/OrNull.h"
 #include "cli/Output.h"
 #include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/session/DesktopAids.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -14,16 +14,9 @@
 namespace quorvane::cli {
 namespace {
 
+namespace DesktopAids = platform::DesktopAids;
 using DesktopAids::Aid;
 using DesktopAids::Status;
-
-/// What helps in this session.
-std::vector<Aid> aidsHere() {
-    std::vector<Aid> here;
-    for (const Aid& aid : DesktopAids::all())
-        if (aid.isForThisSession()) here.push_back(aid);
-    return here;
-}
 
 Json jsonOf(const Aid& aid, const Status& status) {
     return {{"desktop", aid.desktop},
@@ -38,7 +31,7 @@ void withEach(const CommandContext& context, Status (*Aid::*what)(), const char*
     const platform::QtRunLoop runLoop;
     Json list = Json::array();
     std::string text;
-    for (const Aid& aid : aidsHere()) {
+    for (const Aid& aid : DesktopAids::here()) {
         try {
             const Status status = (aid.*what)();
             list.push_back(jsonOf(aid, status));

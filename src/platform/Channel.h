@@ -23,6 +23,14 @@ enum class Obstacle : std::uint8_t {
     other
 };
 
+/// What the application itself can do where a question finds no answer, with the user's word.
+enum class Mend : std::uint8_t {
+    nothing,
+    desktopAid,     ///< install what this desktop needs before it tells
+    accessibility,  ///< switch it on
+    browser         ///< install the extension, which takes a command and the browser
+};
+
 /// Who answers a question to the desktop, or why nobody does.
 struct Channel {
     std::string question;  ///< "front window", "system idle time"
@@ -32,6 +40,7 @@ struct Channel {
     std::string remedy;                  ///< what the user can do about it; may be empty
     Sight gives = Sight::nothing;        ///< what can't be seen without an answer
     Obstacle obstacle = Obstacle::none;  ///< why it does not answer, where that has a name
+    Mend mend = Mend::nothing;
     std::optional<Date> lastSign{};      ///< when it last told something; none: never, or nobody keeps that
     friend bool operator==(const Channel&, const Channel&) = default;
 

@@ -97,8 +97,10 @@ void ChosenToplevels::explainPart(Channel& channel) const {
     if (names_.isOwned(MutterIdleSource::service)) {
         channel.obstacle = Obstacle::noExtension;
         channel.remedy = "Run quorvane-cli desktop install, then log in again.";
+        channel.mend = Mend::desktopAid;
     } else if (PlasmaToplevels::isKWin(connection_)) {
         channel.remedy = "Run quorvane-cli desktop install, and start Quorvane anew.";
+        channel.mend = Mend::desktopAid;
     }
 }
 

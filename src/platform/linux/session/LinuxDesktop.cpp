@@ -67,7 +67,7 @@ struct LinuxDesktop::Parts {
 
     [[nodiscard]] Channel pageChannel() const {
         if (browserMessages) return browserMessages->channel();
-        return {.question = "page in front", .reason = "only a tracker listens to browsers", .gives = Sight::pages};
+        return {.question = "page in front", .reason = "only a tracker listens to browsers"};
     }
 
     RunLoop& runLoop;

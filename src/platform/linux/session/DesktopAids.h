@@ -5,7 +5,7 @@
 #include <vector>
 
 /// What has to be installed in a desktop before it tells which window is in front.
-namespace quorvane::cli::DesktopAids {
+namespace quorvane::platform::DesktopAids {
 
 struct Status {
     std::string state;  ///< for machines: "not_installed", "after_login", "off", "stopped", "on"
@@ -28,9 +28,10 @@ struct Aid {
     Status (*remove)();
 };
 
-[[nodiscard]] const std::vector<Aid>& all();
+/// Those that help in this session.
+[[nodiscard]] std::vector<Aid> here();
 
 /// Why none of them is for this session.
 [[nodiscard]] std::string reasonForNone();
 
-}  // namespace quorvane::cli::DesktopAids
+}  // namespace quorvane::platform::DesktopAids
