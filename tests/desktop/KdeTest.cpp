@@ -21,10 +21,6 @@
 namespace quorvane::platform {
 namespace {
 
-/// Skips what follows where KWin is missing.
-#define NEED_KWIN()                                                                                                    \
-    if (!KWinSession::isThere()) GTEST_SKIP() << "kwin_wayland is not installed (Debian: kwin-wayland)"
-
 /// How many scripts KWin has, in the way of its version.
 qsizetype scripts() {
     auto session = DBusConnection::toSession();
@@ -50,6 +46,10 @@ qsizetype believersOfAStranger() {
 
 class KdeTest : public testing::Test {
 protected:
+    void SetUp() override {
+        if (!KWinSession::isThere()) GTEST_SKIP() << "kwin_wayland is not installed (Debian: kwin-wayland)";
+    }
+
     /// The titles in front one after the other, "-" for none.
     void note(const ToplevelWindows& windows) {
         const auto active = windows.active();
@@ -89,7 +89,6 @@ protected:
 };
 
 TEST_F(KdeTest, WhoHasAGrantFollowsTheFocusAlsoAfterARestartOfKWin) {
-    NEED_KWIN();
     KWinSession session;
     ASSERT_EQ(PlasmaGrant("/proc/self/exe").install(), std::nullopt);
     WaylandConnection connection(&runLoop);
@@ -107,7 +106,6 @@ TEST_F(KdeTest, WhoHasAGrantFollowsTheFocusAlsoAfterARestartOfKWin) {
 }
 
 TEST_F(KdeTest, WhoHasNoGrantIsToldSoAndFollowsTheFocusByAScript) {
-    NEED_KWIN();
     KWinSession session;
     WaylandConnection connection(&runLoop);
     EXPECT_THAT(PlasmaToplevels(connection).channel().reason, HasSubstr("desktop file"));
@@ -121,10 +119,9 @@ TEST_F(KdeTest, WhoHasNoGrantIsToldSoAndFollowsTheFocusByAScript) {
 }
 
 TEST_F(KdeTest, TheScriptIsTakenOutAgainBelievesKWinAloneAndWaitsForNobody) {
-    NEED_KWIN();
     const KWinSession session;
     auto windows = std::make_unique<KWinScriptToplevels>(runLoop);
-    ASSERT_TRUE(waitUntil([&] { return windows->channel().isAvailable; }));
+    ASSERT_TRUE(windows->await(5s));
     EXPECT_EQ(scripts(), 1);
     EXPECT_EQ(believersOfAStranger(), 0);
     EXPECT_EQ(windows->active(), std::nullopt);
@@ -141,7 +138,6 @@ TEST_F(KdeTest, TheScriptIsTakenOutAgainBelievesKWinAloneAndWaitsForNobody) {
 }
 
 TEST_F(KdeTest, TheLockScreenPutsTheSessionOutOfReach) {
-    NEED_KWIN();
     KWinSession session;
     const SessionEvents events(runLoop);
     session.lock();
@@ -191,7 +187,6 @@ TEST(PlasmaGrantTest, OnlyADesktopFileThatRunsTheProgramByItsFullPathAndAsksCoun
 }
 
 TEST_F(KdeTest, APauseIsCountedFromItsLastInputAndItsEndIsTold) {
-    NEED_KWIN();
     const KWinSession session(true);
     WaylandConnection connection(&runLoop);
     auto* input = connection.bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, 4);

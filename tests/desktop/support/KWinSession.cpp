@@ -30,7 +30,7 @@ void call(const char* service, const char* path, const char* interface, const ch
         message.setArguments(arguments);
         return bus.call(message, QDBus::Block, 5000).type() == QDBusMessage::ReplyMessage;
     };
-    // KWin is on the bus somewhat later than it is at its socket.
+    // KWin is on the bus somewhat later than at its socket.
     const bool hasAnswered = waitUntil(isDone);
     QDBusConnection::disconnectFromBus(name);
     if (!hasAnswered) throw std::runtime_error(std::string("KWin refuses ") + method);
@@ -64,6 +64,7 @@ void KWinSession::start() {
                                  "--no-global-shortcuts", "--no-kactivities", "--socket", socketName});
     if (!waitUntil([&] { return std::filesystem::exists(socket); }, 10s))
         throw std::runtime_error("kwin_wayland does not start");
+    callScripting("isScriptLoaded", {"none"});
 }
 
 void KWinSession::focus(const std::string& appId) const {

@@ -16,6 +16,8 @@ const QString scriptingInterface = QStringLiteral("org.kde.kwin.Scripting");
 const QString scriptInterface = QStringLiteral("org.kde.kwin.Script");
 const QString ownPath = QStringLiteral("/Windows");
 const QString ownInterface = QStringLiteral("com.quorvane.Windows1");
+const QString isNotThere = QStringLiteral("KWin is not on the session bus");
+const QString hasNotAnswered = QStringLiteral("KWin hasn't answered yet");
 
 constexpr int kwinPatienceInMilliseconds = 5000;
 constexpr int endPatienceInMilliseconds = 200;
@@ -39,7 +41,7 @@ QDBusMessage toKWin(const QString& path, const QString& interface, const QString
 
 KWinScript::KWinScript(RunLoop& runLoop, std::function<void(const QByteArray&)> show, std::function<void()> lose)
     : runLoop_(runLoop), show_(std::move(show)), lose_(std::move(lose)), session_(DBusConnection::toSession()),
-      problem_(QStringLiteral("KWin is not on the session bus")) {
+      problem_(hasNotAnswered) {
     if (!session_.isConnected()) return;
     name_ = "quorvane-" + session_.bus().baseService().mid(1);
     session_.bus().registerVirtualObject(ownPath, this);
@@ -55,7 +57,10 @@ KWinScript::KWinScript(RunLoop& runLoop, std::function<void(const QByteArray&)> 
     auto* pending = new QDBusPendingCallWatcher(session_.bus().asyncCall(question, kwinPatienceInMilliseconds), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
         pending->deleteLater();
-        if (!pending->isError()) follow(pending->reply().arguments().value(0).toString());
+        if (!pending->isError())
+            follow(pending->reply().arguments().value(0).toString());
+        else if (owner_.isEmpty())
+            problem_ = isNotThere;
     });
 }
 
@@ -70,8 +75,7 @@ KWinScript::~KWinScript() {
 void KWinScript::follow(const QString& owner) {
     if (owner == owner_) return;
     owner_ = owner;
-    problem_ =
-        owner.isEmpty() ? QStringLiteral("KWin is not on the session bus") : QStringLiteral("KWin hasn't answered");
+    problem_ = owner.isEmpty() ? isNotThere : hasNotAnswered;
     untilRetry_ = firstReload;
     retry_.reset();
     lateAnswer_.reset();
@@ -154,6 +158,10 @@ void KWinScript::answer(const QDBusMessage& message) {
         reply();
     else
         lateAnswer_ = runLoop_.after(lateness, reply);
+}
+
+bool KWinScript::isPending() const {
+    return session_.isConnected() && problem_ == hasNotAnswered;
 }
 
 std::string KWinScript::problem() const {
