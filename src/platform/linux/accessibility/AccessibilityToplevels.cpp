@@ -2,6 +2,7 @@
 
 #include "platform/linux/accessibility/AtspiWindows.h"
 
+#include <QDBusError>
 #include <algorithm>
 #include <utility>
 
@@ -21,7 +22,10 @@ AccessibilityToplevels::AccessibilityToplevels(RunLoop& runLoop)
       session_(BoundedBusConnection::sessionAddress(), Deadline(patienceForSession)),
       heard_(session_.observe([this](const QDBusMessage& signal) {
           if (signal.service() != u"org.freedesktop.DBus" || signal.signature() != u"sss") return;
-          if (signal.arguments().at(0).toString() == launcher) lose();
+          if (signal.arguments().at(0).toString() != launcher) return;
+          untilRetry_ = firstRetry;
+          lose();
+          if (!signal.arguments().at(2).toString().isEmpty()) askForBus();
       })) {
     session_.hear("org.freedesktop.DBus", "NameOwnerChanged");
     session_.listen(BusListener::ownerRule(launcher));
@@ -34,8 +38,11 @@ void AccessibilityToplevels::askForBus() {
     const auto question = QDBusMessage::createMethodCall(launcher, QStringLiteral("/org/a11y/bus"), launcher,
                                                          QStringLiteral("GetAddress"));
     session_.ask(question, patienceForAddress, [this](const QDBusMessage& answer) {
-        // Who owns the name will be asked again when that changes.
-        if (BoundedBusConnection::isAnswer(answer, "s")) connect(answer.arguments().at(0).toString());
+        // Nobody there: whoever comes will be asked.
+        if (BoundedBusConnection::isAnswer(answer, "s"))
+            connect(answer.arguments().at(0).toString());
+        else if (QDBusError(answer).type() != QDBusError::ServiceUnknown)
+            lose();
     });
 }
 

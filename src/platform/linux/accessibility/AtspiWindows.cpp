@@ -12,6 +12,7 @@ namespace {
 constexpr Seconds patienceForGreeting = 0.25s;
 constexpr Seconds patienceForAnswer = 0.3s;
 constexpr Seconds patienceForRegistry = 2s;
+constexpr Seconds timeToAskAgain = 2s;
 constexpr Seconds restFromFlood = 1s;
 constexpr int mostSignalsASecond = 200;
 constexpr qsizetype longestName = 4096;
@@ -93,14 +94,14 @@ bool AtspiWindows::isSettled() const {
 std::optional<ToplevelWindow> AtspiWindows::active() const {
     const Window* newest = nullptr;
     for (const Window& window : windows_)
-        if (window.isActive && window.isWindow && (newest == nullptr || window.since > newest->since)) newest = &window;
-    return newest != nullptr ? std::optional(newest->told) : std::nullopt;
+        if (window.isActive && (newest == nullptr || window.since > newest->since)) newest = &window;
+    return newest != nullptr && newest->isKnown ? std::optional(newest->told) : std::nullopt;
 }
 
 std::vector<ToplevelWindow> AtspiWindows::all() const {
     std::vector<ToplevelWindow> found;
     for (const Window& window : windows_)
-        if (window.isWindow) found.push_back(window.told);
+        if (window.isKnown && window.open == 0) found.push_back(window.told);
     return found;
 }
 
@@ -153,11 +154,11 @@ void AtspiWindows::rest() {
     isResting_ = true;
     for (const QString& rule : rules())
         bus_.forget(rule);
+    for (const Window& window : windows_)
+        if (window.isActive) bus_.forget(titleRule(window.reference));
     rest_ = runLoop_.after(restFromFlood, [this] {
         isResting_ = false;
         flood_.ebb();
-        for (auto& window : windows_)
-            setInactive(window);
         windows_.clear();
         listen();
     });
@@ -230,13 +231,32 @@ void AtspiWindows::ask(Window& window, const QDBusMessage& question, const char*
              [this, reference = window.reference, signature, take](const QDBusMessage& answer) {
                  const auto found = find(reference.bus, reference.path.path());
                  if (found == windows_.end()) return;
-                 found->open = std::max(0, found->open - 1);
-                 if (BoundedBusConnection::isAnswer(answer, signature)) take(*found, answer.arguments().at(0));
-                 if (found->open == 0) settled_();
+                 if (BoundedBusConnection::isAnswer(answer, signature))
+                     take(*found, answer.arguments().at(0));
+                 else
+                     found->isKnown = false;
+                 if (--found->open <= 0) noteAnswered(found);
              });
 }
 
+void AtspiWindows::noteAnswered(Found window) {
+    if (window->isKnown && !window->isWindow) {
+        setInactive(*window);
+        windows_.erase(window);
+    } else if (!window->isKnown && window->isActive) {
+        // Who has just been started may be busy.
+        again_ = runLoop_.after(timeToAskAgain, [this] { askAgain(); });
+    }
+    settled_();
+}
+
+void AtspiWindows::askAgain() {
+    for (Window& window : windows_)
+        if (window.isActive && !window.isKnown && window.open == 0) askAbout(window);
+}
+
 void AtspiWindows::askAbout(Window& window) {
+    window.isKnown = true;  // until an answer fails
     const AtspiReference application{window.reference.bus, QDBusObjectPath(AtspiReference::applicationPath())};
     ask(window, questionTo(window.reference, accessibleInterface, "GetRole"), "u",
         [](Window& of, const QVariant& role) { of.isWindow = AtspiRole::isWindow(role.toUInt()); });

@@ -40,7 +40,8 @@ private:
     struct Window {
         AtspiReference reference;
         bool isActive = false;
-        bool isWindow = false;    ///< and no other element; known once its role is
+        bool isWindow = false;    ///< and no other element
+        bool isKnown = false;     ///< is all answered that was asked about it?
         std::uint64_t since = 0;  ///< the later ones became active later
         int open = 0;             ///< questions about it without an answer
         ToplevelWindow told{};
@@ -65,6 +66,8 @@ private:
     void askForState(const AtspiReference& window);
     void askAbout(Window& window);
     void ask(Window& window, const QDBusMessage& question, const char* signature, Take take);
+    void noteAnswered(Found window);
+    void askAgain();
 
     RunLoop& runLoop_;
     std::function<void()> settled_;
@@ -74,6 +77,7 @@ private:
     bool isResting_ = false;  ///< from a flood: the bus passes nothing on
     bool hasAnswered_ = false;
     std::unique_ptr<WorkItem> rest_;
+    std::unique_ptr<WorkItem> again_;
     BusListener bus_;  // dies before what its callers touch
     Subscription heard_;
     Subscription ended_;
