@@ -35,7 +35,7 @@ std::optional<std::string> BrowserURLFetcher::fetchCurrentURL() {
 
 std::optional<std::string> BrowserURLFetcher::scriptedURL(const platform::RunningApplication& application,
                                                           const std::string& bundleId, bool mayUseScripts) {
-    const auto name = AppleScriptManager::scriptName(bundleId);
+    const auto name = AppleScriptManager::scriptName(automation_.scriptIdentity(bundleId));
     if (!name) {
         console_.line("BrowserURLFetcher: ❌ 不支持的浏览器: {}", bundleId);
         return std::nullopt;

@@ -43,9 +43,8 @@ CaptureHealth captureHealth(std::span<const Channel> channels) {
         const auto gives = [&](const Channel& channel) { return channel.gives == sight; };
         const auto first = std::find_if(channels.begin(), channels.end(), gives);
         if (first == channels.end()) return health;
-        const auto seen = std::find_if(channels.begin(), channels.end(), [&](const Channel& channel) {
-            return gives(channel) && channel.isAvailable;
-        });
+        const auto seen = std::find_if(channels.begin(), channels.end(),
+                                       [&](const Channel& channel) { return gives(channel) && channel.isAvailable; });
         const bool isSeen = seen != channels.end();
         if (!isSeen && !health.isPartial) takeObstacle(health, *first);
         if (!isSeen) return health;

@@ -11,9 +11,10 @@ namespace quorvane {
 struct CaptureHealth {
     platform::Sight sight = platform::Sight::nothing;
     bool isPartial = false;  ///< of the applications only some can be seen
-    platform::Obstacle obstacle = platform::Obstacle::none;  ///< before those applications, else before what comes after `sight`
-    std::string reason;  ///< the obstacle in words; empty if all can be seen that was asked about
-    std::string remedy;  ///< what the user can do about it; may be empty
+    platform::Obstacle obstacle =
+        platform::Obstacle::none;  ///< before those applications, else before what comes after `sight`
+    std::string reason;            ///< the obstacle in words; empty if all can be seen that was asked about
+    std::string remedy;            ///< what the user can do about it; may be empty
     friend bool operator==(const CaptureHealth&, const CaptureHealth&) = default;
 
     /// Without this nothing is recorded, whatever is running.

@@ -53,8 +53,10 @@ std::string jsonOf(const Findings& findings) {
                             {"reason", orNull(channel.reason)},
                             {"remedy", orNull(channel.remedy)}});
     const CaptureHealth health = captureHealth(findings.channels);
-    const Json capture = {
-        {"sees", nameOf(health.sight)}, {"in_part", health.isPartial}, {"reason", orNull(health.reason)}, {"remedy", orNull(health.remedy)}};
+    const Json capture = {{"sees", nameOf(health.sight)},
+                          {"in_part", health.isPartial},
+                          {"reason", orNull(health.reason)},
+                          {"remedy", orNull(health.remedy)}};
     Json tracker = nullptr;
     if (findings.tracker) tracker = {{"pid", findings.tracker->pid}, {"program", orNull(findings.tracker->program)}};
     const Json store = {{"file", findings.store.string()},

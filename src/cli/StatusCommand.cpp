@@ -87,8 +87,11 @@ double wholeMicroseconds(Seconds duration) {
 }
 
 std::string jsonOf(const Status& status) {
-    Json capture = {{"can_see", !status.trouble || status.trouble->canSee()}, {"sees", nullptr}, {"in_part", false},
-                    {"reason", nullptr}, {"remedy", nullptr}};
+    Json capture = {{"can_see", !status.trouble || status.trouble->canSee()},
+                    {"sees", nullptr},
+                    {"in_part", false},
+                    {"reason", nullptr},
+                    {"remedy", nullptr}};
     if (status.trouble) {
         capture["sees"] = nameOf(status.trouble->sight);
         capture["in_part"] = status.trouble->isPartial;

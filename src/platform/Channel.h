@@ -41,7 +41,7 @@ struct Channel {
     Sight gives = Sight::nothing;        ///< what can't be seen without an answer
     Obstacle obstacle = Obstacle::none;  ///< why it does not answer, where that has a name
     Mend mend = Mend::nothing;
-    std::optional<Date> lastSign{};      ///< when it last told something; none: never, or nobody keeps that
+    std::optional<Date> lastSign{};  ///< when it last told something; none: never, or nobody keeps that
     friend bool operator==(const Channel&, const Channel&) = default;
 
     /// Does it answer for some and not for others?

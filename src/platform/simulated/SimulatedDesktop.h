@@ -35,7 +35,11 @@ public:
     SimulatedAccessibility& accessibility() override { return accessibility_; }
     SimulatedAutomation& automation() override { return automation_; }
     RunningApplications& runningApplications() override { return runningApplications_; }
-    std::vector<Channel> sight() override { return {foreground_.channel()}; }
+    std::vector<Channel> sight() override {
+        auto channels = furtherSight_;
+        channels.insert(channels.begin(), foreground_.channel());
+        return channels;
+    }
     std::vector<Channel> channels() override { return sight(); }
 
     // Applications
@@ -51,6 +55,9 @@ public:
 
     /// Whether what is in front can be seen, and why not.
     void setForegroundChannel(Channel channel) { foreground_.setChannel(std::move(channel)); }
+
+    /// What else tells of what is in front; nobody until this is called.
+    void setFurtherSight(std::vector<Channel> channels) { furtherSight_ = std::move(channels); }
 
     /// No window has the focus; tells nobody.
     void noFrontmost();
@@ -143,6 +150,7 @@ private:
     SimulatedAccessibility accessibility_;
     SimulatedAutomation automation_;
     FrontRunningApplications runningApplications_{foreground_};
+    std::vector<Channel> furtherSight_;
     bool lockerShowsLoginWindow_ = true;
     std::unique_ptr<WorkItem> typist_;
 };

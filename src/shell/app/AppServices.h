@@ -14,6 +14,7 @@
 #include "praise/RandomIndex.h"
 #include "rules/CategoryTagManager.h"
 #include "shell/state/AutoStartManager.h"
+#include "shell/state/CaptureHealthView.h"
 #include "shell/state/MenuBarContentView.h"
 #include "store/ModelContainer.h"
 #include "tracking/ActivityTracker.h"
@@ -32,6 +33,7 @@ struct AppServices {
     ActivityTracker& tracker;
     CategoryTagManager& categories;
     PermissionChecker& permissionChecker;
+    CaptureHealthView& captureHealth;
     MenuBarContentView& menuBar;
     AutoStartManager& autoStartManager;
     platform::UserDefaults& defaults;

@@ -5,6 +5,7 @@
 #include "cloud/CloudKitSyncService.h"
 #include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/linux/loop/UnixSignals.h"
+#include "platform/linux/session/DesktopAids.h"
 #include "platform/linux/session/LinuxDesktop.h"
 #include "session/TrackingSession.h"
 #include "shell/app/TrayIcon.h"
@@ -42,6 +43,16 @@ void returnMemorySoon(platform::RunLoop& runLoop) {
     runLoop.post([] { malloc_trim(0); });
 }
 
+/// What this desktop needs before it tells of windows, and how it stands then.
+std::string installDesktopAids() {
+    std::string says;
+    for (const auto& aid : platform::DesktopAids::here()) {
+        if (!says.empty()) says += " ";
+        says += aid.install().says + ".";
+    }
+    return says.empty() ? platform::DesktopAids::reasonForNone() : says;
+}
+
 }  // namespace
 
 /// What lives from the first content on.
@@ -58,6 +69,8 @@ struct QuorvaneApp::Scene {
                              .browserURLs = session.browserURLs(),
                              .documents = session.documents(),
                              .console = app.parts_.console}),
+          captureHealth(desktop, app.parts_.runLoop, session.tracker(), permissionChecker, app.localization_,
+                        installDesktopAids),
           loginItem(QCoreApplication::applicationFilePath().toStdString()),
           autoStartManager(loginItem, desktop.settingsPanes(), app.parts_.runLoop, app.parts_.console),
           menuBar(session.tracker(), permissionChecker, app.localization_,
@@ -75,6 +88,7 @@ struct QuorvaneApp::Scene {
               .tracker = session.tracker(),
               .categories = session.categories(),
               .permissionChecker = permissionChecker,
+              .captureHealth = captureHealth,
               .menuBar = menuBar,
               .autoStartManager = autoStartManager,
               .defaults = app.defaults_,
@@ -98,7 +112,9 @@ struct QuorvaneApp::Scene {
               })
                                                                            : nullptr,
               .aboutRequested = aboutRequested} {
-        desktop.listenToBrowsers([](const std::string&) {});
+        desktop.listenToBrowsers([&logger = app.parts_.logger](const std::string& line) {
+            logger.log(line, LogLevel::warning, "Browsers");
+        });
         // What a sync leaves free goes back to the system, too.
         syncChanged = cloudKitSyncService->changed.subscribe([this, &runLoop = app.parts_.runLoop] {
             if (!cloudKitSyncService->isSyncing()) returnMemorySoon(runLoop);
@@ -110,6 +126,7 @@ struct QuorvaneApp::Scene {
     platform::LinuxDesktop desktop;
     TrackingSession session;
     PermissionChecker permissionChecker;
+    CaptureHealthView captureHealth;
     platform::XdgLoginItem loginItem;
     AutoStartManager autoStartManager;
     MenuBarContentView menuBar;

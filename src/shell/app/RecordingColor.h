@@ -11,6 +11,7 @@ namespace quorvane {
     case RecordingState::away:
     case RecordingState::paused: return theme().text3;
     case RecordingState::blind: return theme().bad;
+    case RecordingState::partial: return theme().warn;
     case RecordingState::recording: return theme().ok;
     }
     return {};

@@ -4,6 +4,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Switch.h"
 #include "shell/look/Typography.h"
+#include "shell/settings/CaptureHealthPage.h"
 #include "shell/settings/CaptureTestSection.h"
 #include "shell/settings/GeneralPage.h"
 #include "shell/settings/OrganizationPage.h"
@@ -34,6 +35,7 @@ SettingsPages::SettingsPages(AppServices& services, const SettingsSheet::MakeLog
     services.autoStartManager.refreshStatus();
     permissions_.refresh();
     pages_ = {new GeneralPage(settings_, services.autoStartManager, texts), new TrackingPage(settings_, texts),
+              new CaptureHealthPage(services.captureHealth, services.runLoop, texts),
               new OrganizationPage(applications_, texts), diagnostics(makeLogSection)};
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

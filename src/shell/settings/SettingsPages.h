@@ -12,7 +12,7 @@
 
 namespace quorvane {
 
-/// The four pages of the settings, one of which shows, and the state that they edit.
+/// The five pages of the settings, one of which shows, and the state that they edit.
 class SettingsPages : public QWidget {
 public:
     SettingsPages(AppServices& services, const SettingsSheet::MakeLogSection& makeLogSection,

@@ -39,6 +39,11 @@ SettingsRow::SettingsRow(const QString& title, QWidget* control, QWidget* parent
     column_->addWidget(help_);
 }
 
+void SettingsRow::setTitle(const QString& title) {
+    title_->setText(title);
+    control_->setAccessibleName(title);
+}
+
 void SettingsRow::setHelp(const QString& help) {
     help_->setText(help);
     help_->setVisible(!help.isEmpty());

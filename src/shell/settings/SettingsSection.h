@@ -15,6 +15,7 @@ class Label;
 class SettingsRow : public QWidget {
 public:
     SettingsRow(const QString& title, QWidget* control, QWidget* parent = nullptr);
+    void setTitle(const QString& title);
     /// Says what the control does; also to assistive technology, as its description.
     void setHelp(const QString& help);
     /// Something between title and help.

@@ -18,13 +18,14 @@ constexpr int height = 684;
 SettingsTabs* makeTabs(const Localization& texts) {
     return new SettingsTabs({{"sliders", qt(texts.text("settings_tab_general"))},
                              {"history", qt(texts.text("settings_tab_tracking"))},
+                             {"eye", qt(texts.text("settings_tab_capture"))},
                              {"folder", qt(texts.text("settings_tab_organization"))},
                              {"pulse", qt(texts.text("settings_tab_diagnostics"))}});
 }
 
 }  // namespace
 
-void open(QWidget& window, AppServices& services, const MakeLogSection& makeLogSection) {
+void open(QWidget& window, AppServices& services, const MakeLogSection& makeLogSection, Page page) {
     const Localization& texts = services.localization;
     auto* const sheet = new Sheet(window, qt(texts.text("settings")), width, height);
     auto* const tabs = makeTabs(texts);
@@ -42,6 +43,7 @@ void open(QWidget& window, AppServices& services, const MakeLogSection& makeLogS
     QObject::connect(save, &QAbstractButton::clicked, sheet, [sheet, pages] {
         if (pages->save()) sheet->close();
     });
+    tabs->choose(static_cast<int>(page));
     sheet->addAction(cancel);
     sheet->addAction(save);
     sheet->open();

@@ -23,7 +23,7 @@ MenuBarItem headingItem(Kind kind, std::string text) {
     return {.kind = kind, .text = std::move(text), .isEnabled = false};
 }
 
-const MenuBarItem separator{.kind = Kind::separator, .isEnabled = false};
+const MenuBarItem separatorItem{.kind = Kind::separator, .isEnabled = false};
 
 }  // namespace
 
@@ -42,7 +42,7 @@ std::string MenuBarContentView::title() const {
 
 /// The title, and why it is so where nobody would guess it.
 std::string MenuBarContentView::heading() const {
-    if (state() != RecordingState::blind) return title();
+    if (state() != RecordingState::blind && state() != RecordingState::partial) return title();
     return localization_.text("capture_blind_because", title(),
                               captureTrouble(tracker_.captureHealth(), localization_).reason);
 }
@@ -52,6 +52,7 @@ const char* MenuBarContentView::iconName() const {
     case RecordingState::paused: return "tray-paused";
     case RecordingState::blind: return "tray-blind";
     case RecordingState::away: return "tray-away";
+    case RecordingState::partial: return "tray-partial";
     case RecordingState::recording: return "tray-recording";
     }
     return "";
@@ -61,17 +62,17 @@ std::vector<MenuBarItem> MenuBarContentView::items() const {
     const auto& texts = localization_;
     const bool isTracking = tracker_.isTracking();
     return {headingItem(Kind::title, heading()),
-            separator,
+            separatorItem,
             actionItem(texts.text("open_main_window"), "window", MenuBarAction::openMainWindow),
             isTracking ? actionItem(texts.text("menu_bar_pause_recording"), "pause", MenuBarAction::toggleTracking)
                        : actionItem(texts.text("menu_bar_start_recording"), "record", MenuBarAction::toggleTracking),
-            separator,
+            separatorItem,
             headingItem(Kind::section, texts.text("permission_status")),
             permissionRow(texts.text("accessibility_permission"), cachedAccessibility_),
             permissionRow(texts.text("automation_permission"), cachedAppleEvents_),
             permissionRow(texts.text("input_monitoring_permission"), cachedInputMonitoring_),
             actionItem(texts.text("refresh_permission_status"), "refresh", MenuBarAction::refreshPermissions),
-            separator,
+            separatorItem,
             actionItem(texts.text("about_menu_title"), "info", MenuBarAction::showAbout),
             actionItem(texts.text("menu_bar_exit"), "power", MenuBarAction::quit)};
 }

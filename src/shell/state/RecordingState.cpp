@@ -9,7 +9,8 @@ namespace quorvane {
 RecordingState recordingState(bool isTracking, const CaptureHealth& health, bool isAway) {
     if (!isTracking) return RecordingState::paused;
     if (!health.canSee()) return RecordingState::blind;
-    return isAway ? RecordingState::away : RecordingState::recording;
+    if (isAway) return RecordingState::away;
+    return health.isPartial ? RecordingState::partial : RecordingState::recording;
 }
 
 std::string recordingTitle(RecordingState state, const Localization& localization) {
@@ -17,6 +18,7 @@ std::string recordingTitle(RecordingState state, const Localization& localizatio
     case RecordingState::paused: return localization.text("menu_bar_paused");
     case RecordingState::blind: return localization.text("capture_blind_title");
     case RecordingState::away: return localization.text("recording_away");
+    case RecordingState::partial: return localization.text("recording_in_part");
     case RecordingState::recording: return localization.text("menu_bar_tracking");
     }
     return {};
@@ -36,6 +38,19 @@ std::string sinceText(Date date) {
     return localDateText(date, isToday ? "HH:mm" : "yyyy-MM-dd HH:mm");
 }
 
+std::string missingSight(const CaptureHealth& health, const Localization& localization) {
+    using platform::Sight;
+    if (health.canSee() && health.isPartial) return localization.text("health_some_applications");
+    switch (health.sight) {
+    case Sight::nothing:
+    case Sight::pages: return {};
+    case Sight::applications: return localization.text("health_no_titles");
+    case Sight::titles: return localization.text("health_no_documents");
+    case Sight::documents: return localization.text("health_no_pages");
+    }
+    return {};
+}
+
 CaptureTrouble captureTrouble(const CaptureHealth& health, const Localization& localization) {
     using platform::Obstacle;
     switch (health.obstacle) {
@@ -51,6 +66,8 @@ CaptureTrouble captureTrouble(const CaptureHealth& health, const Localization& l
     case Obstacle::noWindowManager:
         return {localization.text("capture_no_window_manager_reason"),
                 localization.text("capture_no_window_manager_remedy")};
+    case Obstacle::noExtension:
+        return {localization.text("capture_no_extension_reason"), localization.text("capture_no_extension_remedy")};
     case Obstacle::none:
     case Obstacle::other: break;
     }

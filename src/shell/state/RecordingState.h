@@ -12,8 +12,9 @@ namespace quorvane {
 /// What people are told of the recording, wherever that is.
 enum class RecordingState {
     paused,
-    blind,  ///< it would record, and can't see anything
-    away,   ///< it would record, and nobody is there
+    blind,    ///< it would record, and can't see anything
+    away,     ///< it would record, and nobody is there
+    partial,  ///< it records some applications, and can't see others
     recording
 };
 
@@ -31,7 +32,10 @@ enum class RecordingState {
 /// A moment in the past: "16:38", and with its date where that isn't today.
 [[nodiscard]] std::string sinceText(Date date);
 
-/// Why nothing can be seen, and what to do about it. What has no words of its own is told as the desktop's channel
+/// What can't be seen while something can, in some words: "No web addresses"; empty where nothing is missing.
+[[nodiscard]] std::string missingSight(const CaptureHealth& health, const Localization& localization);
+
+/// Why not all can be seen, and what to do about it. What has no words of its own is told as the desktop's channel
 /// tells it.
 struct CaptureTrouble {
     std::string reason;

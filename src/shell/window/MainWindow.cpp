@@ -56,7 +56,8 @@ MainWindow::MainWindow(AppServices& services)
     chooseSection(MainSection::activity);
     Shortcuts::add(*this, *activityPage_, services_, activity_.chart());
     sectionChosen_ = sidebar_->sectionChosen.subscribe([this](MainSection section) { chooseSection(section); });
-    settingsWanted_ = sidebar_->settingsWanted.subscribe([this] { openSettings(); });
+    settingsWanted_ = sidebar_->settingsWanted.subscribe([this] { openSettings(SettingsSheet::Page::general); });
+    healthWanted_ = sidebar_->healthWanted.subscribe([this] { openSettings(SettingsSheet::Page::capture); });
     cloudSyncWanted_ = sidebar_->cloudSyncWanted.subscribe([this] { openCloudSync(); });
     aboutWanted_ = sidebar_->aboutWanted.subscribe([this] { openAbout(); });
     aboutRequested_ = services_.aboutRequested.subscribe([this] { openAbout(); });
@@ -92,10 +93,10 @@ void MainWindow::chooseSection(MainSection section) {
     pages_->choose(section);
 }
 
-void MainWindow::openSettings() {
-    SettingsSheet::open(*this, services_, [this] {
-        return new LogViewSection(services_.logger, services_.localization, [this] { openLog(); });
-    });
+void MainWindow::openSettings(SettingsSheet::Page page) {
+    SettingsSheet::open(
+        *this, services_,
+        [this] { return new LogViewSection(services_.logger, services_.localization, [this] { openLog(); }); }, page);
 }
 
 void MainWindow::openLog() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/app/AppServices.h"
+#include "shell/settings/SettingsSheet.h"
 #include "shell/state/ContentView.h"
 #include "shell/state/MyActivityView.h"
 #include "shell/window/UpdateNotice.h"
@@ -24,7 +25,7 @@ public:
     ~MainWindow() override;
 
     void chooseSection(MainSection section);
-    void openSettings();
+    void openSettings(SettingsSheet::Page page = SettingsSheet::Page::general);
     void openCloudSync();
     void openAbout();
     /// The log, in a window of its own, of which there is one. It goes with this one.
@@ -55,6 +56,7 @@ private:
     bool hasBegun_ = false;
     Subscription sectionChosen_;
     Subscription settingsWanted_;
+    Subscription healthWanted_;
     Subscription cloudSyncWanted_;
     Subscription aboutWanted_;
     Subscription aboutRequested_;

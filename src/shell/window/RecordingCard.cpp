@@ -27,7 +27,7 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     : QWidget(parent), tracker_(tracker), runLoop_(runLoop), localization_(localization),
       state_(new Label({}, TypeRole::label, &Theme::text, this)),
       application_(new Label({}, TypeRole::caption, &Theme::text2, this)),
-      since_(new Label({}, TypeRole::caption, &Theme::text2, this)),
+      since_(new Label({}, TypeRole::caption, &Theme::text2, this)), health_(new Button({}, ButtonKind::link, this)),
       toggle_(Button::withIcon("pause", {}, ButtonKind::secondary, ButtonSize::small, this)) {
     application_->setElided(true);
     auto* const column = new QVBoxLayout(this);
@@ -38,6 +38,9 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     column->addLayout(head);
     column->addWidget(application_);
     column->addWidget(since_);
+    health_->setButtonSize(ButtonSize::small);
+    column->addWidget(health_, 0, Qt::AlignLeft);
+    connect(health_, &QAbstractButton::clicked, this, [this] { healthWanted.send(); });
     connect(toggle_, &QAbstractButton::clicked, this, [this] { tracker_.toggle(); });
     captureHealthChanged_ = tracker_.captureHealthChanged.subscribe([this] { showState(); });
     presenceChanged_ = tracker_.presenceChanged.subscribe([this] { showState(); });
@@ -84,7 +87,17 @@ void RecordingCard::showState() {
         showTrouble();
     else
         showRecord();
+    showHealth();
     update();
+}
+
+void RecordingCard::showHealth() {
+    const auto& health = tracker_.captureHealth();
+    const auto missing = health.canSee() ? missingSight(health, localization_) : localization_.text("health_fix");
+    const bool isShown = tracker_.isTracking() && !isRail_ && !missing.empty();
+    health_->setText(qt(missing));
+    health_->setToolTip(qt(captureTrouble(health, localization_).reason));
+    health_->setVisible(isShown);
 }
 
 /// The reason and the remedy take as many lines as they need: nobody can act on half of them.

@@ -22,6 +22,9 @@ class RecordingCard : public QWidget {
 public:
     RecordingCard(ActivityTracker& tracker, ModelContext& context, platform::RunLoop& runLoop,
                   const Localization& localization, QWidget* parent = nullptr);
+    /// Sent when somebody wants to know what can't be seen.
+    Signal<> healthWanted;
+
     /// On a rail it is the button alone, with a dot on it.
     void setRail(bool isRail);
 
@@ -33,6 +36,7 @@ private:
     void showState();
     void showRecord();
     void showTrouble();
+    void showHealth();
     void showSoon();
 
     ActivityTracker& tracker_;
@@ -41,6 +45,7 @@ private:
     Label* state_;
     Label* application_;
     Label* since_;
+    Button* health_;  ///< what can't be seen; leads to where it is mended
     Button* toggle_;
     bool isShownSoon_ = false;  ///< records change in bursts; they are shown once
     bool isRail_ = false;

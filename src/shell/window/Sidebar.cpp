@@ -27,6 +27,7 @@ Sidebar::Sidebar(ActivityTracker& tracker, ModelContext& context, platform::RunL
     column_->addStretch(1);
     recording_ = new RecordingCard(tracker, context, runLoop, localization, this);
     column_->addWidget(recording_);
+    healthAsked_ = recording_->healthWanted.subscribe([this] { healthWanted.send(); });
     addTools(*column_, localization);
     setRail(false);
 }

@@ -34,6 +34,7 @@ public:
 
     Signal<MainSection> sectionChosen;
     Signal<> settingsWanted;
+    Signal<> healthWanted;
     Signal<> cloudSyncWanted;
     Signal<> aboutWanted;
 
@@ -48,6 +49,7 @@ private:
     Label* name_ = nullptr;
     std::vector<NavigationButton*> sections_;  ///< in the sections' order
     RecordingCard* recording_ = nullptr;
+    Subscription healthAsked_;
     QBoxLayout* tools_ = nullptr;
     QVBoxLayout* column_;
     bool isRail_ = false;

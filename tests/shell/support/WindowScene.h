@@ -63,6 +63,7 @@ private:
     TrackingSession session_;
     ZelkorUpdateController updates_;
     PermissionChecker permissions_;
+    CaptureHealthView captureHealth_;
     MenuBarContentView menuBar_;
     platform::SimulatedLoginItem loginItem_;
     AutoStartManager autoStart_;

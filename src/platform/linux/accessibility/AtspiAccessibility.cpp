@@ -187,7 +187,8 @@ Channel AtspiAccessibility::channel() {
             .name = "AT-SPI",
             .isAvailable = isAvailable,
             .reason = std::move(problem.reason),
-            .remedy = std::move(problem.remedy)};
+            .remedy = std::move(problem.remedy),
+            .mend = isAvailable ? Mend::nothing : Mend::accessibility};
 }
 
 }  // namespace quorvane::platform

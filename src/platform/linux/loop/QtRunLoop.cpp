@@ -3,8 +3,8 @@
 #include "platform/Clock.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QEvent>
+#include <QEventLoop>
 #include <QPointer>
 #include <QThread>
 #include <QThreadPool>

@@ -31,9 +31,8 @@ struct ChosenIdle::Mutter {
 };
 
 ChosenIdle::ChosenIdle(RunLoop& runLoop, WaylandConnection& connection, BusNames& names)
-    : runLoop_(runLoop), names_(names), wayland_(runLoop, connection), waylandReturns_(runLoop, wayland_), named_(names.observe([this] {
-          choosing_ = runLoop_.after(0s, [this] { choose(); });
-      })) {
+    : runLoop_(runLoop), names_(names), wayland_(runLoop, connection), waylandReturns_(runLoop, wayland_),
+      named_(names.observe([this] { choosing_ = runLoop_.after(0s, [this] { choose(); }); })) {
     choose();
 }
 

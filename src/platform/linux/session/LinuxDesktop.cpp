@@ -35,8 +35,8 @@ IdentityTable identityTable(std::vector<std::string>& notices) {
 
 struct LinuxDesktop::Parts {
     explicit Parts(RunLoop& loop)
-        : runLoop(loop), x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
-          sessionEvents(loop), systemEvents(sessionEvents, *x11),
+        : runLoop(loop), x11(connectToDisplay()), entries(XdgPaths::dataDirectories()),
+          identity(entries, identityTable(notices)), sessionEvents(loop), systemEvents(sessionEvents, *x11),
           windows(WindowSources::make(loop, *x11, identity, sessionEvents)), keys(*x11), pointer(*x11),
           automation(windows.applications, identity), presence(windows.applications, identity),
           activation(windows.foreground.observeActivation([this](const auto&) { lastActivation = runLoop.now(); })) {
@@ -150,7 +150,7 @@ std::vector<Channel> LinuxDesktop::sight() {
 
 std::vector<Channel> LinuxDesktop::channels() {
     const auto& windows = parts_->windows;
-    std::vector<Channel> channels{parts_->frontChannel(),    windows.titleChannel(),  parts_->idleChannel(),
+    std::vector<Channel> channels{parts_->frontChannel(),    windows.titleChannel(), parts_->idleChannel(),
                                   windows.returns.channel(), parts_->keys.channel(), parts_->pointer.channel()};
     for (auto& channel : parts_->systemEvents.channels())
         channels.push_back(std::move(channel));

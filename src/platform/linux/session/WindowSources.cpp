@@ -35,7 +35,7 @@ struct WaylandSources {
     WaylandSources(RunLoop& runLoop, const ApplicationIdentity& identity, SessionEvents& session)
         : connection(&runLoop), names(runLoop, ChosenToplevels::busNames()), idle(runLoop, connection, names),
           returns(idle), windows(runLoop, connection, names, [this] { return isSomebodyThere(); }),
-          foreground(windows, identity, session), applications(windows, identity, session) {}
+          applications(windows, identity, session), foreground(windows, identity, session) {}
 
     [[nodiscard]] bool isSomebodyThere() {
         const Seconds untouched = idle.secondsSinceLastInput();
@@ -47,8 +47,8 @@ struct WaylandSources {
     ChosenIdle idle;
     ChosenReturns returns;
     ChosenToplevels windows;
+    ToplevelApplications applications;  ///< hears of a switch before those who then ask it
     ToplevelForegroundSource foreground;
-    ToplevelApplications applications;
 };
 
 template <class Parts>
