@@ -141,7 +141,7 @@ bool AtspiAccessibility::requestTrust() {
 }
 
 std::optional<AccessibleElement> AtspiAccessibility::application(std::int64_t processIdentifier) {
-    if (processIdentifier == getpid()) return std::nullopt;
+    if (processIdentifier < 0 || processIdentifier == getpid()) return std::nullopt;
     const Deadline deadline(patience);
     const auto front = processIdentifier == 0 ? frontWindow() : std::nullopt;
     if (processIdentifier == 0 && (!front || front->processIdentifier != 0)) return std::nullopt;
