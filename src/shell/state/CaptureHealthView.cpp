@@ -17,7 +17,11 @@ using platform::Mend;
 constexpr Seconds untilFirstLook = 5s;
 
 /// The questions of a desktop in the words of the catalogues.
-constexpr std::pair<std::string_view, MessageKey<>> titles[] = {
+struct Title {
+    std::string_view question;
+    TextKey key;
+};
+constexpr Title titles[] = {
     {"front window", "channel_front_window"},
     {"front window and activation", "channel_front_window"},
     {"window titles", "channel_titles"},
@@ -82,9 +86,9 @@ CaptureHealthView::Row CaptureHealthView::row(const Answer& answer, Date now) co
 }
 
 std::string CaptureHealthView::title(const std::string& question) const {
-    const auto* const found =
-        std::find_if(std::begin(titles), std::end(titles), [&](const auto& title) { return title.first == question; });
-    return found == std::end(titles) ? question : localization_.text(found->second);
+    const auto* const found = std::find_if(std::begin(titles), std::end(titles),
+                                           [&](const Title& title) { return title.question == question; });
+    return found == std::end(titles) ? question : localization_.text(found->key);
 }
 
 CaptureHealthView::State CaptureHealthView::state() const {
