@@ -1,6 +1,7 @@
 #include "platform/linux/bus/DBusConnection.h"
 
 #include "base/Environment.h"
+#include "platform/linux/bus/BoundedBusConnection.h"
 
 #include <QDBusMessage>
 #include <utility>
@@ -8,9 +9,16 @@
 namespace quorvane::platform {
 namespace {
 
+constexpr Seconds patienceForGreeting = 0.2s;
+
 QString freshName() {
     static int number = 0;
     return QStringLiteral("quorvane-%1").arg(++number);
+}
+
+/// A bus that hangs would hold the usual connection for half a minute.
+bool doesGreet(const QString& address) {
+    return BoundedBusConnection(address, Deadline(patienceForGreeting)).isConnected();
 }
 
 }  // namespace
@@ -28,7 +36,9 @@ DBusConnection DBusConnection::toSession() {
 }
 
 DBusConnection::DBusConnection(const std::string& address)
-    : name_(freshName()), bus_(QDBusConnection::connectToBus(QString::fromStdString(address), name_)) {}
+    : name_(freshName()), bus_(doesGreet(QString::fromStdString(address))
+                                   ? QDBusConnection::connectToBus(QString::fromStdString(address), name_)
+                                   : QDBusConnection(name_)) {}
 
 DBusConnection::DBusConnection(DBusConnection&& other) noexcept
     : name_(std::exchange(other.name_, QString())), bus_(std::move(other.bus_)) {}
