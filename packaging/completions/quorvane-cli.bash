@@ -39,7 +39,7 @@ _quorvane_cli() {
 
     local everywhere="--store --now --json --help"
     local commands="dump load records stats praise card export-csv report timeline annotate week month classify projects rules"
-    commands+=" categories cleanup overlaps trash browser sync shares cloud sanitize track pause start show status work-hours doctor"
+    commands+=" categories cleanup overlaps trash browser desktop sync shares cloud sanitize track pause start show status work-hours doctor"
     local command='' member='' i
     local -a store=()
     for ((i = 1; i < cword; i++)); do
@@ -149,7 +149,7 @@ _quorvane_cli() {
         options="$everywhere --name --field --operator --value --category --project --tag --priority --stop"
         ;;
     categories) options="$everywhere list add remove" ;;
-    browser) options="$everywhere install remove status" ;;
+    browser | desktop) options="$everywhere install remove status" ;;
     "browser install") options="$everywhere --all" ;;
     shares) options="$everywhere list create stop" ;;
     "shares create") options="$everywhere --title --expires --project" ;;

@@ -1,7 +1,7 @@
 # fish completion for quorvane-cli
 
 set -l commands dump load records stats praise card export-csv report timeline annotate \
-    week month classify projects rules categories browser sync shares cloud cleanup overlaps trash \
+    week month classify projects rules categories browser desktop sync shares cloud cleanup overlaps trash \
     sanitize track pause start show status work-hours doctor
 
 function __quorvane_cli_applications -d "Names of the applications in the application's own store"
@@ -56,6 +56,7 @@ complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a proje
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a rules -d "List and change rules"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a categories -d "List and change categories"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a browser -d "Let browsers tell which page is in front"
+complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a desktop -d "Let this desktop tell which window is in front"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a sync -d "Sync the records with the cloud, once"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a shares -d "List, create and stop shares"
 complete -c quorvane-cli -n "not __fish_seen_subcommand_from $commands" -a cloud -d "Set up and check the cloud's database"
@@ -134,6 +135,9 @@ complete -c quorvane-cli -n "__quorvane_cli_in browser" -a install -d "Tell your
 complete -c quorvane-cli -n "__quorvane_cli_in browser" -a remove -d "Take that back"
 complete -c quorvane-cli -n "__quorvane_cli_in browser" -a status -d "Tell which browsers know the host"
 complete -c quorvane-cli -n "__quorvane_cli_in browser install" -l all -d "Also browsers that have no folder yet"
+complete -c quorvane-cli -n "__quorvane_cli_in desktop" -a install -d "Install what this desktop needs for that"
+complete -c quorvane-cli -n "__quorvane_cli_in desktop" -a remove -d "Take that back"
+complete -c quorvane-cli -n "__quorvane_cli_in desktop" -a status -d "Tell whether it is there and works"
 
 complete -c quorvane-cli -n "__quorvane_cli_in trash" -a list -d "List what was cleaned away, newest first"
 complete -c quorvane-cli -n "__quorvane_cli_in trash" -a restore -d "Put records back"

@@ -6,8 +6,7 @@
 
 namespace quorvane {
 
-/// The way from a host to the tracker. Nothing here waits and nothing is kept for later: what can't go at once is
-/// dropped.
+/// The way from a host to the tracker. Nothing here waits and nothing is kept: what can't go at once is dropped.
 class TrackerConnection {
 public:
     /// Without a path nothing ever arrives.
@@ -18,6 +17,9 @@ public:
 
     /// Connects where it isn't connected yet, and once more if the tracker has gone since. False if it was dropped.
     bool send(std::string_view message);
+
+    /// The next message connects anew.
+    void disconnect() { close(); }
 
 private:
     bool connect();

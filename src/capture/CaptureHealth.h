@@ -10,7 +10,8 @@ namespace quorvane {
 /// How much of the user's work can be seen, and why not more.
 struct CaptureHealth {
     platform::Sight sight = platform::Sight::nothing;
-    platform::Obstacle obstacle = platform::Obstacle::none;  ///< before whatever comes after `sight`
+    bool isPartial = false;  ///< of the applications only some can be seen
+    platform::Obstacle obstacle = platform::Obstacle::none;  ///< before those applications, else before what comes after `sight`
     std::string reason;  ///< the obstacle in words; empty if all can be seen that was asked about
     std::string remedy;  ///< what the user can do about it; may be empty
     friend bool operator==(const CaptureHealth&, const CaptureHealth&) = default;

@@ -9,6 +9,7 @@
 #include "platform/linux/system/XdgPaths.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace quorvane::cli {
@@ -20,7 +21,8 @@ using NativeHosts::State;
 
 bool isThere(const Browser& browser) {
     std::error_code error;
-    return std::filesystem::is_directory(browser.folder, error);
+    return std::any_of(browser.folders.begin(), browser.folders.end(),
+                       [&](const auto& folder) { return std::filesystem::is_directory(folder, error); });
 }
 
 void print(const std::string& text) {
@@ -51,9 +53,27 @@ std::string nextSteps(const Installation& installation) {
         text += fmt::format(
             "\nFirefox takes the extension from a folder of the system only; on Debian's Firefox ESR:\n"
             "  sudo install -Dm644 {} "
-            "'/usr/share/mozilla/extensions/{{ec8030f7-c20a-464f-9b0e-13a3a9e97384}}/tabs@quorvane.zelkor.xpi'\n",
+            "'/usr/share/mozilla/extensions/{{ec8030f7-c20a-464f-9b0e-13a3a9e97384}}/tabs@quorvane.zelkor.xpi'\n"
+            "Firefox Developer Edition, Nightly and relatives that let you: set xpinstall.signatures.required to "
+            "false\n"
+            "in about:config, and open that file with about:addons, \"Install Add-on From File\".\n",
             harmlessLine(quoted(*installation.package)));
     return text + "\nThen start the browser again.\n";
+}
+
+/// What to do where the extension can't be had.
+constexpr const char* otherWay =
+    "\nWhere the extension can't be installed, the accessibility tree tells the page: switch accessibility on in the\n"
+    "settings of your desktop, or with\n"
+    "  gsettings set org.gnome.desktop.interface toolkit-accessibility true\n"
+    "and start the browser again, Chromium and its relatives with --force-renderer-accessibility.\n";
+
+/// A line for each browser that can't take part.
+std::string sandboxNotes() {
+    std::string text;
+    for (const auto& [name, package] : NativeHosts::sandboxedBrowsers())
+        text += fmt::format("{} ({}): shut off from the system, it can't start the host\n", name, package);
+    return text;
 }
 
 void write(const Browser& browser, const std::filesystem::path& host) {
@@ -72,9 +92,10 @@ void install(bool all) {
         write(browser, *installation.host);
         text += fmt::format("{}: {}\n", browser.name, harmlessLine(browser.manifest.string()));
     }
-    if (text.empty())
+    const std::string sandboxed = sandboxNotes();
+    if (text.empty() && sandboxed.empty())
         throw CommandError(ExitStatus::failed, "there is no folder of any browser that is known; --all makes them");
-    print(text + nextSteps(installation));
+    print((text.empty() ? sandboxed : text + sandboxed + nextSteps(installation)) + otherWay);
 }
 
 void remove() {
@@ -136,16 +157,20 @@ std::string jsonOf(const Findings& findings) {
     const Json host = {{"file", pathOrNull(findings.installation.host)},
                        {"runs", !findings.hostProblem},
                        {"problem", findings.hostProblem ? Json(*findings.hostProblem) : Json(nullptr)}};
+    Json sandboxed = Json::array();
+    for (const auto& [name, package] : NativeHosts::sandboxedBrowsers())
+        sandboxed.push_back({{"browser", name}, {"package", package}});
     return jsonText({{"host", host},
                      {"extension", pathOrNull(findings.installation.extension)},
                      {"extension_id", NativeHosts::chromiumExtensionId},
-                     {"browsers", std::move(browsers)}}) +
+                     {"browsers", std::move(browsers)},
+                     {"sandboxed", std::move(sandboxed)}}) +
            "\n";
 }
 
 std::string textOf(const Findings& findings) {
     const auto add = [](const std::string& name, const std::string& text) {
-        return fmt::format("{:<15}{}\n", name, harmlessLine(text));
+        return fmt::format("{:<23}{}\n", name, harmlessLine(text));
     };
     const auto& [host, extension, package] = findings.installation;
     const std::string file = host ? host->string() : "quorvane-browser-host";
@@ -164,7 +189,7 @@ std::string textOf(const Findings& findings) {
             break;
         }
     }
-    return text;
+    return text + sandboxNotes();
 }
 
 void status(const CommandContext& context) {

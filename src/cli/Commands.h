@@ -34,6 +34,7 @@ void addTimelineCommand(CLI::App& app, CommandContext& context);
 void addAnnotateCommand(CLI::App& app, CommandContext& context);
 void addCloudCommand(CLI::App& app, CommandContext& context);
 void addBrowserCommand(CLI::App& app, CommandContext& context);
+void addDesktopCommand(CLI::App& app, CommandContext& context);
 void addSyncCommand(CLI::App& app, CommandContext& context);
 void addSharesCommand(CLI::App& app, CommandContext& context);
 void addPauseCommand(CLI::App& app, CommandContext& context);

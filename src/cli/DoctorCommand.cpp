@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/OrNull.h"
 #include "cli/Output.h"
+#include "cli/SightText.h"
 #include "platform/linux/loop/QtRunLoop.h"
 #include "platform/linux/process/ProcessLock.h"
 #include "platform/linux/session/LinuxDesktop.h"
@@ -27,7 +28,9 @@ struct Findings {
 
 Findings examine(const CommandContext& context) {
     platform::QtRunLoop runLoop;
-    const platform::LinuxDesktop desktop(runLoop);
+    platform::LinuxDesktop desktop(runLoop);
+    // Those on the bus answer within some milliseconds, or not soon.
+    runLoop.runUntil([&] { return desktop.foreground().channel().isAvailable; }, 0.5s);
     Findings findings{.channels = desktop.channels(),
                       .notices = desktop.notices(),
                       .store = context.storeFile(),
@@ -40,39 +43,18 @@ Findings examine(const CommandContext& context) {
     return findings;
 }
 
-constexpr const char* nameOf(platform::Sight sight) {
-    switch (sight) {
-    case platform::Sight::nothing: return "nothing";
-    case platform::Sight::applications: return "applications";
-    case platform::Sight::titles: return "titles";
-    case platform::Sight::documents: return "documents";
-    case platform::Sight::pages: return "pages";
-    }
-    return "";
-}
-
-constexpr const char* wordsOf(platform::Sight sight) {
-    switch (sight) {
-    case platform::Sight::nothing: return "nothing";
-    case platform::Sight::applications: return "applications";
-    case platform::Sight::titles: return "applications and titles";
-    case platform::Sight::documents: return "applications, titles and documents";
-    case platform::Sight::pages: return "applications, titles, documents and web pages";
-    }
-    return "";
-}
-
 std::string jsonOf(const Findings& findings) {
     Json channels = Json::array();
     for (const auto& channel : findings.channels)
         channels.push_back({{"question", channel.question},
                             {"channel", orNull(channel.name)},
                             {"available", channel.isAvailable},
+                            {"in_part", channel.isPartial()},
                             {"reason", orNull(channel.reason)},
                             {"remedy", orNull(channel.remedy)}});
     const CaptureHealth health = captureHealth(findings.channels);
     const Json capture = {
-        {"sees", nameOf(health.sight)}, {"reason", orNull(health.reason)}, {"remedy", orNull(health.remedy)}};
+        {"sees", nameOf(health.sight)}, {"in_part", health.isPartial}, {"reason", orNull(health.reason)}, {"remedy", orNull(health.remedy)}};
     Json tracker = nullptr;
     if (findings.tracker) tracker = {{"pid", findings.tracker->pid}, {"program", orNull(findings.tracker->program)}};
     const Json store = {{"file", findings.store.string()},
@@ -86,6 +68,13 @@ std::string jsonOf(const Findings& findings) {
            "\n";
 }
 
+std::string answerOf(const platform::Channel& channel) {
+    if (!channel.isAvailable)
+        return fmt::format("no, {}: {}", channel.name.empty() ? "by nothing" : channel.name, channel.reason);
+    if (channel.isPartial()) return fmt::format("in part, by {}: {}", channel.name, channel.reason);
+    return "yes, by " + channel.name;
+}
+
 std::string textOf(const Findings& findings) {
     std::size_t width = 0;
     for (const auto& channel : findings.channels)
@@ -95,15 +84,11 @@ std::string textOf(const Findings& findings) {
         out += fmt::format("{:<{}}  {}\n", question, width, harmlessLine(answer));
     };
     const CaptureHealth health = captureHealth(findings.channels);
-    add("what can be seen", health.canSee() ? wordsOf(health.sight) : "nothing: " + health.reason);
-    if (!health.canSee() && !health.remedy.empty()) add("", "-> " + health.remedy);
+    add("what can be seen", sightInWords(health));
+    if (!health.reason.empty()) add("", health.reason);
+    if (!health.remedy.empty()) add("", "-> " + health.remedy);
     for (const auto& channel : findings.channels) {
-        if (channel.isAvailable) {
-            add(channel.question, "yes, by " + channel.name);
-            continue;
-        }
-        add(channel.question,
-            fmt::format("no, {}: {}", channel.name.empty() ? "by nothing" : channel.name, channel.reason));
+        add(channel.question, answerOf(channel));
         if (!channel.remedy.empty()) add("", "-> " + channel.remedy);
     }
     add("store", findings.storeProblem ? *findings.storeProblem : findings.store.string() + ": opens");

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <iterator>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -19,6 +20,50 @@ using std::filesystem::path;
 
 constexpr const char* hostName = "org.zelkor.quorvane";
 
+/// Below the folder of configurations, where each channel has its own.
+struct Chromium {
+    const char* name;
+    const char* folder;
+};
+constexpr Chromium chromiums[] = {{"chromium", "chromium"},
+                                  {"google-chrome", "google-chrome"},
+                                  {"google-chrome-beta", "google-chrome-beta"},
+                                  {"google-chrome-unstable", "google-chrome-unstable"},
+                                  {"google-chrome-canary", "google-chrome-canary"},
+                                  {"brave", "BraveSoftware/Brave-Browser"},
+                                  {"brave-beta", "BraveSoftware/Brave-Browser-Beta"},
+                                  {"brave-nightly", "BraveSoftware/Brave-Browser-Nightly"},
+                                  {"edge", "microsoft-edge"},
+                                  {"edge-beta", "microsoft-edge-beta"},
+                                  {"edge-dev", "microsoft-edge-dev"},
+                                  {"vivaldi", "vivaldi"},
+                                  {"vivaldi-snapshot", "vivaldi-snapshot"},
+                                  {"opera", "opera"},
+                                  {"opera-beta", "opera-beta"},
+                                  {"opera-developer", "opera-developer"}};
+
+/// Firefox, with all its channels, and its relatives. Newer ones keep their profiles below the configuration and still
+/// look for manifests in the hidden folder.
+struct Gecko {
+    const char* name;
+    const char* hidden;
+    const char* folder;
+};
+constexpr Gecko geckos[] = {{"firefox", ".mozilla", "mozilla"},
+                            {"librewolf", ".librewolf", "librewolf"},
+                            {"zen", ".zen", "zen"},
+                            {"waterfox", ".waterfox", "waterfox"},
+                            {"floorp", ".floorp", "floorp"}};
+
+constexpr const char* flatpaks[] = {"org.chromium.Chromium", "io.github.ungoogled_software.ungoogled_chromium",
+                                    "com.google.Chrome",     "com.google.ChromeDev",
+                                    "com.brave.Browser",     "com.microsoft.Edge",
+                                    "com.vivaldi.Vivaldi",   "com.opera.Opera",
+                                    "org.mozilla.firefox",   "io.gitlab.librewolf-community",
+                                    "app.zen_browser.zen",   "net.waterfox.waterfox",
+                                    "one.ablaze.floorp"};
+constexpr const char* snaps[] = {"chromium", "brave", "opera", "opera-beta", "opera-developer", "firefox"};
+
 /// The first of these that is there.
 std::optional<path> firstOf(std::initializer_list<path> candidates) {
     std::error_code error;
@@ -30,30 +75,35 @@ std::optional<path> firstOf(std::initializer_list<path> candidates) {
 }  // namespace
 
 std::vector<Browser> browsers() {
-    struct Row {
-        const char* name;
-        const char* folder;
-    };
-    constexpr Row chromiums[] = {{"chromium", "chromium"},
-                                 {"google-chrome", "google-chrome"},
-                                 {"brave", "BraveSoftware/Brave-Browser"},
-                                 {"edge", "microsoft-edge"},
-                                 {"vivaldi", "vivaldi"},
-                                 {"opera", "opera"}};
+    const path config = platform::XdgPaths::configHome();
+    const path home = platform::XdgPaths::home();
     const std::string file = std::string(hostName) + ".json";
     std::vector<Browser> found;
-    for (const auto& [name, below] : chromiums) {
-        const path folder = platform::XdgPaths::configHome() / below;
-        found.push_back({.name = name, .folder = folder, .manifest = folder / "NativeMessagingHosts" / file});
-    }
-    const path mozilla = platform::XdgPaths::home() / ".mozilla";
-    // Newer ones keep their profiles below the configuration and still look for manifests in the old folder.
+    for (const auto& [name, below] : chromiums)
+        found.push_back(
+            {.name = name, .folders = {config / below}, .manifest = config / below / "NativeMessagingHosts" / file});
+    for (const auto& [name, hidden, below] : geckos)
+        found.push_back({.name = name,
+                         .family = Browser::Family::firefox,
+                         .folders = {home / hidden, config / below},
+                         .manifest = home / hidden / "native-messaging-hosts" / file});
+    // Some relatives look for manifests where Firefox does.
+    auto& ofFirefox = found[std::size(chromiums)].folders;
+    for (std::size_t relative = std::size(chromiums) + 1; relative < found.size(); ++relative)
+        ofFirefox.insert(ofFirefox.end(), found[relative].folders.begin(), found[relative].folders.end());
+    return found;
+}
+
+std::vector<Sandboxed> sandboxedBrowsers() {
+    std::vector<Sandboxed> found;
+    const path home = platform::XdgPaths::home();
     std::error_code error;
-    const bool hasOldFolder = std::filesystem::exists(mozilla, error);
-    found.push_back({.name = "firefox",
-                     .family = Browser::Family::firefox,
-                     .folder = hasOldFolder ? mozilla : platform::XdgPaths::configHome() / "mozilla",
-                     .manifest = mozilla / "native-messaging-hosts" / file});
+    for (const char* id : flatpaks)
+        if (std::filesystem::is_directory(home / ".var/app" / id, error))
+            found.push_back({.name = id, .package = "Flatpak"});
+    for (const char* name : snaps)
+        if (std::filesystem::is_directory(home / "snap" / name, error))
+            found.push_back({.name = name, .package = "Snap"});
     return found;
 }
 

@@ -17,13 +17,22 @@ struct Browser {
 
     std::string name;  ///< "google-chrome", as people call its command
     Family family = Family::chromium;
-    std::filesystem::path folder;    ///< its own; it is there once the browser has run
-    std::filesystem::path manifest;  ///< where it looks for ours
+    std::vector<std::filesystem::path> folders{};  ///< one of them is there once the browser has run
+    std::filesystem::path manifest;                ///< where it looks for ours
     friend bool operator==(const Browser&, const Browser&) = default;
 };
 
-/// All browsers that we know, Firefox last.
+/// All browsers that we know, Firefox and its relatives last.
 [[nodiscard]] std::vector<Browser> browsers();
+
+/// A browser that runs shut off from the system and so can't start the host.
+struct Sandboxed {
+    std::string name;     ///< "org.mozilla.firefox"
+    std::string package;  ///< "Flatpak"
+};
+
+/// Those that have run.
+[[nodiscard]] std::vector<Sandboxed> sandboxedBrowsers();
 
 /// The manifest's whole text.
 [[nodiscard]] std::string manifestText(Browser::Family family, const std::filesystem::path& host);

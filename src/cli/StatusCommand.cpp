@@ -7,6 +7,7 @@
 #include "cli/Commands.h"
 #include "cli/OrNull.h"
 #include "cli/Output.h"
+#include "cli/SightText.h"
 #include "platform/Clock.h"
 #include "platform/linux/process/ProcessLock.h"
 #include "platform/linux/session/WindowSources.h"
@@ -36,16 +37,16 @@ struct Status {
     std::size_t todayRecords = 0;
     std::optional<Date> pausedSince;       ///< by the user
     std::optional<Date> awaySince;         ///< nobody is there; a tracker waits
-    std::optional<CaptureHealth> trouble;  ///< why nothing can be seen; none: what is in front can
+    std::optional<CaptureHealth> trouble;  ///< what can't be seen; none: all can, or nobody knows more
 };
 
 /// What the tracker of the store has found, who may sit in another session than we do; where nobody tracks, what a
 /// tracker would find that was started here.
 std::optional<CaptureHealth> captureTrouble(ModelContext& store, bool isTrackerThere) {
     if (isTrackerThere) return CaptureNote::kept(store);
-    const platform::Channel channel = platform::WindowSources::frontWindowChannel();
+    const platform::Channel channel = platform::frontWindowChannel();
     auto health = captureHealth({&channel, 1});
-    return health.canSee() ? std::nullopt : std::optional(std::move(health));
+    return health.reason.empty() ? std::nullopt : std::optional(std::move(health));
 }
 
 Status readStatus(ModelContext& store, Date now, const Calendar& calendar) {
@@ -86,8 +87,11 @@ double wholeMicroseconds(Seconds duration) {
 }
 
 std::string jsonOf(const Status& status) {
-    Json capture = {{"can_see", !status.trouble}, {"reason", nullptr}, {"remedy", nullptr}};
+    Json capture = {{"can_see", !status.trouble || status.trouble->canSee()}, {"sees", nullptr}, {"in_part", false},
+                    {"reason", nullptr}, {"remedy", nullptr}};
     if (status.trouble) {
+        capture["sees"] = nameOf(status.trouble->sight);
+        capture["in_part"] = status.trouble->isPartial;
         capture["reason"] = orNull(status.trouble->reason);
         capture["remedy"] = orNull(status.trouble->remedy);
     }
@@ -111,7 +115,7 @@ std::string trackingText(const Status& status, const LocalTime& local) {
 std::string textOf(const Status& status, const LocalTime& local, Date now) {
     std::string out = fmt::format("Tracking:     {}\n", trackingText(status, local));
     if (const auto& trouble = status.trouble) {
-        out += fmt::format("Can see:      nothing: {}\n", harmlessLine(trouble->reason));
+        out += fmt::format("Can see:      {}: {}\n", sightInWords(*trouble), harmlessLine(trouble->reason));
         if (!trouble->remedy.empty()) out += fmt::format("              -> {}\n", harmlessLine(trouble->remedy));
     }
     if (const auto& open = status.openRecord) {
@@ -131,12 +135,12 @@ void printStatus(const CommandContext& context) {
     const Date now = platform::currentDate();
     const LocalTime local;
     Status status = readStatus(store, now, local.calendar());
+    const bool isTrackerThere =
+        status.isTracking || platform::ProcessLock::isHeld(trackerLockFile(context.storeFile()));
+    status.trouble = captureTrouble(store, isTrackerThere);
     // A record that is being kept up is proof enough.
-    if (!status.isTracking) {
-        const bool isTrackerThere = platform::ProcessLock::isHeld(trackerLockFile(context.storeFile()));
-        status.trouble = captureTrouble(store, isTrackerThere);
-        if (isTrackerThere) status.awaySince = PresenceNote::awaySince(store);
-    }
+    if (status.isTracking && status.trouble && !status.trouble->canSee()) status.trouble.reset();
+    if (!status.isTracking && isTrackerThere) status.awaySince = PresenceNote::awaySince(store);
     Output output;
     output.write(context.json ? jsonOf(status) : textOf(status, local, now));
     output.finish();

@@ -12,7 +12,7 @@ namespace quorvane::cli {
 namespace {
 
 constexpr std::size_t rowsThatDecide = 500;
-constexpr std::string_view gap = "  ";
+constexpr std::string_view columnGap = "  ";
 
 }  // namespace
 
@@ -55,7 +55,7 @@ void TextTable::settleWidths() {
 
 /// Takes one column of the terminal after the other from the widest that may be narrower.
 void TextTable::narrowTo(int width) {
-    const int gaps = static_cast<int>((columns_.size() - 1) * gap.size());
+    const int gaps = static_cast<int>((columns_.size() - 1) * columnGap.size());
     for (int excess = std::accumulate(widths_.begin(), widths_.end(), gaps) - width; excess > 0; --excess) {
         int* widest = widestColumn();
         if (widest == nullptr) return;
@@ -79,7 +79,7 @@ void TextTable::writeRow(const std::vector<std::string>& row) {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const std::string cell = terminalWidth_ ? text::fittedTo(row[i], widths_[i]) : row[i];
         const auto missing = static_cast<std::size_t>(std::max(0, widths_[i] - text::displayWidth(cell)));
-        if (i != 0) line += gap;
+        if (i != 0) line += columnGap;
         if (columns_[i].isNumber) line.append(missing, ' ');
         line += cell;
         if (!columns_[i].isNumber) line.append(missing, ' ');

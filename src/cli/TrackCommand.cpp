@@ -89,8 +89,7 @@ private:
 };
 
 CaptureHealth healthOf(platform::Desktop& desktop) {
-    const platform::Channel channel = desktop.foreground().channel();
-    return captureHealth({&channel, 1});
+    return captureHealth(desktop.sight());
 }
 
 CommandError blindness(const CaptureHealth& health) {

@@ -79,13 +79,13 @@ void describe(CLI::App& app, CommandContext& context) {
     addInstantOption(app, "--now", context.now, "Read this instant wherever the clock is read");
     app.add_flag("--json", context.json, "Machine-readable output where a command has both forms");
     for (const auto add :
-         {addDumpCommand,     addLoadCommand,   addRecordsCommand,  addExportCsvCommand,  addStatusCommand,
-          addTrackCommand,    addDoctorCommand, addSanitizeCommand, addCleanupCommand,    addOverlapsCommand,
-          addProjectsCommand, addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
-          addAnnotateCommand, addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand,
-          addPraiseCommand,   addCardCommand,   addBrowserCommand,  addSyncCommand,       addSharesCommand,
-          addCloudCommand,    addPauseCommand,  addStartCommand,    addShowCommand,       addWorkHoursCommand,
-          addTrashCommand})
+         {addDumpCommand,      addLoadCommand,   addRecordsCommand,  addExportCsvCommand,  addStatusCommand,
+          addTrackCommand,     addDoctorCommand, addSanitizeCommand, addCleanupCommand,    addOverlapsCommand,
+          addProjectsCommand,  addReportCommand, addWeekCommand,     addMonthCommand,      addTimelineCommand,
+          addAnnotateCommand,  addStatsCommand,  addRulesCommand,    addCategoriesCommand, addClassifyCommand,
+          addPraiseCommand,    addCardCommand,   addBrowserCommand,  addDesktopCommand,    addSyncCommand,
+          addSharesCommand,    addCloudCommand,  addPauseCommand,    addStartCommand,      addShowCommand,
+          addWorkHoursCommand, addTrashCommand})
         add(app, context);
     describeCommands(app);
 }

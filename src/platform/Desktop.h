@@ -12,6 +12,8 @@
 #include "platform/SettingsPanes.h"
 #include "platform/SystemEvents.h"
 
+#include <vector>
+
 namespace quorvane::platform {
 
 /// All that can be asked of the desktop on which the user works. The sources belong to it.
@@ -30,6 +32,12 @@ public:
     virtual Accessibility& accessibility() = 0;
     virtual Automation& automation() = 0;
     virtual RunningApplications& runningApplications() = 0;
+
+    /// Who lets see the applications, titles, documents and pages in front, or why nobody does. Waits for nobody.
+    [[nodiscard]] virtual std::vector<Channel> sight() = 0;
+
+    /// The same for every question. Asks around, which may take a second.
+    [[nodiscard]] virtual std::vector<Channel> channels() = 0;
 };
 
 }  // namespace quorvane::platform

@@ -20,7 +20,7 @@ namespace quorvane::platform::PrivateBrowsing {
 [[nodiscard]] bool isMarked(std::string_view bundleIdentifier, std::string_view title);
 
 /// Is it an application whose private windows bear the same titles as its others? Those of Chromium's family mark them
-/// for accessibility alone.
+/// for accessibility alone, and some others not at all.
 [[nodiscard]] bool hidesMark(std::string_view bundleIdentifier);
 
 }  // namespace quorvane::platform::PrivateBrowsing

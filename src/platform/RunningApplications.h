@@ -8,7 +8,7 @@ namespace quorvane::platform {
 
 /// A program that shows windows.
 struct RunningApplication {
-    std::int64_t processIdentifier = 0;           ///< 0 where the desktop doesn't tell
+    std::int64_t processIdentifier = 0;           ///< 0 where nobody tells, < 0 for one of another machine
     std::optional<std::string> bundleIdentifier;  ///< as `ForegroundApplication` has it
     std::optional<std::string> localizedName;
     std::string windowTitle;  ///< of the window in front; empty for none

@@ -2,14 +2,19 @@
 
 #include "base/Json.h"
 
+#include <algorithm>
+
 namespace quorvane::CaptureNote {
 namespace {
 
 constexpr const char* key = "capture.trouble";
 
 std::string textOf(const CaptureHealth& health) {
-    if (health.canSee()) return {};
-    return jsonText({{"reason", health.reason}, {"remedy", health.remedy}});
+    if (health.reason.empty()) return {};
+    return jsonText({{"sees", static_cast<int>(health.sight)},
+                     {"in_part", health.isPartial},
+                     {"reason", health.reason},
+                     {"remedy", health.remedy}});
 }
 
 }  // namespace
@@ -27,7 +32,13 @@ std::optional<CaptureHealth> kept(ModelContext& store) {
         const auto found = json->find(name);
         return found != json->end() && found->is_string() ? found->get<std::string>() : std::string();
     };
-    return CaptureHealth{.reason = text("reason"), .remedy = text("remedy")};
+    const auto sees = json->find("sees");
+    const auto inPart = json->find("in_part");
+    const int sight = sees != json->end() && sees->is_number_integer() ? sees->get<int>() : 0;
+    return CaptureHealth{.sight = static_cast<platform::Sight>(std::clamp(sight, 0, 4)),
+                         .isPartial = inPart != json->end() && inPart->is_boolean() && inPart->get<bool>(),
+                         .reason = text("reason"),
+                         .remedy = text("remedy")};
 }
 
 }  // namespace quorvane::CaptureNote

@@ -12,7 +12,7 @@ namespace quorvane::CaptureNote {
 /// Throws `StoreError`.
 void keep(ModelContext& store, const CaptureHealth& health);
 
-/// The trouble that is kept; none: the tracker sees. Throws `StoreError`.
+/// The trouble that is kept; none: the tracker sees all. Throws `StoreError`.
 [[nodiscard]] std::optional<CaptureHealth> kept(ModelContext& store);
 
 }  // namespace quorvane::CaptureNote

@@ -176,6 +176,7 @@ private:
     void keepAwaySince(std::optional<Date> since);
 
     // What is looked at in the application (ActivityTrackerAttention.cpp)
+    [[nodiscard]] bool isBrowser(const std::string& bundleId);
     [[nodiscard]] Attention attention(const std::string& bundleId);
     void begin(const ForegroundApplicationSnapshot& application, Attention attention, Date at);
     void splitIfTurned(const ForegroundApplicationSnapshot& application, const ClockLook& look);

@@ -29,10 +29,15 @@ std::optional<std::string> recordableTitle(const std::string& bundleId, const At
 
 }  // namespace
 
+/// A browser's channels and relatives are browsers too, known by the one in whose way they are asked.
+bool ActivityTracker::isBrowser(const std::string& bundleId) {
+    return ActivityTrackingPolicy::isBrowser(desktop_.automation().scriptIdentity(bundleId));
+}
+
 /// What is looked at now, as far as it is known without asking any application.
 Attention ActivityTracker::attention(const std::string& bundleId) {
     Attention seen{.title = desktop_.foreground().frontmostWindowTitle().value_or(""), .page = std::nullopt};
-    if (services_.browserURL == nullptr || !ActivityTrackingPolicy::isBrowser(bundleId)) return seen;
+    if (services_.browserURL == nullptr || !isBrowser(bundleId)) return seen;
     seen.page = services_.browserURL->toldURL();
     if (!seen.page && cachedBrowserURL_ && cachedBrowserURL_->bundleId == bundleId) seen.page = cachedBrowserURL_->url;
     return seen;
@@ -48,7 +53,7 @@ void ActivityTracker::begin(const ForegroundApplicationSnapshot& application, At
     if (!currentRecord_) return;
     const auto cached = windowInfoCache_.find(bundleId);
     if (cached == windowInfoCache_.end()) fetchWindowInfoAsync(bundleId, attentionWatch_.shown().title);
-    if (!page && ActivityTrackingPolicy::isBrowser(bundleId)) fetchBrowserURLAsync(false);
+    if (!page && isBrowser(bundleId)) fetchBrowserURLAsync(false);
 }
 
 /// Somebody who turned to something else in the same application, and stayed with it, has begun another record there.
@@ -127,7 +132,7 @@ void ActivityTracker::noteBrowserURL(const Uuid& record, const std::optional<std
     const std::string bundleId = currentRecord_->appBundleId().value_or("");
     if (currentRecord_->id() != record) {
         // The answer is of what was in front before. The one that is now could not ask meanwhile.
-        if (ActivityTrackingPolicy::isBrowser(bundleId) && !currentRecord_->url()) fetchBrowserURLAsync(false);
+        if (isBrowser(bundleId) && !currentRecord_->url()) fetchBrowserURLAsync(false);
         return;
     }
     if (isEmpty(url)) return;

@@ -131,8 +131,7 @@ void ActivityTracker::adjustTimerFrequency(Seconds uptime) {
 }
 
 void ActivityTracker::examineCapture() {
-    const platform::Channel channel = desktop_.foreground().channel();
-    CaptureHealth health = quorvane::captureHealth({&channel, 1});
+    CaptureHealth health = quorvane::captureHealth(desktop_.sight());
     if (health == captureHealth_) return;
     captureHealth_ = std::move(health);
     captureHealthChanged.send();
@@ -315,7 +314,7 @@ void ActivityTracker::continueWith(const ForegroundApplicationSnapshot& applicat
     if (trackingSettings().splitsByTitle) splitIfTurned(application, look);
     const bool isFresh = cachedBrowserURL_ && cachedBrowserURL_->bundleId == bundleId &&
                          look.uptime - cachedBrowserURL_->readAt <= browserURLRefreshAge;
-    if (ActivityTrackingPolicy::isBrowser(bundleId) && !isFresh) fetchBrowserURLAsync(true);
+    if (isBrowser(bundleId) && !isFresh) fetchBrowserURLAsync(true);
     updateCurrentRecordHeartbeat(look);
 }
 

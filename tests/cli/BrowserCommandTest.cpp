@@ -61,7 +61,28 @@ TEST_F(BrowserCommandTest, WritesNothingWithoutABrowserUnlessAskedForAll) {
     EXPECT_THAT(none.err, isRefusal(HasSubstr("--all")));
     EXPECT_THAT(names(), IsEmpty());
     EXPECT_THAT(outputOf({"browser", "install", "--all"}), HasSubstr("brave: " + brave_.string()));
-    EXPECT_EQ(states().size(), 7);
+    EXPECT_EQ(states().size(), 21);
+}
+
+TEST_F(BrowserCommandTest, ChannelsAndRelativesHaveManifestsAndSandboxesAreToldThatTheyCantTakePart) {
+    const std::pair<const char*, const char*> rows[] = {
+        {".config/google-chrome-beta", ".config/google-chrome-beta/NativeMessagingHosts"},
+        {".config/BraveSoftware/Brave-Browser-Nightly",
+         ".config/BraveSoftware/Brave-Browser-Nightly/NativeMessagingHosts"},
+        {".librewolf", ".librewolf/native-messaging-hosts"},
+        {".config/zen", ".zen/native-messaging-hosts"},
+        {".floorp", ".mozilla/native-messaging-hosts"},  // where it looks beside its own
+    };
+    for (const auto& [folder, manifests] : rows) {
+        fs::create_directories(folder_ / folder);
+        EXPECT_THAT(outputOf({"browser", "install"}), HasSubstr(manifests));
+    }
+    fs::create_directories(folder_ / ".var/app/org.mozilla.firefox");
+    fs::create_directories(folder_ / "snap/chromium");
+    for (const char* command : {"install", "status"})
+        EXPECT_THAT(outputOf({"browser", command}), AllOf(HasSubstr("org.mozilla.firefox (Flatpak): shut off"),
+                                                          HasSubstr("chromium (Snap): shut off")));
+    EXPECT_THAT(outputOf({"browser", "install"}), HasSubstr("toolkit-accessibility true"));
 }
 
 TEST_F(BrowserCommandTest, SaysWhatIsWrongAndMendsIt) {
@@ -103,8 +124,8 @@ TEST_F(BrowserCommandTest, StatusTriesTheHost) {
     fs::permissions(libexec / "quorvane-browser-host", fs::perms::owner_read);
     EXPECT_THAT(status(), HasSubstr("can't run: Permission denied"));
     fs::remove(libexec / "quorvane-browser-host");
-    EXPECT_THAT(status(),
-                AllOf(HasSubstr("can't run: it is not installed"), HasSubstr("extension      it is not installed")));
+    EXPECT_THAT(status(), AllOf(HasSubstr("can't run: it is not installed"),
+                                HasSubstr("extension              it is not installed")));
     const auto install = ProgramRun(bin / "quorvane-cli", {"browser", "install", "--all"}, setting_).wait();
     EXPECT_EQ(install.status, 1);
     EXPECT_THAT(install.err, isRefusal(HasSubstr("quorvane-browser-host is not installed")));

@@ -60,6 +60,7 @@ TEST_F(UsageTest, AnswersWrongUsageWithOneLineAndTouchesNothing) {
         {{"rules", "add", "--priority", "1.5"}, "\"1.5\" is no whole number"},
         {{"categories", "add"}, "NAME is required"},
         {{"browser"}, "browser needs a command"},
+        {{"desktop", "instal"}, "there is no command desktop instal"},
         {{"browser", "install", "chromium"}, "chromium"},
     };
     for (const Row& row : rows) {
@@ -77,9 +78,9 @@ TEST_F(UsageTest, ShowsHelpForTheProgramAndEachCommand) {
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.err, "");
     for (const char* command :
-         {"dump",    "load",     "records",  "export-csv", "status",     "sanitize", "track", "doctor",
-          "cleanup", "overlaps", "projects", "rules",      "categories", "classify", "stats", "praise",
-          "browser", "pause",    "start",    "show",       "work-hours", "trash"}) {
+         {"dump",    "load",     "records",  "export-csv", "status",     "sanitize",   "track", "doctor",
+          "cleanup", "overlaps", "projects", "rules",      "categories", "classify",   "stats", "praise",
+          "browser", "desktop",  "pause",    "start",      "show",       "work-hours", "trash"}) {
         SCOPED_TRACE(command);
         EXPECT_THAT(help.out, HasSubstr(command));
         const auto result = runBare({command, "--help"});

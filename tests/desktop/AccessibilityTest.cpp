@@ -1,7 +1,9 @@
 #include "desktop/support/AccessibilityService.h"
 #include "desktop/support/BoundSocket.h"
 #include "desktop/support/DesktopSession.h"
+#include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
+#include "platform/linux/accessibility/AccessibilityToplevels.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/loop/QtRunLoop.h"
 #include "support/Matching.h"
@@ -78,6 +80,79 @@ TEST_F(AccessibilityTest, AWindowIsReadWithWhatIsInIt) {
     };
     read();
     std::async(std::launch::async, read).get();
+}
+
+TEST_F(AccessibilityTest, WindowsAreKnownAsFarAsTheirApplicationsTell) {
+    AccessibilityToplevels windows(runLoop);
+    auto editor = startEditor("text");
+    const auto isEditor = [&](const AccessibilityToplevels& of, const char* title) {
+        const auto window = of.active();
+        return window && window->appId == "mousepad" && window->title.starts_with(title) &&
+               window->processIdentifier == editor->pid();
+    };
+    ASSERT_TRUE(waitUntil([&] { return isEditor(windows, "/"); }));
+    const AccessibilityToplevels later(runLoop);
+    EXPECT_TRUE(waitUntil([&] { return isEditor(later, "/"); })) << "it is active already";
+    ASSERT_EQ(run({"xdotool", "type", "a"}), 0);
+    EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "*"); }));
+    {
+        TestWindow silent({.instance = "silent", .wmClass = "Silent"});
+        silent.activate();
+        EXPECT_TRUE(waitUntil([&] { return !windows.active(); })) << "the editor has been left";
+        EXPECT_EQ(windows.all().size(), 1U);
+    }
+    EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "*") && isEditor(later, "*"); }));
+    editor.reset();
+    EXPECT_TRUE(waitUntil([&] { return !windows.active() && windows.all().empty(); }));
+    const auto channel = windows.channel();
+    EXPECT_TRUE(channel.isAvailable);
+    EXPECT_THAT(channel.name + channel.reason + channel.remedy,
+                AllOf(HasSubstr("partial"), HasSubstr("terminals"), HasSubstr("browsers")));
+    EXPECT_FALSE(tree.isProcessTrusted()) << "nothing was switched on";
+    service.restart();
+    EXPECT_TRUE(waitUntil([&] { return !windows.channel().isAvailable; })) << "there is nobody";
+    editor = startEditor("text");
+    EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "/"); }));
+}
+
+/// Two windows of one application with these titles; the first is the active one.
+constexpr const char* twoWindows = R"(
+import gi, os, sys
+gi.require_version('Gtk', '3.0')
+from gi.repository import Gtk, GLib
+GLib.set_prgname('Two')
+for title in reversed(sys.argv[2:]):
+    window = Gtk.Window(title=title)
+    window.show_all()
+    while Gtk.events_pending(): Gtk.main_iteration()
+os.write(int(sys.argv[1]), b'ready\n')
+Gtk.main()
+)";
+
+TEST_F(AccessibilityTest, TheWindowInFrontIsTheOneWithItsTitle) {
+    ChildProcess two({"/usr/bin/python3", "-c", twoWindows, "{ready}", "One - Two", "Other - Two"});
+    ASSERT_TRUE(two.readyLine(20s));
+    std::optional<AccessibleElement> application;
+    ASSERT_TRUE(waitUntil([&] {
+        application = tree.application(two.pid());
+        return elementsAt(tree, application, AccessibleName::windows).size() == 2;
+    }));
+    const auto frontTitle = [&](const FrontWindow& front, std::string_view name) {
+        tree.setFront([front] { return front; });
+        return textAt(tree, elementAt(tree, tree.application(front.processIdentifier), name), AccessibleName::title);
+    };
+    struct Row {
+        FrontWindow front;
+        std::optional<std::string> expected;
+    };
+    const Row rows[] = {
+        {{two.pid(), "One - Two", {}}, "One - Two"},   {{two.pid(), "Other - Two", {}}, "Other - Two"},
+        {{0, "Other - Two", {"two"}}, "Other - Two"},  {{0, "Other - Two", {"two esr"}}, "Other - Two"},
+        {{0, "Other - Two", {"three"}}, std::nullopt}, {{0, "Gone - Two", {"two"}}, std::nullopt},
+    };
+    for (const auto& [front, expected] : rows)
+        for (const auto name : {AccessibleName::focusedWindow, AccessibleName::mainWindow})
+            EXPECT_EQ(frontTitle(front, name), expected) << front.title << " " << name;
 }
 
 TEST_F(AccessibilityTest, AFrozenApplicationCostsOneWait) {

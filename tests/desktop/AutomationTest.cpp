@@ -1,6 +1,7 @@
 #include "desktop/support/BusService.h"
 #include "desktop/support/DesktopSession.h"
 #include "desktop/support/LogindMock.h"
+#include "desktop/support/OfWindow.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/documents/LinuxAutomation.h"
@@ -72,7 +73,14 @@ protected:
     X11RunningApplications applications{std::make_unique<X11Connection>(X11Connection::Reader::nobody), identity,
                                         sessionEvents};
     LinuxAutomation automation{applications, identity};
+    /// The same of a window that another program has made.
+    [[nodiscard]] bool show(const std::string& wmClass, const std::string& title, std::vector<std::string> command) {
+        owners.push_back(std::make_unique<ChildProcess>(ofWindow(wmClass, title, std::move(command))));
+        return waitForTitle(title);
+    }
+
     std::vector<std::unique_ptr<TestWindow>> windows;
+    std::vector<std::unique_ptr<ChildProcess>> owners;
 };
 
 TEST_F(AutomationTest, TheFrontApplicationIsKnownToAnyThread) {
@@ -152,23 +160,23 @@ TEST_F(AutomationTest, WhereTheTitleHasNoPathOpenFilesRecentDocumentsAndArgument
         XdgPaths::dataHome() / "recently-used.xbel",
         "<xbel xmlns:bookmark=\"b\"><bookmark href=\"file://" + (files / "recent.txt").string() +
             "\"><bookmark:application exec=\"&apos;tail %u&apos;\" modified=\"2026-01-01T00:00:00Z\"/></bookmark>");
-    const ChildProcess process({"tail", "-f", (files / "open.txt").string()});
-    const ChildProcess reader({"tail", "-f", "/dev/null", (files / "argument.txt").string()});
+    const std::vector<std::string> opener{"tail", "-f", (files / "open.txt").string()};
+    const std::vector<std::string> reader{"tail", "-f", "/dev/null", (files / "argument.txt").string()};
     struct Row {
         const char* name;
-        pid_t pid;
+        std::vector<std::string> command;
         std::string title;
         ScriptResult expected;
     };
     const Row rows[] = {
-        {"open", process.pid(), "open.txt - Viewer", (files / "open.txt").string()},
-        {"recent", process.pid(), "recent.txt - Viewer", (files / "recent.txt").string()},
-        {"argument", reader.pid(), "Viewer", (files / "argument.txt").string()},
-        {"name alone", process.pid(), "gone.txt - Viewer", "gone.txt"},
+        {"open", opener, "open.txt - Viewer", (files / "open.txt").string()},
+        {"recent", opener, "recent.txt - Viewer", (files / "recent.txt").string()},
+        {"argument", reader, "The Viewer", (files / "argument.txt").string()},
+        {"name alone", opener, "gone.txt - Viewer", "gone.txt"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        ASSERT_TRUE(show({.instance = "viewer", .wmClass = "Viewer", .title = row.title, .pid = row.pid}));
+        ASSERT_TRUE(show("Viewer", row.title, row.command));
         EXPECT_TRUE(waitUntil([&] { return ask(ScriptFamily::officeDocument) == row.expected; }));
     }
     ASSERT_TRUE(show({.instance = "viewer", .wmClass = "Viewer", .title = "Untold", .pid = getpid()}));
@@ -176,11 +184,63 @@ TEST_F(AutomationTest, WhereTheTitleHasNoPathOpenFilesRecentDocumentsAndArgument
     EXPECT_THAT(ask(ScriptFamily::frontDocumentName), fails(-1728));
 }
 
+TEST_F(AutomationTest, TheProcessIsTheOneThatMadeTheWindowWhateverTheWindowSays) {
+    const auto told = folder("told");
+    const auto real = folder("real");
+    const ChildProcess inner({"sh", "-c", "cd " + told.string() + "; exec sleep 60"});
+    const ChildProcess sandboxed(
+        ofWindow("Sandboxed", "sandboxed", {"sh", "-c", "cd " + real.string() + "; exec sleep 60"}));
+    ASSERT_TRUE(waitForTitle("sandboxed"));
+    EXPECT_EQ(applications.frontmost()->processIdentifier, sandboxed.pid());
+    ASSERT_TRUE(show({.instance = "a", .wmClass = "A", .title = "inner", .pid = inner.pid()}));
+    EXPECT_EQ(applications.frontmost()->processIdentifier, getpid());
+    ASSERT_TRUE(show({.instance = "a", .wmClass = "A", .title = "/etc/passwd - far", .machine = "elsewhere"}));
+    EXPECT_THAT(applications.frontmost()->processIdentifier, Lt(0));
+    EXPECT_THAT(ask(ScriptFamily::frontDocumentPath), fails(-600)) << "a path of another machine";
+}
+
+/// A desktop that tells titles and no processes.
+struct TitlesAlone : WindowApplications {
+    using WindowApplications::WindowApplications;
+    std::optional<Window> frontWindow() override { return window; }
+    std::vector<WindowProperties> windows() override { return {window.properties}; }
+    Window window;
+};
+
+TEST_F(AutomationTest, WithoutAProcessTheTitleAndWhatIsRecentTell) {
+    TitlesAlone titles(identity, sessionEvents);
+    LinuxAutomation withoutProcess(titles, identity);
+    const auto files = folder("files");
+    writeFile(files / "Letter.odt", "x");
+    writeFile(XdgPaths::dataHome() / "recently-used.xbel",
+              "<xbel xmlns:bookmark=\"b\"><bookmark href=\"file://" + (files / "Letter.odt").string() +
+                  "\"><bookmark:application exec=\"&apos;soffice %u&apos;\" modified=\"2026-01-01T00:00:00Z\"/>"
+                  "</bookmark></xbel>");
+    struct Row {
+        const char* wmClass;
+        std::string title;
+        ScriptFamily family;
+        std::string expected;
+    };
+    const Row rows[] = {
+        {"mousepad", "~/files/Letter.odt - Mousepad", ScriptFamily::frontDocumentPath, (files / "Letter.odt").string()},
+        {"libreoffice-writer", "Letter.odt - LibreOffice Writer", ScriptFamily::officeDocument,
+         (files / "Letter.odt").string()},
+        {"foot", "me@host: ~/files", ScriptFamily::frontDocumentPath, files.string()},
+        {"mousepad", "other.txt - Mousepad", ScriptFamily::frontDocumentPath, "other.txt"},
+        {"thunar", "~/files - Thunar", ScriptFamily::frontFolder, files.string()},
+    };
+    for (const Row& row : rows) {
+        titles.window = {{.wmClass = row.wmClass}, row.title};
+        EXPECT_THAT(withoutProcess.run({.family = row.family}), says(row.expected)) << row.title;
+    }
+}
+
 TEST_F(AutomationTest, ATrackIsThatOfTheWindowsPlayer) {
     const BusService first("org.mpris.MediaPlayer2.first", playerPath, playing("Playing", "One", "vlc"));
-    const BusService second("org.mpris.MediaPlayer2.second", playerPath, playing("Paused", "Two", ""));
+    const BusService second("org.mpris.MediaPlayer2.second", playerPath, playing("Paused", "Two", ""), "second");
     {
-        ASSERT_TRUE(show({.instance = "second", .wmClass = "Second", .title = "second", .pid = second.pid()}));
+        ASSERT_TRUE(waitForTitle("second"));
         EXPECT_THAT(ask(ScriptFamily::currentTrack, "second"), says("Two"));
     }
     ASSERT_TRUE(show({.instance = "vlc", .wmClass = "vlc", .title = "vlc", .pid = getpid()}));
@@ -195,9 +255,10 @@ TEST_F(AutomationTest, ATrackIsThatOfTheWindowsPlayer) {
 TEST_F(AutomationTest, PlayersThatLieOrHangAreNoAnswerAndCostLessThanASecond) {
     const BusService liar("org.mpris.MediaPlayer2.liar", playerPath,
                           "{'org.mpris.MediaPlayer2': {'DesktopEntry': 7}, 'org.mpris.MediaPlayer2.Player': "
-                          "{'PlaybackStatus': 'Playing', 'Metadata': dbus.Array(['x'], signature='s')}}");
+                          "{'PlaybackStatus': 'Playing', 'Metadata': dbus.Array(['x'], signature='s')}}",
+                          "liar");
     {
-        ASSERT_TRUE(show({.instance = "liar", .wmClass = "Liar", .title = "liar", .pid = liar.pid()}));
+        ASSERT_TRUE(waitForTitle("liar"));
         EXPECT_THAT(ask(ScriptFamily::currentTrack), fails(-1728));
     }
     std::vector<std::unique_ptr<BusService>> hanging;
@@ -219,27 +280,21 @@ TEST_F(AutomationTest, AFolderIsWhatTheWindowsFileManagerPublishesElseWhatTheTit
     const BusService manager("org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
                              "{'org.freedesktop.FileManager1': {'OpenWindowsWithLocations': dbus.Dictionary({'/w/1': "
                              "['file://" +
-                                 work.string() + "'], '/w/2': ['file://" + plans.string() + "']}, signature='sas')}}");
-    const ChildProcess other({"sleep", "60"});
+                                 work.string() + "'], '/w/2': ['file://" + plans.string() + "']}, signature='sas')}}",
+                             "plans");
     folder("Music");
-    struct Row {
-        const char* name;
-        pid_t pid;
-        std::string title;
-        ScriptResult expected;
+    ASSERT_TRUE(waitForTitle("plans"));
+    EXPECT_THAT(ask(ScriptFamily::frontFolder), says(plans.string()));
+    const std::pair<const char*, std::string> rows[] = {
+        {"~/projects/work - Files", work.string()},
+        {"Music - Files", (home / "Music").string()},
+        {"home - Files", home.string()},
     };
-    const Row rows[] = {
-        {"published", manager.pid(), "plans", plans.string()},
-        {"path in the title", other.pid(), "~/projects/work - Files", work.string()},
-        {"known folder", other.pid(), "Music - Files", (home / "Music").string()},
-        {"home", other.pid(), "home - Files", home.string()},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        ASSERT_TRUE(show({.instance = "files", .wmClass = "Files", .title = row.title, .pid = row.pid}));
-        EXPECT_EQ(ask(ScriptFamily::frontFolder), row.expected);
+    for (const auto& [title, expected] : rows) {
+        ASSERT_TRUE(show({.instance = "files", .wmClass = "Files", .title = title}));
+        EXPECT_THAT(ask(ScriptFamily::frontFolder), says(expected)) << title;
     }
-    ASSERT_TRUE(show({.instance = "files", .wmClass = "Files", .title = "plans - Files", .pid = other.pid()}));
+    ASSERT_TRUE(show({.instance = "files", .wmClass = "Files", .title = "plans - Files"}));
     EXPECT_THAT(ask(ScriptFamily::frontFolder), fails(-1728)) << "published by another process";
 }
 

@@ -125,16 +125,40 @@ TEST_F(BrowserMessagesTest, AWorkerWaitsForATitleThatIsOnItsWayButNotForLong) {
     }
 }
 
-TEST_F(BrowserMessagesTest, ASecondConnectionOfABrowserTakesThePlaceOfTheFirst) {
+TEST_F(BrowserMessagesTest, ProfilesOfOneProcessKeepTheirPagesAndTheTitleChooses) {
     const auto messages = listen();
     const Host first(socket());
-    first.say(10, "https://a.example/", "A");
-    ASSERT_TRUE(waitUntil([&] { return messages->knows(10); }));
-    const Host second(socket());
-    second.say(10, "https://b.example/", "B");
-    ASSERT_TRUE(waitUntil([&] { return messages->url(10, "B").has_value(); }));
-    EXPECT_FALSE(first.say(10, "https://a.example/", "A"));
-    EXPECT_TRUE(staysTrue([&] { return messages->url(10, "B").has_value(); }, 0.05s));
+    auto second = std::make_unique<Host>(socket());
+    const Host other(socket());
+    const auto tells = [&](const Host& host, std::int64_t browser, const char* url, const char* title) {
+        host.say(browser, url, title);
+        return waitUntil([&] { return messages->url(browser, title) == url; });
+    };
+    ASSERT_TRUE(tells(first, 10, "https://news.example/", "News"));
+    ASSERT_TRUE(tells(*second, 10, "https://today.example/", "News today"));
+    ASSERT_TRUE(tells(other, 20, "https://other.example/", "Other"));
+    EXPECT_EQ(messages->url(10, "News - Chromium"), "https://news.example/");
+    EXPECT_EQ(messages->url(10, "News today - Chromium"), "https://today.example/") << "the longer title fits better";
+    EXPECT_EQ(messages->url(0, "Other - Chromium"), "https://other.example/") << "of whatever process";
+    ASSERT_TRUE(tells(*second, 10, "https://second.example/", "News")) << "the one that was told last";
+    second.reset();
+    EXPECT_TRUE(waitUntil([&] { return messages->url(10, "News") == "https://news.example/"; }));
+}
+
+TEST_F(BrowserMessagesTest, TheChannelSaysWhetherABrowserTellsItsPageAndWhyNoneDoes) {
+    const Channel available{
+        .question = "page in front", .name = "browser extension", .isAvailable = true, .gives = Sight::pages};
+    const BrowserMessages messages(socket(), {});
+    EXPECT_EQ(messages.channel().reason, "no browser with the extension has connected");
+    EXPECT_THAT(messages.channel().remedy, HasSubstr("browser install"));
+    auto host = std::make_unique<Host>(socket());
+    host->say("garbage");
+    EXPECT_TRUE(waitUntil([&] { return messages.channel().reason.ends_with("could not be understood"); }));
+    host->say(10, "https://a.example/", "A");
+    EXPECT_TRUE(waitUntil([&] { return messages.channel() == available; }));
+    host.reset();
+    EXPECT_TRUE(waitUntil([&] { return !messages.channel().isAvailable; }));
+    EXPECT_EQ(BrowserMessages(std::nullopt, {}).channel().reason, "XDG_RUNTIME_DIR is not set");
 }
 
 TEST_F(BrowserMessagesTest, GarbageIsPassedOverAndNamedOnce) {

@@ -168,6 +168,10 @@ TEST_F(DesktopEntriesTest, AProcessIsRecognisedByItsLauncherOrItsProgram) {
 TEST_F(DesktopEntriesTest, AnApplicationIsNamedByTableFileOrClass) {
     install("google-chrome", "Name=Google Chrome\n");
     install("org.example.Notes", "Name=Notes\n");
+    install("jetbrains-idea-4f1c", "Name=IntelliJ\nStartupWMClass=jetbrains-idea\n");
+    install("appimagekit_1-Krita", "Name=Krita\nStartupWMClass=krita\n");
+    install("my-code", "Name=Mine\nExec=/opt/code/code\n");
+    install("chrome-abc-Default", "Name=Mail\nStartupWMClass=crx_abc\n");
     ApplicationIdentity identity(entries, IdentityTable::builtIn());
     struct Row {
         const char* name;
@@ -177,6 +181,13 @@ TEST_F(DesktopEntriesTest, AnApplicationIsNamedByTableFileOrClass) {
     const Row rows[] = {
         {"in the table", {.wmClass = "Google-chrome"}, {"com.google.Chrome", "Google Chrome"}},
         {"in no table", {.wmClass = "Notes"}, {"org.example.Notes", "Notes"}},
+        {"id of an installer", {.wmClass = "jetbrains-idea"}, {"com.jetbrains.intellij", "IntelliJ"}},
+        {"known for its documents", {.wmClass = "krita"}, {"krita", "Krita"}},
+        {"own class", {.wmClass = "Code", .kdeDesktopFile = "my-code"}, {"com.microsoft.vscode", "Mine"}},
+        {"page as application",
+         {.instance = "crx_abc", .wmClass = "Google-chrome", .kdeDesktopFile = "chrome-abc-Default"},
+         {"chrome-abc-Default", "Mail"}},
+        {"instance in the table", {.instance = "code", .wmClass = "Wrapper"}, {"com.microsoft.vscode", "Wrapper"}},
         {"class in the table", {.wmClass = "Firefox-esr"}, {"org.mozilla.firefox", "Firefox-esr"}},
         {"class alone", {.wmClass = "MyTool"}, {"mytool", "MyTool"}},
         {"instance alone", {.instance = "tool"}, {"tool", "tool"}},

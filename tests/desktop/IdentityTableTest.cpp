@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/IdentityTable.h"
 
 #include "support/Matching.h"
+#include "support/TextTable.h"
 
 namespace quorvane::platform {
 namespace {
@@ -8,12 +9,37 @@ namespace {
 TEST(IdentityTableTest, WellKnownApplicationsHaveTheirCounterpartsIdentifiers) {
     const auto table = IdentityTable::builtIn();
     const std::pair<const char*, std::optional<std::string>> rows[] = {
-        {"google-chrome", "com.google.Chrome"},       {"org.chromium.Chromium", "com.google.Chrome"},
-        {"firefox-esr", "org.mozilla.firefox"},       {"Code", "com.microsoft.vscode"},
-        {"TelegramDesktop", "ru.keepcoder.telegram"}, {"debian-xterm", std::nullopt},
+        {"google-chrome", "com.google.Chrome"},
+        {"org.chromium.Chromium", "com.google.Chrome"},
+        {"firefox-esr", "org.mozilla.firefox"},
+        {"Code", "com.microsoft.vscode"},
+        {"TelegramDesktop", "ru.keepcoder.telegram"},
+        {"debian-xterm", std::nullopt},
+        {"libreoffice-calc", "org.libreoffice.script.calc"},
+        {"google-chrome-beta", "com.google.Chrome.beta"},
+        {"codium_codium", "com.vscodium"},
+        {"jetbrains-rustrover", "com.jetbrains.rustrover"},
     };
     for (const auto& [name, expected] : rows)
         EXPECT_EQ(table.bundleIdentifier(name), expected) << name;
+    EXPECT_EQ(table.documentModel("com.google.Chrome.beta"), "com.google.Chrome");
+    EXPECT_EQ(table.documentModel("org.libreoffice.script.calc"), "com.microsoft.excel");
+}
+
+TEST(IdentityTableTest, TheTableKnowsDebiansDesktopFilesAndTheClassesThatTheyName) {
+    const auto table = IdentityTable::builtIn();
+    const auto known = [&](const std::string& name) {
+        auto identifier = table.bundleIdentifier(name);
+        return identifier ? identifier : table.documentModel(name);
+    };
+    const auto facts = textTable(QUORVANE_DESKTOP_DATA "/debian-applications.txt");
+    EXPECT_THAT(facts.size(), testing::Gt(100));
+    for (const auto& fact : facts) {
+        const auto& desktopId = fact.at(1);
+        const auto& wmClass = fact.at(2);
+        EXPECT_NE(known(desktopId), std::nullopt) << desktopId;
+        EXPECT_EQ(known(wmClass == "-" ? desktopId : wmClass), known(desktopId)) << wmClass;
+    }
 }
 
 TEST(IdentityTableTest, ApplicationsThatOnlyWorkAlikeKeepTheirOwnIdentifier) {

@@ -56,15 +56,16 @@ TEST(PresenceTest, WhoHoldsIdlenessOffOrPlaysInFrontSpeaksForSomebodyAndWhoHangs
     const char* const path = "/org/mpris/MediaPlayer2";
     const char* const name = "org.mpris.MediaPlayer2.film";
     {
-        const BusService paused(name, path, player("Paused"));
-        const TestWindow window({.instance = "film", .wmClass = "Film", .title = "Film", .pid = paused.pid()});
-        ASSERT_TRUE(waitUntil([&] { return window.hasFocus(); }));
+        const BusService paused(name, path, player("Paused"), "Film");
+        ASSERT_TRUE(waitUntil([&] { return desktop.foreground().frontmostWindowTitle() == "Film"; }));
         EXPECT_EQ(presence(), "");
     }
-    BusService playing(name, path, player("Playing"));
+    BusService playing(name, path, player("Playing"), "Film");
+    EXPECT_TRUE(found(" plays"));
+    TestWindow other({.instance = "other", .wmClass = "Other", .title = "Other"});
+    ASSERT_TRUE(waitUntil([&] { return other.hasFocus(); }));
     EXPECT_EQ(presence(), "") << "not in front";
-    const TestWindow window({.instance = "film", .wmClass = "Film", .title = "Film", .pid = playing.pid()});
-    ASSERT_TRUE(waitUntil([&] { return window.hasFocus(); }));
+    other.destroy();
     EXPECT_TRUE(found(" plays"));
 
     playing.hang();

@@ -17,6 +17,7 @@ TEST(PrivateBrowsingTest, OnlyATitleWithoutAnyMarkIsThatOfAnOrdinaryWindow) {
         {"Mozilla Firefox", "Firefox", "Gecko", true},
         {"Page — Work — Mozilla Firefox", "Firefox", "Gecko", true},
         {"Page — LibreWolf", "LibreWolf", "Gecko", true},
+        {"Page — Ablaze Floorp", "Floorp", "Gecko", true},
         {"Page — Mozilla Firefox Private Browsing", "Firefox", "Gecko", false},
         {"Mozilla Firefox Private Browsing", "Firefox", "Gecko", false},
         {"Page — Navigation privée de Mozilla Firefox", "Firefox", "Gecko", false},
@@ -29,6 +30,8 @@ TEST(PrivateBrowsingTest, OnlyATitleWithoutAnyMarkIsThatOfAnOrdinaryWindow) {
         {"Page – Chromium", "Chromium", "Chromium", true},
         {"Page: Chromium", "Chromium", "Chromium", true},
         {"Page - Chromium - Work", "Chromium", "Chromium", true},
+        {"Page - Google Chrome Beta - Work", "Google Chrome", "Chromium", true},
+        {"Page - Google Chrome Beta (Incognito)", "Google Chrome", "Chromium", false},
         {"Page - Chromium (Incognito)", "Chromium", "Chromium", false},
         {"Page - Chromium（シークレット モード）", "Chromium", "Chromium", false},
         {"Page - Chromium（无痕）", "Chromium", "Chromium", false},
@@ -59,10 +62,18 @@ TEST(PrivateBrowsingTest, AMarkCountsOnlyInAWindowOfABrowserThatNamesItself) {
         {"com.google.Chrome", "Chromium news - Google Chrome - Work", false},
         {"com.microsoft.edgemac", "Page - [InPrivate] - Microsoft Edge", true},
         {"com.microsoft.edgemac", "Page - Microsoft\u200B Edge", false},
+        {"io.gitlab.librewolf-community", "Page — LibreWolf Private Browsing", true},
+        {"app.zen_browser.zen", "Page — Zen Browser", false},
+        {"org.mozilla.firefox.nightly", "Page — Firefox Nightly Private Browsing", true},
+        {"org.kde.falkon", "Page - Falkon (Private Browsing)", true},
+        {"org.gnome.Epiphany", "Page", false},
         {"org.example.editor", "Page — Mozilla Firefox Private Browsing", false},
     };
     for (const Row& row : rows)
         EXPECT_EQ(PrivateBrowsing::isMarked(row.application, row.title), row.isMarked) << row.title;
+    for (const char* application : {"com.google.Chrome.beta", "com.brave.Browser.nightly", "org.gnome.Epiphany"})
+        EXPECT_TRUE(PrivateBrowsing::hidesMark(application)) << application;
+    EXPECT_FALSE(PrivateBrowsing::hidesMark("io.gitlab.librewolf-community"));
 }
 
 }  // namespace

@@ -209,6 +209,16 @@ TEST_F(BrowserTest, ATitleThatMayBePrivateComesWithTheAddress) {
     tracker.reset();
 }
 
+TEST_F(BrowserTest, ARelativeOfAWellKnownBrowserIsAskedToo) {
+    desktop.setFrontmostSilently("org.example.relative", "Relative");
+    startTrackingAt("09:00:00");
+    playUntil("09:00:11");
+    EXPECT_EQ(openURL(), std::nullopt);
+    desktop.automation().setModel("org.example.relative", "org.mozilla.firefox");
+    playUntil("09:00:31");
+    EXPECT_EQ(openURL(), "https://example.org/one");
+}
+
 TEST_F(BrowserTest, APageThatIsAskedForIsRefreshedWhenTwoMinutesOldAndAnotherOneIsAnotherRecord) {
     startTrackingAt("09:00:00");
     playUntil("09:02:00");

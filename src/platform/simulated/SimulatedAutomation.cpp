@@ -10,6 +10,11 @@ ScriptResult SimulatedAutomation::run(const Script& script) {
     return answer_ ? answer_(script) : ScriptResult();
 }
 
+std::string SimulatedAutomation::scriptIdentity(const std::string& bundleIdentifier) {
+    const auto model = models_.find(bundleIdentifier);
+    return model == models_.end() ? bundleIdentifier : model->second;
+}
+
 Channel SimulatedAutomation::channel() {
     return {.question = "automation", .name = "simulated", .isAvailable = true};
 }

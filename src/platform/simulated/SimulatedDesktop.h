@@ -35,6 +35,8 @@ public:
     SimulatedAccessibility& accessibility() override { return accessibility_; }
     SimulatedAutomation& automation() override { return automation_; }
     RunningApplications& runningApplications() override { return runningApplications_; }
+    std::vector<Channel> sight() override { return {foreground_.channel()}; }
+    std::vector<Channel> channels() override { return sight(); }
 
     // Applications
 

@@ -1,5 +1,7 @@
 #include "desktop/support/BusService.h"
 
+#include "desktop/support/OfWindow.h"
+
 #include <filesystem>
 #include <stdexcept>
 
@@ -30,8 +32,9 @@ std::string distributionPython() {
     return std::filesystem::exists(own) ? own : "python3";
 }
 
-BusService::BusService(const std::string& name, const std::string& path, const std::string& properties)
-    : process_({distributionPython(), "-c", program, "{ready}", name, path, properties}) {
+BusService::BusService(const std::string& name, const std::string& path, const std::string& properties,
+                       const std::string& title)
+    : process_(ofWindow(title, title, {distributionPython(), "-c", program, "{ready}", name, path, properties})) {
     if (!process_.readyLine(20s)) throw std::runtime_error(name + " does not start");
 }
 

@@ -13,8 +13,10 @@ namespace quorvane {
 /// A program on the test's session bus that owns a name and answers for properties of one object.
 class BusService {
 public:
-    /// `properties` are Python: {"interface": {"Name": value}}, with the types of the module dbus.
-    BusService(const std::string& name, const std::string& path, const std::string& properties);
+    /// `properties` are Python: {"interface": {"Name": value}}, with the types of the module dbus. With a title it
+    /// shows a window, whose class is the title too.
+    BusService(const std::string& name, const std::string& path, const std::string& properties,
+               const std::string& title = {});
 
     [[nodiscard]] pid_t pid() const { return process_.pid(); }
 

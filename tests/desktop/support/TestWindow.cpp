@@ -36,6 +36,7 @@ TestWindow::TestWindow(const Properties& properties)
     if (!properties.oldTitle.empty()) setText("WM_NAME", "STRING", properties.oldTitle);
     if (!properties.gtkApplicationId.empty())
         setText("_GTK_APPLICATION_ID", "UTF8_STRING", properties.gtkApplicationId);
+    if (!properties.machine.empty()) setText("WM_CLIENT_MACHINE", "STRING", properties.machine);
     if (properties.pid) {
         const auto pid = static_cast<std::uint32_t>(*properties.pid);
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window_, atom(connection_, "_NET_WM_PID"),

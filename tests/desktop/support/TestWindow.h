@@ -16,7 +16,8 @@ public:
         std::string title;     ///< UTF-8; empty: none
         std::string oldTitle;  ///< WM_NAME, Latin-1
         std::string gtkApplicationId;
-        std::optional<pid_t> pid;
+        std::string machine;       ///< on which its program runs
+        std::optional<pid_t> pid;  ///< what it says of its process
     };
 
     /// Shows it; the window manager may or may not give it the focus.

@@ -44,11 +44,13 @@ std::optional<std::string> AtspiRound::textProperty(const AtspiReference& elemen
     return value.toString().toStdString();
 }
 
+std::vector<AtspiReference> AtspiRound::applications() {
+    return children({QStringLiteral("org.a11y.atspi.Registry"), QDBusObjectPath(AtspiReference::applicationPath())});
+}
+
 std::optional<AtspiReference> AtspiRound::application(std::int64_t process) {
-    const AtspiReference desktop{QStringLiteral("org.a11y.atspi.Registry"),
-                                 QDBusObjectPath(AtspiReference::applicationPath())};
-    for (const auto& application : children(desktop))
-        if (connection_->process(application.bus, deadline_) == process) return application;
+    for (const auto& application : applications())
+        if (this->process(application) == process) return application;
     return std::nullopt;
 }
 

@@ -18,6 +18,14 @@ public:
     AtspiRound(std::shared_ptr<AtspiConnection> connection, const Deadline& deadline)
         : connection_(std::move(connection)), deadline_(deadline) {}
 
+    /// All that are on the bus.
+    [[nodiscard]] std::vector<AtspiReference> applications();
+
+    /// The process of the element's application; none if the bus does not know it.
+    [[nodiscard]] std::optional<std::int64_t> process(const AtspiReference& element) {
+        return connection_->process(element.bus, deadline_);
+    }
+
     /// The application with this process; none if it is not on the bus.
     [[nodiscard]] std::optional<AtspiReference> application(std::int64_t process);
 

@@ -28,9 +28,6 @@ public:
     BrowserConnection& operator=(const BrowserConnection&) = delete;
     ~BrowserConnection();
 
-    /// The browser's process, once the host has named it; it can't name another one later.
-    [[nodiscard]] std::optional<std::int64_t> browser() const { return browser_; }
-
 private:
     void read();
     void rest();
@@ -38,8 +35,8 @@ private:
 
     int descriptor_;
     Listener listener_;
-    std::optional<std::int64_t> browser_;
-    int turns_ = 0;  ///< that brought messages since `secondBegan_`
+    std::optional<std::int64_t> browser_;  ///< its process, once the host has named it; it can't name another one later
+    int turns_ = 0;                        ///< that brought messages since `secondBegan_`
     std::chrono::steady_clock::time_point secondBegan_{};
     bool hasComplained_ = false;
     std::unique_ptr<QSocketNotifier> notifier_;

@@ -112,12 +112,13 @@ bool isOfSameUser(int descriptor) {
 struct BrowserMessages::Impl {
     void acceptAll();
     void add(int descriptor);
-    void heard(const BrowserConnection& from, BrowserMessage message);
     void remove(const BrowserConnection& connection);
+    void complain(const std::string& line);
     void sayOnce(bool& isSaid, const char* line);
 
     Say say;
-    std::string problem;
+    std::string problem;  ///< why it does not listen
+    std::string trouble;  ///< what went wrong last with those who told something
     std::thread::id mainThread = std::this_thread::get_id();
     PagesInFront pages;
     std::optional<Listener> listener;
@@ -135,8 +136,8 @@ void BrowserMessages::Impl::acceptAll() {
         if (descriptor < 0) {
             // Without a descriptor to give away the connection stays in the queue and would wake us again and again.
             notifier->setEnabled(false);
-            return say(
-                fmt::format("BrowserMessages: no more browsers are heard: {}", std::generic_category().message(errno)));
+            problem = fmt::format("no more browsers are heard: {}", std::generic_category().message(errno));
+            return complain(problem);
         }
         add(descriptor);
     }
@@ -145,34 +146,33 @@ void BrowserMessages::Impl::acceptAll() {
 void BrowserMessages::Impl::add(int descriptor) {
     if (!isOfSameUser(descriptor)) {
         ::close(descriptor);
-        return sayOnce(hasNamedStrangers, "BrowserMessages: another user wanted to connect");
+        return sayOnce(hasNamedStrangers, "another user wanted to connect");
     }
     if (connections.size() >= mostConnections) {
         ::close(descriptor);
-        return sayOnce(hasNamedCrowd, "BrowserMessages: too many browsers want to connect");
+        return sayOnce(hasNamedCrowd, "too many browsers want to connect");
     }
     connections.push_back(std::make_unique<BrowserConnection>(
         descriptor,
         BrowserConnection::Listener{
-            .heard = [this](BrowserConnection& from, BrowserMessage message) { heard(from, std::move(message)); },
-            .complained = [this](const std::string& line) { say("BrowserMessages: " + line); },
+            .heard = [this](BrowserConnection& from, BrowserMessage message) { pages.set(&from, std::move(message)); },
+            .complained = [this](const std::string& line) { complain(line); },
             .ended = [this](BrowserConnection& connection) { remove(connection); }}));
 }
 
-/// The newest connection of a browser takes the place of an older one.
-void BrowserMessages::Impl::heard(const BrowserConnection& from, BrowserMessage message) {
-    std::erase_if(connections,
-                  [&](const auto& other) { return other.get() != &from && other->browser() == message.browser; });
-    pages.set(std::move(message));
+void BrowserMessages::Impl::remove(const BrowserConnection& connection) {
+    pages.forget(&connection);
+    std::erase_if(connections, [&](const auto& other) { return other.get() == &connection; });
+    if (connections.empty()) trouble.clear();
 }
 
-void BrowserMessages::Impl::remove(const BrowserConnection& connection) {
-    if (const auto browser = connection.browser()) pages.forget(*browser);
-    std::erase_if(connections, [&](const auto& other) { return other.get() == &connection; });
+void BrowserMessages::Impl::complain(const std::string& line) {
+    trouble = line;
+    if (say) say("BrowserMessages: " + line);
 }
 
 void BrowserMessages::Impl::sayOnce(bool& isSaid, const char* line) {
-    if (!isSaid) say(line);
+    if (!isSaid) complain(line);
     isSaid = true;
 }
 
@@ -198,6 +198,22 @@ BrowserMessages::~BrowserMessages() {
 
 const std::string& BrowserMessages::problem() const {
     return impl_->problem;
+}
+
+Channel BrowserMessages::channel() const {
+    Channel channel{.question = "page in front", .name = "browser extension", .gives = Sight::pages};
+    channel.isAvailable = impl_->problem.empty() && impl_->pages.knows(0);
+    if (channel.isAvailable) return channel;
+    if (!impl_->problem.empty()) {
+        channel.reason = impl_->problem;
+        channel.remedy = "Start Quorvane again, in the desktop session and only once.";
+    } else {
+        channel.reason = "no browser with the extension has connected";
+        if (!impl_->trouble.empty()) channel.reason += "; " + impl_->trouble;
+        channel.mend = Mend::browser;
+        channel.remedy = "Run quorvane-cli browser install and do what it says; or switch accessibility on.";
+    }
+    return channel;
 }
 
 bool BrowserMessages::knows(std::int64_t processIdentifier) const {

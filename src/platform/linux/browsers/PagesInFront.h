@@ -4,6 +4,7 @@
 #include "browserhost/TabReport.h"
 
 #include <condition_variable>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -11,11 +12,13 @@
 
 namespace quorvane::platform {
 
-/// The page that each browser has in front, by its process. From any thread.
+/// The page that each host last told of. A browser's process has one for each of its profiles. From any thread.
 class PagesInFront {
 public:
-    void set(BrowserMessage message);
-    void forget(std::int64_t browser);
+    using Host = const void*;  ///< tells one from another
+
+    void set(Host host, BrowserMessage message);
+    void forget(Host host);
     [[nodiscard]] bool knows(std::int64_t browser) const;
 
     /// See `BrowserMessages::url`. Of a browser that has said nothing it expects nothing and does not wait.
@@ -23,9 +26,18 @@ public:
                                                  Seconds patience);
 
 private:
-    mutable std::mutex mutex_;  ///< guards `pages_`
+    struct Told {
+        BrowserMessage message;
+        std::uint64_t order = 0;  ///< the later, the higher
+    };
+
+    [[nodiscard]] bool hasPageOf(std::int64_t browser) const;
+    [[nodiscard]] const Told* best(std::int64_t browser, const std::string& windowTitle) const;
+
+    mutable std::mutex mutex_;  ///< guards `told_` and `count_`
     std::condition_variable isChanged_;
-    std::map<std::int64_t, TabReport> pages_;
+    std::map<Host, Told> told_;
+    std::uint64_t count_ = 0;
 };
 
 }  // namespace quorvane::platform

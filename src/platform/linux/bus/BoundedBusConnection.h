@@ -10,7 +10,7 @@
 namespace quorvane::platform {
 
 /// A connection to a bus, closed with this object, on which nothing waits beyond a deadline. The usual connection waits
-/// half a minute for the greeting of a bus that hangs. It subscribes to nothing. From any thread.
+/// half a minute for the greeting of a bus that hangs. It subscribes to nothing by itself. From any thread.
 class BoundedBusConnection {
 public:
     /// `address` is D-Bus's own form, "unix:path=/run/user/1000/bus". Where no bus answers it is not connected.
@@ -24,6 +24,9 @@ public:
     [[nodiscard]] static QString systemAddress();
 
     [[nodiscard]] bool isConnected() const { return isGreeted_ && bus_.isConnected(); }
+
+    /// For what doesn't wait. To Qt it is a peer: no rule is sent to the bus for a slot that is connected here.
+    [[nodiscard]] QDBusConnection& bus() { return bus_; }
 
     /// The answer, or an error message; QDBusError::NoReply when the time was over.
     [[nodiscard]] QDBusMessage call(const QDBusMessage& question, const Deadline& deadline) const;

@@ -9,16 +9,15 @@
 namespace quorvane::platform {
 namespace {
 
-constexpr Seconds patienceForGreeting = 0.2s;
-
 QString freshName() {
     static int number = 0;
     return QStringLiteral("quorvane-%1").arg(++number);
 }
 
-/// A bus that hangs would hold the usual connection for half a minute.
-bool doesGreet(const QString& address) {
-    return BoundedBusConnection(address, Deadline(patienceForGreeting)).isConnected();
+/// Qt waits half a minute for a bus that hangs, and takes the whole program along.
+QDBusConnection connectionTo(const QString& address, const QString& name) {
+    const BoundedBusConnection trial(address, Deadline(Seconds(busPatienceInMilliseconds / 1000.0)));
+    return trial.isConnected() ? QDBusConnection::connectToBus(address, name) : QDBusConnection(name);
 }
 
 }  // namespace
@@ -36,9 +35,7 @@ DBusConnection DBusConnection::toSession() {
 }
 
 DBusConnection::DBusConnection(const std::string& address)
-    : name_(freshName()), bus_(doesGreet(QString::fromStdString(address))
-                                   ? QDBusConnection::connectToBus(QString::fromStdString(address), name_)
-                                   : QDBusConnection(name_)) {}
+    : name_(freshName()), bus_(connectionTo(QString::fromStdString(address), name_)) {}
 
 DBusConnection::DBusConnection(DBusConnection&& other) noexcept
     : name_(std::exchange(other.name_, QString())), bus_(std::move(other.bus_)) {}

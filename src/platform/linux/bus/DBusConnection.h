@@ -9,8 +9,8 @@ namespace quorvane::platform {
 /// How long a start may wait for one answer from a bus.
 inline constexpr int busPatienceInMilliseconds = 300;
 
-/// A connection of our own to a bus, closed with this object. Where there is no such bus, or none that answers within a
-/// moment, it is not connected: no daemon is ever started for it.
+/// A connection of our own to a bus, closed with this object. Where no such bus answers it is not connected: no daemon
+/// is ever started for it, and nobody waits for one that hangs.
 class DBusConnection {
 public:
     /// The system bus, and the bus of the user's session. What the environment says counts at this moment.

@@ -27,15 +27,41 @@ ApplicationIdentity::ApplicationIdentity(DesktopEntries& entries, IdentityTable 
 
 ForegroundApplication ApplicationIdentity::identify(const WindowProperties& window) const {
     if (const auto entry = entries_.find(window))
-        return {.bundleIdentifier = bundleIdentifier(entry->id),
+        return {.bundleIdentifier = identifierOf(*entry, window),
                 .localizedName = entry->name.empty() ? entry->id : entry->name};
     const auto& name = window.wmClass.empty() ? window.instance : window.wmClass;
     if (name.empty()) return {.bundleIdentifier = std::nullopt, .localizedName = processName(window.pid)};
-    return {.bundleIdentifier = table_.bundleIdentifier(name).value_or(text::lowercased(name)), .localizedName = name};
+    auto known = knownIdentifier(text::lowercased(window.wmClass));
+    if (!known) known = knownIdentifier(text::lowercased(window.instance));
+    return {.bundleIdentifier = known.value_or(text::lowercased(name)), .localizedName = name};
+}
+
+/// Desktop files of AppImages and of installers have ids that nobody else gives; the class of the windows is still the
+/// usual one. Only a file that names a class which nobody knows is of an application of its own, as a web page's is
+/// that a browser shows in windows of its own class. The instance says nothing here: users change it.
+std::string ApplicationIdentity::identifierOf(const DesktopEntry& entry, const WindowProperties& window) const {
+    if (auto known = knownIdentifier(entry.id)) return *std::move(known);
+    const auto& wmClass = entry.startupWmClass.empty() ? window.wmClass : entry.startupWmClass;
+    return knownIdentifier(text::lowercased(wmClass)).value_or(entry.id);
+}
+
+/// A name of which the table says only how its documents are asked for is an identifier itself.
+std::optional<std::string> ApplicationIdentity::knownIdentifier(const std::string& name) const {
+    if (auto identifier = table_.bundleIdentifier(name)) return identifier;
+    return table_.documentModel(name) ? std::optional(name) : std::nullopt;
 }
 
 std::string ApplicationIdentity::bundleIdentifier(const std::string& desktopId) const {
     return table_.bundleIdentifier(desktopId).value_or(desktopId);
+}
+
+std::vector<std::string> ApplicationIdentity::names(const ForegroundApplication& application) const {
+    const auto identifier = application.bundleIdentifier.value_or("");
+    auto names = table_.names(identifier);
+    for (const auto& name :
+         {identifier, identifier.substr(identifier.rfind('.') + 1), application.localizedName.value_or("")})
+        if (name.size() > 1) names.push_back(text::lowercased(name));
+    return names;
 }
 
 std::string ApplicationIdentity::documentModel(const std::string& bundleIdentifier) const {

@@ -4,11 +4,15 @@
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/IdentityTable.h"
 
+#include <string>
+#include <vector>
+
 namespace quorvane::platform {
 
-/// Names the application of a window: desktop-file id and name, the id exchanged for the bundle identifier that the
-/// identity table knows for it. Without a desktop file the window's class serves, without a class nothing does as id.
-/// From any thread.
+/// Names the application of a window: the bundle identifier that the identity table knows for the id of its desktop
+/// file, else for the class that this file names, else for the window's own; else that id. Without a desktop file the
+/// window's class and instance are looked up, and the class serves as id; without a class nothing does. From any
+/// thread.
 class ApplicationIdentity {
 public:
     ApplicationIdentity(DesktopEntries& entries, IdentityTable table);
@@ -18,11 +22,17 @@ public:
     /// The bundle identifier of the application with this desktop-file id; the id itself where the table knows none.
     [[nodiscard]] std::string bundleIdentifier(const std::string& desktopId) const;
 
+    /// What the application may call itself, in lower case: names from the table, and what its identifier ends with.
+    [[nodiscard]] std::vector<std::string> names(const ForegroundApplication& application) const;
+
     /// In whose way the application with this bundle identifier is asked for its document; itself where the table knows
     /// no model.
     [[nodiscard]] std::string documentModel(const std::string& bundleIdentifier) const;
 
 private:
+    [[nodiscard]] std::string identifierOf(const DesktopEntry& entry, const WindowProperties& window) const;
+    [[nodiscard]] std::optional<std::string> knownIdentifier(const std::string& name) const;
+
     DesktopEntries& entries_;
     IdentityTable table_;
 };

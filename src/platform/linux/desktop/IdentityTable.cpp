@@ -69,6 +69,13 @@ std::optional<std::string> IdentityTable::bundleIdentifier(std::string_view name
     return valueAt(bundleIdentifiers_, name);
 }
 
+std::vector<std::string> IdentityTable::names(std::string_view bundleIdentifier) const {
+    std::vector<std::string> names;
+    for (const auto& [name, identifier] : bundleIdentifiers_)
+        if (bundleIdentifier == identifier || bundleIdentifier.starts_with(identifier + ".")) names.push_back(name);
+    return names;
+}
+
 std::optional<std::string> IdentityTable::documentModel(std::string_view bundleIdentifier) const {
     return valueAt(documentModels_, bundleIdentifier);
 }

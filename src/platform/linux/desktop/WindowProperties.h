@@ -11,10 +11,13 @@ struct WindowProperties {
     std::string wmClass;           ///< second part of WM_CLASS
     std::string kdeDesktopFile;    ///< _KDE_NET_WM_DESKTOP_FILE
     std::string gtkApplicationId;  ///< _GTK_APPLICATION_ID
-    pid_t pid = 0;                 ///< 0: unknown, or a process of another machine
+    pid_t pid = 0;                 ///< 0: unknown
 
+    static constexpr pid_t elsewhere = -1;  ///< the process runs on another machine
+
+    /// Does it not say what it is?
     [[nodiscard]] bool areEmpty() const {
-        return instance.empty() && wmClass.empty() && kdeDesktopFile.empty() && gtkApplicationId.empty() && pid == 0;
+        return instance.empty() && wmClass.empty() && kdeDesktopFile.empty() && gtkApplicationId.empty();
     }
     friend bool operator==(const WindowProperties&, const WindowProperties&) = default;
 };

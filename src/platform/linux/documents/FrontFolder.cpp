@@ -31,10 +31,10 @@ fs::path folderNamed(std::string_view name, const std::vector<fs::path>& folders
 }
 
 /// Which key is the window's is not known here, so the window in front is the one whose folder the title names. With
-/// one folder in all there is no doubt, whatever the title calls it.
+/// one folder in all there is no doubt, whatever the title calls it, if it is the window's process that publishes it.
 fs::path publishedFolder(SessionBusQuestions& bus, pid_t pid, const std::string& name) {
     const auto service = QStringLiteral("org.freedesktop.FileManager1");
-    if (bus.processOf(service) != pid) return {};
+    if (pid > 0 && bus.processOf(service) != pid) return {};
     const auto published = bus.property(service, QStringLiteral("/org/freedesktop/FileManager1"), service,
                                         QStringLiteral("OpenWindowsWithLocations"));
     if (published.typeId() != qMetaTypeId<QDBusArgument>()) return {};
@@ -44,7 +44,7 @@ fs::path publishedFolder(SessionBusQuestions& bus, pid_t pid, const std::string&
     for (const auto& tabs : qdbus_cast<FoldersByWindow>(argument))
         for (const auto& uri : tabs.first(std::min<qsizetype>(tabs.size(), mostFolders)))
             if (auto folder = folderOf(uri); OpenFiles::isFolder(folder)) folders.push_back(std::move(folder));
-    if (folders.size() == 1) return folders.front();
+    if (pid > 0 && folders.size() == 1) return folders.front();
     return folderNamed(name, folders);
 }
 

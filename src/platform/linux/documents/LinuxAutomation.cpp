@@ -7,6 +7,7 @@
 #include "platform/linux/documents/DocumentTitle.h"
 #include "platform/linux/documents/FrontFolder.h"
 #include "platform/linux/documents/TerminalDirectory.h"
+#include "platform/linux/process/Proc.h"
 
 #include <fmt/format.h>
 #include <utility>
@@ -66,7 +67,10 @@ std::string document(SessionBusQuestions& bus, const ApplicationIdentity& identi
         if (const auto directory = terminalDirectory(pid, front.windowTitle); !directory.empty())
             return directory.string();
     auto name = DocumentTitle::documentName(front.windowTitle, namesOf(front));
-    const auto path = documentFromTitle(bus, pid, front.windowTitle, name);
+    const DocumentOwner owner{.pid = pid,
+                              .programs = pid > 0 ? Proc::programNames(pid)
+                                                  : identity.names({front.bundleIdentifier, front.localizedName})};
+    const auto path = documentFromTitle(bus, owner, front.windowTitle, name);
     return path.empty() ? std::move(name) : path.string();
 }
 
@@ -88,7 +92,8 @@ ScriptResult LinuxAutomation::run(const Script& script) {
         return textOr(currentTrack(bus, identity_, 0, script.bundleIdentifier), "nothing plays", script);
     }
     const auto pid = static_cast<pid_t>(front->processIdentifier);
-    if (pid <= 0 || applications_.isTerminated(pid))
+    // Where nobody tells the process, 0, the title may do; one of another machine names that one's files.
+    if (pid < 0 || applications_.isTerminated(pid) || front->bundleIdentifier == loginWindowBundleId)
         return unreachable(fmt::format("{} has no process on this machine", script.applicationName));
     const auto& title = front->windowTitle;
     switch (script.family) {

@@ -1,6 +1,8 @@
 #include "platform/linux/documents/TerminalDirectory.h"
 
+#include "base/Text.h"
 #include "platform/linux/documents/DocumentTitle.h"
+#include "platform/linux/documents/OpenFiles.h"
 #include "platform/linux/process/Proc.h"
 #include "platform/linux/system/XdgPaths.h"
 
@@ -40,9 +42,18 @@ std::pair<std::int64_t, std::int64_t> lastReadFrom(unsigned terminal) {
     return {status.st_atim.tv_sec, status.st_atim.tv_nsec};
 }
 
+fs::path directoryInTitle(std::string_view title) {
+    const auto colon = title.rfind(':');
+    if (colon != std::string_view::npos) title.remove_prefix(colon + 1);
+    for (const auto& path : DocumentTitle::paths(text::trimmed(title), XdgPaths::home().native()))
+        if (OpenFiles::isFolder(path)) return path;
+    return {};
+}
+
 }  // namespace
 
 fs::path terminalDirectory(pid_t pid, std::string_view title) {
+    if (pid <= 0) return directoryInTitle(title);
     std::vector<Tab> tabs;
     for (const auto child : Proc::children(pid)) {
         const auto shell = Proc::status(child);

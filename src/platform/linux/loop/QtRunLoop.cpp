@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QEvent>
 #include <QPointer>
 #include <QThread>
@@ -125,6 +126,14 @@ bool QtRunLoop::isMainThread() const {
 
 int QtRunLoop::run() {
     return QCoreApplication::exec();
+}
+
+bool QtRunLoop::runUntil(const std::function<bool()>& holds, Seconds patience) {
+    bool isOver = false;
+    const auto end = after(patience, [&] { isOver = true; });
+    while (!holds() && !isOver)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return holds();
 }
 
 void QtRunLoop::runPosted() {

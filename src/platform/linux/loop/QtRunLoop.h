@@ -27,6 +27,9 @@ public:
     /// Serves timers and events until `quit`; returns its status.
     int run();
 
+    /// Serves them until `holds`, which is asked after each, for `patience` at most; whether it holds.
+    bool runUntil(const std::function<bool()>& holds, Seconds patience);
+
     /// Runs what is posted, and what that posts in turn, until nothing is left; no timer fires.
     void runPosted();
 

@@ -34,19 +34,50 @@ IdentityTable identityTable(std::vector<std::string>& notices) {
 }  // namespace
 
 struct LinuxDesktop::Parts {
-    explicit Parts(RunLoop& runLoop)
-        : x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
-          sessionEvents(runLoop), systemEvents(sessionEvents, *x11),
-          windows(WindowSources::make(runLoop, *x11, identity, sessionEvents)), keys(*x11), pointer(*x11),
-          automation(windows->applications(), identity), presence(windows->applications(), identity) {}
+    explicit Parts(RunLoop& loop)
+        : runLoop(loop), x11(connectToDisplay()), entries(XdgPaths::dataDirectories()), identity(entries, identityTable(notices)),
+          sessionEvents(loop), systemEvents(sessionEvents, *x11),
+          windows(WindowSources::make(loop, *x11, identity, sessionEvents)), keys(*x11), pointer(*x11),
+          automation(windows.applications, identity), presence(windows.applications, identity),
+          activation(windows.foreground.observeActivation([this](const auto&) { lastActivation = runLoop.now(); })) {
+        accessibility.setFront([this] { return frontWindow(); });
+    }
 
+    /// From any thread.
+    [[nodiscard]] std::optional<FrontWindow> frontWindow() {
+        const auto front = windows.applications.frontmost();
+        if (!front) return std::nullopt;
+        return FrontWindow{.processIdentifier = front->processIdentifier,
+                           .title = front->windowTitle,
+                           .names = identity.names({front->bundleIdentifier, front->localizedName})};
+    }
+
+    /// Of the window in front: that it is there is a sign, too.
+    [[nodiscard]] Channel frontChannel() {
+        auto channel = windows.foreground.channel();
+        channel.lastSign = lastActivation;
+        return channel;
+    }
+    [[nodiscard]] Channel idleChannel() {
+        auto channel = windows.idle.channel();
+        const Seconds untouched = windows.idle.secondsSinceLastInput();
+        if (channel.isAvailable && untouched >= 0s) channel.lastSign = runLoop.now() - untouched;
+        return channel;
+    }
+
+    [[nodiscard]] Channel pageChannel() const {
+        if (browserMessages) return browserMessages->channel();
+        return {.question = "page in front", .reason = "only a tracker listens to browsers"};
+    }
+
+    RunLoop& runLoop;
     std::vector<std::string> notices;
     std::unique_ptr<X11Connection> x11;
     DesktopEntries entries;
     ApplicationIdentity identity;
     SessionEvents sessionEvents;
     LinuxSystemEvents systemEvents;
-    std::unique_ptr<WindowSources> windows;
+    WindowSources windows;
     RecordKeyEventSource keys;
     XInputPointerEventSource pointer;
     DesktopSettingsPanes settingsPanes;
@@ -55,6 +86,8 @@ struct LinuxDesktop::Parts {
     LinuxAutomation automation;
     LinuxPresenceSource presence;
     LinuxSystemLog systemLog;
+    std::optional<Date> lastActivation;
+    Subscription activation;
 };
 
 LinuxDesktop::LinuxDesktop(RunLoop& runLoop) : parts_(std::make_unique<Parts>(runLoop)) {}
@@ -65,7 +98,7 @@ void LinuxDesktop::listenToBrowsers(const std::function<void(const std::string&)
     auto& messages = parts_->browserMessages;
     messages = std::make_unique<BrowserMessages>(BrowserSocket::path(), say);
     if (!messages->problem().empty()) return say(messages->problem());
-    parts_->windows->applications().setVoucher([&messages](std::int64_t processIdentifier, const std::string& title) {
+    parts_->windows.applications.setVoucher([&messages](std::int64_t processIdentifier, const std::string& title) {
         return messages->isOrdinary(processIdentifier, title);
     });
     parts_->automation.setBrowserAnswer([&messages](std::int64_t processIdentifier, const std::string& windowTitle) {
@@ -74,13 +107,13 @@ void LinuxDesktop::listenToBrowsers(const std::function<void(const std::string&)
 }
 
 ForegroundSource& LinuxDesktop::foreground() {
-    return parts_->windows->foreground();
+    return parts_->windows.foreground;
 }
 IdleSource& LinuxDesktop::idle() {
-    return parts_->windows->idle();
+    return parts_->windows.idle;
 }
 ReturnSource& LinuxDesktop::returns() {
-    return parts_->windows->returns();
+    return parts_->windows.returns;
 }
 KeyEventSource& LinuxDesktop::keys() {
     return parts_->keys;
@@ -105,18 +138,26 @@ Automation& LinuxDesktop::automation() {
     return parts_->automation;
 }
 RunningApplications& LinuxDesktop::runningApplications() {
-    return parts_->windows->applications();
+    return parts_->windows.applications;
 }
 
-std::vector<Channel> LinuxDesktop::channels() const {
-    auto& windows = *parts_->windows;
-    std::vector<Channel> channels{windows.foreground().channel(), windows.titleChannel(), windows.idle().channel(),
-                                  windows.returns().channel(),    parts_->keys.channel(), parts_->pointer.channel()};
+std::vector<Channel> LinuxDesktop::sight() {
+    // Where nobody else tells of documents, titles and processes are there to be read.
+    const Channel documents{
+        .question = "documents", .name = "titles and /proc", .isAvailable = true, .gives = Sight::documents};
+    return {parts_->frontChannel(), parts_->windows.titleChannel(), documents, parts_->pageChannel()};
+}
+
+std::vector<Channel> LinuxDesktop::channels() {
+    const auto& windows = parts_->windows;
+    std::vector<Channel> channels{parts_->frontChannel(),    windows.titleChannel(),  parts_->idleChannel(),
+                                  windows.returns.channel(), parts_->keys.channel(), parts_->pointer.channel()};
     for (auto& channel : parts_->systemEvents.channels())
         channels.push_back(std::move(channel));
     channels.push_back(parts_->presence.channel());
     channels.push_back(parts_->accessibility.channel());
     channels.push_back(parts_->automation.channel());
+    channels.push_back(parts_->pageChannel());
     channels.push_back(parts_->systemLog.channel());
     return channels;
 }

@@ -34,9 +34,8 @@ public:
     Accessibility& accessibility() override;
     Automation& automation() override;
     RunningApplications& runningApplications() override;
-
-    /// For every question who answers it now, or why nobody does. Asks around, which may take a second.
-    [[nodiscard]] std::vector<Channel> channels() const;
+    [[nodiscard]] std::vector<Channel> sight() override;
+    [[nodiscard]] std::vector<Channel> channels() override;
 
     /// What was wrong with the user's own files at the start, a line each; usually empty.
     [[nodiscard]] const std::vector<std::string>& notices() const;

@@ -1,8 +1,9 @@
 #include "platform/linux/session/WindowSources.h"
 
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/session/ChosenIdle.h"
+#include "platform/linux/session/ChosenToplevels.h"
 #include "platform/linux/session/DisplaySession.h"
-#include "platform/linux/wayland/WaylandReturnSource.h"
-#include "platform/linux/wayland/WlrToplevels.h"
 #include "platform/linux/windows/ToplevelApplications.h"
 #include "platform/linux/windows/ToplevelForegroundSource.h"
 #include "platform/linux/x11/SyncReturnSource.h"
@@ -13,59 +14,70 @@
 namespace quorvane::platform {
 namespace {
 
-class X11Sources final : public WindowSources {
-public:
+/// Who has touched something within this is at work.
+constexpr Seconds atWork = 10s;
+
+/// Programs on the bus answer within some milliseconds, or not soon.
+constexpr Seconds patience = 0.5s;
+
+struct X11Sources {
     X11Sources(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity, SessionEvents& session)
-        : foreground_(runLoop, x11, identity, session), idle_(x11), returns_(x11),
-          applications_(connectToDisplay(X11Connection::Reader::nobody), identity, session) {}
+        : foreground(runLoop, x11, identity, session), idle(x11), returns(x11),
+          applications(connectToDisplay(X11Connection::Reader::nobody), identity, session) {}
 
-    ForegroundSource& foreground() override { return foreground_; }
-    IdleSource& idle() override { return idle_; }
-    ReturnSource& returns() override { return returns_; }
-    WindowApplications& applications() override { return applications_; }
-    Channel titleChannel() const override { return foreground_.titleChannel(); }
-
-private:
-    X11ForegroundSource foreground_;
-    X11IdleSource idle_;
-    SyncReturnSource returns_;
-    X11RunningApplications applications_;
+    X11ForegroundSource foreground;
+    X11IdleSource idle;
+    SyncReturnSource returns;
+    X11RunningApplications applications;
 };
 
-class WaylandSources final : public WindowSources {
-public:
+struct WaylandSources {
     WaylandSources(RunLoop& runLoop, const ApplicationIdentity& identity, SessionEvents& session)
-        : connection_(&runLoop), foreground_(windows_, identity, session), idle_(runLoop, connection_),
-          returns_(runLoop, idle_), applications_(windows_, identity, session) {}
+        : connection(&runLoop), names(runLoop, ChosenToplevels::busNames()), idle(runLoop, connection, names),
+          returns(idle), windows(runLoop, connection, names, [this] { return isSomebodyThere(); }),
+          foreground(windows, identity, session), applications(windows, identity, session) {}
 
-    ForegroundSource& foreground() override { return foreground_; }
-    IdleSource& idle() override { return idle_; }
-    ReturnSource& returns() override { return returns_; }
-    WindowApplications& applications() override { return applications_; }
-    Channel titleChannel() const override { return foreground_.titleChannel(); }
+    [[nodiscard]] bool isSomebodyThere() {
+        const Seconds untouched = idle.secondsSinceLastInput();
+        return untouched >= 0s && untouched < atWork;
+    }
 
-private:
-    WaylandConnection connection_;
-    WlrToplevels windows_{connection_};
-    ToplevelForegroundSource foreground_;
-    WaylandIdleSource idle_;
-    WaylandReturnSource returns_;
-    ToplevelApplications applications_;
+    WaylandConnection connection;
+    BusNames names;
+    ChosenIdle idle;
+    ChosenReturns returns;
+    ChosenToplevels windows;
+    ToplevelForegroundSource foreground;
+    ToplevelApplications applications;
 };
+
+template <class Parts>
+WindowSources sourcesOf(std::shared_ptr<Parts> parts) {
+    return {.parts = parts,
+            .foreground = parts->foreground,
+            .titleChannel = [&foreground = parts->foreground] { return foreground.titleChannel(); },
+            .idle = parts->idle,
+            .returns = parts->returns,
+            .applications = parts->applications};
+}
 
 }  // namespace
 
-std::unique_ptr<WindowSources> WindowSources::make(RunLoop& runLoop, X11Connection& x11,
-                                                   const ApplicationIdentity& identity, SessionEvents& session) {
-    if (isOfWaylandSession(x11)) return std::make_unique<WaylandSources>(runLoop, identity, session);
-    return std::make_unique<X11Sources>(runLoop, x11, identity, session);
+WindowSources WindowSources::make(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity,
+                                  SessionEvents& session) {
+    if (isOfWaylandSession(x11)) return sourcesOf(std::make_shared<WaylandSources>(runLoop, identity, session));
+    return sourcesOf(std::make_shared<X11Sources>(runLoop, x11, identity, session));
 }
 
-Channel WindowSources::frontWindowChannel() {
+Channel frontWindowChannel() {
     const auto x11 = connectToDisplay(X11Connection::Reader::nobody);
     if (!isOfWaylandSession(*x11)) return X11ForegroundSource::channelOf(*x11);
-    WaylandConnection connection(nullptr);
-    return WlrToplevels(connection).channel();
+    QtRunLoop runLoop;
+    WaylandConnection connection(&runLoop);
+    BusNames names(runLoop, ChosenToplevels::busNames());
+    const ChosenToplevels windows(runLoop, connection, names, [] { return false; });
+    runLoop.runUntil([&] { return windows.channel().isAvailable; }, patience);
+    return windows.channel();
 }
 
 }  // namespace quorvane::platform

@@ -9,27 +9,27 @@
 #include "platform/linux/windows/WindowApplications.h"
 #include "platform/linux/x11/X11Connection.h"
 
-#include <vector>
+#include <functional>
+#include <memory>
 
 namespace quorvane::platform {
 
 /// Who answers in this session for the window in front, for idle time and for returns. Main thread only; what it is
 /// made from outlives it.
-class WindowSources {
-public:
+struct WindowSources {
     /// Those that fit the session: on a Wayland connection of their own, or on this one to the X server.
-    [[nodiscard]] static std::unique_ptr<WindowSources>
-    make(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity, SessionEvents& session);
-    virtual ~WindowSources() = default;
+    [[nodiscard]] static WindowSources make(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity,
+                                            SessionEvents& session);
 
-    [[nodiscard]] virtual ForegroundSource& foreground() = 0;
-    [[nodiscard]] virtual IdleSource& idle() = 0;
-    [[nodiscard]] virtual ReturnSource& returns() = 0;
-    [[nodiscard]] virtual WindowApplications& applications() = 0;
-    [[nodiscard]] virtual Channel titleChannel() const = 0;
-
-    /// Who would answer for the window in front if somebody asked now, without a run loop.
-    [[nodiscard]] static Channel frontWindowChannel();
+    std::shared_ptr<void> parts;  ///< what the others belong to
+    ForegroundSource& foreground;
+    std::function<Channel()> titleChannel;
+    IdleSource& idle;
+    ReturnSource& returns;
+    WindowApplications& applications;
 };
+
+/// Who answers for the window in front, asked for a moment.
+[[nodiscard]] Channel frontWindowChannel();
 
 }  // namespace quorvane::platform

@@ -77,13 +77,13 @@ WlrToplevels::WlrToplevels(WaylandConnection& connection)
     connection.settle();
 }
 
+bool WlrToplevels::isOffered(const WaylandConnection& connection) {
+    return connection.offers(zwlr_foreign_toplevel_manager_v1_interface.name);
+}
+
 Channel WlrToplevels::channel() const {
     auto channel = connection_.channel("front window and activation", zwlr_foreign_toplevel_manager_v1_interface.name);
     channel.gives = Sight::applications;
-    if (channel.obstacle == Obstacle::wayland) {
-        channel.reason = "this compositor tells no application which window is in front";
-        channel.remedy = "Choose an X11 session at the login screen, often called \"Xorg\" or \"X11\".";
-    }
     return channel;
 }
 

@@ -12,6 +12,8 @@ public:
 
     [[nodiscard]] Channel channel() const override;
 
+    [[nodiscard]] static bool isOffered(const WaylandConnection& connection);
+
 private:
     class Handle;
     class Handles;

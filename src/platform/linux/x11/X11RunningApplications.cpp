@@ -15,7 +15,10 @@ constexpr Seconds patienceWithWindows = 0.25s;
 
 X11RunningApplications::X11RunningApplications(std::unique_ptr<X11Connection> x11, const ApplicationIdentity& identity,
                                                SessionEvents& session)
-    : WindowApplications(identity, session), x11_(std::move(x11)) {}
+    : WindowApplications(identity, session), x11_(std::move(x11)) {
+    // Asked for the first time it would be waited for without a bound.
+    static_cast<void>(x11_->extension(&xcb_res_id));
+}
 
 std::optional<WindowApplications::Window> X11RunningApplications::frontWindow() {
     const std::lock_guard lock(mutex_);

@@ -22,6 +22,15 @@ std::vector<std::uint32_t> numbersOf(const std::optional<X11Property>& list) {
     return numbers;
 }
 
+/// Who has connected to the server and made the window, as the kernel says; 0 if it is nobody on this machine.
+pid_t clientProcess(const xcb_res_query_client_ids_reply_t& clients) {
+    auto ids = xcb_res_query_client_ids_ids_iterator(&clients);
+    for (; ids.rem > 0; xcb_res_client_id_value_next(&ids))
+        if (xcb_res_client_id_value_value_length(ids.data) > 0)
+            return static_cast<pid_t>(*xcb_res_client_id_value_value(ids.data));
+    return 0;
+}
+
 std::string utf8FromLatin1(std::string_view latin1) {
     std::string result;
     for (const char c : latin1) {
@@ -60,16 +69,24 @@ std::vector<xcb_window_t> all(X11Connection& x11) {
 }
 
 Question ask(X11Connection& x11, xcb_window_t window) {
-    return {.wmClass = x11.askProperty(window, "WM_CLASS"),
+    std::optional<xcb_res_query_client_ids_cookie_t> client;
+    const xcb_res_client_id_spec_t wanted{.client = window, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    if (x11.extension(&xcb_res_id) != nullptr) client = xcb_res_query_client_ids(x11.xcb(), 1, &wanted);
+    return {.client = client,
+            .wmClass = x11.askProperty(window, "WM_CLASS"),
             .pid = x11.askProperty(window, "_NET_WM_PID"),
             .machine = x11.askProperty(window, "WM_CLIENT_MACHINE"),
             .kdeDesktopFile = x11.askProperty(window, "_KDE_NET_WM_DESKTOP_FILE"),
             .gtkApplicationId = x11.askProperty(window, "_GTK_APPLICATION_ID")};
 }
 
-// Some window managers keep the id of a window that is gone, for which the server refuses every property.
+// Some window managers keep the id of a window that is gone, for which the server refuses every property. What a window
+// says of its process is what the program thinks of itself: in a sandbox it counts otherwise than outside. Where the
+// server knows who has made the window, that alone counts.
 std::optional<WindowProperties> properties(X11Connection& x11, const Question& question) {
     const auto wmClass = x11.property(question.wmClass);
+    const auto client = question.client ? x11.reply(xcb_res_query_client_ids_reply, *question.client)
+                                        : XcbOwned<xcb_res_query_client_ids_reply_t>();
     const auto pid = x11.property(question.pid);
     const auto machine = textOf(x11.property(question.machine));
     WindowProperties properties;
@@ -80,7 +97,11 @@ std::optional<WindowProperties> properties(X11Connection& x11, const Question& q
     if (const auto end = wmClass->bytes.find('\0'); end != std::string::npos)
         properties.wmClass =
             text::validUtf8(wmClass->bytes.substr(end + 1, wmClass->bytes.find('\0', end + 1) - end - 1));
-    if (machine.empty() || machine == QSysInfo::machineHostName().toStdString())
+    if (!machine.empty() && machine != QSysInfo::machineHostName().toStdString())
+        properties.pid = WindowProperties::elsewhere;
+    else if (client)
+        properties.pid = clientProcess(*client);
+    else
         properties.pid = static_cast<pid_t>(pid ? pid->firstCardinal().value_or(0) : 0);
     return properties;
 }

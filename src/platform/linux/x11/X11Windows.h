@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <vector>
+#include <xcb/res.h>
 
 /// What the window manager says about windows, and what they say about themselves. A connection that is not usable
 /// knows no window.
@@ -20,6 +21,7 @@ namespace quorvane::platform::X11Windows {
 
 /// A window's properties on their way. Each question that was asked is to be answered once.
 struct Question {
+    std::optional<xcb_res_query_client_ids_cookie_t> client;  ///< none if the server can't tell
     xcb_get_property_cookie_t wmClass;
     xcb_get_property_cookie_t pid;
     xcb_get_property_cookie_t machine;

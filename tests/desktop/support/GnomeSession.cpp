@@ -1,0 +1,143 @@
+#include "desktop/support/GnomeSession.h"
+
+#include "desktop/support/Waiting.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QStandardPaths>
+#include <filesystem>
+#include <fmt/format.h>
+#include <fstream>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quorvane {
+namespace {
+
+constexpr const char* displayManager = "org.gnome.DisplayManager";
+constexpr const char* testUuid = "test@quorvane.com";
+
+std::string shellVersion() {
+    const auto file = std::filesystem::temp_directory_path() / fmt::format("gnome-version-{}", ::getpid());
+    static_cast<void>(run({"sh", "-c", "gnome-shell --version | grep -o '[0-9]*' | head -n 1 >" + file.string()}));
+    std::string major;
+    std::ifstream(file) >> major;
+    std::filesystem::remove(file);
+    return major;
+}
+
+/// The test's own extension, in the form that the shell understands.
+void writeHelper(const std::filesystem::path& folder) {
+    const std::string version = shellVersion();
+    const bool isModule = version >= "45";
+    const std::string body = contentOf(std::filesystem::path(QUORVANE_DESKTOP_DATA) / "gnome-test-extension/helper.js");
+    std::filesystem::create_directories(folder);
+    writeFile(folder / "extension.js",
+              isModule
+                  ? "import Gio from 'gi://Gio';\nimport * as Main from 'resource:///org/gnome/shell/ui/main.js';\n" +
+                        body + "export default Helper;\n"
+                  : "const {Gio} = imports.gi;\nconst Main = imports.ui.main;\n" + body +
+                        "function init() {\n    return new Helper();\n}\n");
+    writeFile(folder / "metadata.json",
+              fmt::format(R"({{"uuid": "{}", "name": "Test", "description": "Test", "shell-version": ["{}"]}})",
+                          testUuid, version));
+}
+
+}  // namespace
+
+bool GnomeSession::isInstalled() {
+    return !QStandardPaths::findExecutable(QStringLiteral("gnome-shell")).isEmpty() &&
+           !QStandardPaths::findExecutable(QStringLiteral("foot")).isEmpty();
+}
+
+GnomeSession::GnomeSession(const std::function<void()>& prepare)
+    : displayManager_(displayManager, {"--system", displayManager, "/org/gnome/DisplayManager/Manager",
+                                       std::string(displayManager) + ".Manager"}),
+      bus_(QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
+                                         QStringLiteral("gnome session"))) {
+    displayManager_.call("/org/gnome/DisplayManager/Manager", BusMock::ownInterface, "AddProperty",
+                         {QString::fromLatin1(displayManager) + ".Manager", QStringLiteral("Version"),
+                          QVariant::fromValue(QDBusVariant(QStringLiteral("43.0")))});
+    auto& environment = desktop_.environment();
+    environment.set("XDG_CURRENT_DESKTOP", "GNOME");
+    environment.set("XDG_SESSION_TYPE", "wayland");
+    environment.set("XDG_CACHE_HOME", desktop_.dataHome() / "cache");
+    environment.set("LIBGL_ALWAYS_SOFTWARE", "1");
+    environment.set("GSETTINGS_BACKEND", "keyfile");
+    environment.set("LC_ALL", "C.UTF-8");
+    std::filesystem::create_directories(desktop_.configHome() / "glib-2.0/settings");
+    writeFile(desktop_.configHome() / "glib-2.0/settings/keyfile",
+              fmt::format("[org/gnome/shell]\nenabled-extensions=['{}']\nwelcome-dialog-last-shown-version='999'\n",
+                          testUuid));
+    writeHelper(desktop_.dataHome() / "gnome-shell/extensions" / testUuid);
+    prepare();
+    start();
+}
+
+GnomeSession::~GnomeSession() {
+    QDBusConnection::disconnectFromBus(QStringLiteral("gnome session"));
+}
+
+void GnomeSession::start() {
+    for (const char* left : {"wayland-test", "wayland-test.lock"})
+        std::filesystem::remove(desktop_.runtimeDirectory() / left);
+    keyboard_.clear();
+    shell_ = std::make_unique<ChildProcess>(std::vector<std::string>{"gnome-shell", "--headless", "--wayland",
+                                                                     "--no-x11", "--wayland-display", "wayland-test",
+                                                                     "--virtual-monitor", "800x600"});
+    desktop_.environment().set("WAYLAND_DISPLAY", "wayland-test");
+    const auto isUp = [this] {
+        return bus_.interface()->isServiceRegistered(QStringLiteral("com.quorvane.Test")).value();
+    };
+    if (!waitUntil(isUp, 30s)) throw std::runtime_error("gnome-shell does not start");
+}
+
+QVariant GnomeSession::call(const char* service, const QString& path, const char* interface, const char* method,
+                            const QVariantList& arguments) {
+    auto question = QDBusMessage::createMethodCall(QString::fromLatin1(service), path, QString::fromLatin1(interface),
+                                                   QString::fromLatin1(method));
+    question.setArguments(arguments);
+    const auto answer = bus_.call(question, QDBus::Block, 5000);
+    if (answer.type() == QDBusMessage::ErrorMessage)
+        throw std::runtime_error(fmt::format("{}: {}", method, answer.errorMessage().toStdString()));
+    return answer.arguments().value(0);
+}
+
+void GnomeSession::focus(const std::string& application) {
+    if (!call("com.quorvane.Test", QStringLiteral("/com/quorvane/Test"), "com.quorvane.Test1", "Activate",
+              {QString::fromStdString(application)})
+             .toBool())
+        throw std::runtime_error("there is no window of " + application);
+}
+
+void GnomeSession::type() {
+    constexpr const char* service = "org.gnome.Mutter.RemoteDesktop";
+    constexpr const char* session = "org.gnome.Mutter.RemoteDesktop.Session";
+    constexpr uint leftShift = 42;
+    if (keyboard_.isEmpty()) {
+        keyboard_ = call(service, QStringLiteral("/org/gnome/Mutter/RemoteDesktop"), service, "CreateSession")
+                        .value<QDBusObjectPath>()
+                        .path();
+        call(service, keyboard_, session, "Start");
+    }
+    for (const bool isDown : {true, false})
+        call(service, keyboard_, session, "NotifyKeyboardKeycode", {leftShift, isDown});
+}
+
+TerminalWindow::TerminalWindow(const GnomeSession&, const std::string& application, const std::string& title)
+    : pipe_([&] {
+          auto pipe = qEnvironmentVariable("XDG_RUNTIME_DIR").toStdString() + "/" + application;
+          ::mkfifo(pipe.c_str(), 0600);
+          return pipe;
+      }()),
+      process_({"foot", "--app-id", application, "--title", title, "sh", "-c",
+                "while true; do read -r title <" + pipe_ + R"( && printf '\033]0;%s\007' "$title"; done)"}) {}
+
+void TerminalWindow::setTitle(const std::string& title) const {
+    std::ofstream(pipe_) << title << "\n";
+}
+
+}  // namespace quorvane
