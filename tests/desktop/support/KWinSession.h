@@ -23,6 +23,8 @@ public:
 
     void lock() const;
 
+    [[nodiscard]] const PrivateBus& bus() const { return bus_; }
+
 private:
     bool isOpenToAll_;
     PrivateBus bus_;

@@ -14,6 +14,7 @@ public:
     explicit PrivateBus(const std::filesystem::path& socket);
 
     [[nodiscard]] std::string address() const { return "unix:path=" + socket_.string(); }
+    void send(int signal) const { daemon_.send(signal); }
 
 private:
     std::filesystem::path socket_;

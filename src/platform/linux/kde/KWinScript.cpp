@@ -75,6 +75,7 @@ KWinScript::~KWinScript() {
 void KWinScript::follow(const QString& owner) {
     if (owner == owner_) return;
     owner_ = owner;
+    ++attempt_;
     problem_ = owner.isEmpty() ? isNotThere : hasNotAnswered;
     untilRetry_ = firstReload;
     retry_.reset();
@@ -84,6 +85,7 @@ void KWinScript::follow(const QString& owner) {
 }
 
 void KWinScript::load() {
+    ++attempt_;
     const auto runtimeDirectory = environment("XDG_RUNTIME_DIR");
     const auto folder = runtimeDirectory.empty() ? QDir::tempPath() : QString::fromStdString(runtimeDirectory);
     file_ = std::make_unique<QTemporaryFile>(folder + "/quorvane-XXXXXX.js");
@@ -120,14 +122,14 @@ void KWinScript::fail(const QString& problem) {
     untilRetry_ = std::min(untilRetry_ * 2, longestReload);
 }
 
-/// `answered` isn't called any more when KWin has gone meanwhile.
+/// `answered` isn't called any more when KWin has gone meanwhile, or the script is loaded anew.
 void KWinScript::call(const QString& path, const QString& interface, const QString& method,
                       const QVariantList& arguments, const std::function<void(const QDBusMessage&)>& answered) {
     auto* pending = new QDBusPendingCallWatcher(
         session_.bus().asyncCall(toKWin(path, interface, method, arguments), kwinPatienceInMilliseconds), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, answered, owner = owner_] {
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, answered, attempt = attempt_] {
         pending->deleteLater();
-        if (owner == owner_) answered(pending->reply());
+        if (attempt == attempt_) answered(pending->reply());
     });
 }
 

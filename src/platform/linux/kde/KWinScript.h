@@ -50,6 +50,7 @@ private:
     QString name_;
     QString owner_;  ///< KWin's unique name; empty while it isn't there
     QString problem_;
+    int attempt_ = 0;                       ///< to load the script
     std::unique_ptr<QTemporaryFile> file_;  ///< while KWin reads it
     Seconds untilRetry_{};
     std::unique_ptr<WorkItem> retry_;
