@@ -46,11 +46,22 @@ TEST(CaptureHealthTest, OneOfSeveralChannelsIsEnoughAndWhatWasNotAskedAboutIsNoT
     EXPECT_EQ(captureHealth(both), CaptureHealth{.sight = Sight::applications});
 }
 
-TEST(CaptureHealthTest, OnlyAWindowManagerIsWorthWaitingFor) {
-    for (const Obstacle obstacle :
-         {Obstacle::wayland, Obstacle::noDisplay, Obstacle::displayRefused, Obstacle::displayGone})
+TEST(CaptureHealthTest, WhoSeesOnlySomeApplicationsSaysSoBeforeAllElse) {
+    const Channel part{.isAvailable = true, .reason = "only some", .gives = Sight::applications};
+    const std::vector channels{part, channel(Sight::titles, true), channel(Sight::documents, false)};
+    const CaptureHealth health = captureHealth(channels);
+    EXPECT_EQ(health.sight, Sight::titles);
+    EXPECT_TRUE(health.isPartial);
+    EXPECT_EQ(health.reason, "only some");
+    const std::vector both{part, channel(Sight::applications, true)};
+    EXPECT_EQ(captureHealth(both).isPartial, true) << "the first that answers is the one that is asked";
+}
+
+TEST(CaptureHealthTest, OnlyWhatCannotComeByItselfLasts) {
+    for (const Obstacle obstacle : {Obstacle::noDisplay, Obstacle::displayRefused, Obstacle::displayGone})
         EXPECT_TRUE(CaptureHealth{.obstacle = obstacle}.isLasting());
-    for (const Obstacle obstacle : {Obstacle::none, Obstacle::noWindowManager, Obstacle::other})
+    for (const Obstacle obstacle :
+         {Obstacle::none, Obstacle::wayland, Obstacle::noWindowManager, Obstacle::noExtension, Obstacle::other})
         EXPECT_FALSE(CaptureHealth{.obstacle = obstacle}.isLasting());
 }
 

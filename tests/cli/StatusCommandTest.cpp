@@ -49,6 +49,11 @@ TEST_F(StatusCommandTest, WhatATrackerCanSeeIsSaidByTheTrackerAndNotByOurOwnSess
     CaptureNote::keep(container.mainContext(), {.reason = "the view is gone", .remedy = "Look again."});
     EXPECT_EQ(status(now)["capture"]["reason"], "the view is gone");
     EXPECT_EQ(status(now)["capture"]["remedy"], "Look again.");
+    CaptureNote::keep(container.mainContext(),
+                      {.sight = platform::Sight::titles, .isPartial = true, .reason = "a part", .remedy = {}});
+    EXPECT_TRUE(status(now)["capture"]["can_see"].get<bool>());
+    EXPECT_EQ(status(now)["capture"]["sees"], "titles");
+    EXPECT_THAT(outputOf({"--now", now, "status"}), HasSubstr("Can see:      some applications and titles: a part\n"));
     CaptureNote::keep(container.mainContext(), {.sight = platform::Sight::applications});
     EXPECT_TRUE(status(now)["capture"]["can_see"].get<bool>());
 }

@@ -8,6 +8,8 @@
 #include "platform/linux/session/LinuxDesktop.h"
 #include "support/Matching.h"
 
+#include <csignal>
+
 namespace quorvane::platform {
 namespace {
 
@@ -24,7 +26,7 @@ void expectNothingIsSeen(LinuxDesktop& desktop) {
 }
 
 /// The channels that stand on a display, in the order in which they are listed.
-std::vector<Channel> displayChannels(const LinuxDesktop& desktop) {
+std::vector<Channel> displayChannels(LinuxDesktop& desktop) {
     std::vector<Channel> found;
     for (const auto& channel : desktop.channels())
         for (const char* question :
@@ -46,7 +48,7 @@ auto allRefusedWith(const std::string& reason) {
 TEST(DisplayTest, EveryQuestionIsListed) {
     QtRunLoop runLoop;
     const DesktopSession session;
-    const LinuxDesktop desktop(runLoop);
+    LinuxDesktop desktop(runLoop);
     std::vector<std::string> questions;
     for (const auto& channel : desktop.channels()) {
         questions.push_back(channel.question);
@@ -57,8 +59,21 @@ TEST(DisplayTest, EveryQuestionIsListed) {
     EXPECT_THAT(questions, ElementsAre("front window and activation", "window titles", "system idle time",
                                        "return from an absence", "key events", "button and scroll events",
                                        "sleep and wake", "lock and unlock", "screens asleep", "calls and films",
-                                       "accessibility tree", "automation", "system log"));
+                                       "accessibility tree", "automation", "page in front", "system log"));
     EXPECT_THAT(displayChannels(desktop), Each(Field(&Channel::isAvailable, true)));
+}
+
+TEST(DisplayTest, ASessionBusThatHangsCostsAMomentAndNotTheRecording) {
+    QtRunLoop runLoop;
+    DesktopSession session;
+    const PrivateBus bus(session.runtimeDirectory() / "hanging");
+    session.environment().set("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    bus.send(SIGSTOP);
+    const Seconds begin = uptime();
+    LinuxDesktop desktop(runLoop);
+    EXPECT_THAT(displayChannels(desktop), Each(Field(&Channel::isAvailable, true)));
+    EXPECT_LT(uptime() - begin, 3s);
+    bus.send(SIGCONT);  // so that it can be ended
 }
 
 TEST(DisplayTest, WithoutADisplayThatAnswersEverythingIsRefused) {

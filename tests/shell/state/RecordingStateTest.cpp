@@ -10,12 +10,17 @@ using platform::Sight;
 
 TEST(RecordingStateTest, NobodyIsToldOfARecordingWhileNothingCanBeSeen) {
     const Localization texts[] = {Localization("en"), Localization("zh")};
-    for (const Obstacle obstacle : {Obstacle::none, Obstacle::wayland, Obstacle::noDisplay, Obstacle::displayRefused,
-                                    Obstacle::displayGone, Obstacle::noWindowManager, Obstacle::other}) {
+    for (const Obstacle obstacle :
+         {Obstacle::none, Obstacle::wayland, Obstacle::noDisplay, Obstacle::displayRefused, Obstacle::displayGone,
+          Obstacle::noWindowManager, Obstacle::noExtension, Obstacle::other}) {
         for (const Sight sight : {Sight::nothing, Sight::applications, Sight::titles, Sight::documents, Sight::pages}) {
-            const CaptureHealth health{.sight = sight, .obstacle = obstacle, .reason = "why", .remedy = "Do this."};
-            const auto expected = sight == Sight::nothing ? RecordingState::blind : RecordingState::recording;
-            EXPECT_EQ(recordingState(true, health), expected);
+            CaptureHealth health{.sight = sight, .obstacle = obstacle, .reason = "why", .remedy = "Do this."};
+            const bool isBlind = sight == Sight::nothing;
+            EXPECT_EQ(recordingState(true, health), isBlind ? RecordingState::blind : RecordingState::recording);
+            EXPECT_EQ(missingSight(health, texts[0]).empty(), isBlind || sight == Sight::pages);
+            health.isPartial = true;
+            EXPECT_EQ(recordingState(true, health), isBlind ? RecordingState::blind : RecordingState::partial);
+            EXPECT_EQ(missingSight(health, texts[0]).empty(), isBlind);
             EXPECT_EQ(recordingState(true, health, true),
                       sight == Sight::nothing ? RecordingState::blind : RecordingState::away);
             EXPECT_EQ(recordingState(false, health, true), RecordingState::paused);

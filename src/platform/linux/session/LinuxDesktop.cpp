@@ -67,7 +67,8 @@ struct LinuxDesktop::Parts {
 
     [[nodiscard]] Channel pageChannel() const {
         if (browserMessages) return browserMessages->channel();
-        return {.question = "page in front", .reason = "only a tracker listens to browsers"};
+        return {
+            .question = "page in front", .name = "browser extension", .reason = "only a tracker listens to browsers"};
     }
 
     RunLoop& runLoop;

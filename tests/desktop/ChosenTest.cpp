@@ -1,0 +1,73 @@
+#include "desktop/support/BusMock.h"
+#include "desktop/support/PrivateBus.h"
+#include "desktop/support/Waiting.h"
+#include "desktop/support/WestonSession.h"
+#include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/session/ChosenToplevels.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "support/Builders.h"
+#include "support/Matching.h"
+
+namespace quorvane::platform {
+namespace {
+
+/// A session in which only who comes to the bus tells anything.
+class ChosenTest : public testing::Test {
+protected:
+    ChosenTest() { session.environment().set("DBUS_SESSION_BUS_ADDRESS", bus.address()); }
+
+    static std::unique_ptr<BusMock> extension(const std::string& windows) {
+        auto mock = std::make_unique<BusMock>("com.quorvane.Focus");
+        const std::string front = windows.empty() ? "" : "'app_id': 'editor', 'title': 'text'";
+        mock->setAnswer("/com/quorvane/Focus", "com.quorvane.Focus1", "Get", "", "a{sv}aa{sv}",
+                        "ret = (dbus.Dictionary({" + front + "}, signature='sv'), dbus.Array([" + windows +
+                            "], signature='a{sv}'))");
+        return mock;
+    }
+
+    WestonSession session;
+    PrivateBus bus{session.folder() / "bus"};
+    bool isSomebodyThere = true;
+};
+
+TEST(BestTellerTest, IsTheOneThatKnowsMost) {
+    EXPECT_EQ(bestTeller({true, true, true, true}), ToplevelTeller::plasma);
+    EXPECT_EQ(bestTeller({false, true, true, true}), ToplevelTeller::wlroots);
+    EXPECT_EQ(bestTeller({false, false, true, true}), ToplevelTeller::gnomeExtension);
+    EXPECT_EQ(bestTeller({false, false, false, true}), ToplevelTeller::kwinScript);
+    EXPECT_EQ(bestTeller({}), ToplevelTeller::accessibility);
+}
+
+TEST_F(ChosenTest, WhoComesToTheBusIsAskedAndWhoLeavesItNoMore) {
+    QtRunLoop runLoop;
+    WaylandConnection connection(&runLoop);
+    BusNames names(runLoop, ChosenToplevels::busNames());
+    ChosenToplevels windows(runLoop, connection, names, [] { return true; });
+    EXPECT_FALSE(windows.channel().isAvailable);
+    EXPECT_THAT(windows.channel().reason, testing::StartsWith("this compositor tells no application which window"));
+    auto shell = extension("{'app_id': 'editor', 'title': ''}");
+    ASSERT_TRUE(waitUntil([&] { return windows.active() == ToplevelWindow{.appId = "editor", .title = "text"}; }));
+    EXPECT_TRUE(windows.channel().isAvailable);
+    shell.reset();
+    ASSERT_TRUE(waitUntil([&] { return !windows.active() && !windows.channel().isAvailable; }));
+    const BusMock kwin("org.kde.KWin");
+    EXPECT_TRUE(waitUntil([&] { return windows.channel().name == "KWin script"; }));
+}
+
+TEST_F(ChosenTest, WhoTellsOfNoWindowWhileSomebodyIsAtWorkIsSaidToBeSilent) {
+    SimulatedRunLoop runLoop(at("09:00:00"));
+    WaylandConnection connection(&runLoop);
+    const auto shell = extension("");
+    BusNames names(runLoop, ChosenToplevels::busNames());
+    const ChosenToplevels windows(runLoop, connection, names, [this] { return isSomebodyThere; });
+    ASSERT_TRUE(waitUntil([&] { return windows.channel().isAvailable; }));
+    runLoop.advance(119s);
+    EXPECT_TRUE(windows.channel().isAvailable);
+    runLoop.advance(2s);
+    EXPECT_FALSE(windows.channel().isAvailable);
+    isSomebodyThere = false;
+    EXPECT_TRUE(windows.channel().isAvailable) << "nobody is there to be heard of";
+}
+
+}  // namespace
+}  // namespace quorvane::platform
