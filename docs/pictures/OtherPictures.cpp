@@ -2,7 +2,7 @@
 #include "rules/BuiltInRuleTemplates.h"
 #include "shell/logs/LogViewerWindow.h"
 #include "shell/rules/RulesPage.h"
-#include "shell/settings/SettingsTabs.h"
+#include "shell/settings/SettingsSheet.h"
 #include "shell/support/Offscreen.h"
 #include "store/AppSettings.h"
 
@@ -21,8 +21,8 @@ void showRules(WindowScene& scene) {
 }
 
 /// With everything that there is to set.
-std::function<void(WindowScene&)> showingSettings(int tab) {
-    return [tab](WindowScene& scene) {
+std::function<void(WindowScene&)> showingSettings(SettingsSheet::Page page) {
+    return [page](WindowScene& scene) {
         auto& context = scene.store.context();
         context.fetch<AppSettings>().front()->onlyTrackWorkHours = true;
         context.save();
@@ -31,13 +31,71 @@ std::function<void(WindowScene&)> showingSettings(int tab) {
         categories.setPreference("Slack", {.category = "社交", .tags = {}});
         categories.addCustomCategory("Client calls");
         scene.services().setPerformanceReportsEnabled = nullptr;  // as built without a host for reports
-        scene.window().openSettings();
-        widgetBelow<SettingsTabs>(scene.window()).choose(tab);
+        scene.window().openSettings(page);
     };
 }
 
+using platform::Channel;
+using platform::Mend;
+using platform::Obstacle;
+using platform::Sight;
+
+/// The desktop answers so: whoever tells of windows first, then the others.
+std::function<void(WindowScene&)> showingCapture(const Channel& windows, const std::vector<Channel>& others) {
+    return [windows, others](WindowScene& scene) {
+        scene.desktop.setForegroundChannel(windows);
+        scene.desktop.setFurtherSight(others);
+        scene.runLoop.advance(30s);
+        showingSettings(SettingsSheet::Page::capture)(scene);
+    };
+}
+
+std::vector<Channel> otherChannels(const Channel& windows) {
+    Channel titles = windows;
+    titles.question = "window titles";
+    titles.gives = Sight::titles;
+    return {titles,
+            {.question = "system idle time", .name = "Mutter's idle monitor", .isAvailable = true},
+            {.question = "lock and unlock", .name = "logind session", .isAvailable = true},
+            {.question = "accessibility tree",
+             .name = "AT-SPI",
+             .reason = "accessibility is switched off in the session",
+             .remedy = "Grant it in the settings, then start the browsers again.",
+             .mend = Mend::accessibility},
+            {.question = "automation", .name = "titles and /proc", .isAvailable = true, .gives = Sight::documents},
+            {.question = "page in front",
+             .name = "browser extension",
+             .reason = "no browser with the extension has connected",
+             .remedy = "Run quorvane-cli browser install and do what it says; or switch accessibility on.",
+             .gives = Sight::pages,
+             .obstacle = Obstacle::other,
+             .mend = Mend::browser}};
+}
+
+std::vector<Picture> capturePictures() {
+    const Channel whole{.question = "front window and activation",
+                        .name = "extension of GNOME Shell",
+                        .isAvailable = true,
+                        .gives = Sight::applications};
+    Channel part = whole;
+    part.name = "AT-SPI, partial";
+    part.reason = "terminals, games and others that don't speak to assistive technology are not seen";
+    part.remedy = "Run quorvane-cli desktop install, then log in again.";
+    part.obstacle = Obstacle::noExtension;
+    part.mend = Mend::desktopAid;
+    Channel none = part;
+    none.isAvailable = false;
+    none.reason = "this compositor tells no application which window is in front, and no accessibility bus runs";
+    none.remedy = "Choose an X11 session at the login screen, often called \"Xorg\" or \"X11\".";
+    none.obstacle = Obstacle::wayland;
+    none.mend = Mend::nothing;
+    return {{.name = "settings-capture", .arrange = showingCapture(whole, otherChannels(whole))},
+            {.name = "settings-capture-part", .arrange = showingCapture(part, otherChannels(part))},
+            {.name = "settings-capture-blind", .arrange = showingCapture(none, otherChannels(none))}};
+}
+
 void addPreference(WindowScene& scene) {
-    showingSettings(2)(scene);
+    showingSettings(SettingsSheet::Page::organization)(scene);
     pressButton(scene, scene.services().localization.text("add_app_button"));
 }
 
@@ -68,19 +126,22 @@ QWidget* logWindow() {
 }  // namespace
 
 std::vector<Picture> otherPictures() {
-    return {
+    std::vector<Picture> pictures{
         {.name = "rules", .arrange = showRules, .alsoMirrored = true},
         {.name = "rules-empty", .arrange = [](WindowScene& scene) { showSection(scene, MainSection::rules); }},
         {.name = "export", .arrange = [](WindowScene& scene) { showSection(scene, MainSection::exporting); }},
-        {.name = "settings-general", .arrange = showingSettings(0)},
-        {.name = "settings-tracking", .arrange = showingSettings(1)},
-        {.name = "settings-organization", .arrange = showingSettings(2)},
+        {.name = "settings-general", .arrange = showingSettings(SettingsSheet::Page::general)},
+        {.name = "settings-tracking", .arrange = showingSettings(SettingsSheet::Page::tracking)},
+        {.name = "settings-organization", .arrange = showingSettings(SettingsSheet::Page::organization)},
         {.name = "settings-application", .arrange = addPreference},
-        {.name = "settings-diagnostics", .arrange = showingSettings(3)},
+        {.name = "settings-diagnostics", .arrange = showingSettings(SettingsSheet::Page::diagnostics)},
         {.name = "log", .arrange = showLog, .window = logWindow},
         {.name = "about", .arrange = [](WindowScene& scene) { scene.window().openAbout(); }},
         {.name = "licences", .arrange = showLicences},
     };
+    for (auto& picture : capturePictures())
+        pictures.push_back(std::move(picture));
+    return pictures;
 }
 
 }  // namespace quorvane

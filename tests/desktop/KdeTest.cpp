@@ -121,7 +121,7 @@ TEST_F(KdeTest, WhoHasNoGrantIsToldSoAndFollowsTheFocusByAScript) {
 TEST_F(KdeTest, TheScriptIsTakenOutAgainBelievesKWinAloneAndWaitsForNobody) {
     const KWinSession session;
     auto windows = std::make_unique<KWinScriptToplevels>(runLoop);
-    ASSERT_TRUE(windows->await(5s));
+    ASSERT_TRUE(waitUntil([&] { return windows->channel().isAvailable; }));
     EXPECT_EQ(scripts(), 1);
     EXPECT_EQ(believersOfAStranger(), 0);
     EXPECT_EQ(windows->active(), std::nullopt);

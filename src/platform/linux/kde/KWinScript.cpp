@@ -162,10 +162,6 @@ void KWinScript::answer(const QDBusMessage& message) {
         lateAnswer_ = runLoop_.after(lateness, reply);
 }
 
-bool KWinScript::isPending() const {
-    return session_.isConnected() && problem_ == hasNotAnswered;
-}
-
 std::string KWinScript::problem() const {
     return session_.isConnected() ? problem_.toStdString() : "no session bus";
 }

@@ -28,9 +28,6 @@ public:
     /// Why it tells nothing; empty while it does.
     [[nodiscard]] std::string problem() const;
 
-    /// Has KWin not answered yet?
-    [[nodiscard]] bool isPending() const;
-
 private:
     void follow(const QString& owner);
     void load();

@@ -1,20 +1,14 @@
 #include "platform/linux/kde/KWinScriptToplevels.h"
 
-#include "platform/linux/loop/Deadline.h"
-
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTimer>
 
 namespace quorvane::platform {
 namespace {
 
 /// The next picture follows within some milliseconds, one after an answer that is late on purpose included.
 constexpr Seconds untilNoneIsInFront = 0.2s;
-
-constexpr std::chrono::milliseconds look = 5ms;
 
 ToplevelWindow windowOf(const QJsonValue& told) {
     return {.appId = told["app"].toString().toStdString(),
@@ -38,22 +32,13 @@ void KWinScriptToplevels::show(const QByteArray& picture) {
     settle(front.isObject() ? std::optional(windowOf(front)) : std::nullopt, all);
 }
 
-bool KWinScriptToplevels::await(Seconds patience) {
-    const Deadline deadline(patience);
-    QTimer looking;
-    looking.start(look);
-    while (script_.isPending() && !deadline.isOver())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return channel().isAvailable;
-}
-
 Channel KWinScriptToplevels::channel() const {
     Channel channel{.question = "front window and activation", .name = "KWin script", .gives = Sight::applications};
     channel.reason = script_.problem();
     channel.isAvailable = channel.reason.empty();
     if (!channel.isAvailable) {
         channel.obstacle = Obstacle::other;
-        channel.remedy = "Run `quorvane-cli desktop install`, so that KWin tells without a script.";
+        channel.remedy = "Run quorvane-cli desktop install, so that KWin tells without a script.";
     }
     return channel;
 }

@@ -12,10 +12,6 @@ public:
 
     [[nodiscard]] Channel channel() const override;
 
-    /// Serves the run loop until it is known whether the script tells anything, for `patience` at most; true if it
-    /// does. For those whose loop doesn't run.
-    bool await(Seconds patience);
-
 private:
     void show(const QByteArray& picture);
 

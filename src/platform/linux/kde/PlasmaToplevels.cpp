@@ -115,7 +115,7 @@ Channel PlasmaToplevels::channel() const {
     } else if (channel.obstacle == Obstacle::wayland && isKWin(connection_)) {
         channel.reason =
             "KWin tells of windows only to programs whose desktop file asks for it, and this one's doesn't";
-        channel.remedy = "Run `quorvane-cli desktop install`, and start Quorvane anew.";
+        channel.remedy = "Run quorvane-cli desktop install, and start Quorvane anew.";
     }
     return channel;
 }
