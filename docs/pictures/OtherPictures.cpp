@@ -45,7 +45,7 @@ std::function<void(WindowScene&)> showingCapture(const Channel& windows, const s
     return [windows, others](WindowScene& scene) {
         scene.desktop.setForegroundChannel(windows);
         scene.desktop.setFurtherSight(others);
-        scene.runLoop.advance(30s);
+        scene.runLoop.playFor(30s);
         showingSettings(SettingsSheet::Page::capture)(scene);
     };
 }

@@ -24,7 +24,7 @@ TEST_F(StatusCommandTest, TellsOfAnEmptyStore) {
         outputOf({"--json", "status"}),
         R"({"tracking":false,"paused_since":null,"away_since":null,"open_record":null,"today_seconds":0.0,)"
         R"("today_records":0,)"
-        R"("capture":{"can_see":false,"reason":"no display: DISPLAY is not set, and no Wayland compositor answers",)"
+        R"("capture":{"can_see":false,"sees":"nothing","in_part":false,"reason":"no display: DISPLAY is not set, and no Wayland compositor answers",)"
         R"("remedy":"Start it from a terminal inside the desktop session."}})"
         "\n");
     EXPECT_EQ(outputOf({"status"}),

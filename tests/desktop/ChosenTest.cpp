@@ -25,6 +25,7 @@ protected:
         return mock;
     }
 
+    QtRunLoop runLoop;
     WestonSession session;
     PrivateBus bus{session.folder() / "bus"};
     bool isSomebodyThere = true;
@@ -39,7 +40,6 @@ TEST(BestTellerTest, IsTheOneThatKnowsMost) {
 }
 
 TEST_F(ChosenTest, WhoComesToTheBusIsAskedAndWhoLeavesItNoMore) {
-    QtRunLoop runLoop;
     WaylandConnection connection(&runLoop);
     BusNames names(runLoop, ChosenToplevels::busNames());
     ChosenToplevels windows(runLoop, connection, names, [] { return true; });
@@ -55,15 +55,15 @@ TEST_F(ChosenTest, WhoComesToTheBusIsAskedAndWhoLeavesItNoMore) {
 }
 
 TEST_F(ChosenTest, WhoTellsOfNoWindowWhileSomebodyIsAtWorkIsSaidToBeSilent) {
-    SimulatedRunLoop runLoop(at("09:00:00"));
+    SimulatedRunLoop simulated(at("09:00:00"));
     WaylandConnection connection(&runLoop);
     const auto shell = extension("");
     BusNames names(runLoop, ChosenToplevels::busNames());
-    const ChosenToplevels windows(runLoop, connection, names, [this] { return isSomebodyThere; });
+    const ChosenToplevels windows(simulated, connection, names, [this] { return isSomebodyThere; });
     ASSERT_TRUE(waitUntil([&] { return windows.channel().isAvailable; }));
-    runLoop.advance(119s);
+    simulated.playFor(119s);
     EXPECT_TRUE(windows.channel().isAvailable);
-    runLoop.advance(2s);
+    simulated.playFor(2s);
     EXPECT_FALSE(windows.channel().isAvailable);
     isSomebodyThere = false;
     EXPECT_TRUE(windows.channel().isAvailable) << "nobody is there to be heard of";
