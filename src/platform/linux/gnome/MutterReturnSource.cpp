@@ -73,12 +73,10 @@ private:
 
 MutterReturnSource::MutterReturnSource(MutterIdleSource& idle) : idle_(idle) {
     idle.bus().hear(MutterIdleSource::service, "WatchFired");
-    idle.bus().hear("org.freedesktop.DBus", "NameOwnerChanged");
-    idle.bus().listen(BusListener::ownerRule(QString::fromLatin1(MutterIdleSource::service)));
 }
 
 std::unique_ptr<ReturnWatch> MutterReturnSource::watch(std::function<void()> returned) {
-    if (!channel().isAvailable) return nullptr;
+    if (!idle_.isThere()) return nullptr;  // who is slow will answer yet
     return std::make_unique<InputWatch>(idle_.bus(), std::move(returned));
 }
 
