@@ -252,6 +252,54 @@ TEST_F(AccessibilityTest, AnswersOfAnotherShapeAreNone) {
                 Lt(aQuestion));
 }
 
+/// An application whose window says at a wrong moment that it is active, and takes it back, as some toolkits do.
+constexpr const char* hasty = R"(
+import dbus, dbus.lowlevel, dbus.mainloop.glib, sys
+from gi.repository import GLib
+dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
+bus = dbus.bus.BusConnection(sys.argv[1])
+def answer(connection, message):
+    if message.get_type() != 1: return 1  # no call
+    reply = dbus.lowlevel.MethodReturnMessage(message)
+    if message.get_member() == 'GetRole': reply.append(23, signature='u')
+    else: reply.append(dbus.String('hasty', variant_level=1), signature='v')
+    connection.send_message(reply)
+    return 0
+bus.add_message_filter(answer)
+def say(member, *values, signature='siiv(so)'):
+    signal = dbus.lowlevel.SignalMessage('/window', 'org.a11y.atspi.Event.Window', member)
+    signal.append(*values, signature=signature)
+    bus.send_message(signal)
+def tell(member):
+    for garbage in ('garbage',), (1, 2): say(member, *garbage, signature='s' if len(garbage) == 1 else 'ii')
+    say(member, '', 0, 0, dbus.Int32(0), ('', '/'))
+tell('Activate')
+GLib.timeout_add(500, tell, 'Deactivate')
+GLib.MainLoop().run()
+)";
+
+TEST_F(AccessibilityTest, TheWindowThatSaidLastThatItIsActiveIsUntilItTakesThatBack) {
+    const AccessibilityToplevels windows(runLoop);
+    const auto editor = startEditor("text");
+    const auto isActive = [&](const char* name) {
+        return waitUntil([&] { return windows.active() && windows.active()->appId == name; });
+    };
+    ASSERT_TRUE(isActive("mousepad"));
+    const ChildProcess peer({"/usr/bin/python3", "-c", hasty, service.address().toStdString()});
+    EXPECT_TRUE(isActive("hasty"));
+    EXPECT_TRUE(isActive("mousepad"));
+}
+
+TEST(AbsentAccessibilityTest, NobodyWaitsForASessionBusThatHangs) {
+    QtRunLoop runLoop;
+    DesktopSession session({.display = false, .buses = false});
+    const auto path = session.runtimeDirectory() / "hanging";
+    const BoundSocket hanging(path, SOCK_STREAM, true);
+    session.environment().set("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path.string());
+    EXPECT_THAT(secondsFor([&] { EXPECT_EQ(AccessibilityToplevels(runLoop).channel().reason, "no session bus"); }),
+                Lt(aQuestion));
+}
+
 TEST(AbsentAccessibilityTest, WithoutABusNothingIsKnownAndTheReasonIsNamed) {
     QtRunLoop runLoop;
     const auto expectNothing = [](AtspiAccessibility& tree) {

@@ -165,9 +165,11 @@ Status afterwards(Status (*what)(const GnomeShell&, const Deadline&)) {
 }  // namespace
 
 bool isGnome() {
-    for (const auto& name : text::split(text::lowercased(environment("XDG_CURRENT_DESKTOP")), ':'))
-        if (name == "gnome" || name.starts_with("gnome-")) return true;
-    return GnomeShell(Deadline(patienceForShell)).isThere();
+    const GnomeShell shell{Deadline(patienceForShell)};
+    if (shell.hasBus()) return shell.isThere();
+    // Relatives without this shell have the name in their lists, too.
+    const auto names = text::split(text::lowercased(environment("XDG_CURRENT_DESKTOP")), ':');
+    return std::ranges::find(names, "gnome") != names.end();
 }
 
 Status status() {

@@ -34,7 +34,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Is this session one of GNOME, as far as the bus and the environment say?
+/// Does GNOME Shell run in this session? Where no bus answers the environment says whether it is one of GNOME.
 [[nodiscard]] bool isGnome();
 
 /// Throws `Error`, as the others do, where that can't be found out.

@@ -17,6 +17,9 @@ public:
     /// "43.9". Of a shell that isn't on the bus what its program says; none where there is neither.
     [[nodiscard]] std::optional<std::string> version() const;
 
+    /// Is there a bus that it could be on?
+    [[nodiscard]] bool hasBus() const { return bus_.isConnected(); }
+
     /// Does it run? One that doesn't answer does, too.
     [[nodiscard]] bool isThere() const;
 

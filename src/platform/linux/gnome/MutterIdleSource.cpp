@@ -8,6 +8,7 @@ namespace {
 
 constexpr Seconds patience = 0.25s;
 constexpr Seconds silence = 5s;
+constexpr const char* notThere = "Mutter is not on the session bus";
 
 }  // namespace
 
@@ -15,7 +16,19 @@ MutterIdleSource::MutterIdleSource(RunLoop& runLoop) : MutterIdleSource(runLoop,
 
 MutterIdleSource::MutterIdleSource(RunLoop& runLoop, const Deadline& deadline)
     : runLoop_(runLoop), bus_(BoundedBusConnection::sessionAddress(), deadline) {
+    bus_.hear("org.freedesktop.DBus", "NameOwnerChanged");
+    bus_.listen(BusListener::ownerRule(QString::fromLatin1(service)));
+    heard_ = bus_.observe([this](const QDBusMessage& signal) { hear(signal); });
     ask(deadline);
+}
+
+/// A shell that has started anew is asked at once.
+void MutterIdleSource::hear(const QDBusMessage& signal) {
+    if (signal.member() != u"NameOwnerChanged" || signal.signature() != u"sss") return;
+    if (signal.arguments().at(0).toString() != QLatin1String(service)) return;
+    isThere_ = !signal.arguments().at(2).toString().isEmpty();
+    if (!isThere_) problem_ = notThere;
+    silentUntil_ = {};
 }
 
 QDBusMessage MutterIdleSource::question(const char* method, const QVariantList& arguments) {
@@ -34,16 +47,18 @@ std::optional<Seconds> MutterIdleSource::idleTime(const QDBusMessage& answer) {
 void MutterIdleSource::ask(const Deadline& deadline) {
     if (!bus_.isConnected()) {
         problem_ = "no session bus";
+        isThere_ = false;
         return;
     }
     const auto answer = bus_.call(question("GetIdletime"), deadline);
     if (const auto idle = idleTime(answer)) {
         lastInput_ = runLoop_.uptime() - *idle;
         problem_.clear();
+        isThere_ = true;
         return;
     }
-    const bool isThere = QDBusError(answer).type() != QDBusError::ServiceUnknown;
-    problem_ = isThere ? "Mutter does not answer" : "Mutter is not on the session bus";
+    isThere_ = QDBusError(answer).type() != QDBusError::ServiceUnknown;
+    problem_ = isThere_ ? "Mutter does not answer" : notThere;
     silentUntil_ = runLoop_.uptime() + silence;
 }
 

@@ -20,6 +20,9 @@ public:
     [[nodiscard]] Seconds secondsSinceLastInput() override;
     [[nodiscard]] Channel channel() const override;
 
+    /// Is Mutter on the bus, though it may be slow?
+    [[nodiscard]] bool isThere() const { return isThere_; }
+
     /// What leads to Mutter, and a question to its monitor.
     [[nodiscard]] BusListener& bus() { return bus_; }
     [[nodiscard]] static QDBusMessage question(const char* method, const QVariantList& arguments = {});
@@ -30,12 +33,15 @@ public:
 private:
     MutterIdleSource(RunLoop& runLoop, const Deadline& deadline);
     void ask(const Deadline& deadline);
+    void hear(const QDBusMessage& signal);
 
     RunLoop& runLoop_;
     BusListener bus_;
     std::optional<Seconds> lastInput_;  ///< on the clock that never steps
     Seconds silentUntil_{};
+    bool isThere_ = false;
     std::string problem_;
+    Subscription heard_;
 };
 
 }  // namespace quorvane::platform

@@ -2,13 +2,14 @@
 
 #include "base/Weak.h"
 
+#include <QDBusError>
 #include <optional>
 #include <utility>
 
 namespace quorvane::platform {
 namespace {
 
-constexpr Seconds patienceForMutter = 2s;
+constexpr Seconds patienceForMutter = 30s;  // nobody waits
 constexpr Seconds justNow = 1s;
 
 }  // namespace
@@ -32,8 +33,11 @@ private:
         bus_.ask(MutterIdleSource::question("AddUserActiveWatch"), patienceForMutter,
                  [weak = weak_.handle()](const QDBusMessage& answer) {
                      auto* self = weak.get();
-                     if (self == nullptr || !BoundedBusConnection::isAnswer(answer, "u")) return;
-                     self->id_ = answer.arguments().constFirst().toUInt();
+                     if (self == nullptr) return;
+                     if (BoundedBusConnection::isAnswer(answer, "u"))
+                         self->id_ = answer.arguments().constFirst().toUInt();
+                     else if (QDBusError(answer).type() == QDBusError::NoReply)
+                         self->arm();  // it hangs, and may go on
                  });
         // Nobody tells of an input that was before.
         bus_.ask(MutterIdleSource::question("GetIdletime"), patienceForMutter,
@@ -69,12 +73,10 @@ private:
 
 MutterReturnSource::MutterReturnSource(MutterIdleSource& idle) : idle_(idle) {
     idle.bus().hear(MutterIdleSource::service, "WatchFired");
-    idle.bus().hear("org.freedesktop.DBus", "NameOwnerChanged");
-    idle.bus().listen(BusListener::ownerRule(QString::fromLatin1(MutterIdleSource::service)));
 }
 
 std::unique_ptr<ReturnWatch> MutterReturnSource::watch(std::function<void()> returned) {
-    if (!channel().isAvailable) return nullptr;
+    if (!idle_.isThere()) return nullptr;  // who is slow will answer yet
     return std::make_unique<InputWatch>(idle_.bus(), std::move(returned));
 }
 

@@ -7,6 +7,7 @@ const INTERFACE = `<node><interface name="com.quorvane.Test1">
 
 class Helper {
     enable() {
+        IBusManager.getIBusManager()._spawn = () => {};
         this._object = Gio.DBusExportedObject.wrapJSObject(INTERFACE, this);
         this._object.export(Gio.DBus.session, '/com/quorvane/Test');
         const ready = () => {
