@@ -68,7 +68,7 @@ std::vector<Channel> otherChannels(const Channel& windows) {
              .reason = "no browser with the extension has connected",
              .remedy = "Run quorvane-cli browser install and do what it says; or switch accessibility on.",
              .gives = Sight::pages,
-             .obstacle = Obstacle::other,
+             .obstacle = Obstacle::noBrowser,
              .mend = Mend::browser}};
 }
 

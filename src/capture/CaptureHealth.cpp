@@ -16,6 +16,7 @@ bool CaptureHealth::isLasting() const {
     case Obstacle::none:
     case Obstacle::wayland:  // an extension or an accessibility bus may come
     case Obstacle::noWindowManager:
+    case Obstacle::noBrowser:
     case Obstacle::noExtension:
     case Obstacle::other: return false;
     }

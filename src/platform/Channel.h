@@ -19,6 +19,7 @@ enum class Obstacle : std::uint8_t {
     displayRefused,  ///< there is one that lets nobody in
     displayGone,     ///< it has let us in, and ended since
     noWindowManager,
+    noBrowser,    ///< none with our extension has connected
     noExtension,  ///< the desktop tells of its windows only to an extension of its own, and ours does not run
     other
 };

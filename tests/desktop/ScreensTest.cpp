@@ -11,7 +11,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-const Names sidebar{"Pause Recording", "Settings", "Cloud sync",
+const Names sidebar{"Pause Recording", "Fix, No web addresses", "Settings", "Cloud sync",
                     "About Quorvane"};  // behind the section, which comes first
 
 /// What follows the page's own controls on the way round.
@@ -100,6 +100,7 @@ TEST_F(ScreensTest, TabGoesThroughTheSettingsAndArrowsChooseTheirTabs) {
         {"Tracking",
          {"Notice when I am away", "5 minutes", "A call or a film counts as presence",
           "Ask about the time away when I am back", "Another title begins a record", "Record during work hours only"}},
+        {"Capture", {"Copy Command", "Accessibility, Fix", "Web addresses, Copy Command"}},
         {"Organization",
          {"Search applications", "Add Application", "Name of a new category", "Add Category", "Add Application"}},
         {"Diagnostics",

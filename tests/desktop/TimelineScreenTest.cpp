@@ -138,9 +138,10 @@ TEST_F(TimelineScreenTest, TabGoesRoundEveryControlHasANameAndEscapeLeavesEachSh
     EXPECT_THAT(unnamed(), IsEmpty());
     const std::string first = "Day timeline, " + dayLabel(today(0)) + ", 2 activities";
     EXPECT_TRUE(focusComesTo(first)) << focus();
-    EXPECT_THAT(tabRound(), ElementsAre("Another Message", "Automatic", "Automatic", "Create Share Card", "Timeline",
-                                        "Pause Recording", "Settings", "Cloud sync", "About Quorvane", "Previous day",
-                                        "Next day", "Today", "Day", "Shorter hours", "Taller hours", first));
+    EXPECT_THAT(tabRound(),
+                ElementsAre("Another Message", "Automatic", "Automatic", "Create Share Card", "Timeline",
+                            "Pause Recording", "Fix, No web addresses", "Settings", "Cloud sync", "About Quorvane",
+                            "Previous day", "Next day", "Today", "Day", "Shorter hours", "Taller hours", first));
     press("Down");
     EXPECT_TRUE(focusComesTo("Editor, 12:00 to 13:30, 1h30m")) << focus();
     press("a");

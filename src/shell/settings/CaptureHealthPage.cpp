@@ -32,6 +32,10 @@ QColor Theme::*inkOf(State state) {
     return state == State::works ? &Theme::ok : state == State::inPart ? &Theme::warn : &Theme::bad;
 }
 
+QColor Theme::*groundOf(State state) {
+    return state == State::works ? &Theme::okSoft : state == State::inPart ? &Theme::warnSoft : &Theme::badSoft;
+}
+
 }  // namespace
 
 CaptureHealthPage::CaptureHealthPage(CaptureHealthView& health, platform::RunLoop& runLoop,
@@ -49,8 +53,8 @@ CaptureHealthPage::CaptureHealthPage(CaptureHealthView& health, platform::RunLoo
 }
 
 QWidget* CaptureHealthPage::summary() {
-    auto* const well = new SettingsWell;
-    auto* const box = new QHBoxLayout(well);
+    well_ = new SettingsWell;
+    auto* const box = new QHBoxLayout(well_);
     box->setContentsMargins(17, 12, 16, 12);
     box->setSpacing(12);
     summaryIcon_ = new IconView(iconOf(State::works), 16, &Theme::ok);
@@ -66,7 +70,7 @@ QWidget* CaptureHealthPage::summary() {
     summaryMend_ = mendButton();
     connect(summaryMend_, &QAbstractButton::clicked, this, [this] { mend(health_.mend()); });
     box->addWidget(summaryMend_, 0, Qt::AlignTop);
-    return well;
+    return well_;
 }
 
 Button* CaptureHealthPage::mendButton() {
@@ -112,6 +116,7 @@ void CaptureHealthPage::show(Line& line, const CaptureHealthView::Row& row) {
 
 void CaptureHealthPage::refresh() {
     const State state = health_.state();
+    well_->setGround(groundOf(state));
     summaryIcon_->setIcon(iconOf(state), inkOf(state));
     summaryTitle_->setText(qt(health_.title()));
     summaryText_->setText(qt(health_.explanation()));

@@ -18,6 +18,7 @@ class IconView;
 class Label;
 class SettingsRow;
 class SettingsSection;
+class SettingsWell;
 
 /// What can be seen, and each channel with its answer and a way to mend it. While it shows it follows the desktop.
 class CaptureHealthPage : public QWidget {
@@ -48,6 +49,7 @@ private:
     CaptureHealthView& health_;
     platform::RunLoop& runLoop_;
     const Localization& localization_;
+    SettingsWell* well_ = nullptr;
     IconView* summaryIcon_ = nullptr;
     Label* summaryTitle_ = nullptr;
     Label* summaryText_ = nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/look/Theme.h"
+
 #include <QFrame>
 
 namespace quorvane {
@@ -8,9 +10,14 @@ namespace quorvane {
 class SettingsWell : public QFrame {
 public:
     using QFrame::QFrame;
+    /// A member of `Theme`: `&Theme::warnSoft`.
+    void setGround(QColor Theme::*ground);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor Theme::*ground_ = &Theme::accSoft;
 };
 
 }  // namespace quorvane

@@ -106,12 +106,13 @@ std::string CaptureHealthView::title() const {
 
 std::string CaptureHealthView::explanation() const {
     const auto trouble = captureTrouble(tracker_.captureHealth(), localization_);
-    return trouble.remedy.empty() ? trouble.reason : trouble.reason + " " + trouble.remedy;
+    const std::string end = trouble.reason.empty() || trouble.reason.ends_with('.') ? "" : ".";
+    return trouble.remedy.empty() ? trouble.reason + end : trouble.reason + end + " " + trouble.remedy;
 }
 
 Mend CaptureHealthView::mend() const {
     for (const Channel& channel : desktop_.sight())
-        if (channel.mend != Mend::nothing && stateOf(channel) != State::works) return channel.mend;
+        if (stateOf(channel) != State::works) return channel.mend;
     return Mend::nothing;
 }
 

@@ -42,7 +42,7 @@ public:
     [[nodiscard]] State state() const;
     [[nodiscard]] std::string title() const;
     [[nodiscard]] std::string explanation() const;
-    [[nodiscard]] platform::Mend mend() const;
+    [[nodiscard]] platform::Mend mend() const;  ///< what the application can do about that
 
     /// Asks the desktop anew, which may take a second where it hangs.
     void refresh();

@@ -27,7 +27,9 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     : QWidget(parent), tracker_(tracker), runLoop_(runLoop), localization_(localization),
       state_(new Label({}, TypeRole::label, &Theme::text, this)),
       application_(new Label({}, TypeRole::caption, &Theme::text2, this)),
-      since_(new Label({}, TypeRole::caption, &Theme::text2, this)), health_(new Button({}, ButtonKind::link, this)),
+      since_(new Label({}, TypeRole::caption, &Theme::text2, this)), health_(new QWidget(this)),
+      missing_(new Label({}, TypeRole::caption, &Theme::warn)),
+      fix_(new Button(qt(localization.text("health_fix")), ButtonKind::link)),
       toggle_(Button::withIcon("pause", {}, ButtonKind::secondary, ButtonSize::small, this)) {
     application_->setElided(true);
     auto* const column = new QVBoxLayout(this);
@@ -38,9 +40,14 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     column->addLayout(head);
     column->addWidget(application_);
     column->addWidget(since_);
-    health_->setButtonSize(ButtonSize::small);
-    column->addWidget(health_, 0, Qt::AlignLeft);
-    connect(health_, &QAbstractButton::clicked, this, [this] { healthWanted.send(); });
+    auto* const line = new QHBoxLayout(health_);
+    line->setContentsMargins(0, 4, 0, 0);
+    line->addWidget(missing_, 1);
+    missing_->setElided(true);
+    fix_->setButtonSize(ButtonSize::small);
+    line->addWidget(fix_);
+    column->addWidget(health_);
+    connect(fix_, &QAbstractButton::clicked, this, [this] { healthWanted.send(); });
     connect(toggle_, &QAbstractButton::clicked, this, [this] { tracker_.toggle(); });
     captureHealthChanged_ = tracker_.captureHealthChanged.subscribe([this] { showState(); });
     presenceChanged_ = tracker_.presenceChanged.subscribe([this] { showState(); });
@@ -93,11 +100,11 @@ void RecordingCard::showState() {
 
 void RecordingCard::showHealth() {
     const auto& health = tracker_.captureHealth();
-    const auto missing = health.canSee() ? missingSight(health, localization_) : localization_.text("health_fix");
-    const bool isShown = tracker_.isTracking() && !isRail_ && !missing.empty();
-    health_->setText(qt(missing));
-    health_->setToolTip(qt(captureTrouble(health, localization_).reason));
-    health_->setVisible(isShown);
+    const auto missing = missingSight(health, localization_);
+    missing_->setText(qt(missing));
+    missing_->setToolTip(qt(captureTrouble(health, localization_).reason));
+    fix_->setAccessibleName(qt(localization_.text("health_fix") + ", " + missing));
+    health_->setVisible(tracker_.isTracking() && !isRail_ && (!health.canSee() || !missing.empty()));
 }
 
 /// The reason and the remedy take as many lines as they need: nobody can act on half of them.

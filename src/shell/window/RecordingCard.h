@@ -45,7 +45,9 @@ private:
     Label* state_;
     Label* application_;
     Label* since_;
-    Button* health_;  ///< what can't be seen; leads to where it is mended
+    QWidget* health_;  ///< what can't be seen, and the way to where it is mended
+    Label* missing_;
+    Button* fix_;
     Button* toggle_;
     bool isShownSoon_ = false;  ///< records change in bursts; they are shown once
     bool isRail_ = false;

@@ -130,7 +130,7 @@ TEST_F(SettingsSheetTest, TheLoginItemChangesAtOnceAndARefusalIsToldAndTakenBack
 TEST_F(SettingsSheetTest, ApplicationsAreAddedEditedAndDeletedByTheKeyboard) {
     auto& categories = scene->services().categories;
     open();
-    chooseTab(2);
+    chooseTab(3);
     EXPECT_THAT(read(QAccessible::StaticText), Contains("No applications yet"));
     click("Add Application");
     EXPECT_FALSE(named("Save").isEnabled());
@@ -159,7 +159,7 @@ TEST_F(SettingsSheetTest, ApplicationsAreAddedEditedAndDeletedByTheKeyboard) {
 
 TEST_F(SettingsSheetTest, OwnCategoriesAreEnteredWithTheReturnKeyWhichDoesNotSave) {
     open();
-    chooseTab(2);
+    chooseTab(3);
     auto& field = named<QLineEdit>("Name of a new category");
     field.setFocus();
     field.setText("Family");
@@ -176,7 +176,7 @@ TEST_F(SettingsSheetTest, TheDiagnosticsShowTheLogSectionAndTestsOfTheCapture) {
         section->setObjectName("log");
         return section;
     });
-    chooseTab(3);
+    chooseTab(4);
     EXPECT_TRUE(topSheet().findChild<QWidget*>("log")->isVisible());
     scene->runLoop.playFor(1s);
     scene->settle();
@@ -194,7 +194,7 @@ TEST_F(SettingsSheetTest, ReportsHaveASwitchWhereTheyCanGoSomewhereAndItIsOff) {
     for (const bool hasHost : {true, false}) {
         if (!hasHost) scene->services().setPerformanceReportsEnabled = nullptr;
         open();
-        chooseTab(3);
+        chooseTab(4);
         EXPECT_EQ(read(QAccessible::CheckBox).size(), hasHost ? 1U : 0U);
         if (hasHost) {
             EXPECT_FALSE(named("Send performance reports").isChecked());

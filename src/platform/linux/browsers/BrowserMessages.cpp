@@ -210,6 +210,7 @@ Channel BrowserMessages::channel() const {
     } else {
         channel.reason = "no browser with the extension has connected";
         if (!impl_->trouble.empty()) channel.reason += "; " + impl_->trouble;
+        channel.obstacle = Obstacle::noBrowser;
         channel.mend = Mend::browser;
         channel.remedy = "Run quorvane-cli browser install and do what it says; or switch accessibility on.";
     }
