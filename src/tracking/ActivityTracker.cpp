@@ -157,11 +157,16 @@ ClockLook ActivityTracker::lookAtClocks() {
     return look;
 }
 
-/// Nobody is told of each key; the monitors know of the last one to the moment. By the clock as it was at the last
-/// look.
+/// Nobody is told of each key; the monitors know of the last one to the moment, and so does the desktop where they may
+/// not listen. By the clock as it was at the last look.
 Date ActivityTracker::lastSignOfLife() const {
-    if (!isAnyMonitorListening()) return lastUpdate_;
-    const Seconds heardAt = runLoop_.uptime() - std::min(keyboardMonitor_.getIdleTime(), mouseMonitor_.getIdleTime());
+    Seconds untouched = desktop_.idle().secondsSinceLastInput();
+    if (isAnyMonitorListening()) {
+        const Seconds unheard = std::min(keyboardMonitor_.getIdleTime(), mouseMonitor_.getIdleTime());
+        untouched = untouched < 0s ? unheard : std::min(untouched, unheard);
+    }
+    if (untouched < 0s) return lastUpdate_;
+    const Seconds heardAt = runLoop_.uptime() - untouched;
     return std::max<Date>(lastUpdate_, lastLook_.now + (heardAt - lastLook_.uptime));
 }
 

@@ -5,6 +5,7 @@ namespace {
 
 constexpr Seconds minAppSwitchInterval = 1s;
 constexpr Seconds ownActivationDelay = 0.25s;
+constexpr Seconds vacancyDelay = 3s;  ///< a launcher may have the focus for a moment
 
 /// Under which this application itself comes to the front.
 constexpr const char* ownBundleIdentifier = "org.zelkor.Quorvane";
@@ -83,10 +84,10 @@ void ActivityTracker::handleApplicationActivation(const std::optional<platform::
         tick();
 }
 
-/// The last window went: whoever had been in front no longer is, and a tick asks the desktop afresh.
+/// No window has the focus: whoever had been in front no longer is, and a tick asks the desktop afresh.
 void ActivityTracker::handleVacancy() {
     foregroundApplicationSnapshot_.reset();
-    scheduleActivationTick(minAppSwitchInterval);
+    scheduleActivationTick(vacancyDelay);
 }
 
 void ActivityTracker::noteForegroundActivation(const ClockLook& look) {

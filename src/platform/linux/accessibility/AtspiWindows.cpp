@@ -3,7 +3,9 @@
 #include <QDBusArgument>
 #include <QDBusVariant>
 #include <algorithm>
+#include <array>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace quorvane::platform {
@@ -18,6 +20,13 @@ constexpr int mostSignalsASecond = 200;
 constexpr qsizetype longestName = 4096;
 constexpr qsizetype mostChildren = 100;
 constexpr std::size_t mostWindows = 500;
+
+/// Shells show themselves as windows while they have the keyboard: their overview, their lock screen.
+constexpr std::array<std::string_view, 3> shells = {"gnome-shell", "cinnamon", "plasmashell"};
+
+bool isOfShell(const ToplevelWindow& window) {
+    return std::ranges::find(shells, window.appId) != shells.end();
+}
 
 const QString registryName = QStringLiteral("org.a11y.atspi.Registry");
 const QString accessibleInterface = QStringLiteral("org.a11y.atspi.Accessible");
@@ -95,13 +104,14 @@ std::optional<ToplevelWindow> AtspiWindows::active() const {
     const Window* newest = nullptr;
     for (const Window& window : windows_)
         if (window.isActive && (newest == nullptr || window.since > newest->since)) newest = &window;
-    return newest != nullptr && newest->isKnown ? std::optional(newest->told) : std::nullopt;
+    const bool isKnown = newest != nullptr && newest->isKnown && !isOfShell(newest->told);
+    return isKnown ? std::optional(newest->told) : std::nullopt;
 }
 
 std::vector<ToplevelWindow> AtspiWindows::all() const {
     std::vector<ToplevelWindow> found;
     for (const Window& window : windows_)
-        if (window.isKnown && window.open == 0) found.push_back(window.told);
+        if (window.isKnown && window.open == 0 && !isOfShell(window.told)) found.push_back(window.told);
     return found;
 }
 

@@ -35,8 +35,8 @@ Subscription ToplevelForegroundSource::observeActivation(
     return activated_.subscribe(std::move(activated));
 }
 
-Subscription ToplevelForegroundSource::observeVacancy(std::function<void()>) {
-    return {};
+Subscription ToplevelForegroundSource::observeVacancy(std::function<void()> vacated) {
+    return vacated_.subscribe(std::move(vacated));
 }
 
 Channel ToplevelForegroundSource::titleChannel() const {
@@ -51,7 +51,10 @@ void ToplevelForegroundSource::evaluate() {
     auto application = frontmostApplication();
     if (application == lastActivated_) return;
     lastActivated_ = std::move(application);
-    if (lastActivated_) activated_.send(lastActivated_);
+    if (lastActivated_)
+        activated_.send(lastActivated_);
+    else
+        vacated_.send();
 }
 
 }  // namespace quorvane::platform

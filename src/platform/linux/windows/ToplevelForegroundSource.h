@@ -11,7 +11,7 @@ namespace quorvane::platform {
 
 /// The window that a Wayland compositor says has the focus, and its application. An activation is reported when the
 /// application is another one than before, when it returns after no window had the focus, and when the session is
-/// unlocked. No window has it while a launcher, a panel or the locker does, so that nobody hears of a vacancy.
+/// unlocked. A vacancy is also what a launcher, a panel or a locker brings that takes the focus from all windows.
 class ToplevelForegroundSource final : public ForegroundSource {
 public:
     ToplevelForegroundSource(ToplevelWindows& windows, const ApplicationIdentity& identity, SessionEvents& session);
@@ -30,6 +30,7 @@ private:
     const ApplicationIdentity& identity_;
     SessionEvents& session_;
     Signal<const std::optional<ForegroundApplication>&> activated_;
+    Signal<> vacated_;
     std::optional<ForegroundApplication> lastActivated_;
     Subscription changes_;
     std::vector<Subscription> reach_;
