@@ -56,7 +56,8 @@ protected:
 
 TEST_F(SettingsSheetTest, OneTabShowsAndTheArrowsChooseAnother) {
     open();
-    EXPECT_THAT(read(QAccessible::PageTab), ElementsAre("General", "Tracking", "Organization", "Diagnostics"));
+    EXPECT_THAT(read(QAccessible::PageTab),
+                ElementsAre("General", "Tracking", "Capture", "Organization", "Diagnostics"));
     EXPECT_THAT(read(QAccessible::CheckBox), ElementsAre("Hide from the taskbar", "Start when I log in"));
     named("General").setFocus();
     press(Qt::Key_Right);
