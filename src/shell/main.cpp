@@ -149,6 +149,7 @@ int run(int argc, char** argv, bool isInBackground) {
     std::signal(SIGPIPE, SIG_IGN);
     CloudModule::verifyServersByDefault();
     if (const auto problem = displayProblem(); !problem.empty()) return refuse(failed, problem);
+    platform::DBusConnection::leaveHangingSession();
     const auto token = activationToken();
     const auto application = makeApplication(argc, argv);
     platform::QtRunLoop runLoop;

@@ -14,10 +14,13 @@ QString freshName() {
     return QStringLiteral("quorvane-%1").arg(++number);
 }
 
+bool doesAnswer(const QString& address) {
+    return BoundedBusConnection(address, Deadline(Seconds(busPatienceInMilliseconds / 1000.0))).isConnected();
+}
+
 /// Qt waits half a minute for a bus that hangs, and takes the whole program along.
 QDBusConnection connectionTo(const QString& address, const QString& name) {
-    const BoundedBusConnection trial(address, Deadline(Seconds(busPatienceInMilliseconds / 1000.0)));
-    return trial.isConnected() ? QDBusConnection::connectToBus(address, name) : QDBusConnection(name);
+    return doesAnswer(address) ? QDBusConnection::connectToBus(address, name) : QDBusConnection(name);
 }
 
 }  // namespace
@@ -32,6 +35,12 @@ DBusConnection DBusConnection::toSession() {
     const auto runtimeDirectory = environment("XDG_RUNTIME_DIR");
     if (address.empty() && !runtimeDirectory.empty()) address = "unix:path=" + runtimeDirectory + "/bus";
     return DBusConnection(address);
+}
+
+void DBusConnection::leaveHangingSession() {
+    const QString address = BoundedBusConnection::sessionAddress();
+    if (address.isEmpty() || doesAnswer(address)) return;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
 }
 
 DBusConnection::DBusConnection(const std::string& address)

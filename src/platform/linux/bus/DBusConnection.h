@@ -17,6 +17,10 @@ public:
     [[nodiscard]] static DBusConnection toSystem();
     [[nodiscard]] static DBusConnection toSession();
 
+    /// Does without the bus of the user's session in this process if it exists and doesn't answer: whatever in Qt
+    /// connects to it would wait for half a minute. To be called before there is an application object.
+    static void leaveHangingSession();
+
     DBusConnection(DBusConnection&& other) noexcept;
     DBusConnection(const DBusConnection&) = delete;
     DBusConnection& operator=(const DBusConnection&) = delete;
