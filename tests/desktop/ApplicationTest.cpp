@@ -70,6 +70,17 @@ protected:
     }
 };
 
+TEST_F(ApplicationTest, ASessionBusThatHangsKeepsNobodyFromRecording) {
+    const PrivateBus bus(session_.runtimeDirectory() / "hanging");
+    setting_.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+    bus.send(SIGSTOP);
+    const auto application = launch();
+    EXPECT_TRUE(waitUntil([&] { return hasWindow(); }));
+    const TestWindow editor({.instance = "editor", .wmClass = "Editor"});
+    EXPECT_TRUE(waitUntil([&] { return !records().empty(); }));
+    bus.send(SIGCONT);  // so that it can be ended
+}
+
 TEST_F(ApplicationTest, TheTraysMenuPausesStartsAndQuits) {
     TrayHost tray;
     const auto application = launch();
