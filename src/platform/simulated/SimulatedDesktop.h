@@ -56,7 +56,7 @@ public:
     /// Whether what is in front can be seen, and why not.
     void setForegroundChannel(Channel channel) { foreground_.setChannel(std::move(channel)); }
 
-    /// What else tells of what is in front; nobody until this is called.
+    /// What else tells of what is in front; until this is called all that there is.
     void setFurtherSight(std::vector<Channel> channels) { furtherSight_ = std::move(channels); }
 
     /// No window has the focus; tells nobody.
@@ -150,7 +150,10 @@ private:
     SimulatedAccessibility accessibility_;
     SimulatedAutomation automation_;
     FrontRunningApplications runningApplications_{foreground_};
-    std::vector<Channel> furtherSight_;
+    std::vector<Channel> furtherSight_{
+        {.question = "window titles", .name = "simulated", .isAvailable = true, .gives = Sight::titles},
+        {.question = "documents", .name = "simulated", .isAvailable = true, .gives = Sight::documents},
+        {.question = "page in front", .name = "simulated", .isAvailable = true, .gives = Sight::pages}};
     bool lockerShowsLoginWindow_ = true;
     std::unique_ptr<WorkItem> typist_;
 };

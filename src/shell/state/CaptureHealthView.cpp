@@ -4,6 +4,7 @@
 #include "shell/state/RecordingState.h"
 
 #include <algorithm>
+#include <cctype>
 #include <stdexcept>
 #include <utility>
 
@@ -106,13 +107,15 @@ std::string CaptureHealthView::title() const {
 
 std::string CaptureHealthView::explanation() const {
     const auto trouble = captureTrouble(tracker_.captureHealth(), localization_);
-    const std::string end = trouble.reason.empty() || trouble.reason.ends_with('.') ? "" : ".";
-    return trouble.remedy.empty() ? trouble.reason + end : trouble.reason + end + " " + trouble.remedy;
+    std::string reason = trouble.reason;
+    if (!reason.empty() && std::isalnum(static_cast<unsigned char>(reason.back())) != 0) reason += '.';
+    if (trouble.remedy.empty()) return reason;
+    return reason + localization_.text("sentence_separator") + trouble.remedy;
 }
 
 Mend CaptureHealthView::mend() const {
     for (const Channel& channel : desktop_.sight())
-        if (stateOf(channel) != State::works) return channel.mend;
+        if (channel.gives != platform::Sight::nothing && stateOf(channel) != State::works) return channel.mend;
     return Mend::nothing;
 }
 
