@@ -1,10 +1,10 @@
 #include "shell/state/CaptureHealthView.h"
 
+#include "base/Text.h"
 #include "base/TimeText.h"
 #include "shell/state/RecordingState.h"
 
 #include <algorithm>
-#include <cctype>
 #include <stdexcept>
 #include <utility>
 
@@ -108,7 +108,8 @@ std::string CaptureHealthView::title() const {
 std::string CaptureHealthView::explanation() const {
     const auto trouble = captureTrouble(tracker_.captureHealth(), localization_);
     std::string reason = trouble.reason;
-    if (!reason.empty() && std::isalnum(static_cast<unsigned char>(reason.back())) != 0) reason += '.';
+    const auto last = static_cast<unsigned char>(reason.empty() ? '.' : reason.back());
+    if (last < 0x80 && (text::isLetter(last) || text::isDigit(last))) reason += '.';
     if (trouble.remedy.empty()) return reason;
     return reason + localization_.text("sentence_separator") + trouble.remedy;
 }
