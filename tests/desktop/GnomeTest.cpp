@@ -89,6 +89,20 @@ TEST_F(GnomeTest, APauseIsCountedFromItsLastInputAndItsEndIsTold) {
     EXPECT_TRUE(waitUntil([&] { return returned == 2; }));
 }
 
+TEST_F(GnomeTest, InAPauseNobodyIsAskedUntilInputEndsIt) {
+    MutterIdleSource idle(runLoop, 0.5s);
+    session->type();
+    ASSERT_TRUE(waitUntil([&] { return idle.secondsSinceLastInput() > 1.2s; }));
+    session->send(SIGSTOP);
+    const Seconds begin = uptime();
+    EXPECT_GT(idle.secondsSinceLastInput(), 1.2s);
+    EXPECT_LT(uptime() - begin, 0.1s);
+    session->send(SIGCONT);
+    session->type();
+    EXPECT_TRUE(waitUntil([&] { return idle.secondsSinceLastInput() < 0.5s; }));
+    EXPECT_TRUE(waitUntil([&] { return idle.secondsSinceLastInput() > 0.7s; })) << "and the next pause is one";
+}
+
 TEST_F(GnomeTest, AShellThatHangsOrEndsHoldsNobodyUpAndIsFoundAgain) {
     MutterIdleSource idle(runLoop);
     MutterReturnSource returns(idle);

@@ -67,11 +67,7 @@ private:
     WeakSource<InputWatch> weak_{*this};
 };
 
-MutterReturnSource::MutterReturnSource(MutterIdleSource& idle) : idle_(idle) {
-    idle.bus().hear(MutterIdleSource::service, "WatchFired");
-    idle.bus().hear("org.freedesktop.DBus", "NameOwnerChanged");
-    idle.bus().listen(BusListener::ownerRule(QString::fromLatin1(MutterIdleSource::service)));
-}
+MutterReturnSource::MutterReturnSource(MutterIdleSource& idle) : idle_(idle) {}
 
 std::unique_ptr<ReturnWatch> MutterReturnSource::watch(std::function<void()> returned) {
     if (!channel().isAvailable) return nullptr;
