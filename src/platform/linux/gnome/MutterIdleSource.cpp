@@ -72,12 +72,10 @@ void MutterIdleSource::watchPause() {
     });
 }
 
+/// Any watch of ours goes off with an input, and whoever waits for a return asks at once.
 void MutterIdleSource::hear(const QDBusMessage& signal) {
-    const auto first = signal.arguments().value(0);
-    const bool isOver = signal.member() == u"WatchFired"
-                            ? watch_ && signal.signature() == u"u" && first.toUInt() == *watch_
-                            : signal.signature() == u"sss" && first.toString() == QLatin1String(service);
-    if (isOver) forgetPause();
+    const bool isOwner = signal.signature() == u"sss" && signal.arguments().at(0).toString() == QLatin1String(service);
+    if (isOwner || signal.member() == u"WatchFired") forgetPause();
 }
 
 void MutterIdleSource::forgetPause() {
