@@ -199,6 +199,8 @@ def trial(name, rounds, cli):
 
 
 def main():
+    # Who is ended ends what was started.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     name, rounds, cli = sys.argv[1:]
     print(json.dumps(trial(name, int(rounds), cli)))
 
