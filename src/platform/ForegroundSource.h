@@ -33,7 +33,7 @@ public:
     virtual Subscription
     observeActivation(std::function<void(const std::optional<ForegroundApplication>&)> activated) = 0;
 
-    /// Calls `vacated` when the last window that had the focus went and no other took it. Desktops on which some
+    /// Calls `vacated` when the window that had the focus went or lost it, and no other took it. Desktops on which some
     /// application is always in front never do.
     virtual Subscription observeVacancy(std::function<void()> vacated) = 0;
 

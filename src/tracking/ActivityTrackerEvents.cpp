@@ -5,7 +5,7 @@ namespace {
 
 constexpr Seconds minAppSwitchInterval = 1s;
 constexpr Seconds ownActivationDelay = 0.25s;
-constexpr Seconds vacancyDelay = 3s;  ///< a launcher may have the focus for a moment
+constexpr Seconds vacancyDelay = 5s;  ///< a launcher may have the focus for a moment
 
 /// Under which this application itself comes to the front.
 constexpr const char* ownBundleIdentifier = "org.zelkor.Quorvane";
@@ -84,10 +84,16 @@ void ActivityTracker::handleApplicationActivation(const std::optional<platform::
         tick();
 }
 
-/// No window has the focus: whoever had been in front no longer is, and a tick asks the desktop afresh.
+/// No window has the focus: whoever had been in front no longer is, and the desktop is asked afresh. If none gets it
+/// soon, the record ends here.
 void ActivityTracker::handleVacancy() {
     foregroundApplicationSnapshot_.reset();
-    scheduleActivationTick(vacancyDelay);
+    pendingActivationTick_ = runLoop_.after(vacancyDelay, [weak = weak_.handle(), vacantSince = runLoop_.now()] {
+        auto* self = weak.get();
+        if (self == nullptr) return;
+        if (!self->foregroundApplication()) self->closeAndLeave(vacantSince, self->runLoop_.now());
+        self->tick();
+    });
 }
 
 void ActivityTracker::noteForegroundActivation(const ClockLook& look) {

@@ -115,13 +115,13 @@ TEST_F(AccessibilityTest, WindowsAreKnownAsFarAsTheirApplicationsTell) {
     EXPECT_TRUE(waitUntil([&] { return isEditor(windows, "/"); }));
 }
 
-/// Two windows of one application with these titles; the first is the active one.
-constexpr const char* twoWindows = R"(
+/// Windows of an application of that name with these titles; the first is the active one.
+constexpr const char* windowsOf = R"(
 import gi, os, sys
 gi.require_version('Gtk', '3.0')
 from gi.repository import Gtk, GLib
-GLib.set_prgname('Two')
-for title in reversed(sys.argv[2:]):
+GLib.set_prgname(sys.argv[2])
+for title in reversed(sys.argv[3:]):
     window = Gtk.Window(title=title)
     window.show_all()
     while Gtk.events_pending(): Gtk.main_iteration()
@@ -130,7 +130,7 @@ Gtk.main()
 )";
 
 TEST_F(AccessibilityTest, TheWindowInFrontIsTheOneWithItsTitle) {
-    ChildProcess two({"/usr/bin/python3", "-c", twoWindows, "{ready}", "One - Two", "Other - Two"});
+    ChildProcess two({"/usr/bin/python3", "-c", windowsOf, "{ready}", "Two", "One - Two", "Other - Two"});
     ASSERT_TRUE(two.readyLine(20s));
     std::optional<AccessibleElement> application;
     ASSERT_TRUE(waitUntil([&] {
@@ -153,6 +153,16 @@ TEST_F(AccessibilityTest, TheWindowInFrontIsTheOneWithItsTitle) {
     for (const auto& [front, expected] : rows)
         for (const auto name : {AccessibleName::focusedWindow, AccessibleName::mainWindow})
             EXPECT_EQ(frontTitle(front, name), expected) << front.title << " " << name;
+}
+
+TEST_F(AccessibilityTest, AShellThatHasTheFocusIsNoApplication) {
+    const AccessibilityToplevels windows(runLoop);
+    ChildProcess shell({"/usr/bin/python3", "-c", windowsOf, "{ready}", "gnome-shell", "Main stage"});
+    const auto isActive = [&] {
+        return elementAt(tree, tree.application(shell.pid()), AccessibleName::focusedWindow).has_value();
+    };
+    ASSERT_TRUE(waitUntil(isActive, 20s));
+    EXPECT_TRUE(staysTrue([&] { return !windows.active() && windows.all().empty(); }));
 }
 
 TEST_F(AccessibilityTest, AFrozenApplicationCostsOneWait) {

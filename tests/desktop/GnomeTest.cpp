@@ -90,6 +90,25 @@ TEST_F(GnomeTest, APauseIsCountedFromItsLastInputAndItsEndIsTold) {
     EXPECT_TRUE(waitUntil([&] { return returned == 2; }, 20s));
 }
 
+TEST_F(GnomeTest, InAPauseNobodyIsAskedUntilInputEndsIt) {
+    MutterIdleSource idle(runLoop, 0.5s);
+    session->type();
+    ASSERT_TRUE(waitUntil([&] { return idle.secondsSinceLastInput() > 1.2s; }));
+    session->send(SIGSTOP);
+    const Seconds begin = uptime();
+    EXPECT_GT(idle.secondsSinceLastInput(), 1.2s);
+    EXPECT_LT(uptime() - begin, 0.1s);
+    session->send(SIGCONT);
+    MutterReturnSource returns(idle);
+    std::optional<Seconds> atReturn;
+    const auto watch = returns.watch([&] { atReturn = idle.secondsSinceLastInput(); });
+    EXPECT_TRUE(staysTrue([&] { return !atReturn; }));
+    session->type();
+    EXPECT_TRUE(waitUntil([&] { return atReturn.has_value(); }));
+    EXPECT_LT(*atReturn, 0.5s);
+    EXPECT_TRUE(waitUntil([&] { return idle.secondsSinceLastInput() > 0.7s; })) << "and the next pause is one";
+}
+
 TEST_F(GnomeTest, AShellThatHangsOrEndsHoldsNobodyUpAndIsFoundAgain) {
     MutterIdleSource idle(runLoop);
     MutterReturnSource returns(idle);

@@ -1,6 +1,7 @@
 #include "desktop/support/SwaySession.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/session/LinuxDesktop.h"
 #include "platform/linux/wayland/WaylandIdleSource.h"
 #include "platform/linux/wayland/WlrToplevels.h"
 #include "support/Matching.h"
@@ -41,6 +42,16 @@ TEST_F(WaylandTest, TheWindowWithTheFocusIsKnownWithItsTitleAndNoOther) {
     second.reset();
     EXPECT_TRUE(isActive("first", "three"));
     EXPECT_TRUE(windows.channel().isAvailable);
+}
+
+TEST_F(WaylandTest, ThatNoWindowHasTheFocusAnyMoreIsTold) {
+    LinuxDesktop desktop(runLoop);
+    int vacancies = 0;
+    const auto vacated = desktop.foreground().observeVacancy([&] { ++vacancies; });
+    auto window = std::make_unique<FootWindow>(session, "first", "one");
+    ASSERT_TRUE(waitUntil([&] { return desktop.foreground().frontmostApplication().has_value(); }));
+    window.reset();
+    EXPECT_TRUE(waitUntil([&] { return vacancies == 1; }));
 }
 
 TEST_F(WaylandTest, APauseIsCountedFromItsLastInputAndItsEndIsTold) {

@@ -67,6 +67,15 @@ TEST_F(SystemEventsTest, TheLastKeyBeforeTheLockBelongsToTheRecord) {
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:00:47.5"));
 }
 
+TEST_F(SystemEventsTest, WhereInputIsNotToldTheDesktopKnowsTheLastOneBeforeTheLock) {
+    desktop.refuseKeys();
+    desktop.refuseGlobalPointer();
+    startTrackingAt("09:00:00");
+    playUntil("09:01:55");
+    desktop.lock();
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:01:50"));
+}
+
 TEST_F(SystemEventsTest, ALockedSessionTicksWithoutRecording) {
     startTrackingAt("09:00:00");
     playUntil("09:01:00");
@@ -172,19 +181,19 @@ TEST_F(SystemEventsTest, NoFrontmostApplicationClosesTheRecordAtTheTick) {
     EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:01:00"));
 }
 
-TEST_F(SystemEventsTest, WhenTheLastWindowGoesTheRecordEndsASecondLaterUnlessAnotherComes) {
+TEST_F(SystemEventsTest, WhenNoWindowHasTheFocusTheRecordEndsThereUnlessOneGetsItSoon) {
     startTrackingAt("09:00:00");
     playUntil("09:05:03");
     desktop.closeLastWindow();
-    runLoop.playFor(2s);
-    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:05:04"));
+    runLoop.playFor(6s);
+    EXPECT_THAT(records(), ElementsAre("Editor 09:00:00.5 to 09:05:03"));
     desktop.bringToFront("org.example.mail", "Mail");
     playUntil("09:06:03");
     desktop.closeLastWindow();
-    runLoop.playFor(0.5s);
+    runLoop.playFor(4s);
     desktop.bringToFront("org.example.notes", "Notes");
     runLoop.playFor(2s);
-    EXPECT_EQ(records()[1], "Mail 09:05:05 to 09:06:03.5");
+    EXPECT_EQ(records()[1], "Mail 09:05:09 to 09:06:07");
 }
 
 TEST_F(SystemEventsTest, ATickInsideATickIsSkippedAndTheOuterOneGoesOn) {

@@ -2,33 +2,30 @@
 
 #include <QDBusError>
 #include <chrono>
+#include <utility>
 
 namespace quorvane::platform {
 namespace {
 
 constexpr Seconds patience = 0.25s;
 constexpr Seconds silence = 5s;
+constexpr Seconds patienceForWatch = 2s;
+constexpr Seconds longestTrust = 300s;  ///< in a watch of which nothing is heard
+constexpr Seconds sameInput = 0.5s;
 constexpr const char* notThere = "Mutter is not on the session bus";
 
 }  // namespace
 
-MutterIdleSource::MutterIdleSource(RunLoop& runLoop) : MutterIdleSource(runLoop, Deadline(patience)) {}
+MutterIdleSource::MutterIdleSource(RunLoop& runLoop, Seconds leastPause)
+    : MutterIdleSource(runLoop, leastPause, Deadline(patience)) {}
 
-MutterIdleSource::MutterIdleSource(RunLoop& runLoop, const Deadline& deadline)
-    : runLoop_(runLoop), bus_(BoundedBusConnection::sessionAddress(), deadline) {
+MutterIdleSource::MutterIdleSource(RunLoop& runLoop, Seconds leastPause, const Deadline& deadline)
+    : runLoop_(runLoop), leastPause_(leastPause), bus_(BoundedBusConnection::sessionAddress(), deadline),
+      heard_(bus_.observe([this](const QDBusMessage& signal) { hear(signal); })) {
+    bus_.hear(service, "WatchFired");
     bus_.hear("org.freedesktop.DBus", "NameOwnerChanged");
     bus_.listen(BusListener::ownerRule(QString::fromLatin1(service)));
-    heard_ = bus_.observe([this](const QDBusMessage& signal) { hear(signal); });
     ask(deadline);
-}
-
-/// A shell that has started anew is asked at once.
-void MutterIdleSource::hear(const QDBusMessage& signal) {
-    if (signal.member() != u"NameOwnerChanged" || signal.signature() != u"sss") return;
-    if (signal.arguments().at(0).toString() != QLatin1String(service)) return;
-    isThere_ = !signal.arguments().at(2).toString().isEmpty();
-    if (!isThere_) problem_ = notThere;
-    silentUntil_ = {};
 }
 
 QDBusMessage MutterIdleSource::question(const char* method, const QVariantList& arguments) {
@@ -55,6 +52,7 @@ void MutterIdleSource::ask(const Deadline& deadline) {
         lastInput_ = runLoop_.uptime() - *idle;
         problem_.clear();
         isThere_ = true;
+        if (*idle >= leastPause_) watchPause();
         return;
     }
     isThere_ = QDBusError(answer).type() != QDBusError::ServiceUnknown;
@@ -62,8 +60,41 @@ void MutterIdleSource::ask(const Deadline& deadline) {
     silentUntil_ = runLoop_.uptime() + silence;
 }
 
+/// From its answer on Mutter tells of input; a second question finds what came before.
+void MutterIdleSource::watchPause() {
+    if (watch_) pauseUntil_ = runLoop_.uptime() + longestTrust;
+    if (std::exchange(isWatching_, true)) return;
+    bus_.ask(question("AddUserActiveWatch"), patienceForWatch, [this](const QDBusMessage& answer) {
+        if (BoundedBusConnection::isAnswer(answer, "u")) watch_ = answer.arguments().constFirst().toUInt();
+    });
+    bus_.ask(question("GetIdletime"), patienceForWatch, [this](const QDBusMessage& answer) {
+        const auto idle = idleTime(answer);
+        if (!watch_ || !idle) return forgetPause();
+        const bool isSame = runLoop_.uptime() - *idle - lastInput_.value_or(0s) < sameInput;
+        if (isSame) pauseUntil_ = runLoop_.uptime() + longestTrust;
+    });
+}
+
+/// Any watch of ours goes off with an input, and whoever waits for a return asks at once. So does a shell that has
+/// started anew.
+void MutterIdleSource::hear(const QDBusMessage& signal) {
+    const bool isOwner = signal.signature() == u"sss" && signal.arguments().at(0).toString() == QLatin1String(service);
+    if (isOwner || signal.member() == u"WatchFired") forgetPause();
+    if (!isOwner) return;
+    isThere_ = !signal.arguments().at(2).toString().isEmpty();
+    if (!isThere_) problem_ = notThere;
+    silentUntil_ = {};
+}
+
+void MutterIdleSource::forgetPause() {
+    watch_.reset();
+    isWatching_ = false;
+    pauseUntil_ = 0s;
+}
+
 Seconds MutterIdleSource::secondsSinceLastInput() {
-    if (runLoop_.uptime() >= silentUntil_) ask(Deadline(patience));
+    const bool isPause = runLoop_.uptime() < pauseUntil_ && bus_.isConnected();
+    if (!isPause && runLoop_.uptime() >= silentUntil_) ask(Deadline(patience));
     return lastInput_ ? runLoop_.uptime() - *lastInput_ : -1s;
 }
 

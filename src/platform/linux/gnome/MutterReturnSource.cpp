@@ -71,9 +71,7 @@ private:
     WeakSource<InputWatch> weak_{*this};
 };
 
-MutterReturnSource::MutterReturnSource(MutterIdleSource& idle) : idle_(idle) {
-    idle.bus().hear(MutterIdleSource::service, "WatchFired");
-}
+MutterReturnSource::MutterReturnSource(MutterIdleSource& idle) : idle_(idle) {}
 
 std::unique_ptr<ReturnWatch> MutterReturnSource::watch(std::function<void()> returned) {
     if (!idle_.isThere()) return nullptr;  // who is slow will answer yet
