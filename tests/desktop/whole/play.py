@@ -48,8 +48,9 @@ class Player:
     def play(self, rounds):
         self.open(LETTER, "one")
         self.open(SUMS, "two")
-        self.front(LETTER, "one")
-        time.sleep(2)
+        for _ in range(2):  # a shell may give the focus to a new window after that
+            time.sleep(1.5)
+            self.session.front(LETTER)
         self.played.clear()
         store = self.session.path("store.sqlite")
         self.session.run(self.session.cli, "--store", store, "load", "-",
@@ -103,11 +104,11 @@ class Player:
         self.sleep(25)
 
     def open(self, application, title):
-        self.mark(application, title)
         self.windows[application] = self.session.spawn(sys.executable, os.path.join(sessions.HERE, "window.py"),
                                                        application, title, stdin=subprocess.PIPE,
                                                        stdout=subprocess.PIPE, text=True)
         self.windows[application].stdout.readline()
+        self.mark(application, title)
         time.sleep(0.5)
 
     def front(self, application, title):
