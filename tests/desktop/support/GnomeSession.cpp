@@ -77,14 +77,14 @@ GnomeSession::GnomeSession(const std::function<void()>& prepare)
                           testUuid));
     writeHelper(desktop_.dataHome() / "gnome-shell/extensions" / testUuid);
     prepare();
-    start();
+    static_cast<void>(start());
 }
 
 GnomeSession::~GnomeSession() {
     QDBusConnection::disconnectFromBus(QStringLiteral("gnome session"));
 }
 
-void GnomeSession::start() {
+bool GnomeSession::start() {
     desktop_.environment().set("WAYLAND_DISPLAY", "wayland-test");
     keyboard_.clear();
     // Without systemd the shell starts the input method with JavaScript between fork and exec, which now and then hangs
@@ -99,9 +99,10 @@ void GnomeSession::start() {
         const auto isUp = [this] {
             return bus_.interface()->isServiceRegistered(QStringLiteral("com.quorvane.Test")).value();
         };
-        if (waitUntil(isUp, 8s)) return;
+        if (waitUntil(isUp, 8s)) return true;
     }
-    throw std::runtime_error("gnome-shell does not start");
+    shell_.reset();
+    return false;
 }
 
 QVariant GnomeSession::call(const char* service, const QString& path, const char* interface, const char* method,

@@ -25,7 +25,9 @@ public:
     GnomeSession& operator=(const GnomeSession&) = delete;
     ~GnomeSession();
 
-    void start();
+    /// False where the shell hangs in its own start again and again, as it may without systemd.
+    [[nodiscard]] bool start();
+    [[nodiscard]] bool isRunning() const { return shell_ != nullptr; }
     void kill() { shell_.reset(); }
     void send(int signal) const { shell_->send(signal); }
 
