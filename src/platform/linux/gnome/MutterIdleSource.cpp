@@ -76,14 +76,15 @@ void MutterIdleSource::watchPause() {
 }
 
 /// Any watch of ours goes off with an input, and whoever waits for a return asks at once. So does a shell that has
-/// started anew.
+/// started anew. Who tells something is silent no more.
 void MutterIdleSource::hear(const QDBusMessage& signal) {
     const bool isOwner = signal.signature() == u"sss" && signal.arguments().at(0).toString() == QLatin1String(service);
-    if (isOwner || signal.member() == u"WatchFired") forgetPause();
+    if (!isOwner && signal.member() != u"WatchFired") return;
+    forgetPause();
+    silentUntil_ = {};
     if (!isOwner) return;
     isThere_ = !signal.arguments().at(2).toString().isEmpty();
     if (!isThere_) problem_ = notThere;
-    silentUntil_ = {};
 }
 
 void MutterIdleSource::forgetPause() {
