@@ -29,8 +29,8 @@ struct Findings {
 Findings examine(const CommandContext& context) {
     platform::QtRunLoop runLoop;
     platform::LinuxDesktop desktop(runLoop);
-    // Those on the bus answer within some milliseconds, or not soon.
-    runLoop.runUntil([&] { return desktop.foreground().channel().isAvailable; }, 0.5s);
+    // Those on the bus answer within some milliseconds, where the machine isn't busy.
+    runLoop.runUntil([&] { return desktop.foreground().channel().isAvailable; }, 1s);
     Findings findings{.channels = desktop.channels(),
                       .notices = desktop.notices(),
                       .store = context.storeFile(),

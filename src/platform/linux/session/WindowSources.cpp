@@ -17,8 +17,8 @@ namespace {
 /// Who has touched something within this is at work.
 constexpr Seconds atWork = 10s;
 
-/// Programs on the bus answer within some milliseconds, or not soon.
-constexpr Seconds patience = 0.5s;
+/// Programs on the bus answer within some milliseconds, where the machine isn't busy.
+constexpr Seconds patience = 1s;
 
 struct X11Sources {
     X11Sources(RunLoop& runLoop, X11Connection& x11, const ApplicationIdentity& identity, SessionEvents& session)
