@@ -288,9 +288,11 @@ class Gnome(Session):
             body = file.read()
         if int(version) >= 45:
             text = ("import Gio from 'gi://Gio';\nimport * as Main from 'resource:///org/gnome/shell/ui/main.js';\n"
+                    "import * as IBusManager from 'resource:///org/gnome/shell/misc/ibusManager.js';\n"
                     + body + "export default Helper;\n")
         else:
-            text = ("const {Gio} = imports.gi;\nconst Main = imports.ui.main;\n" + body
+            text = ("const {Gio} = imports.gi;\nconst Main = imports.ui.main;\n"
+                    "const IBusManager = imports.misc.ibusManager;\n" + body
                     + "function init() {\n    return new Helper();\n}\n")
         folder = "data/gnome-shell/extensions/test@quorvane.com/"
         self.write(folder + "extension.js", text)
