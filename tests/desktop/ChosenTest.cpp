@@ -3,6 +3,7 @@
 #include "desktop/support/Waiting.h"
 #include "desktop/support/WestonSession.h"
 #include "platform/linux/loop/QtRunLoop.h"
+#include "platform/linux/session/ChosenIdle.h"
 #include "platform/linux/session/ChosenToplevels.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/Builders.h"
@@ -67,6 +68,17 @@ TEST_F(ChosenTest, WhoTellsOfNoWindowWhileSomebodyIsAtWorkIsSaidToBeSilent) {
     EXPECT_FALSE(windows.channel().isAvailable);
     isSomebodyThere = false;
     EXPECT_TRUE(windows.channel().isAvailable) << "nobody is there to be heard of";
+}
+
+TEST_F(ChosenTest, WhoIsSlowToTellTheIdleTimeIsWaitedForAllTheSame) {
+    BusMock mutter("org.gnome.Mutter.IdleMonitor");
+    mutter.hang();
+    WaylandConnection connection(&runLoop);
+    BusNames names(runLoop, ChosenToplevels::busNames());
+    ChosenIdle idle(runLoop, connection, names);
+    ChosenReturns returns(idle);
+    EXPECT_FALSE(idle.channel().isAvailable);
+    EXPECT_NE(returns.watch([] {}), nullptr);
 }
 
 }  // namespace

@@ -10,12 +10,23 @@ namespace {
 class LastingWatch final : public ReturnWatch {
 public:
     LastingWatch(ChosenIdle& idle, std::function<void()> returned)
-        : returned_(std::move(returned)), inner_(idle.returns().watch(returned_)), changed_(idle.observe([this, &idle] {
-              inner_.reset();
-              inner_ = idle.returns().watch(returned_);
-          })) {}
+        : returned_(std::move(returned)), changed_(idle.observe([this, &idle] { wait(idle); })) {
+        wait(idle);
+    }
+
+    /// Does anybody tell?
+    [[nodiscard]] bool isWaiting() const { return inner_ != nullptr; }
 
 private:
+    void wait(ChosenIdle& idle) {
+        inner_.reset();
+        if (!returned_) return;  // that has been
+        inner_ = idle.returns().watch([this] {
+            // It may take this watch with it.
+            if (const auto returned = std::exchange(returned_, nullptr)) returned();
+        });
+    }
+
     std::function<void()> returned_;
     std::unique_ptr<ReturnWatch> inner_;
     Subscription changed_;
@@ -58,8 +69,9 @@ ReturnSource& ChosenIdle::returns() {
 }
 
 std::unique_ptr<ReturnWatch> ChosenReturns::watch(std::function<void()> returned) {
-    if (!channel().isAvailable) return nullptr;
-    return std::make_unique<LastingWatch>(idle_, std::move(returned));
+    auto watch = std::make_unique<LastingWatch>(idle_, std::move(returned));
+    if (!watch->isWaiting()) return nullptr;
+    return watch;
 }
 
 Channel ChosenReturns::channel() const {
