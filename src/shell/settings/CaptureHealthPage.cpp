@@ -138,7 +138,7 @@ void CaptureHealthPage::mend(Mend mend) {
                     QString::fromLatin1(CaptureHealthView::browserCommand));
         return;
     }
-    if (mend != Mend::desktopAid) return static_cast<void>(health_.apply(mend));
+    if (mend == Mend::accessibility) return health_.grantAccessibility();
     Alert::show(*window(), {.title = qt(localization_.text("health_consent_title")),
                             .text = qt(localization_.text("health_consent_text")),
                             .choices = {{.text = qt(localization_.text("health_consent_yes")),
@@ -148,8 +148,8 @@ void CaptureHealthPage::mend(Mend mend) {
 }
 
 void CaptureHealthPage::install() {
-    Toast::show(*window(), qt(localization_.text("health_mend_done")), qt(health_.apply(Mend::desktopAid)));
-    health_.refresh();
+    const auto outcome = health_.installAid();
+    Toast::show(*window(), qt(outcome.title), qt(outcome.says));
 }
 
 void CaptureHealthPage::showEvent(QShowEvent* event) {

@@ -77,8 +77,11 @@ CaptureHealthView::Row CaptureHealthView::row(const Answer& answer, Date now) co
     if (!channel.isAvailable || channel.isPartial()) row.mend = channel.mend;
     const std::string who = row.state == State::works ? channel.name : channel.name + ": " + channel.reason;
     row.answer = who + ", " + localization_.text("health_since", sinceText(answer.since));
-    if (channel.lastSign)
-        row.sign = localization_.text("health_last_sign", lengthText(std::max(Seconds{0}, now - *channel.lastSign)));
+    const Seconds quiet = channel.lastSign ? now - *channel.lastSign : -1s;
+    if (channel.lastSign && quiet < 60s)
+        row.sign = localization_.text("health_just_now");
+    else if (channel.lastSign)
+        row.sign = localization_.text("health_last_sign", lengthText(quiet));
     else
         row.sign = row.state == State::works    ? localization_.text("health_ok")
                    : row.state == State::inPart ? localization_.text("health_in_part")
@@ -120,21 +123,21 @@ Mend CaptureHealthView::mend() const {
     return Mend::nothing;
 }
 
-std::string CaptureHealthView::apply(Mend mend) {
-    switch (mend) {
-    case Mend::nothing:
-    case Mend::browser: return {};
-    case Mend::accessibility:
-        permissions_.requestAccessibilityPermission();
-        if (!permissions_.checkAccessibilityPermission()) permissions_.openAccessibilitySettings();
-        break;
-    case Mend::desktopAid: try { return installAid_();
-        } catch (const std::runtime_error& error) {
-            return error.what();
-        }
+CaptureHealthView::Outcome CaptureHealthView::installAid() {
+    Outcome outcome;
+    try {
+        outcome = {localization_.text("health_mend_done"), installAid_()};
+    } catch (const std::runtime_error& error) {
+        outcome = {localization_.text("health_mend_failed"), error.what()};
     }
     refresh();
-    return {};
+    return outcome;
+}
+
+void CaptureHealthView::grantAccessibility() {
+    permissions_.requestAccessibilityPermission();
+    if (!permissions_.checkAccessibilityPermission()) permissions_.openAccessibilitySettings();
+    refresh();
 }
 
 }  // namespace quorvane

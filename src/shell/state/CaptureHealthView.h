@@ -50,8 +50,16 @@ public:
     /// The command that does it, for those who want to see it done.
     static constexpr const char* browserCommand = "quorvane-cli browser install";
 
-    /// Does what mends; a sentence on how it went. Nothing for what only a command can do.
-    [[nodiscard]] std::string apply(platform::Mend mend);
+    /// How it went, in a word and a sentence.
+    struct Outcome {
+        std::string title;
+        std::string says;
+        friend bool operator==(const Outcome&, const Outcome&) = default;
+    };
+    /// Installs what the desktop needs, with the user's word.
+    Outcome installAid();
+    /// Switches accessibility on; where that fails the desktop's settings open.
+    void grantAccessibility();
 
     Signal<> changed;
 

@@ -49,9 +49,9 @@ TEST_F(CaptureHealthViewTest, FollowsEachChannelAndSaysTheWorstAndWhatMendsIt) {
     EXPECT_EQ(health.mend(), Mend::desktopAid);
     EXPECT_THAT(health.rows()[0].answer, testing::StartsWith("a part: some are hidden, since 09:30"));
     EXPECT_EQ(health.rows()[1].answer, "simulated, since 09:00");
-    EXPECT_EQ(health.apply(Mend::desktopAid), "installed");
+    EXPECT_EQ(health.installAid(), (CaptureHealthView::Outcome{"Done", "installed"}));
     fails = true;
-    EXPECT_EQ(health.apply(Mend::desktopAid), "the folder is full");
+    EXPECT_EQ(health.installAid(), (CaptureHealthView::Outcome{"That did not work", "the folder is full"}));
     desktop.setForegroundChannel({.question = "front window", .reason = "gone", .gives = Sight::applications});
     runLoop.playFor(60s);
     EXPECT_EQ(health.state(), State::missing);
