@@ -1,6 +1,6 @@
 #include "Pictures.h"
 #include "shell/billing/BillingPage.h"
-#include "shell/look/SegmentedControl.h"
+#include "shell/look/Controls.h"
 #include "shell/state/BillingPackPreviewView.h"
 #include "shell/support/Offscreen.h"
 #include "store/ActivityRecord.h"
@@ -53,7 +53,7 @@ void showEmail(WindowScene& scene) {
     scene.window().activateWindow();
     pressButton(scene, texts.text("billing_preview_pack"));
     for (auto* const child : scene.window().findChildren<QWidget*>())
-        if (auto* const tabs = dynamic_cast<SegmentedControl*>(child);
+        if (auto* const tabs = dynamic_cast<QTabBar*>(child);
             tabs != nullptr && tabs->accessibleName().toStdString() == texts.text("billing_preview_pack"))
             tabs->setFocus();
     press(Qt::Key_Right);

@@ -1,6 +1,6 @@
 #include "shell/billing/BillingActions.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
@@ -30,12 +30,12 @@ BillingActions::BillingActions(BillingDashboardView& dashboard, const Localizati
                 add(localization.text("billing_copy_email"), "mail", &BillingDashboardView::copyEmail),
                 add(localization.text("billing_copy_social_post"), "megaphone", &BillingDashboardView::copySocialPost),
                 add(localization.text("billing_export_pack"), "doc", &BillingDashboardView::exportPack)};
-    buttons_.back()->setKind(ButtonKind::primary);
+    setKind(*buttons_.back(), "primary");
 }
 
-Button* BillingActions::add(const std::string& text, const char* iconName, void (BillingDashboardView::*act)()) {
-    auto* const button = new Button(qt(text), ButtonKind::secondary, this);
-    button->setIconName(QString::fromLatin1(iconName));
+QPushButton* BillingActions::add(const std::string& text, const char* iconName, void (BillingDashboardView::*act)()) {
+    auto* const button = pushButton(qt(text), "plain", this);
+    button->setIcon(icon(QString::fromLatin1(iconName)));
     connect(button, &QAbstractButton::clicked, this, [this, act] { (dashboard_.*act)(); });
     return button;
 }
@@ -44,7 +44,7 @@ void BillingActions::refresh() {
     canBill_ = dashboard_.canBill();
     const std::string hint = canBill_ ? localization_.text("billing_double_click_hint")
                                       : localization_.text("billing_actions_disabled_hint");
-    for (Button* const button : buttons_) {
+    for (QPushButton* const button : buttons_) {
         button->setEnabled(canBill_);
         button->setAccessibleDescription(canBill_ ? QString() : qt(hint));
     }
@@ -61,7 +61,7 @@ int BillingActions::arrange(int width, bool isTrial) const {
         return below + hintSize.height();
     }
     int all = hintSize.width();
-    for (const Button* const button : buttons_)
+    for (const QPushButton* const button : buttons_)
         all += buttonGap + button->sizeHint().width();
     const int buttonHeight = buttons_.front()->sizeHint().height();
     const bool isBeside = all + hintGap <= width;

@@ -5,9 +5,10 @@
 
 #include <vector>
 
+class QPushButton;
+
 namespace quorvane {
 
-class Button;
 class Label;
 
 /// The foot of the billing screen: what a double click does, and the four ways out. Without rows they rest, and a line
@@ -21,12 +22,12 @@ protected:
     int arrange(int width, bool isTrial) const override;
 
 private:
-    Button* add(const std::string& text, const char* iconName, void (BillingDashboardView::*act)());
+    QPushButton* add(const std::string& text, const char* iconName, void (BillingDashboardView::*act)());
     int arrangeButtons(int width, int top, bool isTrial) const;
 
     BillingDashboardView& dashboard_;
     const Localization& localization_;
-    std::vector<Button*> buttons_;
+    std::vector<QPushButton*> buttons_;
     QWidget* hint_;
     Label* words_;
     bool canBill_ = true;

@@ -2,9 +2,8 @@
 
 #include "shell/billing/PreviewText.h"
 #include "shell/look/Alert.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
-#include "shell/look/SegmentedControl.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
 
@@ -45,18 +44,19 @@ private:
     void addTabs() {
         const QStringList labels{qt(label(BillingPreviewTab::report, localization_)),
                                  qt(label(BillingPreviewTab::email, localization_))};
-        auto* const tabs = new SegmentedControl(labels, qt(localization_.text("billing_preview_pack")));
+        auto* const tabs = segments(labels, qt(localization_.text("billing_preview_pack")));
         addToHead(tabs);
         tabs->setFocus();
-        chosen_ = tabs->chosen.subscribe(
-            [this](int tab) { view_.setSelectedTab(tab == 0 ? BillingPreviewTab::report : BillingPreviewTab::email); });
+        connect(tabs, &QTabBar::currentChanged, this, [this](int tab) {
+            view_.setSelectedTab(tab == 0 ? BillingPreviewTab::report : BillingPreviewTab::email);
+        });
     }
 
     void addButtons() {
-        auto* const copy = new Button(qt(localization_.text("ui_copy")));
-        copy->setIconName(QStringLiteral("copy"));
+        auto* const copy = pushButton(qt(localization_.text("ui_copy")));
+        copy->setIcon(icon(QStringLiteral("copy")));
         connect(copy, &QAbstractButton::clicked, this, [this] { view_.copy(); });
-        auto* const closing = new Button(qt(localization_.text("close")), ButtonKind::primary);
+        auto* const closing = pushButton(qt(localization_.text("close")), "primary");
         connect(closing, &QAbstractButton::clicked, this, [this] { close(); });
         addAction(copy);
         addAction(closing);
@@ -87,7 +87,6 @@ private:
     PreviewText* text_;
     Label* fileName_;
     Subscription changed_;
-    Subscription chosen_;
 };
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "shell/billing/BillingReviewQueueSheet.h"
 
 #include "shell/billing/ReviewQueueList.h"
-#include "shell/look/Button.h"
 #include "shell/look/Card.h"
 #include "shell/look/Chip.h"
+#include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Typography.h"
@@ -34,10 +34,10 @@ QWidget* emptyState(const Localization& localization) {
 }
 
 void addBulkActions(Sheet& sheet, BillingReviewQueueView& queue, const Localization& localization) {
-    auto* const billable = new Button(qt(localization.text("review_queue_mark_all_billable")));
-    billable->setIconName(QStringLiteral("check"));
-    auto* const exclude = new Button(qt(localization.text("review_queue_exclude_all")), ButtonKind::destructive);
-    exclude->setIconName(QStringLiteral("exclude"));
+    auto* const billable = pushButton(qt(localization.text("review_queue_mark_all_billable")));
+    billable->setIcon(icon(QStringLiteral("check")));
+    auto* const exclude = pushButton(qt(localization.text("review_queue_exclude_all")), "danger");
+    exclude->setIcon(icon(QStringLiteral("exclude")));
     QObject::connect(billable, &QAbstractButton::clicked, &sheet, [&queue] { queue.markAllBillable(); });
     QObject::connect(exclude, &QAbstractButton::clicked, &sheet, [&queue] { queue.excludeAll(); });
     auto* const both = new QWidget;
@@ -56,7 +56,7 @@ Sheet& open(QWidget& window, std::unique_ptr<BillingReviewQueueView> queue, cons
     auto* const sheet = new Sheet(window, qt(localization.text("review_queue_title")), width, height);
     sheet->setSubtitle(qt(localization.text("review_queue_subtitle")));
     const bool isEmpty = queue->records().empty();
-    sheet->addToHead(new Chip(qt(queue->countCaption()), isEmpty ? ChipTone::ok : ChipTone::warn));
+    sheet->addToHead(new Chip(qt(queue->countCaption()), isEmpty ? Chip::Tone::ok : Chip::Tone::warn));
     sheet->body().setContentsMargins(0, 0, 0, 0);
     sheet->body().setSpacing(0);
     sheet->body().addWidget(new Separator);
@@ -70,7 +70,7 @@ Sheet& open(QWidget& window, std::unique_ptr<BillingReviewQueueView> queue, cons
         addBulkActions(*sheet, shown, localization);  // after the rows, as Tab goes
         rows->setFocus();
     }
-    auto* const done = new Button(qt(localization.text("done")), ButtonKind::primary);
+    auto* const done = pushButton(qt(localization.text("done")), "primary");
     if (isEmpty) done->setFocus();
     QObject::connect(done, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
     sheet->addAction(done);

@@ -3,7 +3,6 @@
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 
-#include <QEvent>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -20,21 +19,11 @@ FilterField::FilterField(const QString& label, QWidget* control, QWidget* parent
     title->setElided(true);
     title->setBuddy(control);
     control->setAccessibleName(label);
-    control->setFocusPolicy(Qt::StrongFocus);
-    control->installEventFilter(this);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(labelGap);
     column->addWidget(title);
     column->addWidget(control);
-}
-
-bool FilterField::eventFilter(QObject* watched, QEvent* event) {
-    const auto* const control = qobject_cast<QWidget*>(watched);
-    if (event->type() != QEvent::Wheel || control == nullptr || control->hasFocus())
-        return QWidget::eventFilter(watched, event);
-    event->ignore();
-    return true;
 }
 
 ChoiceField::ChoiceField(const QString& label, QWidget* parent)

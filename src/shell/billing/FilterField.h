@@ -11,14 +11,10 @@
 
 namespace quorvane {
 
-/// A control with its label above. The wheel moves its value only while it has the focus: whoever scrolls past it means
-/// the page.
+/// A control with its label above.
 class FilterField : public QWidget {
 public:
     FilterField(const QString& label, QWidget* control, QWidget* parent);
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 /// One of some values.

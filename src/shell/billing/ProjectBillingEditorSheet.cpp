@@ -2,7 +2,7 @@
 
 #include "billing/MoneyText.h"
 #include "shell/billing/RateField.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -176,7 +176,7 @@ Sheet& open(QWidget& window, std::unique_ptr<ProjectBillingEditor> editor, const
     auto* const form = new Form(std::move(editor), figures, localization);
     sheet->body().addWidget(form);
     sheet->end(*form);
-    auto* const done = new Button(qt(localization.text("done")), ButtonKind::primary);
+    auto* const done = pushButton(qt(localization.text("done")), "primary");
     QObject::connect(done, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
     sheet->addToFootStart(new QWidget);  // keeps the button at the end
     sheet->addAction(done);

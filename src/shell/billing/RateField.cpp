@@ -2,6 +2,7 @@
 
 #include "base/NumberText.h"
 #include "shell/look/IconView.h"
+#include "shell/look/Kind.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 
@@ -11,7 +12,6 @@
 #include <QLineEdit>
 #include <QStyle>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
 namespace quorvane {
 namespace {
@@ -36,10 +36,6 @@ public:
 protected:
     [[nodiscard]] StepEnabled stepEnabled() const override {
         return editor_.project().hourlyRate() > 0 ? StepUpEnabled | StepDownEnabled : StepEnabled(StepUpEnabled);
-    }
-    void wheelEvent(QWheelEvent* event) override {
-        if (hasFocus()) return QAbstractSpinBox::wheelEvent(event);
-        event->ignore();  // whoever scrolls past it means the sheet
     }
 
 private:
@@ -74,11 +70,8 @@ void RateField::showError() {
     const bool isWrong = editor_.isHourlyRateWrong();
     icon_->setVisible(isWrong);
     message_->setVisible(isWrong);
-    if (field_->property("error").toBool() == isWrong) return;
-    field_->setProperty("error", isWrong);
+    setKind(*field_, "error", isWrong);
     field_->setAccessibleDescription(isWrong ? error_ : QString());
-    field_->style()->unpolish(field_);
-    field_->style()->polish(field_);
     // What went wrong is said when it appears, not only when the field is reached again.
     if (!QAccessible::isActive()) return;
     QAccessibleEvent event(field_, QAccessible::DescriptionChanged);

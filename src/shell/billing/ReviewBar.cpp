@@ -1,7 +1,7 @@
 #include "shell/billing/ReviewBar.h"
 
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -24,8 +24,8 @@ ReviewBar::ReviewBar(const Localization& localization, QWidget* parent)
       icon_(new IconView(QStringLiteral("seal"), iconSize, &Theme::ok, this)),
       caption_(new Label({}, TypeRole::bodyStrong, &Theme::text, this)) {
     setAccessibleRole(*this, QAccessible::Grouping);
-    auto* const open = new Button(qt(localization.text("review_queue_open")));
-    open->setButtonSize(ButtonSize::small);
+    auto* const open = pushButton(qt(localization.text("review_queue_open")));
+    setKind(*open, "small", true);
     connect(open, &QAbstractButton::clicked, this, [this] { opened.send(); });
     caption_->setElided(true);
     auto* const row = new QHBoxLayout(this);

@@ -6,9 +6,10 @@
 #include <QWidget>
 #include <cstddef>
 
+class QPushButton;
+
 namespace quorvane {
 
-class Button;
 class IconView;
 class Label;
 

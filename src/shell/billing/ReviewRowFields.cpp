@@ -1,8 +1,9 @@
 #include "shell/billing/ReviewRowFields.h"
 
+#include "shell/look/Kind.h"
+
 #include <QKeyEvent>
 #include <QPainter>
-#include <QWheelEvent>
 
 namespace quorvane {
 namespace {
@@ -22,8 +23,7 @@ QIcon iconOf(const ReviewRowParts::Mark& mark, double devicePixelRatio) {
 }  // namespace
 
 ReviewRowCombo::ReviewRowCombo(const QString& name, QWidget* parent) : QComboBox(parent) {
-    setProperty("small", true);
-    setProperty("quiet", true);
+    setKind(*this, "small quiet");
     setAccessibleName(name);
     setToolTip(name);
     setIconSize({markSize, markSize});
@@ -47,13 +47,9 @@ void ReviewRowCombo::paintEvent(QPaintEvent* /*event*/) {
     ReviewRowParts::paintField(painter, rect(), field, layoutDirection());
 }
 
-void ReviewRowCombo::wheelEvent(QWheelEvent* event) {
-    event->ignore();  // whoever scrolls past it means the list
-}
-
 ReviewRowButton::ReviewRowButton(const QString& text, BillingStatus status, QWidget* parent)
-    : Button(text, ButtonKind::secondary, parent), status_(status) {
-    setButtonSize(ButtonSize::small);
+    : QPushButton(text, parent), status_(status) {
+    setKind(*this, "small");
     setCheckable(true);
 }
 
@@ -69,7 +65,7 @@ void ReviewRowButton::paintEvent(QPaintEvent* /*event*/) {
 void ReviewRowButton::keyPressEvent(QKeyEvent* event) {
     // Buttons take these for a way to their neighbours; here they lead to the next row.
     if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) return event->ignore();
-    Button::keyPressEvent(event);
+    QPushButton::keyPressEvent(event);
 }
 
 }  // namespace quorvane

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "shell/billing/ReviewRowParts.h"
-#include "shell/look/Button.h"
 
 #include <QComboBox>
+#include <QPushButton>
 
 namespace quorvane {
 
@@ -18,14 +18,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
 
 private:
     ReviewRowParts::Field field_;
 };
 
 /// A button that gives a record a status; it is checked while the record has it.
-class ReviewRowButton : public Button {
+class ReviewRowButton : public QPushButton {
 public:
     ReviewRowButton(const QString& text, BillingStatus status, QWidget* parent);
 

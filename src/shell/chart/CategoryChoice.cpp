@@ -3,6 +3,7 @@
 #include "shell/chart/IconMark.h"
 #include "shell/chart/Well.h"
 #include "shell/look/Chip.h"
+#include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Label.h"
 #include "shell/look/TextField.h"
@@ -61,7 +62,7 @@ void CategoryChoice::addSuggestions(QVBoxLayout& page) {
     for (const ActivityCategory category : suggested) {
         const std::string name(rawValue(category));
         if (offers(suggestions_, name)) continue;  // two words in the application's name may suggest the same
-        auto* const chip = new ChoiceChip(qt(name));
+        auto* const chip = choiceChip(qt(name));
         chip->setCheckable(true);
         connect(chip, &QAbstractButton::clicked, this, [this, name] { select(name); });
         flow->addWidget(chip);
@@ -80,7 +81,7 @@ void CategoryChoice::addCategories(QVBoxLayout& page, const CategoryTagManager& 
     // A category that the user has removed since stays with its records.
     if (present && std::ranges::find(names, *present) == names.end()) names.push_back(*present);
     for (const std::string& name : names) {
-        auto* const chip = new ChoiceChip(qt(name));
+        auto* const chip = choiceChip(qt(name));
         chip->setCheckable(true);
         connect(chip, &QAbstractButton::clicked, this,
                 [this, name](bool isChecked) { select(isChecked ? std::optional(name) : std::nullopt); });
@@ -108,8 +109,8 @@ void CategoryChoice::addTags(QVBoxLayout& page) {
     page.addWidget(field_);
 }
 
-ChoiceChip* CategoryChoice::addTag(const std::string& tag) {
-    auto* const chip = new ChoiceChip(qt(tag), true);
+QPushButton* CategoryChoice::addTag(const std::string& tag) {
+    auto* const chip = choiceChip(qt(tag), true);
     chip->setCheckable(true);
     chip->setChecked(state_->selectedTags.contains(tag));
     connect(chip, &QAbstractButton::clicked, this, [this, tag] {

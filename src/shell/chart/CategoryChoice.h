@@ -9,10 +9,10 @@
 #include <vector>
 
 class QVBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class ChoiceChip;
 class FlowLayout;
 class Label;
 class TextField;
@@ -31,14 +31,14 @@ private:
     void addSuggestions(QVBoxLayout& page);
     void addCategories(QVBoxLayout& page, const CategoryTagManager& categories);
     void addTags(QVBoxLayout& page);
-    ChoiceChip* addTag(const std::string& tag);
+    QPushButton* addTag(const std::string& tag);
     void enterTags();
     void select(const std::optional<std::string>& category);
     void showCount();
 
     struct Offered {
         std::string name;
-        ChoiceChip* chip = nullptr;
+        QPushButton* chip = nullptr;
     };
     std::unique_ptr<CategoryPickerState> state_;
     const Localization& localization_;

@@ -2,8 +2,8 @@
 
 #include "base/Text.h"
 #include "shell/chart/IconMark.h"
-#include "shell/look/Button.h"
 #include "shell/look/Chip.h"
+#include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::chrono::milliseconds successStay{2000};
 
-void addChip(FlowLayout& chips, const std::string& text, ChipTone tone) {
+void addChip(FlowLayout& chips, const std::string& text, Chip::Tone tone) {
     auto* const chip = new Chip(qt(text), tone);
     chip->setAccessibleName(qt(text));
     chips.addWidget(chip);
@@ -29,9 +29,8 @@ void addChip(FlowLayout& chips, const std::string& text, ChipTone tone) {
 
 CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
     : QWidget(parent), chips_(new FlowLayout(8)),
-      edit_(Button::withIcon(QStringLiteral("pencil"),
-                             qt(localization.text("a11y_edit", localization.text("ui_category_and_tags"))),
-                             ButtonKind::ghost, ButtonSize::small)) {
+      edit_(iconButton(QStringLiteral("pencil"),
+                       qt(localization.text("a11y_edit", localization.text("ui_category_and_tags"))), "ghost small")) {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -44,21 +43,21 @@ CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
     layout->addWidget(edit_, 0, Qt::AlignTop);
     success_.setSingleShot(true);
     success_.setInterval(successStay);
-    connect(&success_, &QTimer::timeout, this, [this] { edit_->setIconName(QStringLiteral("pencil")); });
+    connect(&success_, &QTimer::timeout, this, [this] { edit_->setIcon(icon(QStringLiteral("pencil"))); });
     connect(edit_, &QAbstractButton::clicked, this, [this] { editWanted.send(); });
 }
 
 void CategoryLine::setChoice(const std::optional<std::string>& category, const std::string& tags) {
     while (const std::unique_ptr<QLayoutItem> item{chips_->takeAt(0)})
         delete item->widget();
-    if (category && !category->empty()) addChip(*chips_, *category, ChipTone::info);
+    if (category && !category->empty()) addChip(*chips_, *category, Chip::Tone::info);
     for (const std::string& piece : text::split(tags, ','))
-        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty()) addChip(*chips_, tag, ChipTone::neutral);
+        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty()) addChip(*chips_, tag, Chip::Tone::neutral);
     updateGeometry();
 }
 
 void CategoryLine::showMarkingSuccess() {
-    edit_->setIconName(QStringLiteral("check-circle"));
+    edit_->setIcon(icon(QStringLiteral("check-circle")));
     success_.start();
 }
 

@@ -9,9 +9,10 @@
 #include <optional>
 #include <string>
 
+class QPushButton;
+
 namespace quorvane {
 
-class Button;
 class FlowLayout;
 
 /// Category and tags of an activity as chips, and the button that opens their choice.
@@ -28,7 +29,7 @@ public:
 
 private:
     FlowLayout* chips_;
-    Button* edit_;
+    QPushButton* edit_;
     QTimer success_;  ///< runs while the check-circle shows
 };
 

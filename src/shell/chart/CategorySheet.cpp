@@ -2,7 +2,7 @@
 
 #include "shell/chart/CategoryChoice.h"
 #include "shell/chart/IconMark.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
@@ -41,8 +41,8 @@ void open(QWidget& window, std::unique_ptr<CategoryPickerState> state, const Cat
     }
     auto* const choice = new CategoryChoice(std::move(state), categories, localization);
     sheet->body().addWidget(choice);
-    auto* const cancel = new Button(qt(localization.text("cancel")));
-    auto* const save = new Button(qt(localization.text("save")), ButtonKind::primary);
+    auto* const cancel = pushButton(qt(localization.text("cancel")));
+    auto* const save = pushButton(qt(localization.text("save")), "primary");
     QObject::connect(cancel, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
     QObject::connect(save, &QAbstractButton::clicked, sheet, [sheet, choice, told = std::move(saved)] {
         choice->save();

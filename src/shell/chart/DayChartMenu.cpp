@@ -11,14 +11,14 @@ namespace {
 /// What is done from a menu looks the block up again: the day may have gone on while it stood open.
 void addBlockActions(QMenu& menu, DayChartView::Parts& parts) {
     auto* category =
-        menu.addAction(menuIcon("tag"), qt(parts.localization.text("ui_category_and_tags")) + QString::fromUtf8("…"));
+        menu.addAction(icon("tag"), qt(parts.localization.text("ui_category_and_tags")) + QString::fromUtf8("…"));
     QObject::connect(category, &QAction::triggered, &parts.view, [&parts] {
         if (const auto item = parts.chart.selectedActivity()) parts.view.categoryWanted.send(*item);
     });
-    auto* assign = menu.addAction(menuIcon("folder"), qt(parts.localization.text("timeline_assign_project")));
+    auto* assign = menu.addAction(icon("folder"), qt(parts.localization.text("timeline_assign_project")));
     QObject::connect(assign, &QAction::triggered, &parts.view, [&parts] { parts.chart.selectTimeRangeOfActivity(); });
     menu.addSeparator();
-    auto* remove = menu.addAction(menuIcon("trash"), qt(parts.localization.text("delete")));
+    auto* remove = menu.addAction(icon("trash"), qt(parts.localization.text("delete")));
     QObject::connect(remove, &QAction::triggered, &parts.view, [&parts] {
         if (const auto item = parts.chart.selectedActivity()) parts.chart.deleteActivity(*item);
     });
@@ -26,15 +26,15 @@ void addBlockActions(QMenu& menu, DayChartView::Parts& parts) {
 
 void addBarAction(QMenu& menu, DayChartView::Parts& parts, const DayChartBar& bar) {
     auto* remove = menu.addAction(
-        menuIcon("trash"), qt(parts.localization.text("a11y_delete_bar", bar.name.toStdString(),
-                                                      clockText(bar.startHour * 1h), clockText(bar.endHour * 1h))));
+        icon("trash"), qt(parts.localization.text("a11y_delete_bar", bar.name.toStdString(),
+                                                  clockText(bar.startHour * 1h), clockText(bar.endHour * 1h))));
     QObject::connect(remove, &QAction::triggered, &parts.view,
                      [&parts] { parts.chart.deleteSelectedProjectAnnotation(); });
 }
 
 void addGapActions(QMenu& menu, DayChartView::Parts& parts, bool isLeftEmpty) {
-    const auto add = [&](const char* icon, const std::string& text, auto act) {
-        auto* action = menu.addAction(menuIcon(icon), qt(text));
+    const auto add = [&](const char* name, const std::string& text, auto act) {
+        auto* action = menu.addAction(icon(name), qt(text));
         QObject::connect(action, &QAction::triggered, &parts.view, [&parts, act] {
             if (const auto gap = parts.chart.selectedGap()) act(parts.chart, gap->time);
         });

@@ -5,7 +5,7 @@
 #include "shell/chart/CategoryLine.h"
 #include "shell/chart/DetailsRow.h"
 #include "shell/chart/Well.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
@@ -106,8 +106,7 @@ QLayout* DetailsPanel::Parts::head() {
     words->addWidget(name);
     words->addWidget(title);
     layout->addLayout(words, 1);
-    auto* const close =
-        Button::withIcon(QStringLiteral("close"), qt(localization.text("close")), ButtonKind::ghost, ButtonSize::small);
+    auto* const close = iconButton(QStringLiteral("close"), qt(localization.text("close")), "ghost small");
     connect(close, &QAbstractButton::clicked, &panel, [this] { panel.closeWanted.send(); });
     layout->addWidget(close, 0, Qt::AlignTop);
     return layout;
@@ -126,12 +125,12 @@ QLayout* DetailsPanel::Parts::foot() {
     auto* const layout = new QHBoxLayout;
     layout->setContentsMargins(padding, 12, padding, 12);
     layout->setSpacing(8);
-    auto* const assign = new Button(qt(localization.text("timeline_assign_project")), ButtonKind::primary);
-    assign->setIconName(QStringLiteral("folder"));
+    auto* const assign = pushButton(qt(localization.text("timeline_assign_project")), "primary");
+    assign->setIcon(icon(QStringLiteral("folder")));
     assign->setToolTip(qt(localization.text("timeline_assign_project_help")));
     connect(assign, &QAbstractButton::clicked, &panel, [this] { chart.selectTimeRangeOfActivity(); });
-    auto* const remove = Button::withIcon(QStringLiteral("trash"), qt(localization.text("delete_activity_record_help")),
-                                          ButtonKind::destructive);
+    auto* const remove =
+        iconButton(QStringLiteral("trash"), qt(localization.text("delete_activity_record_help")), "danger");
     connect(remove, &QAbstractButton::clicked, &panel, [this] {
         if (const auto item = shown) chart.deleteActivity(*item);  // the chart lets go of it meanwhile
     });

@@ -1,7 +1,7 @@
 #include "shell/chart/ProjectFoot.h"
 
 #include "shell/chart/TonePicker.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -25,12 +25,12 @@ QString fixed(std::string_view text) {
 
 ProjectFoot::ProjectFoot(DayTimelineChart& chart, const Localization& localization, QWidget* parent)
     : QWidget(parent), chart_(chart), name_(new TextField({}, fixed(ProjectSelectorState::namePlaceholder))),
-      enter_(new QAction(menuIcon(QStringLiteral("enter")), qt(localization.text("ui_create_and_assign")), this)),
+      enter_(new QAction(icon(QStringLiteral("enter")), qt(localization.text("ui_create_and_assign")), this)),
       tones_(new TonePicker(fixed(ProjectSelectorState::colorTitle), localization)),
-      create_(new Button(qt(localization.text("ui_create_and_assign")), ButtonKind::primary)) {
+      create_(pushButton(qt(localization.text("ui_create_and_assign")), "primary")) {
     name_->setHint(fixed(ProjectSelectorState::namePlaceholder));
     name_->edit().addAction(enter_, QLineEdit::TrailingPosition);
-    auto* const cancel = new Button(qt(localization.text("cancel")));
+    auto* const cancel = pushButton(qt(localization.text("cancel")));
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(padding, 13, padding, 13);

@@ -6,10 +6,10 @@
 #include <QWidget>
 
 class QAction;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class TextField;
 class TonePicker;
 
@@ -29,7 +29,7 @@ private:
     TextField* name_;
     QAction* enter_;
     TonePicker* tones_;
-    Button* create_;
+    QPushButton* create_;
     Subscription toneChosen_;
 };
 

@@ -4,7 +4,7 @@
 #include "shell/chart/ProjectRow.h"
 #include "shell/chart/RangeWell.h"
 #include "shell/chart/RowsArea.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
@@ -85,8 +85,7 @@ void ProjectPanel::Parts::addHead(QVBoxLayout& page) {
     auto* const title = new Label(qt(localization.text("timeline_assign_project")), TypeRole::head, &Theme::text);
     title->setElided(true);
     line->addWidget(title, 1);
-    auto* const close =
-        Button::withIcon(QStringLiteral("close"), qt(localization.text("close")), ButtonKind::ghost, ButtonSize::small);
+    auto* const close = iconButton(QStringLiteral("close"), qt(localization.text("close")), "ghost small");
     connect(close, &QAbstractButton::clicked, &panel, [this] { chart.cancelProjectSelection(); });
     line->addWidget(close);
     head->addLayout(line);

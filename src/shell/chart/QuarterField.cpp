@@ -1,10 +1,10 @@
 #include "shell/chart/QuarterField.h"
 
 #include "base/TimeText.h"
+#include "shell/look/Kind.h"
 #include "shell/look/Typography.h"
 
 #include <QRegularExpression>
-#include <QWheelEvent>
 
 namespace quorvane {
 namespace {
@@ -35,11 +35,9 @@ QuarterField::QuarterField(const QString& name, QWidget* parent) : QSpinBox(pare
     setRange(0, endOfDay);
     setSingleStep(quarter);
     setKeyboardTracking(false);
-    setProperty("small", true);
-    setProperty("quiet", true);
+    setKind(*this, "small quiet");
     setAccessibleName(name);
     setToolTip(name);
-    setFocusPolicy(Qt::StrongFocus);
 }
 
 void QuarterField::stepBy(int steps) {
@@ -72,11 +70,6 @@ QValidator::State QuarterField::validate(QString& text, int&) const {
     const int minutes = minutesOf(text);
     if (minutes >= minimum() && minutes <= maximum()) return QValidator::Acceptable;
     return beginning.match(text).hasMatch() ? QValidator::Intermediate : QValidator::Invalid;
-}
-
-void QuarterField::wheelEvent(QWheelEvent* event) {
-    if (hasFocus()) return QSpinBox::wheelEvent(event);
-    event->ignore();  // whoever scrolls past it means the page
 }
 
 }  // namespace quorvane

@@ -18,7 +18,6 @@ protected:
     [[nodiscard]] QString textFromValue(int minutes) const override;
     [[nodiscard]] int valueFromText(const QString& text) const override;
     QValidator::State validate(QString& text, int& position) const override;
-    void wheelEvent(QWheelEvent* event) override;
 };
 
 }  // namespace quorvane

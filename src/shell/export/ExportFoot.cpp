@@ -1,7 +1,7 @@
 #include "shell/export/ExportFoot.h"
 
 #include "shell/export/ProgressLine.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -30,11 +30,11 @@ QBoxLayout* note(const char* iconName, int iconSize, const std::string& words, Q
 
 ExportFoot::ExportFoot(const Localization& localization, QWidget* parent)
     : Card(parent), localization_(localization), line_(new QHBoxLayout(this)),
-      button_(new Button(qt(localization.text("export_csv")), ButtonKind::primary)),
+      button_(pushButton(qt(localization.text("export_csv")), "primary")),
       caption_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
       progress_(new ProgressLine(qt(localization.text("export_csv")))) {
-    button_->setIconName(QStringLiteral("table"));
-    button_->setButtonSize(ButtonSize::large);
+    button_->setIcon(icon(QStringLiteral("table")));
+    setKind(*button_, "large", true);
     connect(button_, &QAbstractButton::clicked, this, [this] { pressed.send(); });
     auto* const action = new QVBoxLayout;
     action->setSpacing(6);

@@ -7,10 +7,10 @@
 #include <cstddef>
 
 class QBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class Label;
 class ProgressLine;
 
@@ -36,7 +36,7 @@ private:
 
     const Localization& localization_;
     QBoxLayout* line_;
-    Button* button_;
+    QPushButton* button_;
     Label* caption_;
     ProgressLine* progress_;
     std::size_t count_ = 0;

@@ -55,8 +55,6 @@ InstantField::InstantField(const std::string& name, const Localization& localiza
     time_->setAccessibleName(qt(localization.text("a11y_time_field", name)));
     for (QDateTimeEdit* const field : {static_cast<QDateTimeEdit*>(date_), static_cast<QDateTimeEdit*>(time_)}) {
         field->setKeyboardTracking(false);
-        field->setFocusPolicy(Qt::StrongFocus);
-        field->installEventFilter(this);
         connect(field, &QDateTimeEdit::dateTimeChanged, this, [this] { choose(); });
     }
 }
@@ -78,13 +76,6 @@ void InstantField::setInstant(Date instant) {
     const QSignalBlocker quietTime(time_);
     date_->setDate(instant_.date());
     time_->setTime(instant_.time());
-}
-
-bool InstantField::eventFilter(QObject* watched, QEvent* event) {
-    const auto* const field = dynamic_cast<QWidget*>(watched);
-    if (event->type() != QEvent::Wheel || field == nullptr || field->hasFocus()) return false;
-    event->ignore();  // whoever scrolls past it means the page
-    return true;
 }
 
 void InstantField::choose() {

@@ -23,9 +23,6 @@ public:
     /// The user has chosen another one.
     Signal<Date> chosen;
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void addCalendarIcon();
     void choose();

@@ -1,6 +1,7 @@
 #include "shell/export/ProjectSelection.h"
 
 #include "shell/look/AccessibleRole.h"
+#include "shell/look/Chip.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -24,7 +25,7 @@ int columnsFor(int width) {
 }  // namespace
 
 ProjectSelection::ProjectSelection(ExportState& state, const Localization& localization, QWidget* parent)
-    : Card(parent), state_(state), localization_(localization), count_(new Chip({}, ChipTone::info)),
+    : Card(parent), state_(state), localization_(localization), count_(new Chip({}, Chip::Tone::info)),
       head_(new QWidget), grid_(new QWidget), cells_(new QGridLayout(grid_)),
       empty_(new EmptyState(QStringLiteral("folder"), qt(localization.text("no_projects_available")),
                             qt(localization.text("export_project_filter_hint")))) {
@@ -109,7 +110,7 @@ void ProjectSelection::place() {
 void ProjectSelection::count() {
     const auto selected = state_.selectedProjectCount();
     count_->setText(qt(localization_.text("selected_project_count_accessibility", selected)));
-    count_->setTone(selected == 0 ? ChipTone::neutral : ChipTone::info);
+    count_->setTone(selected == 0 ? Chip::Tone::neutral : Chip::Tone::info);
 }
 
 void ProjectSelection::resizeEvent(QResizeEvent* event) {

@@ -14,6 +14,7 @@ class QGridLayout;
 
 namespace quorvane {
 
+class Chip;
 class EmptyState;
 class Label;
 

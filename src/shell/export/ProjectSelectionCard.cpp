@@ -5,7 +5,6 @@
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 #include <algorithm>
@@ -29,8 +28,9 @@ int wordsHeight() {
 }  // namespace
 
 ProjectSelectionCard::ProjectSelectionCard(const Content& content, const Localization& localization, QWidget* parent)
-    : ChoiceChip(qt(content.name), false, parent), content_(content), selected_(qt(localization.text("selected"))),
+    : QPushButton(qt(content.name), parent), content_(content), selected_(qt(localization.text("selected"))),
       notSelected_(qt(localization.text("not_selected"))) {
+    setCheckable(true);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     setAccessibleName(qt(content.name) + QStringLiteral(", ") + qt(content.client));
     connect(this, &QAbstractButton::toggled, this, [this] { sayState(); });
@@ -43,10 +43,6 @@ QSize ProjectSelectionCard::sizeHint() const {
 
 QSize ProjectSelectionCard::minimumSizeHint() const {
     return {120, sizeHint().height()};
-}
-
-double ProjectSelectionCard::focusRadius() const {
-    return Metrics::cardRadius;
 }
 
 void ProjectSelectionCard::sayState() {
@@ -96,11 +92,6 @@ void ProjectSelectionCard::paintWords(QPainter& painter) const {
     };
     write(top, TypeRole::bodyStrong, t.text, content_.name);
     write(top + lineHeight(TypeRole::bodyStrong), TypeRole::labelPlain, t.text3, content_.client);
-}
-
-void ProjectSelectionCard::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
-    ChoiceChip::keyPressEvent(event);
 }
 
 }  // namespace quorvane

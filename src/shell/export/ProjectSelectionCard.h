@@ -1,15 +1,15 @@
 #pragma once
 
 #include "l10n/Localization.h"
-#include "shell/look/Chip.h"
 
+#include <QPushButton>
 #include <QString>
 #include <string>
 
 namespace quorvane {
 
 /// A project that is selected or not: a check box, its name, its client and its dot. Spoken with its state.
-class ProjectSelectionCard : public ChoiceChip {
+class ProjectSelectionCard : public QPushButton {
 public:
     /// What a card says.
     struct Content {
@@ -23,11 +23,9 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
-    [[nodiscard]] double focusRadius() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void sayState();

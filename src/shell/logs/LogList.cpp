@@ -75,9 +75,9 @@ void LogList::contextMenuEvent(QContextMenuEvent* event) {
     if (!isByKey && !indexAt(event->pos()).isValid()) return;
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(menuIcon(QStringLiteral("copy")), qt(localization_.text("copy_message")), this,
+    menu->addAction(icon(QStringLiteral("copy")), qt(localization_.text("copy_message")), this,
                     [this] { copyMessages(); });
-    menu->addAction(menuIcon(QStringLiteral("copy")), qt(localization_.text("copy_log")), this, [this] { copyLogs(); });
+    menu->addAction(icon(QStringLiteral("copy")), qt(localization_.text("copy_log")), this, [this] { copyLogs(); });
     const QPoint place = isByKey ? visualRect(currentIndex()).center() : event->pos();
     menu->popup(viewport()->mapToGlobal(place));
 }

@@ -1,7 +1,7 @@
 #include "shell/logs/LogToolBar.h"
 
 #include "shell/logs/LogRowText.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
@@ -26,19 +26,17 @@ constexpr int textStart = 26;
 
 LogToolBar::LogToolBar(LogViewerState& state, const Localization& localization, QWidget* parent)
     : QWidget(parent), state_(state), localization_(localization), search_(new QLineEdit),
-      follow_(new Switch(qt(localization.text("auto_scroll")))) {
+      follow_(switchBox(qt(localization.text("auto_scroll")))) {
     prepareSearch();
     follow_->setToolTip(qt(localization.text("auto_scroll_help")));
     follow_->setAccessibleDescription(follow_->toolTip());
     follow_->setChecked(state.autoScroll());
     connect(follow_, &QAbstractButton::toggled, this, [this](bool isOn) { state_.setAutoScroll(isOn); });
     autoScrollChanged_ = state.autoScrollChanged.subscribe([this] { follow_->setChecked(state_.autoScroll()); });
-    auto* const refresh =
-        Button::withIcon(QStringLiteral("refresh"), qt(localization.text("refresh")), ButtonKind::secondary);
-    auto* const clear =
-        Button::withIcon(QStringLiteral("trash"), qt(localization.text("clear_logs")), ButtonKind::destructive);
-    auto* const save = new Button(qt(localization.text("export_diagnostic_report")));
-    save->setIconName(QStringLiteral("save"));
+    auto* const refresh = iconButton(QStringLiteral("refresh"), qt(localization.text("refresh")), "plain");
+    auto* const clear = iconButton(QStringLiteral("trash"), qt(localization.text("clear_logs")), "danger");
+    auto* const save = pushButton(qt(localization.text("export_diagnostic_report")));
+    save->setIcon(icon(QStringLiteral("save")));
     connect(refresh, &QAbstractButton::clicked, this, [this] { refreshPressed.send(); });
     connect(clear, &QAbstractButton::clicked, this, [this] { clearPressed.send(); });
     connect(save, &QAbstractButton::clicked, this, [this] { exportPressed.send(); });

@@ -2,11 +2,11 @@
 
 #include "base/Signal.h"
 #include "l10n/Localization.h"
-#include "shell/look/Switch.h"
 #include "shell/state/LogViewerState.h"
 
 #include <QWidget>
 
+class QCheckBox;
 class QLineEdit;
 
 namespace quorvane {
@@ -31,7 +31,7 @@ private:
     LogViewerState& state_;
     const Localization& localization_;
     QLineEdit* search_;
-    Switch* follow_;
+    QCheckBox* follow_;
     Subscription autoScrollChanged_;
 };
 

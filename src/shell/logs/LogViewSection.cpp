@@ -5,8 +5,8 @@
 #include "shell/logs/LogRowText.h"
 #include "shell/logs/StatisticItem.h"
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Button.h"
 #include "shell/look/Card.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -75,15 +75,15 @@ QLayout* LogViewSection::makeStatistics() {
 }
 
 QLayout* LogViewSection::makeActions() {
-    const auto button = [](const std::string& text, const char* iconName, ButtonKind kind) {
-        auto* const made = new Button(qt(text), kind);
-        made->setButtonSize(ButtonSize::small);
-        made->setIconName(QString::fromLatin1(iconName));
+    const auto button = [](const std::string& text, const char* iconName, const char* kind) {
+        auto* const made = pushButton(qt(text), kind);
+        setKind(*made, "small", true);
+        made->setIcon(icon(QString::fromLatin1(iconName)));
         return made;
     };
-    auto* const open = button(localization_.text("open_full_log_window"), "window", ButtonKind::secondary);
-    auto* const save = button(localization_.text("export_diagnostic_report"), "save", ButtonKind::secondary);
-    auto* const clear = button(localization_.text("clear_logs"), "trash", ButtonKind::destructive);
+    auto* const open = button(localization_.text("open_full_log_window"), "window", "plain");
+    auto* const save = button(localization_.text("export_diagnostic_report"), "save", "plain");
+    auto* const clear = button(localization_.text("clear_logs"), "trash", "danger");
     connect(open, &QAbstractButton::clicked, this, [this] { openLogWindow_(); });
     connect(save, &QAbstractButton::clicked, this,
             [this] { LogActions::exportReport(*this, logger_, localization_, settingsModule); });

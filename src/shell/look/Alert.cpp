@@ -1,6 +1,6 @@
 #include "shell/look/Alert.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -37,15 +37,14 @@ WellColors wellColors(const QString& iconName) {
 }
 
 /// One button is filled at most: the primary one, or the destructive one where nothing else is offered but to leave.
-ButtonKind kindOf(const std::vector<Alert::Choice>& choices, std::size_t index) {
+const char* kindOf(const std::vector<Alert::Choice>& choices, std::size_t index) {
     const Alert::Choice& choice = choices[index];
     const bool hasPrimary =
         std::any_of(choices.begin(), choices.end(), [](const auto& each) { return each.isPrimary; });
-    if (choice.isPrimary) return ButtonKind::primary;
-    if (choice.isDestructive)
-        return hasPrimary || choices.size() > 2 ? ButtonKind::destructive : ButtonKind::destructiveFill;
-    if (choices.size() == 1) return ButtonKind::primary;
-    return index + 1 == choices.size() ? ButtonKind::ghost : ButtonKind::secondary;
+    if (choice.isPrimary) return "primary";
+    if (choice.isDestructive) return hasPrimary || choices.size() > 2 ? "danger" : "dangerFill";
+    if (choices.size() == 1) return "primary";
+    return index + 1 == choices.size() ? "ghost" : "plain";
 }
 
 void addWords(QVBoxLayout& body, const Alert::Content& content) {
@@ -81,10 +80,10 @@ void Alert::show(QWidget& window, const Content& content) {
 
     // What was chosen is done after the sheet has closed, so that it may open the next one.
     const auto chosen = std::make_shared<std::size_t>(content.choices.empty() ? 0 : content.choices.size() - 1);
-    Button* primary = nullptr;
-    Button* first = nullptr;
+    QPushButton* primary = nullptr;
+    QPushButton* first = nullptr;
     for (std::size_t index = 0; index < content.choices.size(); ++index) {
-        auto* button = new Button(content.choices[index].text, kindOf(content.choices, index));
+        auto* button = pushButton(content.choices[index].text, kindOf(content.choices, index));
         QObject::connect(button, &QAbstractButton::clicked, sheet, [sheet, chosen, index] {
             *chosen = index;
             sheet->close();

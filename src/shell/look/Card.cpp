@@ -1,31 +1,21 @@
 #include "shell/look/Card.h"
+#include "shell/look/Controls.h"
 
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Painting.h"
-#include "shell/look/Theme.h"
-
-#include <QPainter>
+#include "shell/look/Kind.h"
 
 namespace quorvane {
 
 Card::Card(QWidget* parent) : QFrame(parent) {
-    setFrameShape(QFrame::NoFrame);
+    setKind(*this, "card");
     setAccessibleRole(*this, QAccessible::Grouping);
 }
 
-void Card::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    paintPanel(painter, rect(), Metrics::cardRadius, theme().surface, theme().line);
-}
-
 Separator::Separator(QWidget* parent) : QFrame(parent) {
+    setKind(*this, "rule");
     setAccessibleRole(*this, QAccessible::Separator);
     setFixedHeight(1);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-}
-
-void Separator::paintEvent(QPaintEvent* /*event*/) {
-    QPainter(this).fillRect(rect(), theme().line2);
 }
 
 }  // namespace quorvane

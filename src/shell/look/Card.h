@@ -8,18 +8,12 @@ namespace quorvane {
 class Card : public QFrame {
 public:
     explicit Card(QWidget* parent = nullptr);
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
 };
 
 /// A line between two parts of a card.
 class Separator : public QFrame {
 public:
     explicit Separator(QWidget* parent = nullptr);
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace quorvane

@@ -1,6 +1,6 @@
 #include "shell/look/EmptyState.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
@@ -50,7 +50,7 @@ void EmptyState::setTexts(const QString& title, const QString& text) {
     text_->setHidden(text.isEmpty());
 }
 
-void EmptyState::addButton(Button* button) {
+void EmptyState::addButton(QPushButton* button) {
     layout_->insertSpacing(layout_->count() - 1, 16);
     layout_->insertWidget(layout_->count() - 1, button, 0, Qt::AlignHCenter);
 }

@@ -4,10 +4,10 @@
 #include <QWidget>
 
 class QVBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class Label;
 
 /// What stands where nothing is: an icon in a well, a title, a text, perhaps a button.
@@ -16,7 +16,7 @@ public:
     EmptyState(const QString& iconName, const QString& title, const QString& text, QWidget* parent = nullptr);
     void setTexts(const QString& title, const QString& text);
     /// At most one.
-    void addButton(Button* button);
+    void addButton(QPushButton* button);
 
 private:
     QVBoxLayout* layout_;

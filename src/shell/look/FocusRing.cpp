@@ -3,64 +3,33 @@
 #include "shell/look/Painting.h"
 
 #include <QAbstractButton>
-#include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
+#include <QFocusFrame>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QTabBar>
 #include <QTextEdit>
-#include <optional>
 
 namespace quorvane {
 namespace {
 
-constexpr int reach = 4;  // of the ring beyond the control
-
-struct Outline {
-    QRect rectangle;
-    double radius;
-};
+template <class... Classes>
+bool isOneOf(const QWidget* widget) {
+    return (... || (qobject_cast<const Classes*>(widget) != nullptr));
+}
 
 /// The control that a focused widget belongs to: the line inside a combo or a spin box stands for it.
 QWidget* controlOf(QWidget* widget) {
     QWidget* parent = widget->parentWidget();
-    const bool isInner =
-        dynamic_cast<QComboBox*>(parent) != nullptr || dynamic_cast<QAbstractSpinBox*>(parent) != nullptr;
-    return isInner ? parent : widget;
-}
-
-std::optional<Outline> outlineOf(const QWidget& control) {
-    if (const auto* own = dynamic_cast<const FocusOutline*>(&control))
-        return Outline{own->focusOutline(), own->focusRadius()};
-    const bool isControl =
-        dynamic_cast<const QAbstractButton*>(&control) != nullptr ||
-        dynamic_cast<const QLineEdit*>(&control) != nullptr || dynamic_cast<const QComboBox*>(&control) != nullptr ||
-        dynamic_cast<const QAbstractSpinBox*>(&control) != nullptr ||
-        dynamic_cast<const QTextEdit*>(&control) != nullptr || dynamic_cast<const QPlainTextEdit*>(&control) != nullptr;
-    if (!isControl) return std::nullopt;
-    const bool isSmall = control.height() <= Metrics::smallHeight;
-    return Outline{.rectangle = control.rect(),
-                   .radius = isSmall ? 1.0 * Metrics::smallRadius : 1.0 * Metrics::controlRadius};
-}
-
-/// The farthest ancestor that moves along with the control: what scrolls clips, so the ring stays inside of it.
-QWidget* hostOf(QWidget& control) {
-    QWidget* host = control.parentWidget();
-    while (host != nullptr && !host->isWindow() && host->parentWidget() != nullptr &&
-           dynamic_cast<QAbstractScrollArea*>(host->parentWidget()) == nullptr) {
-        host = host->parentWidget();
-    }
-    return host;
+    return isOneOf<QComboBox, QAbstractSpinBox>(parent) ? parent : widget;
 }
 
 bool isText(const QWidget* widget) {
-    return widget != nullptr && widget->inputMethodQuery(Qt::ImEnabled).toBool() &&
-           (dynamic_cast<const QLineEdit*>(widget) != nullptr || dynamic_cast<const QTextEdit*>(widget) != nullptr ||
-            dynamic_cast<const QPlainTextEdit*>(widget) != nullptr);
+    return isOneOf<QLineEdit, QTextEdit, QPlainTextEdit>(widget) && widget->inputMethodQuery(Qt::ImEnabled).toBool();
 }
 
 /// Typing into a field that was clicked is no wish to see where the focus is; leaving it by a key is.
@@ -80,26 +49,6 @@ bool isNavigation(const QKeyEvent& event) {
     }
 }
 
-class RingWidget : public QWidget {
-public:
-    RingWidget(QWidget* parent, double radius) : QWidget(parent), radius_(radius) {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        setAttribute(Qt::WA_NoSystemBackground);
-        setFocusPolicy(Qt::NoFocus);
-    }
-    [[nodiscard]] double radius() const { return radius_; }
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
-        QPainter painter(this);
-        // What lies below shows through the gap: it has the surface's colour.
-        paintFocusRing(painter, QRectF(rect()).adjusted(reach, reach, -reach, -reach), radius_, QColor());
-    }
-
-private:
-    double radius_;
-};
-
 class FocusFollower : public QObject {
 public:
     explicit FocusFollower(QObject* parent) : QObject(parent) {
@@ -109,7 +58,7 @@ public:
 
     [[nodiscard]] bool isByKeyboard() const { return isByKeyboard_; }
 
-    bool eventFilter(QObject* watched, QEvent* event) override {
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
         switch (event->type()) {
         case QEvent::KeyPress:
             if (!isByKeyboard_ && isNavigation(*static_cast<QKeyEvent*>(event))) setByKeyboard(true);
@@ -117,14 +66,6 @@ public:
         case QEvent::MouseButtonPress:
         case QEvent::TouchBegin:
             if (isByKeyboard_) setByKeyboard(false);
-            break;
-        case QEvent::Move:
-        case QEvent::Resize:
-        case QEvent::Show:
-        case QEvent::Hide:
-        case QEvent::ParentChange:
-        case QEvent::EnabledChange:
-            if (ring_ != nullptr && watched != ring_ && concerns(watched)) place();
             break;
         default: break;
         }
@@ -138,41 +79,18 @@ private:
         place();
     }
 
-    [[nodiscard]] bool concerns(QObject* watched) const {
-        const auto* moved = dynamic_cast<QWidget*>(watched);
-        return moved != nullptr && control_ != nullptr && (moved == control_ || moved->isAncestorOf(control_));
-    }
-
-    /// Not at once: the focus also moves while Qt walks through the children of what hides, and the ring is one.
-    void dropRing() {
-        if (ring_ == nullptr) return;
-        ring_->hide();
-        ring_->deleteLater();
-        ring_ = nullptr;
-    }
-
     void place() {
         QWidget* focused = QApplication::focusWidget();
-        control_ = focused == nullptr ? nullptr : controlOf(focused);
-        QWidget* host = control_ == nullptr ? nullptr : hostOf(*control_);
-        const auto outline = control_ == nullptr ? std::nullopt : outlineOf(*control_);
-        if (!isByKeyboard_ || host == nullptr || !outline || !control_->isVisible()) {
-            dropRing();
-            return;
-        }
-        if (ring_ == nullptr || ring_->parentWidget() != host || ring_->radius() != outline->radius) {
-            dropRing();
-            ring_ = new RingWidget(host, outline->radius);
-        }
-        const QRect around = outline->rectangle.adjusted(-reach, -reach, reach, reach);
-        ring_->setGeometry(QRect(control_->mapTo(host, around.topLeft()), around.size()));
-        ring_->raise();
-        ring_->show();
+        QWidget* control = isByKeyboard_ && focused != nullptr ? controlOf(focused) : nullptr;
+        if (!isOneOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QTextEdit, QPlainTextEdit, QTabBar>(
+                control))
+            control = nullptr;
+        if (frame_ == nullptr && control != nullptr) frame_ = new QFocusFrame(control->parentWidget());
+        if (frame_ != nullptr) frame_->setWidget(control);
     }
 
     bool isByKeyboard_ = false;
-    QPointer<QWidget> control_;
-    QPointer<RingWidget> ring_;
+    QPointer<QFocusFrame> frame_;  ///< goes with the page that it is on
 };
 
 FocusFollower& follower() {

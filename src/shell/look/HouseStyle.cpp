@@ -1,19 +1,304 @@
 #include "shell/look/HouseStyle.h"
 
+#include "shell/look/HouseStyleParts.h"
+#include "shell/look/Icons.h"
+#include "shell/look/Kind.h"
+#include "shell/look/Painting.h"
+#include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QFocusFrame>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTabBar>
+#include <QTextEdit>
+#include <QToolButton>
+
 namespace quorvane {
+namespace {
+
+namespace Parts = HouseStyleParts;
+
+constexpr int menuMargin = 5;
+constexpr int checkHeight = 24;
+constexpr int checkGap = 8;
+constexpr int textMargin = 7;
+
+bool isField(const QWidget& widget) {
+    return qobject_cast<const QComboBox*>(&widget) != nullptr ||
+           qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr;
+}
+
+/// Text of several lines is a field as one line is: the style paints its ground, and its own is clear.
+void polishText(QAbstractScrollArea& text) {
+    setKind(text, "field", true);
+    text.setFrameShape(QFrame::NoFrame);
+    text.setFrameShape(QFrame::StyledPanel);  // its margins are asked for anew
+    text.viewport()->setAutoFillBackground(false);
+}
+
+/// A page that scrolls shows what lies behind it.
+void polishPage(QScrollArea& page) {
+    page.setFrameShape(QFrame::NoFrame);
+    page.viewport()->setAutoFillBackground(false);
+    if (page.widget() != nullptr) page.widget()->setAutoFillBackground(false);
+}
+
+void polishButton(QAbstractButton& button) {
+    button.setAttribute(Qt::WA_Hover);
+    if (qobject_cast<QPushButton*>(&button) == nullptr && qobject_cast<QToolButton*>(&button) == nullptr) return;
+    button.setFont(font(isKind(&button, "small") ? TypeRole::label : TypeRole::bodyStrong));
+}
+
+/// Is it a list that a combo has opened?
+bool isComboList(const QWidget& widget) {
+    return widget.inherits("QComboBoxListView") || widget.inherits("QComboBoxPrivateContainer");
+}
+
+double focusRadius(const QWidget* frame) {
+    const auto* ring = qobject_cast<const QFocusFrame*>(frame);
+    const QWidget* control = ring == nullptr ? nullptr : ring->widget();
+    if (isKind(control, "chip")) return control->height() / 2.0;
+    return Parts::controlRadius(control);
+}
+
+bool pressesButton(const QObject& watched, const QKeyEvent& key) {
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    return isEnter && !key.isAutoRepeat() && qobject_cast<const QAbstractButton*>(&watched) != nullptr;
+}
+
+}  // namespace
 
 HouseStyle::HouseStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void HouseStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        polishButton(*button);
+        button->installEventFilter(this);
+    }
+    if (isField(*widget)) {
+        widget->setAttribute(Qt::WA_Hover);
+        if (widget->focusPolicy() == Qt::WheelFocus) widget->setFocusPolicy(Qt::StrongFocus);
+        widget->installEventFilter(this);
+    }
+    if (isField(*widget) || qobject_cast<QLineEdit*>(widget) != nullptr) {
+        widget->setAttribute(Qt::WA_Hover);
+        if (isKind(widget, "small")) widget->setFont(font(TypeRole::labelPlain));
+    }
+    if (auto* tabs = qobject_cast<QTabBar*>(widget)) {
+        tabs->setAttribute(Qt::WA_Hover);
+        tabs->setDrawBase(false);
+        tabs->setExpanding(false);
+        if (isKind(tabs, "segments")) tabs->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        tabs->setFont(font(isKind(tabs, "small") ? TypeRole::label : TypeRole::bodyStrong));
+    }
+    const bool isText = qobject_cast<QTextEdit*>(widget) != nullptr || qobject_cast<QPlainTextEdit*>(widget) != nullptr;
+    if (isText && !isKind(widget, "plain")) polishText(*static_cast<QAbstractScrollArea*>(widget));
+    if (auto* page = qobject_cast<QScrollArea*>(widget)) polishPage(*page);
+    if (isComboList(*widget)) setKind(*widget, "menu", true);
+}
+
+bool HouseStyle::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && pressesButton(*watched, *static_cast<QKeyEvent*>(event))) {
+        static_cast<QAbstractButton*>(watched)->click();
+        return true;
+    }
+    if (event->type() == QEvent::Wheel && watched->isWidgetType()) {
+        auto* field = static_cast<QWidget*>(watched);
+        if (isField(*field) && !field->hasFocus()) {
+            event->ignore();  // the page under it scrolls on
+            return true;
+        }
+    }
+    return QProxyStyle::eventFilter(watched, event);
+}
+
+void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    switch (element) {
+    case PE_PanelLineEdit: {
+        const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+        if (frame != nullptr && frame->lineWidth > 0) Parts::drawField(*option, *painter, widget);
+        return;
+    }
+    case PE_IndicatorCheckBox: return Parts::drawCheckIndicator(*option, *painter, widget);
+    case PE_IndicatorRadioButton: return Parts::drawRadioIndicator(*option, *painter);
+    case PE_IndicatorItemViewItemCheck: return Parts::drawCheckIndicator(*option, *painter, nullptr);
+    case PE_PanelMenu:
+    case PE_FrameMenu: return paintPanel(*painter, option->rect, 0, theme().surface, theme().line);
+    case PE_PanelTipLabel: return painter->fillRect(option->rect, theme().tip);
+    case PE_Frame: return Parts::drawFrame(*option, *painter, widget);
+    case PE_FrameGroupBox:
+        return paintPanel(*painter, option->rect, Metrics::cardRadius, theme().surface, theme().line);
+    case PE_PanelItemViewRow: return;
+    case PE_PanelItemViewItem:
+        if (const auto* row = qstyleoption_cast<const QStyleOptionViewItem*>(option)) Parts::drawRow(*row, *painter);
+        return;
+    case PE_FrameFocusRect:  // the ring round the control says it
+    case PE_FrameTabBarBase:
+    case PE_PanelScrollAreaCorner: return;
+    default: QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void HouseStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+    switch (element) {
+    case CE_PushButtonBevel: return Parts::drawButtonPanel(*option, *painter, widget);
+    case CE_PushButtonLabel:
+        return Parts::drawButtonLabel(*qstyleoption_cast<const QStyleOptionButton*>(option), *painter, widget);
+    case CE_ComboBoxLabel:
+        return Parts::drawComboLabel(*qstyleoption_cast<const QStyleOptionComboBox*>(option), *painter, widget);
+    case CE_TabBarTabShape:
+        return Parts::drawTabShape(*qstyleoption_cast<const QStyleOptionTab*>(option), *painter, widget);
+    case CE_TabBarTabLabel:
+        return Parts::drawTabLabel(*qstyleoption_cast<const QStyleOptionTab*>(option), *painter, widget);
+    case CE_MenuItem: return Parts::drawMenuItem(*qstyleoption_cast<const QStyleOptionMenuItem*>(option), *painter);
+    case CE_MenuEmptyArea: return;
+    case CE_ProgressBarGroove:
+    case CE_ProgressBarLabel: return;
+    case CE_ProgressBarContents:
+        return Parts::drawProgress(*qstyleoption_cast<const QStyleOptionProgressBar*>(option), *painter);
+    case CE_FocusFrame:
+        return paintFocusRing(*painter, QRectF(option->rect).adjusted(4, 4, -4, -4), focusRadius(widget), QColor());
+    case CE_ShapedFrame: return Parts::drawFrame(*option, *painter, widget);
+    case CE_ItemViewItem: {
+        // What is chosen keeps the ink of its ground, not that of chosen letters in a field.
+        auto row = *qstyleoption_cast<const QStyleOptionViewItem*>(option);
+        const QColor ink = isKind(row.widget, "menu") ? theme().text : theme().accInk;
+        row.palette.setColor(QPalette::HighlightedText, ink);
+        return QProxyStyle::drawControl(element, &row, painter, widget);
+    }
+    default: QProxyStyle::drawControl(element, option, painter, widget);
+    }
+}
+
+void HouseStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                    const QWidget* widget) const {
+    switch (control) {
+    case CC_ToolButton:
+        return Parts::drawToolButton(*qstyleoption_cast<const QStyleOptionToolButton*>(option), *painter, widget);
+    case CC_ComboBox:
+        return Parts::drawCombo(*qstyleoption_cast<const QStyleOptionComboBox*>(option), *painter, widget);
+    case CC_SpinBox:
+        return Parts::drawSpinBox(*qstyleoption_cast<const QStyleOptionSpinBox*>(option), *painter, widget);
+    case CC_ScrollBar: return Parts::drawScrollBar(*qstyleoption_cast<const QStyleOptionSlider*>(option), *painter);
+    default: QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+}
+
+QSize HouseStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                   const QWidget* widget) const {
+    switch (type) {
+    case CT_PushButton: return Parts::buttonSize(*qstyleoption_cast<const QStyleOptionButton*>(option), widget);
+    case CT_ToolButton: return Parts::toolButtonSize(*qstyleoption_cast<const QStyleOptionToolButton*>(option), widget);
+    case CT_LineEdit: return Parts::fieldSize(*option, contents, widget);
+    case CT_ComboBox: return Parts::fieldSize(*option, contents + QSize(24, 0), widget);
+    case CT_SpinBox: return Parts::fieldSize(*option, contents + QSize(14, 0), widget);
+    case CT_TabBarTab: return Parts::tabSize(*qstyleoption_cast<const QStyleOptionTab*>(option), widget);
+    case CT_MenuItem: return Parts::menuItemSize(*qstyleoption_cast<const QStyleOptionMenuItem*>(option), contents);
+    case CT_CheckBox:
+    case CT_RadioButton:
+        return QProxyStyle::sizeFromContents(type, option, contents, widget).expandedTo(QSize(0, checkHeight));
+    case CT_ProgressBar: return {contents.width(), 6};
+    case CT_ItemViewItem: {
+        const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        return isKind(widget, "menu") ? size.expandedTo(QSize(0, 30)) : size;
+    }
+    default: return QProxyStyle::sizeFromContents(type, option, contents, widget);
+    }
+}
+
+QRect HouseStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    switch (element) {
+    case SE_LineEditContents: return Parts::fieldContents(*option, widget);
+    case SE_ShapedFrameContents:
+        if (isKind(widget, "field")) return option->rect.adjusted(textMargin, textMargin, -textMargin, -textMargin);
+        return QProxyStyle::subElementRect(element, option, widget);
+    case SE_PushButtonContents:
+    case SE_PushButtonFocusRect: return option->rect;
+    case SE_ProgressBarContents:
+    case SE_ProgressBarGroove: return option->rect;
+    default: return QProxyStyle::subElementRect(element, option, widget);
+    }
+}
+
+QRect HouseStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                 const QWidget* widget) const {
+    if (control == CC_ComboBox) return Parts::comboPart(*option, part, widget);
+    if (control == CC_SpinBox)
+        return Parts::spinBoxPart(*qstyleoption_cast<const QStyleOptionSpinBox*>(option), part, widget);
+    if (control == CC_ScrollBar) {
+        const auto& bar = *qstyleoption_cast<const QStyleOptionSlider*>(option);
+        return visualRect(option->direction, option->rect, Parts::scrollBarPart(bar, part));
+    }
+    return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+    case PM_IndicatorWidth: return Parts::indicatorSize(widget).width();
+    case PM_IndicatorHeight: return Parts::indicatorSize(widget).height();
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight: return 16;
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing: return checkGap;
+    case PM_ScrollBarExtent: return 10;
+    case PM_ScrollView_ScrollBarSpacing: return 0;
+    case PM_MenuPanelWidth: return 1;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin: return menuMargin;
+    case PM_SubMenuOverlap: return 0;
+    case PM_ToolTipLabelFrameWidth: return 5;
+    case PM_FocusFrameHMargin:
+    case PM_FocusFrameVMargin: return 4;
+    case PM_TabBarTabHSpace:
+    case PM_TabBarTabVSpace:
+    case PM_TabBarTabShiftVertical:
+    case PM_TabBarTabShiftHorizontal:
+    case PM_TabBarBaseOverlap:
+    case PM_TabBarTabOverlap:
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical: return 0;
+    case PM_DefaultFrameWidth:
+        if (isKind(widget, "menu")) return 1;
+        break;
+    case PM_SmallIconSize:
+    case PM_ButtonIconSize:
+    case PM_ListViewIconSize:
+    case PM_TabBarIconSize: return 16;
+    default: break;
+    }
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
 
 int HouseStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* returnData) const {
     switch (hint) {
     case SH_ToolTip_WakeUpDelay: return 500;
+    case SH_FocusFrame_AboveWidget: return 1;
+    case SH_ComboBox_PopupFrameStyle: return QFrame::StyledPanel;
+    case SH_ComboBox_Popup:  // below the field, not over it
     case SH_EtchDisabledText:
     case SH_DialogButtonBox_ButtonsHaveIcons:
-    case SH_ComboBox_Popup:  // below the field, not over it
-        return 0;
+    case SH_FocusFrame_Mask: return 0;
+    case SH_TabBar_Alignment: return Qt::AlignLeft;
     default: return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
+}
+
+QIcon HouseStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const {
+    if (standard == SP_LineEditClearButton) return icon(QStringLiteral("close-circle"));
+    return QProxyStyle::standardIcon(standard, option, widget);
 }
 
 }  // namespace quorvane

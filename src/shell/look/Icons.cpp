@@ -14,6 +14,8 @@
 namespace quorvane {
 namespace {
 
+const QString templates = QStringLiteral(":/icons/");
+
 /// The file's text with ink and ground in their places; empty where there is no such file.
 QByteArray inkedSvg(const QString& name, const QColor& ink, const QColor& ground) {
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
@@ -40,9 +42,9 @@ QPixmap rendered(const QByteArray& svg, double opacity, int size, double deviceP
     return pixmap;
 }
 
-class MenuIconEngine : public QIconEngine {
+class TemplateIconEngine : public QIconEngine {
 public:
-    explicit MenuIconEngine(QString name) : name_(std::move(name)) {}
+    explicit TemplateIconEngine(QString name) : name_(std::move(name)) {}
 
     void paint(QPainter* painter, const QRect& rectangle, QIcon::Mode mode, QIcon::State /*state*/) override {
         drawIcon(*painter, rectangle, name_, ink(mode), std::min(rectangle.width(), rectangle.height()));
@@ -58,7 +60,10 @@ public:
         return iconPixmap(name_, ink(mode), static_cast<int>(std::lround(side / scale)), scale);
     }
 
-    [[nodiscard]] QIconEngine* clone() const override { return new MenuIconEngine(name_); }
+    // What other icons are called by has no slash in front.
+    [[nodiscard]] QString iconName() override { return templates + name_; }
+    [[nodiscard]] bool isNull() override { return false; }
+    [[nodiscard]] QIconEngine* clone() const override { return new TemplateIconEngine(name_); }
 
 private:
     static QColor ink(QIcon::Mode mode) {
@@ -84,8 +89,13 @@ QPixmap iconPixmap(const QString& name, const QColor& ink, int size, double devi
     return pixmap;
 }
 
-QIcon menuIcon(const QString& name) {
-    return QIcon(new MenuIconEngine(name));
+QIcon icon(const QString& name) {
+    return QIcon(new TemplateIconEngine(name));
+}
+
+QString iconName(const QIcon& icon) {
+    const QString path = icon.name();
+    return path.startsWith(templates) ? path.mid(templates.size()) : QString();
 }
 
 bool isDirectionalIcon(const QString& name) {

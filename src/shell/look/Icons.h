@@ -14,8 +14,11 @@ namespace quorvane {
 [[nodiscard]] QPixmap iconPixmap(const QString& name, const QColor& ink, int size, double devicePixelRatio = 1,
                                  const QColor& ground = Qt::white);
 
-/// For menus: in the text colour of the theme in force when it is painted.
-[[nodiscard]] QIcon menuIcon(const QString& name);
+/// For buttons, lists and menus, which paint it in the ink of their text; elsewhere in the text colour of the theme.
+[[nodiscard]] QIcon icon(const QString& name);
+
+/// The name of such an icon; empty for any other one.
+[[nodiscard]] QString iconName(const QIcon& icon);
 
 /// Does the icon point along the line of reading, so that it is mirrored from right to left?
 [[nodiscard]] bool isDirectionalIcon(const QString& name);

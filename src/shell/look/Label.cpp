@@ -90,7 +90,7 @@ QSize Label::minimumSizeHint() const {
 void Label::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
     if (event->type() == QEvent::LayoutDirectionChange && wordWrap()) showText();
-    const bool isThemeChange = event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange;
+    const bool isThemeChange = event->type() == QEvent::PaletteChange;
     if (isThemeChange && !isApplying_ && palette().color(QPalette::WindowText) != theme().*color_) applyColor();
 }
 

@@ -26,6 +26,7 @@ inline constexpr int sheetRadius = 14;
 inline constexpr int controlHeight = 32;
 inline constexpr int smallHeight = 28;
 inline constexpr int largeHeight = 36;
+inline constexpr int navigationHeight = 38;
 }  // namespace Metrics
 
 /// A rectangle with round corners; the edge of 1 lies inside it and is crisp. An invalid colour is left out.

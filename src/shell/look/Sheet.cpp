@@ -1,7 +1,7 @@
 #include "shell/look/Sheet.h"
 
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Painting.h"
 #include "shell/look/SheetMotion.h"
 #include "shell/look/SheetPanel.h"
@@ -48,7 +48,7 @@ struct Sheet::Parts {
     int wantedHeight;
     QPointer<QWidget> opener;
     QPointer<QWidget> lastFocus;
-    QPointer<Button> primary;
+    QPointer<QPushButton> primary;
     SheetMotion motion;
     bool isOpen = false;
 };
@@ -106,12 +106,12 @@ void Sheet::addToFootStart(QWidget* widget) {
     parts_->panel->addToFootStart(widget);
 }
 
-void Sheet::addAction(Button* button) {
+void Sheet::addAction(QPushButton* button) {
     parts_->panel->addAction(button);
     parts_->primary = button;
 }
 
-void Sheet::setPrimary(Button* button) {
+void Sheet::setPrimary(QPushButton* button) {
     parts_->primary = button;
 }
 

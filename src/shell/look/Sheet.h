@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <memory>
 
+class QPushButton;
 class QVBoxLayout;
 class QHBoxLayout;
 
@@ -36,9 +37,9 @@ public:
     void hideHead();
     /// The foot: what stands at its start, then buttons from the end. The last one added is the primary.
     void addToFootStart(QWidget* widget);
-    void addAction(class Button* button);
+    void addAction(QPushButton* button);
     /// Enter presses this one instead of the last.
-    void setPrimary(class Button* button);
+    void setPrimary(QPushButton* button);
     /// Instead of a foot with the buttons at its end: stacked at full width, as alerts have them.
     void stackActions();
 

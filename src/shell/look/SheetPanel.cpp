@@ -1,8 +1,8 @@
 #include "shell/look/SheetPanel.h"
 
 #include "l10n/Localization.h"
-#include "shell/look/Button.h"
 #include "shell/look/Card.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
@@ -30,9 +30,9 @@ SheetPanel::SheetPanel(const QString& title, QWidget* parent)
     : QWidget(parent), head_(new QWidget), headLine_(new QHBoxLayout(head_)),
       title_(new Label(title, TypeRole::title, &Theme::text)),
       subtitle_(new Label(QString(), TypeRole::body, &Theme::text2)),
-      close_(Button::withIcon(QStringLiteral("close"), closeText())), scroll_(new QScrollArea),
-      bodyWidget_(new QWidget), bodyLayout_(new QVBoxLayout(bodyWidget_)), footSeparator_(new Separator),
-      foot_(new QWidget), footStart_(new QHBoxLayout), footEnd_(new QHBoxLayout) {
+      close_(iconButton(QStringLiteral("close"), closeText())), scroll_(new QScrollArea), bodyWidget_(new QWidget),
+      bodyLayout_(new QVBoxLayout(bodyWidget_)), footSeparator_(new Separator), foot_(new QWidget),
+      footStart_(new QHBoxLayout), footEnd_(new QHBoxLayout) {
     title_->setElided(true);
     subtitle_->setElided(true);
     subtitle_->hide();
@@ -91,10 +91,10 @@ void SheetPanel::addToFootStart(QWidget* widget) {
     footSeparator_->show();
 }
 
-void SheetPanel::addAction(Button* button) {
+void SheetPanel::addAction(QPushButton* button) {
     foot_->show();
     if (footStack_ != nullptr) {
-        button->setButtonSize(ButtonSize::large);
+        setKind(*button, "large", true);
         footStack_->addWidget(button);
         return;
     }

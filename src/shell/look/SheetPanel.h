@@ -5,10 +5,10 @@
 class QHBoxLayout;
 class QScrollArea;
 class QVBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class Label;
 class Separator;
 
@@ -20,12 +20,12 @@ public:
     void setSubtitle(const QString& subtitle);
     void addToHead(QWidget* widget);
     void addToFootStart(QWidget* widget);
-    void addAction(Button* button);
+    void addAction(QPushButton* button);
     void stackActions();
     void hideHead();
     void setTabs(QWidget* tabs);
     void scrollToTop();
-    [[nodiscard]] Button& closeButton() { return *close_; }
+    [[nodiscard]] QPushButton& closeButton() { return *close_; }
     [[nodiscard]] QVBoxLayout& body() { return *bodyLayout_; }
     [[nodiscard]] QWidget& bodyWidget() { return *bodyWidget_; }
     /// The height that shows everything at this width.
@@ -39,7 +39,7 @@ private:
     QHBoxLayout* headLine_;
     Label* title_;
     Label* subtitle_;
-    Button* close_;
+    QPushButton* close_;
     QScrollArea* scroll_;
     QWidget* bodyWidget_;
     QVBoxLayout* bodyLayout_;

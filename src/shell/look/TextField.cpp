@@ -1,4 +1,5 @@
 #include "shell/look/TextField.h"
+#include "shell/look/Kind.h"
 
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
@@ -6,7 +7,6 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
-#include <QStyle>
 #include <QVBoxLayout>
 
 namespace quorvane {
@@ -53,10 +53,7 @@ void TextField::showMessage() {
     message_->setColor(isWrong ? &Theme::bad : &Theme::text3);
     message_->setText(shown);
     edit_->setAccessibleDescription(shown);
-    if (edit_->property("error").toBool() == isWrong) return;
-    edit_->setProperty("error", isWrong);
-    edit_->style()->unpolish(edit_);
-    edit_->style()->polish(edit_);
+    setKind(*edit_, "error", isWrong);
 }
 
 }  // namespace quorvane

@@ -2,11 +2,11 @@
 
 #include "shell/look/FocusRing.h"
 #include "shell/look/HouseStyle.h"
-#include "shell/look/StyleSheet.h"
 #include "shell/look/Typography.h"
 
 #include <QApplication>
 #include <QPalette>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
@@ -169,10 +169,16 @@ void applyTheme(const Theme& theme) {
         const QFont body = font(TypeRole::body);  // first reads the desktop's own
         QApplication::setStyle(new HouseStyle);
         QApplication::setFont(body);
+        QToolTip::setFont(font(TypeRole::labelPlain));
         followFocus();
     }
     QApplication::setPalette(paletteOf(theme));
-    qApp->setStyleSheet(styleSheet(theme));
+    QToolTip::setPalette(paletteOf(theme));
+    // Also those whose own colours hide the palette's.
+    for (QWidget* widget : QApplication::allWidgets()) {
+        QEvent event(QEvent::PaletteChange);
+        QApplication::sendEvent(widget, &event);
+    }
 }
 
 }  // namespace quorvane

@@ -66,9 +66,8 @@ struct Theme {
 /// White where its contrast on the colour is at least 4.5, else black.
 [[nodiscard]] QColor inkOn(const QColor& ground);
 
-/// Gives palette, style sheet and `theme()` to every widget in one go; their caches hear of it as
-/// `QEvent::PaletteChange` and as `QEvent::StyleChange`. The first call also sets style and font of the program. Needs
-/// the `QApplication`.
+/// Gives palette and `theme()` to every widget in one go; their caches hear of it as `QEvent::PaletteChange`. The first
+/// call also sets style and font of the program. Needs the `QApplication`.
 void applyTheme(const Theme& theme);
 
 }  // namespace quorvane

@@ -1,8 +1,8 @@
 #include "shell/praise/CardChoices.h"
 
+#include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Label.h"
-#include "shell/look/Switch.h"
 #include "shell/look/Theme.h"
 #include "shell/praise/PreviewCarousel.h"
 #include "shell/praise/PreviewTile.h"
@@ -103,8 +103,8 @@ void CardChoices::addSchemes(QVBoxLayout& page) {
 }
 
 void CardChoices::addSwitches(QVBoxLayout& page) {
-    distribution_ = new Switch(qt(ShareImageWindow::distributionToggleTitle));
-    highlight_ = new Switch(qt(ShareImageWindow::highlightToggleTitle));
+    distribution_ = switchBox(qt(ShareImageWindow::distributionToggleTitle));
+    highlight_ = switchBox(qt(ShareImageWindow::highlightToggleTitle));
     connect(distribution_, &QAbstractButton::toggled, this,
             [this](bool isOn) { state_.setShowTimeDistribution(isOn); });
     connect(highlight_, &QAbstractButton::toggled, this, [this](bool isOn) { state_.setHighlighting(isOn); });

@@ -8,13 +8,13 @@
 #include <string>
 
 class QVBoxLayout;
+class QCheckBox;
 
 namespace quorvane {
 
 class PreviewCarousel;
 class PreviewTile;
 class SchemeChip;
-class Switch;
 
 /// Styles, colours, the two switches and the carousel: what the share window offers beside the card.
 class CardChoices : public QWidget {
@@ -33,8 +33,8 @@ private:
     const Localization& localization_;
     std::map<CardStyle, PreviewTile*> styles_;
     std::map<ColorScheme, SchemeChip*> schemes_;
-    Switch* distribution_ = nullptr;
-    Switch* highlight_ = nullptr;
+    QCheckBox* distribution_ = nullptr;
+    QCheckBox* highlight_ = nullptr;
     PreviewCarousel* carousel_ = nullptr;
 };
 

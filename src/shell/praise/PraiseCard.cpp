@@ -1,6 +1,6 @@
 #include "shell/praise/PraiseCard.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -37,16 +37,16 @@ struct PraiseCard::Parts {
     const Localization& localization;
     Form form = Form::full;
     IconView* spark = nullptr;
-    Button* shuffle = nullptr;
-    Button* more = nullptr;
-    Button* shortShare = nullptr;
+    QPushButton* shuffle = nullptr;
+    QPushButton* more = nullptr;
+    QPushButton* shortShare = nullptr;
     Label* lineSentence = nullptr;
     Label* sentence = nullptr;
     PraiseReason* reason = nullptr;
     QWidget* choices = nullptr;
     PraiseChoice<SupportedLanguage>* language = nullptr;
     PraiseChoice<PraiseCategory>* category = nullptr;
-    Button* share = nullptr;
+    QPushButton* share = nullptr;
     QVBoxLayout* column = nullptr;
     Subscription changed;
 };
@@ -71,16 +71,14 @@ void PraiseCard::build() {
     p.spark = new IconView(QStringLiteral("spark"), 16, &Theme::accent);
     p.lineSentence = new Label(QString(), TypeRole::bodyStrong, &Theme::text);
     p.lineSentence->setElided(true);
-    p.shuffle =
-        Button::withIcon(QStringLiteral("shuffle"), text("ui_another_message"), ButtonKind::ghost, ButtonSize::small);
+    p.shuffle = iconButton(QStringLiteral("shuffle"), text("ui_another_message"), "ghost small");
     connect(p.shuffle, &QAbstractButton::clicked, this, [this] { parts_->state.generatePraise(); });
-    p.more = Button::withIcon(QStringLiteral("more"),
-                              QString::fromUtf8(PraiseMessageView::languageMenuTitle) + QStringLiteral(" · ") +
-                                  QString::fromUtf8(PraiseMessageView::categoryPickerTitle),
-                              ButtonKind::ghost, ButtonSize::small);
+    p.more = iconButton(QStringLiteral("more"),
+                        QString::fromUtf8(PraiseMessageView::languageMenuTitle) + QStringLiteral(" · ") +
+                            QString::fromUtf8(PraiseMessageView::categoryPickerTitle),
+                        "ghost small");
     connect(p.more, &QAbstractButton::clicked, this, [this] { showMenu(); });
-    p.shortShare = Button::withIcon(QStringLiteral("share"), text("timeline_generate_share_card"), ButtonKind::ghost,
-                                    ButtonSize::small);
+    p.shortShare = iconButton(QStringLiteral("share"), text("timeline_generate_share_card"), "ghost small");
     connect(p.shortShare, &QAbstractButton::clicked, this, share);
     p.sentence = new Label(QString(), TypeRole::head, &Theme::text);
     p.sentence->setWordWrap(true);
@@ -92,8 +90,8 @@ void PraiseCard::build() {
     p.category = new PraiseChoice<PraiseCategory>(
         QString::fromUtf8(PraiseMessageView::categoryPickerTitle), PraiseMessageView::categories(p.localization),
         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
-    p.share = new Button(text("timeline_generate_share_card"));
-    p.share->setIconName(QStringLiteral("share"));
+    p.share = pushButton(text("timeline_generate_share_card"));
+    p.share->setIcon(icon(QStringLiteral("share")));
     connect(p.share, &QAbstractButton::clicked, this, share);
 
     auto* const head = new QHBoxLayout;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/look/Kind.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
@@ -30,8 +31,7 @@ public:
         column->addWidget(new Label(title, TypeRole::caption, &Theme::text2));
         column->addWidget(combo_);
         combo_->setAccessibleName(title);
-        combo_->setProperty("small", true);
-        combo_->setProperty("quiet", true);
+        setKind(*combo_, "small quiet");
         combo_->setMinimumContentsLength(4);
         combo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         for (const Item& item : items_)

@@ -1,6 +1,6 @@
 #include "shell/praise/PreviewCarousel.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 #include "shell/praise/PreviewTile.h"
@@ -24,10 +24,8 @@ constexpr int dotRoom = 16;
 PreviewCarousel::PreviewCarousel(const Localization& localization, std::function<void(const std::string&)> onSelect,
                                  QWidget* parent)
     : QWidget(parent), localization_(localization), onSelect_(std::move(onSelect)),
-      previous_(Button::withIcon(QStringLiteral("left"), qt(localization.text("a11y_previous_previews")),
-                                 ButtonKind::secondary, ButtonSize::small)),
-      next_(Button::withIcon(QStringLiteral("right"), qt(localization.text("a11y_next_previews")),
-                             ButtonKind::secondary, ButtonSize::small)),
+      previous_(iconButton(QStringLiteral("left"), qt(localization.text("a11y_previous_previews")), "small")),
+      next_(iconButton(QStringLiteral("right"), qt(localization.text("a11y_next_previews")), "small")),
       row_(new QHBoxLayout), choice_(new QButtonGroup(this)) {
     auto* const line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, dotRoom);

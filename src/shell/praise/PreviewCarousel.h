@@ -13,10 +13,10 @@
 
 class QButtonGroup;
 class QHBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class PreviewTile;
 
 /// The card with each of the applications highlighted: a row of them, arrows to the next and the last, a dot for each
@@ -44,8 +44,8 @@ private:
     std::map<std::string, ShareImageWindow::Image> previews_;
     std::optional<std::string> selectedKey_;
     std::size_t group_ = 0;
-    Button* previous_;
-    Button* next_;
+    QPushButton* previous_;
+    QPushButton* next_;
     QHBoxLayout* row_;
     QButtonGroup* choice_;
     std::map<std::string, PreviewTile*> tiles_;

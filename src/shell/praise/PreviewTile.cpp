@@ -19,7 +19,10 @@ constexpr double radius = 5;
 }  // namespace
 
 PreviewTile::PreviewTile(const QString& name, const QSize& size, QWidget* parent)
-    : ChoiceChip(name, true, parent), size_(size) {
+    : QPushButton(name, parent), size_(size) {
+    setCheckable(true);
+    setAutoExclusive(true);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setToolTip(name);
 }
 

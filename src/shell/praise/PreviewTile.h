@@ -1,15 +1,15 @@
 #pragma once
 
 #include "praise/ShareImage.h"
-#include "shell/look/Chip.h"
 
+#include <QPushButton>
 #include <memory>
 
 namespace quorvane {
 
 /// A small picture of a card with its name below; one of an exclusive group. Until there is a picture it is a quiet
 /// rectangle.
-class PreviewTile : public ChoiceChip {
+class PreviewTile : public QPushButton {
 public:
     /// `size` is the picture's, in logical pixels.
     PreviewTile(const QString& name, const QSize& size, QWidget* parent = nullptr);
@@ -18,8 +18,6 @@ public:
     [[nodiscard]] bool hasImage() const { return image_ != nullptr; }
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QRect focusOutline() const override { return picture().adjusted(-3, -3, 3, 3); }
-    [[nodiscard]] double focusRadius() const override { return 9; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

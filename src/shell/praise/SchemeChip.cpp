@@ -1,8 +1,8 @@
 #include "shell/praise/SchemeChip.h"
 
+#include "shell/look/Kind.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
-#include "shell/look/Typography.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -18,13 +18,12 @@ constexpr QSize swatch(34, 16);
 }  // namespace
 
 SchemeChip::SchemeChip(const QString& name, ColorScheme scheme, QWidget* parent)
-    : ChoiceChip(name, true, parent), scheme_(scheme) {
-    setFont(quorvane::font(TypeRole::label));
+    : QPushButton(name, parent), scheme_(scheme) {
+    setCheckable(true);
+    setAutoExclusive(true);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setKind(*this, "small");
     setToolTip(name);
-}
-
-double SchemeChip::focusRadius() const {
-    return Metrics::controlRadius;
 }
 
 void SchemeChip::paintEvent(QPaintEvent* /*event*/) {

@@ -1,17 +1,17 @@
 #pragma once
 
 #include "praise/ColorScheme.h"
-#include "shell/look/Chip.h"
+
+#include <QPushButton>
 
 namespace quorvane {
 
 /// A colour scheme: six of its colours and its name. One of an exclusive group.
-class SchemeChip : public ChoiceChip {
+class SchemeChip : public QPushButton {
 public:
     SchemeChip(const QString& name, ColorScheme scheme, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override { return {134, 32}; }
-    [[nodiscard]] double focusRadius() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

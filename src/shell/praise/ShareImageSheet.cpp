@@ -3,8 +3,8 @@
 #include "base/AtomicFile.h"
 #include "shell/cards/ShareImageGenerator.h"
 #include "shell/look/Alert.h"
-#include "shell/look/Button.h"
 #include "shell/look/Card.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
@@ -58,10 +58,10 @@ private:
     [[nodiscard]] QString text(MessageKey<> key) const { return qt(services_.localization.text(key)); }
 
     void addHeadButtons() {
-        auto* const another = new Button(text("ui_another_message"));
-        another->setIconName(QStringLiteral("shuffle"));
+        auto* const another = pushButton(text("ui_another_message"));
+        another->setIcon(icon(QStringLiteral("shuffle")));
         connect(another, &QAbstractButton::clicked, this, [this] { state_.shuffle(); });
-        auto* const refresh = Button::withIcon(QStringLiteral("refresh"), text("refresh"), ButtonKind::secondary);
+        auto* const refresh = iconButton(QStringLiteral("refresh"), text("refresh"), "plain");
         connect(refresh, &QAbstractButton::clicked, this, [this] { state_.generateImage(); });
         addToHead(another);
         addToHead(refresh);
@@ -70,11 +70,11 @@ private:
     void addFoot() {
         addToFootStart(new Label(QStringLiteral("600 × 900 PNG"), TypeRole::labelPlain, &Theme::text2));
         addToFootStart(new QWidget);  // keeps the buttons at the end
-        share_ = new Button(text("share_card_share"));
-        share_->setIconName(QStringLiteral("share"));
+        share_ = pushButton(text("share_card_share"));
+        share_->setIcon(icon(QStringLiteral("share")));
         connect(share_, &QAbstractButton::clicked, this, [this] { state_.share(); });
-        save_ = new Button(text("share_card_save_image"), ButtonKind::primary);
-        save_->setIconName(QStringLiteral("save"));
+        save_ = pushButton(text("share_card_save_image"), "primary");
+        save_->setIcon(icon(QStringLiteral("save")));
         connect(save_, &QAbstractButton::clicked, this, [this] { askForFile(); });
         addAction(share_);
         addAction(save_);
@@ -132,8 +132,8 @@ private:
     ShareImageWindow state_;
     CardPreview* preview_;
     CardChoices* choices_;
-    Button* share_ = nullptr;
-    Button* save_ = nullptr;
+    QPushButton* share_ = nullptr;
+    QPushButton* save_ = nullptr;
     QTimer timer_;
     Subscription changed_;
     Subscription closed_;

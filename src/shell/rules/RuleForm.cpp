@@ -2,11 +2,10 @@
 
 #include "base/Text.h"
 #include "shell/chart/Well.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
-#include "shell/look/Switch.h"
 #include "shell/look/Theme.h"
 #include "shell/rules/RuleActionFields.h"
 #include "shell/rules/RuleConditionFields.h"
@@ -38,7 +37,6 @@ QDoubleSpinBox* makePriorityField() {
     field->setRange(-greatestPriority, greatestPriority);
     field->setSingleStep(10);
     field->setFixedWidth(priorityWidth);
-    RuleFormParts::leaveWheelToForm(*field);
     return field;
 }
 
@@ -63,23 +61,22 @@ struct RuleForm::Parts {
     RuleActionFields* action;
     QDoubleSpinBox* priority = makePriorityField();
     QBoxLayout* options = nullptr;
-    Switch* isEnabled;
-    Switch* stopProcessing;
+    QCheckBox* isEnabled;
+    QCheckBox* stopProcessing;
     Label* summary;
     Label* refusal;
-    Button* remove;
-    Button* save;
+    QPushButton* remove;
+    QPushButton* save;
     Subscription draftChanged;
     Subscription rowsChanged;
 };
 
 RuleForm::Parts::Parts(RuleForm& owner, RulesDashboardView& shownState, const Localization& texts)
     : form(owner), state(shownState), localization(texts), condition(new RuleConditionFields(state, texts)),
-      action(new RuleActionFields(state, texts)), isEnabled(new Switch(qt(texts.text("ui_rule_enabled")))),
-      stopProcessing(new Switch(qt(texts.text("ui_rule_stop")))), summary(new Label({}, TypeRole::body, &Theme::text)),
+      action(new RuleActionFields(state, texts)), isEnabled(switchBox(qt(texts.text("ui_rule_enabled")))),
+      stopProcessing(switchBox(qt(texts.text("ui_rule_stop")))), summary(new Label({}, TypeRole::body, &Theme::text)),
       refusal(new Label({}, TypeRole::labelPlain, &Theme::text2)),
-      remove(new Button(qt(texts.text("delete")), ButtonKind::destructive)),
-      save(new Button(qt(texts.text("save")), ButtonKind::primary)) {
+      remove(pushButton(qt(texts.text("delete")), "danger")), save(pushButton(qt(texts.text("save")), "primary")) {
     auto* const page = new QVBoxLayout(&form);
     page->setContentsMargins(1, 1, 1, 1);
     page->setSpacing(0);
@@ -160,7 +157,7 @@ QLayout* RuleForm::Parts::makeFoot() {
     auto* const line = new QHBoxLayout;
     line->setContentsMargins(padding, 12, padding, 11);
     line->setSpacing(12);
-    remove->setIconName(QStringLiteral("trash"));
+    remove->setIcon(icon(QStringLiteral("trash")));
     line->addWidget(remove);
     refusal->setElided(true);
     refusal->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);

@@ -4,24 +4,9 @@
 #include "shell/look/Theme.h"
 
 #include <QComboBox>
-#include <QEvent>
 #include <QVBoxLayout>
 
 namespace quorvane::RuleFormParts {
-namespace {
-
-class WheelGuard : public QObject {
-public:
-    using QObject::QObject;
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        const auto* const field = dynamic_cast<const QWidget*>(watched);
-        if (event->type() != QEvent::Wheel || field == nullptr || field->hasFocus()) return false;
-        event->ignore();  // goes on to what the field lies on
-        return true;
-    }
-};
-
-}  // namespace
 
 QVBoxLayout* labelled(const QString& label, QWidget& field) {
     auto* const layout = new QVBoxLayout;
@@ -41,13 +26,7 @@ QComboBox* makeCombo(const QString& name) {
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(1);
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    leaveWheelToForm(*combo);
     return combo;
-}
-
-void leaveWheelToForm(QWidget& field) {
-    field.setFocusPolicy(Qt::StrongFocus);
-    field.installEventFilter(new WheelGuard(&field));
 }
 
 }  // namespace quorvane::RuleFormParts

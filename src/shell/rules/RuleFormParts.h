@@ -19,7 +19,4 @@ inline constexpr int fieldGap = 8;
 /// A combo box that gives way in narrow forms.
 [[nodiscard]] QComboBox* makeCombo(const QString& name);
 
-/// Turning the wheel over a field without the focus scrolls the form and changes nothing.
-void leaveWheelToForm(QWidget& field);
-
 }  // namespace quorvane::RuleFormParts

@@ -1,7 +1,7 @@
 #include "shell/rules/RuleList.h"
 
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Label.h"
@@ -36,8 +36,8 @@ RuleList::RuleList(RulesDashboardView& state, const Localization& localization, 
     foot_->hide();
     page->addWidget(foot_);
 
-    auto* const import = new Button(qt(localization.text("builtin_rules_import_button")));
-    import->setIconName(QStringLiteral("save"));
+    auto* const import = pushButton(qt(localization.text("builtin_rules_import_button")));
+    import->setIcon(icon(QStringLiteral("save")));
     connect(import, &QAbstractButton::clicked, this, [this] { importWanted.send(); });
     none_->addButton(import);
     rowsChanged_ = state_.rowsChanged.subscribe([this] { follow(); });
@@ -50,8 +50,8 @@ QLayout* RuleList::makeSearch() {
     line->setContentsMargins(12, 12, 12, 11);
     search_->setPlaceholderText(qt(localization_.text("ui_rule_search")));
     search_->setAccessibleName(search_->placeholderText());
-    search_->setProperty("quiet", true);
-    search_->addAction(menuIcon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    setKind(*search_, "quiet", true);
+    search_->addAction(icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this,
             [this](const QString& text) { state_.setSearch(text.toStdString()); });

@@ -2,7 +2,7 @@
 
 #include "shell/app/AppServices.h"
 #include "shell/look/Alert.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
@@ -40,9 +40,9 @@ struct RulesPage::Parts {
     RulesPage& page;
     std::unique_ptr<RulesDashboardView> state;
     const Localization& localization;
-    Button* back;
-    Button* importButton;
-    Button* newButton;
+    QPushButton* back;
+    QPushButton* importButton;
+    QPushButton* newButton;
     RuleList* list;
     RuleForm* form;
     bool isFormShown = false;  ///< where there is room for one of the two
@@ -54,9 +54,9 @@ struct RulesPage::Parts {
 
 RulesPage::Parts::Parts(RulesPage& owner, std::unique_ptr<RulesDashboardView> ownState, const Localization& texts)
     : page(owner), state(std::move(ownState)), localization(texts),
-      back(Button::withIcon(QStringLiteral("left"), qt(texts.text("nav_rules")))),
-      importButton(new Button(qt(texts.text("builtin_rules_import_button")))),
-      newButton(new Button(qt(texts.text("ui_new")), ButtonKind::primary)), list(new RuleList(*state, texts)),
+      back(iconButton(QStringLiteral("left"), qt(texts.text("nav_rules")))),
+      importButton(pushButton(qt(texts.text("builtin_rules_import_button")))),
+      newButton(pushButton(qt(texts.text("ui_new")), "primary")), list(new RuleList(*state, texts)),
       form(new RuleForm(*state, texts)) {
     auto* const layout = new QVBoxLayout(&page);
     layout->setContentsMargins(Metrics::pageMargin, 20, Metrics::pageMargin, Metrics::pageMargin);
@@ -82,8 +82,8 @@ QLayout* RulesPage::Parts::makeHead() {
     auto* const title = new Label(qt(localization.text("nav_rules")), TypeRole::title, &Theme::text);
     title->setElided(true);
     head->addWidget(title, 1);
-    importButton->setIconName(QStringLiteral("save"));
-    newButton->setIconName(QStringLiteral("plus"));
+    importButton->setIcon(icon(QStringLiteral("save")));
+    newButton->setIcon(icon(QStringLiteral("plus")));
     head->addWidget(importButton);
     head->addWidget(newButton);
     connect(back, &QAbstractButton::clicked, &page, [this] { showForm(false); });

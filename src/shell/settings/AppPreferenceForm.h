@@ -11,10 +11,10 @@
 #include <utility>
 
 class QVBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class ChoiceChip;
 class FlowLayout;
 class Label;
 class TextField;
@@ -38,8 +38,8 @@ private:
 
     AppCategoryManagementView& view_;
     const Localization& localization_;
-    std::map<std::string, ChoiceChip*> categories_;
-    std::map<std::string, ChoiceChip*> tags_;
+    std::map<std::string, QPushButton*> categories_;
+    std::map<std::string, QPushButton*> tags_;
     FlowLayout* tagFlow_ = nullptr;
     Label* count_ = nullptr;
     TextField* customTag_ = nullptr;

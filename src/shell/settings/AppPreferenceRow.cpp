@@ -2,8 +2,8 @@
 
 #include "base/Text.h"
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Button.h"
 #include "shell/look/Chip.h"
+#include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -48,7 +48,7 @@ QWidget* categoryCell(const AppCategoryManagementView::Row& row, const Localizat
     auto* const line = new QHBoxLayout(cell);
     line->setContentsMargins(0, 0, 0, 0);
     if (row.category) {
-        line->addWidget(new Chip(qt(*row.category), ChipTone::info));
+        line->addWidget(new Chip(qt(*row.category), Chip::Tone::info));
         line->addStretch(1);
     } else {
         auto* const none = new Label(qt(localization.text("uncategorized")), TypeRole::body, &Theme::text2);
@@ -79,12 +79,11 @@ QString spoken(const AppCategoryManagementView::Row& row, const Localization& lo
 AppPreferenceRow::AppPreferenceRow(const AppCategoryManagementView::Row& row, const Localization& localization,
                                    QWidget* parent)
     : QWidget(parent),
-      delete_(Button::withIcon(QStringLiteral("trash"), qt(localization.text("delete") + " " + row.appName),
-                               ButtonKind::ghost, ButtonSize::small)) {
+      delete_(iconButton(QStringLiteral("trash"), qt(localization.text("delete") + " " + row.appName), "ghost small")) {
     setAccessibleRole(*this, QAccessible::ListItem, spoken(row, localization));
     setMinimumHeight(rowHeight - 1);
-    auto* const edit = Button::withIcon(QStringLiteral("pencil"), qt(localization.text("a11y_edit", row.appName)),
-                                        ButtonKind::ghost, ButtonSize::small);
+    auto* const edit =
+        iconButton(QStringLiteral("pencil"), qt(localization.text("a11y_edit", row.appName)), "ghost small");
     auto* const name = new Label(isolated(qt(row.appName)), TypeRole::bodyStrong, &Theme::text);
     name->setElided(true);
     auto* const line = new QHBoxLayout(this);

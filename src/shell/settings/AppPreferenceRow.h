@@ -6,9 +6,9 @@
 
 #include <QWidget>
 
-namespace quorvane {
+class QPushButton;
 
-class Button;
+namespace quorvane {
 
 /// An application with what is remembered for it.
 class AppPreferenceRow : public QWidget {
@@ -21,7 +21,7 @@ public:
     Signal<> deleteWanted;
 
 private:
-    Button* delete_;
+    QPushButton* delete_;
 };
 
 }  // namespace quorvane

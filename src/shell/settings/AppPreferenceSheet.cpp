@@ -1,6 +1,6 @@
 #include "shell/settings/AppPreferenceSheet.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Typography.h"
 #include "shell/settings/AppPreferenceForm.h"
@@ -15,8 +15,8 @@ void open(QWidget& window, AppCategoryManagementView& view, const Localization& 
         window, qt(isNew ? localization.text("add_app_pref_title") : localization.text("edit_app_pref_title")), width);
     auto* const form = new AppPreferenceForm(view, localization);
     sheet->body().addWidget(form);
-    auto* const cancel = new Button(qt(localization.text("cancel")));
-    auto* const save = new Button(qt(localization.text("save")), ButtonKind::primary);
+    auto* const cancel = pushButton(qt(localization.text("cancel")));
+    auto* const save = pushButton(qt(localization.text("save")), "primary");
     save->setEnabled(view.canSave());
     form->follow([&view, save] { save->setEnabled(view.canSave()); });
     QObject::connect(cancel, &QAbstractButton::clicked, sheet, [sheet, &view] {

@@ -1,7 +1,7 @@
 #include "shell/settings/CaptureHealthPage.h"
 
 #include "shell/look/Alert.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -73,9 +73,9 @@ QWidget* CaptureHealthPage::summary() {
     return well_;
 }
 
-Button* CaptureHealthPage::mendButton() {
-    auto* const button = new Button({});
-    button->setButtonSize(ButtonSize::small);
+QPushButton* CaptureHealthPage::mendButton() {
+    auto* const button = pushButton({});
+    setKind(*button, "small", true);
     return button;
 }
 

@@ -10,10 +10,10 @@
 #include <vector>
 
 class QVBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class IconView;
 class Label;
 class SettingsRow;
@@ -35,10 +35,10 @@ private:
         SettingsRow* row = nullptr;
         IconView* icon = nullptr;
         Label* sign = nullptr;
-        Button* mend = nullptr;
+        QPushButton* mend = nullptr;
     };
     QWidget* summary();
-    Button* mendButton();
+    QPushButton* mendButton();
     [[nodiscard]] std::string mendText(platform::Mend mend) const;
     void addLine();
     void show(Line& line, const CaptureHealthView::Row& row);
@@ -53,7 +53,7 @@ private:
     IconView* summaryIcon_ = nullptr;
     Label* summaryTitle_ = nullptr;
     Label* summaryText_ = nullptr;
-    Button* summaryMend_ = nullptr;
+    QPushButton* summaryMend_ = nullptr;
     SettingsSection* section_ = nullptr;
     std::vector<Line> lines_;
     std::unique_ptr<platform::Timer> watching_;  ///< while it shows

@@ -1,6 +1,6 @@
 #include "shell/settings/CaptureTestSection.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/SettingsSection.h"
@@ -16,9 +16,9 @@ using CaptureTest = PermissionRows::CaptureTest;
 CaptureTestSection::CaptureTestSection(PermissionRows& permissions, const Localization& localization, QWidget* parent)
     : QWidget(parent), permissions_(permissions),
       localization_(localization), browser_{CaptureTest::browserURL,
-                                            new Button(qt(localization.text("ui_capture_test_browser"))),
+                                            pushButton(qt(localization.text("ui_capture_test_browser"))),
                                             new Label({}, TypeRole::body, &Theme::text)},
-      document_{CaptureTest::documentPath, new Button(qt(localization.text("ui_capture_test_document"))),
+      document_{CaptureTest::documentPath, pushButton(qt(localization.text("ui_capture_test_document"))),
                 new Label({}, TypeRole::body, &Theme::text)} {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -36,7 +36,7 @@ CaptureTestSection::CaptureTestSection(PermissionRows& permissions, const Locali
 }
 
 QWidget* CaptureTestSection::makeLine(Line& line) {
-    line.button->setButtonSize(ButtonSize::small);
+    setKind(*line.button, "small", true);
     line.result->setWordWrap(true);
     line.result->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto policy = line.result->sizePolicy();

@@ -6,9 +6,10 @@
 
 #include <QWidget>
 
+class QPushButton;
+
 namespace quorvane {
 
-class Button;
 class Label;
 
 /// Reads a web address or a document from the application that the user brings to the front, and shows what came.
@@ -19,7 +20,7 @@ public:
 private:
     struct Line {
         PermissionRows::CaptureTest test;
-        Button* button;
+        QPushButton* button;
         Label* result;
     };
     QWidget* makeLine(Line& line);

@@ -1,11 +1,10 @@
 #include "shell/settings/GeneralPage.h"
 
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
-#include "shell/look/Switch.h"
 #include "shell/look/Theme.h"
-#include "shell/settings/SettingsCombo.h"
 #include "shell/settings/SettingsSection.h"
 
 #include <QHBoxLayout>
@@ -33,7 +32,7 @@ GeneralPage::GeneralPage(SettingsView& settings, AutoStartManager& autoStart, co
 
 QWidget* GeneralPage::appearance() {
     auto* const section = new SettingsSection(qt(localization_.text("appearance_section_title")));
-    auto* const hide = new Switch({});
+    auto* const hide = switchBox({});
     hide->setChecked(settings_.hideDockIcon);
     connect(hide, &QAbstractButton::toggled, this, [this](bool isOn) { settings_.hideDockIcon = isOn; });
     auto* const row = new SettingsRow(qt(localization_.text("hide_dock_icon_toggle")), hide);
@@ -44,7 +43,7 @@ QWidget* GeneralPage::appearance() {
 
 QWidget* GeneralPage::startUp() {
     auto* const section = new SettingsSection(qt(localization_.text("auto_start_section_title")));
-    autoStartSwitch_ = new Switch({});
+    autoStartSwitch_ = switchBox({});
     connect(autoStartSwitch_, &QAbstractButton::clicked, this, [this](bool isOn) { autoStart_.setAutoStart(isOn); });
     auto* const row = new SettingsRow(qt(localization_.text("auto_start_toggle")), autoStartSwitch_);
     autoStartStatus_ = new QWidget;
@@ -66,7 +65,8 @@ void GeneralPage::showAutoStart() {
 
 QWidget* GeneralPage::language() {
     auto* const section = new SettingsSection(qt(localization_.text("language_section_title")));
-    auto* const languages = new SettingsCombo(languageWidth);
+    auto* const languages = new QComboBox;
+    languages->setFixedWidth(languageWidth);
     for (const auto& [language, code] : RawValues<SupportedLanguage>::table)
         languages->addItem(QString::fromUtf8(displayName(language).data()));
     languages->setCurrentIndex(static_cast<int>(settings_.selectedLanguage));

@@ -7,9 +7,9 @@
 
 #include <QWidget>
 
-namespace quorvane {
+class QCheckBox;
 
-class Switch;
+namespace quorvane {
 
 /// Appearance, the login item and the language. The login item changes at once, all else in `settings` alone.
 class GeneralPage : public QWidget {
@@ -26,7 +26,7 @@ private:
     SettingsView& settings_;
     AutoStartManager& autoStart_;
     const Localization& localization_;
-    Switch* autoStartSwitch_ = nullptr;
+    QCheckBox* autoStartSwitch_ = nullptr;
     QWidget* autoStartStatus_ = nullptr;
     Subscription autoStartChanged_;
 };

@@ -1,8 +1,8 @@
 #include "shell/settings/OrganizationPage.h"
 
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Button.h"
 #include "shell/look/Card.h"
+#include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Label.h"
@@ -53,7 +53,7 @@ void OrganizationPage::addSearch(QVBoxLayout& column) {
     auto* const field = new QLineEdit;
     field->setPlaceholderText(placeholder);
     field->setAccessibleName(placeholder);
-    auto* const glass = new QAction(menuIcon(QStringLiteral("search")), placeholder, field);
+    auto* const glass = new QAction(icon(QStringLiteral("search")), placeholder, field);
     field->addAction(glass, QLineEdit::LeadingPosition);
     field->setText(qt(view_.searchText));
     connect(field, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -68,9 +68,9 @@ void OrganizationPage::addSearch(QVBoxLayout& column) {
     column.addLayout(line);
 }
 
-Button* OrganizationPage::makeAddButton() {
-    auto* const add = new Button(qt(localization_.text("add_app_button")));
-    add->setIconName(QStringLiteral("plus"));
+QPushButton* OrganizationPage::makeAddButton() {
+    auto* const add = pushButton(qt(localization_.text("add_app_button")));
+    add->setIcon(icon(QStringLiteral("plus")));
     connect(add, &QAbstractButton::clicked, this, [this] {
         view_.beginAdding();
         openForm(true);

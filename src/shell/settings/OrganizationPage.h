@@ -9,11 +9,11 @@
 #include <vector>
 
 class QVBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
 class AppPreferenceRow;
-class Button;
 
 /// The applications with a remembered category, and the user's own categories. All changes are kept at once.
 class OrganizationPage : public QWidget {
@@ -25,7 +25,7 @@ private:
     void showRows();
     void addRow(const AppCategoryManagementView::Row& row);
     void remove(const std::string& appName);
-    Button* makeAddButton();
+    QPushButton* makeAddButton();
     QWidget* emptyList();
     void openForm(bool isNew);
 

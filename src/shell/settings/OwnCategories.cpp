@@ -1,6 +1,6 @@
 #include "shell/settings/OwnCategories.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -72,8 +72,7 @@ QWidget* OwnCategories::field() {
     name_->setPlaceholderText(placeholder);
     name_->setAccessibleName(placeholder);
     connect(name_, &QLineEdit::returnPressed, this, [this] { add(); });
-    auto* const plus =
-        Button::withIcon(QStringLiteral("plus"), qt(localization_.text("ui_add_category")), ButtonKind::secondary);
+    auto* const plus = iconButton(QStringLiteral("plus"), qt(localization_.text("ui_add_category")), "plain");
     connect(plus, &QAbstractButton::clicked, this, [this] { add(); });
     line->addWidget(name_, 1);
     line->addWidget(plus);
@@ -99,8 +98,8 @@ void OwnCategories::showCategories() {
 }
 
 void OwnCategories::addPill(const std::string& category) {
-    auto* const remove = Button::withIcon(QStringLiteral("close"), qt(localization_.text("a11y_remove", category)),
-                                          ButtonKind::ghost, ButtonSize::small);
+    auto* const remove =
+        iconButton(QStringLiteral("close"), qt(localization_.text("a11y_remove", category)), "ghost small");
     connect(remove, &QAbstractButton::clicked, this, [this, category] {
         view_.removeCategory(std::string(category));  // the button that lent it goes
         name_->setFocus(Qt::TabFocusReason);

@@ -1,6 +1,6 @@
 #include "shell/settings/PermissionSection.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
@@ -13,7 +13,7 @@ namespace quorvane {
 
 PermissionSection::PermissionSection(PermissionRows& permissions, const Localization& localization, QWidget* parent)
     : QWidget(parent), permissions_(permissions),
-      again_(new Button(qt(localization.text("refresh_permission_status")))) {
+      again_(pushButton(qt(localization.text("refresh_permission_status")))) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     auto* const section = new SettingsSection(qt(localization.text("permission_status")));
@@ -22,8 +22,8 @@ PermissionSection::PermissionSection(PermissionRows& permissions, const Localiza
     lines_.reserve(rows.size());
     for (const PermissionRows::Row& row : rows)
         section->addRow(addLine(row));
-    again_->setIconName(QStringLiteral("refresh"));
-    again_->setButtonSize(ButtonSize::small);
+    again_->setIcon(icon(QStringLiteral("refresh")));
+    setKind(*again_, "small", true);
     connect(again_, &QAbstractButton::clicked, this, [this] { permissions_.refresh(); });
     auto* const foot = new QWidget;
     auto* const line = new QHBoxLayout(foot);
@@ -43,8 +43,8 @@ QWidget* PermissionSection::addLine(const PermissionRows::Row& row) {
     Line parts;
     parts.icon = new IconView(QStringLiteral("check-circle"), 16, &Theme::ok);
     parts.state = new Label({}, TypeRole::label, &Theme::ok);
-    parts.grant = new Button(qt(row.grantText));
-    parts.grant->setButtonSize(ButtonSize::small);
+    parts.grant = pushButton(qt(row.grantText));
+    setKind(*parts.grant, "small", true);
     connect(parts.grant, &QAbstractButton::clicked, this,
             [this, permission = row.permission] { permissions_.grant(permission); });
     line->addWidget(parts.icon);

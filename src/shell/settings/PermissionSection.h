@@ -7,9 +7,10 @@
 #include <QWidget>
 #include <vector>
 
+class QPushButton;
+
 namespace quorvane {
 
-class Button;
 class IconView;
 class Label;
 
@@ -22,14 +23,14 @@ private:
     struct Line {
         IconView* icon = nullptr;
         Label* state = nullptr;
-        Button* grant = nullptr;
+        QPushButton* grant = nullptr;
     };
     QWidget* addLine(const PermissionRows::Row& row);
     void refresh();
 
     PermissionRows& permissions_;
     std::vector<Line> lines_;
-    Button* again_;
+    QPushButton* again_;
     Subscription changed_;
 };
 

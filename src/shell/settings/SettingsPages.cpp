@@ -1,8 +1,8 @@
 #include "shell/settings/SettingsPages.h"
 
 #include "shell/look/Alert.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Painting.h"
-#include "shell/look/Switch.h"
 #include "shell/look/Typography.h"
 #include "shell/settings/CaptureHealthPage.h"
 #include "shell/settings/CaptureTestSection.h"
@@ -63,7 +63,7 @@ QWidget* SettingsPages::diagnostics(const SettingsSheet::MakeLogSection& makeLog
 QWidget* SettingsPages::performanceReports() {
     const Localization& texts = services_.localization;
     auto* const section = new SettingsSection(qt(texts.text("perf_reports_section_title")));
-    auto* const isOn = new Switch({});
+    auto* const isOn = switchBox({});
     isOn->setChecked(services_.performanceReports.isEnabled());
     connect(isOn, &QAbstractButton::clicked, this, [this](bool on) { services_.setPerformanceReportsEnabled(on); });
     auto* const row = new SettingsRow(qt(texts.text("perf_reports_toggle")), isOn);

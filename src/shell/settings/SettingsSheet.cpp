@@ -1,6 +1,6 @@
 #include "shell/settings/SettingsSheet.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Typography.h"
 #include "shell/settings/SettingsPages.h"
@@ -37,8 +37,8 @@ void open(QWidget& window, AppServices& services, const MakeLogSection& makeLogS
         sheet->scrollToTop();
     }));
     QObject::connect(sheet, &QObject::destroyed, [listening] { listening->reset(); });
-    auto* const cancel = new Button(qt(texts.text("cancel")));
-    auto* const save = new Button(qt(texts.text("save")), ButtonKind::primary);
+    auto* const cancel = pushButton(qt(texts.text("cancel")));
+    auto* const save = pushButton(qt(texts.text("save")), "primary");
     QObject::connect(cancel, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
     QObject::connect(save, &QAbstractButton::clicked, sheet, [sheet, pages] {
         if (pages->save()) sheet->close();

@@ -1,12 +1,10 @@
 #include "shell/settings/TrackingPage.h"
 
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
-#include "shell/look/Switch.h"
 #include "shell/look/Theme.h"
-#include "shell/settings/DayToggle.h"
-#include "shell/settings/SettingsCombo.h"
 #include "shell/settings/SettingsSection.h"
 #include "shell/settings/SettingsWell.h"
 
@@ -21,8 +19,10 @@ constexpr int thresholdWidth = 160;
 constexpr int timeWidth = 66;
 
 /// Two digits each, from 0.
-SettingsCombo* numbers(int count, std::int64_t chosen, const QString& name) {
-    auto* const combo = new SettingsCombo(timeWidth);
+QComboBox* numbers(int count, std::int64_t chosen, const QString& name) {
+    auto* const combo = new QComboBox;
+    combo->setFixedWidth(timeWidth);
+    combo->setMaxVisibleItems(12);
     combo->setAccessibleName(name);
     combo->setStyleSheet(QStringLiteral("QComboBox { padding-right: 4px; }"));  // two digits need no more
     for (int number = 0; number < count; ++number)
@@ -54,7 +54,7 @@ TrackingPage::TrackingPage(SettingsView& settings, const Localization& localizat
 
 QWidget* TrackingPage::idle() {
     auto* const section = new SettingsSection(qt(localization_.text("idle_detection_section_title")));
-    auto* const notice = new Switch({});
+    auto* const notice = switchBox({});
     notice->setChecked(settings_.enableIdleDetection);
     connect(notice, &QAbstractButton::toggled, this, [this](bool isOn) {
         settings_.enableIdleDetection = isOn;
@@ -65,13 +65,13 @@ QWidget* TrackingPage::idle() {
     auto* const threshold = new SettingsRow(qt(localization_.text("idle_threshold_label")), thresholds());
     threshold->setHelp(qt(localization_.text("idle_threshold_help")));
     thresholdRow_ = section->addRow(threshold);
-    auto* const calls = new Switch({});
+    auto* const calls = switchBox({});
     calls->setChecked(settings_.countsCallsAsPresence);
     connect(calls, &QAbstractButton::toggled, this, [this](bool isOn) { settings_.countsCallsAsPresence = isOn; });
     auto* const presence = new SettingsRow(qt(localization_.text("calls_as_presence_toggle")), calls);
     presence->setHelp(qt(localization_.text("calls_as_presence_help")));
     callsRow_ = section->addRow(presence);
-    auto* const offers = new Switch({});
+    auto* const offers = switchBox({});
     offers->setChecked(settings_.offersAbsences);
     connect(offers, &QAbstractButton::toggled, this, [this](bool isOn) { settings_.offersAbsences = isOn; });
     auto* const offer = new SettingsRow(qt(localization_.text("offer_absences_toggle")), offers);
@@ -81,8 +81,9 @@ QWidget* TrackingPage::idle() {
 }
 
 // A stored number that isn't offered stands there as what is chosen, and can't be chosen again.
-SettingsCombo* TrackingPage::thresholds() {
-    auto* const combo = new SettingsCombo(thresholdWidth);
+QComboBox* TrackingPage::thresholds() {
+    auto* const combo = new QComboBox;
+    combo->setFixedWidth(thresholdWidth);
     combo->setAccessibleName(
         qt(localization_.text("idle_threshold_label") + ", " + localization_.text("minutes_picker_label")));
     for (const std::int64_t minutes : SettingsView::idleMinutesOffered)
@@ -99,7 +100,7 @@ SettingsCombo* TrackingPage::thresholds() {
 
 QWidget* TrackingPage::records() {
     auto* const section = new SettingsSection(qt(localization_.text("records_section_title")));
-    auto* const titles = new Switch({});
+    auto* const titles = switchBox({});
     titles->setChecked(settings_.splitsRecordsByTitle);
     connect(titles, &QAbstractButton::toggled, this, [this](bool isOn) {
         settings_.splitsRecordsByTitle = isOn;
@@ -112,7 +113,7 @@ QWidget* TrackingPage::records() {
 
 QWidget* TrackingPage::workHours() {
     auto* const section = new SettingsSection(qt(localization_.text("work_hours_section_title")));
-    auto* const only = new Switch({});
+    auto* const only = switchBox({});
     only->setChecked(settings_.onlyTrackWorkHours);
     connect(only, &QAbstractButton::toggled, this, [this](bool isOn) {
         settings_.onlyTrackWorkHours = isOn;
@@ -128,7 +129,8 @@ QWidget* TrackingPage::days() {
     auto* const toggles = new QWidget;
     auto* const line = flatLine(toggles, 6);
     for (const SettingsView::Weekday& day : settings_.weekdays()) {
-        auto* const toggle = new DayToggle(qt(day.name));
+        auto* const toggle = pushButton(qt(day.name), "toggle");
+        toggle->setCheckable(true);
         toggle->setChecked(settings_.workDays.contains(day.number));
         connect(toggle, &QAbstractButton::toggled, this, [this, number = day.number](bool isOn) {
             settings_.setWorkDay(number, isOn);
@@ -160,7 +162,7 @@ QWidget* TrackingPage::time(const QString& name, std::int64_t& hour, std::int64_
     line->addWidget(hours);
     line->addWidget(new Label(QStringLiteral(":"), TypeRole::body, &Theme::text2));
     line->addWidget(minutes);
-    const auto follow = [this](SettingsCombo* combo, std::int64_t& value) {
+    const auto follow = [this](QComboBox* combo, std::int64_t& value) {
         connect(combo, &QComboBox::currentIndexChanged, this, [this, &value](int index) {
             value = index;
             refresh();

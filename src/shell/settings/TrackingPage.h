@@ -6,11 +6,12 @@
 #include <QWidget>
 #include <cstdint>
 
+class QComboBox;
+
 namespace quorvane {
 
 class IconView;
 class Label;
-class SettingsCombo;
 class SettingsRow;
 class SettingsSection;
 
@@ -21,7 +22,7 @@ public:
 
 private:
     QWidget* idle();
-    SettingsCombo* thresholds();
+    QComboBox* thresholds();
     QWidget* records();
     QWidget* workHours();
     QWidget* days();

@@ -1,7 +1,7 @@
 #include "shell/window/AboutSheet.h"
 
 #include "shell/app/AppServices.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
@@ -29,7 +29,7 @@ Label* centred(const QString& text, TypeRole role, QColor Theme::*color) {
 QWidget* updates(AppServices& services) {
     ZelkorUpdateCommands commands(services.updates, services.localization);
     if (!services.updates.hasFeed()) return centred(qt(commands.text()), TypeRole::labelPlain, &Theme::text2);
-    auto* const check = new Button(qt(commands.text()));
+    auto* const check = pushButton(qt(commands.text()));
     QObject::connect(check, &QAbstractButton::clicked, check, [commands]() mutable { commands.perform(); });
     return check;
 }
@@ -58,7 +58,7 @@ void open(QWidget& window, AppServices& services) {
     body.addSpacing(16);
     body.addWidget(updates(services), 0, Qt::AlignHCenter);
     body.addSpacing(4);
-    auto* const licences = new Button(qt(texts.text("ui_licences_button")), ButtonKind::link);
+    auto* const licences = pushButton(qt(texts.text("ui_licences_button")), "link");
     QObject::connect(licences, &QAbstractButton::clicked, sheet,
                      [&window, &texts] { LicencesSheet::open(window, texts); });
     body.addWidget(licences, 0, Qt::AlignHCenter);

@@ -8,8 +8,8 @@
 #include "shell/chart/MonthView.h"
 #include "shell/chart/ProjectPanel.h"
 #include "shell/chart/WeekView.h"
-#include "shell/look/Button.h"
 #include "shell/look/Card.h"
+#include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
@@ -114,7 +114,7 @@ void ActivityPage::build() {
     parts_->detailsCloseWanted = parts_->details->closeWanted.subscribe([this] { letGo(); });
     parts_->unreadable =
         new EmptyState("warn", qt(services.localization.text("ui_records_unreadable_title")), {}, this);
-    auto* const again = new Button(qt(services.localization.text("ui_try_again")));
+    auto* const again = pushButton(qt(services.localization.text("ui_try_again")));
     connect(again, &QAbstractButton::clicked, this, [this] { parts_->services.activity.refresh(); });
     parts_->unreadable->addButton(again);
     parts_->trackingChanged = services.tracker.isTrackingChanged.subscribe([this](bool) { explainEmptyDay(); });

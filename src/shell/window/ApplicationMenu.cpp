@@ -17,14 +17,14 @@ void fillApplicationMenu(QMenu& menu, MenuBarContentView& menuBar, ZelkorUpdateC
             menu.addSeparator();
             continue;
         }
-        auto* const action = menu.addAction(menuIcon(item.iconName), qt(item.text));
+        auto* const action = menu.addAction(icon(item.iconName), qt(item.text));
         action->setEnabled(item.isEnabled);
         QObject::connect(action, &QAction::triggered, &menu,
                          [&menuBar, wanted = item.action] { menuBar.perform(wanted); });
     }
     ZelkorUpdateCommands commands(updates, localization);
     menu.addSeparator();
-    auto* const check = menu.addAction(menuIcon("refresh"), qt(commands.text()));
+    auto* const check = menu.addAction(icon("refresh"), qt(commands.text()));
     check->setEnabled(commands.isEnabled());
     QObject::connect(check, &QAction::triggered, &menu, [commands]() mutable { commands.perform(); });
 }

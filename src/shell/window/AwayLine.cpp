@@ -3,7 +3,7 @@
 #include "base/DateText.h"
 #include "base/TimeText.h"
 #include "shell/look/AccessibleRole.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -18,7 +18,7 @@ namespace quorvane {
 AwayLine::AwayLine(AbsenceOffer& offer, const Localization& localization, QWidget* parent)
     : Card(parent), offer_(offer), localization_(localization), title_(new Label({}, TypeRole::label, &Theme::text)),
       text_(new Label({}, TypeRole::caption, &Theme::text2)),
-      leave_(new Button(qt(localization.text("gap_leave_empty")))) {
+      leave_(pushButton(qt(localization.text("gap_leave_empty")))) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(Metrics::cardPadding, 12, 12, 14);
     column->setSpacing(10);
@@ -31,19 +31,18 @@ AwayLine::AwayLine(AbsenceOffer& offer, const Localization& localization, QWidge
     words->addWidget(text_);
     text_->setWordWrap(true);
     head->addLayout(words, 1);
-    auto* const close =
-        Button::withIcon(QStringLiteral("close"), qt(localization.text("close")), ButtonKind::ghost, ButtonSize::small);
+    auto* const close = iconButton(QStringLiteral("close"), qt(localization.text("close")), "ghost small");
     head->addWidget(close, 0, Qt::AlignTop);
     column->addLayout(head);
     auto* const answers = new QHBoxLayout;
     answers->setSpacing(8);
-    auto* const assign = new Button(qt(localization.text("gap_assign")), ButtonKind::primary);
+    auto* const assign = pushButton(qt(localization.text("gap_assign")), "primary");
     answers->addStretch(1);
     answers->addWidget(leave_);
     answers->addWidget(assign);
     column->addLayout(answers);
-    for (Button* const button : {leave_, assign, close}) {
-        button->setButtonSize(ButtonSize::small);
+    for (QPushButton* const button : {leave_, assign, close}) {
+        setKind(*button, "small", true);
         button->setFocusPolicy(Qt::TabFocus);  // a click leaves the focus where it was
     }
     connect(assign, &QAbstractButton::clicked, this, [this] { offer_.assign(); });

@@ -4,9 +4,10 @@
 #include "shell/look/Card.h"
 #include "shell/state/AbsenceOffer.h"
 
+class QPushButton;
+
 namespace quorvane {
 
-class Button;
 class Label;
 
 /// Says over the timeline what an `AbsenceOffer` has to say, with its answers. It never takes the focus; Tab leads to
@@ -29,7 +30,7 @@ private:
     std::optional<AbsenceOffer::Content> shown_;
     Label* title_;
     Label* text_;
-    Button* leave_;
+    QPushButton* leave_;
 };
 
 }  // namespace quorvane

@@ -2,7 +2,7 @@
 
 #include "shell/app/AppServices.h"
 #include "shell/look/Alert.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
@@ -29,9 +29,9 @@ public:
         : Sheet(window, CloudKitSyncView::title, sheetWidth), window_(window), services_(services),
           state_(services.cloudKitSyncService, services.context, services.runLoop, services.localization),
           status_(new SyncStatusWell), problem_(new SyncProblemWell),
-          fullSync_(makeButton(CloudKitSyncView::performFullSyncTitle, "refresh", ButtonKind::secondary,
+          fullSync_(makeButton(CloudKitSyncView::performFullSyncTitle, "refresh", "plain",
                                &CloudKitSyncView::performFullSync)),
-          syncRecords_(makeButton(CloudKitSyncView::syncActivityRecordsTitle, "cloud", ButtonKind::primary,
+          syncRecords_(makeButton(CloudKitSyncView::syncActivityRecordsTitle, "cloud", "primary",
                                   &CloudKitSyncView::syncActivityRecords)) {
         body().setSpacing(gap);
         body().addWidget(status_);
@@ -45,9 +45,9 @@ public:
     }
 
 private:
-    Button* makeButton(const char* text, const char* iconName, ButtonKind kind, void (CloudKitSyncView::*act)()) {
-        auto* const button = new Button(QString::fromUtf8(text), kind);
-        button->setIconName(QString::fromLatin1(iconName));
+    QPushButton* makeButton(const char* text, const char* iconName, const char* kind, void (CloudKitSyncView::*act)()) {
+        auto* const button = pushButton(QString::fromUtf8(text), kind);
+        button->setIcon(icon(QString::fromLatin1(iconName)));
         connect(button, &QAbstractButton::clicked, this, [this, button, act] {
             pressed_ = button;
             (state_.*act)();
@@ -94,7 +94,7 @@ private:
 
     /// A button that is disabled while it works loses the focus.
     void giveFocusBack() {
-        QPointer<Button> button = std::exchange(pressed_, nullptr);
+        QPointer<QPushButton> button = std::exchange(pressed_, nullptr);
         if (button) button->setFocus(Qt::OtherFocusReason);
     }
 
@@ -112,9 +112,9 @@ private:
     CloudKitSyncView state_;
     SyncStatusWell* status_;
     SyncProblemWell* problem_;
-    Button* fullSync_;
-    Button* syncRecords_;
-    QPointer<Button> pressed_;  ///< while what it began is under way
+    QPushButton* fullSync_;
+    QPushButton* syncRecords_;
+    QPointer<QPushButton> pressed_;  ///< while what it began is under way
     Subscription changed_;
     Subscription closed_;
 };

@@ -1,8 +1,7 @@
 #include "shell/window/DateHeader.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
-#include "shell/look/SegmentedControl.h"
 #include "shell/look/Theme.h"
 
 #include <QAccessible>
@@ -36,7 +35,7 @@ StepNames stepNames(TimelineViewMode mode) {
     return {"a11y_previous_day", "a11y_next_day"};
 }
 
-void name(Button& button, const QString& text) {
+void name(QPushButton& button, const QString& text) {
     button.setAccessibleName(text);
     button.setToolTip(text);
 }
@@ -57,11 +56,11 @@ DateHeader::DateHeader(DayTimelineChart& chart, platform::RunLoop& runLoop, cons
 }
 
 void DateHeader::buildDates(QHBoxLayout& row) {
-    back_ = Button::withIcon("left", {}, ButtonKind::secondary);
+    back_ = iconButton("left", {}, "plain");
     date_ = new Label({}, TypeRole::head, &Theme::text);
     date_->setAlignment(Qt::AlignCenter);
-    forward_ = Button::withIcon("right", {}, ButtonKind::secondary);
-    today_ = new Button(qt(localization_.text("ui_today")), ButtonKind::ghost);
+    forward_ = iconButton("right", {}, "plain");
+    today_ = pushButton(qt(localization_.text("ui_today")), "ghost");
     connect(back_, &QAbstractButton::clicked, this, [this] { chart_.stepDate(-1); });
     connect(forward_, &QAbstractButton::clicked, this, [this] { chart_.stepDate(1); });
     connect(today_, &QAbstractButton::clicked, this, [this] { goToToday(); });
@@ -75,11 +74,12 @@ void DateHeader::buildModes(QHBoxLayout& row) {
     for (const auto mode : modes)
         texts << qt(label(mode, localization_));
     const QString title = qt(localization_.text("view_mode"));
-    modes_ = new SegmentedControl(texts, title);
+    modes_ = segments(texts, title);
     modesCompact_ = new QComboBox;
     modesCompact_->addItems(texts);
     modesCompact_->setAccessibleName(title);
-    modeChosen_ = modes_->chosen.subscribe([this](int index) { setMode(modes.at(static_cast<std::size_t>(index))); });
+    connect(modes_, &QTabBar::currentChanged, this,
+            [this](int index) { setMode(modes.at(static_cast<std::size_t>(index))); });
     connect(modesCompact_, &QComboBox::activated, this,
             [this](int index) { setMode(modes.at(static_cast<std::size_t>(index))); });
     row.addWidget(modes_);
@@ -87,10 +87,10 @@ void DateHeader::buildModes(QHBoxLayout& row) {
 }
 
 void DateHeader::buildZoom(QHBoxLayout& row) {
-    zoomOut_ = Button::withIcon("minus", qt(localization_.text("a11y_zoom_out")), ButtonKind::secondary);
+    zoomOut_ = iconButton("minus", qt(localization_.text("a11y_zoom_out")), "plain");
     zoomValue_ = new Label({}, TypeRole::body, &Theme::text2);
     zoomValue_->setAlignment(Qt::AlignCenter);
-    zoomIn_ = Button::withIcon("plus", qt(localization_.text("a11y_zoom_in")), ButtonKind::secondary);
+    zoomIn_ = iconButton("plus", qt(localization_.text("a11y_zoom_in")), "plain");
     connect(zoomOut_, &QAbstractButton::clicked, this, [this] { chart_.zoomOut(); });
     connect(zoomIn_, &QAbstractButton::clicked, this, [this] { chart_.zoomIn(); });
     for (QWidget* const part :
@@ -112,7 +112,7 @@ void DateHeader::showState() {
     name(*back_, qt(localization_.text(names.back)));
     name(*forward_, qt(localization_.text(names.forward)));
     date_->setText(isolated(qt(chart_.dateLabel())));
-    modes_->setCurrent(indexOf(mode));
+    modes_->setCurrentIndex(indexOf(mode));
     modesCompact_->setCurrentIndex(indexOf(mode));
     const auto height = static_cast<std::int64_t>(chart_.hourHeight());
     zoomValue_->setText(isolated(QString::number(height) + "px"));
@@ -133,10 +133,8 @@ void DateHeader::adaptTo(int width) {
     const auto density = headerDensity(width);
     const bool isRegular = density == HeaderDensity::regular;
     const bool isMinimal = density == HeaderDensity::minimal;
-    const auto size = isRegular ? ButtonSize::regular : ButtonSize::small;
-    for (Button* const button : {back_, forward_, today_, zoomOut_, zoomIn_})
-        button->setButtonSize(size);
-    modes_->setCompact(!isRegular);
+    for (QWidget* const control : std::initializer_list<QWidget*>{back_, forward_, today_, zoomOut_, zoomIn_, modes_})
+        setKind(*control, "small", !isRegular);
     modes_->setVisible(!isMinimal);
     modesCompact_->setVisible(isMinimal);
     today_->setVisible(!isMinimal);

@@ -8,12 +8,12 @@
 
 class QComboBox;
 class QHBoxLayout;
+class QPushButton;
+class QTabBar;
 
 namespace quorvane {
 
-class Button;
 class Label;
-class SegmentedControl;
 
 /// What stands over the timeline: which time, which mode, and how high the hours are.
 class DateHeader : public QWidget {
@@ -37,16 +37,15 @@ private:
     DayTimelineChart& chart_;
     platform::RunLoop& runLoop_;
     const Localization& localization_;
-    Button* back_ = nullptr;
+    QPushButton* back_ = nullptr;
     Label* date_ = nullptr;
-    Button* forward_ = nullptr;
-    Button* today_ = nullptr;
-    SegmentedControl* modes_ = nullptr;
+    QPushButton* forward_ = nullptr;
+    QPushButton* today_ = nullptr;
+    QTabBar* modes_ = nullptr;
     QComboBox* modesCompact_ = nullptr;
-    Button* zoomOut_ = nullptr;
+    QPushButton* zoomOut_ = nullptr;
     Label* zoomValue_ = nullptr;
-    Button* zoomIn_ = nullptr;
-    Subscription modeChosen_;
+    QPushButton* zoomIn_ = nullptr;
     Subscription chartChanged_;
 };
 

@@ -2,7 +2,7 @@
 
 #include "base/DateText.h"
 #include "shell/app/RecordingColor.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
@@ -29,8 +29,7 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
       application_(new Label({}, TypeRole::caption, &Theme::text2, this)),
       since_(new Label({}, TypeRole::caption, &Theme::text2, this)), health_(new QWidget(this)),
       missing_(new Label({}, TypeRole::caption, &Theme::warn)),
-      fix_(new Button(qt(localization.text("health_fix")), ButtonKind::link)),
-      toggle_(Button::withIcon("pause", {}, ButtonKind::secondary, ButtonSize::small, this)) {
+      fix_(pushButton(qt(localization.text("health_fix")), "link")), toggle_(iconButton("pause", {}, "small", this)) {
     application_->setElided(true);
     auto* const column = new QVBoxLayout(this);
     column->setSpacing(1);
@@ -44,7 +43,7 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     line->setContentsMargins(0, 4, 0, 0);
     line->addWidget(missing_, 1);
     missing_->setElided(true);
-    fix_->setButtonSize(ButtonSize::small);
+    setKind(*fix_, "small", true);
     line->addWidget(fix_);
     column->addWidget(health_);
     connect(fix_, &QAbstractButton::clicked, this, [this] { healthWanted.send(); });
@@ -63,7 +62,7 @@ void RecordingCard::setRail(bool isRail) {
     isRail_ = isRail;
     for (Label* const label : {state_, application_, since_})
         label->setVisible(!isRail);
-    toggle_->setKind(isRail ? ButtonKind::ghost : ButtonKind::secondary);
+    setKind(*toggle_, isRail ? "ghost small" : "small");
     layout()->setContentsMargins(isRail                                 ? QMargins(6, 6, 6, 6)
                                  : layoutDirection() == Qt::RightToLeft ? QMargins(11, 10, 29, 9)
                                                                         : QMargins(13, 10, 11, 9));
@@ -87,7 +86,7 @@ void RecordingCard::showState() {
     state_->setText(qt(recordingTitle(state, localization_)));
     const QString action = qt(isTracking ? localization_.text("menu_bar_pause_recording")
                                          : localization_.text("menu_bar_start_recording"));
-    toggle_->setIconName(isTracking ? "pause" : "record");
+    toggle_->setIcon(icon(isTracking ? "pause" : "record"));
     toggle_->setAccessibleName(action);
     toggle_->setToolTip(action);
     if (state == RecordingState::blind)

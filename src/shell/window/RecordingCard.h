@@ -10,10 +10,10 @@
 #include <QWidget>
 
 class QBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class Label;
 
 /// Says whether time is recorded, of which application and since when, or why it isn't, and pauses or starts it. It
@@ -47,8 +47,8 @@ private:
     Label* since_;
     QWidget* health_;  ///< what can't be seen, and the way to where it is mended
     Label* missing_;
-    Button* fix_;
-    Button* toggle_;
+    QPushButton* fix_;
+    QPushButton* toggle_;
     bool isShownSoon_ = false;  ///< records change in bursts; they are shown once
     bool isRail_ = false;
     Subscription trackingChanged_;

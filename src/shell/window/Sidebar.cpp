@@ -1,6 +1,6 @@
 #include "shell/window/Sidebar.h"
 
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/window/Mark.h"
@@ -54,9 +54,9 @@ void Sidebar::addSections(QVBoxLayout& column, const Localization& localization)
 }
 
 void Sidebar::addTools(QVBoxLayout& column, const Localization& localization) {
-    auto* const settings = Button::withIcon("settings", qt(localization.text("settings")));
-    auto* const sync = Button::withIcon("cloud", qt(localization.text("ui_sync_title")));
-    auto* const about = Button::withIcon("info", qt(localization.text("about_menu_title")));
+    auto* const settings = iconButton("settings", qt(localization.text("settings")));
+    auto* const sync = iconButton("cloud", qt(localization.text("ui_sync_title")));
+    auto* const about = iconButton("info", qt(localization.text("about_menu_title")));
     connect(settings, &QAbstractButton::clicked, this, [this] { settingsWanted.send(); });
     connect(sync, &QAbstractButton::clicked, this, [this] { cloudSyncWanted.send(); });
     connect(about, &QAbstractButton::clicked, this, [this] { aboutWanted.send(); });

@@ -11,10 +11,10 @@
 
 class QVBoxLayout;
 class QBoxLayout;
+class QPushButton;
 
 namespace quorvane {
 
-class Button;
 class Label;
 class NavigationButton;
 class RecordingCard;

@@ -17,13 +17,13 @@ namespace {
 
 using Availability = CloudKitSyncView::Availability;
 
-ChipTone toneOf(Availability availability) {
+Chip::Tone toneOf(Availability availability) {
     switch (availability) {
-    case Availability::checking: return ChipTone::neutral;
-    case Availability::available: return ChipTone::ok;
-    case Availability::unavailable: return ChipTone::warn;
+    case Availability::checking: return Chip::Tone::neutral;
+    case Availability::available: return Chip::Tone::ok;
+    case Availability::unavailable: return Chip::Tone::warn;
     }
-    return ChipTone::neutral;
+    return Chip::Tone::neutral;
 }
 
 SyncSymbol::State symbolStateOf(const CloudKitSyncView& state) {

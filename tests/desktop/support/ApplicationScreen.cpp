@@ -106,7 +106,7 @@ AccessibleNode ApplicationScreen::part(const std::string& role, const std::strin
 }
 
 std::optional<AccessibleNode> ApplicationScreen::focused() {
-    // The current item of a list or table says that it has the focus, whoever has it.
+    // The current item of a list, a table or a row of tabs says that it has the focus, whoever has it.
     std::optional<AccessibleNode> found;
     std::optional<AccessibleNode> item;
     std::vector<bool> isFocused;  // of the node and those around it, by depth
@@ -116,7 +116,8 @@ std::optional<AccessibleNode> ApplicationScreen::focused() {
         isFocused.push_back(node.isFocused);
         if (!node.isFocused) continue;
         if (node.role == "filler" && found) continue;  // the inside of what has it
-        const bool isItem = node.role == "cell" || node.role == "list item" || node.role == "tree item";
+        const bool isItem =
+            node.role == "cell" || node.role == "list item" || node.role == "tree item" || node.role == "page tab";
         (isItem && !isIn ? item : found) = std::move(node);
     }
     return found ? found : item;

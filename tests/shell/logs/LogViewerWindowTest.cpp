@@ -3,7 +3,7 @@
 #include "shell/logs/LogList.h"
 #include "shell/logs/LogScene.h"
 #include "shell/logs/LogViewSection.h"
-#include "shell/look/Switch.h"
+#include "shell/look/Controls.h"
 #include "shell/support/Offscreen.h"
 #include "support/Matching.h"
 
@@ -49,7 +49,7 @@ TEST_F(LogViewerWindowTest, AFullLogScrollsAndFollowsItsEndUntilItIsToldNotTo) {
     auto& bar = *list.verticalScrollBar();
     EXPECT_EQ(list.shownCount(), 1000U);
     EXPECT_EQ(bar.value(), bar.maximum());
-    auto& follow = widgetBelow<Switch>(window);
+    auto& follow = widgetBelow<QCheckBox>(window);
     follow.click();
     bar.setValue(0);
     fill(1);

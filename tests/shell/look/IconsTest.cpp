@@ -44,10 +44,10 @@ TEST(IconsTest, EveryIconIsDrawnInTheInkAskedFor) {
 
 TEST(IconsTest, AMenusIconFollowsTheTheme) {
     needApplication();
-    const QIcon icon = menuIcon(QStringLiteral("trash"));
+    const QIcon trash = icon(QStringLiteral("trash"));
     for (const Theme& each : {Theme::light(), Theme::dark()}) {
         applyTheme(each);
-        EXPECT_EQ(solidColors(icon.pixmap(96, 96)).count(each.text.rgb()), 1U);
+        EXPECT_EQ(solidColors(trash.pixmap(96, 96)).count(each.text.rgb()), 1U);
     }
 }
 

@@ -1,7 +1,7 @@
 #include "shell/look/Sheet.h"
 
 #include "shell/look/Alert.h"
-#include "shell/look/Button.h"
+#include "shell/look/Controls.h"
 #include "shell/look/LookScene.h"
 
 #include <QAccessible>
@@ -28,11 +28,11 @@ protected:
         QObject::connect(save, &QAbstractButton::clicked, save, [this] { log += "saved;"; });
     }
 
-    Button* opener = new Button(QStringLiteral("Open"), ButtonKind::secondary, &window);
+    QPushButton* opener = pushButton(QStringLiteral("Open"), "plain", &window);
     QPointer<Sheet> sheet = new Sheet(window, QStringLiteral("Title"), 460);
     QLineEdit* field = new QLineEdit;
-    Button* cancel = new Button(QStringLiteral("Cancel"));
-    Button* save = new Button(QStringLiteral("Save"), ButtonKind::primary);
+    QPushButton* cancel = pushButton(QStringLiteral("Cancel"));
+    QPushButton* save = pushButton(QStringLiteral("Save"), "primary");
     std::string log;
     Subscription closing;
 };

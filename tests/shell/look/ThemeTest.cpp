@@ -1,9 +1,6 @@
 #include "shell/look/Theme.h"
 #include "shell/look/LookScene.h"
-#include "shell/look/StyleSheet.h"
 
-#include <QFile>
-#include <QRegularExpression>
 #include <utility>
 
 namespace quorvane {
@@ -60,21 +57,6 @@ TEST(ThemeTest, InkIsWhiteOnlyWhereItCanBeRead) {
                                             {0xFFD60A, Qt::black}};
     for (const auto& [ground, ink] : rows)
         EXPECT_EQ(inkOn(QColor::fromRgb(ground)), ink) << std::hex << ground;
-}
-
-TEST(ThemeTest, TheStyleSheetNamesOnlyPicturesThatExistAndLeavesNoPlaceOpen) {
-    needApplication();
-    for (const NamedTheme& row : themes) {
-        SCOPED_TRACE(row.name);
-        const QString sheet = styleSheet(row.theme);
-        EXPECT_FALSE(sheet.contains(QLatin1Char('@')));
-        auto pictures = QRegularExpression(QStringLiteral("url\\((.*?)\\)")).globalMatch(sheet);
-        EXPECT_TRUE(pictures.hasNext());
-        while (pictures.hasNext()) {
-            const QString path = pictures.next().captured(1);
-            EXPECT_TRUE(QFile::exists(path)) << qPrintable(path);
-        }
-    }
 }
 
 }  // namespace

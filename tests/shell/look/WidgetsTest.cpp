@@ -1,86 +1,31 @@
-#include "shell/look/Button.h"
 #include "shell/look/Chip.h"
+#include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Label.h"
 #include "shell/look/LookScene.h"
 #include "shell/look/Painting.h"
-#include "shell/look/SegmentedControl.h"
-#include "shell/look/Switch.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
 #include "support/Matching.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QButtonGroup>
 #include <QMouseEvent>
+#include <QSpinBox>
+#include <QWheelEvent>
 #include <vector>
 
 namespace quorvane {
 namespace {
 
-class SegmentedControlTest : public LookTest {
-protected:
-    SegmentedControlTest() {
-        control->show();
-        control->setFocus();
-        listening = control->chosen.subscribe([this](int index) { chosen.push_back(index); });
-    }
-
-    SegmentedControl* control = new SegmentedControl(
-        {QStringLiteral("Day"), QStringLiteral("Week"), QStringLiteral("Month")}, QStringLiteral("View"), &window);
-    std::vector<int> chosen;
-    Subscription listening;
-};
-
-TEST_F(SegmentedControlTest, ArrowsMoveTheChoiceAsItIsSeen) {
-    struct Row {
-        const char* name;
-        Qt::LayoutDirection direction;
-        std::vector<Qt::Key> keys;
-        std::vector<int> chosen;
-    };
-    const Row rows[] = {
-        {"left to right", Qt::LeftToRight, {Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left}, {1, 2, 1}},
-        {"right to left", Qt::RightToLeft, {Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Right}, {1, 2, 1}},
-        {"ends", Qt::RightToLeft, {Qt::Key_End, Qt::Key_Home, Qt::Key_Down, Qt::Key_Up}, {2, 0, 1, 0}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        control->setCurrent(0);
-        control->setLayoutDirection(row.direction);
-        chosen.clear();
-        for (const Qt::Key key : row.keys)
-            press(key);
-        EXPECT_EQ(chosen, row.chosen);
-    }
-}
-
-TEST_F(SegmentedControlTest, ItsSegmentsFillItAndAreRadioButtons) {
-    control->resize(301, 32);
-    const auto* list = QAccessible::queryAccessibleInterface(control);
-    ASSERT_EQ(list->childCount(), 3);
-    EXPECT_EQ(control->segment(0).left(), 3);
-    EXPECT_EQ(control->segment(1).left(), control->segment(0).right() + 1);
-    EXPECT_EQ(control->segment(2).right(), 297);
-    auto* month = list->child(2);
-    EXPECT_EQ(month->role(), QAccessible::RadioButton);
-    EXPECT_EQ(month->text(QAccessible::Name), QStringLiteral("Month"));
-    month->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_THAT(chosen, ElementsAre(2));
-    EXPECT_TRUE(month->state().checked);
-    EXPECT_EQ(list->indexOfChild(month), 2);
-}
-
-TEST_F(LookTest, SwitchesAndChipsSayWhatTheyAre) {
-    Switch toggle(QStringLiteral("On"));
-    ChoiceChip alone(QStringLiteral("Tag"));
-    ChoiceChip grouped(QStringLiteral("Work"));
-    QButtonGroup group;
-    group.addButton(&grouped);
+TEST_F(LookTest, ChoicesSayWhatTheyAre) {
+    auto* grouped = choiceChip(QStringLiteral("Work"), false, &window);
+    grouped->setAutoExclusive(true);
     const std::pair<QAbstractButton*, QAccessible::Role> rows[] = {
-        {&toggle, QAccessible::CheckBox}, {&alone, QAccessible::CheckBox}, {&grouped, QAccessible::RadioButton}};
+        {switchBox(QStringLiteral("On"), &window), QAccessible::CheckBox},
+        {choiceChip(QStringLiteral("Tag"), false, &window), QAccessible::CheckBox},
+        {grouped, QAccessible::RadioButton}};
     for (const auto& [button, role] : rows) {
         auto* interface = QAccessible::queryAccessibleInterface(button);
         EXPECT_EQ(interface->role(), role);
@@ -88,6 +33,21 @@ TEST_F(LookTest, SwitchesAndChipsSayWhatTheyAre) {
         interface->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
         EXPECT_TRUE(interface->state().checked);
     }
+}
+
+TEST_F(LookTest, TheWheelTurnsOverFieldsAndChangesOnlyTheOneInUse) {
+    QSpinBox field(&window);
+    field.setValue(5);
+    field.show();
+    const auto turn = [&] {
+        QWheelEvent event({5, 5}, field.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&field, &event);
+        return field.value();
+    };
+    EXPECT_EQ(turn(), 5);
+    field.setFocus();
+    EXPECT_EQ(turn(), 6);
 }
 
 TEST_F(LookTest, AFlowBreaksLinesAsWordsDoAndMirrors) {
@@ -116,10 +76,10 @@ TEST_F(LookTest, AFieldsErrorIsItsDescriptionAndHidesTheHint) {
     field.setHint(QStringLiteral("Seen by the client"));
     field.setError(QStringLiteral("It is empty"));
     EXPECT_EQ(field.edit().accessibleDescription(), QStringLiteral("It is empty"));
-    EXPECT_TRUE(field.edit().property("error").toBool());
+    EXPECT_TRUE(isKind(&field.edit(), "error"));
     field.setError(QString());
     EXPECT_EQ(field.edit().accessibleDescription(), QStringLiteral("Seen by the client"));
-    EXPECT_FALSE(field.edit().property("error").toBool());
+    EXPECT_FALSE(isKind(&field.edit(), "error"));
 }
 
 TEST_F(LookTest, AnEmptyStateInTheMakingIsNoWindowThatTakesTheFocus) {
@@ -152,7 +112,7 @@ TEST_F(LookTest, AnElidedLabelKeepsItsWholeTextForThoseWhoAsk) {
 }
 
 TEST_F(LookTest, TheRingShowsAfterAKeyAndGoesWithThePointer) {
-    auto* button = new Button(QStringLiteral("Press"), ButtonKind::secondary, &window);
+    auto* button = pushButton(QStringLiteral("Press"), "plain", &window);
     button->show();
     button->setFocus();
     press(Qt::Key_Tab);
@@ -165,11 +125,11 @@ TEST_F(LookTest, TheRingShowsAfterAKeyAndGoesWithThePointer) {
 }
 
 TEST_F(LookTest, EnterPressesAButtonAsSpaceDoes) {
-    Button button(QStringLiteral("Press"), ButtonKind::secondary, &window);
-    button.show();
-    button.setFocus();
+    auto* button = pushButton(QStringLiteral("Press"), "", &window);
+    button->show();
+    button->setFocus();
     int clicks = 0;
-    QObject::connect(&button, &QAbstractButton::clicked, &button, [&] { ++clicks; });
+    QObject::connect(button, &QAbstractButton::clicked, button, [&] { ++clicks; });
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
         press(key);
     EXPECT_EQ(clicks, 3);
