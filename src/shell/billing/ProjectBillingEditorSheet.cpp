@@ -155,27 +155,15 @@ private:
     std::unique_ptr<ProjectBillingEditor> editor_;
 };
 
-/// Ends the editing when it has closed, before anybody else hears of that.
-class EditorSheet : public Sheet {
-public:
-    EditorSheet(QWidget& window, const QString& title) : Sheet(window, title, sheetWidth) { hideCloseButton(); }
-
-    void end(Form& form) {
-        ended_ = closed.subscribe([&form] { form.done(); });
-    }
-
-private:
-    Subscription ended_;
-};
-
 }  // namespace
 
 Sheet& open(QWidget& window, std::unique_ptr<ProjectBillingEditor> editor, const std::optional<Figures>& figures,
             const Localization& localization) {
-    auto* const sheet = new EditorSheet(window, qt(localization.text("project_billing_settings")));
+    auto* const sheet = new Sheet(window, qt(localization.text("project_billing_settings")), sheetWidth);
+    sheet->hideCloseButton();
     auto* const form = new Form(std::move(editor), figures, localization);
     sheet->body().addWidget(form);
-    sheet->end(*form);
+    QObject::connect(sheet, &QDialog::finished, form, [form] { form->done(); });
     auto* const done = pushButton(qt(localization.text("done")), "primary");
     QObject::connect(done, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
     sheet->addToFootStart(new QWidget);  // keeps the button at the end

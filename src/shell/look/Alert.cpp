@@ -11,8 +11,6 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <memory>
-#include <optional>
 
 namespace quorvane {
 namespace {
@@ -79,25 +77,19 @@ void Alert::show(QWidget& window, const Content& content) {
     addWords(sheet->body(), content);
 
     // What was chosen is done after the sheet has closed, so that it may open the next one.
-    const auto chosen = std::make_shared<std::size_t>(content.choices.empty() ? 0 : content.choices.size() - 1);
-    QPushButton* primary = nullptr;
-    QPushButton* first = nullptr;
+    QPushButton* preferred = nullptr;
     for (std::size_t index = 0; index < content.choices.size(); ++index) {
         auto* button = pushButton(content.choices[index].text, kindOf(content.choices, index));
-        QObject::connect(button, &QAbstractButton::clicked, sheet, [sheet, chosen, index] {
-            *chosen = index;
-            sheet->close();
-        });
+        QObject::connect(button, &QAbstractButton::clicked, sheet,
+                         [sheet, index] { sheet->done(static_cast<int>(index) + 1); });
         sheet->addAction(button);
-        if (first == nullptr) first = button;
-        if (content.choices[index].isPrimary) primary = button;
+        if (preferred == nullptr || content.choices[index].isPrimary) preferred = button;
     }
-    if (first != nullptr) sheet->setPrimary(primary == nullptr ? first : primary);
-    auto listening = std::make_shared<Subscription>();
-    *listening = sheet->closed.subscribe([choices = content.choices, chosen] {
-        if (*chosen < choices.size() && choices[*chosen].act) choices[*chosen].act();
+    if (preferred != nullptr) preferred->setDefault(true);
+    QObject::connect(sheet, &QDialog::finished, sheet, [choices = content.choices](int result) {
+        const auto chosen = result == QDialog::Rejected ? choices.size() : static_cast<std::size_t>(result);
+        if (chosen >= 1 && choices[chosen - 1].act) choices[chosen - 1].act();
     });
-    QObject::connect(sheet, &QObject::destroyed, [listening] { listening->reset(); });
     sheet->open();
     if (!QAccessible::isActive()) return;
     QAccessibleEvent event(sheet, QAccessible::Alert);

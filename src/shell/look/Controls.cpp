@@ -5,6 +5,7 @@ namespace quorvane {
 QPushButton* pushButton(const QString& text, const char* kind, QWidget* parent) {
     auto* button = new QPushButton(text, parent);
     button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    button->setAutoDefault(false);  // Enter presses what has the focus, or the default of a sheet
     setKind(*button, kind);
     return button;
 }

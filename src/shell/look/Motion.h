@@ -9,8 +9,6 @@ namespace Motion {
 inline constexpr std::chrono::milliseconds press{80};
 inline constexpr std::chrono::milliseconds thumb{120};
 inline constexpr std::chrono::milliseconds sheetIn{160};
-inline constexpr std::chrono::milliseconds sheetOut{120};
-inline constexpr std::chrono::milliseconds toast{160};
 inline constexpr std::chrono::milliseconds panel{180};
 inline constexpr std::chrono::milliseconds spinnerDelay{300};
 inline constexpr std::chrono::milliseconds toastStay{4000};

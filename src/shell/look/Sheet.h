@@ -1,22 +1,24 @@
 #pragma once
 
-#include "base/Signal.h"
-
+#include <QDialog>
 #include <QPointer>
 #include <QString>
-#include <QWidget>
-#include <memory>
 
-class QPushButton;
-class QVBoxLayout;
+class QBoxLayout;
 class QHBoxLayout;
+class QPushButton;
+class QScrollArea;
+class QVBoxLayout;
 
 namespace quorvane {
 
-/// A modal panel over a window: a child that covers it with the scrim. The focus stays inside and goes back to where it
-/// came from; Esc closes; Enter presses the primary button outside of text. A click beside it does nothing. It is never
-/// larger than the window less 24 on each side; its body scrolls then.
-class Sheet : public QWidget {
+class Label;
+
+/// A dialog over its window: a child that covers it with the scrim. The focus stays inside and goes back to where it
+/// came from; Esc closes; Enter presses the default button outside of text. A click beside it does nothing, and the
+/// window's shortcuts rest. Its panel is never larger than the window less 24 on each side; the body scrolls then.
+/// It deletes itself after `finished`, at which the focus is back already.
+class Sheet : public QDialog {
 public:
     /// `window` is a top-level widget. `width` and, unless 0, `height` are what the panel would like to have.
     Sheet(QWidget& window, const QString& title, int width, int height = 0);
@@ -26,28 +28,24 @@ public:
     void setSubtitle(const QString& subtitle);
     /// Takes the close button from the head; Esc still closes.
     void hideCloseButton();
-    /// A control or a note at the end of the head, before the close button.
-    void addToHead(QWidget* widget);
-    [[nodiscard]] QVBoxLayout& body();
-    /// What chooses between pages of the body, under the title; the body is the window's ground then, for cards.
-    void setTabs(QWidget* tabs);
-    /// Shows the body from its beginning.
-    void scrollToTop();
     /// Without title and close button, for alerts; the title stays the accessible name.
     void hideHead();
-    /// The foot: what stands at its start, then buttons from the end. The last one added is the primary.
+    /// A control or a note at the end of the head, before the close button.
+    void addToHead(QWidget* widget);
+    /// What chooses between pages of the body, under the title; the body is the window's ground then, for cards.
+    void setTabs(QWidget* tabs);
+    [[nodiscard]] QVBoxLayout& body() { return *body_; }
+    /// Shows the body from its beginning.
+    void scrollToTop();
+
+    /// The foot: what stands at its start, then buttons from the end. The last one added is the default.
     void addToFootStart(QWidget* widget);
     void addAction(QPushButton* button);
-    /// Enter presses this one instead of the last.
-    void setPrimary(QPushButton* button);
     /// Instead of a foot with the buttons at its end: stacked at full width, as alerts have them.
     void stackActions();
 
-    void open();
-    void close();  ///< the focus goes back at once; deletes itself later
-
-    /// It has closed, in whatever way; the focus is back already.
-    Signal<> closed;
+    void open() override;
+    void done(int result) override;
 
     [[nodiscard]] QRect panel() const;
 
@@ -59,13 +57,34 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void buildHead(const QString& title);
+    void buildBody();
+    void buildFoot();
+    void showFoot();
     void relayout();
+    void fadeIn();
     void keepFocus(QWidget* now);
+    [[nodiscard]] int naturalHeight(int width) const;
     [[nodiscard]] QWidget* firstStop();
     [[nodiscard]] bool isTopmost() const;
 
-    struct Parts;
-    std::unique_ptr<Parts> parts_;
+    QWidget& window_;
+    QSize wanted_;
+    QWidget* panel_;
+    QWidget* head_;
+    QHBoxLayout* headLine_ = nullptr;
+    Label* subtitle_ = nullptr;
+    QPushButton* close_ = nullptr;
+    QWidget* tabs_ = nullptr;
+    QScrollArea* scroll_;
+    QVBoxLayout* body_ = nullptr;
+    QWidget* footRule_;
+    QWidget* foot_;
+    QHBoxLayout* footStart_ = nullptr;
+    QBoxLayout* actions_ = nullptr;
+    QPointer<QWidget> opener_;
+    QPointer<QWidget> lastFocus_;
+    bool isOpen_ = false;
 };
 
 }  // namespace quorvane

@@ -1,3 +1,4 @@
+#include "shell/look/AccessibleRole.h"
 #include "shell/look/Alert.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
@@ -6,12 +7,10 @@
 #include "shell/look/Theme.h"
 
 #include <QAccessible>
-#include <QAccessibleWidget>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QTimer>
-#include <QVariantAnimation>
 #include <algorithm>
 
 namespace quorvane {
@@ -20,12 +19,11 @@ namespace {
 constexpr int room = 40;  // for the shadow round the panel
 constexpr int bottomDistance = 24;
 constexpr int windowMargin = 24;
-constexpr int rise = 8;
 
 class ToastView : public QWidget {
 public:
     ToastView(QWidget& window, const QString& title, const QString& message) : QWidget(&window), window_(window) {
-        setAccessibleName(title + QLatin1Char(' ') + message);
+        setAccessibleRole(*this, QAccessible::Notification, title + QLatin1Char(' ') + message);
         auto* icon = new IconView(QStringLiteral("check-circle"), 16, &Theme::ok);
         auto* head = new Label(title, TypeRole::bodyStrong, &Theme::text);
         QFont strong = head->font();
@@ -47,22 +45,9 @@ public:
     }
 
     void appear() {
-        const int duration = Motion::milliseconds(Motion::toast);
-        lift_ = duration == 0 ? 0 : rise;
         place();
         show();
         raise();
-        if (duration == 0) return;
-        auto* animation = new QVariantAnimation(this);
-        animation->setDuration(duration);
-        animation->setEasingCurve(QEasingCurve::OutCubic);
-        animation->setStartValue(static_cast<double>(rise));
-        animation->setEndValue(0.0);
-        connect(animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-            lift_ = value.toInt();
-            place();
-        });
-        animation->start(QAbstractAnimation::DeleteWhenStopped);
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
@@ -84,28 +69,17 @@ private:
     void place() {
         const int most = window_.width() - 2 * windowMargin + 2 * room;
         const QSize size(std::min(sizeHint().width(), most), sizeHint().height());
-        const int y = window_.height() - bottomDistance - size.height() + room + lift_;
+        const int y = window_.height() - bottomDistance - size.height() + room;
         setGeometry(QRect(QPoint((window_.width() - size.width()) / 2, y), size));
     }
 
     QWidget& window_;
     QTimer leave_;
-    int lift_ = 0;
 };
-
-QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
-    auto* toast = dynamic_cast<ToastView*>(object);
-    return toast == nullptr ? nullptr : new QAccessibleWidget(toast, QAccessible::Notification);
-}
 
 }  // namespace
 
 void Toast::show(QWidget& window, const QString& title, const QString& message) {
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(makeInterface);
-        return true;
-    }();
-    static_cast<void>(isInstalled);
     // One at a time: the newer one takes the older one's place.
     for (QObject* child : window.children()) {
         if (auto* older = dynamic_cast<ToastView*>(child)) {

@@ -46,7 +46,7 @@ public:
         addHeadButtons();
         addFoot();
         changed_ = state_.changed.subscribe([this] { follow(); });
-        closed_ = closed.subscribe([this] { state_.close(); });
+        connect(this, &QDialog::finished, this, [this] { state_.close(); });
         timer_.setInterval(frame);
         connect(&timer_, &QTimer::timeout, this, [this] {
             if (!state_.renderNext()) timer_.stop();
@@ -136,7 +136,6 @@ private:
     QPushButton* save_ = nullptr;
     QTimer timer_;
     Subscription changed_;
-    Subscription closed_;
 };
 
 }  // namespace

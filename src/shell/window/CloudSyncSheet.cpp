@@ -39,7 +39,7 @@ public:
         addNote();
         addFoot();
         changed_ = state_.changed.subscribe([this] { follow(); });
-        closed_ = closed.subscribe([this] { changed_.reset(); });
+        connect(this, &QDialog::finished, this, [this] { changed_.reset(); });
         follow();
         state_.appear();
     }
@@ -79,7 +79,7 @@ private:
         line->addWidget(fullSync_, 1);
         line->addWidget(syncRecords_, 1);
         addToFootStart(foot);
-        setPrimary(syncRecords_);
+        syncRecords_->setDefault(true);
     }
 
     void follow() {
@@ -116,7 +116,6 @@ private:
     QPushButton* syncRecords_;
     QPointer<QPushButton> pressed_;  ///< while what it began is under way
     Subscription changed_;
-    Subscription closed_;
 };
 
 }  // namespace

@@ -24,7 +24,7 @@ protected:
         sheet->body().addWidget(field);
         sheet->addAction(cancel);
         sheet->addAction(save);
-        closing = sheet->closed.subscribe([this] { log += "closed;"; });
+        QObject::connect(sheet, &QDialog::finished, sheet, [this] { log += "closed;"; });
         QObject::connect(save, &QAbstractButton::clicked, save, [this] { log += "saved;"; });
     }
 
@@ -34,7 +34,6 @@ protected:
     QPushButton* cancel = pushButton(QStringLiteral("Cancel"));
     QPushButton* save = pushButton(QStringLiteral("Save"), "primary");
     std::string log;
-    Subscription closing;
 };
 
 TEST_F(SheetTest, FocusGoesRoundInsideAndReturnsToTheOpener) {
