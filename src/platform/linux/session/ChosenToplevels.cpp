@@ -1,10 +1,12 @@
 #include "platform/linux/session/ChosenToplevels.h"
 
+#include "base/Environment.h"
 #include "platform/linux/accessibility/AccessibilityToplevels.h"
 #include "platform/linux/gnome/GnomeToplevels.h"
 #include "platform/linux/gnome/MutterIdleSource.h"
 #include "platform/linux/kde/KWinScriptToplevels.h"
 #include "platform/linux/kde/PlasmaToplevels.h"
+#include "platform/linux/wayland/SwayToplevels.h"
 #include "platform/linux/wayland/WlrToplevels.h"
 
 #include <utility>
@@ -60,7 +62,9 @@ void ChosenToplevels::choose() {
 void ChosenToplevels::ask() {
     switch (teller_) {
     case ToplevelTeller::plasma: windows_ = std::make_unique<PlasmaToplevels>(connection_); break;
-    case ToplevelTeller::wlroots: windows_ = std::make_unique<WlrToplevels>(connection_); break;
+    case ToplevelTeller::wlroots:
+        windows_ = std::make_unique<SwayToplevels>(runLoop_, connection_, environment("SWAYSOCK"));
+        break;
     case ToplevelTeller::gnomeExtension: windows_ = std::make_unique<GnomeToplevels>(runLoop_); break;
     case ToplevelTeller::kwinScript: windows_ = std::make_unique<KWinScriptToplevels>(runLoop_); break;
     case ToplevelTeller::accessibility: windows_ = std::make_unique<AccessibilityToplevels>(runLoop_); break;
