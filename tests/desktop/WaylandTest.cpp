@@ -9,6 +9,7 @@
 #include "support/Matching.h"
 
 #include <QJsonObject>
+#include <QStandardPaths>
 #include <csignal>
 
 namespace quorvane::platform {
@@ -160,6 +161,32 @@ TEST(SwayIpcTest, WhatSwayWouldNotSayEndsTheConversation) {
         if (said != closes) close(descriptor);
         std::filesystem::remove(folder / "ipc");
     }
+}
+
+TEST(XWaylandTest, AWindowOfX11IsOneAmongTheOthers) {
+    for (const char* program : {"Xwayland", "xterm"})
+        if (QStandardPaths::findExecutable(program).isEmpty()) GTEST_SKIP() << program << " is not installed";
+    QtRunLoop runLoop;
+    const SwaySession session(true);
+    LinuxDesktop desktop(runLoop);
+    std::vector<std::string> activations;
+    const auto activated = desktop.foreground().observeActivation(
+        [&](const auto& application) { activations.push_back(application->localizedName.value_or("")); });
+    const auto isInFront = [&](const char* title) {
+        return waitUntil([&] { return desktop.foreground().frontmostWindowTitle() == title; }, 10s);
+    };
+    const FootWindow foot(session, "foot", "one");
+    ASSERT_TRUE(isInFront("one"));
+    session.exec("xterm -T two -e sleep 60");
+    ASSERT_TRUE(isInFront("two"));
+    const auto front = desktop.runningApplications().frontmost();
+    EXPECT_EQ(front->bundleIdentifier, "debian-xterm");
+    EXPECT_EQ(contentOf("/proc/" + std::to_string(front->processIdentifier) + "/comm"), "xterm\n");
+    for (const char* title : {"one", "two", "one"}) {
+        session.focusTitled(title);
+        ASSERT_TRUE(isInFront(title));
+    }
+    EXPECT_THAT(activations, ElementsAre("Foot", "XTerm", "Foot", "XTerm", "Foot"));
 }
 
 }  // namespace
