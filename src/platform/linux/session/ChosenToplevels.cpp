@@ -2,6 +2,7 @@
 
 #include "base/Environment.h"
 #include "platform/linux/accessibility/AccessibilityToplevels.h"
+#include "platform/linux/gnome/GnomeExtension.h"
 #include "platform/linux/gnome/GnomeToplevels.h"
 #include "platform/linux/gnome/MutterIdleSource.h"
 #include "platform/linux/kde/KWinScriptToplevels.h"
@@ -98,12 +99,16 @@ void ChosenToplevels::explainPart(Channel& channel) const {
     }
     if (!channel.isAvailable)
         channel.reason = "this compositor tells no application which window is in front, and " + channel.reason;
-    if (names_.isOwned(MutterIdleSource::service)) {
+    if (!names_.isOwned(MutterIdleSource::service)) {
+        if (!PlasmaToplevels::isKWin(connection_)) return;
+        channel.remedy = "Run quorvane-cli desktop install, and start Quorvane anew.";
+        channel.mend = Mend::desktopAid;
+    } else if (GnomeExtension::awaitsLogin()) {
+        channel.obstacle = Obstacle::afterLogin;
+        channel.remedy = "Log out and in again, so that GNOME Shell starts our extension.";
+    } else {
         channel.obstacle = Obstacle::noExtension;
         channel.remedy = "Run quorvane-cli desktop install, then log in again.";
-        channel.mend = Mend::desktopAid;
-    } else if (PlasmaToplevels::isKWin(connection_)) {
-        channel.remedy = "Run quorvane-cli desktop install, and start Quorvane anew.";
         channel.mend = Mend::desktopAid;
     }
 }
