@@ -18,6 +18,7 @@ bool CaptureHealth::isLasting() const {
     case Obstacle::noWindowManager:
     case Obstacle::noBrowser:
     case Obstacle::noExtension:
+    case Obstacle::afterLogin:
     case Obstacle::other: return false;
     }
     return false;

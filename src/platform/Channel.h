@@ -21,6 +21,7 @@ enum class Obstacle : std::uint8_t {
     noWindowManager,
     noBrowser,    ///< none with our extension has connected
     noExtension,  ///< the desktop tells of its windows only to an extension of its own, and ours does not run
+    afterLogin,   ///< what it needs is installed, and begins with the next login
     other
 };
 

@@ -60,8 +60,8 @@ TEST(CaptureHealthTest, WhoSeesOnlySomeApplicationsSaysSoBeforeAllElse) {
 TEST(CaptureHealthTest, OnlyWhatCannotComeByItselfLasts) {
     for (const Obstacle obstacle : {Obstacle::noDisplay, Obstacle::displayRefused, Obstacle::displayGone})
         EXPECT_TRUE(CaptureHealth{.obstacle = obstacle}.isLasting());
-    for (const Obstacle obstacle :
-         {Obstacle::none, Obstacle::wayland, Obstacle::noWindowManager, Obstacle::noExtension, Obstacle::other})
+    for (const Obstacle obstacle : {Obstacle::none, Obstacle::wayland, Obstacle::noWindowManager, Obstacle::noExtension,
+                                    Obstacle::afterLogin, Obstacle::other})
         EXPECT_FALSE(CaptureHealth{.obstacle = obstacle}.isLasting());
 }
 

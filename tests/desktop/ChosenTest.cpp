@@ -55,6 +55,24 @@ TEST_F(ChosenTest, WhoComesToTheBusIsAskedAndWhoLeavesItNoMore) {
     EXPECT_TRUE(waitUntil([&] { return windows.channel().name == "KWin script"; }));
 }
 
+TEST_F(ChosenTest, AnExtensionThatWasInstalledSinceTheLoginWaitsForTheNextOne) {
+    const BusMock mutter("org.gnome.Mutter.IdleMonitor");
+    WaylandConnection connection(&runLoop);
+    BusNames names(runLoop, ChosenToplevels::busNames());
+    const ChosenToplevels windows(runLoop, connection, names, [] { return true; });
+    const auto expect = [&](Obstacle obstacle, Mend mend) {
+        EXPECT_EQ(windows.channel().obstacle, obstacle);
+        EXPECT_EQ(windows.channel().mend, mend);
+    };
+    expect(Obstacle::noExtension, Mend::desktopAid);
+    const auto folder = session.folder() / "data/gnome-shell/extensions/focus@quorvane.com";
+    std::filesystem::create_directories(folder);
+    writeFile(folder / "metadata.json", "{}");
+    expect(Obstacle::afterLogin, Mend::nothing);
+    std::filesystem::last_write_time(folder / "metadata.json", std::filesystem::file_time_type::min());
+    expect(Obstacle::noExtension, Mend::desktopAid);
+}
+
 TEST_F(ChosenTest, WhoTellsOfNoWindowWhileSomebodyIsAtWorkIsSaidToBeSilent) {
     SimulatedRunLoop simulated(at("09:00:00"));
     WaylandConnection connection(&runLoop);

@@ -48,7 +48,7 @@ std::string installDesktopAids() {
     std::string says;
     for (const auto& aid : platform::DesktopAids::here()) {
         if (!says.empty()) says += " ";
-        says += aid.install().says + ".";
+        says += std::string(aid.desktop) + ": " + aid.install().says + ".";
     }
     return says.empty() ? platform::DesktopAids::reasonForNone() : says;
 }

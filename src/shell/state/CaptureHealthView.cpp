@@ -127,6 +127,9 @@ CaptureHealthView::Outcome CaptureHealthView::installAid() {
     Outcome outcome;
     try {
         outcome = {localization_.text("health_mend_done"), installAid_()};
+        if (tracker_.isTracking()) tracker_.tick();  // which looks what can be seen now
+        const bool awaitsLogin = tracker_.captureHealth().obstacle == platform::Obstacle::afterLogin;
+        if (awaitsLogin) outcome.says = explanation();
     } catch (const std::runtime_error& error) {
         outcome = {localization_.text("health_mend_failed"), error.what()};
     }

@@ -68,6 +68,8 @@ CaptureTrouble captureTrouble(const CaptureHealth& health, const Localization& l
                 localization.text("capture_no_window_manager_remedy")};
     case Obstacle::noExtension:
         return {localization.text("capture_no_extension_reason"), localization.text("capture_no_extension_remedy")};
+    case Obstacle::afterLogin:
+        return {localization.text("capture_after_login_reason"), localization.text("capture_after_login_remedy")};
     case Obstacle::noBrowser:
         return {localization.text("capture_no_browser_reason"), localization.text("capture_no_browser_remedy")};
     case Obstacle::none:

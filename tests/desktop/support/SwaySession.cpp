@@ -24,17 +24,21 @@ std::string pipeOf(const SwaySession& session, const std::string& appId) {
     return pipe;
 }
 
+void swaymsg(const std::string& command) {
+    if (run({"swaymsg", command}) != 0) throw std::runtime_error("sway refuses " + command);
+}
+
 }  // namespace
 
-SwaySession::SwaySession() {
+SwaySession::SwaySession(bool hasX11) {
     std::filesystem::permissions(folder_.path(), std::filesystem::perms::all);
     environment_.set("WLR_BACKENDS", "headless");
     environment_.set("WLR_LIBINPUT_NO_DEVICES", "1");
     environment_.set("WLR_RENDERER", "pixman");
     environment_.set("LC_ALL", "C.UTF-8");  // foot starts in no locale that isn't there
     environment_.set("SWAYSOCK", folder_ / "ipc");
-    std::ofstream(folder_ / "sway") << "xwayland disable\noutput HEADLESS-1 resolution 800x600\n"
-                                       "focus_follows_mouse no\n";
+    std::ofstream(folder_ / "sway") << "output HEADLESS-1 resolution 800x600\nfocus_follows_mouse no\nxwayland "
+                                    << (hasX11 ? "enable\n" : "disable\n");
     start();
 }
 
@@ -49,7 +53,15 @@ void SwaySession::start() {
 }
 
 void SwaySession::focus(const std::string& appId) const {
-    if (run({"swaymsg", "[app_id=" + appId + "] focus"}) != 0) throw std::runtime_error("there is no window " + appId);
+    swaymsg("[app_id=" + appId + "] focus");
+}
+
+void SwaySession::exec(const std::string& command) const {
+    swaymsg("exec " + command);
+}
+
+void SwaySession::focusTitled(const std::string& title) const {
+    swaymsg("[title=" + title + "] focus");
 }
 
 FootWindow::FootWindow(const SwaySession& session, const std::string& appId, const std::string& title)

@@ -10,12 +10,17 @@ namespace quorvane {
 /// (foot, wtype).
 class SwaySession final : public CompositorSession {
 public:
-    SwaySession();
+    /// With `hasX11` sway has a place for programs that know no Wayland, if it starts them itself.
+    explicit SwaySession(bool hasX11 = false);
 
     void start() override;
 
+    /// Has sway start a program.
+    void exec(const std::string& command) const;
+
     /// Gives the focus to the window of this application.
     void focus(const std::string& appId) const;
+    void focusTitled(const std::string& title) const;
 };
 
 /// A window in it, with a title that can change.
@@ -23,6 +28,7 @@ class FootWindow {
 public:
     FootWindow(const SwaySession& session, const std::string& appId, const std::string& title);
     void setTitle(const std::string& title) const;
+    [[nodiscard]] pid_t pid() const { return process_.pid(); }
 
 private:
     std::string pipe_;

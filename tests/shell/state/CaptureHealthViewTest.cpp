@@ -50,6 +50,14 @@ TEST_F(CaptureHealthViewTest, FollowsEachChannelAndSaysTheWorstAndWhatMendsIt) {
     EXPECT_THAT(health.rows()[0].answer, testing::StartsWith("a part: some are hidden, since 09:30"));
     EXPECT_EQ(health.rows()[1].answer, "simulated, since 09:00");
     EXPECT_EQ(health.installAid(), (CaptureHealthView::Outcome{"Done", "installed"}));
+    desktop.setForegroundChannel({.question = "front window",
+                                  .name = "a part",
+                                  .isAvailable = true,
+                                  .reason = "some are hidden",
+                                  .gives = Sight::applications,
+                                  .obstacle = Obstacle::afterLogin});
+    EXPECT_THAT(health.installAid().says, testing::EndsWith("with your next login. Log out and in again."));
+    EXPECT_EQ(health.mend(), Mend::nothing);
     fails = true;
     EXPECT_EQ(health.installAid(), (CaptureHealthView::Outcome{"That did not work", "the folder is full"}));
     desktop.setForegroundChannel({.question = "front window", .reason = "gone", .gives = Sight::applications});

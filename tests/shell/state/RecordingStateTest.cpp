@@ -12,7 +12,7 @@ TEST(RecordingStateTest, NobodyIsToldOfARecordingWhileNothingCanBeSeen) {
     const Localization texts[] = {Localization("en"), Localization("zh")};
     for (const Obstacle obstacle :
          {Obstacle::none, Obstacle::wayland, Obstacle::noDisplay, Obstacle::displayRefused, Obstacle::displayGone,
-          Obstacle::noWindowManager, Obstacle::noExtension, Obstacle::other}) {
+          Obstacle::noWindowManager, Obstacle::noExtension, Obstacle::afterLogin, Obstacle::other}) {
         for (const Sight sight : {Sight::nothing, Sight::applications, Sight::titles, Sight::documents, Sight::pages}) {
             CaptureHealth health{.sight = sight, .obstacle = obstacle, .reason = "why", .remedy = "Do this."};
             const bool isBlind = sight == Sight::nothing;

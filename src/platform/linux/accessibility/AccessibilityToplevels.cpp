@@ -17,27 +17,31 @@ const QString launcher = QStringLiteral("org.a11y.Bus");
 
 }  // namespace
 
-AccessibilityToplevels::AccessibilityToplevels(RunLoop& runLoop)
-    : runLoop_(runLoop), untilRetry_(firstRetry),
-      session_(BoundedBusConnection::sessionAddress(), Deadline(patienceForSession)),
-      heard_(session_.observe([this](const QDBusMessage& signal) {
-          if (signal.service() != u"org.freedesktop.DBus" || signal.signature() != u"sss") return;
-          if (signal.arguments().at(0).toString() != launcher) return;
-          untilRetry_ = firstRetry;
-          lose();
-          if (!signal.arguments().at(2).toString().isEmpty()) askForBus();
-      })) {
-    session_.hear("org.freedesktop.DBus", "NameOwnerChanged");
-    session_.listen(BusListener::ownerRule(launcher));
+AccessibilityToplevels::AccessibilityToplevels(RunLoop& runLoop) : runLoop_(runLoop), untilRetry_(firstRetry) {
+    listenToSession();
     askForBus();
 }
 
 AccessibilityToplevels::~AccessibilityToplevels() = default;
 
+/// One that hangs now may answer later.
+void AccessibilityToplevels::listenToSession() {
+    session_ = std::make_unique<BusListener>(BoundedBusConnection::sessionAddress(), Deadline(patienceForSession));
+    heard_ = session_->observe([this](const QDBusMessage& signal) {
+        if (signal.service() != u"org.freedesktop.DBus" || signal.signature() != u"sss") return;
+        if (signal.arguments().at(0).toString() != launcher) return;
+        untilRetry_ = firstRetry;
+        lose();
+        if (!signal.arguments().at(2).toString().isEmpty()) askForBus();
+    });
+    session_->hear("org.freedesktop.DBus", "NameOwnerChanged");
+    session_->listen(BusListener::ownerRule(launcher));
+}
+
 void AccessibilityToplevels::askForBus() {
     const auto question = QDBusMessage::createMethodCall(launcher, QStringLiteral("/org/a11y/bus"), launcher,
                                                          QStringLiteral("GetAddress"));
-    session_.ask(question, patienceForAddress, [this](const QDBusMessage& answer) {
+    session_->ask(question, patienceForAddress, [this](const QDBusMessage& answer) {
         // Nobody there: whoever comes will be asked.
         if (BoundedBusConnection::isAnswer(answer, "s"))
             connect(answer.arguments().at(0).toString());
@@ -62,7 +66,10 @@ void AccessibilityToplevels::connect(const QString& address) {
 void AccessibilityToplevels::lose() {
     windows_.reset();
     settle();
-    retry_ = runLoop_.after(untilRetry_, [this] { askForBus(); });
+    retry_ = runLoop_.after(untilRetry_, [this] {
+        if (!session_->isConnected()) listenToSession();
+        askForBus();
+    });
     untilRetry_ = std::min(untilRetry_ * 2, longestRetry);
 }
 
@@ -87,9 +94,9 @@ Channel AccessibilityToplevels::channel() const {
         return channel;
     }
     channel.obstacle = Obstacle::wayland;
-    channel.reason = !session_.isConnected() ? "no session bus"
-                     : windows_              ? "no application has spoken to assistive technology yet"
-                                             : "no accessibility bus (org.a11y.Bus) runs in the session";
+    channel.reason = !session_->isConnected() ? "no session bus"
+                     : windows_               ? "no application has spoken to assistive technology yet"
+                                              : "no accessibility bus (org.a11y.Bus) runs in the session";
     channel.remedy = "Choose an X11 session at the login screen, often called \"Xorg\" or \"X11\".";
     return channel;
 }

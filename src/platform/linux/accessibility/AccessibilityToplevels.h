@@ -29,6 +29,7 @@ public:
     [[nodiscard]] Channel channel() const override;
 
 private:
+    void listenToSession();
     void askForBus();
     void connect(const QString& address);
     void lose();
@@ -41,7 +42,7 @@ private:
     Signal<> changed_;
     Seconds untilRetry_;
     std::unique_ptr<WorkItem> retry_;
-    BusListener session_;  // dies before what its callers touch
+    std::unique_ptr<BusListener> session_;  // dies before what its callers touch
     Subscription heard_;
 };
 

@@ -176,6 +176,14 @@ Status status() {
     return afterwards(examine);
 }
 
+bool awaitsLogin() {
+    const auto socket = fs::path(environment("XDG_RUNTIME_DIR")) / environment("WAYLAND_DISPLAY");
+    std::error_code error;
+    const auto begin = fs::last_write_time(socket, error);
+    const auto written = error ? begin : fs::last_write_time(usersFolder() / "metadata.json", error);
+    return !error && written > begin;
+}
+
 Status install() {
     return afterwards(installed);
 }

@@ -40,6 +40,10 @@ public:
 /// Throws `Error`, as the others do, where that can't be found out.
 [[nodiscard]] Status status();
 
+/// Was the extension written after this session's shell started, so that the shell doesn't know it? By the dates of
+/// files, at once.
+[[nodiscard]] bool awaitsLogin();
+
 /// Copies the form that fits the shell into the user's folder, unless all users have it or it is there, and turns it
 /// on. A shell that runs sees a new extension only after the next login.
 Status install();

@@ -1,10 +1,13 @@
 #include "platform/linux/session/ChosenToplevels.h"
 
+#include "base/Environment.h"
 #include "platform/linux/accessibility/AccessibilityToplevels.h"
+#include "platform/linux/gnome/GnomeExtension.h"
 #include "platform/linux/gnome/GnomeToplevels.h"
 #include "platform/linux/gnome/MutterIdleSource.h"
 #include "platform/linux/kde/KWinScriptToplevels.h"
 #include "platform/linux/kde/PlasmaToplevels.h"
+#include "platform/linux/wayland/SwayToplevels.h"
 #include "platform/linux/wayland/WlrToplevels.h"
 
 #include <utility>
@@ -60,7 +63,9 @@ void ChosenToplevels::choose() {
 void ChosenToplevels::ask() {
     switch (teller_) {
     case ToplevelTeller::plasma: windows_ = std::make_unique<PlasmaToplevels>(connection_); break;
-    case ToplevelTeller::wlroots: windows_ = std::make_unique<WlrToplevels>(connection_); break;
+    case ToplevelTeller::wlroots:
+        windows_ = std::make_unique<SwayToplevels>(runLoop_, connection_, environment("SWAYSOCK"));
+        break;
     case ToplevelTeller::gnomeExtension: windows_ = std::make_unique<GnomeToplevels>(runLoop_); break;
     case ToplevelTeller::kwinScript: windows_ = std::make_unique<KWinScriptToplevels>(runLoop_); break;
     case ToplevelTeller::accessibility: windows_ = std::make_unique<AccessibilityToplevels>(runLoop_); break;
@@ -94,12 +99,16 @@ void ChosenToplevels::explainPart(Channel& channel) const {
     }
     if (!channel.isAvailable)
         channel.reason = "this compositor tells no application which window is in front, and " + channel.reason;
-    if (names_.isOwned(MutterIdleSource::service)) {
+    if (!names_.isOwned(MutterIdleSource::service)) {
+        if (!PlasmaToplevels::isKWin(connection_)) return;
+        channel.remedy = "Run quorvane-cli desktop install, and start Quorvane anew.";
+        channel.mend = Mend::desktopAid;
+    } else if (GnomeExtension::awaitsLogin()) {
+        channel.obstacle = Obstacle::afterLogin;
+        channel.remedy = "Log out and in again, so that GNOME Shell starts our extension.";
+    } else {
         channel.obstacle = Obstacle::noExtension;
         channel.remedy = "Run quorvane-cli desktop install, then log in again.";
-        channel.mend = Mend::desktopAid;
-    } else if (PlasmaToplevels::isKWin(connection_)) {
-        channel.remedy = "Run quorvane-cli desktop install, and start Quorvane anew.";
         channel.mend = Mend::desktopAid;
     }
 }

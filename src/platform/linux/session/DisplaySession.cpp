@@ -2,13 +2,11 @@
 
 #include "base/Environment.h"
 #include "platform/linux/bus/LogindSession.h"
+#include "platform/linux/process/LocalSocket.h"
 
-#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string_view>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace quorvane::platform {
@@ -21,24 +19,11 @@ std::string socketOf(const std::string& name) {
     return runtimeDirectory.empty() ? std::string() : (std::filesystem::path(runtimeDirectory) / name).string();
 }
 
-/// The process that made the socket at whose other end we are; 0 if nobody tells.
-pid_t peerOf(int descriptor) {
-    ucred peer{};
-    socklen_t size = sizeof peer;
-    return getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 ? peer.pid : 0;
-}
-
 /// The process that listens there. A crashed compositor leaves its socket behind, so only one that lets us in counts.
 std::optional<pid_t> listenerAt(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.empty() || path.size() >= sizeof address.sun_path) return std::nullopt;
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    const int descriptor = LocalSocket::connectTo(path);
     if (descriptor < 0) return std::nullopt;
-    std::optional<pid_t> listener;
-    if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-        listener = peerOf(descriptor);
+    const pid_t listener = LocalSocket::peerOf(descriptor);
     close(descriptor);
     return listener;
 }
@@ -53,7 +38,8 @@ SessionKind kindOf(std::string_view sessionType) {
 bool isBehindCompositor(const X11Connection& x11) {
     const auto compositor = listenerAt(socketOf("wayland-0"));
     if (!compositor) return false;
-    return !x11.isUsable() || (*compositor != 0 && peerOf(xcb_get_file_descriptor(x11.xcb())) == *compositor);
+    return !x11.isUsable() ||
+           (*compositor != 0 && LocalSocket::peerOf(xcb_get_file_descriptor(x11.xcb())) == *compositor);
 }
 
 std::unique_ptr<X11Connection> refusedByWayland() {

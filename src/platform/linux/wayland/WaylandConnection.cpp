@@ -1,5 +1,7 @@
 #include "platform/linux/wayland/WaylandConnection.h"
 
+#include "platform/linux/process/LocalSocket.h"
+
 #include <QSocketNotifier>
 #include <algorithm>
 #include <cerrno>
@@ -129,6 +131,10 @@ bool WaylandConnection::settle() {
 bool WaylandConnection::offers(const std::string& interface, std::uint32_t leastVersion) const {
     const auto global = globals_.find(interface);
     return global != globals_.end() && global->second.version >= leastVersion;
+}
+
+pid_t WaylandConnection::compositor() const {
+    return display_ != nullptr ? LocalSocket::peerOf(wl_display_get_fd(display_)) : 0;
 }
 
 void* WaylandConnection::bindAny(const wl_interface& interface, std::uint32_t mostVersion) {

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <sys/types.h>
 #include <wayland-client.h>
 
 class QSocketNotifier;
@@ -40,6 +41,9 @@ public:
     [[nodiscard]] Object* bind(const wl_interface& interface, std::uint32_t mostVersion) {
         return static_cast<Object*>(bindAny(interface, mostVersion));
     }
+
+    /// The process at the other end; 0 if nobody tells.
+    [[nodiscard]] pid_t compositor() const;
 
     /// Waits until the compositor has answered what was asked so far, 0.3 s at most; false if it hasn't.
     bool settle();
