@@ -54,15 +54,6 @@ std::vector<ActivityCategory> CategoryPickerState::suggestions() const {
     return suggestedCategories(record_->appName().value_or(""));
 }
 
-void CategoryPickerState::toggleTag(const std::string& tag) {
-    if (selectedTags.erase(tag) == 0) selectedTags.insert(tag);
-}
-
-void CategoryPickerState::addTags(std::string_view typed) {
-    for (const std::string& piece : text::split(typed, ','))
-        if (auto tag = text::trimmedWithNewlines(piece); !tag.empty()) selectedTags.insert(std::move(tag));
-}
-
 void CategoryPickerState::save() {
     record_->category = selectedCategory;
     record_->setTagList({selectedTags.begin(), selectedTags.end()});

@@ -27,9 +27,6 @@ public:
     std::set<std::string> selectedTags;
 
     [[nodiscard]] std::vector<ActivityCategory> suggestions() const;
-    void toggleTag(const std::string& tag);
-    /// Selects the tags as typed, separated by commas: a comma can be in no tag.
-    void addTags(std::string_view typed);
 
     /// Writes the choice to the record, remembers it, applies it to the application's records, and dismisses.
     void save();

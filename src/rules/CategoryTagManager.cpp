@@ -87,13 +87,19 @@ void CategoryTagManager::removeCustomCategory(std::string_view name) {
     defaults_.setValue(customCategoriesKey, jsonText(categories));
 }
 
-Texts CategoryTagManager::allCategories() const {
+Texts CategoryTagManager::allCategories(const std::optional<std::string>& chosen) const {
     Texts all;
     for (const auto& [category, name] : RawValues<ActivityCategory>::table)
         all.emplace_back(name);
     for (std::string& name : customCategories())
         all.push_back(std::move(name));
+    if (chosen && std::ranges::find(all, *chosen) == all.end()) all.push_back(*chosen);
     return all;
+}
+
+void CategoryTagManager::addTags(std::set<std::string>& tags, std::string_view typed) {
+    for (const std::string& piece : text::split(typed, ','))
+        if (auto tag = text::trimmedWithNewlines(piece); !tag.empty()) tags.insert(std::move(tag));
 }
 
 CategoryTagManager::AppPreferencesMap CategoryTagManager::loadAppPreferences() const {

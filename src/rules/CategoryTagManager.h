@@ -7,6 +7,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,8 +39,11 @@ public:
     void addCustomCategory(std::string_view name);
     /// Records keep the removed name.
     void removeCustomCategory(std::string_view name);
-    /// The built-in categories in their order, then the user's own.
-    [[nodiscard]] std::vector<std::string> allCategories() const;
+    /// The built-in categories in their order, then the user's own, then `chosen` if it is none of them: a category
+    /// that the user has removed since stays with what has it.
+    [[nodiscard]] std::vector<std::string> allCategories(const std::optional<std::string>& chosen = {}) const;
+    /// Adds the tags as typed, separated by commas: a comma can be in no tag.
+    static void addTags(std::set<std::string>& tags, std::string_view typed);
 
     /// Empty if nothing is stored, or if what is stored can't be read.
     [[nodiscard]] AppPreferencesMap loadAppPreferences() const;

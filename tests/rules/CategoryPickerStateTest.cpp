@@ -52,10 +52,7 @@ TEST_F(CategoryPickerStateTest, SavingWritesRemembersAndReachesAllRecordsInThisO
     const auto record = aRecord().app("Editor").in(store.context());
     auto state = open(record);
     state.selectedCategory = "深度";
-    state.toggleTag("b");
-    state.toggleTag("c");
-    state.toggleTag("c");
-    state.addTags(" a ,, \n");
+    CategoryTagManager::addTags(state.selectedTags, " a ,, \n,b");
     bool isDismissed = false;
     const auto subscription = state.dismissed.subscribe([&] { isDismissed = true; });
     state.save();

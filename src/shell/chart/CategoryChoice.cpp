@@ -1,18 +1,12 @@
 #include "shell/chart/CategoryChoice.h"
 
-#include "shell/chart/IconMark.h"
-#include "shell/chart/Well.h"
-#include "shell/look/Chip.h"
+#include "rules/CategoryTagManager.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
-#include "shell/look/Label.h"
+#include "shell/look/IconWell.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
-#include "store/ActivityCategory.h"
-
-#include <QHBoxLayout>
-#include <QVBoxLayout>
-#include <algorithm>
 
 namespace quorvane {
 namespace {
@@ -20,132 +14,98 @@ namespace {
 constexpr int sectionGap = 20;
 constexpr int headGap = 8;
 
-template <class Offers>
-bool offers(const Offers& offered, const std::string& name) {
-    return std::ranges::any_of(offered, [&](const auto& one) { return one.name == name; });
-}
-
 }  // namespace
 
-CategoryChoice::CategoryChoice(std::unique_ptr<CategoryPickerState> state, const CategoryTagManager& categories,
-                               const Localization& localization, QWidget* parent)
-    : QWidget(parent), state_(std::move(state)), localization_(localization) {
-    auto* const page = new QVBoxLayout(this);
-    page->setContentsMargins(0, 0, 0, 0);
-    page->setSpacing(headGap);
-    addSuggestions(*page);
-    addCategories(*page, categories);
+CategoryChoice::CategoryChoice(Subject subject, const Localization& localization, QWidget* parent)
+    : QWidget(parent), subject_(std::move(subject)), localization_(localization) {
+    auto* const page = columnBox(headGap, this);
+    if (!subject_.suggested.empty()) {
+        page->addWidget(suggestions());
+        page->addSpacing(sectionGap - headGap);
+    }
+    page->addWidget(new Label(qt(subject_.title), TypeRole::label, &Theme::text2));
+    page->addLayout(categoryChips(subject_.offered));
     page->addSpacing(sectionGap - headGap);
     addTags(*page);
-    select(state_->selectedCategory);
-    showCount();
+    choose(subject_.category);
 }
 
-void CategoryChoice::addSuggestions(QVBoxLayout& page) {
-    const auto suggested = state_->suggestions();
-    if (suggested.empty()) return;
-    auto* const well = new Well(&Theme::accSoft);
-    auto* const box = new QVBoxLayout(well);
-    box->setContentsMargins(16, 10, 16, 12);
-    box->setSpacing(6);
-    auto* const head = new QHBoxLayout;
-    head->setSpacing(8);
-    head->addWidget(new IconMark(QStringLiteral("spark"), 16, &Theme::accInk));
-    head->addWidget(new Label(QStringLiteral("智能建议"), TypeRole::label, &Theme::accInk), 1);
-    box->addLayout(head);
-    auto* const line = new QHBoxLayout;
-    line->setSpacing(10);
+QWidget* CategoryChoice::suggestions() {
+    auto* const well = new IconWell(QStringLiteral("spark"), Tone::info);
+    auto& words = well->words();
+    words.setSpacing(6);
+    words.addWidget(new Label(QStringLiteral("智能建议"), TypeRole::label, &Theme::accInk));
+    auto* const line = lineBox(10);
     line->addWidget(new Label(QStringLiteral("基于应用名称，建议分类："), TypeRole::body, &Theme::text));
-    auto* const flow = new FlowLayout(8);
-    line->addLayout(flow, 1);
-    box->addLayout(line);
-    for (const ActivityCategory category : suggested) {
-        const std::string name(rawValue(category));
-        if (offers(suggestions_, name)) continue;  // two words in the application's name may suggest the same
-        auto* const chip = choiceChip(qt(name));
-        chip->setCheckable(true);
-        connect(chip, &QAbstractButton::clicked, this, [this, name] { select(name); });
-        flow->addWidget(chip);
-        suggestions_.push_back({name, chip});
-    }
-    page.addWidget(well);
-    page.addSpacing(sectionGap - headGap);
+    line->addLayout(categoryChips(subject_.suggested), 1);
+    words.addLayout(line);
+    return well;
 }
 
-void CategoryChoice::addCategories(QVBoxLayout& page, const CategoryTagManager& categories) {
-    page.addWidget(new Label(qt(localization_.text("category")), TypeRole::label, &Theme::text2));
+FlowLayout* CategoryChoice::categoryChips(const std::vector<std::string>& names) {
     auto* const flow = new FlowLayout(8);
-    page.addLayout(flow);
-    auto names = categories.allCategories();
-    const auto& present = state_->selectedCategory;
-    // A category that the user has removed since stays with its records.
-    if (present && std::ranges::find(names, *present) == names.end()) names.push_back(*present);
     for (const std::string& name : names) {
         auto* const chip = choiceChip(qt(name));
-        chip->setCheckable(true);
         connect(chip, &QAbstractButton::clicked, this,
-                [this, name](bool isChecked) { select(isChecked ? std::optional(name) : std::nullopt); });
+                [this, name](bool isChecked) { choose(isChecked ? std::optional(name) : std::nullopt); });
         flow->addWidget(chip);
-        categories_.push_back({name, chip});
+        categories_.emplace_back(name, chip);
     }
+    return flow;
+}
+
+void CategoryChoice::choose(const std::optional<std::string>& category) {
+    subject_.category = category;
+    for (const auto& [name, chip] : categories_)
+        chip->setChecked(name == category);
 }
 
 void CategoryChoice::addTags(QVBoxLayout& page) {
-    auto* const head = new QHBoxLayout;
+    auto* const head = lineBox(headGap);
     head->addWidget(new Label(qt(localization_.text("app_pref_select_tags")), TypeRole::label, &Theme::text2), 1);
     count_ = new Label({}, TypeRole::caption, &Theme::text3);
     head->addWidget(count_);
     page.addLayout(head);
     tagFlow_ = new FlowLayout(6);
     page.addLayout(tagFlow_);
-    for (const std::string_view tag : CategoryTagManager::commonTags)
-        addTag(std::string(tag));
-    for (const std::string& tag : state_->selectedTags)
-        if (!offers(tags_, tag)) addTag(tag);
-    field_ = new TextField(qt(localization_.text("app_pref_custom_tag_placeholder")),
-                           qt(localization_.text("app_pref_custom_tag_placeholder")));
-    connect(&field_->edit(), &QLineEdit::returnPressed, this, [this] { enterTags(); });
+    const QString placeholder = qt(localization_.text("app_pref_custom_tag_placeholder"));
+    field_ = new TextField(placeholder, placeholder);
+    connect(&field_->edit(), &QLineEdit::returnPressed, this, [this] { finish(); });
     page.addSpacing(2);
     page.addWidget(field_);
+    for (const std::string_view tag : CategoryTagManager::commonTags)
+        showTag(std::string(tag));
+    finish();
 }
 
-QPushButton* CategoryChoice::addTag(const std::string& tag) {
-    auto* const chip = choiceChip(qt(tag), true);
-    chip->setCheckable(true);
-    chip->setChecked(state_->selectedTags.contains(tag));
-    connect(chip, &QAbstractButton::clicked, this, [this, tag] {
-        state_->toggleTag(tag);
-        showCount();
-    });
-    tagFlow_->addWidget(chip);
-    tags_.push_back({tag, chip});
-    return chip;
+/// Makes its chip if there is none.
+void CategoryChoice::showTag(const std::string& tag) {
+    auto*& chip = tags_[tag];
+    if (chip == nullptr) {
+        chip = choiceChip(qt(tag), true);
+        connect(chip, &QAbstractButton::clicked, this, [this, tag](bool isChecked) {
+            if (isChecked)
+                subject_.tags.insert(tag);
+            else
+                subject_.tags.erase(tag);
+            showCount();
+        });
+        tagFlow_->addWidget(chip);
+        chip->show();
+    }
+    chip->setChecked(subject_.tags.contains(tag));
 }
 
-void CategoryChoice::enterTags() {
-    state_->addTags(field_->edit().text().toStdString());
+void CategoryChoice::finish() {
+    CategoryTagManager::addTags(subject_.tags, field_->edit().text().toStdString());
     field_->edit().clear();
-    for (const std::string& tag : state_->selectedTags)
-        if (!offers(tags_, tag)) addTag(tag)->show();
-    for (const Offered& offered : tags_)
-        offered.chip->setChecked(state_->selectedTags.contains(offered.name));
+    for (const std::string& tag : subject_.tags)
+        showTag(tag);
     showCount();
 }
 
-void CategoryChoice::select(const std::optional<std::string>& category) {
-    state_->selectedCategory = category;
-    for (const auto* const list : {&suggestions_, &categories_})
-        for (const Offered& offered : *list)
-            offered.chip->setChecked(offered.name == category);
-}
-
 void CategoryChoice::showCount() {
-    count_->setText(qt(localization_.text("ui_tags_selected", state_->selectedTags.size())));
-}
-
-void CategoryChoice::save() {
-    enterTags();
-    state_->save();
+    count_->setText(qt(localization_.text("ui_tags_selected", subject_.tags.size())));
 }
 
 }  // namespace quorvane

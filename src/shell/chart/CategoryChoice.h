@@ -1,15 +1,17 @@
 #pragma once
 
 #include "l10n/Localization.h"
-#include "rules/CategoryPickerState.h"
-#include "rules/CategoryTagManager.h"
 
 #include <QWidget>
-#include <memory>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
 #include <vector>
 
-class QVBoxLayout;
 class QPushButton;
+class QVBoxLayout;
 
 namespace quorvane {
 
@@ -17,34 +19,34 @@ class FlowLayout;
 class Label;
 class TextField;
 
-/// What the sheet of category and tags offers: suggestions, one category or none, any number of tags, and a field for
-/// tags that aren't offered.
+/// The form of category and tags: one category or none, any number of tags, and a field for tags that aren't offered.
+/// It edits what somebody else keeps, and who outlives it.
 class CategoryChoice : public QWidget {
 public:
-    CategoryChoice(std::unique_ptr<CategoryPickerState> state, const CategoryTagManager& categories,
-                   const Localization& localization, QWidget* parent = nullptr);
+    struct Subject {
+        std::optional<std::string>& category;
+        std::set<std::string>& tags;
+        std::string title;                     ///< above the categories
+        std::vector<std::string> offered;      ///< categories
+        std::vector<std::string> suggested{};  ///< of them, for this application
+    };
+    CategoryChoice(Subject subject, const Localization& localization, QWidget* parent = nullptr);
 
-    /// A tag that was typed and not entered counts.
-    void save();
+    /// Takes what was typed as a tag and not entered. Before anything is saved.
+    void finish();
 
 private:
-    void addSuggestions(QVBoxLayout& page);
-    void addCategories(QVBoxLayout& page, const CategoryTagManager& categories);
+    [[nodiscard]] QWidget* suggestions();
+    [[nodiscard]] FlowLayout* categoryChips(const std::vector<std::string>& names);
     void addTags(QVBoxLayout& page);
-    QPushButton* addTag(const std::string& tag);
-    void enterTags();
-    void select(const std::optional<std::string>& category);
+    void showTag(const std::string& tag);
     void showCount();
+    void choose(const std::optional<std::string>& category);
 
-    struct Offered {
-        std::string name;
-        QPushButton* chip = nullptr;
-    };
-    std::unique_ptr<CategoryPickerState> state_;
+    Subject subject_;
     const Localization& localization_;
-    std::vector<Offered> suggestions_;
-    std::vector<Offered> categories_;
-    std::vector<Offered> tags_;
+    std::vector<std::pair<std::string, QPushButton*>> categories_;  ///< a suggested one has two chips
+    std::map<std::string, QPushButton*> tags_;
     FlowLayout* tagFlow_ = nullptr;
     Label* count_ = nullptr;
     TextField* field_ = nullptr;

@@ -1,15 +1,17 @@
 #include "shell/chart/CategorySheet.h"
 
 #include "shell/chart/CategoryChoice.h"
-#include "shell/chart/IconMark.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Controls.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
+#include "store/ActivityCategory.h"
 
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace quorvane::CategorySheet {
 namespace {
@@ -19,15 +21,22 @@ constexpr int width = 600;
 /// To what the choice applies, in plain words.
 QWidget* scopeNote(const std::string& appName, const Localization& localization) {
     auto* const note = new QWidget;
-    auto* const layout = new QHBoxLayout(note);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(8);
-    layout->addWidget(new IconMark(QStringLiteral("info"), 16, &Theme::text2));
+    auto* const layout = lineBox(8, note);
+    layout->addWidget(new IconView(QStringLiteral("info"), 16, &Theme::text2));
     const auto text = localization.text("ui_category_scope_help", isolated(qt(appName)).toStdString());
     auto* const words = new Label(qt(text), TypeRole::labelPlain, &Theme::text2);
     words->setWordWrap(true);
     layout->addWidget(words, 1);
     return note;
+}
+
+/// Two words in the application's name may suggest the same.
+std::vector<std::string> suggestedNames(const CategoryPickerState& state) {
+    std::vector<std::string> names;
+    for (const ActivityCategory category : state.suggestions())
+        if (const std::string name(rawValue(category)); std::ranges::find(names, name) == names.end())
+            names.push_back(name);
+    return names;
 }
 
 }  // namespace
@@ -39,13 +48,20 @@ void open(QWidget& window, std::unique_ptr<CategoryPickerState> state, const Cat
         sheet->setSubtitle(isolated(qt(appName)));
         sheet->addToFootStart(scopeNote(appName, localization));
     }
-    auto* const choice = new CategoryChoice(std::move(state), categories, localization);
+    const std::shared_ptr<CategoryPickerState> kept = std::move(state);
+    auto* const choice = new CategoryChoice({.category = kept->selectedCategory,
+                                             .tags = kept->selectedTags,
+                                             .title = localization.text("category"),
+                                             .offered = categories.allCategories(kept->selectedCategory),
+                                             .suggested = suggestedNames(*kept)},
+                                            localization);
     sheet->body().addWidget(choice);
     auto* const cancel = pushButton(qt(localization.text("cancel")));
     auto* const save = pushButton(qt(localization.text("save")), "primary");
     QObject::connect(cancel, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });
-    QObject::connect(save, &QAbstractButton::clicked, sheet, [sheet, choice, told = std::move(saved)] {
-        choice->save();
+    QObject::connect(save, &QAbstractButton::clicked, sheet, [sheet, choice, kept, told = std::move(saved)] {
+        choice->finish();
+        kept->save();
         sheet->close();
         if (told) told();
     });

@@ -1,14 +1,11 @@
 #include "shell/settings/GeneralPage.h"
 
+#include "shell/look/Boxes.h"
 #include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
-#include "shell/look/Label.h"
-#include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
-#include "shell/settings/SettingsSection.h"
 
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <QComboBox>
 
 namespace quorvane {
 namespace {
@@ -17,65 +14,42 @@ constexpr int languageWidth = 200;
 
 }  // namespace
 
-GeneralPage::GeneralPage(SettingsView& settings, AutoStartManager& autoStart, const Localization& localization,
-                         QWidget* parent)
-    : QWidget(parent), settings_(settings), autoStart_(autoStart), localization_(localization) {
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Metrics::cardGap);
-    column->addWidget(appearance());
-    column->addWidget(startUp());
-    column->addWidget(language());
-    autoStartChanged_ = autoStart_.changed.subscribe([this] { showAutoStart(); });
-    showAutoStart();
+GeneralPage::GeneralPage(SettingsView& settings, AutoStartManager& autoStart, const Localization& localization)
+    : SettingsPage(localization) {
+    addSection("appearance_section_title")
+        .addSwitch("hide_dock_icon_toggle", settings.hideDockIcon)
+        ->setHelp(text("hide_dock_icon_help"));
+    addLoginItem(autoStart);
+    addLanguage(settings);
 }
 
-QWidget* GeneralPage::appearance() {
-    auto* const section = new SettingsSection(qt(localization_.text("appearance_section_title")));
-    auto* const hide = switchBox({});
-    hide->setChecked(settings_.hideDockIcon);
-    connect(hide, &QAbstractButton::toggled, this, [this](bool isOn) { settings_.hideDockIcon = isOn; });
-    auto* const row = new SettingsRow(qt(localization_.text("hide_dock_icon_toggle")), hide);
-    row->setHelp(qt(localization_.text("hide_dock_icon_help")));
-    section->addRow(row);
-    return section;
-}
-
-QWidget* GeneralPage::startUp() {
-    auto* const section = new SettingsSection(qt(localization_.text("auto_start_section_title")));
-    autoStartSwitch_ = switchBox({});
-    connect(autoStartSwitch_, &QAbstractButton::clicked, this, [this](bool isOn) { autoStart_.setAutoStart(isOn); });
-    auto* const row = new SettingsRow(qt(localization_.text("auto_start_toggle")), autoStartSwitch_);
-    autoStartStatus_ = new QWidget;
-    auto* const line = new QHBoxLayout(autoStartStatus_);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(6);
+void GeneralPage::addLoginItem(AutoStartManager& autoStart) {
+    auto* const box = switchBox({});
+    connect(box, &QAbstractButton::clicked, this, [&autoStart](bool isOn) { autoStart.setAutoStart(isOn); });
+    auto* const row = addSection("auto_start_section_title").addRow("auto_start_toggle", box);
+    auto* const status = new QWidget;
+    auto* const line = lineBox(6, status);
     line->addWidget(new IconView(QStringLiteral("check-circle"), 15, &Theme::ok));
-    line->addWidget(new Label(qt(localization_.text("auto_start_enabled_status")), TypeRole::label, &Theme::ok), 1);
-    row->addLine(autoStartStatus_);
-    row->setHelp(qt(localization_.text("auto_start_help")));
-    section->addRow(row);
-    return section;
+    line->addWidget(new Label(text("auto_start_enabled_status"), TypeRole::label, &Theme::ok), 1);
+    row->addLine(status);
+    row->setHelp(text("auto_start_help"));
+    const auto show = [&autoStart, box, status] {
+        box->setChecked(autoStart.isAutoStartEnabled());
+        status->setVisible(autoStart.isAutoStartEnabled());
+    };
+    autoStartChanged_ = autoStart.changed.subscribe(show);
+    show();
 }
 
-void GeneralPage::showAutoStart() {
-    autoStartSwitch_->setChecked(autoStart_.isAutoStartEnabled());
-    autoStartStatus_->setVisible(autoStart_.isAutoStartEnabled());
-}
-
-QWidget* GeneralPage::language() {
-    auto* const section = new SettingsSection(qt(localization_.text("language_section_title")));
+void GeneralPage::addLanguage(SettingsView& settings) {
     auto* const languages = new QComboBox;
     languages->setFixedWidth(languageWidth);
     for (const auto& [language, code] : RawValues<SupportedLanguage>::table)
         languages->addItem(QString::fromUtf8(displayName(language).data()));
-    languages->setCurrentIndex(static_cast<int>(settings_.selectedLanguage));
+    languages->setCurrentIndex(static_cast<int>(settings.selectedLanguage));
     connect(languages, &QComboBox::currentIndexChanged, this,
-            [this](int index) { settings_.selectedLanguage = static_cast<SupportedLanguage>(index); });
-    auto* const row = new SettingsRow(qt(localization_.text("language_picker_label")), languages);
-    row->setHelp(qt(localization_.text("language_help")));
-    section->addRow(row);
-    return section;
+            [&settings](int index) { settings.selectedLanguage = static_cast<SupportedLanguage>(index); });
+    addSection("language_section_title").addRow("language_picker_label", languages)->setHelp(text("language_help"));
 }
 
 }  // namespace quorvane

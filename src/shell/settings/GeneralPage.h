@@ -1,33 +1,21 @@
 #pragma once
 
 #include "base/Signal.h"
-#include "l10n/Localization.h"
+#include "shell/settings/SettingsPage.h"
 #include "shell/state/AutoStartManager.h"
 #include "shell/state/SettingsView.h"
-
-#include <QWidget>
-
-class QCheckBox;
 
 namespace quorvane {
 
 /// Appearance, the login item and the language. The login item changes at once, all else in `settings` alone.
-class GeneralPage : public QWidget {
+class GeneralPage : public SettingsPage {
 public:
-    GeneralPage(SettingsView& settings, AutoStartManager& autoStart, const Localization& localization,
-                QWidget* parent = nullptr);
+    GeneralPage(SettingsView& settings, AutoStartManager& autoStart, const Localization& localization);
 
 private:
-    QWidget* appearance();
-    QWidget* startUp();
-    QWidget* language();
-    void showAutoStart();
+    void addLoginItem(AutoStartManager& autoStart);
+    void addLanguage(SettingsView& settings);
 
-    SettingsView& settings_;
-    AutoStartManager& autoStart_;
-    const Localization& localization_;
-    QCheckBox* autoStartSwitch_ = nullptr;
-    QWidget* autoStartStatus_ = nullptr;
     Subscription autoStartChanged_;
 };
 

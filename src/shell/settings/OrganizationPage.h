@@ -1,40 +1,47 @@
 #pragma once
 
 #include "base/Signal.h"
-#include "l10n/Localization.h"
+#include "shell/settings/SettingsPage.h"
 #include "shell/state/AppCategoryManagementView.h"
 
-#include <QWidget>
 #include <string>
 #include <vector>
 
-class QVBoxLayout;
-class QPushButton;
+class QLineEdit;
 
 namespace quorvane {
 
-class AppPreferenceRow;
+class FlowLayout;
 
 /// The applications with a remembered category, and the user's own categories. All changes are kept at once.
-class OrganizationPage : public QWidget {
+class OrganizationPage : public SettingsPage {
 public:
-    OrganizationPage(AppCategoryManagementView& view, const Localization& localization, QWidget* parent = nullptr);
+    OrganizationPage(AppCategoryManagementView& view, const Localization& localization);
 
 private:
-    void addSearch(QVBoxLayout& column);
-    void showRows();
-    void addRow(const AppCategoryManagementView::Row& row);
+    void addApplications();
+    QLayout* searchLine();
+    QPushButton* addButton();
+    void showApplications();
+    [[nodiscard]] QWidget* row(const AppCategoryManagementView::Row& row);
+    [[nodiscard]] QWidget* emptyList();
     void remove(const std::string& appName);
-    QPushButton* makeAddButton();
-    QWidget* emptyList();
     void openForm(bool isNew);
 
+    void addOwnCategories();
+    QLayout* categoryLine();
+    void showCategories();
+    [[nodiscard]] QWidget* pill(const std::string& category);
+    void enterCategory();
+
     AppCategoryManagementView& view_;
-    const Localization& localization_;
+    QLineEdit* search_ = nullptr;
     QVBoxLayout* list_ = nullptr;
-    QWidget* search_ = nullptr;
-    std::vector<AppPreferenceRow*> rows_;
-    std::vector<Subscription> rowSubscriptions_;
+    std::vector<QPushButton*> deleteButtons_;  ///< in the order of the rows
+    Label* noCategories_ = nullptr;
+    QWidget* pillsArea_ = nullptr;
+    FlowLayout* pills_ = nullptr;
+    QLineEdit* newCategory_ = nullptr;
     Subscription viewChanged_;
 };
 

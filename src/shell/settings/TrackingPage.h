@@ -1,30 +1,24 @@
 #pragma once
 
-#include "l10n/Localization.h"
+#include "shell/settings/SettingsPage.h"
 #include "shell/state/SettingsView.h"
 
-#include <QWidget>
 #include <cstdint>
-
-class QComboBox;
 
 namespace quorvane {
 
 class IconView;
-class Label;
-class SettingsRow;
-class SettingsSection;
 
 /// When somebody is away, what begins a record, when they work, and what that means in words.
-class TrackingPage : public QWidget {
+class TrackingPage : public SettingsPage {
 public:
-    TrackingPage(SettingsView& settings, const Localization& localization, QWidget* parent = nullptr);
+    TrackingPage(SettingsView& settings, const Localization& localization);
 
 private:
-    QWidget* idle();
-    QComboBox* thresholds();
-    QWidget* records();
-    QWidget* workHours();
+    void addIdle();
+    void addRecords();
+    void addWorkHours();
+    QWidget* thresholds();
     QWidget* days();
     QWidget* hours();
     /// Hour and minute, named `name`.
@@ -33,13 +27,12 @@ private:
     void refresh();
 
     SettingsView& settings_;
-    const Localization& localization_;
     SettingsRow* idleRow_ = nullptr;
-    QWidget* thresholdRow_ = nullptr;
-    QWidget* callsRow_ = nullptr;
+    SettingsRow* thresholdRow_ = nullptr;
+    SettingsRow* callsRow_ = nullptr;
     SettingsRow* titlesRow_ = nullptr;
-    QWidget* daysRow_ = nullptr;
-    QWidget* hoursRow_ = nullptr;
+    SettingsRow* daysRow_ = nullptr;
+    SettingsRow* hoursRow_ = nullptr;
     Label* meaning_ = nullptr;
     QWidget* now_ = nullptr;
     IconView* nowIcon_ = nullptr;

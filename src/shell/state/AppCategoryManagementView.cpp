@@ -49,7 +49,6 @@ void AppCategoryManagementView::beginAdding() {
     newAppName.clear();
     newAppCategory.reset();
     newAppTags.clear();
-    customTag.clear();
 }
 
 void AppCategoryManagementView::beginEditing(const std::string& appName) {
@@ -62,37 +61,12 @@ void AppCategoryManagementView::beginEditing(const std::string& appName) {
     newAppTags = {remembered->tags.begin(), remembered->tags.end()};
 }
 
-std::vector<std::string> AppCategoryManagementView::offeredCategories() const {
-    auto offered = manager_.allCategories();
-    if (newAppCategory && std::ranges::find(offered, *newAppCategory) == offered.end())
-        offered.push_back(*newAppCategory);
-    return offered;
-}
-
-std::vector<std::string> AppCategoryManagementView::offeredTags() const {
-    std::vector<std::string> offered(CategoryTagManager::commonTags.begin(), CategoryTagManager::commonTags.end());
-    for (const std::string& tag : newAppTags)
-        if (std::ranges::find(offered, tag) == offered.end()) offered.push_back(tag);
-    return offered;
-}
-
-void AppCategoryManagementView::toggleTag(const std::string& tag) {
-    if (newAppTags.erase(tag) == 0) newAppTags.insert(tag);
-}
-
-void AppCategoryManagementView::addCustomTag() {
-    for (const std::string& piece : text::split(customTag, ','))
-        if (auto tag = text::trimmedWithNewlines(piece); !tag.empty()) newAppTags.insert(std::move(tag));
-    customTag.clear();
-}
-
 bool AppCategoryManagementView::canSave() const {
     return !text::trimmedWithNewlines(newAppName).empty();
 }
 
 bool AppCategoryManagementView::save() {
     if (!canSave()) return false;
-    addCustomTag();
     auto preferences = manager_.loadAppPreferences();
     if (editedName_) preferences.erase(*editedName_);
     preferences[text::trimmedWithNewlines(newAppName)] = {newAppCategory, {newAppTags.begin(), newAppTags.end()}};

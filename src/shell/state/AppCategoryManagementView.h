@@ -42,18 +42,12 @@ public:
     std::string newAppName;
     std::optional<std::string> newAppCategory;
     std::set<std::string> newAppTags;
-    std::string customTag;  ///< typed, perhaps several between commas
 
     /// Categories: the built-in ones, the user's own, and the chosen one if it has been removed since.
-    [[nodiscard]] std::vector<std::string> offeredCategories() const;
-    /// Tags: the common ones in their order, then the others that are chosen.
-    [[nodiscard]] std::vector<std::string> offeredTags() const;
-    void toggleTag(const std::string& tag);
-    /// Chooses what was typed; a comma can be in no tag.
-    void addCustomTag();
+    [[nodiscard]] std::vector<std::string> offeredCategories() const { return manager_.allCategories(newAppCategory); }
     /// Has the application a name?
     [[nodiscard]] bool canSave() const;
-    /// Keeps what was asked for, a typed tag included, in place of what was remembered under that name; false, with no
+    /// Keeps what was asked for in place of what was remembered under that name; false, with no
     /// effect, without a name. An application that got another name has no longer the old one.
     bool save();
 

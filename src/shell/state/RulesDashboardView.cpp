@@ -80,10 +80,7 @@ std::string RulesDashboardView::summary() const {
 }
 
 std::vector<std::string> RulesDashboardView::categories() const {
-    auto offered = categories_.allCategories();
-    if (draft_.category && std::ranges::find(offered, *draft_.category) == offered.end())
-        offered.push_back(*draft_.category);
-    return offered;
+    return categories_.allCategories(draft_.category);
 }
 
 std::vector<std::shared_ptr<Project>> RulesDashboardView::projects() const {

@@ -8,12 +8,32 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 #include <utility>
 
 namespace quorvane {
 namespace {
 
 constexpr int daysOfWeek = 7;
+
+template <class Value>
+struct Copied {
+    Value SettingsView::*here;
+    Attribute<Value> AppSettings::*stored;
+};
+
+/// What the form and the store hold in the same way.
+constexpr auto copied = std::tuple{Copied{&SettingsView::onlyTrackWorkHours, &AppSettings::onlyTrackWorkHours},
+                                   Copied{&SettingsView::workStartHour, &AppSettings::workStartHour},
+                                   Copied{&SettingsView::workStartMinute, &AppSettings::workStartMinute},
+                                   Copied{&SettingsView::workEndHour, &AppSettings::workEndHour},
+                                   Copied{&SettingsView::workEndMinute, &AppSettings::workEndMinute},
+                                   Copied{&SettingsView::enableIdleDetection, &AppSettings::enableIdleDetection},
+                                   Copied{&SettingsView::idleThresholdMinutes, &AppSettings::idleThresholdMinutes},
+                                   Copied{&SettingsView::splitsRecordsByTitle, &AppSettings::splitsRecordsByTitle},
+                                   Copied{&SettingsView::countsCallsAsPresence, &AppSettings::countsCallsAsPresence},
+                                   Copied{&SettingsView::offersAbsences, &AppSettings::offersAbsences},
+                                   Copied{&SettingsView::hideDockIcon, &AppSettings::hideDockIcon}};
 
 std::string timeText(std::int64_t hour, std::int64_t minute) {
     return clockText(Seconds{static_cast<double>(hour) * 3600 + static_cast<double>(minute) * 60});
@@ -48,21 +68,11 @@ void SettingsView::load() {
 }
 
 void SettingsView::take(const AppSettings& settings) {
-    onlyTrackWorkHours = settings.onlyTrackWorkHours();
+    std::apply([&](const auto&... each) { ((this->*each.here = (settings.*each.stored)()), ...); }, copied);
     const auto days = settings.workDayList();
     workDays = {days.begin(), days.end()};
-    workStartHour = settings.workStartHour();
-    workStartMinute = settings.workStartMinute();
-    workEndHour = settings.workEndHour();
-    workEndMinute = settings.workEndMinute();
     selectedLanguage =
         fromRawValue<SupportedLanguage>(settings.preferredLanguage()).value_or(SupportedLanguage::chinese);
-    enableIdleDetection = settings.enableIdleDetection();
-    idleThresholdMinutes = settings.idleThresholdMinutes();
-    splitsRecordsByTitle = settings.splitsRecordsByTitle();
-    countsCallsAsPresence = settings.countsCallsAsPresence();
-    offersAbsences = settings.offersAbsences();
-    hideDockIcon = settings.hideDockIcon();
 }
 
 bool SettingsView::save() {
@@ -84,20 +94,10 @@ bool SettingsView::save() {
 }
 
 void SettingsView::copyInto(AppSettings& settings) const {
-    settings.onlyTrackWorkHours = onlyTrackWorkHours;
+    std::apply([&](const auto&... each) { ((settings.*each.stored = this->*each.here), ...); }, copied);
     settings.setWorkDayList({workDays.begin(), workDays.end()});
-    settings.workStartHour = workStartHour;
-    settings.workStartMinute = workStartMinute;
-    settings.workEndHour = workEndHour;
-    settings.workEndMinute = workEndMinute;
     settings.updatedAt = platform::currentDate();
     settings.preferredLanguage = std::string(rawValue(selectedLanguage));
-    settings.enableIdleDetection = enableIdleDetection;
-    settings.idleThresholdMinutes = idleThresholdMinutes;
-    settings.splitsRecordsByTitle = splitsRecordsByTitle;
-    settings.countsCallsAsPresence = countsCallsAsPresence;
-    settings.offersAbsences = offersAbsences;
-    settings.hideDockIcon = hideDockIcon;
 }
 
 std::optional<std::size_t> SettingsView::idleChoice() const {

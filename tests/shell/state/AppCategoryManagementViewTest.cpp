@@ -20,7 +20,7 @@ protected:
     AppCategoryManagementView view{manager};
 };
 
-TEST_F(AppCategoryManagementViewTest, AnAddedApplicationIsKeptAtOnceWithTheTagsThatWereTyped) {
+TEST_F(AppCategoryManagementViewTest, AnAddedApplicationIsKeptAtOnce) {
     view.beginAdding();
     EXPECT_FALSE(view.save());
     view.newAppName = " \n";
@@ -28,20 +28,16 @@ TEST_F(AppCategoryManagementViewTest, AnAddedApplicationIsKeptAtOnceWithTheTagsT
     EXPECT_TRUE(view.showingAddApp());
     view.newAppName = " Figma ";
     view.newAppCategory = "工作";
-    view.toggleTag("设计");
-    view.toggleTag("写作");
-    view.toggleTag("写作");
-    view.customTag = "icons, ,grid";
+    view.newAppTags = {"设计"};
     EXPECT_TRUE(view.save());
     EXPECT_FALSE(view.showingAddApp());
-    EXPECT_EQ(manager.preference("Figma"), (Preferences{"工作", {"grid", "icons", "设计"}}));
+    EXPECT_EQ(manager.preference("Figma"), (Preferences{"工作", {"设计"}}));
 }
 
 TEST_F(AppCategoryManagementViewTest, EditingBeginsWithWhatIsRememberedAndARenamedApplicationLeavesItsOldName) {
     manager.saveAppPreferences({{"Figma", {"Gone", {"own"}}}, {"Mail", {}}});
     view.beginEditing("Figma");
     EXPECT_EQ(view.offeredCategories().back(), "Gone");
-    EXPECT_EQ(view.offeredTags().back(), "own");
     view.newAppName = "Figma Desktop";
     view.save();
     EXPECT_EQ(manager.loadAppPreferences(),
