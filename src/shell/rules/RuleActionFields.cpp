@@ -1,73 +1,65 @@
 #include "shell/rules/RuleActionFields.h"
 
-#include "shell/look/Painting.h"
+#include "shell/look/Icons.h"
+#include "shell/look/Labelled.h"
 #include "shell/look/Typography.h"
-#include "shell/rules/RuleFormParts.h"
-#include "timeline/ProjectTone.h"
 
 #include <QComboBox>
-#include <QEvent>
-#include <QHBoxLayout>
 #include <QLineEdit>
-#include <QPainter>
-#include <QPixmap>
-#include <QVBoxLayout>
 #include <algorithm>
-#include <functional>
-#include <optional>
-#include <utility>
 
 namespace quorvane {
 namespace {
 
-constexpr int dotSize = 14;
 constexpr int columnGap = 12;
+constexpr int colorRole = Qt::UserRole + 1;
 
-QIcon projectIcon(const std::string& color, double devicePixelRatio) {
-    QPixmap picture(QSize(dotSize, dotSize) * devicePixelRatio);
-    picture.setDevicePixelRatio(devicePixelRatio);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    paintProjectDot(painter, QRectF(0, 0, dotSize, dotSize), AppColorPalette::projectTone(color));
-    painter.end();
-    return picture;
-}
+/// An entry of a combo box. The first one is "none", without a value.
+struct RuleChoice {
+    QString text;
+    QString value{};
+    std::optional<std::string> color{};  ///< of a project
+};
 
-/// The entry of a combo box whose first one is "none".
-template <class List, class Projection, class Value>
-int entryOf(const List& list, const std::optional<Value>& value, Projection projection) {
-    if (!value) return 0;
-    const auto found = std::ranges::find(list, *value, projection);
-    return found == list.end() ? -1 : static_cast<int>(found - list.begin()) + 1;
+/// Shows the choices, if they are others than before, and chooses; what isn't among them chooses nothing.
+void offer(QComboBox& combo, const std::vector<RuleChoice>& choices, const QString& chosen) {
+    const auto isShown = [&combo, row = 0](const RuleChoice& choice) mutable {
+        const int at = row++;
+        return combo.itemText(at) == choice.text && combo.itemData(at).toString() == choice.value &&
+               combo.itemData(at, colorRole).toString() == qt(choice.color.value_or(""));
+    };
+    if (combo.count() != static_cast<int>(choices.size()) || !std::ranges::all_of(choices, isShown)) {
+        combo.clear();
+        for (const RuleChoice& choice : choices) {
+            combo.addItem(choice.text, choice.value);
+            if (!choice.color) continue;
+            combo.setItemData(combo.count() - 1, qt(*choice.color), colorRole);
+            combo.setItemIcon(combo.count() - 1, projectIcon(*choice.color));
+        }
+    }
+    combo.setCurrentIndex(combo.findData(chosen));
 }
 
 }  // namespace
 
 RuleActionFields::RuleActionFields(RulesDashboardView& state, const Localization& localization, QWidget* parent)
     : QWidget(parent), state_(state), localization_(localization),
-      category_(RuleFormParts::makeCombo(qt(localization.text("category")))),
-      project_(RuleFormParts::makeCombo(qt(localization.text("project")))), tags_(new QLineEdit) {
-    project_->setIconSize({dotSize, dotSize});
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(columnGap);
-    auto* const choices = new QHBoxLayout;
-    choices->setSpacing(columnGap);
-    choices->addLayout(RuleFormParts::labelled(qt(localization.text("category")), *category_), 1);
-    choices->addLayout(RuleFormParts::labelled(qt(localization.text("project")), *project_), 1);
-    layout->addLayout(choices);
-    layout->addLayout(RuleFormParts::labelled(qt(localization.text("ui_rule_tags")), *tags_));
-    connectFields();
-}
-
-void RuleActionFields::connectFields() {
-    connect(category_, &QComboBox::activated, this, [this](int index) {
-        const auto chosen = index > 0 ? std::optional(categories_[static_cast<std::size_t>(index) - 1]) : std::nullopt;
-        state_.edit([&chosen](RuleDraft& draft) { draft.category = chosen; });
+      category_(fieldCombo(qt(localization.text("category")))), project_(fieldCombo(qt(localization.text("project")))),
+      tags_(new QLineEdit) {
+    auto* const choices = lineBox(columnGap);
+    choices->addLayout(labelled(qt(localization.text("category")), *category_), 1);
+    choices->addLayout(labelled(qt(localization.text("project")), *project_), 1);
+    auto* const column = columnBox(columnGap, this);
+    column->addLayout(choices);
+    column->addLayout(labelled(qt(localization.text("ui_rule_tags")), *tags_));
+    // What the user does and not what the draft says: `activated` and `textEdited`.
+    connect(category_, &QComboBox::activated, this, [this] {
+        const std::string chosen = category_->currentData().toString().toStdString();
+        state_.edit([&](RuleDraft& draft) { draft.category = chosen.empty() ? std::nullopt : std::optional(chosen); });
     });
-    connect(project_, &QComboBox::activated, this, [this](int index) {
-        const auto chosen = index > 0 ? std::optional(projects_[static_cast<std::size_t>(index) - 1].id) : std::nullopt;
-        state_.edit([&chosen](RuleDraft& draft) { draft.projectId = chosen; });
+    connect(project_, &QComboBox::activated, this, [this] {
+        const auto chosen = Uuid::parse(project_->currentData().toString().toStdString());
+        state_.edit([&](RuleDraft& draft) { draft.projectId = chosen; });
     });
     connect(tags_, &QLineEdit::textEdited, this, [this](const QString& text) {
         state_.edit([&text](RuleDraft& draft) { draft.tags = text.toStdString(); });
@@ -75,49 +67,21 @@ void RuleActionFields::connectFields() {
 }
 
 void RuleActionFields::show(const RuleDraft& draft) {
-    showCategories(draft);
-    showProjects(draft);
-    if (tags_->text() != qt(draft.tags)) tags_->setText(qt(draft.tags));
-}
+    std::vector<RuleChoice> categories{{qt(localization_.text("no_category"))}};
+    for (const std::string& name : state_.categories())
+        categories.push_back({qt(name), qt(name)});
+    offer(*category_, categories, qt(draft.category.value_or("")));
 
-void RuleActionFields::showCategories(const RuleDraft& draft) {
-    if (auto offered = state_.categories(); offered != categories_ || category_->count() == 0) {
-        categories_ = std::move(offered);
-        category_->clear();
-        category_->addItem(qt(localization_.text("no_category")));
-        for (const std::string& name : categories_)
-            category_->addItem(qt(name));
-    }
-    category_->setCurrentIndex(entryOf(categories_, draft.category, std::identity()));
-}
-
-void RuleActionFields::showProjects(const RuleDraft& draft) {
-    std::vector<OfferedProject> offered;
+    const QString chosen = draft.projectId ? qt(draft.projectId->string()) : QString();
+    std::vector<RuleChoice> projects{{qt(localization_.text("not_set"))}};
     for (const auto& project : state_.projects())
-        offered.push_back({project->id(), project->name(), project->color().value_or("")});
+        projects.push_back({qt(project->name()), qt(project->id().string()), project->color().value_or("")});
     // A project that the store doesn't have stays in the rule.
-    if (draft.projectId && entryOf(offered, draft.projectId, &OfferedProject::id) < 0)
-        offered.push_back({*draft.projectId, localization_.text("unknown_project"), {}});
-    if (offered != projects_ || project_->count() == 0) {
-        projects_ = std::move(offered);
-        fillProjects();
-    }
-    project_->setCurrentIndex(entryOf(projects_, draft.projectId, &OfferedProject::id));
-}
+    if (std::ranges::find(projects, chosen, &RuleChoice::value) == projects.end())
+        projects.push_back({qt(localization_.text("unknown_project")), chosen, ""});
+    offer(*project_, projects, chosen);
 
-void RuleActionFields::fillProjects() {
-    project_->clear();
-    project_->addItem(qt(localization_.text("not_set")));
-    for (const OfferedProject& offer : projects_)
-        project_->addItem(projectIcon(offer.color, devicePixelRatioF()), qt(offer.name));
-}
-
-void RuleActionFields::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() != QEvent::PaletteChange || project_->count() == 0) return;
-    const int chosen = project_->currentIndex();
-    fillProjects();
-    project_->setCurrentIndex(chosen);
+    if (tags_->text() != qt(draft.tags)) tags_->setText(qt(draft.tags));
 }
 
 }  // namespace quorvane

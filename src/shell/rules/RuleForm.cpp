@@ -1,37 +1,32 @@
 #include "shell/rules/RuleForm.h"
 
 #include "base/Text.h"
-#include "shell/chart/Well.h"
 #include "shell/look/Controls.h"
-#include "shell/look/IconView.h"
-#include "shell/look/Label.h"
+#include "shell/look/IconWell.h"
+#include "shell/look/Labelled.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/rules/RuleActionFields.h"
-#include "shell/rules/RuleConditionFields.h"
-#include "shell/rules/RuleFormParts.h"
 
+#include <QComboBox>
 #include <QDoubleSpinBox>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QSignalBlocker>
-#include <QVBoxLayout>
 
 namespace quorvane {
 namespace {
 
 constexpr int padding = 23;  // the edge of 1 lies inside the card
+constexpr int fieldGap = 8;
+constexpr int groupGap = 20;
 constexpr int priorityWidth = 132;
 constexpr int narrowBelow = 480;
 constexpr double greatestPriority = 9007199254740992;  // 2^53: up to there a double holds every whole number
 
-Label* groupTitle(const std::string& text) {
-    return new Label(qt(text), TypeRole::label, &Theme::text2);
-}
-
 /// For whole numbers that an `int` is too small for.
-QDoubleSpinBox* makePriorityField() {
+QDoubleSpinBox* priorityField() {
     auto* const field = new QDoubleSpinBox;
     field->setDecimals(0);
     field->setRange(-greatestPriority, greatestPriority);
@@ -42,178 +37,181 @@ QDoubleSpinBox* makePriorityField() {
 
 }  // namespace
 
-struct RuleForm::Parts {
-    Parts(RuleForm& owner, RulesDashboardView& shownState, const Localization& texts);
-
-    QWidget* makeFields();
-    QLayout* makeOptions();
-    void placeOptions();
-    QWidget* makeSummary();
-    QLayout* makeFoot();
-    void connectFields();
-    void show();
-
-    RuleForm& form;
-    RulesDashboardView& state;
-    const Localization& localization;
-    QLineEdit* name = new QLineEdit;
-    RuleConditionFields* condition;
-    RuleActionFields* action;
-    QDoubleSpinBox* priority = makePriorityField();
-    QBoxLayout* options = nullptr;
-    QCheckBox* isEnabled;
-    QCheckBox* stopProcessing;
-    Label* summary;
-    Label* refusal;
-    QPushButton* remove;
-    QPushButton* save;
-    Subscription draftChanged;
-    Subscription rowsChanged;
-};
-
-RuleForm::Parts::Parts(RuleForm& owner, RulesDashboardView& shownState, const Localization& texts)
-    : form(owner), state(shownState), localization(texts), condition(new RuleConditionFields(state, texts)),
-      action(new RuleActionFields(state, texts)), isEnabled(switchBox(qt(texts.text("ui_rule_enabled")))),
-      stopProcessing(switchBox(qt(texts.text("ui_rule_stop")))), summary(new Label({}, TypeRole::body, &Theme::text)),
-      refusal(new Label({}, TypeRole::labelPlain, &Theme::text2)),
-      remove(pushButton(qt(texts.text("delete")), "danger")), save(pushButton(qt(texts.text("save")), "primary")) {
-    auto* const page = new QVBoxLayout(&form);
-    page->setContentsMargins(1, 1, 1, 1);
-    page->setSpacing(0);
+RuleForm::RuleForm(RulesDashboardView& state, const Localization& localization, std::function<void()> remove,
+                   QWidget* parent)
+    : Card(parent), state_(state), localization_(localization), name_(new QLineEdit),
+      field_(fieldCombo(qt(localization.text("ui_rule_when")))), operator_(fieldCombo({})), value_(new QLineEdit),
+      action_(new RuleActionFields(state, localization)), priority_(priorityField()),
+      isEnabled_(switchBox(qt(localization.text("ui_rule_enabled")))),
+      stopProcessing_(switchBox(qt(localization.text("ui_rule_stop")))),
+      summary_(new Label({}, TypeRole::body, &Theme::text)),
+      refusal_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
+      remove_(pushButton(qt(localization.text("delete")), "danger")),
+      save_(pushButton(qt(localization.text("save")), "primary")) {
     auto* const area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
-    area->viewport()->setAutoFillBackground(false);
-    auto* const fields = makeFields();
-    area->setWidget(fields);
-    fields->setAutoFillBackground(false);  // a scroll area turns it on
+    area->setWidget(fields());
+    auto* const page = columnBox(0, this);
+    page->setContentsMargins(1, 1, 1, 1);
     page->addWidget(area, 1);
     page->addWidget(new Separator);
-    page->addLayout(makeFoot());
+    page->addLayout(foot(remove));
     connectFields();
-    draftChanged = state.draftChanged.subscribe([this] { show(); });
-    rowsChanged = state.rowsChanged.subscribe([this] { show(); });  // projects may be other ones
+    place();
+    draftChanged_ = state_.draftChanged.subscribe([this] { show(); });
+    rowsChanged_ = state_.rowsChanged.subscribe([this] { show(); });  // projects may be other ones
     show();
 }
 
-QWidget* RuleForm::Parts::makeFields() {
+QWidget* RuleForm::fields() {
     auto* const fields = new QWidget;
-    auto* const layout = new QVBoxLayout(fields);
-    layout->setContentsMargins(padding, 20, padding, 20);
-    layout->setSpacing(RuleFormParts::fieldGap);
-    layout->addLayout(RuleFormParts::labelled(qt(localization.text("ui_name")), *name));
-    constexpr int groupSpacing = RuleFormParts::groupGap - RuleFormParts::fieldGap;
-    layout->addSpacing(groupSpacing);
-    layout->addWidget(groupTitle(localization.text("ui_rule_when")));
-    layout->addWidget(condition);
-    layout->addSpacing(groupSpacing);
-    layout->addWidget(groupTitle(localization.text("ui_rule_then")));
-    layout->addWidget(action);
-    layout->addSpacing(groupSpacing);
-    layout->addLayout(makeOptions());
-    layout->addSpacing(groupSpacing);
-    layout->addWidget(makeSummary());
-    layout->addStretch(1);
+    auto* const column = columnBox(fieldGap, fields);
+    column->setContentsMargins(padding, 20, padding, 20);
+    const auto group = [&](const std::string& title) {
+        column->addSpacing(groupGap - fieldGap);
+        if (!title.empty()) column->addWidget(new Label(qt(title), TypeRole::label, &Theme::text2));
+    };
+    column->addLayout(labelled(qt(localization_.text("ui_name")), *name_));
+    group(localization_.text("ui_rule_when"));
+    column->addLayout(condition());
+    group(localization_.text("ui_rule_then"));
+    column->addWidget(action_);
+    group({});
+    column->addLayout(options());
+    group({});
+    column->addWidget(summary());
+    column->addStretch(1);
     return fields;
 }
 
-QLayout* RuleForm::Parts::makeOptions() {
-    options = new QHBoxLayout;
-    options->addLayout(RuleFormParts::labelled(qt(localization.text("ui_rule_priority")), *priority));
-    options->addWidget(isEnabled, 1, Qt::AlignBottom);
-    options->addWidget(stopProcessing, 1, Qt::AlignBottom);
-    placeOptions();
-    for (QWidget* const each : {isEnabled, stopProcessing})
+QLayout* RuleForm::condition() {
+    for (const auto& entry : RawValues<RuleField>::table)
+        field_->addItem(qt(label(entry.first, localization_)));
+    for (const auto& entry : RawValues<RuleOperator>::table)
+        operator_->addItem(qt(label(entry.first, localization_)));
+    value_->setFont(quorvane::font(TypeRole::fixed));
+    conditionGrid_ = new QGridLayout;
+    conditionGrid_->setSpacing(fieldGap);
+    conditionGrid_->addWidget(field_, 0, 0);
+    conditionGrid_->addWidget(operator_, 0, 1);
+    conditionGrid_->addWidget(value_, 0, 2);  // `place` moves it; its turn among the fields is here
+    conditionGrid_->setColumnStretch(0, 180);
+    conditionGrid_->setColumnStretch(1, 164);
+    return conditionGrid_;
+}
+
+QLayout* RuleForm::options() {
+    optionLine_ = lineBox(groupGap);
+    optionLine_->addLayout(labelled(qt(localization_.text("ui_rule_priority")), *priority_));
+    for (QWidget* const each : {isEnabled_, stopProcessing_}) {
         each->setMinimumHeight(Metrics::controlHeight);  // beside the field, its label is above
-    return options;
+        optionLine_->addWidget(each, 1, Qt::AlignBottom);
+    }
+    return optionLine_;
 }
 
-/// Beside each other, or below each other where that is too narrow.
-void RuleForm::Parts::placeOptions() {
-    const bool isNarrow = form.width() < narrowBelow;
-    options->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    options->setSpacing(isNarrow ? RuleFormParts::fieldGap : 24);
+void RuleForm::place() {
+    const bool isNarrow = width() < narrowBelow;
+    if (isNarrow == isNarrow_) return;
+    isNarrow_ = isNarrow;
+    optionLine_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    optionLine_->setSpacing(isNarrow ? fieldGap : 24);
+    if (isNarrow)
+        conditionGrid_->addWidget(value_, 1, 0, 1, 2);
+    else
+        conditionGrid_->addWidget(value_, 0, 2);
+    conditionGrid_->setColumnStretch(2, isNarrow ? 0 : 206);
 }
 
-QWidget* RuleForm::Parts::makeSummary() {
-    auto* const well = new Well(&Theme::accSoft);
-    auto* const line = new QHBoxLayout(well);
-    line->setContentsMargins(16, 14, 20, 14);
-    line->setSpacing(12);
-    line->addWidget(new IconView(QStringLiteral("flow"), 18, &Theme::accInk), 0, Qt::AlignTop);
-    auto* const words = new QVBoxLayout;
-    words->setSpacing(3);
-    words->addWidget(new Label(qt(localization.text("ui_rule_summary")), TypeRole::label, &Theme::accInk));
-    summary->setWordWrap(true);
-    summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    words->addWidget(summary);
-    line->addLayout(words, 1);
+QWidget* RuleForm::summary() {
+    auto* const well = new IconWell(QStringLiteral("flow"), Tone::info);
+    summary_->setWordWrap(true);
+    summary_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    well->words().addWidget(new Label(qt(localization_.text("ui_rule_summary")), TypeRole::label, &Theme::accInk));
+    well->words().addWidget(summary_);
     return well;
 }
 
-QLayout* RuleForm::Parts::makeFoot() {
-    auto* const line = new QHBoxLayout;
+QLayout* RuleForm::foot(const std::function<void()>& remove) {
+    remove_->setIcon(icon(QStringLiteral("trash")));
+    refusal_->setElided(true);
+    refusal_->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    save_->setMinimumWidth(88);
+    connect(remove_, &QAbstractButton::clicked, this, remove);
+    connect(save_, &QAbstractButton::clicked, this, [this] { state_.save(); });
+    auto* const line = lineBox(12);
     line->setContentsMargins(padding, 12, padding, 11);
-    line->setSpacing(12);
-    remove->setIcon(icon(QStringLiteral("trash")));
-    line->addWidget(remove);
-    refusal->setElided(true);
-    refusal->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
-    line->addWidget(refusal, 1);
-    save->setMinimumWidth(88);
-    line->addWidget(save);
+    line->addWidget(remove_);
+    line->addWidget(refusal_, 1);
+    line->addWidget(save_);
     return line;
 }
 
-void RuleForm::Parts::connectFields() {
-    connect(name, &QLineEdit::textEdited, &form, [this](const QString& text) {
-        state.edit([&text](RuleDraft& draft) { draft.name = text.toStdString(); });
+// What the user does and not what the draft says: `activated`, `textEdited` and `clicked`.
+void RuleForm::connectFields() {
+    connect(name_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        state_.edit([&text](RuleDraft& draft) { draft.name = text.toStdString(); });
     });
-    connect(priority, &QDoubleSpinBox::valueChanged, &form, [this](double value) {
-        state.edit([value](RuleDraft& draft) { draft.priority = static_cast<std::int64_t>(value); });
+    connect(field_, &QComboBox::activated, this, [this](int index) {
+        state_.edit([index](RuleDraft& draft) { draft.field = static_cast<RuleField>(index); });
     });
-    connect(isEnabled, &QAbstractButton::clicked, &form,
-            [this](bool isOn) { state.edit([isOn](RuleDraft& draft) { draft.isEnabled = isOn; }); });
-    connect(stopProcessing, &QAbstractButton::clicked, &form,
-            [this](bool isOn) { state.edit([isOn](RuleDraft& draft) { draft.stopProcessing = isOn; }); });
-    connect(remove, &QAbstractButton::clicked, &form, [this] { form.removalWanted.send(); });
-    connect(save, &QAbstractButton::clicked, &form, [this] { state.save(); });
+    connect(operator_, &QComboBox::activated, this, [this](int index) {
+        state_.edit([index](RuleDraft& draft) { draft.matchOperator = static_cast<RuleOperator>(index); });
+    });
+    connect(value_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        state_.edit([&text](RuleDraft& draft) { draft.value = text.toStdString(); });
+    });
+    connect(priority_, &QDoubleSpinBox::valueChanged, this, [this](double value) {
+        state_.edit([value](RuleDraft& draft) { draft.priority = static_cast<std::int64_t>(value); });
+    });
+    connect(isEnabled_, &QAbstractButton::clicked, this,
+            [this](bool isOn) { state_.edit([isOn](RuleDraft& draft) { draft.isEnabled = isOn; }); });
+    connect(stopProcessing_, &QAbstractButton::clicked, this,
+            [this](bool isOn) { state_.edit([isOn](RuleDraft& draft) { draft.stopProcessing = isOn; }); });
 }
 
-void RuleForm::Parts::show() {
-    const RuleDraft draft = state.draft();
-    if (name->text() != qt(draft.name)) name->setText(qt(draft.name));
-    condition->show(draft);
-    action->show(draft);
+void RuleForm::show() {
+    const RuleDraft draft = state_.draft();
+    if (name_->text() != qt(draft.name)) name_->setText(qt(draft.name));
+    showCondition();
+    action_->show(draft);
     {
         // It tells of every change, also of ours.
-        const QSignalBlocker priorityIsOurs(priority);
-        priority->setValue(static_cast<double>(draft.priority));
+        const QSignalBlocker priorityIsOurs(priority_);
+        priority_->setValue(static_cast<double>(draft.priority));
     }
-    isEnabled->setChecked(draft.isEnabled);
-    stopProcessing->setChecked(draft.stopProcessing);
-    summary->setText(qt(state.summary()));
-    remove->setVisible(state.selectedRule() != nullptr);
-    save->setEnabled(draft.canSave());
+    isEnabled_->setChecked(draft.isEnabled);
+    stopProcessing_->setChecked(draft.stopProcessing);
+    summary_->setText(qt(state_.summary()));
+    remove_->setVisible(state_.selectedRule() != nullptr);
+    save_->setEnabled(draft.canSave());
     const bool isIncomplete =
         text::trimmedWithNewlines(draft.name).empty() || text::trimmedWithNewlines(draft.value).empty();
-    refusal->setText(isIncomplete ? qt(localization.text("ui_rule_incomplete")) : QString());
+    refusal_->setText(isIncomplete ? qt(localization_.text("ui_rule_incomplete")) : QString());
 }
 
-RuleForm::RuleForm(RulesDashboardView& state, const Localization& localization, QWidget* parent)
-    : Card(parent), parts_(std::make_unique<Parts>(*this, state, localization)) {}
-
-RuleForm::~RuleForm() = default;
+void RuleForm::showCondition() {
+    const RuleDraft& draft = state_.draft();
+    field_->setCurrentIndex(static_cast<int>(draft.field));
+    operator_->setCurrentIndex(static_cast<int>(draft.matchOperator));
+    value_->setPlaceholderText(qt(placeholder(draft.field, localization_)));
+    // Each is called after what stands before it: "When, Application, contains".
+    const QString separator = qt(localization_.text("list_separator"));
+    operator_->setAccessibleName(field_->accessibleName() + separator + field_->currentText());
+    operator_->setAccessibleDescription(operator_->accessibleName());
+    value_->setAccessibleName(operator_->accessibleName() + separator + operator_->currentText());
+    if (value_->text() != qt(draft.value)) value_->setText(qt(draft.value));
+}
 
 void RuleForm::resizeEvent(QResizeEvent* event) {
     Card::resizeEvent(event);
-    parts_->placeOptions();
+    place();
 }
 
 void RuleForm::focusName() {
-    parts_->name->setFocus(Qt::ShortcutFocusReason);
+    name_->setFocus(Qt::ShortcutFocusReason);
 }
 
 }  // namespace quorvane

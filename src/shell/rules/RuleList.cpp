@@ -1,35 +1,40 @@
 #include "shell/rules/RuleList.h"
 
 #include "shell/look/AccessibleRole.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
-#include "shell/look/Icons.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
-#include "shell/rules/RuleListView.h"
+#include "shell/rules/RuleRows.h"
 
-#include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QVBoxLayout>
+#include <QListView>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <algorithm>
 
 namespace quorvane {
 
-RuleList::RuleList(RulesDashboardView& state, const Localization& localization, QWidget* parent)
-    : Card(parent), state_(state), localization_(localization), search_(new QLineEdit),
-      view_(new RuleListView(state, localization)),
+RuleList::RuleList(RulesDashboardView& state, const Localization& localization, Deeds deeds, QWidget* parent)
+    : Card(parent), state_(state), localization_(localization), deeds_(std::move(deeds)), search_(new QLineEdit),
+      view_(kind("round", new QListView)), rows_(new RuleRows(localization, view_)),
       none_(new EmptyState(QStringLiteral("rules"), qt(localization.text("ui_no_rules_title")),
                            qt(localization.text("ui_no_rules_description")))),
       notFound_(new EmptyState(QStringLiteral("search"), qt(localization.text("no_matching_logs")), {})),
       foot_(new Label({}, TypeRole::labelPlain, &Theme::text2)) {
-    auto* const page = new QVBoxLayout(this);
+    auto* const page = columnBox(0, this);
     page->setContentsMargins(1, 1, 1, 1);
-    page->setSpacing(0);
-    page->addLayout(makeSearch());
+    page->addLayout(searchLine());
     page->addWidget(new Separator);
-    for (QWidget* const content :
-         {static_cast<QWidget*>(view_), static_cast<QWidget*>(none_), static_cast<QWidget*>(notFound_)})
-        page->addWidget(content, 1);
+    prepareView();
+    auto* const rowsPlace = columnBox(0);
+    rowsPlace->setContentsMargins(6, 5, 6, 0);
+    rowsPlace->addWidget(view_);
+    page->addLayout(rowsPlace, 1);
+    page->addWidget(none_, 1);
+    page->addWidget(notFound_, 1);
     setAccessibleRole(*foot_, QAccessible::Notification);
     foot_->setWordWrap(true);
     foot_->setContentsMargins(16, 10, 16, 10);
@@ -38,36 +43,90 @@ RuleList::RuleList(RulesDashboardView& state, const Localization& localization, 
 
     auto* const import = pushButton(qt(localization.text("builtin_rules_import_button")));
     import->setIcon(icon(QStringLiteral("save")));
-    connect(import, &QAbstractButton::clicked, this, [this] { importWanted.send(); });
+    connect(import, &QAbstractButton::clicked, this, [this] { deeds_.import(); });
     none_->addButton(import);
-    rowsChanged_ = state_.rowsChanged.subscribe([this] { follow(); });
-    draftChanged_ = state_.draftChanged.subscribe([this] { foot_->hide(); });
-    follow();
+    rowsChanged_ = state_.rowsChanged.subscribe([this] { showRows(); });
+    draftChanged_ = state_.draftChanged.subscribe([this] {
+        foot_->hide();
+        showSelection();
+    });
+    showRows();
 }
 
-QLayout* RuleList::makeSearch() {
-    auto* const line = new QVBoxLayout;
-    line->setContentsMargins(12, 12, 12, 11);
+QLayout* RuleList::searchLine() {
     search_->setPlaceholderText(qt(localization_.text("ui_rule_search")));
     search_->setAccessibleName(search_->placeholderText());
-    setKind(*search_, "quiet", true);
+    setKind(*search_, "quiet");
     search_->addAction(icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this,
             [this](const QString& text) { state_.setSearch(text.toStdString()); });
+    auto* const line = columnBox(0);
+    line->setContentsMargins(12, 12, 12, 11);
     line->addWidget(search_);
     return line;
 }
 
-void RuleList::follow() {
+void RuleList::prepareView() {
+    view_->setAccessibleName(qt(localization_.text("nav_rules")));
+    view_->setFrameShape(QFrame::NoFrame);
+    view_->viewport()->setAutoFillBackground(false);
+    view_->viewport()->setAttribute(Qt::WA_Hover);
+    view_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view_->setVerticalScrollMode(QListView::ScrollPerPixel);
+    view_->setUniformItemSizes(true);
+    view_->setEditTriggers(QListView::NoEditTriggers);
+    view_->setItemDelegate(new RuleRowDelegate(qt(localization_.text("ui_rule_off")), view_));
+    view_->setModel(rows_);
+    view_->installEventFilter(this);
+    connect(view_, &QListView::clicked, this, [this](const QModelIndex& index) { choose(index); });
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this](const QItemSelection& selected) {
+                if (!isShowing_ && !selected.isEmpty()) state_.select(rows_->row(selected.indexes().front()).rule);
+            });
+}
+
+void RuleList::showRows() {
+    const QScopedValueRollback showing(isShowing_, true);
+    const int scrolled = view_->verticalScrollBar()->value();
+    rows_->show(state_.rows());
+    showSelection();
+    view_->doItemsLayout();
+    view_->verticalScrollBar()->setValue(scrolled);
     none_->setVisible(state_.isEmpty());
     notFound_->setVisible(!state_.isEmpty() && state_.rows().empty());
     view_->setVisible(!state_.rows().empty());
 }
 
+void RuleList::showSelection() {
+    const QScopedValueRollback showing(isShowing_, true);
+    const auto index = rows_->indexOf(state_.selectedRule().get());
+    if (!index.isValid()) {
+        view_->selectionModel()->clearSelection();
+        const int row = std::min(lastRow_, rows_->rowCount() - 1);
+        if (!view_->currentIndex().isValid() && row >= 0)
+            view_->selectionModel()->setCurrentIndex(rows_->index(row), QItemSelectionModel::NoUpdate);
+        return;
+    }
+    lastRow_ = index.row();
+    if (view_->selectionModel()->isSelected(index)) return;
+    view_->setCurrentIndex(index);
+    view_->scrollTo(index);
+}
+
+void RuleList::choose(const QModelIndex& index) {
+    if (!index.isValid()) return;
+    view_->setCurrentIndex(index);
+    deeds_.edit();
+}
+
 void RuleList::focusSearch() {
     search_->setFocus(Qt::ShortcutFocusReason);
     search_->selectAll();
+}
+
+void RuleList::focusRows() {
+    view_->setFocus(Qt::OtherFocusReason);
 }
 
 void RuleList::announceRemoval(const std::string& name) {
@@ -78,10 +137,14 @@ void RuleList::announceRemoval(const std::string& name) {
     QAccessible::updateAccessibility(&event);
 }
 
-/// From the search into what it found, and out of it.
 bool RuleList::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != search_ || event->type() != QEvent::KeyPress) return false;
+    if (event->type() != QEvent::KeyPress) return false;
     const int key = static_cast<const QKeyEvent*>(event)->key();
+    return watched == search_ ? searchKey(key) : rowKey(key);
+}
+
+/// From the search into what it found, and out of it.
+bool RuleList::searchKey(int key) {
     if (key == Qt::Key_Down && view_->isVisible()) {
         view_->setFocus(Qt::TabFocusReason);
         return true;
@@ -91,6 +154,16 @@ bool RuleList::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     return false;
+}
+
+bool RuleList::rowKey(int key) {
+    switch (key) {
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace: deeds_.remove(); return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: choose(view_->currentIndex()); return true;
+    default: return false;
+    }
 }
 
 }  // namespace quorvane

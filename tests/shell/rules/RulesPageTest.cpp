@@ -3,10 +3,10 @@
 #include "shell/look/Sheet.h"
 #include "shell/rules/RuleForm.h"
 #include "shell/rules/RuleList.h"
-#include "shell/rules/RuleListView.h"
 #include "shell/support/ScreenTest.h"
 
 #include <QComboBox>
+#include <QListView>
 #include <QShortcut>
 
 namespace quorvane {
@@ -48,7 +48,7 @@ protected:
     std::vector<std::string> texts() { return accessibleNames(*page, QAccessible::StaticText); }
     /// Below the list alone: combo boxes have items too.
     std::vector<std::string> rows() { return accessibleNames(list(), QAccessible::ListItem); }
-    RuleListView& list() { return widgetBelow<RuleListView>(*page); }
+    QListView& list() { return widgetBelow<QListView>(*page); }
     template <class Field>
     Field& field(const char* name) {
         for (auto* const each : page->findChildren<Field*>())
