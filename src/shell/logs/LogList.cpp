@@ -1,7 +1,6 @@
 #include "shell/logs/LogList.h"
 
-#include "shell/logs/LogEntryRow.h"
-#include "shell/logs/LogListModel.h"
+#include "shell/logs/LogRows.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Typography.h"
 
@@ -15,10 +14,10 @@
 namespace quorvane {
 
 LogList::LogList(LogViewerState& state, const Localization& localization, QWidget* parent)
-    : QListView(parent), state_(state), localization_(localization), model_(new LogListModel(this)) {
+    : QListView(parent), state_(state), localization_(localization), model_(new LogRows(this)) {
     setAccessibleName(qt(localization.text("recent_logs_title")));
     setModel(model_);
-    setItemDelegate(new LogEntryRow(this));
+    setItemDelegate(new LogRowDelegate(LogRowDelegate::Kind::full, this));
     setUniformItemSizes(true);
     setSelectionMode(ExtendedSelection);
     setVerticalScrollMode(ScrollPerPixel);

@@ -9,7 +9,7 @@
 
 namespace quorvane {
 
-class LogListModel;
+class LogRows;
 
 /// The entries that the log window shows. End follows the newest, Ctrl+C copies whole lines, the context menu copies
 /// messages or lines of what is selected.
@@ -34,7 +34,7 @@ private:
 
     LogViewerState& state_;
     const Localization& localization_;
-    LogListModel* model_;
+    LogRows* model_;
     Subscription autoScrollChanged_;
 };
 

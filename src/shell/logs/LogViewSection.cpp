@@ -1,10 +1,9 @@
 #include "shell/logs/LogViewSection.h"
 
-#include "shell/logs/CompactLogEntryRow.h"
 #include "shell/logs/LogActions.h"
-#include "shell/logs/LogRowText.h"
-#include "shell/logs/StatisticItem.h"
+#include "shell/logs/LogRows.h"
 #include "shell/look/AccessibleRole.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Card.h"
 #include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
@@ -12,8 +11,9 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <QListView>
+#include <QLocale>
+#include <algorithm>
 #include <utility>
 
 namespace quorvane {
@@ -28,112 +28,117 @@ LogViewSection::LogViewSection(AppLogger& logger, const Localization& localizati
                                QWidget* parent)
     : QWidget(parent), logger_(logger), localization_(localization), openLogWindow_(std::move(openLogWindow)),
       count_(new Label({}, TypeRole::caption, &Theme::text3)),
-      total_(new StatisticItem(qt(localization.text("ui_log_total")), &Theme::text)),
-      warnings_(new StatisticItem(LogRowText::level(LogLevel::warning), &Theme::warn)),
-      errors_(new StatisticItem(LogRowText::level(LogLevel::error), &Theme::bad)), list_(new QWidget),
-      rows_(new QVBoxLayout(list_)) {
-    setAccessibleRole(*list_, QAccessible::List, qt(localization.text("recent_logs_title")));
-    rows_->setContentsMargins(0, 0, 0, 0);
-    rows_->setSpacing(0);
+      total_(statistic(qt(localization.text("ui_log_total")), &Theme::text)),
+      warnings_(statistic(levelText(LogLevel::warning), &Theme::warn)),
+      errors_(statistic(levelText(LogLevel::error), &Theme::bad)), list_(new QListView), rows_(new LogRows(list_)),
+      none_(new Label(qt(localization.text("no_logs")), TypeRole::body, &Theme::text3)) {
+    prepareList();
     auto* const card = new Card;
-    auto* const inside = new QVBoxLayout(card);
+    auto* const inside = columnBox(12, card);
     inside->setContentsMargins(Metrics::cardPadding, 12, Metrics::cardPadding, 12);
-    inside->setSpacing(12);
-    inside->addLayout(makeStatistics());
+    inside->addLayout(statistics());
     inside->addWidget(list_);
-    inside->addLayout(makeActions());
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(6);
-    column->addLayout(makeHead());
+    inside->addWidget(none_);
+    inside->addLayout(actions());
+    auto* const column = columnBox(6, this);
+    column->addLayout(head());
     column->addWidget(card);
-    column->addLayout(makePrivacyNote());
+    column->addLayout(privacyNote());
     due_.setSingleShot(true);
     connect(&due_, &QTimer::timeout, this, [this] { refresh(); });
     logsChanged_ = logger.logsChanged.subscribe([this] {
         if (isVisible()) due_.start(0);
     });
     refresh();
-    showEntries();
 }
 
-QLayout* LogViewSection::makeHead() {
-    auto* const line = new QHBoxLayout;
+LogViewSection::Statistic LogViewSection::statistic(const QString& label, QColor Theme::*color) {
+    const Statistic made{
+        .well = kind("well", new QFrame), .value = new Label({}, TypeRole::title, color), .label = label};
+    setAccessibleRole(*made.well, QAccessible::StaticText);
+    auto* const words = columnBox(0, made.well);
+    words->setContentsMargins(12, 8, 12, 8);
+    words->addWidget(made.value);
+    words->addWidget(new Label(label, TypeRole::caption, &Theme::text2));
+    return made;
+}
+
+void LogViewSection::Statistic::show(int count) const {
+    value->setText(QLocale().toString(count));
+    well->setAccessibleName(label + QStringLiteral(": ") + value->text());
+}
+
+/// It is as high as what it shows, and nothing in it can be chosen.
+void LogViewSection::prepareList() {
+    list_->setAccessibleName(qt(localization_.text("recent_logs_title")));
+    list_->setModel(rows_);
+    list_->setItemDelegate(new LogRowDelegate(LogRowDelegate::Kind::compact, list_));
+    list_->setFocusPolicy(Qt::NoFocus);
+    list_->setSelectionMode(QListView::NoSelection);
+    list_->setFrameShape(QFrame::NoFrame);
+    list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list_->viewport()->setAutoFillBackground(false);
+}
+
+QLayout* LogViewSection::head() {
+    auto* const line = lineBox(8);
     line->setContentsMargins(2, 0, 2, 0);
-    auto* const title = new Label(qt(localization_.text("recent_logs_title")), TypeRole::label, &Theme::text2);
-    line->addWidget(title, 1);
+    line->addWidget(new Label(qt(localization_.text("recent_logs_title")), TypeRole::label, &Theme::text2), 1);
     line->addWidget(count_);
     return line;
 }
 
-QLayout* LogViewSection::makeStatistics() {
-    auto* const line = new QHBoxLayout;
-    line->setSpacing(12);
-    for (StatisticItem* const item : {total_, warnings_, errors_})
-        line->addWidget(item, 1);
+QLayout* LogViewSection::statistics() {
+    auto* const line = lineBox(12);
+    for (const Statistic& each : {total_, warnings_, errors_})
+        line->addWidget(each.well, 1);
     return line;
 }
 
-QLayout* LogViewSection::makeActions() {
-    const auto button = [](const std::string& text, const char* iconName, const char* kind) {
+QLayout* LogViewSection::actions() {
+    const auto button = [this](const std::string& text, const char* iconName, const char* kind, auto act) {
         auto* const made = pushButton(qt(text), kind);
-        setKind(*made, "small", true);
         made->setIcon(icon(QString::fromLatin1(iconName)));
+        connect(made, &QAbstractButton::clicked, this, act);
         return made;
     };
-    auto* const open = button(localization_.text("open_full_log_window"), "window", "plain");
-    auto* const save = button(localization_.text("export_diagnostic_report"), "save", "plain");
-    auto* const clear = button(localization_.text("clear_logs"), "trash", "danger");
-    connect(open, &QAbstractButton::clicked, this, [this] { openLogWindow_(); });
-    connect(save, &QAbstractButton::clicked, this,
-            [this] { LogActions::exportReport(*this, logger_, localization_, settingsModule); });
-    connect(clear, &QAbstractButton::clicked, this, [this] { askToClear(); });
-    auto* const line = new QHBoxLayout;
-    line->setSpacing(8);
-    line->addWidget(open);
-    line->addWidget(save);
+    auto* const line = lineBox(8);
+    line->addWidget(
+        button(localization_.text("open_full_log_window"), "window", "plain small", [this] { openLogWindow_(); }));
+    line->addWidget(button(localization_.text("export_diagnostic_report"), "save", "plain small",
+                           [this] { LogActions::exportReport(*this, logger_, localization_, settingsModule); }));
     line->addStretch(1);
-    line->addWidget(clear);
+    line->addWidget(button(localization_.text("clear_logs"), "trash", "danger small", [this] { askToClear(); }));
     return line;
 }
 
-QLayout* LogViewSection::makePrivacyNote() {
-    auto* const line = new QHBoxLayout;
-    line->setContentsMargins(2, 2, 2, 0);
-    line->setSpacing(8);
-    line->addWidget(new IconView(QStringLiteral("lock"), 14, &Theme::text2), 0, Qt::AlignTop);
+QLayout* LogViewSection::privacyNote() {
     auto* const words = new Label(qt(localization_.text("log_privacy_help")), TypeRole::labelPlain, &Theme::text2);
     words->setWordWrap(true);
+    auto* const line = lineBox(8);
+    line->setContentsMargins(2, 2, 2, 0);
+    line->addWidget(new IconView(QStringLiteral("lock"), 14, &Theme::text2), 0, Qt::AlignTop);
     line->addWidget(words, 1);
     return line;
 }
 
 void LogViewSection::refresh() {
-    statistics_ = logger_.logStatistics();
-    count_->setText(qt(localization_.text("log_count_caption", statistics_.total)));
-    total_->setValue(statistics_.total);
-    warnings_->setValue(statistics_.warning);
-    errors_->setValue(statistics_.error);
-    if (auto present = logger_.recentLogs(recentCount); present != recentLogs_) {
-        recentLogs_ = std::move(present);
-        showEntries();
-    }
-}
-
-void LogViewSection::showEntries() {
-    while (QLayoutItem* const item = rows_->takeAt(0)) {
-        delete item->widget();
-        delete item;
-    }
-    for (auto entry = recentLogs_.rbegin(); entry != recentLogs_.rend(); ++entry)
-        rows_->addWidget(new CompactLogEntryRow(*entry));
-    if (recentLogs_.empty())
-        rows_->addWidget(new Label(qt(localization_.text("no_logs")), TypeRole::body, &Theme::text3));
+    const LogStatistics statistics = logger_.logStatistics();
+    count_->setText(qt(localization_.text("log_count_caption", statistics.total)));
+    total_.show(statistics.total);
+    warnings_.show(statistics.warning);
+    errors_.show(statistics.error);
+    auto latest = logger_.recentLogs(recentCount);
+    std::ranges::reverse(latest);
+    if (latest != rows_->entries()) rows_->setEntries(std::move(latest));
+    list_->setFixedHeight(rows_->rowCount() * list_->sizeHintForRow(0));
+    list_->setVisible(rows_->rowCount() > 0);
+    none_->setVisible(rows_->rowCount() == 0);
 }
 
 void LogViewSection::askToClear() {
-    if (showingClearConfirmation_) return;
-    showingClearConfirmation_ = true;
+    if (std::exchange(showingClearConfirmation_, true)) return;
     LogActions::confirmClear(
         *window(), localization_,
         [this] {

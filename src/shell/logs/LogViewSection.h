@@ -4,17 +4,19 @@
 #include "diagnostics/AppLogger.h"
 #include "l10n/Localization.h"
 
+#include <QColor>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <vector>
 
-class QVBoxLayout;
+class QListView;
 
 namespace quorvane {
 
 class Label;
-class StatisticItem;
+class LogRows;
+struct Theme;
 
 /// The log in the settings: counts, the latest entries, newest first, and what can be done with them. While it is
 /// hidden it follows nothing.
@@ -28,26 +30,33 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    /// A number above what it counts. Read as one: "Total: 318".
+    struct Statistic {
+        QWidget* well = nullptr;
+        Label* value = nullptr;
+        QString label;
+        void show(int count) const;
+    };
+    [[nodiscard]] static Statistic statistic(const QString& label, QColor Theme::*color);
+    [[nodiscard]] QLayout* head();
+    [[nodiscard]] QLayout* statistics();
+    [[nodiscard]] QLayout* actions();
+    [[nodiscard]] QLayout* privacyNote();
+    void prepareList();
     void refresh();
-    void showEntries();
     void askToClear();
-    [[nodiscard]] QLayout* makeHead();
-    [[nodiscard]] QLayout* makeStatistics();
-    [[nodiscard]] QLayout* makeActions();
-    [[nodiscard]] QLayout* makePrivacyNote();
 
     AppLogger& logger_;
     const Localization& localization_;
     std::function<void()> openLogWindow_;
-    std::vector<LogEntry> recentLogs_;
-    LogStatistics statistics_;
     bool showingClearConfirmation_ = false;
     Label* count_;
-    StatisticItem* total_;
-    StatisticItem* warnings_;
-    StatisticItem* errors_;
-    QWidget* list_;
-    QVBoxLayout* rows_;
+    Statistic total_;
+    Statistic warnings_;
+    Statistic errors_;
+    QListView* list_;
+    LogRows* rows_;
+    Label* none_;
     QTimer due_;  ///< one refresh for all that happens in a turn of the event loop
     Subscription logsChanged_;
 };

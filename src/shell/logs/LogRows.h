@@ -3,12 +3,16 @@
 #include "diagnostics/LogEntry.h"
 
 #include <QAbstractListModel>
+#include <QStyledItemDelegate>
 #include <vector>
 
 namespace quorvane {
 
-/// Entries of the log as rows, oldest first. What assistive technology hears of a row is time, level, module, message.
-class LogListModel : public QAbstractListModel {
+/// "WARNING"; the same in every language.
+[[nodiscard]] QString levelText(LogLevel level);
+
+/// Entries of the log for a list. What assistive technology hears of one is time, level, module, message.
+class LogRows : public QAbstractListModel {
 public:
     /// Is the row one of the darker ones? An entry keeps its answer when older ones go.
     static constexpr int isStripedRole = Qt::UserRole;
@@ -27,6 +31,20 @@ public:
 private:
     std::vector<LogEntry> entries_;
     int gone_ = 0;  ///< rows that went at the front
+};
+
+/// Paints an entry of `LogRows` in four columns: time, level, module and message.
+class LogRowDelegate : public QStyledItemDelegate {
+public:
+    /// A full row keeps time and message in fixed pitch; a compact one is a line of a card.
+    enum class Kind { full, compact };
+    LogRowDelegate(Kind kind, QObject* parent) : QStyledItemDelegate(parent), kind_(kind) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    Kind kind_;
 };
 
 }  // namespace quorvane
