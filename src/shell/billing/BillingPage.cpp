@@ -189,8 +189,7 @@ void BillingPage::addShortcuts() {
         {Qt::Key_P, &BillingDashboardView::previewPack},
         {Qt::Key_E, &BillingDashboardView::exportPack}};
     for (const auto& [key, act] : keys) {
-        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);  // not under a sheet
+        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);  // of a hidden page it rests
         connect(shortcut, &QShortcut::activated, this, [this, act = act] { (dashboard().*act)(); });
     }
 }

@@ -100,6 +100,18 @@ TEST_F(MainWindowTest, EverySectionHasItsScreenAndItsKey) {
     }
 }
 
+TEST_F(MainWindowTest, BillingsKeysActWhereverTheFocusIsWhileItsSectionIsShown) {
+    open();
+    shortcut("Ctrl+R");
+    EXPECT_THAT(dialogs(), IsEmpty());
+    click("Billing");
+    buttonCalled(scene->window(), "Rules").setFocus();
+    shortcut("Ctrl+R");
+    EXPECT_THAT(dialogs(), SizeIs(1));
+    shortcut("Ctrl+P");
+    EXPECT_THAT(dialogs(), SizeIs(1)) << "not under a sheet";
+}
+
 TEST_F(MainWindowTest, KeysStepThroughDaysWeeksAndMonthsAndZoom) {
     auto& chart = open().chart();
     const struct {
