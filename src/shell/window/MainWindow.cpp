@@ -66,7 +66,7 @@ MainWindow::MainWindow(AppServices& services)
         if (state != Qt::ApplicationActive) activity_.chart().applicationLeft();
     });
     resize(firstSize);
-    WindowFrame::restore(*this, services_.defaults);
+    new WindowFrame(*this, services_.defaults, services_.runLoop);
 }
 
 // What shows the states goes before the states do: even a widget that is about to go loses the focus with an event.
@@ -155,7 +155,6 @@ void MainWindow::paintEvent(QPaintEvent*) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (!mayClose()) return event->ignore();
-    WindowFrame::keep(*this, services_.defaults);
     QWidget::closeEvent(event);
 }
 

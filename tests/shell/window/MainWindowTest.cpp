@@ -349,12 +349,22 @@ TEST_F(MainWindowTest, WithoutATrayTheFirstClosingSaysThatRecordingGoesOn) {
     EXPECT_TRUE(scene->window().close());
 }
 
-TEST_F(MainWindowTest, TheSizeIsRememberedAndTheFirstOneIsLarge) {
+TEST_F(MainWindowTest, SizeAndPlaceAreRememberedHoweverTheWindowEnds) {
     scene.emplace();
-    EXPECT_EQ(scene->open().size(), QSize(1280, 832));
-    scene->window().resize(700, 500);
-    EXPECT_TRUE(scene->window().close());
-    EXPECT_EQ(scene->open().size(), QSize(700, 500));
+    EXPECT_EQ(scene->open().size(), QSize(1280, 832)) << "the first one is large";
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"closed", [this] { EXPECT_TRUE(scene->window().close()); }},
+        {"by the program's end", [this] { scene->endWindow(); }},
+        {"with its process", [this] { scene->runLoop.playFor(1s); }},
+    };
+    QRect frame(40, 30, 700, 500);
+    for (const auto& [name, end] : ends) {
+        frame.adjust(10, 20, 50, 40);
+        scene->window().setGeometry(frame);
+        scene->settle();
+        end();
+        EXPECT_EQ(scene->open().geometry(), frame) << name;
+    }
 }
 
 TEST_F(MainWindowTest, EverythingIsInTheWordsLanguageAndMirrorsFromRightToLeft) {
