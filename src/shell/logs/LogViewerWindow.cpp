@@ -94,7 +94,7 @@ void LogViewerWindow::Parts::askToClear() {
 
 LogViewerWindow::LogViewerWindow(AppLogger& logger, const Localization& localization, QWidget* parent)
     : QWidget(parent, Qt::Window), parts_(std::make_unique<Parts>(*this, logger, localization)) {
-    setWindowTitle(QStringLiteral("Quorvane – ") + qt(localization.text("recent_logs_title")));
+    setWindowTitle(qt(localization.text("ui_log_window_title")));
     setMinimumSize(leastSize);
     resize(firstSize);
     parts_->list->setFocus();

@@ -161,6 +161,7 @@ TEST_F(MainWindowTest, ThereIsOneLogWindowAndItGoesWithTheMainOne) {
     const auto shown = logWindows();
     ASSERT_EQ(shown.size(), 1U);
     EXPECT_TRUE(shown[0]->isVisible());
+    EXPECT_EQ(shown[0]->windowTitle(), "Log – Quorvane");
     scene.reset();
     EXPECT_FALSE(shown[0]);
 }
