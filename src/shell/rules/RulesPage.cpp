@@ -67,6 +67,7 @@ RulesPage::Parts::Parts(RulesPage& owner, std::unique_ptr<RulesDashboardView> ow
     cards->addWidget(list);
     cards->addWidget(form, 1);
     layout->addLayout(cards, 1);
+    page.setFocusProxy(&list->view());
     addKeys();
     opened = list->view().opened.subscribe([this] { edit(); });
     importWanted = list->importWanted.subscribe([this] { import(); });

@@ -150,7 +150,10 @@ void ActivityPage::explainEmptyDay() {
 }
 
 void ActivityPage::setMode(TimelineViewMode mode) {
-    if (parts_->header != nullptr) parts_->header->setMode(mode);
+    if (parts_->header == nullptr) return;
+    parts_->wantsFocus = true;
+    parts_->header->setMode(mode);
+    place();  // also where it is shown already
 }
 
 void ActivityPage::goToToday() {
@@ -197,7 +200,8 @@ void ActivityPage::place() {
         view->setVisible(isShown);
     }
     parts_->wantsFocus = parts_->wantsFocus || losesFocus;
-    if (!isCovered() && std::exchange(parts_->wantsFocus, false)) focusView(mode);
+    setFocusProxy(&viewOf(mode));
+    if (!isCovered() && std::exchange(parts_->wantsFocus, false)) viewOf(mode).setFocus();
     if (layout.legend) parts_->legend->setGeometry(mirrored(*layout.legend));
     parts_->legend->setVisible(layout.legend && !isCovered());
     placePraise(layout);
@@ -207,12 +211,13 @@ void ActivityPage::place() {
 }
 
 /// The keyboard stays with the time that is shown.
-void ActivityPage::focusView(TimelineViewMode mode) {
+QWidget& ActivityPage::viewOf(TimelineViewMode mode) const {
     switch (mode) {
-    case TimelineViewMode::day: return parts_->day->setFocus();
-    case TimelineViewMode::week: return parts_->week->setFocus();
-    case TimelineViewMode::month: return parts_->month->setFocus();
+    case TimelineViewMode::day: break;
+    case TimelineViewMode::week: return *parts_->week->focusProxy();
+    case TimelineViewMode::month: return *parts_->month->focusProxy();
     }
+    return *parts_->day;
 }
 
 void ActivityPage::placePraise(const ActivityLayout& layout) {

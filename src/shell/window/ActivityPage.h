@@ -52,7 +52,7 @@ private:
     void explainEmptyDay();
     [[nodiscard]] bool isCovered() const;
     void cover();
-    void focusView(TimelineViewMode mode);
+    [[nodiscard]] QWidget& viewOf(TimelineViewMode mode) const;
     void placePraise(const ActivityLayout& layout);
     /// What the praise leaves of the side for the details.
     [[nodiscard]] QRect detailsColumn(const ActivityLayout& layout) const;

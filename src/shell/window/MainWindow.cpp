@@ -93,6 +93,11 @@ void MainWindow::chooseSection(MainSection section) {
     pages_->choose(section);
 }
 
+void MainWindow::goToSection(MainSection section) {
+    chooseSection(section);
+    pages_->focusPage();
+}
+
 void MainWindow::openSettings(SettingsSheet::Page page) {
     SettingsSheet::open(
         *this, services_,

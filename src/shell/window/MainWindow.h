@@ -25,6 +25,8 @@ public:
     ~MainWindow() override;
 
     void chooseSection(MainSection section);
+    /// The same for the keyboard, which goes on there.
+    void goToSection(MainSection section);
     void openSettings(SettingsSheet::Page page = SettingsSheet::Page::general);
     void openCloudSync();
     void openAbout();

@@ -1,5 +1,6 @@
 #include "shell/window/MainWindow.h"
 
+#include "shell/chart/DayCells.h"
 #include "shell/chart/DayChartView.h"
 #include "shell/chart/DetailsPanel.h"
 #include "shell/chart/ProjectPanel.h"
@@ -10,6 +11,7 @@
 #include "shell/rules/RulesPage.h"
 #include "shell/support/WindowTest.h"
 #include "shell/window/PanelOverlay.h"
+#include "shell/window/SectionPages.h"
 #include "store/ActivityRecord.h"
 #include "store/AppSettings.h"
 #include "support/Builders.h"
@@ -95,8 +97,21 @@ TEST_F(MainWindowTest, EverySectionHasItsScreenAndItsKey) {
         EXPECT_TRUE(shows(content)) << name;
         click("Timeline");
         EXPECT_FALSE(shows(content)) << name;
+        buttonCalled(scene->window(), "Timeline").setFocus();
         shortcut(("Ctrl+" + std::to_string(++key)).c_str());
         EXPECT_TRUE(shows(content)) << name;
+        const QWidget* const focus = QApplication::focusWidget();
+        EXPECT_TRUE(focus != nullptr && widgetBelow<SectionPages>(scene->window()).isAncestorOf(focus)) << name;
+    }
+    shortcut("Ctrl+1");
+    EXPECT_TRUE(widgetBelow<DayChartView>(scene->window()).hasFocus());
+    buttonCalled(scene->window(), "Billing").setFocus();
+    shortcut("Ctrl+1");
+    EXPECT_TRUE(widgetBelow<DayChartView>(scene->window()).hasFocus()) << "also where it is open already";
+    for (const char* const keys : {"Alt+2", "Alt+3"}) {
+        buttonCalled(scene->window(), "Today").setFocus();
+        shortcut(keys);
+        EXPECT_NE(dynamic_cast<DayCells*>(QApplication::focusWidget()), nullptr) << "for the arrows: " << keys;
     }
 }
 
