@@ -41,6 +41,7 @@ struct MonthView::Parts {
     MonthCanvas* canvas;
     Subscription opened;
     Subscription focusMoved;
+    Subscription left;
 };
 
 MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
@@ -61,10 +62,11 @@ MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
 
 MonthView::MonthView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
     : OverviewArea(activity, TimelineViewMode::month, parent),
-      parts_(new Parts{localization, console, new MonthCanvas(this), {}, {}}) {
+      parts_(new Parts{localization, console, new MonthCanvas(this), {}, {}, {}}) {
     setWidget(parts_->canvas);
     setFocusProxy(parts_->canvas);
     parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
+    parts_->left = parts_->canvas->left.subscribe([this](Date date) { this->activity().chart().selectDate(date); });
     parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) {
         ensureVisible(day.center().x(), day.center().y(), day.width() / 2 + 6, day.height() / 2 + 6);
     });
@@ -74,8 +76,8 @@ MonthView::~MonthView() = default;
 
 void MonthView::rebuild() {
     parts_->canvas->setAccessibleName(qt(monthAndYear(activity().chart().selectedDate())));
-    parts_->canvas->startFocusAt(timelineCalendar().startOfDay(activity().chart().selectedDate()));
     parts_->canvas->setMonth(parts_->picture(activity()));
+    parts_->canvas->startFocusAt(timelineCalendar().startOfDay(activity().chart().selectedDate()));
     arrange();
 }
 

@@ -77,6 +77,7 @@ struct WeekView::Parts {
     SummaryCard* projects;
     Subscription opened;
     Subscription focusMoved;
+    Subscription left;
     double columnWidth = 0;
     std::optional<Date> selectedDay;  ///< when it was rebuilt last
 };
@@ -113,6 +114,7 @@ WeekView::WeekView(MyActivityView& activity, const Localization& localization, C
     setWidget(parts_->content);
     setFocusProxy(parts_->canvas);
     parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
+    parts_->left = parts_->canvas->left.subscribe([this](Date date) { this->activity().chart().selectDate(date); });
     parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) { bringOnScreen(day); });
 }
 
