@@ -6,6 +6,7 @@
 #include "shell/look/Typography.h"
 
 #include <QEasingCurve>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
@@ -109,6 +110,7 @@ void DayChartView::Parts::layOut() {
     }
     emptyState->setVisible(scene.isEmpty);
     const int most = std::max(0, static_cast<int>(std::ceil(height)) - size.height());
+    const QScopedValueRollback placing(isPlacing, true);
     for (QScrollBar* bar : {view.verticalScrollBar(), scrollBar}) {
         bar->setPageStep(size.height());
         bar->setRange(0, most);
@@ -123,6 +125,7 @@ void DayChartView::Parts::scrollTo(const ScrollTarget& target) {
     present();
     const auto hour = static_cast<std::size_t>(std::clamp(target.hour, 0, 23));
     const double row = chart.layout().heights()[hour];
+    const QScopedValueRollback placing(isPlacing, true);
     const double top = chart.layout().offsets()[hour] + target.fraction * (row - view.viewport()->height());
     scrollTo(qRound(top), static_cast<int>(target.duration / 1ms));
 }

@@ -69,6 +69,7 @@ struct DayChartView::Parts {
     QBasicTimer dragScroll;
     QPointF pointer;  ///< of the drag under way
     int wheelRest = 0;
+    bool isPlacing = false;                          ///< what scrolls now isn't the user
     std::unique_ptr<platform::WorkItem> nextMinute;  ///< only while visible
     Subscription changed;
     Subscription scrollRequested;

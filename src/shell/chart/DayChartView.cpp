@@ -87,7 +87,8 @@ void DayChartView::resizeEvent(QResizeEvent* event) {
 }
 
 void DayChartView::scrollContentsBy(int, int) {
-    parts_->chart.noteScroll(parts_->scroll());
+    const bool isByUser = !parts_->isPlacing && parts_->animation.state() != QAbstractAnimation::Running;
+    parts_->chart.noteScroll(parts_->scroll(), isByUser);
     parts_->layOut();
     if (!parts_->gestures.isDragging()) parts_->tooltip->hide();
     viewport()->update();
@@ -99,6 +100,7 @@ bool DayChartView::event(QEvent* event) {
     case QEvent::Show:
         parts_->isStale = true;
         parts_->refresh();
+        parts_->chart.comeBack();
         parts_->followMinutes();
         break;
     case QEvent::Hide:

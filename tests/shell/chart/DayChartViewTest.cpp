@@ -48,6 +48,7 @@ protected:
         passAllRecords(context(), chart);
         chart.appear();
         show(view, {510 + DayChartView::besideChart, 400});
+        view.verticalScrollBar()->setValue(0);
         view.setFocus(Qt::OtherFocusReason);
     }
     void pointer(QEvent::Type type, QPoint point, Qt::MouseButtons buttons) {

@@ -21,6 +21,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QPointer>
+#include <QScrollBar>
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -125,6 +126,41 @@ TEST_F(MainWindowTest, BillingsKeysActWhereverTheFocusIsWhileItsSectionIsShown) 
     EXPECT_THAT(dialogs(), SizeIs(1));
     shortcut("Ctrl+P");
     EXPECT_THAT(dialogs(), SizeIs(1)) << "not under a sheet";
+}
+
+TEST_F(MainWindowTest, ADayBeginsAtNowOrAtItsFirstActivityUntilSomebodyScrolls) {
+    auto& chart = open().chart();
+    auto& view = widgetBelow<DayChartView>(scene->window());
+    const auto wait = [&] {
+        scene->runLoop.playFor(1s);
+        scene->settle();
+    };
+    const auto hourAt = [&](double share) {
+        return chart.layout().hourForY(view.verticalScrollBar()->value() + share * view.viewport()->height());
+    };
+    const auto step = [&](const std::vector<const char*>& keys) {
+        for (const char* const key : keys)
+            shortcut(key);
+        wait();
+    };
+    wait();
+    for (const auto& keys : std::vector<std::vector<const char*>>{{}, {"Alt+2", "Alt+1"}, {"Ctrl+2", "Ctrl+1"}}) {
+        step(keys);
+        EXPECT_NEAR(hourAt(0.5), 16.5, 1) << testing::PrintToString(keys);
+    }
+    step({"Alt+Left"});
+    EXPECT_EQ(static_cast<int>(hourAt(0)), *chart.activityHours().begin());
+    click("Today");
+    wait();
+    EXPECT_NEAR(hourAt(0.5), 16.5, 1);
+    view.setFocus();
+    press(Qt::Key_PageUp);
+    const double chosen = hourAt(0.5);
+    EXPECT_LT(chosen, 16);
+    step({"Ctrl+2", "Ctrl+1"});
+    EXPECT_EQ(hourAt(0.5), chosen) << "a look at another section";
+    step({"Alt+3", "Alt+1"});
+    EXPECT_NEAR(hourAt(0.5), 16.5, 1);
 }
 
 TEST_F(MainWindowTest, KeysStepThroughDaysWeeksAndMonthsAndZoom) {
