@@ -1,6 +1,5 @@
 #include "shell/chart/LegendPanel.h"
 
-#include "base/Url.h"
 #include "shell/chart/LegendRow.h"
 #include "shell/chart/ProjectHours.h"
 #include "shell/chart/RowsArea.h"
@@ -8,7 +7,6 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
-#include "timeline/AppColorPalette.h"
 #include "timeline/AppStatistics.h"
 
 #include <QVBoxLayout>
@@ -27,14 +25,8 @@ struct Shown {
     friend bool operator==(const Shown&, const Shown&) = default;
 };
 
-/// As the blocks beside the list are coloured.
-Color colorOfBlock(const std::optional<std::string>& bundleId, const std::optional<std::string>& appName,
-                   const std::optional<std::string>& url) {
-    return AppColorPalette::appColor(bundleId, appName, url ? urlHost(*url) : std::nullopt, false);
-}
-
 Shown shownOf(const DayTimelineChart& chart, Date now) {
-    const AppStatistics statistics = appStatistics(chart.sidebarRecords(), now, colorOfBlock);
+    const AppStatistics statistics = appStatistics(chart.sidebarRecords(), now);
     Shown shown{.total = fmt::format("{:.1f}", statistics.totalHours),
                 .projects = hoursByProject(chart.projectAnnotations())};
     shown.apps.reserve(statistics.appStats.size());

@@ -50,8 +50,7 @@ MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
     const auto annotations = activity.annotations(userCalendar.month(date));
     MonthPicture month{.now = activity.runLoop().now()};
     month.grid = MonthTimeline::grid(
-        date, {.records = activity.records(), .annotations = annotations, .now = month.now, .isDark = theme().isDark},
-        console, userCalendar);
+        date, {.records = activity.records(), .annotations = annotations, .now = month.now}, console, userCalendar);
     month.weekdays = weekdays(date, userCalendar);
     for (const MonthSimpleCell& cell : month.grid.cells) {
         month.names.push_back(qt(nameOf(cell, localization)));

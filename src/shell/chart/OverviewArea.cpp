@@ -50,8 +50,7 @@ void OverviewArea::hideEvent(QHideEvent* event) {
 
 void OverviewArea::changeEvent(QEvent* event) {
     QScrollArea::changeEvent(event);
-    // Colours of applications depend on the theme, and where texts stand on the font.
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) rebuildSoon();
+    if (event->type() == QEvent::FontChange) rebuildSoon();  // texts stand elsewhere
 }
 
 void OverviewArea::resizeEvent(QResizeEvent* event) {

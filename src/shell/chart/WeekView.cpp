@@ -89,12 +89,9 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
     const auto annotations = activity.annotations({dates.front(), timelineCalendar().day(dates.back()).end});
     // The short records count in the sums; of the bars a column keeps those that are long enough.
     const auto records = recordsForDates(activity.records(), dates, now, 0s, console);
-    const auto summary = weekSummary(dates, records, annotations, now, theme().isDark);
-    const WeekTimeline::Input input{.records = activity.records(),
-                                    .annotations = annotations,
-                                    .now = now,
-                                    .columnWidth = columnWidth,
-                                    .isDark = theme().isDark};
+    const auto summary = weekSummary(dates, records, annotations, now);
+    const WeekTimeline::Input input{
+        .records = activity.records(), .annotations = annotations, .now = now, .columnWidth = columnWidth};
     std::vector<WeekDay> days;
     std::vector<QString> names;
     for (std::size_t i = 0; i < dates.size(); ++i) {

@@ -201,7 +201,7 @@ TEST_F(OverviewsTest, BarsStandAtTheirHoursInTheirColours) {
         const QImage image = canvas(week).grab().toImage();
         const auto at = [&](int x, double hour) { return image.pixelColor(206 + x, static_cast<int>(52 + 20 * hour)); };
         const QColor panel = at(35, 9.5);
-        const QColor editor = toQColor(AppColorPalette::appColor("org.example.editor", {}, {}, isDark));
+        const QColor editor = toQColor(AppColorPalette::appColor("org.example.editor", {}));
         EXPECT_THAT(at(35, 13.5), isAbout(blend(editor, 0.6, panel)));
         EXPECT_THAT(at(105, 13.5), isAbout(blend(toQColor(AppColorPalette::projectColor("sky", false)), 0.7, panel)));
         EXPECT_THAT(at(105, 14.5), isAbout(panel));
