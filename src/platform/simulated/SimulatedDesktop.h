@@ -31,7 +31,7 @@ public:
     PointerEventSource& pointer() override { return pointer_; }
     SimulatedPresence& presence() override { return presence_; }
     SystemEvents& systemEvents() override { return systemEvents_; }
-    SettingsPanes& settingsPanes() override { return settingsPanes_; }
+    SimulatedSettingsPanes& settingsPanes() override { return settingsPanes_; }
     SimulatedAccessibility& accessibility() override { return accessibility_; }
     SimulatedAutomation& automation() override { return automation_; }
     RunningApplications& runningApplications() override { return runningApplications_; }

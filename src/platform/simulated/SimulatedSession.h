@@ -30,8 +30,11 @@ private:
 /// Settings panes that are only noted down.
 class SimulatedSettingsPanes : public SettingsPanes {
 public:
+    [[nodiscard]] bool canOpen(const std::string& /*url*/) const override { return hasProgram; }
     void open(const std::string& url) override { opened_.push_back(url); }
     [[nodiscard]] const std::vector<std::string>& opened() const { return opened_; }
+
+    bool hasProgram = true;
 
 private:
     std::vector<std::string> opened_;

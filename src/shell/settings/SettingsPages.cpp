@@ -78,12 +78,13 @@ void SettingsPages::showPage(int index) {
 }
 
 void SettingsPages::showAutoStartFailure(const AutoStartAlert& alert) {
-    Alert::show(*window(),
-                {.title = qt(alert.message),
-                 .text = qt(alert.informativeText),
-                 .choices = {{.text = qt(alert.settingsButton),
-                              .act = [&manager = services_.autoStartManager] { manager.openLoginItemSettings(); }},
-                             {.text = qt(services_.localization.text("close")), .act = {}}}});
+    Alert::Content content{.title = qt(alert.message), .text = qt(alert.informativeText)};
+    if (!alert.settingsButton.empty())
+        content.choices.push_back({.text = qt(alert.settingsButton), .act = [&manager = services_.autoStartManager] {
+                                       manager.openLoginItemSettings();
+                                   }});
+    content.choices.push_back({.text = qt(services_.localization.text("close"))});
+    Alert::show(*window(), content);
 }
 
 }  // namespace quorvane
