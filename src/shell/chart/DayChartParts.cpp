@@ -27,12 +27,12 @@ constexpr double tooltipMargin = 4;
 }  // namespace
 
 DayChartView::Parts::Parts(DayChartView& owner, DayTimelineChart& shown, platform::RunLoop& loop,
-                           const Localization& texts)
+                           const platform::ApplicationIcons& icons, const Localization& texts)
     : view(owner), chart(shown), runLoop(loop), localization(texts), gestures(shown, scene), keys(shown, loop, scene),
       items(owner), scrollBar(new QScrollBar(Qt::Vertical, &owner)),
       emptyState(new EmptyState("timeline", qt(texts.text("ui_no_records_title")),
                                 qt(texts.text("ui_no_records_description")), owner.viewport())),
-      tooltip(new DayChartTooltip(owner.viewport())) {
+      tooltip(new DayChartTooltip(icons, owner.viewport())) {
     emptyState->setAttribute(Qt::WA_TransparentForMouseEvents);
     emptyState->hide();
     scrollBar->hide();

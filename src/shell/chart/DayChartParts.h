@@ -22,7 +22,8 @@ class EmptyState;
 
 /// What a `DayChartView` is made of, for the files that carry it out.
 struct DayChartView::Parts {
-    Parts(DayChartView& owner, DayTimelineChart& shown, platform::RunLoop& loop, const Localization& texts);
+    Parts(DayChartView& owner, DayTimelineChart& shown, platform::RunLoop& loop,
+          const platform::ApplicationIcons& icons, const Localization& texts);
 
     /// Takes over what the chart holds now, and repaints if anything has changed.
     void refresh();

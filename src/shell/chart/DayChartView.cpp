@@ -22,8 +22,8 @@ constexpr double pageShare = 0.9;
 
 }  // namespace
 
-DayChartView::DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, const Localization& localization,
-                           QWidget* parent)
+DayChartView::DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, const platform::ApplicationIcons& icons,
+                           const Localization& localization, QWidget* parent)
     : QAbstractScrollArea(parent) {
     installDayChartAccessibility();
     setFrameShape(QFrame::NoFrame);
@@ -33,7 +33,7 @@ DayChartView::DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, 
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);  // the card below shows its round corners
     viewport()->setMouseTracking(true);
-    parts_ = std::make_unique<Parts>(*this, chart, runLoop, localization);
+    parts_ = std::make_unique<Parts>(*this, chart, runLoop, icons, localization);
 }
 
 DayChartView::~DayChartView() = default;

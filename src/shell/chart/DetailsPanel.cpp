@@ -1,6 +1,7 @@
 #include "shell/chart/DetailsPanel.h"
 
 #include "base/TimeText.h"
+#include "shell/chart/AppIcon.h"
 #include "shell/chart/AppTile.h"
 #include "shell/chart/CategoryLine.h"
 #include "shell/chart/DetailsRow.h"
@@ -39,7 +40,8 @@ Label* selectable(TypeRole role, QColor Theme::*color) {
 }  // namespace
 
 struct DetailsPanel::Parts {
-    Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const Localization& texts);
+    Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const platform::ApplicationIcons& appIcons,
+          const Localization& texts);
 
     QLayout* head();
     Well* times();
@@ -48,6 +50,7 @@ struct DetailsPanel::Parts {
 
     DetailsPanel& panel;
     DayTimelineChart& chart;
+    const platform::ApplicationIcons& icons;
     const Localization& localization;
     std::optional<ProcessedActivityItem> shown;
     AppTile* tile = new AppTile;
@@ -63,8 +66,9 @@ struct DetailsPanel::Parts {
     Subscription editWanted;
 };
 
-DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const Localization& texts)
-    : panel(owner), chart(shownChart), localization(texts), category(new CategoryLine(texts)) {
+DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart,
+                           const platform::ApplicationIcons& appIcons, const Localization& texts)
+    : panel(owner), chart(shownChart), icons(appIcons), localization(texts), category(new CategoryLine(texts)) {
     const auto row = [this](const char* icon, TextKey caption) {
         return new DetailsRow(QString::fromLatin1(icon), qt(localization.text(caption)),
                               qt(localization.text("ui_copy")));
@@ -147,7 +151,7 @@ void DetailsPanel::Parts::refresh() {
     const auto& item = shown;
     if (!item) return;  // hidden now; what it says last is left standing
     const QString windowTitle = qt(item->windowTitle.value_or(""));
-    tile->setApp(item->color, qt(item->appName));
+    tile->setApp(appIcon(*item, icons), item->color, qt(item->appName));
     name->setText(qt(item->appName));
     title->setText(windowTitle);
     title->setVisible(!windowTitle.isEmpty());
@@ -159,8 +163,9 @@ void DetailsPanel::Parts::refresh() {
     category->setChoice(item->category, item->tags);
 }
 
-DetailsPanel::DetailsPanel(DayTimelineChart& chart, const Localization& localization, QWidget* parent)
-    : Card(parent), parts_(std::make_unique<Parts>(*this, chart, localization)) {}
+DetailsPanel::DetailsPanel(DayTimelineChart& chart, const platform::ApplicationIcons& icons,
+                           const Localization& localization, QWidget* parent)
+    : Card(parent), parts_(std::make_unique<Parts>(*this, chart, icons, localization)) {}
 
 DetailsPanel::~DetailsPanel() = default;
 

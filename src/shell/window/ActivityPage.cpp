@@ -90,7 +90,7 @@ void ActivityPage::build() {
     parts_->header = new DateHeader(chart, runLoop, services.localization, this);
     parts_->legend = new LegendPanel(chart, runLoop, services.localization, this);
     parts_->dayCard = new Card(this);
-    parts_->day = new DayChartView(chart, runLoop, services.localization);
+    parts_->day = new DayChartView(chart, runLoop, services.applicationIcons, services.localization);
     auto* const inside = new QVBoxLayout(parts_->dayCard);
     inside->setContentsMargins(1, 1, 1, 1);
     inside->addWidget(parts_->day);
@@ -101,7 +101,7 @@ void ActivityPage::build() {
     parts_->praiseCard = new PraiseCard(parts_->praise->state(), services.localization, this);
     parts_->praiseCard->installEventFilter(this);
     parts_->shareWanted = parts_->praiseCard->shareWanted.subscribe([this] { parts_->praise->share(*window()); });
-    parts_->details = new DetailsPanel(chart, services.localization, this);
+    parts_->details = new DetailsPanel(chart, services.applicationIcons, services.localization, this);
     parts_->details->installEventFilter(this);
     parts_->project = new ProjectPanel(chart, services.localization, this);
     parts_->absenceOffer = std::make_unique<AbsenceOffer>(chart, services.tracker, services.context, runLoop);

@@ -2,6 +2,7 @@
 
 #include "diagnostics/ConsoleSink.h"
 #include "l10n/Localization.h"
+#include "platform/ApplicationIcons.h"
 #include "praise/RandomIndex.h"
 #include "rules/CategoryTagManager.h"
 #include "shell/state/MyActivityView.h"
@@ -24,6 +25,7 @@ public:
         ActivityTracker& tracker;
         const CategoryTagManager& categories;
         ModelContext& context;
+        const platform::ApplicationIcons& applicationIcons;
         const Localization& localization;
         ConsoleSink& console;
         RandomWords randomWords = secureRandomWord;  ///< chooses the praise

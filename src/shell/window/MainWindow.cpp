@@ -42,8 +42,9 @@ MainWindow::MainWindow(AppServices& services)
     : services_(services), content_(services.context, services.tracker, services.console),
       activity_(services.container, services.runLoop, services.categories, services.console),
       sidebar_(new Sidebar(services.tracker, services.context, services.runLoop, services.localization, this)),
-      activityPage_(new ActivityPage({activity_, services.tracker, services.categories, services.context,
-                                      services.localization, services.console, services.randomWords})),
+      activityPage_(
+          new ActivityPage({activity_, services.tracker, services.categories, services.context,
+                            services.applicationIcons, services.localization, services.console, services.randomWords})),
       pages_(makePages()), updateNotice_(*this, services) {
     setWindowTitle(ContentView::windowTitle);
     setAccessibleRole(*this, QAccessible::Window);
