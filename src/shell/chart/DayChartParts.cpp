@@ -4,6 +4,7 @@
 #include "shell/look/Motion.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QEasingCurve>
 #include <QScopedValueRollback>
@@ -45,8 +46,8 @@ DayChartView::Parts::Parts(DayChartView& owner, DayTimelineChart& shown, platfor
     animation.setEasingCurve(QEasingCurve::InOutQuad);
     QObject::connect(&animation, &QVariantAnimation::valueChanged, inner,
                      [inner](const QVariant& value) { inner->setValue(value.toInt()); });
-    changed = chart.changed.subscribe([this] { refresh(); });
-    scrollRequested = chart.scrollRequested.subscribe([this](const ScrollTarget& target) { scrollTo(target); });
+    subscribe(chart.changed, view, [this] { refresh(); });
+    subscribe(chart.scrollRequested, view, [this](const ScrollTarget& target) { scrollTo(target); });
 }
 
 // --- State --------------------------------------------------------------------------------------------------------

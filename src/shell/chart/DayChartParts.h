@@ -72,8 +72,6 @@ struct DayChartView::Parts {
     int wheelRest = 0;
     bool isPlacing = false;                          ///< what scrolls now isn't the user
     std::unique_ptr<platform::WorkItem> nextMinute;  ///< only while visible
-    Subscription changed;
-    Subscription scrollRequested;
 };
 
 }  // namespace quorvane

@@ -10,6 +10,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -62,8 +63,6 @@ struct DetailsPanel::Parts {
     DetailsRow* document;
     DetailsRow* webPage;
     CategoryLine* category;
-    Subscription changed;
-    Subscription editWanted;
 };
 
 DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart,
@@ -92,10 +91,10 @@ DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart,
     page->addWidget(new Separator);
     page->addLayout(foot());
 
-    editWanted = category->editWanted.subscribe([this] {
+    subscribe(category->editWanted, panel, [this] {
         if (shown) panel.categoryWanted.send(*shown);
     });
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
     refresh();
 }
 

@@ -7,6 +7,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 #include "timeline/AppStatistics.h"
 
 #include <QVBoxLayout>
@@ -66,7 +67,6 @@ struct LegendPanel::Parts {
     Label* projectsTitle;
     RowsArea* projects;
     std::optional<Shown> shown;
-    Subscription changed;
 };
 
 LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, platform::RunLoop& clock,
@@ -94,7 +94,7 @@ LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, plat
     page->addStretch(1);
     for (QWidget* part : std::initializer_list<QWidget*>{separator, projectsTitle, projects})
         part->hide();
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
 }
 
 void LegendPanel::Parts::refresh() {

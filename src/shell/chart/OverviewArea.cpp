@@ -2,6 +2,7 @@
 
 #include "base/LocalTimeZone.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 #include "timeline/TimelineCalendar.h"
 
 #include <QEvent>
@@ -28,7 +29,7 @@ OverviewArea::OverviewArea(MyActivityView& activity, TimelineViewMode mode, QWid
     : QScrollArea(parent), activity_(activity), mode_(mode), blank_(new Blank(this)) {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    changed_ = activity.changed.subscribe([this] { rebuildSoon(); });
+    subscribe(activity.changed, *this, [this] { rebuildSoon(); });
 }
 
 bool OverviewArea::isKnown() const {
@@ -68,11 +69,9 @@ void OverviewArea::rebuildNow() {
 
 void OverviewArea::rebuildSoon() {
     if (!isVisible() || std::exchange(isRebuildPosted_, true)) return;
-    activity_.runLoop().post([weak = weak_.handle()] {
-        auto* self = weak.get();
-        if (self == nullptr) return;
-        self->isRebuildPosted_ = false;
-        if (self->isVisible()) self->rebuildNow();
+    postFor(*this, activity_.runLoop(), [this] {
+        isRebuildPosted_ = false;
+        if (isVisible()) rebuildNow();
     });
 }
 

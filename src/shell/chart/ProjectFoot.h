@@ -30,7 +30,6 @@ private:
     QAction* enter_;
     TonePicker* tones_;
     Button* create_;
-    Subscription toneChosen_;
 };
 
 }  // namespace quorvane

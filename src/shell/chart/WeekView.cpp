@@ -6,6 +6,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -75,9 +76,6 @@ struct WeekView::Parts {
     QBoxLayout* row;
     SummaryCard* applications;
     SummaryCard* projects;
-    Subscription opened;
-    Subscription focusMoved;
-    Subscription left;
     double columnWidth = 0;
     std::optional<Date> selectedDay;  ///< when it was rebuilt last
 };
@@ -110,9 +108,9 @@ WeekView::WeekView(MyActivityView& activity, const Localization& localization, C
       parts_(std::make_unique<Parts>(localization, console, this)) {
     setWidget(parts_->content);
     setFocusProxy(parts_->canvas);
-    parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
-    parts_->left = parts_->canvas->left.subscribe([this](Date date) { this->activity().chart().selectDate(date); });
-    parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) { bringOnScreen(day); });
+    subscribe(parts_->canvas->opened, *this, [this](Date date) { this->activity().chart().openDay(date); });
+    subscribe(parts_->canvas->left, *this, [this](Date date) { this->activity().chart().selectDate(date); });
+    subscribe(parts_->canvas->focusMoved, *this, [this](const QRect& day) { bringOnScreen(day); });
 }
 
 WeekView::~WeekView() = default;
