@@ -5,6 +5,7 @@
 #include "platform/ApplicationIcons.h"
 #include "praise/RandomIndex.h"
 #include "rules/CategoryTagManager.h"
+#include "shell/signals/Keeps.h"
 #include "shell/state/MyActivityView.h"
 #include "timeline/ProcessedActivityItem.h"
 #include "tracking/ActivityTracker.h"
@@ -15,9 +16,10 @@
 namespace quorvane {
 
 struct ActivityLayout;
+struct ActivityPageParts;
 
 /// The timeline section: the header, and below it the day with its lists and panels, the week or the month.
-class ActivityPage : public QWidget {
+class ActivityPage : private Keeps<ActivityPageParts>, public QWidget {
 public:
     /// All of it outlives the page.
     struct Services {
@@ -46,8 +48,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Parts;
-
     void build();
     void follow();
     void place();
@@ -64,8 +64,6 @@ private:
     void letGo();
     void chooseCategory(const ProcessedActivityItem& item);
     [[nodiscard]] QRect mirrored(const QRect& rectangle) const;
-
-    std::unique_ptr<Parts> parts_;
 };
 
 }  // namespace quorvane

@@ -39,7 +39,7 @@ public:
         addNote();
         addFoot();
         changed_ = state_.changed.subscribe([this] { follow(); });
-        closed_ = closed.subscribe([this] { changed_.reset(); });
+        subscribe(closed, *this, [this] { changed_.reset(); });
         follow();
         state_.appear();
     }
@@ -116,7 +116,6 @@ private:
     Button* syncRecords_;
     QPointer<Button> pressed_;  ///< while what it began is under way
     Subscription changed_;
-    Subscription closed_;
 };
 
 }  // namespace

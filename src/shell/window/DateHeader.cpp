@@ -4,6 +4,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/SegmentedControl.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -52,7 +53,7 @@ DateHeader::DateHeader(DayTimelineChart& chart, platform::RunLoop& runLoop, cons
     buildModes(*row);
     row->addStretch(1);
     buildZoom(*row);
-    chartChanged_ = chart_.changed.subscribe([this] { showState(); });
+    subscribe(chart_.changed, *this, [this] { showState(); });
     showState();
 }
 
@@ -79,7 +80,7 @@ void DateHeader::buildModes(QHBoxLayout& row) {
     modesCompact_ = new QComboBox;
     modesCompact_->addItems(texts);
     modesCompact_->setAccessibleName(title);
-    modeChosen_ = modes_->chosen.subscribe([this](int index) { setMode(modes.at(static_cast<std::size_t>(index))); });
+    subscribe(modes_->chosen, *this, [this](int index) { setMode(modes.at(static_cast<std::size_t>(index))); });
     connect(modesCompact_, &QComboBox::activated, this,
             [this](int index) { setMode(modes.at(static_cast<std::size_t>(index))); });
     row.addWidget(modes_);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "timeline/DayTimelineChart.h"
 
@@ -46,8 +45,6 @@ private:
     Button* zoomOut_ = nullptr;
     Label* zoomValue_ = nullptr;
     Button* zoomIn_ = nullptr;
-    Subscription modeChosen_;
-    Subscription chartChanged_;
 };
 
 }  // namespace quorvane
