@@ -7,6 +7,7 @@
 #include "shell/look/SegmentedControl.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -37,7 +38,7 @@ public:
         addToFootStart(fileName_);
         addToFootStart(new QWidget);  // keeps the buttons at the end where no name is shown
         addButtons();
-        changed_ = view_.changed.subscribe([this] { follow(); });
+        subscribe(view_.changed, *this, [this] { follow(); });
         showText();
     }
 
@@ -48,8 +49,9 @@ private:
         auto* const tabs = new SegmentedControl(labels, qt(localization_.text("billing_preview_pack")));
         addToHead(tabs);
         tabs->setFocus();
-        chosen_ = tabs->chosen.subscribe(
-            [this](int tab) { view_.setSelectedTab(tab == 0 ? BillingPreviewTab::report : BillingPreviewTab::email); });
+        subscribe(tabs->chosen, *this, [this](int tab) {
+            view_.setSelectedTab(tab == 0 ? BillingPreviewTab::report : BillingPreviewTab::email);
+        });
     }
 
     void addButtons() {
@@ -86,8 +88,6 @@ private:
     BillingPreviewTab shown_ = BillingPreviewTab::report;
     PreviewText* text_;
     Label* fileName_;
-    Subscription changed_;
-    Subscription chosen_;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAbstractSpinBox>
 #include <QAccessible>
@@ -66,7 +67,7 @@ RateField::RateField(ProjectBillingEditor& editor, const Localization& localizat
     column->addWidget(field_);
     column->addLayout(line);
     setFocusProxy(field_);
-    changed_ = editor.changed.subscribe([this] { showError(); });
+    subscribe(editor.changed, *this, [this] { showError(); });
     showError();
 }
 
