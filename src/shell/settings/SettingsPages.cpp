@@ -11,6 +11,7 @@
 #include "shell/settings/PermissionSection.h"
 #include "shell/settings/SettingsSection.h"
 #include "shell/settings/TrackingPage.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QVBoxLayout>
 
@@ -44,8 +45,8 @@ SettingsPages::SettingsPages(AppServices& services, const SettingsSheet::MakeLog
         column->addWidget(page);
     column->addStretch(1);
     showPage(0);
-    autoStartFailed_ = services.autoStartManager.failed.subscribe(
-        [this](const AutoStartAlert& alert) { showAutoStartFailure(alert); });
+    subscribe(services.autoStartManager.failed, *this,
+              [this](const AutoStartAlert& alert) { showAutoStartFailure(alert); });
 }
 
 QWidget* SettingsPages::diagnostics(const SettingsSheet::MakeLogSection& makeLogSection) {
