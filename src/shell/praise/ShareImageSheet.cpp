@@ -12,6 +12,7 @@
 #include "shell/praise/CardPicture.h"
 #include "shell/praise/CardPreview.h"
 #include "shell/praise/ShareImageBody.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -45,8 +46,8 @@ public:
         body().addWidget(new ShareImageBody(*preview_, *choices_), 1);
         addHeadButtons();
         addFoot();
-        changed_ = state_.changed.subscribe([this] { follow(); });
-        closed_ = closed.subscribe([this] { state_.close(); });
+        subscribe(state_.changed, *this, [this] { follow(); });
+        subscribe(closed, *this, [this] { state_.close(); });
         timer_.setInterval(frame);
         connect(&timer_, &QTimer::timeout, this, [this] {
             if (!state_.renderNext()) timer_.stop();
@@ -135,8 +136,6 @@ private:
     Button* share_ = nullptr;
     Button* save_ = nullptr;
     QTimer timer_;
-    Subscription changed_;
-    Subscription closed_;
 };
 
 }  // namespace
