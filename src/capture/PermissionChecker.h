@@ -87,6 +87,12 @@ public:
     /// Makes the system ask the user, and refreshes after 1 s. A further request within that second begins it anew.
     void requestAccessibilityPermission();
 
+    [[nodiscard]] bool canOpenAccessibilitySettings() const {
+        return sources_.settingsPanes.canOpen(Permissions::accessibilityPane);
+    }
+    [[nodiscard]] bool canOpenAutomationSettings() const {
+        return sources_.settingsPanes.canOpen(Permissions::automationPane);
+    }
     void openAccessibilitySettings() { sources_.settingsPanes.open(Permissions::accessibilityPane); }
     void openAutomationSettings() { sources_.settingsPanes.open(Permissions::automationPane); }
     void openInputMonitoringSettings() { sources_.settingsPanes.open(Permissions::inputMonitoringPane); }

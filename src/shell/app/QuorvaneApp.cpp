@@ -93,7 +93,7 @@ struct QuorvaneApp::Scene {
               .autoStartManager = autoStartManager,
               .defaults = app.defaults_,
               .performanceReports = performanceReports,
-              .settingsPanes = desktop.settingsPanes(),
+              .applicationIcons = desktop.applicationIcons(),
               .updates = app.updates_,
               .cloudKitSyncService = *cloudKitSyncService,
               .localization = app.localization_,

@@ -1,6 +1,7 @@
 #include "shell/chart/DetailsPanel.h"
 
 #include "base/TimeText.h"
+#include "shell/chart/AppIcon.h"
 #include "shell/chart/AppTile.h"
 #include "shell/chart/CategoryLine.h"
 #include "shell/chart/DetailsRow.h"
@@ -9,6 +10,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -39,7 +41,8 @@ Label* selectable(TypeRole role, QColor Theme::*color) {
 }  // namespace
 
 struct DetailsPanel::Parts {
-    Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const Localization& texts);
+    Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const platform::ApplicationIcons& appIcons,
+          const Localization& texts);
 
     QLayout* head();
     Well* times();
@@ -48,6 +51,7 @@ struct DetailsPanel::Parts {
 
     DetailsPanel& panel;
     DayTimelineChart& chart;
+    const platform::ApplicationIcons& icons;
     const Localization& localization;
     std::optional<ProcessedActivityItem> shown;
     AppTile* tile = new AppTile;
@@ -59,12 +63,11 @@ struct DetailsPanel::Parts {
     DetailsRow* document;
     DetailsRow* webPage;
     CategoryLine* category;
-    Subscription changed;
-    Subscription editWanted;
 };
 
-DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const Localization& texts)
-    : panel(owner), chart(shownChart), localization(texts), category(new CategoryLine(texts)) {
+DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart,
+                           const platform::ApplicationIcons& appIcons, const Localization& texts)
+    : panel(owner), chart(shownChart), icons(appIcons), localization(texts), category(new CategoryLine(texts)) {
     const auto row = [this](const char* icon, TextKey caption) {
         return new DetailsRow(QString::fromLatin1(icon), qt(localization.text(caption)),
                               qt(localization.text("ui_copy")));
@@ -88,10 +91,10 @@ DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart, co
     page->addWidget(new Separator);
     page->addLayout(foot());
 
-    editWanted = category->editWanted.subscribe([this] {
+    subscribe(category->editWanted, panel, [this] {
         if (shown) panel.categoryWanted.send(*shown);
     });
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
     refresh();
 }
 
@@ -146,7 +149,7 @@ void DetailsPanel::Parts::refresh() {
     const auto& item = shown;
     if (!item) return;  // hidden now; what it says last is left standing
     const QString windowTitle = qt(item->windowTitle.value_or(""));
-    tile->setApp(item->color, qt(item->appName));
+    tile->setApp(appIcon(*item, icons), item->color, qt(item->appName));
     name->setText(qt(item->appName));
     title->setText(windowTitle);
     title->setVisible(!windowTitle.isEmpty());
@@ -158,8 +161,9 @@ void DetailsPanel::Parts::refresh() {
     category->setChoice(item->category, item->tags);
 }
 
-DetailsPanel::DetailsPanel(DayTimelineChart& chart, const Localization& localization, QWidget* parent)
-    : Card(parent), parts_(std::make_unique<Parts>(*this, chart, localization)) {}
+DetailsPanel::DetailsPanel(DayTimelineChart& chart, const platform::ApplicationIcons& icons,
+                           const Localization& localization, QWidget* parent)
+    : Card(parent), parts_(std::make_unique<Parts>(*this, chart, icons, localization)) {}
 
 DetailsPanel::~DetailsPanel() = default;
 

@@ -1,6 +1,5 @@
 #include "shell/chart/LegendPanel.h"
 
-#include "base/Url.h"
 #include "shell/chart/LegendRow.h"
 #include "shell/chart/ProjectHours.h"
 #include "shell/chart/RowsArea.h"
@@ -8,7 +7,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
-#include "timeline/AppColorPalette.h"
+#include "shell/signals/Subscribe.h"
 #include "timeline/AppStatistics.h"
 
 #include <QVBoxLayout>
@@ -27,14 +26,8 @@ struct Shown {
     friend bool operator==(const Shown&, const Shown&) = default;
 };
 
-/// As the blocks beside the list are coloured.
-Color colorOfBlock(const std::optional<std::string>& bundleId, const std::optional<std::string>& appName,
-                   const std::optional<std::string>& url) {
-    return AppColorPalette::appColor(bundleId, appName, url ? urlHost(*url) : std::nullopt, false);
-}
-
 Shown shownOf(const DayTimelineChart& chart, Date now) {
-    const AppStatistics statistics = appStatistics(chart.sidebarRecords(), now, colorOfBlock);
+    const AppStatistics statistics = appStatistics(chart.sidebarRecords(), now);
     Shown shown{.total = fmt::format("{:.1f}", statistics.totalHours),
                 .projects = hoursByProject(chart.projectAnnotations())};
     shown.apps.reserve(statistics.appStats.size());
@@ -74,7 +67,6 @@ struct LegendPanel::Parts {
     Label* projectsTitle;
     RowsArea* projects;
     std::optional<Shown> shown;
-    Subscription changed;
 };
 
 LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, platform::RunLoop& clock,
@@ -102,7 +94,7 @@ LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, plat
     page->addStretch(1);
     for (QWidget* part : std::initializer_list<QWidget*>{separator, projectsTitle, projects})
         part->hide();
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
 }
 
 void LegendPanel::Parts::refresh() {

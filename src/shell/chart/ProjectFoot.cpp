@@ -7,6 +7,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -57,7 +58,7 @@ ProjectFoot::ProjectFoot(DayTimelineChart& chart, const Localization& localizati
     connect(enter_, &QAction::triggered, this, [this] { create(); });
     connect(create_, &QAbstractButton::clicked, this, [this] { create(); });
     connect(cancel, &QAbstractButton::clicked, this, [this] { chart_.cancelProjectSelection(); });
-    toneChosen_ = tones_->chosen.subscribe([this](const std::string& tone) {
+    subscribe(tones_->chosen, *this, [this](const std::string& tone) {
         if (auto* const selector = chart_.projectSelector()) selector->selectedColor = tone;
     });
 }

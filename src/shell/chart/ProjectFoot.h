@@ -30,7 +30,6 @@ private:
     QAction* enter_;
     TonePicker* tones_;
     QPushButton* create_;
-    Subscription toneChosen_;
 };
 
 }  // namespace quorvane

@@ -8,6 +8,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -56,8 +57,6 @@ struct ProjectPanel::Parts {
     ProjectFoot* foot;
     std::optional<std::pair<std::vector<Offer>, std::size_t>> shown;  ///< what is offered, and how many are hidden
     bool isChangingRange = false;
-    Subscription changed;
-    Subscription rangeChosen;
 };
 
 ProjectPanel::Parts::Parts(ProjectPanel& owner, DayTimelineChart& shownChart, const Localization& texts)
@@ -72,8 +71,8 @@ ProjectPanel::Parts::Parts(ProjectPanel& owner, DayTimelineChart& shownChart, co
     page->addWidget(rows, 1);
     page->addWidget(new Separator);
     page->addWidget(foot);
-    rangeChosen = range->rangeChosen.subscribe([this](const TimeRange& chosen) { chooseRange(chosen); });
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(range->rangeChosen, panel, [this](const TimeRange& chosen) { chooseRange(chosen); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
     refresh();
 }
 

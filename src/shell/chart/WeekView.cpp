@@ -6,6 +6,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -75,8 +76,6 @@ struct WeekView::Parts {
     QBoxLayout* row;
     SummaryCard* applications;
     SummaryCard* projects;
-    Subscription opened;
-    Subscription focusMoved;
     double columnWidth = 0;
     std::optional<Date> selectedDay;  ///< when it was rebuilt last
 };
@@ -88,12 +87,9 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
     const auto annotations = activity.annotations({dates.front(), timelineCalendar().day(dates.back()).end});
     // The short records count in the sums; of the bars a column keeps those that are long enough.
     const auto records = recordsForDates(activity.records(), dates, now, 0s, console);
-    const auto summary = weekSummary(dates, records, annotations, now, theme().isDark);
-    const WeekTimeline::Input input{.records = activity.records(),
-                                    .annotations = annotations,
-                                    .now = now,
-                                    .columnWidth = columnWidth,
-                                    .isDark = theme().isDark};
+    const auto summary = weekSummary(dates, records, annotations, now);
+    const WeekTimeline::Input input{
+        .records = activity.records(), .annotations = annotations, .now = now, .columnWidth = columnWidth};
     std::vector<WeekDay> days;
     std::vector<QString> names;
     for (std::size_t i = 0; i < dates.size(); ++i) {
@@ -112,8 +108,9 @@ WeekView::WeekView(MyActivityView& activity, const Localization& localization, C
       parts_(std::make_unique<Parts>(localization, console, this)) {
     setWidget(parts_->content);
     setFocusProxy(parts_->canvas);
-    parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
-    parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) { bringOnScreen(day); });
+    subscribe(parts_->canvas->opened, *this, [this](Date date) { this->activity().chart().openDay(date); });
+    subscribe(parts_->canvas->left, *this, [this](Date date) { this->activity().chart().selectDate(date); });
+    subscribe(parts_->canvas->focusMoved, *this, [this](const QRect& day) { bringOnScreen(day); });
 }
 
 WeekView::~WeekView() = default;

@@ -7,6 +7,7 @@
 #include "shell/look/Theme.h"
 #include "shell/praise/PraiseChoice.h"
 #include "shell/praise/PraiseReason.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QActionGroup>
 #include <QHBoxLayout>
@@ -48,14 +49,13 @@ struct PraiseCard::Parts {
     PraiseChoice<PraiseCategory>* category = nullptr;
     QPushButton* share = nullptr;
     QVBoxLayout* column = nullptr;
-    Subscription changed;
 };
 
 PraiseCard::PraiseCard(PraiseMessageView& state, const Localization& localization, QWidget* parent)
     : Card(parent), parts_(std::make_unique<Parts>(Parts{.state = state, .localization = localization})) {
     build();
     arrange();
-    parts_->changed = state.changed.subscribe([this] { follow(); });
+    subscribe(state.changed, *this, [this] { follow(); });
     follow();
 }
 

@@ -12,6 +12,7 @@
 #include "shell/praise/CardPicture.h"
 #include "shell/praise/CardPreview.h"
 #include "shell/praise/ShareImageBody.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -45,7 +46,7 @@ public:
         body().addWidget(new ShareImageBody(*preview_, *choices_), 1);
         addHeadButtons();
         addFoot();
-        changed_ = state_.changed.subscribe([this] { follow(); });
+        subscribe(state_.changed, *this, [this] { follow(); });
         connect(this, &QDialog::finished, this, [this] { state_.close(); });
         timer_.setInterval(frame);
         connect(&timer_, &QTimer::timeout, this, [this] {
@@ -135,7 +136,6 @@ private:
     QPushButton* share_ = nullptr;
     QPushButton* save_ = nullptr;
     QTimer timer_;
-    Subscription changed_;
 };
 
 }  // namespace

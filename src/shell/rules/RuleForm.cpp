@@ -10,6 +10,7 @@
 #include "shell/rules/RuleActionFields.h"
 #include "shell/rules/RuleConditionFields.h"
 #include "shell/rules/RuleFormParts.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
@@ -67,8 +68,6 @@ struct RuleForm::Parts {
     Label* refusal;
     QPushButton* remove;
     QPushButton* save;
-    Subscription draftChanged;
-    Subscription rowsChanged;
 };
 
 RuleForm::Parts::Parts(RuleForm& owner, RulesDashboardView& shownState, const Localization& texts)
@@ -93,8 +92,8 @@ RuleForm::Parts::Parts(RuleForm& owner, RulesDashboardView& shownState, const Lo
     page->addWidget(new Separator);
     page->addLayout(makeFoot());
     connectFields();
-    draftChanged = state.draftChanged.subscribe([this] { show(); });
-    rowsChanged = state.rowsChanged.subscribe([this] { show(); });  // projects may be other ones
+    subscribe(state.draftChanged, owner, [this] { show(); });
+    subscribe(state.rowsChanged, owner, [this] { show(); });  // projects may be other ones
     show();
 }
 

@@ -35,7 +35,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
-        const Color color = AppColorPalette::appColor(std::nullopt, appName_, std::nullopt, theme().isDark);
+        const Color color = AppColorPalette::appColor(std::nullopt, appName_);
         paintAppTile(painter, rect(), toQColor(color), qt(appName_));
     }
 

@@ -4,6 +4,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/SettingsSection.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -29,7 +30,7 @@ CaptureTestSection::CaptureTestSection(PermissionRows& permissions, const Locali
     section->addRow(help);
     section->addRow(makeLine(browser_));
     section->addRow(makeLine(document_));
-    changed_ = permissions_.changed.subscribe([this] {
+    subscribe(permissions_.changed, *this, [this] {
         refresh(browser_);
         refresh(document_);
     });

@@ -34,7 +34,7 @@ void AutoStartManager::noteFailure(const std::string& error) {
     reflection_ = runLoop_.after(reflectionDelay, [this] { refreshStatus(); });
     failed.send({.message = "设置开机自动启动失败",
                  .informativeText = "错误：" + error + "\n\n您可以手动在【系统设置 > 通用 > 登录项】中添加 Quorvane。",
-                 .settingsButton = "打开系统设置"});
+                 .settingsButton = settingsPanes_.canOpen(loginItemsPane) ? "打开系统设置" : ""});
 }
 
 void AutoStartManager::openLoginItemSettings() {

@@ -15,7 +15,7 @@ namespace quorvane {
 struct AutoStartAlert {
     std::string message;
     std::string informativeText;
-    std::string settingsButton;  ///< leads to `AutoStartManager::openLoginItemSettings`
+    std::string settingsButton;  ///< to `AutoStartManager::openLoginItemSettings`; may be empty
     friend bool operator==(const AutoStartAlert&, const AutoStartAlert&) = default;
 };
 

@@ -9,35 +9,39 @@ PermissionRows::PermissionRows(PermissionChecker& checker, platform::RunLoop& ru
 std::array<PermissionRows::Row, 3> PermissionRows::rows() const {
     const Localization& texts = localization_;
     const auto row = [&texts](Permission permission, bool isGranted, const std::string& title, const std::string& help,
-                              const std::string& grantText) {
+                              const std::string& grantText, bool canAct) {
         return Row{.permission = permission,
                    .title = title,
                    .help = help,
                    .state = isGranted ? texts.text("ui_permission_granted") : texts.text("ui_permission_missing"),
                    .isGranted = isGranted,
-                   .grantText = isGranted ? std::string() : grantText};
+                   .grantText = isGranted || !canAct ? std::string() : grantText};
     };
     const PermissionStatus status = checker_.currentStatus();
     return {row(Permission::accessibility, status.accessibility, texts.text("accessibility_permission"),
-                texts.text("ui_accessibility_permission_help"), texts.text("ui_permission_grant")),
+                texts.text("ui_accessibility_permission_help"), texts.text("ui_permission_grant"),
+                !isRefused_ || checker_.canOpenAccessibilitySettings()),
             row(Permission::automation, status.appleEvents, texts.text("automation_permission"),
-                texts.text("ui_automation_permission_help"), texts.text("ui_permission_open_settings")),
+                texts.text("ui_automation_permission_help"), texts.text("ui_permission_open_settings"),
+                checker_.canOpenAutomationSettings()),
             row(Permission::inputMonitoring, status.inputMonitoring, texts.text("input_monitoring_permission"),
-                texts.text("ui_input_monitoring_permission_help"), {})};
+                texts.text("ui_input_monitoring_permission_help"), {}, false)};
 }
 
 void PermissionRows::grant(Permission permission) {
     switch (permission) {
     case Permission::accessibility:
         checker_.requestAccessibilityPermission();
-        if (!checker_.checkAccessibilityPermission()) checker_.openAccessibilitySettings();
-        return;
+        isRefused_ = !checker_.checkAccessibilityPermission();
+        if (isRefused_) checker_.openAccessibilitySettings();
+        return changed.send();
     case Permission::automation: return checker_.openAutomationSettings();
     case Permission::inputMonitoring: return checker_.openInputMonitoringSettings();
     }
 }
 
 void PermissionRows::refresh() {
+    isRefused_ = false;
     checker_.refreshPermissions();
 }
 

@@ -23,6 +23,8 @@ public:
 
     /// Shows the section's page. The focus goes with it if it was in the page before.
     void choose(MainSection section);
+    /// Gives the focus to what the page shows: its focus proxy, else the first part that Tab reaches.
+    void focusPage();
 
 private:
     void renew(std::size_t index);

@@ -3,6 +3,7 @@
 #include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 #include "shell/window/Mark.h"
 #include "shell/window/NavigationButton.h"
 #include "shell/window/RecordingCard.h"
@@ -27,7 +28,7 @@ Sidebar::Sidebar(ActivityTracker& tracker, ModelContext& context, platform::RunL
     column_->addStretch(1);
     recording_ = new RecordingCard(tracker, context, runLoop, localization, this);
     column_->addWidget(recording_);
-    healthAsked_ = recording_->healthWanted.subscribe([this] { healthWanted.send(); });
+    subscribe(recording_->healthWanted, *this, [this] { healthWanted.send(); });
     addTools(*column_, localization);
     setRail(false);
 }

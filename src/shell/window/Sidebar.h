@@ -49,7 +49,6 @@ private:
     Label* name_ = nullptr;
     std::vector<NavigationButton*> sections_;  ///< in the sections' order
     RecordingCard* recording_ = nullptr;
-    Subscription healthAsked_;
     QBoxLayout* tools_ = nullptr;
     QVBoxLayout* column_;
     bool isRail_ = false;

@@ -1,5 +1,6 @@
 #include "shell/chart/DayChartView.h"
 
+#include "platform/simulated/SimulatedSession.h"
 #include "shell/chart/DayChartParts.h"
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
@@ -48,6 +49,7 @@ protected:
         passAllRecords(context(), chart);
         chart.appear();
         show(view, {510 + DayChartView::besideChart, 400});
+        view.verticalScrollBar()->setValue(0);
         view.setFocus(Qt::OtherFocusReason);
     }
     void pointer(QEvent::Type type, QPoint point, Qt::MouseButtons buttons) {
@@ -79,7 +81,8 @@ protected:
     DayChartTooltip& tooltip() const { return *view.parts().tooltip; }
 
     DayTimelineChart chart{context(), runLoop, console};
-    DayChartView view{chart, runLoop, localization};
+    platform::SimulatedApplicationIcons icons;
+    DayChartView view{chart, runLoop, icons, localization};
 };
 
 TEST_F(DayChartViewTest, AClickChoosesABlockOrABarAndAMissLetsGo) {

@@ -71,10 +71,11 @@ protected:
         QApplication::sendEvent(&cells, &press);
         QApplication::sendEvent(&cells, &release);
     }
-    static void type(QWidget& widget, const std::vector<Qt::Key>& keys) {
+    void type(QWidget& widget, const std::vector<Qt::Key>& keys) {
         for (const Qt::Key key : keys) {
             QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
             QApplication::sendEvent(&widget, &press);
+            settle();
         }
     }
     /// The day that was opened, "2026-04-07"; the mode while none was.
@@ -136,11 +137,12 @@ TEST_F(OverviewsTest, ArrowsMoveFromTheSelectedDayAndEnterOrSpaceOpensOne) {
     const Row rows[] = {
         {week, {Key_Return}, "2026-04-08"},
         {week, {Key_Right, Key_Space}, "2026-04-09"},
-        {week, {Key_Right, Key_Right, Key_Right, Key_Right, Key_Right, Key_Enter}, "2026-04-12"},
-        {week, {Key_Up, Key_Return}, "2026-04-08"},  // is for scrolling
-        {week, {Key_Right, Key_Return}, "2026-04-07", Qt::RightToLeft},
+        {week, {Key_Right, Key_Right, Key_Right, Key_Right, Key_Right, Key_Enter}, "2026-04-13"},
+        {week, {Key_Up, Key_Return}, "2026-04-08"},                      // is for scrolling
+        {week, {Key_Right, Key_Return}, "2026-04-09", Qt::RightToLeft},  // time runs one way
+        {week, {Key_Left, Key_Left, Key_Left, Key_Return}, "2026-04-05"},
         {month, {Key_Up, Key_Return}, "2026-04-01"},
-        {month, {Key_Up, Key_Up, Key_Return}, "2026-04-01"},  // no week before
+        {month, {Key_Up, Key_Up, Key_Left, Key_Return}, "2026-03-24"},
         {month, {Key_Down, Key_Left, Key_Return}, "2026-04-14"},
     };
     for (const Row& row : rows) {
@@ -199,7 +201,7 @@ TEST_F(OverviewsTest, BarsStandAtTheirHoursInTheirColours) {
         const QImage image = canvas(week).grab().toImage();
         const auto at = [&](int x, double hour) { return image.pixelColor(206 + x, static_cast<int>(52 + 20 * hour)); };
         const QColor panel = at(35, 9.5);
-        const QColor editor = toQColor(AppColorPalette::appColor("org.example.editor", {}, {}, isDark));
+        const QColor editor = toQColor(AppColorPalette::appColor("org.example.editor", {}));
         EXPECT_THAT(at(35, 13.5), isAbout(blend(editor, 0.6, panel)));
         EXPECT_THAT(at(105, 13.5), isAbout(blend(toQColor(AppColorPalette::projectColor("sky", false)), 0.7, panel)));
         EXPECT_THAT(at(105, 14.5), isAbout(panel));
@@ -225,6 +227,7 @@ TEST_F(OverviewsTest, EachMinuteMovesTheLineAndANewDayRebuilds) {
 
 TEST_F(OverviewsTest, AHiddenViewDoesNothingAndCatchesUpWhenShown) {
     load();
+    runLoop.playFor(1s);
     struct Row {
         QWidget& view;
         int part;

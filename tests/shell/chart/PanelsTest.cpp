@@ -1,9 +1,12 @@
+#include "platform/simulated/SimulatedSession.h"
+#include "shell/chart/AppTile.h"
 #include "shell/chart/CategorySheet.h"
 #include "shell/chart/DetailsPanel.h"
 #include "shell/chart/LegendPanel.h"
 #include "shell/chart/ProjectPanel.h"
 #include "shell/support/ScreenTest.h"
 #include "support/Mapped.h"
+#include "support/TemporaryFolder.h"
 #include "timeline/PassedRecords.h"
 
 #include <QKeyEvent>
@@ -121,9 +124,16 @@ TEST_F(PanelsTest, DetailsTellWhatIsKnownAndDeleteTheRecord) {
     auto builder = aRecord().from("09:00:00").to("10:30:00").app("Editor").title("Notes").document("/srv/notes.md");
     const auto record = builder.category(ActivityCategory::work).tags("写作, 深度工作").in(context());
     showDay();
-    DetailsPanel details(chart, localization);
+    const TemporaryFolder folder;
+    QPixmap picture(32, 32);
+    picture.fill(Qt::magenta);
+    picture.save(QString::fromStdString(folder / "editor.png"));
+    platform::SimulatedApplicationIcons icons;
+    icons.icons["org.example.editor"] = folder / "editor.png";
+    DetailsPanel details(chart, icons, localization);
     chart.selectNeighbour(1);
     show(details);
+    EXPECT_EQ(widgetBelow<AppTile>(details).grab().toImage().pixelColor(16, 16), QColor(Qt::magenta));
     EXPECT_THAT(texts(details),
                 IsSupersetOf({"Editor", "Notes", "Document", "/srv/notes.md", "工作", "写作", "深度工作"}));
     EXPECT_THAT(texts(details), Not(Contains("Web page")));

@@ -55,6 +55,9 @@ TEST_F(AutoStartManagerTest, ARefusalAsksTheUserAndLeavesTheSwitchOff) {
     EXPECT_EQ(changes, 1);
     runLoop_.playFor(1s);
     EXPECT_EQ(changes, 2);
+    panes_.hasProgram = false;
+    manager_.setAutoStart(true);
+    EXPECT_EQ(alerts.back().settingsButton, "");
     manager_.openLoginItemSettings();
     EXPECT_THAT(panes_.opened(), ElementsAre("x-apple.systempreferences:com.apple.LoginItems-Settings.extension"));
 }

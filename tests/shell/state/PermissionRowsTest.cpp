@@ -39,6 +39,17 @@ TEST_F(PermissionRowsTest, AccessibilityIsAskedForAndItsSettingsOpenOnlyWhereTha
     EXPECT_THAT(scene.desktop.openedPanes(), ElementsAre(Permissions::accessibilityPane, Permissions::automationPane));
 }
 
+TEST_F(PermissionRowsTest, WithoutASettingsProgramNothingIsOfferedThatDoesNothing) {
+    scene.desktop.settingsPanes().hasProgram = false;
+    const auto offers = [this] { return mapped(rows.rows(), &PermissionRows::Row::grantText); };
+    EXPECT_THAT(offers(), ElementsAre("Grant Access", "", ""));
+    scene.desktop.accessibility().setTrusted(false);
+    rows.grant(Permission::accessibility);
+    EXPECT_THAT(offers(), ElementsAre("", "", "")) << "it was refused";
+    rows.refresh();
+    EXPECT_THAT(offers(), ElementsAre("Grant Access", "", ""));
+}
+
 TEST_F(PermissionRowsTest, ATestReadsWhatTheUserBringsToTheFrontMeanwhile) {
     scene.desktop.bringToFront("org.zelkor.quorvane", "Quorvane");
     rows.run(CaptureTest::browserURL);

@@ -42,7 +42,7 @@ WindowScene::WindowScene(std::string_view language, bool isEmpty, const std::str
                 .autoStartManager = autoStart_,
                 .defaults = defaults,
                 .performanceReports = performanceReports_,
-                .settingsPanes = desktop.settingsPanes(),
+                .applicationIcons = desktop.applicationIcons(),
                 .updates = updates_,
                 .cloudKitSyncService = cloudKitSyncService_,
                 .localization = localization_,
