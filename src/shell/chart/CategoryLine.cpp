@@ -7,6 +7,7 @@
 #include "shell/look/FlowLayout.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "store/StoredNames.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -28,7 +29,7 @@ void addChip(FlowLayout& chips, const std::string& text, ChipTone tone) {
 }  // namespace
 
 CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
-    : QWidget(parent), chips_(new FlowLayout(8)),
+    : QWidget(parent), localization_(localization), chips_(new FlowLayout(8)),
       edit_(Button::withIcon(QStringLiteral("pencil"),
                              qt(localization.text("a11y_edit", localization.text("ui_category_and_tags"))),
                              ButtonKind::ghost, ButtonSize::small)) {
@@ -51,9 +52,11 @@ CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
 void CategoryLine::setChoice(const std::optional<std::string>& category, const std::string& tags) {
     while (const std::unique_ptr<QLayoutItem> item{chips_->takeAt(0)})
         delete item->widget();
-    if (category && !category->empty()) addChip(*chips_, *category, ChipTone::info);
+    if (category && !category->empty())
+        addChip(*chips_, StoredNames::shownCategory(*category, localization_), ChipTone::info);
     for (const std::string& piece : text::split(tags, ','))
-        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty()) addChip(*chips_, tag, ChipTone::neutral);
+        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty())
+            addChip(*chips_, StoredNames::shownTag(tag, localization_), ChipTone::neutral);
     updateGeometry();
 }
 

@@ -27,6 +27,7 @@ public:
     Signal<> editWanted;
 
 private:
+    const Localization& localization_;
     FlowLayout* chips_;
     Button* edit_;
     QTimer success_;  ///< runs while the check-circle shows

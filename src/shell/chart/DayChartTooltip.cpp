@@ -50,11 +50,12 @@ DayChartTooltip::DayChartTooltip(QWidget* parent) : QWidget(parent) {
     hide();
 }
 
-void DayChartTooltip::showBlock(const ProcessedActivityItem& item, QPointF topLeft, const QRectF& bounds) {
+void DayChartTooltip::showBlock(const ProcessedActivityItem& item, const Localization& localization, QPointF topLeft,
+                                const QRectF& bounds) {
     isBlock_ = true;
-    lines_ = DayTimelineGeometry::tooltipLines(item);
+    lines_ = DayTimelineGeometry::tooltipLines(item, localization);
     std::erase(lines_, std::string());  // a window without a title
-    appName_ = qt(item.appName);
+    appName_ = qt(lines_.front());
     color_ = toQColor(item.color);
     icon_ = iconOf(item);
     showAt(topLeft, bounds);

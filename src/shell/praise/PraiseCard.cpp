@@ -75,8 +75,7 @@ void PraiseCard::build() {
         Button::withIcon(QStringLiteral("shuffle"), text("ui_another_message"), ButtonKind::ghost, ButtonSize::small);
     connect(p.shuffle, &QAbstractButton::clicked, this, [this] { parts_->state.generatePraise(); });
     p.more = Button::withIcon(QStringLiteral("more"),
-                              QString::fromUtf8(PraiseMessageView::languageMenuTitle) + QStringLiteral(" · ") +
-                                  QString::fromUtf8(PraiseMessageView::categoryPickerTitle),
+                              text("praise_language") + QStringLiteral(" · ") + text("praise_category"),
                               ButtonKind::ghost, ButtonSize::small);
     connect(p.more, &QAbstractButton::clicked, this, [this] { showMenu(); });
     p.shortShare = Button::withIcon(QStringLiteral("share"), text("timeline_generate_share_card"), ButtonKind::ghost,
@@ -87,11 +86,11 @@ void PraiseCard::build() {
     p.sentence->setTextInteractionFlags(Qt::TextSelectableByMouse);
     p.reason = new PraiseReason;
     p.language = new PraiseChoice<SupportedLanguage>(
-        QString::fromUtf8(PraiseMessageView::languageMenuTitle), PraiseMessageView::languages(p.localization),
+        text("praise_language"), PraiseMessageView::languages(p.localization),
         [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
-    p.category = new PraiseChoice<PraiseCategory>(
-        QString::fromUtf8(PraiseMessageView::categoryPickerTitle), PraiseMessageView::categories(p.localization),
-        [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    p.category =
+        new PraiseChoice<PraiseCategory>(text("praise_category"), PraiseMessageView::categories(p.localization),
+                                         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
     p.share = new Button(text("timeline_generate_share_card"));
     p.share->setIconName(QStringLiteral("share"));
     connect(p.share, &QAbstractButton::clicked, this, share);
@@ -160,12 +159,10 @@ void PraiseCard::showMenu() {
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     Parts& p = *parts_;
-    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::languageMenuTitle)),
-         PraiseMessageView::languages(p.localization), p.state.localizedLanguage(),
-         [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
-    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::categoryPickerTitle)),
-         PraiseMessageView::categories(p.localization), p.state.currentCategory(),
-         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    fill(*menu->addMenu(qt(p.localization.text("praise_language"))), PraiseMessageView::languages(p.localization),
+         p.state.localizedLanguage(), [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
+    fill(*menu->addMenu(qt(p.localization.text("praise_category"))), PraiseMessageView::categories(p.localization),
+         p.state.currentCategory(), [this](const auto& category) { parts_->state.setCurrentCategory(category); });
     menu->popup(p.more->mapToGlobal(QPoint(0, p.more->height())));
 }
 

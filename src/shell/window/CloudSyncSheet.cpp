@@ -29,10 +29,9 @@ public:
         : Sheet(window, CloudKitSyncView::title, sheetWidth), window_(window), services_(services),
           state_(services.cloudKitSyncService, services.context, services.runLoop, services.localization),
           status_(new SyncStatusWell), problem_(new SyncProblemWell),
-          fullSync_(makeButton(CloudKitSyncView::performFullSyncTitle, "refresh", ButtonKind::secondary,
-                               &CloudKitSyncView::performFullSync)),
-          syncRecords_(makeButton(CloudKitSyncView::syncActivityRecordsTitle, "cloud", ButtonKind::primary,
-                                  &CloudKitSyncView::syncActivityRecords)) {
+          fullSync_(makeButton("sync_full", "refresh", ButtonKind::secondary, &CloudKitSyncView::performFullSync)),
+          syncRecords_(
+              makeButton("sync_records", "cloud", ButtonKind::primary, &CloudKitSyncView::syncActivityRecords)) {
         body().setSpacing(gap);
         body().addWidget(status_);
         body().addWidget(problem_);
@@ -45,8 +44,8 @@ public:
     }
 
 private:
-    Button* makeButton(const char* text, const char* iconName, ButtonKind kind, void (CloudKitSyncView::*act)()) {
-        auto* const button = new Button(QString::fromUtf8(text), kind);
+    Button* makeButton(TextKey text, const char* iconName, ButtonKind kind, void (CloudKitSyncView::*act)()) {
+        auto* const button = new Button(qt(services_.localization.text(text)), kind);
         button->setIconName(QString::fromLatin1(iconName));
         connect(button, &QAbstractButton::clicked, this, [this, button, act] {
             pressed_ = button;
@@ -56,7 +55,8 @@ private:
     }
 
     void addNote() {
-        auto* const note = new Label(CloudKitSyncView::metadataNote, TypeRole::body, &Theme::text2);
+        auto* const note =
+            new Label(qt(services_.localization.text("sync_metadata_note")), TypeRole::body, &Theme::text2);
         note->setWordWrap(true);
         note->setTextInteractionFlags(Qt::TextSelectableByMouse);
         auto* const mark = new QVBoxLayout;
