@@ -14,7 +14,7 @@ namespace quorvane {
 /// How long one application was used.
 struct AppStat {
     Uuid id;              ///< fresh for each computation
-    std::string appName;  ///< "未知应用" for the records without a name
+    std::string appName;  ///< `StoredNames::unknownApp` for the records without a name
     double hours = 0;
     Color color = colorFromRgb(0x8E8E93);  ///< grey until a record brings one
     double percentage = 0;                 ///< of all hours, 0 to 100

@@ -101,9 +101,9 @@ TEST_F(TimelineScreenTest, TheDetailsOfABlockClassifyIt) {
     // As high as its line, however much the panel said before.
     EXPECT_TRUE(waitUntil([&] { return part("label", "13:30 – 13:45").place.height() < 30; }));
     click("push button", "Edit Category and tags");
-    EXPECT_TRUE(focusComesTo("工作"));
+    EXPECT_TRUE(focusComesTo("Work"));
     EXPECT_THAT(unnamed(), IsEmpty());
-    click("check box", "工作");
+    click("check box", "Work");
     click("push button", "Save");
     EXPECT_TRUE(waitUntil([&] {
         return records() == std::vector<std::string>{"Editor", "Mail 工作", "Quorvane open"};

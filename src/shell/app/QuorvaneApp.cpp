@@ -72,14 +72,15 @@ struct QuorvaneApp::Scene {
           captureHealth(desktop, app.parts_.runLoop, session.tracker(), permissionChecker, app.localization_,
                         installDesktopAids),
           loginItem(QCoreApplication::applicationFilePath().toStdString()),
-          autoStartManager(loginItem, desktop.settingsPanes(), app.parts_.runLoop, app.parts_.console),
+          autoStartManager(loginItem, desktop.settingsPanes(), app.parts_.runLoop, app.parts_.console,
+                           app.localization_),
           menuBar(session.tracker(), permissionChecker, app.localization_,
                   {.openMainWindow = [&app] { app.openMainWindow(); },
                    .showAbout = [&app] { app.showAbout(); },
                    .quit = [&app] { app.parts_.runLoop.quit(); }}),
           tray(menuBar, appearance, app.parts_.sessionBus),
           cloudKitSyncService(std::make_unique<CloudKitSyncService>(
-              app.parts_.runLoop, app.parts_.console,
+              app.parts_.runLoop, app.parts_.console, app.localization_,
               CloudKitAvailability::defaultContainer(app.parts_.cloud, app.parts_.logger))),
           launchTask(app.container_.mainContext(), app.parts_.runLoop, app.parts_.console, app.parts_.hooks),
           services{

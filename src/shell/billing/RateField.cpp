@@ -1,6 +1,7 @@
 #include "shell/billing/RateField.h"
 
 #include "base/NumberText.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Kind.h"
 #include "shell/look/Label.h"

@@ -166,9 +166,10 @@ void DayChartView::Parts::dragTo(QPointF viewportPoint) {
     const auto range = DayTimelineGeometry::selectedRange(*chart.selection(), chart.layout());
     if (!range) return tooltip->hide();
     const QPointF point = gestures.dragPoint();
-    tooltip->showRange(DayTimelineGeometry::tooltipLines(*range, {point.x(), point.y()}, chart.hourHeight()),
-                       point - QPointF(0, scroll()),
-                       bounds.adjusted(tooltipMargin, tooltipMargin, -besideChart - tooltipMargin, -tooltipMargin));
+    tooltip->showRange(
+        DayTimelineGeometry::tooltipLines(*range, {point.x(), point.y()}, chart.hourHeight(), localization),
+        point - QPointF(0, scroll()),
+        bounds.adjusted(tooltipMargin, tooltipMargin, -besideChart - tooltipMargin, -tooltipMargin));
 }
 
 /// The nearer to the edge, the faster.
@@ -198,7 +199,7 @@ void DayChartView::Parts::hover(QPointF viewportPoint) {
     double left = viewportPoint.x() + tooltipDrop;
     if (left + DayChartTooltip::cardWidth > bounds.right() - besideChart - tooltipMargin)
         left = viewportPoint.x() - tooltipDrop - DayChartTooltip::cardWidth;
-    tooltip->showBlock(*item, {left, item->yTop - scroll() + tooltipDrop},
+    tooltip->showBlock(*item, localization, {left, item->yTop - scroll() + tooltipDrop},
                        bounds.adjusted(tooltipMargin, tooltipMargin, -besideChart - tooltipMargin, -tooltipMargin));
 }
 

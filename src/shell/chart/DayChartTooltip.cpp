@@ -45,11 +45,12 @@ DayChartTooltip::DayChartTooltip(const platform::ApplicationIcons& icons, QWidge
     hide();
 }
 
-void DayChartTooltip::showBlock(const ProcessedActivityItem& item, QPointF topLeft, const QRectF& bounds) {
+void DayChartTooltip::showBlock(const ProcessedActivityItem& item, const Localization& localization, QPointF topLeft,
+                                const QRectF& bounds) {
     isBlock_ = true;
-    lines_ = DayTimelineGeometry::tooltipLines(item);
+    lines_ = DayTimelineGeometry::tooltipLines(item, localization);
     std::erase(lines_, std::string());  // a window without a title
-    appName_ = qt(item.appName);
+    appName_ = qt(lines_.front());
     color_ = toQColor(item.color);
     if (std::exchange(block_, item.id) != item.id) icon_ = appIcon(item, icons_);
     showAt(topLeft, bounds);

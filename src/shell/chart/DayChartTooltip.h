@@ -19,7 +19,8 @@ public:
 
     DayChartTooltip(const platform::ApplicationIcons& icons, QWidget* parent);
 
-    void showBlock(const ProcessedActivityItem& item, QPointF topLeft, const QRectF& bounds);
+    void showBlock(const ProcessedActivityItem& item, const Localization& localization, QPointF topLeft,
+                   const QRectF& bounds);
     void showRange(const std::vector<std::string>& lines, QPointF pointer, const QRectF& bounds);
 
     /// The card in coordinates of the parent.

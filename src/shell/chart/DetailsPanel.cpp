@@ -11,6 +11,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -149,8 +150,9 @@ void DetailsPanel::Parts::refresh() {
     const auto& item = shown;
     if (!item) return;  // hidden now; what it says last is left standing
     const QString windowTitle = qt(item->windowTitle.value_or(""));
-    tile->setApp(appIcon(*item, icons), item->color, qt(item->appName));
-    name->setText(qt(item->appName));
+    const QString appName = qt(StoredNames::shownApp(item->appName, localization));
+    tile->setApp(appIcon(*item, icons), item->color, appName);
+    name->setText(appName);
     title->setText(windowTitle);
     title->setVisible(!windowTitle.isEmpty());
     range->setText(isolated(qt(clockText(item->startHour * 1h) + " – " + clockText(item->endHour * 1h))));

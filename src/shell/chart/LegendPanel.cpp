@@ -8,6 +8,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 #include "timeline/AppStatistics.h"
 
 #include <QVBoxLayout>
@@ -26,13 +27,13 @@ struct Shown {
     friend bool operator==(const Shown&, const Shown&) = default;
 };
 
-Shown shownOf(const DayTimelineChart& chart, Date now) {
+Shown shownOf(const DayTimelineChart& chart, Date now, const Localization& localization) {
     const AppStatistics statistics = appStatistics(chart.sidebarRecords(), now);
     Shown shown{.total = fmt::format("{:.1f}", statistics.totalHours),
                 .projects = hoursByProject(chart.projectAnnotations())};
     shown.apps.reserve(statistics.appStats.size());
     for (const AppStat& stat : statistics.appStats)
-        shown.apps.push_back({.appName = qt(stat.appName),
+        shown.apps.push_back({.appName = qt(StoredNames::shownApp(stat.appName, localization)),
                               .hours = qt(fmt::format("{:.1f}", stat.hours)),
                               .percentage = qt(fmt::format("{:.1f}", stat.percentage)),
                               .fraction = stat.percentage / 100,
@@ -72,14 +73,14 @@ struct LegendPanel::Parts {
 LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, platform::RunLoop& clock,
                           const Localization& texts)
     : panel(owner), chart(shownChart), runLoop(clock), localization(texts), total(new TotalHours),
-      apps(new RowsArea(QStringLiteral("应用使用统计"))), separator(new Separator),
+      apps(new RowsArea(qt(texts.text("app_usage_title")))), separator(new Separator),
       projectsTitle(new Label(qt(texts.text("ui_projects")), TypeRole::label, &Theme::text2)),
       projects(new RowsArea(qt(texts.text("ui_projects")))) {
     auto* const page = new QVBoxLayout(&panel);
     page->setContentsMargins(1, 1, 1, 1);
     page->setSpacing(0);
     auto* const head = section(*page, 13, 9);
-    head->addWidget(new Label(QStringLiteral("应用使用统计"), TypeRole::label, &Theme::text2));
+    head->addWidget(new Label(qt(texts.text("app_usage_title")), TypeRole::label, &Theme::text2));
     head->addSpacing(4);
     head->addWidget(total);
     page->addWidget(new Separator);
@@ -100,7 +101,7 @@ LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, plat
 void LegendPanel::Parts::refresh() {
     // A drag changes nothing here and sends with every move of the pointer.
     if (!panel.isVisible() || chart.selection() || !chart.isDayKnown()) return;
-    Shown present = shownOf(chart, runLoop.now());
+    Shown present = shownOf(chart, runLoop.now(), localization);
     if (shown == present) return;
     const bool hasOtherApps = !shown || shown->apps != present.apps;
     const bool hasOtherProjects = !shown || shown->projects != present.projects;
@@ -117,7 +118,8 @@ void LegendPanel::Parts::showApps() {
                                             app.percentage.toStdString());
         apps->add(new LegendRow(app, qt(name)));
     }
-    if (shown->apps.empty()) apps->add(new Label(QStringLiteral("暂无应用数据"), TypeRole::body, &Theme::text3));
+    if (shown->apps.empty())
+        apps->add(new Label(qt(localization.text("app_usage_empty")), TypeRole::body, &Theme::text3));
 }
 
 void LegendPanel::Parts::showProjects() {

@@ -5,6 +5,7 @@
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 #include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -50,7 +51,9 @@ MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
     month.grid = MonthTimeline::grid(
         date, {.records = activity.records(), .annotations = annotations, .now = month.now}, console, userCalendar);
     month.weekdays = weekdays(date, userCalendar);
-    for (const MonthSimpleCell& cell : month.grid.cells) {
+    for (MonthSimpleCell& cell : month.grid.cells) {
+        for (MonthCellLine& line : cell.lines)
+            line.name = StoredNames::shownApp(line.name, localization);
         month.names.push_back(qt(nameOf(cell, localization)));
         month.more.push_back(cell.more > 0 ? qt(localization.text("ui_more_items", cell.more)) : QString());
     }

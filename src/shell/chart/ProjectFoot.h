@@ -26,6 +26,7 @@ private:
     void create();
 
     DayTimelineChart& chart_;
+    const Localization& localization_;
     TextField* name_;
     QAction* enter_;
     TonePicker* tones_;

@@ -7,6 +7,7 @@
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 #include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -36,10 +37,12 @@ WeekDay weekDay(WeekTimelineColumn column, double hours, Date now) {
             .isComing = date > now};
 }
 
-std::vector<SummaryRow> rowsOf(const std::vector<AppStat>& applications) {
+std::vector<SummaryRow> rowsOf(const std::vector<AppStat>& applications, const Localization& localization) {
     std::vector<SummaryRow> rows;
     for (const AppStat& stat : applications)
-        if (stat.hours >= leastHours) rows.push_back({stat.appName, stat.hours, stat.percentage, stat.color, {}});
+        if (stat.hours >= leastHours)
+            rows.push_back(
+                {StoredNames::shownApp(stat.appName, localization), stat.hours, stat.percentage, stat.color, {}});
     return rows;
 }
 
@@ -56,7 +59,8 @@ struct WeekView::Parts {
     Parts(const Localization& texts, ConsoleSink& sink, QWidget* parent)
         : localization(texts), console(sink), content(new QWidget(parent)), canvas(new WeekCanvas(content)),
           cards(new QWidget(content)), row(new QBoxLayout(QBoxLayout::LeftToRight, cards)),
-          applications(new SummaryCard(QStringLiteral("应用使用统计"), QStringLiteral("暂无应用数据"), texts, cards)),
+          applications(
+              new SummaryCard(qt(texts.text("app_usage_title")), qt(texts.text("app_usage_empty")), texts, cards)),
           projects(new SummaryCard(qt(texts.text("ui_projects")), QStringLiteral("–"), texts, cards)) {
         row->setContentsMargins(Metrics::timelineMargin, Metrics::cardGap, Metrics::timelineMargin,
                                 Metrics::timelineMargin);
@@ -99,7 +103,7 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
     canvas->setAccessibleName(qt(weekdayAndDay(dates.front()) + " – " + weekdayAndDay(dates.back())));
     canvas->setWeek(std::move(days), names, columnWidth);
     canvas->setNow(now);
-    applications->setRows(rowsOf(summary.applications));
+    applications->setRows(rowsOf(summary.applications, localization));
     projects->setRows(rowsOf(summary.projects));
 }
 

@@ -32,7 +32,7 @@ class CardSheet : public Sheet {
 public:
     CardSheet(QWidget& window, ShareImageWindow::Inputs inputs, Services services)
         : Sheet(window, qt(services.localization.text("share_card_preview_title")), sheetWidth, sheetHeight),
-          window_(window), services_(std::move(services)),
+          window_(window), services_(std::move(services)), generator_(services_.localization),
           state_(
               std::move(inputs),
               [this](const ShareImageConfig& config, double scale) {
@@ -105,7 +105,7 @@ private:
     void askForFile() {
         if (state_.generatedImage() == nullptr) return;
         const SaveDialog::Content content{.title = text("share_card_save_image"),
-                                          .fileName = qt(state_.suggestedFileName()),
+                                          .fileName = qt(state_.suggestedFileName(services_.localization)),
                                           .mimeType = QStringLiteral("image/png")};
         const auto write = [this, image = state_.generatedImage()](const std::filesystem::path& file) {
             save(*image, file);

@@ -29,7 +29,8 @@ SettingsView::Services settingsServices(AppServices& services) {
 
 SettingsPages::SettingsPages(AppServices& services, const SettingsSheet::MakeLogSection& makeLogSection,
                              QWidget* parent)
-    : QWidget(parent), services_(services), settings_(settingsServices(services)), applications_(services.categories),
+    : QWidget(parent), services_(services), settings_(settingsServices(services)),
+      applications_(services.categories, services.localization),
       permissions_(services.permissionChecker, services.runLoop, services.localization) {
     const Localization& texts = services.localization;
     settings_.load();

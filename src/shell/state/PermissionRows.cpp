@@ -69,6 +69,21 @@ const PermissionRows::TestState& PermissionRows::test(CaptureTest test) const {
     return test == CaptureTest::browserURL ? browserURL_ : documentPath_;
 }
 
+std::string PermissionRows::resultText(CaptureTest test) const {
+    using Outcome = PermissionChecker::TestResult::Outcome;
+    const auto& result = this->test(test).result;
+    if (!result) return {};
+    switch (result->outcome) {
+    case Outcome::found: return result->detail;
+    case Outcome::titleAlone: return localization_.text("capture_test_title", result->detail);
+    case Outcome::nothingInFront: return localization_.text("capture_test_nothing_in_front");
+    case Outcome::noBrowser: return localization_.text("capture_test_no_browser", result->detail);
+    case Outcome::noAddress: return localization_.text("capture_test_no_address");
+    case Outcome::noDocument: return localization_.text("capture_test_no_document");
+    }
+    return {};
+}
+
 PermissionRows::TestState& PermissionRows::stateOf(CaptureTest test) {
     return test == CaptureTest::browserURL ? browserURL_ : documentPath_;
 }

@@ -53,6 +53,8 @@ public:
     /// Reads what is in front after `timeToSwitch`. Nothing happens while a test runs.
     void run(CaptureTest test);
     [[nodiscard]] const TestState& test(CaptureTest test) const;
+    /// What the last test brought; empty before the first.
+    [[nodiscard]] std::string resultText(CaptureTest test) const;
     [[nodiscard]] bool isTesting() const;
 
     Signal<> changed;

@@ -22,6 +22,7 @@
 #include "shell/window/DateHeader.h"
 #include "shell/window/DayPraise.h"
 #include "shell/window/PanelOverlay.h"
+#include "store/StoredNames.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -310,8 +311,9 @@ void ActivityPage::letGo() {
 void ActivityPage::chooseCategory(const ProcessedActivityItem& item) {
     auto picker = parts_->services.activity.categoryPicker(item);
     if (picker == nullptr) return;
-    CategorySheet::open(*window(), std::move(picker), parts_->services.categories, item.appName,
-                        parts_->services.localization, [page = QPointer(this)] {
+    const bool hasName = item.appName != StoredNames::unknownApp;
+    CategorySheet::open(*window(), std::move(picker), parts_->services.categories,
+                        hasName ? item.appName : std::string(), parts_->services.localization, [page = QPointer(this)] {
                             if (page == nullptr) return;
                             page->parts_->services.activity.refresh();
                             page->parts_->details->showMarkingSuccess();

@@ -150,7 +150,7 @@ TEST_F(DayChartViewTest, ADragDrawsARangeWithItsTooltipAndEscapeDropsIt) {
     move({420, y(10)}, Qt::LeftButton);
     ASSERT_TRUE(chart.selection());
     EXPECT_TRUE(tooltip().isVisible());
-    EXPECT_THAT(tooltip().lines(), ElementsAre("时间: 09:15-10:00", "鼠标位置: 1.8小时"));
+    EXPECT_THAT(tooltip().lines(), ElementsAre("Time: 09:15 – 10:00", "Pointer at 1.8 h"));
     EXPECT_EQ(tooltip().card().width(), 200);
     EXPECT_TRUE(view.viewport()->rect().contains(tooltip().card()));
     key(Qt::Key_Escape);
@@ -187,7 +187,7 @@ TEST_F(DayChartViewTest, ADragNearTheEdgeScrollsAndGoesOn) {
 
 TEST_F(DayChartViewTest, TheTooltipTellsOfTheBlockUnderThePointer) {
     move({100, y(9.5)}, Qt::NoButton);
-    EXPECT_THAT(tooltip().lines(), ElementsAre("Editor", "Draft", "时长: 1.0小时"));
+    EXPECT_THAT(tooltip().lines(), ElementsAre("Editor", "Draft", "Duration: 1.0 h"));
     EXPECT_EQ(tooltip().card().top(), y(9) + 20);
     move({100, y(10.25)}, Qt::NoButton);
     EXPECT_FALSE(tooltip().isVisible());

@@ -43,9 +43,9 @@ protected:
 TEST_F(PanelsTest, TheLegendListsMostHoursFirstAndIsBuiltAnewForWhatDiffersOnly) {
     LegendPanel legend(chart, runLoop, localization);
     show(legend);
-    EXPECT_THAT(texts(legend), ElementsAre("应用使用统计", "– h")) << "nothing is known yet";
+    EXPECT_THAT(texts(legend), ElementsAre("App usage", "– h")) << "nothing is known yet";
     showDay();
-    EXPECT_THAT(texts(legend), IsSupersetOf({"0.0 h", "暂无应用数据"}));
+    EXPECT_THAT(texts(legend), IsSupersetOf({"0.0 h", "No app data yet"}));
 
     aRecord().from("08:00:00").to("08:30:00").app("Mail").in(context());
     aRecord().from("09:00:00").to("11:00:00").app("Editor").in(context());
@@ -98,7 +98,7 @@ TEST_F(PanelsTest, ANewProjectNeedsAFreeNameAndTakesTheChosenTone) {
     const auto& create = buttonCalled(panel, "Create and Assign");
     EXPECT_FALSE(create.isEnabled());
     type(*field, " harbour ");
-    EXPECT_THAT(texts(panel), Contains("项目名称已存在"));
+    EXPECT_THAT(texts(panel), Contains("There is a project of that name already"));
     EXPECT_FALSE(create.isEnabled());
     type(*field, "Tidewater");
     EXPECT_TRUE(create.isEnabled());
@@ -135,14 +135,14 @@ TEST_F(PanelsTest, DetailsTellWhatIsKnownAndDeleteTheRecord) {
     show(details);
     EXPECT_EQ(widgetBelow<AppTile>(details).grab().toImage().pixelColor(16, 16), QColor(Qt::magenta));
     EXPECT_THAT(texts(details),
-                IsSupersetOf({"Editor", "Notes", "Document", "/srv/notes.md", "工作", "写作", "深度工作"}));
+                IsSupersetOf({"Editor", "Notes", "Document", "/srv/notes.md", "Work", "Writing", "Deep work"}));
     EXPECT_THAT(texts(details), Not(Contains("Web page")));
     EXPECT_THAT(accessibleNames(details, QAccessible::Button),
                 ElementsAre("Close", "Edit Category and tags", "Assign to Project", "Delete this activity record"));
 
     record->category = std::string("学习");
     showDay();
-    EXPECT_THAT(texts(details), IsSupersetOf({"学习"}));
+    EXPECT_THAT(texts(details), IsSupersetOf({"Learning"}));
 
     std::string wanted;
     const auto subscription = details.categoryWanted.subscribe([&](const auto& item) { wanted = item.appName; });
@@ -164,12 +164,12 @@ TEST_F(PanelsTest, TheSheetGivesCategoryAndTagsToAllRecordsOfTheApplication) {
     CategorySheet::open(window, std::make_unique<CategoryPickerState>(record, categories, console), categories,
                         "Firefox", localization, [&] { ++saves; });
     settle();
-    EXPECT_THAT(texts(window), IsSupersetOf({"智能建议", "None selected"}));
-    click(window, "工作");  // chosen, so this takes it back
-    click(window, "娱乐");
-    click(window, "阅读");
+    EXPECT_THAT(texts(window), IsSupersetOf({"Suggested", "None selected"}));
+    click(window, "Work");  // chosen, so this takes it back
+    click(window, "Entertainment");
+    click(window, "Reading");
     auto& field = *window.findChild<QLineEdit*>();
-    type(field, "draft, 研究");
+    type(field, "draft, research");
     Q_EMIT field.returnPressed();
     EXPECT_THAT(texts(window), IsSupersetOf({"3 selected"}));
     click(window, "Save");

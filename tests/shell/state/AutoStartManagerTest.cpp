@@ -22,7 +22,8 @@ protected:
     platform::SimulatedLoginItem loginItem_;
     platform::SimulatedSettingsPanes panes_;
     RecordingConsole console_;
-    AutoStartManager manager_{loginItem_, panes_, runLoop_, console_};
+    Localization localization_{"zh"};
+    AutoStartManager manager_{loginItem_, panes_, runLoop_, console_, localization_};
 };
 
 TEST_F(AutoStartManagerTest, SaysWhatItReadsAndWhatItChanges) {
