@@ -74,7 +74,7 @@ protected:
 TEST_F(TimelineScreenTest, ADrawnRangeGoesToAProjectUnlessThreeHaveItsTime) {
     start();
     draw(13.25, 13.75);
-    click("push button", "Beta");
+    click("list item", "Beta, Not set");
     EXPECT_TRUE(comes("list item", "Project Beta, 13:15 to 13:45"));
     const std::set<std::string> three{"Alpha 12:00-13:00", "Beta 12:00-13:00", "Gamma 12:00-13:00"};
     auto withBeta = three;
@@ -83,7 +83,7 @@ TEST_F(TimelineScreenTest, ADrawnRangeGoesToAProjectUnlessThreeHaveItsTime) {
 
     draw(12.25, 12.75);
     EXPECT_TRUE(comes("label", "3 projects already cover"));
-    click("push button", "Delta");
+    click("list item", "Delta, Not set");
     EXPECT_TRUE(application_->hasWritten("该时间段已达到最大项目数量限制（3个）"));
     EXPECT_TRUE(goes("label", "3 projects already cover"));
     EXPECT_EQ(assignments(), withBeta);

@@ -1,7 +1,7 @@
 #include "shell/chart/CategoryChoice.h"
 
-#include "shell/chart/IconMark.h"
-#include "shell/chart/Well.h"
+#include "shell/look/IconView.h"
+#include "shell/look/Card.h"
 #include "shell/look/Chip.h"
 #include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
@@ -44,13 +44,13 @@ CategoryChoice::CategoryChoice(std::unique_ptr<CategoryPickerState> state, const
 void CategoryChoice::addSuggestions(QVBoxLayout& page) {
     const auto suggested = state_->suggestions();
     if (suggested.empty()) return;
-    auto* const well = new Well(&Theme::accSoft);
+    auto* const well = new Well("info");
     auto* const box = new QVBoxLayout(well);
     box->setContentsMargins(16, 10, 16, 12);
     box->setSpacing(6);
     auto* const head = new QHBoxLayout;
     head->setSpacing(8);
-    head->addWidget(new IconMark(QStringLiteral("spark"), 16, &Theme::accInk));
+    head->addWidget(new IconView(QStringLiteral("spark"), 16, &Theme::accInk));
     head->addWidget(new Label(qt(localization_.text("category_suggestions_title")), TypeRole::label, &Theme::accInk),
                     1);
     box->addLayout(head);

@@ -1,7 +1,7 @@
 #include "shell/chart/CategoryLine.h"
 
 #include "base/Text.h"
-#include "shell/chart/IconMark.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Chip.h"
 #include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
@@ -38,7 +38,7 @@ CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
     layout->setSpacing(0);
     auto* const mark = new QVBoxLayout;
     mark->setContentsMargins(0, 6, 10, 0);
-    mark->addWidget(new IconMark(QStringLiteral("tag"), 16, &Theme::text2), 0, Qt::AlignTop);
+    mark->addWidget(new IconView(QStringLiteral("tag"), 16, &Theme::text2), 0, Qt::AlignTop);
     layout->addLayout(mark);
     chips_->setContentsMargins(0, 2, 4, 0);
     layout->addLayout(chips_, 1);

@@ -5,7 +5,7 @@
 #include "shell/chart/AppTile.h"
 #include "shell/chart/CategoryLine.h"
 #include "shell/chart/DetailsRow.h"
-#include "shell/chart/Well.h"
+#include "shell/look/Card.h"
 #include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -117,7 +117,7 @@ QLayout* DetailsPanel::Parts::head() {
 }
 
 Well* DetailsPanel::Parts::times() {
-    auto* const well = new Well(&Theme::sunken);
+    auto* const well = new Well;
     auto* const layout = new QHBoxLayout(well);
     layout->setContentsMargins(12, 8, 12, 8);
     layout->addWidget(range, 1);

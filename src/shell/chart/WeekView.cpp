@@ -1,9 +1,11 @@
 #include "shell/chart/WeekView.h"
 
-#include "shell/chart/SummaryCard.h"
 #include "shell/chart/WeekCanvas.h"
 #include "shell/chart/WeekSummary.h"
+#include "shell/look/Card.h"
+#include "shell/look/Label.h"
 #include "shell/look/Painting.h"
+#include "shell/look/RowList.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 #include "shell/signals/Subscribe.h"
@@ -37,21 +39,57 @@ WeekDay weekDay(WeekTimelineColumn column, double hours, Date now) {
             .isComing = date > now};
 }
 
-std::vector<SummaryRow> rowsOf(const std::vector<AppStat>& applications, const Localization& localization) {
-    std::vector<SummaryRow> rows;
-    for (const AppStat& stat : applications)
-        if (stat.hours >= leastHours)
-            rows.push_back(
-                {StoredNames::shownApp(stat.appName, localization), stat.hours, stat.percentage, stat.color, {}});
+ListRow rowOf(const std::string& name, double hours, double percentage, const Localization& localization) {
+    return {.text = qt(name),
+            .figures = qt(hoursText(hours) + " h"),
+            .accessibleName =
+                qt(localization.text("a11y_legend_row", name, hoursText(hours), fmt::format("{:.1f}", percentage)))};
+}
+
+std::vector<ListRow> rowsOf(const std::vector<AppStat>& applications, const Localization& localization) {
+    std::vector<ListRow> rows;
+    for (const AppStat& stat : applications) {
+        if (stat.hours < leastHours) continue;
+        rows.push_back(rowOf(StoredNames::shownApp(stat.appName, localization), stat.hours, stat.percentage, localization));
+        rows.back().mark = toQColor(stat.color);
+    }
     return rows;
 }
 
-std::vector<SummaryRow> rowsOf(const std::vector<ProjectStat>& projects) {
-    std::vector<SummaryRow> rows;
-    for (const ProjectStat& stat : projects)
-        if (stat.hours >= leastHours) rows.push_back({stat.name, stat.hours, stat.percentage, {}, stat.tone});
+std::vector<ListRow> rowsOf(const std::vector<ProjectStat>& projects, const Localization& localization) {
+    std::vector<ListRow> rows;
+    for (const ProjectStat& stat : projects) {
+        if (stat.hours < leastHours) continue;
+        rows.push_back(rowOf(stat.name, stat.hours, stat.percentage, localization));
+        rows.back().tone = stat.tone;
+    }
     return rows;
 }
+
+/// A card that lists hours in two columns, or says that there are none.
+class SummaryCard : public Card {
+public:
+    SummaryCard(const QString& title, const QString& emptyText, QWidget* parent)
+        : Card(parent), rows_(new RowList(title)), empty_(new Label(emptyText, TypeRole::body, &Theme::text3)) {
+        auto* const column = new QVBoxLayout(this);
+        column->setContentsMargins(Metrics::cardPadding + 1, 12, Metrics::cardPadding + 1, 11);
+        column->setSpacing(6);
+        column->addWidget(new Label(title, TypeRole::label, &Theme::text2));
+        column->addWidget(rows_);
+        column->addWidget(empty_);
+        column->addStretch(1);
+        rows_->setColumns(2);
+    }
+    void setRows(std::vector<ListRow> rows) {
+        empty_->setVisible(rows.empty());
+        rows_->setVisible(!rows.empty());
+        rows_->setRows(std::move(rows));
+    }
+
+private:
+    RowList* rows_;
+    Label* empty_;
+};
 
 }  // namespace
 
@@ -59,9 +97,8 @@ struct WeekView::Parts {
     Parts(const Localization& texts, ConsoleSink& sink, QWidget* parent)
         : localization(texts), console(sink), content(new QWidget(parent)), canvas(new WeekCanvas(content)),
           cards(new QWidget(content)), row(new QBoxLayout(QBoxLayout::LeftToRight, cards)),
-          applications(
-              new SummaryCard(qt(texts.text("app_usage_title")), qt(texts.text("app_usage_empty")), texts, cards)),
-          projects(new SummaryCard(qt(texts.text("ui_projects")), QStringLiteral("–"), texts, cards)) {
+          applications(new SummaryCard(qt(texts.text("app_usage_title")), qt(texts.text("app_usage_empty")), cards)),
+          projects(new SummaryCard(qt(texts.text("ui_projects")), QStringLiteral("–"), cards)) {
         row->setContentsMargins(Metrics::timelineMargin, Metrics::cardGap, Metrics::timelineMargin,
                                 Metrics::timelineMargin);
         row->setSpacing(Metrics::cardGap);
@@ -104,7 +141,7 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
     canvas->setWeek(std::move(days), names, columnWidth);
     canvas->setNow(now);
     applications->setRows(rowsOf(summary.applications, localization));
-    projects->setRows(rowsOf(summary.projects));
+    projects->setRows(rowsOf(summary.projects, localization));
 }
 
 WeekView::WeekView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)

@@ -1,7 +1,7 @@
 #include "shell/rules/RuleForm.h"
 
 #include "base/Text.h"
-#include "shell/chart/Well.h"
+#include "shell/look/Card.h"
 #include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
@@ -137,7 +137,7 @@ void RuleForm::Parts::placeOptions() {
 }
 
 QWidget* RuleForm::Parts::makeSummary() {
-    auto* const well = new Well(&Theme::accSoft);
+    auto* const well = new Well("info");
     auto* const line = new QHBoxLayout(well);
     line->setContentsMargins(16, 14, 20, 14);
     line->setSpacing(12);

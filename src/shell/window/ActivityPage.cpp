@@ -21,7 +21,6 @@
 #include "shell/window/AwayLine.h"
 #include "shell/window/DateHeader.h"
 #include "shell/window/DayPraise.h"
-#include "shell/window/PanelOverlay.h"
 #include "store/StoredNames.h"
 
 #include <QEvent>
@@ -56,7 +55,7 @@ struct ActivityPageParts {
     AwayLine* awayLine = nullptr;
     std::unique_ptr<DayPraise> praise;
     PraiseCard* praiseCard = nullptr;
-    QPointer<PanelOverlay> overlay;
+    QPointer<Sheet> sheet;  ///< of the project panel where it has no column
     bool detailsFloat = false;
 
     [[nodiscard]] DayTimelineChart& chart() const { return services.activity.chart(); }
@@ -264,19 +263,19 @@ void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
     auto& panel = *parts_->project;
     const bool isShown = parts_->chart().projectSelector() != nullptr;
     if (isShown && !layout.side) {
-        if (parts_->overlay) return;
-        parts_->overlay = new PanelOverlay(*this, panel, ActivityLayout::sheetWidth,
-                                           qt(parts_->services.localization.text("timeline_assign_project")));
+        if (parts_->sheet) return;
+        const auto name = parts_->services.localization.text("timeline_assign_project");
+        parts_->sheet = new Sheet(*window(), qt(name), ActivityLayout::sheetWidth);
+        parts_->sheet->setContent(panel);
+        connect(parts_->sheet, &QDialog::rejected, this, [this] { parts_->chart().cancelProjectSelection(); });
         panel.setFocus();
-        subscribe(parts_->overlay->closeWanted, *parts_->overlay, [this] { parts_->chart().cancelProjectSelection(); });
+        parts_->sheet->open();
         return;
     }
     const bool wasShown = panel.isVisible();
-    if (parts_->overlay) {
+    if (Sheet* const sheet = std::exchange(parts_->sheet, nullptr)) {
         panel.setParent(this);  // which hides it
-        parts_->overlay->deleteLater();
-        parts_->overlay->hide();
-        parts_->overlay.clear();
+        sheet->accept();
     }
     if (isShown) panel.setGeometry(mirrored(*layout.side));
     if (!isShown && wasShown) parts_->day->setFocus();

@@ -1,6 +1,6 @@
 #include "shell/chart/DayCells.h"
 #include "shell/chart/MonthView.h"
-#include "shell/chart/SummaryCard.h"
+#include "shell/look/RowList.h"
 #include "shell/chart/WeekPainter.h"
 #include "shell/chart/WeekView.h"
 #include "shell/look/Theme.h"
@@ -169,10 +169,9 @@ TEST_F(OverviewsTest, DaysAndSumsAreReadByAssistiveTechnology) {
                             "Wed, Apr 8, 1.0 hours recorded", "Thu, Apr 9, 0.0 hours recorded",
                             "Fri, Apr 10, 0.0 hours recorded", "Sat, Apr 11, 0.0 hours recorded",
                             "Sun, Apr 12, 0.0 hours recorded"));
-    const auto cards = partsOf<SummaryCard>(week);
-    EXPECT_THAT(namesOfParts(*cards[0]),
-                ElementsAre("Editor, 2.5 hours, 70.1 percent", "Mail, 1.1 hours, 29.9 percent"));
-    EXPECT_THAT(namesOfParts(*cards[1]), ElementsAre("Orchard, 3.0 hours, 100.0 percent"));
+    EXPECT_THAT(accessibleNames(week, QAccessible::ListItem),
+                ElementsAre("Editor, 2.5 hours, 70.1 percent", "Mail, 1.1 hours, 29.9 percent",
+                            "Orchard, 3.0 hours, 100.0 percent"));
 
     closeDay(month);
     EXPECT_EQ(activity.chart().dateLabel(), "2026/4");
@@ -298,8 +297,8 @@ TEST_F(OverviewsTest, ColumnsThatDoNotFitScrollSidewaysAndTheSelectedDayIsOnScre
     const QRect sunday = canvas(week).partRectangle(6);
     EXPECT_EQ(sunday.width(), 100);
     EXPECT_LE(canvas(week).mapTo(&week, sunday.topRight()).x(), 500);
-    for (const auto* card : partsOf<SummaryCard>(week))
-        EXPECT_LE(card->width(), 500 - 32);
+    for (const auto* rows : partsOf<RowList>(week))
+        EXPECT_LE(rows->width(), 500 - 32);
 }
 
 }  // namespace
