@@ -64,7 +64,6 @@ RulesPage::Parts::Parts(RulesPage& owner, std::unique_ptr<RulesDashboardView> ow
     cards->addWidget(list);
     cards->addWidget(form, 1);
     layout->addLayout(cards, 1);
-    page.setFocusProxy(&list->view());
     addKeys();
     subscribe(list->view().opened, page, [this] { edit(); });
     subscribe(list->importWanted, page, [this] { import(); });
@@ -167,6 +166,10 @@ RulesPage::~RulesPage() = default;
 
 RulesDashboardView& RulesPage::state() {
     return *parts_->state;
+}
+
+QWidget* RulesPage::mainView() const {
+    return &parts_->list->view();
 }
 
 void RulesPage::resizeEvent(QResizeEvent* event) {

@@ -188,8 +188,7 @@ void ActivityPage::place() {
         view->setVisible(isShown);
     }
     parts_->wantsFocus = parts_->wantsFocus || losesFocus;
-    setFocusProxy(&viewOf(mode));
-    if (!isCovered() && std::exchange(parts_->wantsFocus, false)) viewOf(mode).setFocus();
+    if (!isCovered() && std::exchange(parts_->wantsFocus, false)) mainView()->setFocus();
     if (layout.legend) parts_->legend->setGeometry(mirrored(*layout.legend));
     parts_->legend->setVisible(layout.legend && !isCovered());
     placePraise(layout);
@@ -199,13 +198,14 @@ void ActivityPage::place() {
 }
 
 /// The keyboard stays with the time that is shown.
-QWidget& ActivityPage::viewOf(TimelineViewMode mode) const {
-    switch (mode) {
+QWidget* ActivityPage::mainView() const {
+    if (parts_->header == nullptr) return nullptr;
+    switch (parts_->chart().currentViewMode()) {
     case TimelineViewMode::day: break;
-    case TimelineViewMode::week: return *parts_->week->focusProxy();
-    case TimelineViewMode::month: return *parts_->month->focusProxy();
+    case TimelineViewMode::week: return parts_->week->focusProxy();
+    case TimelineViewMode::month: return parts_->month->focusProxy();
     }
-    return *parts_->day;
+    return parts_->day;
 }
 
 void ActivityPage::placePraise(const ActivityLayout& layout) {

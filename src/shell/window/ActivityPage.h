@@ -40,6 +40,9 @@ public:
     void setMode(TimelineViewMode mode);
     void goToToday();
 
+    /// What shows the time and takes the keys for it; null until there is something to show.
+    [[nodiscard]] QWidget* mainView() const;
+
 protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -54,7 +57,6 @@ private:
     void explainEmptyDay();
     [[nodiscard]] bool isCovered() const;
     void cover();
-    [[nodiscard]] QWidget& viewOf(TimelineViewMode mode) const;
     void placePraise(const ActivityLayout& layout);
     /// What the praise leaves of the side for the details.
     [[nodiscard]] QRect detailsColumn(const ActivityLayout& layout) const;

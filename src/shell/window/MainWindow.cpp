@@ -74,9 +74,11 @@ MainWindow::MainWindow(AppServices& services)
 
 SectionPages* MainWindow::makePages() {
     return new SectionPages(
-        {{{.make = [this] { return activityPage_; }},
+        {{{.make = [this] { return activityPage_; },
+           .mainView = [this](QWidget&) { return activityPage_->mainView(); }},
           {.make = [this] { return BillingSheets::makePage(services_); }},
-          {.make = [this] { return new RulesPage(services_); }},
+          {.make = [this] { return new RulesPage(services_); },
+           .mainView = [](QWidget& page) { return static_cast<RulesPage&>(page).mainView(); }},
           {.make = [this] { return new ExportPage(services_); },
            .mayRenew = [](QWidget& page) { return !static_cast<ExportPage&>(page).isExporting(); }}}},
         this);

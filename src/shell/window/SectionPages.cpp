@@ -1,6 +1,7 @@
 #include "shell/window/SectionPages.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <utility>
 
 namespace quorvane {
@@ -28,7 +29,8 @@ void SectionPages::choose(MainSection section) {
 
 void SectionPages::focusPage() {
     QWidget* const page = currentWidget();
-    QWidget* stop = page->focusProxy();
+    const auto& mainView = makers_[static_cast<std::size_t>(std::ranges::find(pages_, page) - pages_.begin())].mainView;
+    QWidget* stop = mainView ? mainView(*page) : nullptr;
     if (stop == nullptr || !takesKeys(*stop))
         for (stop = page->nextInFocusChain(); stop != page; stop = stop->nextInFocusChain())
             if (takesKeys(*stop) && page->isAncestorOf(stop)) break;
