@@ -3,9 +3,9 @@
 #include "base/Json.h"
 #include "base/Text.h"
 #include "platform/Clock.h"
-#include "store/ActivityCategory.h"
 #include "store/ActivityRecord.h"
 #include "store/StoreError.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <span>
@@ -89,17 +89,19 @@ void CategoryTagManager::removeCustomCategory(std::string_view name) {
 
 Texts CategoryTagManager::allCategories(const std::optional<std::string>& chosen) const {
     Texts all;
-    for (const auto& [category, name] : RawValues<ActivityCategory>::table)
-        all.emplace_back(name);
+    for (const StoredNames::Name& category : StoredNames::categories)
+        all.emplace_back(category.stored);
     for (std::string& name : customCategories())
         all.push_back(std::move(name));
     if (chosen && std::ranges::find(all, *chosen) == all.end()) all.push_back(*chosen);
     return all;
 }
 
-void CategoryTagManager::addTags(std::set<std::string>& tags, std::string_view typed) {
+void CategoryTagManager::addTags(std::set<std::string>& tags, std::string_view typed,
+                                 const Localization& localization) {
     for (const std::string& piece : text::split(typed, ','))
-        if (auto tag = text::trimmedWithNewlines(piece); !tag.empty()) tags.insert(std::move(tag));
+        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty())
+            tags.insert(StoredNames::storedTag(tag, localization));
 }
 
 CategoryTagManager::AppPreferencesMap CategoryTagManager::loadAppPreferences() const {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "diagnostics/ConsoleSink.h"
+#include "l10n/Localization.h"
 #include "platform/UserDefaults.h"
 #include "store/ModelContext.h"
 
-#include <array>
 #include <map>
 #include <optional>
 #include <set>
@@ -26,11 +26,6 @@ public:
     };
     using AppPreferencesMap = std::map<std::string, AppPreferences, std::less<>>;  ///< by display name
 
-    /// The tags that are offered, in their order.
-    static constexpr std::array<std::string_view, 23> commonTags{
-        "编程", "设计", "写作", "会议", "邮件", "文档", "研究", "培训", "深度工作", "创意工作", "管理", "沟通",
-        "学习", "阅读", "练习", "游戏", "视频", "音乐", "社交", "购物", "运动",     "休息",     "出行"};
-
     CategoryTagManager(platform::UserDefaults& defaults, ConsoleSink& console);
 
     /// The user's own categories, sorted.
@@ -42,8 +37,8 @@ public:
     /// The built-in categories in their order, then the user's own, then `chosen` if it is none of them: a category
     /// that the user has removed since stays with what has it.
     [[nodiscard]] std::vector<std::string> allCategories(const std::optional<std::string>& chosen = {}) const;
-    /// Adds the tags as typed, separated by commas: a comma can be in no tag.
-    static void addTags(std::set<std::string>& tags, std::string_view typed);
+    /// Adds the tags that were typed, separated by commas: a comma can be in no tag.
+    static void addTags(std::set<std::string>& tags, std::string_view typed, const Localization& localization);
 
     /// Empty if nothing is stored, or if what is stored can't be read.
     [[nodiscard]] AppPreferencesMap loadAppPreferences() const;

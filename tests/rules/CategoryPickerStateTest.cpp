@@ -52,7 +52,7 @@ TEST_F(CategoryPickerStateTest, SavingWritesRemembersAndReachesAllRecordsInThisO
     const auto record = aRecord().app("Editor").in(store.context());
     auto state = open(record);
     state.selectedCategory = "深度";
-    CategoryTagManager::addTags(state.selectedTags, " a ,, \n,b");
+    CategoryTagManager::addTags(state.selectedTags, " a ,, \n,b", Localization("en"));
     bool isDismissed = false;
     const auto subscription = state.dismissed.subscribe([&] { isDismissed = true; });
     state.save();

@@ -1,6 +1,7 @@
 #include "shell/billing/BillingFilterBar.h"
 
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 namespace quorvane {
 namespace {
@@ -22,20 +23,18 @@ BillingFilterBar::BillingFilterBar(BillingDashboardView& dashboard, const Locali
 }
 
 void BillingFilterBar::follow() {
-    chosen_[0] = range_->chosen.subscribe([this](const std::string& value) {
+    subscribe(range_->chosen, *this, [this](const std::string& value) {
         dashboard_.setReportRangeKind(
             fromRawValue<BillingReportRangeKind>(value).value_or(BillingReportRangeKind::month));
     });
-    chosen_[1] = project_->chosen.subscribe(
-        [this](const std::string& value) { dashboard_.setSelectedProjectId(Uuid::parse(value)); });
-    chosen_[2] =
-        client_->chosen.subscribe([this](const std::string& value) { dashboard_.setSelectedClientName(value); });
-    chosen_[3] =
-        category_->chosen.subscribe([this](const std::string& value) { dashboard_.setSelectedCategory(value); });
-    chosen_[4] = start_->chosen.subscribe(
-        [this](const CivilDate& day) { dashboard_.setCustomStart(Calendar::current().date(day)); });
-    chosen_[5] = end_->chosen.subscribe(
-        [this](const CivilDate& day) { dashboard_.setCustomEnd(Calendar::current().date(day)); });
+    subscribe(project_->chosen, *this,
+              [this](const std::string& value) { dashboard_.setSelectedProjectId(Uuid::parse(value)); });
+    subscribe(client_->chosen, *this, [this](const std::string& value) { dashboard_.setSelectedClientName(value); });
+    subscribe(category_->chosen, *this, [this](const std::string& value) { dashboard_.setSelectedCategory(value); });
+    subscribe(start_->chosen, *this,
+              [this](const CivilDate& day) { dashboard_.setCustomStart(Calendar::current().date(day)); });
+    subscribe(end_->chosen, *this,
+              [this](const CivilDate& day) { dashboard_.setCustomEnd(Calendar::current().date(day)); });
 }
 
 void BillingFilterBar::refresh() {

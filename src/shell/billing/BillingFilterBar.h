@@ -27,7 +27,6 @@ private:
     ChoiceField* category_;
     DayField* start_;
     DayField* end_;
-    std::array<Subscription, 6> chosen_;
 };
 
 }  // namespace quorvane

@@ -6,6 +6,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -36,7 +37,7 @@ public:
         addToFootStart(fileName_);
         addToFootStart(new QWidget);  // keeps the buttons at the end where no name is shown
         addButtons();
-        changed_ = view_.changed.subscribe([this] { follow(); });
+        subscribe(view_.changed, *this, [this] { follow(); });
         showText();
     }
 
@@ -86,7 +87,6 @@ private:
     BillingPreviewTab shown_ = BillingPreviewTab::report;
     PreviewText* text_;
     Label* fileName_;
-    Subscription changed_;
 };
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/SaveDialog.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -35,9 +36,9 @@ constexpr int rowMargin = 60;  ///< kept around the row that the keys have reach
 
 }  // namespace
 
-struct BillingPage::Parts {
-    Services services;
-    Options options;
+struct BillingPageParts {
+    BillingPage::Services services;
+    BillingPage::Options options;
     std::unique_ptr<BillingDashboardView> dashboard;
     QScrollArea* area = nullptr;
     Label* title = nullptr;
@@ -49,16 +50,13 @@ struct BillingPage::Parts {
     BillingTable* table = nullptr;
     Card* empty = nullptr;
     BillingActions* actions = nullptr;
-    Subscription dashboardChanged;
-    Subscription reviewOpened;
-    Subscription projectEdited;
-    Subscription rowFocused;
 
     [[nodiscard]] const Localization& texts() const { return services.localization; }
 };
 
 BillingPage::BillingPage(const Services& services, Options options, QWidget* parent)
-    : QWidget(parent), parts_(std::make_unique<Parts>(Parts{.services = services, .options = std::move(options)})) {
+    : Keeps(std::make_unique<BillingPageParts>(BillingPageParts{.services = services, .options = std::move(options)})),
+      QWidget(parent) {
     parts_->dashboard = std::make_unique<BillingDashboardView>(services.store, services.runLoop, services.localization,
                                                                services.console, presenter());
     build();
@@ -66,10 +64,7 @@ BillingPage::BillingPage(const Services& services, Options options, QWidget* par
     addShortcuts();
 }
 
-// What shows the state goes before the state does.
-BillingPage::~BillingPage() {
-    delete parts_->area;
-}
+BillingPage::~BillingPage() = default;
 
 BillingDashboardView& BillingPage::dashboard() {
     return *parts_->dashboard;
@@ -171,13 +166,12 @@ void BillingPage::addTable(QVBoxLayout& column) {
 }
 
 void BillingPage::follow() {
-    parts_->dashboardChanged = dashboard().changed.subscribe([this] {
+    subscribe(dashboard().changed, *this, [this] {
         if (isVisible()) refresh();
     });
-    parts_->reviewOpened = parts_->review->opened.subscribe([this] { dashboard().openReviewQueue(); });
-    parts_->projectEdited =
-        parts_->table->edited.subscribe([this](const Uuid& project) { dashboard().editProject(project); });
-    parts_->rowFocused = parts_->table->focused.subscribe([this](QRect row) {
+    subscribe(parts_->review->opened, *this, [this] { dashboard().openReviewQueue(); });
+    subscribe(parts_->table->edited, *this, [this](const Uuid& project) { dashboard().editProject(project); });
+    subscribe(parts_->table->focused, *this, [this](QRect row) {
         const QPoint centre = parts_->table->mapTo(parts_->area->widget(), row.center());
         parts_->area->ensureVisible(centre.x(), centre.y(), 0, rowMargin);
     });
@@ -189,8 +183,7 @@ void BillingPage::addShortcuts() {
         {Qt::Key_P, &BillingDashboardView::previewPack},
         {Qt::Key_E, &BillingDashboardView::exportPack}};
     for (const auto& [key, act] : keys) {
-        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);  // not under a sheet
+        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);  // of a hidden page it rests
         connect(shortcut, &QShortcut::activated, this, [this, act = act] { (dashboard().*act)(); });
     }
 }

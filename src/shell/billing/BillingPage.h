@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/signals/Keeps.h"
 #include "shell/state/BillingDashboardView.h"
 
 #include <QWidget>
@@ -13,9 +14,11 @@ class QVBoxLayout;
 
 namespace quorvane {
 
+struct BillingPageParts;
+
 /// The billing section: filters, the three steps, figures, the projects' lines and the four ways out. It scrolls as a
 /// whole.
-class BillingPage : public QWidget {
+class BillingPage : private Keeps<BillingPageParts>, public QWidget {
 public:
     /// All of it outlives the page.
     struct Services {
@@ -47,8 +50,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    struct Parts;
-
     [[nodiscard]] BillingDashboardView::Presenter presenter();
     void build();
     void addHead(QVBoxLayout& column);
@@ -60,8 +61,6 @@ private:
     void refresh();
     void warnBeforeExport(std::size_t count);
     void chooseFile(const BillingMarkdownDocument& document, const std::string& fileName);
-
-    std::unique_ptr<Parts> parts_;
 };
 
 }  // namespace quorvane

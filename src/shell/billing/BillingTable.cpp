@@ -5,6 +5,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -22,9 +23,9 @@ BillingTable::BillingTable(const Localization& localization, QWidget* parent)
     view_->setModel(model_);
     setFocusProxy(view_);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    rowEdited_ = view_->edited.subscribe(
-        [this](int row) { edited.send(Uuid(model_->rows()[static_cast<std::size_t>(row)].id)); });
-    rowFocused_ = view_->focused.subscribe([this](QRect row) { focused.send(row.translated(view_->pos())); });
+    subscribe(view_->edited, *this,
+              [this](int row) { edited.send(Uuid(model_->rows()[static_cast<std::size_t>(row)].id)); });
+    subscribe(view_->focused, *this, [this](QRect row) { focused.send(row.translated(view_->pos())); });
 }
 
 void BillingTable::setRows(const std::vector<BillingTableRow>& rows) {

@@ -32,8 +32,6 @@ private:
     BillingTableModel* model_;
     BillingTableDelegate* delegate_;
     BillingTableView* view_;
-    Subscription rowEdited_;
-    Subscription rowFocused_;
 };
 
 }  // namespace quorvane

@@ -1,10 +1,10 @@
 #include "shell/billing/BillingTableDelegate.h"
 
+#include "shell/billing/FittingFont.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
@@ -62,15 +62,17 @@ bool isNumber(BillingColumn column) {
 }
 
 void paintLine(QPainter& painter, const QRect& place, const Line& line, bool isAtEnd, Qt::LayoutDirection direction) {
-    painter.setFont(line.font);
     painter.setPen(line.ink);
     const auto side = QStyle::visualAlignment(direction, isAtEnd ? Qt::AlignRight : Qt::AlignLeft);
     const auto alignment = static_cast<int>(side | Qt::AlignVCenter);
-    const QString text = QFontMetrics(line.font).elidedText(qt(*line.text), Qt::ElideRight, place.width());
-    if (isAtEnd)
+    const QString text = qt(*line.text);
+    painter.setFont(isAtEnd ? fittingFont(line.font, text, place.width()) : line.font);
+    if (isAtEnd) {
         drawFigures(painter, place, alignment, text);
-    else
-        painter.drawText(place, alignment | Qt::TextSingleLine, isolated(text));
+    } else {
+        const QString fitting = painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width());
+        painter.drawText(place, alignment | Qt::TextSingleLine, isolated(fitting));
+    }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "shell/look/IconView.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
 
 #include <algorithm>
 
@@ -26,7 +27,7 @@ CardRow::CardRow(const std::vector<QWidget*>& cards, Between between, QWidget* p
 }
 
 int CardRow::arrange(int width, bool isTrial) const {
-    if (width < stackedBelow) return stack(width, isTrial);
+    if (width < stackedBelow * typeScale()) return stack(width, isTrial);
     const int count = static_cast<int>(cards_.size());
     const int gap = chevrons_.empty() ? Metrics::cardGap : chevronGap;
     int height = 0;

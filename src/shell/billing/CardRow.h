@@ -6,7 +6,7 @@
 
 namespace quorvane {
 
-/// Cards of one width side by side; below 560 they stand one under another.
+/// Cards of one width side by side; below 560, or more with a larger font, they stand one under another.
 class CardRow : public ArrangedWidget {
 public:
     enum class Between { nothing, chevrons };

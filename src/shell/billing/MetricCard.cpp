@@ -37,7 +37,7 @@ void MetricCard::paintEvent(QPaintEvent* event) {
     CardText text(painter, *this, side, side, top);
     text.line(qt(card_.title), TypeRole::label, theme().text2);
     text.skip(lineGap);
-    text.line(isolated(qt(card_.value)), TypeRole::display, theme().text);
+    text.number(qt(card_.value), TypeRole::display, theme().text);
     text.skip(lineGap);
     text.line(qt(card_.caption), TypeRole::labelPlain, theme().text3);
     setToolTip(text.isCut() ? accessibleName() : QString());

@@ -8,6 +8,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -83,7 +84,7 @@ public:
         strong.setWeight(QFont::DemiBold);
         amount_->setFont(strong);
         line->addWidget(amount_);
-        changed_ = editor.changed.subscribe([this] { refresh(); });
+        subscribe(editor.changed, *this, [this] { refresh(); });
         refresh();
     }
 
@@ -98,7 +99,6 @@ private:
     double hours_;
     const Localization& localization_;
     Label* amount_;
-    Subscription changed_;
 };
 
 QComboBox* currencyChoice(ProjectBillingEditor& editor, const QString& name) {

@@ -1,10 +1,12 @@
 #include "shell/billing/RateField.h"
 
 #include "base/NumberText.h"
+#include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Kind.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAbstractSpinBox>
 #include <QAccessible>
@@ -62,7 +64,7 @@ RateField::RateField(ProjectBillingEditor& editor, const Localization& localizat
     column->addWidget(field_);
     column->addLayout(line);
     setFocusProxy(field_);
-    changed_ = editor.changed.subscribe([this] { showError(); });
+    subscribe(editor.changed, *this, [this] { showError(); });
     showError();
 }
 

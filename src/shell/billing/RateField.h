@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "shell/state/ProjectBillingEditor.h"
 
@@ -27,7 +26,6 @@ private:
     QAbstractSpinBox* field_;
     IconView* icon_;
     Label* message_;
-    Subscription changed_;
 };
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 #include "shell/billing/ReviewRowControls.h"
 #include "shell/billing/ReviewRowDelegate.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -58,17 +59,17 @@ ReviewQueueList::ReviewQueueList(BillingReviewQueueView& queue, const Localizati
     setFocusProxy(list_);
     connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showControls(); });
     connect(list_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { hoverUnderPointer(); });
-    rowChanged_ = queue.rowChanged.subscribe([this](std::size_t row) {
+    subscribe(queue.rowChanged, *this, [this](std::size_t row) {
         for (auto* const controls : {current_, hovered_})
             if (controls->row() == static_cast<int>(row)) controls->refresh();
         announce(static_cast<int>(row));
     });
-    allChanged_ = queue.allChanged.subscribe([this] {
+    subscribe(queue.allChanged, *this, [this] {
         for (auto* const controls : {current_, hovered_})
             controls->fillProjects();
     });
-    hoveredUsed_ = hovered_->used.subscribe([this] { makeCurrent(hovered_->row()); });
-    currentEntered_ = current_->entered.subscribe([this] { setHovered(current_->row()); });
+    subscribe(hovered_->used, *this, [this] { makeCurrent(hovered_->row()); });
+    subscribe(current_->entered, *this, [this] { setHovered(current_->row()); });
     list_->setCurrentIndex(list_->model()->index(0, 0));
 }
 

@@ -41,11 +41,6 @@ private:
     ReviewRowDelegate* delegate_;
     ReviewRowControls* current_;
     ReviewRowControls* hovered_;
-    Subscription rowChanged_;
-    Subscription allChanged_;
-    Subscription currentUsed_;
-    Subscription hoveredUsed_;
-    Subscription currentEntered_;
 };
 
 }  // namespace quorvane

@@ -1,16 +1,17 @@
 #include "shell/billing/ReviewQueueModel.h"
 
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 namespace quorvane {
 
 ReviewQueueModel::ReviewQueueModel(BillingReviewQueueView& queue, const Localization& localization, QObject* parent)
     : QAbstractListModel(parent), queue_(queue), localization_(localization) {
-    rowChanged_ = queue_.rowChanged.subscribe([this](std::size_t row) {
+    subscribe(queue_.rowChanged, *this, [this](std::size_t row) {
         const QModelIndex changed = index(static_cast<int>(row));
         Q_EMIT dataChanged(changed, changed);
     });
-    allChanged_ = queue_.allChanged.subscribe([this] {
+    subscribe(queue_.allChanged, *this, [this] {
         if (rowCount() > 0) Q_EMIT dataChanged(index(0), index(rowCount() - 1));
     });
 }

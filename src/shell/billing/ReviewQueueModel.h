@@ -19,8 +19,6 @@ private:
 
     BillingReviewQueueView& queue_;
     const Localization& localization_;
-    Subscription rowChanged_;
-    Subscription allChanged_;
 };
 
 }  // namespace quorvane

@@ -1,5 +1,6 @@
 #include "shell/billing/ReviewRowFields.h"
 
+#include "shell/look/Controls.h"
 #include "shell/look/Kind.h"
 
 #include <QKeyEvent>

@@ -7,6 +7,7 @@
 #include "shell/look/IconWell.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
+#include "store/StoredNames.h"
 
 namespace quorvane {
 namespace {
@@ -34,9 +35,9 @@ QWidget* CategoryChoice::suggestions() {
     auto* const well = new IconWell(QStringLiteral("spark"), Tone::info);
     auto& words = well->words();
     words.setSpacing(6);
-    words.addWidget(new Label(QStringLiteral("智能建议"), TypeRole::label, &Theme::accInk));
+    words.addWidget(new Label(qt(localization_.text("category_suggestions_title")), TypeRole::label, &Theme::accInk));
     auto* const line = lineBox(10);
-    line->addWidget(new Label(QStringLiteral("基于应用名称，建议分类："), TypeRole::body, &Theme::text));
+    line->addWidget(new Label(qt(localization_.text("category_suggestions_help")), TypeRole::body, &Theme::text));
     line->addLayout(categoryChips(subject_.suggested), 1);
     words.addLayout(line);
     return well;
@@ -45,7 +46,7 @@ QWidget* CategoryChoice::suggestions() {
 FlowLayout* CategoryChoice::categoryChips(const std::vector<std::string>& names) {
     auto* const flow = new FlowLayout(8);
     for (const std::string& name : names) {
-        auto* const chip = choiceChip(qt(name));
+        auto* const chip = choiceChip(qt(StoredNames::shownCategory(name, localization_)));
         connect(chip, &QAbstractButton::clicked, this,
                 [this, name](bool isChecked) { choose(isChecked ? std::optional(name) : std::nullopt); });
         flow->addWidget(chip);
@@ -73,8 +74,8 @@ void CategoryChoice::addTags(QVBoxLayout& page) {
     connect(&field_->edit(), &QLineEdit::returnPressed, this, [this] { finish(); });
     page.addSpacing(2);
     page.addWidget(field_);
-    for (const std::string_view tag : CategoryTagManager::commonTags)
-        showTag(std::string(tag));
+    for (const StoredNames::Name& tag : StoredNames::tags)
+        showTag(std::string(tag.stored));
     finish();
 }
 
@@ -82,7 +83,7 @@ void CategoryChoice::addTags(QVBoxLayout& page) {
 void CategoryChoice::showTag(const std::string& tag) {
     auto*& chip = tags_[tag];
     if (chip == nullptr) {
-        chip = choiceChip(qt(tag), true);
+        chip = choiceChip(qt(StoredNames::shownTag(tag, localization_)), true);
         connect(chip, &QAbstractButton::clicked, this, [this, tag](bool isChecked) {
             if (isChecked)
                 subject_.tags.insert(tag);
@@ -97,7 +98,7 @@ void CategoryChoice::showTag(const std::string& tag) {
 }
 
 void CategoryChoice::finish() {
-    CategoryTagManager::addTags(subject_.tags, field_->edit().text().toStdString());
+    CategoryTagManager::addTags(subject_.tags, field_->edit().text().toStdString(), localization_);
     field_->edit().clear();
     for (const std::string& tag : subject_.tags)
         showTag(tag);

@@ -9,6 +9,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/SaveDialog.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QBoxLayout>
 #include <QScrollArea>
@@ -52,12 +53,6 @@ struct ExportPage::Parts {
     ProjectSelection* projects;
     ExportFoot* foot;
     std::optional<std::filesystem::path> lastFile;  ///< of which the user has been told
-    Subscription startChosen;
-    Subscription endChosen;
-    Subscription projectsChanged;
-    Subscription pressed;
-    Subscription progressed;
-    Subscription finished;
 };
 
 ExportPage::Parts::Parts(ExportPage& owner, AppServices& services)
@@ -87,18 +82,18 @@ ExportPage::Parts::Parts(ExportPage& owner, AppServices& services)
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(scroll);
 
-    startChosen = start->chosen.subscribe([this](Date chosen) {
+    subscribe(start->chosen, owner, [this](Date chosen) {
         state.startDate = chosen;
         countRecords();
     });
-    endChosen = end->chosen.subscribe([this](Date chosen) {
+    subscribe(end->chosen, owner, [this](Date chosen) {
         state.endDate = chosen;
         countRecords();
     });
-    projectsChanged = projects->changed.subscribe([this] { countRecords(); });
-    pressed = foot->pressed.subscribe([this] { page.exportRecords(); });
-    progressed = state.progressed.subscribe([this](std::size_t written) { foot->setProgress(written); });
-    finished = state.finished.subscribe([this] {
+    subscribe(projects->changed, owner, [this] { countRecords(); });
+    subscribe(foot->pressed, owner, [this] { page.exportRecords(); });
+    subscribe(state.progressed, owner, [this](std::size_t written) { foot->setProgress(written); });
+    subscribe(state.finished, owner, [this] {
         foot->setWriting(false);
         tellDone();
     });

@@ -3,6 +3,7 @@
 #include "shell/logs/LogRows.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -24,7 +25,7 @@ LogList::LogList(LogViewerState& state, const Localization& localization, QWidge
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(NoFrame);
     setMouseTracking(true);
-    autoScrollChanged_ = state.autoScrollChanged.subscribe([this] {
+    subscribe(state.autoScrollChanged, *this, [this] {
         if (state_.autoScroll()) scrollToBottom();
     });
 }

@@ -10,6 +10,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QListView>
 #include <QLocale>
@@ -46,7 +47,7 @@ LogViewSection::LogViewSection(AppLogger& logger, const Localization& localizati
     column->addLayout(privacyNote());
     due_.setSingleShot(true);
     connect(&due_, &QTimer::timeout, this, [this] { refresh(); });
-    logsChanged_ = logger.logsChanged.subscribe([this] {
+    subscribe(logger.logsChanged, *this, [this] {
         if (isVisible()) due_.start(0);
     });
     refresh();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "diagnostics/AppLogger.h"
 #include "l10n/Localization.h"
 
@@ -58,7 +57,6 @@ private:
     LogRows* rows_;
     Label* none_;
     QTimer due_;  ///< one refresh for all that happens in a turn of the event loop
-    Subscription logsChanged_;
 };
 
 }  // namespace quorvane

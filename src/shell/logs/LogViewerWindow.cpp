@@ -10,6 +10,7 @@
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -34,7 +35,7 @@ LogViewerWindow::LogViewerWindow(AppLogger& logger, const Localization& localiza
       search_(new QLineEdit), list_(new LogList(state_, localization)), middle_(new QStackedWidget),
       caption_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
       filtered_(new Label(qt(localization.text("log_filtered_caption")), TypeRole::label, &Theme::accent)) {
-    setWindowTitle(QStringLiteral("Quorvane – ") + qt(localization.text("recent_logs_title")));
+    setWindowTitle(qt(localization.text("ui_log_window_title")));
     setMinimumSize(leastSize);
     resize(firstSize);
     middle_->addWidget(list_);
@@ -48,7 +49,7 @@ LogViewerWindow::LogViewerWindow(AppLogger& logger, const Localization& localiza
     column->addLayout(foot());
     due_.setSingleShot(true);
     connect(&due_, &QTimer::timeout, this, [this] { refresh(); });
-    entriesChanged_ = state_.entriesChanged.subscribe([this] {
+    subscribe(state_.entriesChanged, *this, [this] {
         if (isVisible()) due_.start(0);
     });
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] { focusSearch(); });
@@ -106,8 +107,7 @@ QWidget* LogViewerWindow::followSwitch() {
     follow->setAccessibleDescription(follow->toolTip());
     follow->setChecked(state_.autoScroll());
     connect(follow, &QAbstractButton::toggled, this, [this](bool isOn) { state_.setAutoScroll(isOn); });
-    autoScrollChanged_ =
-        state_.autoScrollChanged.subscribe([this, follow] { follow->setChecked(state_.autoScroll()); });
+    subscribe(state_.autoScrollChanged, *follow, [this, follow] { follow->setChecked(state_.autoScroll()); });
     return follow;
 }
 

@@ -43,8 +43,6 @@ private:
     Label* caption_;
     Label* filtered_;
     QTimer due_;  ///< one refresh for all that happens in a turn of the event loop
-    Subscription entriesChanged_;
-    Subscription autoScrollChanged_;
 };
 
 }  // namespace quorvane

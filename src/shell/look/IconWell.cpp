@@ -1,6 +1,5 @@
 #include "shell/look/IconWell.h"
 
-#include "shell/look/AccessibleRole.h"
 #include "shell/look/Boxes.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Kind.h"
@@ -8,8 +7,7 @@
 namespace quorvane {
 
 IconWell::IconWell(const QString& iconName, Tone tone, QWidget* parent)
-    : QFrame(parent), icon_(new IconView(iconName, 16, inkOf(tone))), line_(lineBox(12, this)), words_(columnBox(3)) {
-    setAccessibleRole(*this, QAccessible::Grouping);
+    : Well("", parent), icon_(new IconView(iconName, 16, inkOf(tone))), line_(lineBox(12, this)), words_(columnBox(3)) {
     line_->setContentsMargins(17, 12, 16, 12);
     line_->addWidget(icon_, 0, Qt::AlignTop);
     line_->addLayout(words_, 1);

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "shell/look/Card.h"
 #include "shell/look/Chip.h"
-
-#include <QFrame>
 
 class QHBoxLayout;
 class QVBoxLayout;
@@ -12,7 +11,7 @@ namespace quorvane {
 class IconView;
 
 /// A soft ground with an icon at its start and words beside it: a note, a warning, what choices mean.
-class IconWell : public QFrame {
+class IconWell : public Well {
 public:
     IconWell(const QString& iconName, Tone tone, QWidget* parent = nullptr);
     void setTone(const QString& iconName, Tone tone);

@@ -164,6 +164,13 @@ void Sheet::setTabs(QWidget* tabs) {
     body_->setContentsMargins(margin, 17, margin, 20);
 }
 
+void Sheet::setContent(QWidget& panel) {
+    head_->hide();
+    body_->setContentsMargins(0, 0, 0, 0);
+    body_->addWidget(&panel);
+    panel.show();
+}
+
 void Sheet::scrollToTop() {
     scroll_->verticalScrollBar()->setValue(0);
 }

@@ -35,6 +35,8 @@ public:
     /// What chooses between pages of the body, under the title; the body is the window's ground then, for cards.
     void setTabs(QWidget* tabs);
     [[nodiscard]] QVBoxLayout& body() { return *body_; }
+    /// In the place of head and body a panel of its own, which the sheet doesn't own: it is taken away before the end.
+    void setContent(QWidget& panel);
     /// Shows the body from its beginning.
     void scrollToTop();
 

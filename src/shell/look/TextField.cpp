@@ -1,3 +1,4 @@
+#include "shell/look/Controls.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Kind.h"
 

@@ -7,6 +7,7 @@
 #include "shell/look/Theme.h"
 #include "shell/praise/PraiseChoice.h"
 #include "shell/praise/PraiseReason.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QActionGroup>
 #include <QHBoxLayout>
@@ -48,14 +49,13 @@ struct PraiseCard::Parts {
     PraiseChoice<PraiseCategory>* category = nullptr;
     QPushButton* share = nullptr;
     QVBoxLayout* column = nullptr;
-    Subscription changed;
 };
 
 PraiseCard::PraiseCard(PraiseMessageView& state, const Localization& localization, QWidget* parent)
     : Card(parent), parts_(std::make_unique<Parts>(Parts{.state = state, .localization = localization})) {
     build();
     arrange();
-    parts_->changed = state.changed.subscribe([this] { follow(); });
+    subscribe(state.changed, *this, [this] { follow(); });
     follow();
 }
 
@@ -74,9 +74,8 @@ void PraiseCard::build() {
     p.shuffle = iconButton(QStringLiteral("shuffle"), text("ui_another_message"), "ghost small");
     connect(p.shuffle, &QAbstractButton::clicked, this, [this] { parts_->state.generatePraise(); });
     p.more = iconButton(QStringLiteral("more"),
-                        QString::fromUtf8(PraiseMessageView::languageMenuTitle) + QStringLiteral(" · ") +
-                            QString::fromUtf8(PraiseMessageView::categoryPickerTitle),
-                        "ghost small");
+                              text("praise_language") + QStringLiteral(" · ") + text("praise_category"),
+                              "ghost small");
     connect(p.more, &QAbstractButton::clicked, this, [this] { showMenu(); });
     p.shortShare = iconButton(QStringLiteral("share"), text("timeline_generate_share_card"), "ghost small");
     connect(p.shortShare, &QAbstractButton::clicked, this, share);
@@ -85,11 +84,11 @@ void PraiseCard::build() {
     p.sentence->setTextInteractionFlags(Qt::TextSelectableByMouse);
     p.reason = new PraiseReason;
     p.language = new PraiseChoice<SupportedLanguage>(
-        QString::fromUtf8(PraiseMessageView::languageMenuTitle), PraiseMessageView::languages(p.localization),
+        text("praise_language"), PraiseMessageView::languages(p.localization),
         [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
-    p.category = new PraiseChoice<PraiseCategory>(
-        QString::fromUtf8(PraiseMessageView::categoryPickerTitle), PraiseMessageView::categories(p.localization),
-        [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    p.category =
+        new PraiseChoice<PraiseCategory>(text("praise_category"), PraiseMessageView::categories(p.localization),
+                                         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
     p.share = pushButton(text("timeline_generate_share_card"));
     p.share->setIcon(icon(QStringLiteral("share")));
     connect(p.share, &QAbstractButton::clicked, this, share);
@@ -158,12 +157,10 @@ void PraiseCard::showMenu() {
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     Parts& p = *parts_;
-    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::languageMenuTitle)),
-         PraiseMessageView::languages(p.localization), p.state.localizedLanguage(),
-         [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
-    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::categoryPickerTitle)),
-         PraiseMessageView::categories(p.localization), p.state.currentCategory(),
-         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    fill(*menu->addMenu(qt(p.localization.text("praise_language"))), PraiseMessageView::languages(p.localization),
+         p.state.localizedLanguage(), [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
+    fill(*menu->addMenu(qt(p.localization.text("praise_category"))), PraiseMessageView::categories(p.localization),
+         p.state.currentCategory(), [this](const auto& category) { parts_->state.setCurrentCategory(category); });
     menu->popup(p.more->mapToGlobal(QPoint(0, p.more->height())));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/look/Controls.h"
 #include "shell/look/Kind.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"

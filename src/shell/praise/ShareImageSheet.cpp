@@ -12,6 +12,7 @@
 #include "shell/praise/CardPicture.h"
 #include "shell/praise/CardPreview.h"
 #include "shell/praise/ShareImageBody.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -31,7 +32,7 @@ class CardSheet : public Sheet {
 public:
     CardSheet(QWidget& window, ShareImageWindow::Inputs inputs, Services services)
         : Sheet(window, qt(services.localization.text("share_card_preview_title")), sheetWidth, sheetHeight),
-          window_(window), services_(std::move(services)),
+          window_(window), services_(std::move(services)), generator_(services_.localization),
           state_(
               std::move(inputs),
               [this](const ShareImageConfig& config, double scale) {
@@ -45,7 +46,7 @@ public:
         body().addWidget(new ShareImageBody(*preview_, *choices_), 1);
         addHeadButtons();
         addFoot();
-        changed_ = state_.changed.subscribe([this] { follow(); });
+        subscribe(state_.changed, *this, [this] { follow(); });
         connect(this, &QDialog::finished, this, [this] { state_.close(); });
         timer_.setInterval(frame);
         connect(&timer_, &QTimer::timeout, this, [this] {
@@ -104,7 +105,7 @@ private:
     void askForFile() {
         if (state_.generatedImage() == nullptr) return;
         const SaveDialog::Content content{.title = text("share_card_save_image"),
-                                          .fileName = qt(state_.suggestedFileName()),
+                                          .fileName = qt(state_.suggestedFileName(services_.localization)),
                                           .mimeType = QStringLiteral("image/png")};
         const auto write = [this, image = state_.generatedImage()](const std::filesystem::path& file) {
             save(*image, file);
@@ -135,7 +136,6 @@ private:
     QPushButton* share_ = nullptr;
     QPushButton* save_ = nullptr;
     QTimer timer_;
-    Subscription changed_;
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "shell/look/Icons.h"
 #include "shell/look/Labelled.h"
 #include "shell/look/Typography.h"
+#include "store/StoredNames.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -69,7 +70,7 @@ RuleActionFields::RuleActionFields(RulesDashboardView& state, const Localization
 void RuleActionFields::show(const RuleDraft& draft) {
     std::vector<RuleChoice> categories{{qt(localization_.text("no_category"))}};
     for (const std::string& name : state_.categories())
-        categories.push_back({qt(name), qt(name)});
+        categories.push_back({qt(StoredNames::shownCategory(name, localization_)), qt(name)});
     offer(*category_, categories, qt(draft.category.value_or("")));
 
     const QString chosen = draft.projectId ? qt(draft.projectId->string()) : QString();

@@ -7,6 +7,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/rules/RuleActionFields.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -60,8 +61,8 @@ RuleForm::RuleForm(RulesDashboardView& state, const Localization& localization, 
     page->addLayout(foot(remove));
     connectFields();
     place();
-    draftChanged_ = state_.draftChanged.subscribe([this] { show(); });
-    rowsChanged_ = state_.rowsChanged.subscribe([this] { show(); });  // projects may be other ones
+    subscribe(state_.draftChanged, *this, [this] { show(); });
+    subscribe(state_.rowsChanged, *this, [this] { show(); });  // projects may be other ones
     show();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "shell/look/Card.h"
 #include "shell/state/RulesDashboardView.h"
 
@@ -61,8 +60,6 @@ private:
     QPushButton* remove_;
     QPushButton* save_;
     std::optional<bool> isNarrow_;
-    Subscription draftChanged_;
-    Subscription rowsChanged_;
 };
 
 }  // namespace quorvane

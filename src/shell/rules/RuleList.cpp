@@ -7,6 +7,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/rules/RuleRows.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -45,8 +46,8 @@ RuleList::RuleList(RulesDashboardView& state, const Localization& localization, 
     import->setIcon(icon(QStringLiteral("save")));
     connect(import, &QAbstractButton::clicked, this, [this] { deeds_.import(); });
     none_->addButton(import);
-    rowsChanged_ = state_.rowsChanged.subscribe([this] { showRows(); });
-    draftChanged_ = state_.draftChanged.subscribe([this] {
+    subscribe(state_.rowsChanged, *this, [this] { showRows(); });
+    subscribe(state_.draftChanged, *this, [this] {
         foot_->hide();
         showSelection();
     });
@@ -125,8 +126,8 @@ void RuleList::focusSearch() {
     search_->selectAll();
 }
 
-void RuleList::focusRows() {
-    view_->setFocus(Qt::OtherFocusReason);
+QWidget* RuleList::view() const {
+    return view_;
 }
 
 void RuleList::announceRemoval(const std::string& name) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "shell/look/Card.h"
 #include "shell/state/RulesDashboardView.h"
 
@@ -26,7 +25,8 @@ public:
     RuleList(RulesDashboardView& state, const Localization& localization, Deeds deeds, QWidget* parent = nullptr);
 
     void focusSearch();
-    void focusRows();
+    /// The rules, also while they are hidden.
+    [[nodiscard]] QWidget* view() const;
     /// Says in the foot that the rule is gone, until something else is done.
     void announceRemoval(const std::string& name);
 
@@ -53,8 +53,6 @@ private:
     Label* foot_;
     int lastRow_ = 0;  ///< where the selection was, for the keys after a removal
     bool isShowing_ = false;
-    Subscription rowsChanged_;
-    Subscription draftChanged_;
 };
 
 }  // namespace quorvane

@@ -91,7 +91,7 @@ void RulesPage::showForm(bool isShown) {
     if (isShown == isFormShown_) return;
     isFormShown_ = isShown;
     place();
-    if (!isShown && list_->isVisible()) list_->focusRows();
+    if (!isShown && list_->isVisible()) list_->view()->setFocus(Qt::OtherFocusReason);
 }
 
 void RulesPage::startNew() {
@@ -109,7 +109,7 @@ void RulesPage::remove() {
     const auto removed = state_->removeSelected();
     if (removed == nullptr) return;
     showForm(false);
-    list_->focusRows();
+    list_->view()->setFocus(Qt::OtherFocusReason);
     list_->announceRemoval(removed->name());
 }
 
@@ -120,6 +120,10 @@ void RulesPage::import() {
                             .text = qt(BuiltInRuleTemplates::message(*result, localization_)),
                             .iconName = QStringLiteral("rules"),
                             .choices = {{.text = qt(localization_.text("close"))}}});
+}
+
+QWidget* RulesPage::mainView() const {
+    return list_->view();
 }
 
 void RulesPage::resizeEvent(QResizeEvent* event) {

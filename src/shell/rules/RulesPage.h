@@ -20,6 +20,8 @@ public:
     RulesPage(std::unique_ptr<RulesDashboardView> state, const Localization& localization, QWidget* parent = nullptr);
 
     [[nodiscard]] RulesDashboardView& state() { return *state_; }
+    /// The list, also while it is hidden.
+    [[nodiscard]] QWidget* mainView() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

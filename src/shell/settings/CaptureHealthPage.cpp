@@ -4,6 +4,7 @@
 #include "shell/look/Controls.h"
 #include "shell/look/IconWell.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
@@ -34,7 +35,7 @@ CaptureHealthPage::CaptureHealthPage(CaptureHealthView& health, platform::RunLoo
     : SettingsPage(localization), health_(health), runLoop_(runLoop) {
     add(summary());
     section_ = &addSection("health_channels");
-    changed_ = health_.changed.subscribe([this] { refresh(); });
+    subscribe(health_.changed, *this, [this] { refresh(); });
     health_.refresh();
     refresh();
 }

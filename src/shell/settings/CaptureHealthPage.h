@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "platform/RunLoop.h"
 #include "shell/settings/SettingsPage.h"
 #include "shell/state/CaptureHealthView.h"
@@ -38,7 +37,6 @@ private:
     SettingsSection* section_ = nullptr;
     std::vector<StateRow*> rows_;
     std::unique_ptr<platform::Timer> watching_;  ///< while it shows
-    Subscription changed_;
 };
 
 }  // namespace quorvane

@@ -3,6 +3,7 @@
 #include "shell/look/Boxes.h"
 #include "shell/look/Controls.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAccessible>
 
@@ -16,7 +17,7 @@ DiagnosticsPage::DiagnosticsPage(AppServices& services, PermissionRows& permissi
     if (log != nullptr) add(log);
     addPermissions();
     addTests();
-    changed_ = permissions_.changed.subscribe([this] { refresh(); });
+    subscribe(permissions_.changed, *this, [this] { refresh(); });
     refresh();
 }
 
@@ -89,12 +90,8 @@ void DiagnosticsPage::refresh() {
 
 void DiagnosticsPage::showResult(CaptureTest test, Label& result) {
     const PermissionRows::TestState& state = permissions_.test(test);
-    QString shown;
-    if (state.isRunning)
-        shown = text("ui_capture_test_waiting");
-    else if (state.result)
-        shown = qt(state.result->message);
-    result.setColor(state.result && !state.result->success ? &Theme::warn : &Theme::text);
+    const QString shown = state.isRunning ? text("ui_capture_test_waiting") : qt(permissions_.resultText(test));
+    result.setColor(state.result && !state.result->success() ? &Theme::warn : &Theme::text);
     if (result.text() == shown) return;
     result.setText(shown);
     result.setVisible(!shown.isEmpty());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "shell/app/AppServices.h"
 #include "shell/settings/SettingsPage.h"
 #include "shell/state/PermissionRows.h"
@@ -28,7 +27,6 @@ private:
     std::vector<StateRow*> rows_;
     QPushButton* again_ = nullptr;
     std::vector<std::pair<PermissionRows::CaptureTest, Label*>> results_;
-    Subscription changed_;
 };
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 #include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QComboBox>
 
@@ -37,7 +38,7 @@ void GeneralPage::addLoginItem(AutoStartManager& autoStart) {
         box->setChecked(autoStart.isAutoStartEnabled());
         status->setVisible(autoStart.isAutoStartEnabled());
     };
-    autoStartChanged_ = autoStart.changed.subscribe(show);
+    subscribe(autoStart.changed, *this, show);
     show();
 }
 

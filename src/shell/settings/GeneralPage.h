@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "shell/settings/SettingsPage.h"
 #include "shell/state/AutoStartManager.h"
 #include "shell/state/SettingsView.h"
@@ -15,8 +14,6 @@ public:
 private:
     void addLoginItem(AutoStartManager& autoStart);
     void addLanguage(SettingsView& settings);
-
-    Subscription autoStartChanged_;
 };
 
 }  // namespace quorvane

@@ -10,6 +10,8 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/AppPreferenceSheet.h"
+#include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 #include "timeline/AppColorPalette.h"
 
 #include <QLineEdit>
@@ -40,7 +42,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
-        const Color color = AppColorPalette::appColor(std::nullopt, appName_, std::nullopt, theme().isDark);
+        const Color color = AppColorPalette::appColor(std::nullopt, appName_);
         paintAppTile(painter, rect(), toQColor(color), qt(appName_));
     }
 
@@ -48,19 +50,22 @@ private:
     std::string appName_;
 };
 
-QWidget* chips(const std::vector<std::string>& texts, Tone tone) {
+QWidget* chips(const std::vector<std::string>& names, Tone tone, auto shown, const Localization& localization) {
     auto* const cell = new QWidget;
     auto* const flow = new FlowLayout(6, cell);
     flow->setContentsMargins(0, 0, 0, 0);
-    for (const std::string& text : texts)
-        flow->addWidget(new Chip(qt(text), tone));
+    for (const std::string& name : names)
+        flow->addWidget(new Chip(qt(shown(name, localization)), tone));
     return cell;
 }
 
 /// What the row says as a whole.
 QString spoken(const AppRow& row, const Localization& localization) {
-    std::vector<std::string> parts{row.appName, row.category.value_or(localization.text("uncategorized"))};
-    parts.insert(parts.end(), row.tags.begin(), row.tags.end());
+    std::vector<std::string> parts{row.appName};
+    parts.push_back(row.category ? StoredNames::shownCategory(*row.category, localization)
+                                 : localization.text("uncategorized"));
+    for (const std::string& tag : row.tags)
+        parts.push_back(StoredNames::shownTag(tag, localization));
     return qt(text::joined(parts, ", "));
 }
 
@@ -78,7 +83,7 @@ OrganizationPage::OrganizationPage(AppCategoryManagementView& view, const Locali
     : SettingsPage(localization), view_(view) {
     addApplications();
     addOwnCategories();
-    viewChanged_ = view_.changed.subscribe([this] {
+    subscribe(view_.changed, *this, [this] {
         showApplications();
         showCategories();
     });
@@ -154,7 +159,7 @@ QWidget* OrganizationPage::row(const AppRow& row) {
     connect(remove, &QAbstractButton::clicked, this, [this, appName = row.appName] { this->remove(appName); });
     QWidget* category = nullptr;
     if (row.category) {
-        category = chips({*row.category}, Tone::info);
+        category = chips({*row.category}, Tone::info, StoredNames::shownCategory, localization());
     } else {
         auto* const none = new Label(text("uncategorized"), TypeRole::body, &Theme::text2);
         none->setElided(true);
@@ -165,7 +170,7 @@ QWidget* OrganizationPage::row(const AppRow& row) {
     line->addWidget(new Tile(row.appName));
     line->addWidget(name, nameShare);
     line->addWidget(category, categoryShare, Qt::AlignVCenter);
-    line->addWidget(chips(row.tags, Tone::neutral), tagsShare, Qt::AlignVCenter);
+    line->addWidget(chips(row.tags, Tone::neutral, StoredNames::shownTag, localization()), tagsShare, Qt::AlignVCenter);
     line->addWidget(edit);
     line->addWidget(remove);
     return whole;

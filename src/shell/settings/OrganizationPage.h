@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "shell/settings/SettingsPage.h"
 #include "shell/state/AppCategoryManagementView.h"
 
@@ -42,7 +41,6 @@ private:
     QWidget* pillsArea_ = nullptr;
     FlowLayout* pills_ = nullptr;
     QLineEdit* newCategory_ = nullptr;
-    Subscription viewChanged_;
 };
 
 }  // namespace quorvane

@@ -9,6 +9,7 @@
 #include "shell/settings/GeneralPage.h"
 #include "shell/settings/OrganizationPage.h"
 #include "shell/settings/TrackingPage.h"
+#include "shell/signals/Subscribe.h"
 
 namespace quorvane::SettingsSheet {
 namespace {
@@ -28,7 +29,7 @@ SettingsView::Services settingsServices(AppServices& services) {
 class Pages : public QWidget {
 public:
     Pages(AppServices& services, QTabBar& tabs, QWidget* log)
-        : settings_(settingsServices(services)), applications_(services.categories),
+        : settings_(settingsServices(services)), applications_(services.categories, services.localization),
           permissions_(services.permissionChecker, services.runLoop, services.localization) {
         const Localization& texts = services.localization;
         settings_.load();
@@ -47,26 +48,26 @@ public:
         add("folder", "settings_tab_organization", new OrganizationPage(applications_, texts));
         add("pulse", "settings_tab_diagnostics", new DiagnosticsPage(services, permissions_, log));
         column->addStretch(1);
-        autoStartFailed_ = services.autoStartManager.failed.subscribe(
-            [this, &services](const AutoStartAlert& alert) { showAutoStartFailure(services, alert); });
+        subscribe(services.autoStartManager.failed, *this,
+                  [this, &services](const AutoStartAlert& alert) { showAutoStartFailure(services, alert); });
     }
 
     [[nodiscard]] bool save() { return settings_.save(); }
 
 private:
     void showAutoStartFailure(AppServices& services, const AutoStartAlert& alert) {
-        Alert::show(*window(),
-                    {.title = qt(alert.message),
-                     .text = qt(alert.informativeText),
-                     .choices = {{.text = qt(alert.settingsButton),
-                                  .act = [&manager = services.autoStartManager] { manager.openLoginItemSettings(); }},
-                                 {.text = qt(services.localization.text("close")), .act = {}}}});
+        Alert::Content content{.title = qt(alert.message), .text = qt(alert.informativeText)};
+        if (!alert.settingsButton.empty())
+            content.choices.push_back({.text = qt(alert.settingsButton), .act = [&manager = services.autoStartManager] {
+                                           manager.openLoginItemSettings();
+                                       }});
+        content.choices.push_back({.text = qt(services.localization.text("close"))});
+        Alert::show(*window(), content);
     }
 
     SettingsView settings_;
     AppCategoryManagementView applications_;
     PermissionRows permissions_;
-    Subscription autoStartFailed_;
 };
 
 }  // namespace

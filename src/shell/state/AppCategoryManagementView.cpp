@@ -1,13 +1,15 @@
 #include "shell/state/AppCategoryManagementView.h"
 
 #include "base/Text.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace quorvane {
 
-AppCategoryManagementView::AppCategoryManagementView(CategoryTagManager& manager) : manager_(manager) {
+AppCategoryManagementView::AppCategoryManagementView(CategoryTagManager& manager, const Localization& localization)
+    : manager_(manager), localization_(localization) {
     reload();
 }
 
@@ -76,7 +78,9 @@ bool AppCategoryManagementView::save() {
 }
 
 void AppCategoryManagementView::addCategory() {
-    manager_.addCustomCategory(newCategoryName);
+    // Nobody could tell a twin of a built-in one from it.
+    const std::string name = text::trimmedWithNewlines(newCategoryName);
+    if (StoredNames::storedCategory(name, localization_) == name) manager_.addCustomCategory(name);
     newCategoryName.clear();
     reload();
     changed.send();

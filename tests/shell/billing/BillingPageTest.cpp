@@ -1,6 +1,9 @@
 #include "shell/billing/BillingPage.h"
 
 #include "shell/billing/BillingTableLayout.h"
+#include "shell/billing/FittingFont.h"
+#include "shell/billing/MetricCard.h"
+#include "shell/look/Typography.h"
 #include "shell/support/ScreenTest.h"
 
 #include <QClipboard>
@@ -185,6 +188,18 @@ TEST_F(BillingPageTest, EverythingFitsAndNothingOverlapsInEveryWidth) {
             }
             bottom = section->geometry().bottom() + 1;
         }
+    }
+}
+
+TEST_F(BillingPageTest, AnAmountIsNeverCut) {
+    for (const int width : {400, 146, 90}) {
+        MetricCard card(localization);
+        card.setCard({.title = "Sum", .value = "CN¥15,050,000.00", .caption = "all"});
+        card.resize(width, card.sizeHint().height());
+        card.grab();
+        EXPECT_EQ(card.toolTip(), "") << width;
+        const QFont face = fittingFont(font(TypeRole::display), "CN¥15,050,000.00", width);
+        EXPECT_LE(figuresWidth(face, "CN¥15,050,000.00"), width);
     }
 }
 

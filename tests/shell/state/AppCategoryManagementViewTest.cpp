@@ -17,7 +17,8 @@ protected:
     platform::InMemoryUserDefaults defaults;
     RecordingConsole console;
     CategoryTagManager manager{defaults, console};
-    AppCategoryManagementView view{manager};
+    const Localization localization{"en"};
+    AppCategoryManagementView view{manager, localization};
 };
 
 TEST_F(AppCategoryManagementViewTest, AnAddedApplicationIsKeptAtOnce) {
@@ -55,7 +56,7 @@ TEST_F(AppCategoryManagementViewTest, TheListIsInOrderWhateverTheCaseAndShowsWha
 TEST_F(AppCategoryManagementViewTest, OwnCategoriesComeAndGoAndTheirApplicationsKeepThem) {
     int changes = 0;
     const auto changed = view.changed.subscribe([&] { ++changes; });
-    for (const char* name : {"Family", " Accounting ", "Family", ""}) {
+    for (const char* name : {"Family", " Accounting ", "Family", "", "work"}) {
         view.newCategoryName = name;
         view.addCategory();
         EXPECT_EQ(view.newCategoryName, "");
@@ -65,7 +66,7 @@ TEST_F(AppCategoryManagementViewTest, OwnCategoriesComeAndGoAndTheirApplications
     view.removeCategory("Family");
     EXPECT_THAT(view.customCategories(), ElementsAre("Accounting"));
     EXPECT_EQ(view.rows().front().category, "Family");
-    EXPECT_EQ(changes, 5);
+    EXPECT_EQ(changes, 6);
 }
 
 }  // namespace
