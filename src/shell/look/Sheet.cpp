@@ -186,7 +186,9 @@ void Sheet::addAction(QPushButton* button) {
     else
         button->setMinimumWidth(std::max(narrowestAction, button->sizeHint().width()));
     actions_->addWidget(button);
-    button->setDefault(true);
+    // Qt takes it from the others in windows alone.
+    for (auto* other : findChildren<QPushButton*>())
+        other->setDefault(other == button);
     showFoot();
 }
 
