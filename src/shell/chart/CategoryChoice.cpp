@@ -1,10 +1,10 @@
 #include "shell/chart/CategoryChoice.h"
 
-#include "shell/look/IconView.h"
 #include "shell/look/Card.h"
 #include "shell/look/Chip.h"
 #include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"

@@ -1,8 +1,8 @@
 #include "shell/chart/CategorySheet.h"
 
 #include "shell/chart/CategoryChoice.h"
-#include "shell/look/IconView.h"
 #include "shell/look/Controls.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
