@@ -1,10 +1,10 @@
 #include "shell/chart/CategoryLine.h"
 
 #include "base/Text.h"
-#include "shell/look/IconView.h"
 #include "shell/look/Chip.h"
 #include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
 #include "store/StoredNames.h"
@@ -31,8 +31,7 @@ void addChip(FlowLayout& chips, const std::string& text, Chip::Tone tone) {
 CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
     : QWidget(parent), localization_(localization), chips_(new FlowLayout(8)),
       edit_(iconButton(QStringLiteral("pencil"),
-                             qt(localization.text("a11y_edit", localization.text("ui_category_and_tags"))),
-                             "ghost small")) {
+                       qt(localization.text("a11y_edit", localization.text("ui_category_and_tags"))), "ghost small")) {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -1,7 +1,7 @@
 #include "shell/chart/DetailsRow.h"
 
-#include "shell/look/IconView.h"
 #include "shell/chart/PathText.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Theme.h"
 
 #include <QGridLayout>

@@ -1,6 +1,5 @@
 #include "shell/chart/ProjectHours.h"
 
-
 #include <algorithm>
 #include <functional>
 #include <utility>

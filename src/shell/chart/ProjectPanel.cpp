@@ -55,8 +55,8 @@ struct ProjectPanel::Parts {
 
 ProjectPanel::Parts::Parts(ProjectPanel& owner, DayTimelineChart& shownChart, const Localization& texts)
     : panel(owner), chart(shownChart), localization(texts), range(new RangeWell(texts)),
-      rows(new RowList(qt(texts.text("ui_projects")))),
-      hidden(new Label({}, TypeRole::caption, &Theme::text3)), foot(new ProjectFoot(shownChart, texts)) {
+      rows(new RowList(qt(texts.text("ui_projects")))), hidden(new Label({}, TypeRole::caption, &Theme::text3)),
+      foot(new ProjectFoot(shownChart, texts)) {
     auto* const page = new QVBoxLayout(&panel);
     page->setContentsMargins(1, 1, 1, 1);
     page->setSpacing(0);

@@ -50,7 +50,8 @@ std::vector<ListRow> rowsOf(const std::vector<AppStat>& applications, const Loca
     std::vector<ListRow> rows;
     for (const AppStat& stat : applications) {
         if (stat.hours < leastHours) continue;
-        rows.push_back(rowOf(StoredNames::shownApp(stat.appName, localization), stat.hours, stat.percentage, localization));
+        rows.push_back(
+            rowOf(StoredNames::shownApp(stat.appName, localization), stat.hours, stat.percentage, localization));
         rows.back().mark = toQColor(stat.color);
     }
     return rows;
@@ -84,6 +85,7 @@ public:
         empty_->setVisible(rows.empty());
         rows_->setVisible(!rows.empty());
         rows_->setRows(std::move(rows));
+        updateGeometry();  // at once, for who asks how high it is
     }
 
 private:

@@ -89,10 +89,16 @@ public:
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return row.text;
         return {};
     }
+    /// What is there already changes in its place, so that choice, scroll and assistive technology stay with it.
     void setRows(std::vector<ListRow> next) {
-        beginResetModel();
+        const int before = rowCount();
+        const int after = static_cast<int>(next.size());
+        if (after > before) beginInsertRows({}, before, after - 1);
+        if (after < before) beginRemoveRows({}, after, before - 1);
         rows = std::move(next);
-        endResetModel();
+        if (after > before) endInsertRows();
+        if (after < before) endRemoveRows();
+        if (const int kept = std::min(before, after); kept > 0) Q_EMIT dataChanged(index(0), index(kept - 1));
     }
 
     std::vector<ListRow> rows;
@@ -103,7 +109,8 @@ public:
     explicit Delegate(RowList& list) : QStyledItemDelegate(&list), list_(list) {}
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& index) const override {
-        return {120, heightOf(rowAt(index), list_.isPressable_)};
+        // The view keeps a pixel at the end of a line.
+        return {(list_.viewport()->width() - 1) / list_.columns_, heightOf(rowAt(index), list_.isPressable_)};
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
@@ -149,16 +156,19 @@ private:
 
     static void paintWords(QPainter& painter, RowPainter& row, const QRect& place, const ListRow& content) {
         const TypeRole role = isTall(content) ? TypeRole::bodyStrong : TypeRole::body;
-        const int below = content.share ? lineGap + lineHeight(TypeRole::caption)
-                                        : content.note.isEmpty() ? 0 : lineHeight(TypeRole::caption);
+        const int below = content.share            ? lineGap + lineHeight(TypeRole::caption)
+                          : content.note.isEmpty() ? 0
+                                                   : lineHeight(TypeRole::caption);
         const int top = place.top() + (place.height() - lineHeight(role) - below) / 2;
         const QRect first(place.left(), top, place.width(), lineHeight(role));
-        const QRect second(place.left(), place.top() + place.height() - (top - place.top()) - lineHeight(TypeRole::caption),
+        const QRect second(place.left(),
+                           place.top() + place.height() - (top - place.top()) - lineHeight(TypeRole::caption),
                            place.width(), lineHeight(TypeRole::caption));
         const int side = content.mark.isValid() ? 10 : content.note.isEmpty() ? 12 : 14;
         paintMark(painter, row, content.note.isEmpty() ? first : place, content, side);
         const int start = content.note.isEmpty() ? side + gap : side + gap + 2;
-        const int figures = content.figures.isEmpty() ? 0 : row.figures(first, role, theme().text, content.figures) + gap;
+        const int figures =
+            content.figures.isEmpty() ? 0 : row.figures(first, role, theme().text, content.figures) + gap;
         row.text(first.adjusted(start, 0, -figures, 0), role, theme().text, content.text);
         if (content.share)
             paintShare(row, second.adjusted(start, 0, 0, 0), content);
@@ -204,7 +214,7 @@ void RowList::setColumns(int columns) {
     columns_ = columns;
     setFlow(LeftToRight);
     setWrapping(true);
-    arrange();
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // else room is kept for it
 }
 
 void RowList::setMargins(const QMargins& margins) {
@@ -213,26 +223,17 @@ void RowList::setMargins(const QMargins& margins) {
 
 void RowList::setRows(std::vector<ListRow> rows) {
     if (rows == model_->rows) return;
-    const int current = currentIndex().row();
     model_->setRows(std::move(rows));
-    if (isPressable_ && model_->rowCount() > 0)
-        setCurrentIndex(model_->index(std::clamp(current, 0, model_->rowCount() - 1)));
-    arrange();
+    if (isPressable_ && !currentIndex().isValid()) setCurrentIndex(model_->index(0));
     updateGeometry();
 }
 
-int RowList::rowHeight() const {
-    return model_->rows.empty() ? 0 : heightOf(model_->rows.front(), isPressable_);
-}
-
-void RowList::arrange() {
-    if (columns_ > 1) setGridSize({viewport()->width() / columns_, std::max(1, rowHeight())});
-}
-
 QSize RowList::sizeHint() const {
-    const int lines = (model_->rowCount() + columns_ - 1) / columns_;
     const QMargins margins = viewportMargins();
-    return {160, lines * rowHeight() + margins.top() + margins.bottom()};
+    int height = margins.top() + margins.bottom();
+    for (std::size_t i = 0; i < model_->rows.size(); i += static_cast<std::size_t>(columns_))
+        height += heightOf(model_->rows[i], isPressable_);
+    return {160, height};
 }
 
 QSize RowList::minimumSizeHint() const {
@@ -240,13 +241,9 @@ QSize RowList::minimumSizeHint() const {
     return {0, columns_ > 1 ? sizeHint().height() : std::min(64, sizeHint().height())};
 }
 
-void RowList::resizeEvent(QResizeEvent* event) {
-    QListView::resizeEvent(event);
-    arrange();
-}
-
 void RowList::keyPressEvent(QKeyEvent* event) {
-    const bool isPress = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    const bool isPress =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
     if (!isPress || !currentIndex().isValid()) return QListView::keyPressEvent(event);
     Q_EMIT rowPressed(currentIndex().row());
 }

@@ -20,7 +20,7 @@ struct ListRow {
         friend bool operator==(const Share&, const Share&) = default;
     };
 
-    QColor mark;       ///< of an application, and of its bar; invalid: none
+    QColor mark;                      ///< of an application, and of its bar; invalid: none
     std::optional<ProjectTone> tone;  ///< of a project
     QString text;
     QString figures;
@@ -57,14 +57,10 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     class Model;
     class Delegate;
-
-    [[nodiscard]] int rowHeight() const;
-    void arrange();
 
     Model* model_;
     int columns_ = 1;

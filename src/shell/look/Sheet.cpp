@@ -186,10 +186,14 @@ void Sheet::addAction(QPushButton* button) {
     else
         button->setMinimumWidth(std::max(narrowestAction, button->sizeHint().width()));
     actions_->addWidget(button);
-    // Qt takes it from the others in windows alone.
-    for (auto* other : findChildren<QPushButton*>())
-        other->setDefault(other == button);
+    setDefault(button);
     showFoot();
+}
+
+void Sheet::setDefault(QPushButton* button) {
+    // A dialog looks after its default only while it is a window.
+    for (auto* each : findChildren<QPushButton*>())
+        each->setDefault(each == button);
 }
 
 void Sheet::stackActions() {

@@ -43,6 +43,8 @@ public:
     /// The foot: what stands at its start, then buttons from the end. The last one added is the default.
     void addToFootStart(QWidget* widget);
     void addAction(QPushButton* button);
+    /// Enter presses this one instead of the last.
+    void setDefault(QPushButton* button);
     /// Instead of a foot with the buttons at its end: stacked at full width, as alerts have them.
     void stackActions();
 

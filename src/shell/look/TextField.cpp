@@ -1,5 +1,5 @@
-#include "shell/look/Controls.h"
 #include "shell/look/TextField.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Kind.h"
 
 #include "shell/look/IconView.h"

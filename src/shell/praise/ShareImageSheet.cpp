@@ -11,11 +11,12 @@
 #include "shell/praise/CardChoices.h"
 #include "shell/praise/CardPicture.h"
 #include "shell/praise/CardPreview.h"
-#include "shell/praise/ShareImageBody.h"
 #include "shell/signals/Subscribe.h"
 
+#include <QBoxLayout>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QResizeEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
@@ -23,10 +24,50 @@
 namespace quorvane::ShareImageSheet {
 namespace {
 
+constexpr int besideFrom = 760;
+constexpr int wholeFrom = 1000;
+constexpr int previewWidth = 456;
+constexpr int leastPreviewWidth = 240;
+constexpr int aboveHeight = 380;
 constexpr int sheetWidth = 1080;
 constexpr int sheetHeight = 760;
 constexpr double previewScale = 80.0 / 600;  // the carousel's
 constexpr int frame = 16;                    // milliseconds
+
+/// The card beside the choices, or above them where there is too little width for both.
+class ShareImageBody : public QWidget {
+public:
+    ShareImageBody(QWidget& preview, QWidget& choices)
+        : preview_(preview), choices_(choices), layout_(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
+        layout_->setContentsMargins(0, 0, 0, 0);
+        layout_->setSpacing(0);
+        layout_->addWidget(&preview);
+        layout_->addWidget(&choices, 1);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        const int width = event->size().width();
+        const bool isBeside = width >= besideFrom;
+        layout_->setDirection(isBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+        if (isBeside) {
+            const int forChoices = std::max(wholeFrom - previewWidth, choices_.minimumSizeHint().width());
+            preview_.setFixedWidth(std::clamp(width - forChoices, leastPreviewWidth, previewWidth));
+            preview_.setMinimumHeight(0);
+            preview_.setMaximumHeight(QWIDGETSIZE_MAX);
+        } else {
+            preview_.setMinimumWidth(0);
+            preview_.setMaximumWidth(QWIDGETSIZE_MAX);
+            preview_.setFixedHeight(aboveHeight);
+        }
+        QWidget::resizeEvent(event);
+    }
+
+private:
+    QWidget& preview_;
+    QWidget& choices_;
+    QBoxLayout* layout_;
+};
 
 class CardSheet : public Sheet {
 public:

@@ -30,8 +30,7 @@ public:
           state_(services.cloudKitSyncService, services.context, services.runLoop, services.localization),
           status_(new SyncStatusWell), problem_(new SyncProblemWell),
           fullSync_(makeButton("sync_full", "refresh", "plain", &CloudKitSyncView::performFullSync)),
-          syncRecords_(
-              makeButton("sync_records", "cloud", "primary", &CloudKitSyncView::syncActivityRecords)) {
+          syncRecords_(makeButton("sync_records", "cloud", "primary", &CloudKitSyncView::syncActivityRecords)) {
         body().setSpacing(gap);
         body().addWidget(status_);
         body().addWidget(problem_);
@@ -79,7 +78,7 @@ private:
         line->addWidget(fullSync_, 1);
         line->addWidget(syncRecords_, 1);
         addToFootStart(foot);
-        syncRecords_->setDefault(true);
+        setDefault(syncRecords_);
     }
 
     void follow() {

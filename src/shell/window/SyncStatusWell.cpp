@@ -41,8 +41,8 @@ SymbolLook symbolLookOf(const CloudKitSyncView& state) {
 }  // namespace
 
 SyncStatusWell::SyncStatusWell(QWidget* parent)
-    : Well("", parent), symbol_(new IconView({}, symbolSize, &Theme::text2)), status_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
-      chip_(new Chip({})) {
+    : Well("", parent), symbol_(new IconView({}, symbolSize, &Theme::text2)),
+      status_(new Label({}, TypeRole::labelPlain, &Theme::text2)), chip_(new Chip({})) {
     status_->setElided(true);
     auto* const words = new QVBoxLayout;
     words->setSpacing(1);

@@ -6,7 +6,6 @@
 #include "shell/look/Theme.h"
 #include "shell/support/WindowTest.h"
 #include "shell/window/SyncProblemWell.h"
-#include "shell/window/SyncSymbol.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -96,23 +95,6 @@ TEST_F(CloudSyncSheetTest, AFailureStandsThereWithItsCauseInTheColoursOfTheTheme
         scene->settle();
         for (const auto* const label : well.findChildren<QLabel*>())
             EXPECT_EQ(label->palette().color(QPalette::WindowText), shown.bad);
-    }
-}
-
-TEST_F(CloudSyncSheetTest, TheSymbolTurnsWhileASyncRunsUnlessNothingMayMove) {
-    for (const bool isAllowed : {true, false}) {
-        SCOPED_TRACE(isAllowed);
-        Motion::setAllowed(false);
-        open();
-        Motion::setAllowed(isAllowed);
-        const auto& symbol = widgetBelow<SyncSymbol>(scene->window());
-        EXPECT_FALSE(symbol.isTurning());
-        scene->runLoop.holdBackground();
-        click(full);
-        EXPECT_EQ(symbol.isTurning(), isAllowed);
-        scene->runLoop.releaseBackground();
-        scene->settle();
-        EXPECT_FALSE(symbol.isTurning());
     }
 }
 

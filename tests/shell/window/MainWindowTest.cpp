@@ -7,10 +7,10 @@
 #include "shell/export/ExportPage.h"
 #include "shell/logs/LogViewerWindow.h"
 #include "shell/look/EmptyState.h"
+#include "shell/look/Sheet.h"
 #include "shell/praise/PraiseCard.h"
 #include "shell/rules/RulesPage.h"
 #include "shell/support/WindowTest.h"
-#include "shell/window/PanelOverlay.h"
 #include "shell/window/SectionPages.h"
 #include "store/ActivityRecord.h"
 #include "store/AppSettings.h"
@@ -301,7 +301,10 @@ TEST_F(MainWindowTest, AChosenBlockShowsItsDetailsWhereThereIsRoom) {
         auto& panel = widgetBelow<ProjectPanel>(day.window());
         EXPECT_TRUE(panel.isVisible());
         EXPECT_FALSE(details.isVisible());
-        EXPECT_TRUE(panel.window()->rect().contains(QRect(panel.mapTo(panel.window(), QPoint()), panel.size())));
+        const auto sheets = day.window().findChildren<QDialog*>();
+        const QRect place = sheets.isEmpty() ? QRect(panel.mapTo(panel.window(), QPoint()), panel.size())
+                                             : static_cast<Sheet*>(sheets.front())->panel();
+        EXPECT_TRUE(panel.window()->rect().contains(place));
         click("Cancel");
         EXPECT_FALSE(panel.isVisible());
         EXPECT_TRUE(details.isVisible());
@@ -312,7 +315,7 @@ TEST_F(MainWindowTest, APanelOverThePageKeepsTheFocusInsideAndEscapeClosesIt) {
     auto& day = open({900, 640});
     day.chart().selectTimeRange({8, 8.5});
     day.settle();
-    const auto& overlay = widgetBelow<PanelOverlay>(day.window());
+    const auto& overlay = widgetBelow<Sheet>(day.window());
     for (int step = 0; step < 60; ++step) {
         press(Qt::Key_Tab);
         const QWidget* const focus = QApplication::focusWidget();
