@@ -9,6 +9,7 @@
 #include "shell/look/EmptyState.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
+#include "shell/look/Labelled.h"
 #include "shell/look/Theme.h"
 #include "shell/signals/Subscribe.h"
 
@@ -32,8 +33,8 @@ constexpr const char* moduleName = "LogViewer";
 
 LogViewerWindow::LogViewerWindow(AppLogger& logger, const Localization& localization, QWidget* parent)
     : QWidget(parent, Qt::Window), logger_(logger), localization_(localization), state_(logger, localization),
-      search_(new QLineEdit), list_(new LogList(state_, localization)), middle_(new QStackedWidget),
-      caption_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
+      search_(searchField(qt(localization.text("search_logs_placeholder")))), list_(new LogList(state_, localization)),
+      middle_(new QStackedWidget), caption_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
       filtered_(new Label(qt(localization.text("log_filtered_caption")), TypeRole::label, &Theme::accent)) {
     setWindowTitle(qt(localization.text("ui_log_window_title")));
     setMinimumSize(leastSize);
@@ -58,9 +59,6 @@ LogViewerWindow::LogViewerWindow(AppLogger& logger, const Localization& localiza
 }
 
 QLayout* LogViewerWindow::tools() {
-    search_->setPlaceholderText(qt(localization_.text("search_logs_placeholder")));
-    search_->setAccessibleName(search_->placeholderText());
-    search_->addAction(icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
     connect(search_, &QLineEdit::textChanged, this,
             [this](const QString& text) { state_.setSearchText(text.toStdString()); });
     auto* const again = iconButton(QStringLiteral("refresh"), qt(localization_.text("refresh")), "plain");

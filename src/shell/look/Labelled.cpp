@@ -1,9 +1,11 @@
 #include "shell/look/Labelled.h"
 
+#include "shell/look/Icons.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 
 namespace quorvane {
 
@@ -25,6 +27,14 @@ QComboBox* fieldCombo(const QString& name) {
     combo->setMinimumContentsLength(1);
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     return combo;
+}
+
+QLineEdit* searchField(const QString& hint) {
+    auto* const field = new QLineEdit;
+    field->setPlaceholderText(hint);
+    field->setAccessibleName(hint);
+    field->addAction(icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    return field;
 }
 
 }  // namespace quorvane

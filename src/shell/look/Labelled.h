@@ -5,6 +5,7 @@
 #include <QString>
 
 class QComboBox;
+class QLineEdit;
 
 namespace quorvane {
 
@@ -13,5 +14,8 @@ namespace quorvane {
 
 /// A combo box that gives way in narrow forms.
 [[nodiscard]] QComboBox* fieldCombo(const QString& name);
+
+/// A line for a search, with a glass at its start; the hint in it is its accessible name.
+[[nodiscard]] QLineEdit* searchField(const QString& hint);
 
 }  // namespace quorvane

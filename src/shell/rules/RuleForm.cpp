@@ -152,25 +152,22 @@ QLayout* RuleForm::foot(const std::function<void()>& remove) {
 
 // What the user does and not what the draft says: `activated`, `textEdited` and `clicked`.
 void RuleForm::connectFields() {
-    connect(name_, &QLineEdit::textEdited, this, [this](const QString& text) {
-        state_.edit([&text](RuleDraft& draft) { draft.name = text.toStdString(); });
-    });
-    connect(field_, &QComboBox::activated, this, [this](int index) {
-        state_.edit([index](RuleDraft& draft) { draft.field = static_cast<RuleField>(index); });
-    });
-    connect(operator_, &QComboBox::activated, this, [this](int index) {
-        state_.edit([index](RuleDraft& draft) { draft.matchOperator = static_cast<RuleOperator>(index); });
-    });
-    connect(value_, &QLineEdit::textEdited, this, [this](const QString& text) {
-        state_.edit([&text](RuleDraft& draft) { draft.value = text.toStdString(); });
-    });
-    connect(priority_, &QDoubleSpinBox::valueChanged, this, [this](double value) {
-        state_.edit([value](RuleDraft& draft) { draft.priority = static_cast<std::int64_t>(value); });
-    });
-    connect(isEnabled_, &QAbstractButton::clicked, this,
-            [this](bool isOn) { state_.edit([isOn](RuleDraft& draft) { draft.isEnabled = isOn; }); });
+    const auto set = [this](auto RuleDraft::*part, auto value) {
+        state_.edit([&](RuleDraft& draft) { draft.*part = std::move(value); });
+    };
+    connect(name_, &QLineEdit::textEdited, this,
+            [set](const QString& text) { set(&RuleDraft::name, text.toStdString()); });
+    connect(field_, &QComboBox::activated, this,
+            [set](int index) { set(&RuleDraft::field, static_cast<RuleField>(index)); });
+    connect(operator_, &QComboBox::activated, this,
+            [set](int index) { set(&RuleDraft::matchOperator, static_cast<RuleOperator>(index)); });
+    connect(value_, &QLineEdit::textEdited, this,
+            [set](const QString& text) { set(&RuleDraft::value, text.toStdString()); });
+    connect(priority_, &QDoubleSpinBox::valueChanged, this,
+            [set](double value) { set(&RuleDraft::priority, static_cast<std::int64_t>(value)); });
+    connect(isEnabled_, &QAbstractButton::clicked, this, [set](bool isOn) { set(&RuleDraft::isEnabled, isOn); });
     connect(stopProcessing_, &QAbstractButton::clicked, this,
-            [this](bool isOn) { state_.edit([isOn](RuleDraft& draft) { draft.stopProcessing = isOn; }); });
+            [set](bool isOn) { set(&RuleDraft::stopProcessing, isOn); });
 }
 
 void RuleForm::show() {

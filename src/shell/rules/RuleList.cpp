@@ -5,6 +5,7 @@
 #include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Label.h"
+#include "shell/look/Labelled.h"
 #include "shell/look/Theme.h"
 #include "shell/rules/RuleRows.h"
 #include "shell/signals/Subscribe.h"
@@ -19,8 +20,9 @@
 namespace quorvane {
 
 RuleList::RuleList(RulesDashboardView& state, const Localization& localization, Deeds deeds, QWidget* parent)
-    : Card(parent), state_(state), localization_(localization), deeds_(std::move(deeds)), search_(new QLineEdit),
-      view_(kind("round", new QListView)), rows_(new RuleRows(localization, view_)),
+    : Card(parent), state_(state), localization_(localization), deeds_(std::move(deeds)),
+      search_(searchField(qt(localization.text("ui_rule_search")))), view_(kind("round", new QListView)),
+      rows_(new RuleRows(localization, view_)),
       none_(new EmptyState(QStringLiteral("rules"), qt(localization.text("ui_no_rules_title")),
                            qt(localization.text("ui_no_rules_description")))),
       notFound_(new EmptyState(QStringLiteral("search"), qt(localization.text("no_matching_logs")), {})),
@@ -55,10 +57,7 @@ RuleList::RuleList(RulesDashboardView& state, const Localization& localization, 
 }
 
 QLayout* RuleList::searchLine() {
-    search_->setPlaceholderText(qt(localization_.text("ui_rule_search")));
-    search_->setAccessibleName(search_->placeholderText());
     setKind(*search_, "quiet");
-    search_->addAction(icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this,
             [this](const QString& text) { state_.setSearch(text.toStdString()); });

@@ -7,6 +7,7 @@
 #include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/FlowLayout.h"
+#include "shell/look/Labelled.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/AppPreferenceSheet.h"
@@ -107,10 +108,8 @@ void OrganizationPage::addApplications() {
 }
 
 QLayout* OrganizationPage::searchLine() {
-    search_ = new QLineEdit(qt(view_.searchText));
-    search_->setPlaceholderText(text("search_app_placeholder"));
-    search_->setAccessibleName(search_->placeholderText());
-    search_->addAction(icon(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    search_ = searchField(text("search_app_placeholder"));
+    search_->setText(qt(view_.searchText));
     connect(search_, &QLineEdit::textChanged, this, [this](const QString& wanted) {
         view_.searchText = wanted.toStdString();
         showApplications();
