@@ -13,12 +13,12 @@ namespace quorvane {
 namespace {
 
 constexpr int thresholdWidth = 160;
-constexpr int timeWidth = 66;
+constexpr int timeWidth = 66;  // for two digits
 
 /// Two digits each, from 0.
 QComboBox* numbers(int count, std::int64_t chosen, const QString& name) {
     auto* const combo = new QComboBox;
-    combo->setFixedWidth(timeWidth);
+    combo->setFixedWidth(static_cast<int>(timeWidth * typeScale()));
     combo->setMaxVisibleItems(12);
     combo->setAccessibleName(name);
     for (int number = 0; number < count; ++number)
