@@ -4,6 +4,23 @@
 #include "shell/look/Theme.h"
 
 namespace quorvane {
+namespace {
+
+constexpr struct {
+    const char* word;
+    QColor Theme::*ink;
+} toneLooks[] = {
+    {"", &Theme::text2}, {"info", &Theme::accInk}, {"ok", &Theme::ok}, {"warn", &Theme::warn}, {"bad", &Theme::bad}};
+
+}  // namespace
+
+const char* wordOf(Tone tone) {
+    return toneLooks[static_cast<int>(tone)].word;
+}
+
+QColor Theme::*inkOf(Tone tone) {
+    return toneLooks[static_cast<int>(tone)].ink;
+}
 
 Chip::Chip(const QString& text, Tone tone, QWidget* parent) : Label(text, TypeRole::label, &Theme::text2, parent) {
     setAlignment(Qt::AlignCenter);
@@ -14,17 +31,8 @@ Chip::Chip(const QString& text, Tone tone, QWidget* parent) : Label(text, TypeRo
 }
 
 void Chip::setTone(Tone tone) {
-    static constexpr struct {
-        const char* kind;
-        QColor Theme::*ink;
-    } looks[] = {{"chip", &Theme::text2},
-                 {"chip info", &Theme::accInk},
-                 {"chip ok", &Theme::ok},
-                 {"chip warn", &Theme::warn},
-                 {"chip bad", &Theme::bad}};
-    const auto& look = looks[static_cast<int>(tone)];
-    setKind(*this, look.kind);
-    setColor(look.ink);
+    setKind(*this, (QByteArray("chip ") + wordOf(tone)).constData());
+    setColor(inkOf(tone));
 }
 
 }  // namespace quorvane

@@ -69,12 +69,20 @@ void drawFrame(const QStyleOption& option, QPainter& painter, const QWidget* wid
 }
 
 void drawRow(const QStyleOptionViewItem& option, QPainter& painter) {
+    const Theme& t = theme();
     const bool isInMenu = isKind(option.widget, "menu");
+    const bool isRound = isKind(option.widget, "round");
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-    if (!isSelected && !isHovered(option)) return;
-    const QColor ground = isSelected && !isInMenu ? theme().accSoft : theme().hover;
-    if (isInMenu) return paintPanel(painter, option.rect, 6, ground, {});
-    painter.fillRect(option.rect, ground);
+    const bool isStriped = option.features.testFlag(QStyleOptionViewItem::Alternate);
+    QColor ground = isStriped ? t.sunken : QColor();
+    if (isHovered(option)) ground = t.hover;
+    if (isSelected && !isInMenu) ground = t.accSoft;
+    const double radius = isInMenu ? 6 : isRound ? Metrics::controlRadius : 0;
+    paintPanel(painter, option.rect, radius, ground, isSelected && isRound ? t.accent : QColor());
+    if (option.widget == nullptr || !option.state.testFlag(QStyle::State_HasFocus)) return;
+    // Inside, as rows have no distance.
+    if (!isInMenu && showsFocusRing(*option.widget))
+        paintFocusRing(painter, QRectF(option.rect).adjusted(4, 4, -4, -4), Metrics::blockRadius, ground);
 }
 
 }  // namespace quorvane::HouseStyleParts

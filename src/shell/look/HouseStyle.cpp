@@ -100,6 +100,7 @@ void HouseStyle::polish(QWidget* widget) {
         tabs->setExpanding(false);
         if (isKind(tabs, "segments")) tabs->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         tabs->setFont(font(isKind(tabs, "small") ? TypeRole::label : TypeRole::bodyStrong));
+        tabs->installEventFilter(this);
     }
     const bool isText = qobject_cast<QTextEdit*>(widget) != nullptr || qobject_cast<QPlainTextEdit*>(widget) != nullptr;
     if (isText && !isKind(widget, "plain")) polishText(*static_cast<QAbstractScrollArea*>(widget));
@@ -111,6 +112,13 @@ bool HouseStyle::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress && pressesButton(*watched, *static_cast<QKeyEvent*>(event))) {
         static_cast<QAbstractButton*>(watched)->click();
         return true;
+    }
+    if (auto* tabs = qobject_cast<QTabBar*>(watched); tabs != nullptr && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Home || key == Qt::Key_End) {
+            tabs->setCurrentIndex(key == Qt::Key_Home ? 0 : tabs->count() - 1);
+            return true;
+        }
     }
     if (event->type() == QEvent::Wheel && watched->isWidgetType()) {
         auto* field = static_cast<QWidget*>(watched);

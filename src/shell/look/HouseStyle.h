@@ -5,8 +5,8 @@
 namespace quorvane {
 
 /// How every standard control of the program looks: Fusion below, with colours of `Theme`, sizes of `Metrics` and what
-/// `Kind.h` says of a control. It also keeps manners that all controls share: Enter presses a button, and the wheel
-/// turns over a page without changing the fields under it.
+/// `Kind.h` says of a control. It also keeps manners that all controls share: Enter presses a button, Home and End
+/// choose the first and the last tab, and the wheel turns over a page without changing the fields under it.
 class HouseStyle : public QProxyStyle {
 public:
     HouseStyle();

@@ -1,5 +1,6 @@
 #include "shell/look/Icons.h"
 
+#include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 
 #include <QFile>
@@ -73,6 +74,31 @@ private:
     QString name_;
 };
 
+class ProjectIconEngine : public QIconEngine {
+public:
+    explicit ProjectIconEngine(std::string toneName) : toneName_(std::move(toneName)) {}
+
+    void paint(QPainter* painter, const QRect& rectangle, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        QRectF square(0, 0, 14, 14);
+        square.moveCenter(QRectF(rectangle).center());
+        paintProjectDot(*painter, square, AppColorPalette::projectTone(toneName_));
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, picture.rect(), mode, state);
+        return picture;
+    }
+
+    [[nodiscard]] bool isNull() override { return false; }
+    [[nodiscard]] QIconEngine* clone() const override { return new ProjectIconEngine(toneName_); }
+
+private:
+    std::string toneName_;
+};
+
 }  // namespace
 
 QPixmap iconPixmap(const QString& name, const QColor& ink, int size, double devicePixelRatio, const QColor& ground) {
@@ -91,6 +117,10 @@ QPixmap iconPixmap(const QString& name, const QColor& ink, int size, double devi
 
 QIcon icon(const QString& name) {
     return QIcon(new TemplateIconEngine(name));
+}
+
+QIcon projectIcon(const std::string& toneName) {
+    return QIcon(new ProjectIconEngine(toneName));
 }
 
 QString iconName(const QIcon& icon) {

@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QString>
+#include <string>
 
 namespace quorvane {
 
@@ -16,6 +17,9 @@ namespace quorvane {
 
 /// For buttons, lists and menus, which paint it in the ink of their text; elsewhere in the text colour of the theme.
 [[nodiscard]] QIcon icon(const QString& name);
+
+/// A project's square, by the name of its tone, in the colours of the theme in force.
+[[nodiscard]] QIcon projectIcon(const std::string& toneName);
 
 /// The name of such an icon; empty for any other one.
 [[nodiscard]] QString iconName(const QIcon& icon);

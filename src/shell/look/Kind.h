@@ -9,8 +9,8 @@ namespace quorvane {
 /// Push and tool buttons: `primary`, `danger` (red text), `dangerFill`, `ghost`, `link`; `chip` (a round choice),
 /// `toggle` (a filled one); `navigation`. Tool buttons are ghosts unless `plain`. Check boxes: `switch`. Tab bars:
 /// `segments`. Labels: `chip` and its tone `info`, `ok`, `warn` or `bad`. Frames: `card`, `rule` (a line), `well` and
-/// its tone. Fields and combos: `quiet` (a pale edge), `error` (a red one). All of them: `small` (28 high), `large`
-/// (36).
+/// its tone. Lists: `round` (rows are panels). Fields and combos: `quiet` (a pale edge), `error` (a red one). All of
+/// them: `small` (28 high), `large` (36).
 void setKind(QWidget& widget, const char* words);
 
 /// Adds one of the words, or takes it away.
