@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/signals/Keeps.h"
 #include "shell/state/BillingDashboardView.h"
 
 #include <QWidget>
@@ -9,13 +10,17 @@
 #include <string>
 #include <vector>
 
+class QBoxLayout;
 class QVBoxLayout;
 
 namespace quorvane {
 
+class FigureCard;
+struct BillingPageParts;
+
 /// The billing section: filters, the three steps, figures, the projects' lines and the four ways out. It scrolls as a
 /// whole.
-class BillingPage : public QWidget {
+class BillingPage : private Keeps<BillingPageParts>, public QWidget {
 public:
     /// All of it outlives the page.
     struct Services {
@@ -44,15 +49,16 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    struct Parts;
-
     [[nodiscard]] BillingDashboardView::Presenter presenter();
     void build();
     void addHead(QVBoxLayout& column);
     void addFigures(QVBoxLayout& column);
+    [[nodiscard]] QBoxLayout* cardRow(const std::array<FigureCard*, 3>& cards, bool hasChevrons);
+    [[nodiscard]] QWidget* reviewBar();
     void addTable(QVBoxLayout& column);
     void keepMargins();
     void follow();
@@ -60,8 +66,6 @@ private:
     void refresh();
     void warnBeforeExport(std::size_t count);
     void chooseFile(const BillingMarkdownDocument& document, const std::string& fileName);
-
-    std::unique_ptr<Parts> parts_;
 };
 
 }  // namespace quorvane
