@@ -29,7 +29,8 @@ void card(benchmark::State& state) {
     const auto style = static_cast<CardStyle>(state.range(0));
     state.SetLabel(std::string(rawValue(style)));
     const ShareImageConfig config = fullDay(style);
-    const ShareImageGenerator generator("https://www.example.org");
+    const Localization localization("en");
+    const ShareImageGenerator generator(localization, "https://www.example.org");
     for (auto _ : state)
         benchmark::DoNotOptimize(generator.generateShareImage(config));
 }

@@ -145,7 +145,8 @@ void sync(const std::filesystem::path& store) {
     platform::QtRunLoop runLoop;
     RecordingConsole console;
     ModelContainer container({.file = store});
-    CloudKitSyncService service(runLoop, console, makeContainer());
+    const Localization localization("en");
+    CloudKitSyncService service(runLoop, console, localization, makeContainer());
     std::string failure;
     service.performFullSync(container.mainContext(), [&](const auto& error) {
         if (error) failure = error->what();

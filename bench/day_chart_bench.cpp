@@ -1,6 +1,7 @@
 #include "l10n/Localization.h"
 #include "platform/Clock.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedSession.h"
 #include "shell/chart/DayChartParts.h"
 #include "shell/chart/DayChartView.h"
 #include "shell/look/Theme.h"
@@ -61,7 +62,8 @@ public:
     ModelContainer container{ModelConfiguration{.file = folder.filePath("store.sqlite").toStdString()}};
     Localization localization{"en"};
     DayTimelineChart chart{container.mainContext(), runLoop, console};
-    DayChartView view{chart, runLoop, localization};
+    platform::SimulatedApplicationIcons icons;
+    DayChartView view{chart, runLoop, icons, localization};
     QImage image{frameSize, QImage::Format_ARGB32_Premultiplied};
 };
 

@@ -1,5 +1,4 @@
 #include "Pictures.h"
-#include "shell/state/CloudKitSyncView.h"
 #include "support/Builders.h"
 
 #include <QAbstractButton>
@@ -9,8 +8,9 @@ namespace {
 
 /// Presses the button that syncs, and closes the alert about how it went.
 void sync(WindowScene& scene) {
-    pressButton(scene, CloudKitSyncView::syncActivityRecordsTitle);
-    const std::string close = scene.services().localization.text("close");
+    const Localization& texts = scene.services().localization;
+    pressButton(scene, texts.text("sync_records"));
+    const std::string close = texts.text("close");
     for (auto* const button : scene.window().findChildren<QAbstractButton*>())
         if (button->text().toStdString() == close) button->click();
     scene.settle();
@@ -51,7 +51,7 @@ void showProgress(WindowScene& scene) {
         if (service.progress().uploaded >= 200) scene.runLoop.holdBackground();
     });
     openSync(scene);
-    pressButton(scene, CloudKitSyncView::performFullSyncTitle);
+    pressButton(scene, scene.services().localization.text("sync_full"));
     dropFocus(scene);
 }
 

@@ -24,6 +24,7 @@ struct Picture {
 [[nodiscard]] std::vector<Picture> billingPictures();
 [[nodiscard]] std::vector<Picture> otherPictures();
 [[nodiscard]] std::vector<Picture> cloudPictures();
+[[nodiscard]] std::vector<Picture> kitPictures();
 
 /// Presses the button that shows the text, or is called so.
 void pressButton(WindowScene& scene, const std::string& text);

@@ -80,7 +80,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
-    const ShareImageGenerator generator(sampleAddress);
+    const auto localization = Localization::fromEnvironment();
+    const ShareImageGenerator generator(localization, sampleAddress);
     bool isFine = QDir().mkpath(folder);
     if (argc == 3) return isFine && drawCards(sampleCard(argv[2]), generator, folder) ? 0 : 1;
     for (const SampleCard& sample : sampleCards())

@@ -67,7 +67,8 @@ bool draw(const Picture& picture, const Manner& manner, const QString& folder) {
 int drawAll(const QString& folder, const std::string& only) {
     Motion::setAllowed(false);
     bool isFine = QDir().mkpath(folder);
-    for (const auto& pictures : {timelinePictures(), billingPictures(), otherPictures(), cloudPictures()})
+    for (const auto& pictures :
+         {timelinePictures(), billingPictures(), otherPictures(), cloudPictures(), kitPictures()})
         for (const Picture& picture : pictures) {
             if (!only.empty() && only != picture.name) continue;
             isFine &= draw(picture, {}, folder);

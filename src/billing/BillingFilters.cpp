@@ -1,5 +1,7 @@
 #include "billing/BillingFilters.h"
 
+#include "store/StoredNames.h"
+
 namespace quorvane {
 
 std::string clientLabel(std::string_view clientFilter, const Localization& localization) {
@@ -11,7 +13,7 @@ std::string clientLabel(std::string_view clientFilter, const Localization& local
 std::string categoryLabel(std::string_view categoryFilter, const Localization& localization) {
     if (categoryFilter == BillingCategoryFilter::all) return localization.text("all_categories");
     if (categoryFilter == BillingCategoryFilter::none) return localization.text("no_category");
-    return std::string(categoryFilter);
+    return StoredNames::shownCategory(categoryFilter, localization);
 }
 
 }  // namespace quorvane

@@ -32,8 +32,8 @@ std::string tableLine(const Lines& cells) {
     return "| " + text::joined(cells, " | ") + " |";
 }
 
-std::string fact(const std::string& name, const std::string& value) {
-    return "- " + name + "：" + value;
+std::string fact(const Localization& localization, TextKey name, const std::string& value) {
+    return localization.text("billing_pack_fact", localization.text(name), value);
 }
 
 std::string projectLine(const BillingReportRow& row, const Localization& localization) {
@@ -45,25 +45,25 @@ std::string projectLine(const BillingReportRow& row, const Localization& localiz
                       hasRate ? money(row.currencyCode, row.amount()) : "-"});
 }
 
-std::string dayLine(const BillingDayBreakdown& day, const std::string& currency) {
+std::string dayLine(const BillingDayBreakdown& day, const std::string& currency, const Localization& localization) {
     return tableLine({mediumDate(day.date), cell(text::joined(day.projectNames, ", ")), decimals(day.hours, 2) + " h",
                       decimals(day.reviewHours, 2) + " h", money(currency, day.amount),
-                      cell(text::joined(day.activitySummaries, "; "))});
+                      cell(BillingReportBuilder::activityText(day, localization))});
 }
 
 void addSummary(Lines& lines, const std::vector<BillingReportRow>& rows, const BillingReportRange& range,
                 const BillingFilters& filters, Date now, const Localization& l) {
     const auto totals = BillingReportBuilder::totals(rows);
-    lines.insert(lines.end(), {"# " + l.text("billing_pack_title"), "", "## " + l.text("billing_pack_summary"),
-                               fact(l.text("time_range"), rangeLabel(range, l)),
-                               fact(l.text("client"), clientLabel(filters.client, l))});
-    if (filters.category != BillingCategoryFilter::all)
-        lines.push_back(fact(l.text("category"), categoryLabel(filters.category, l)));
     lines.insert(lines.end(),
-                 {fact(l.text("generated_at"), numericDateShortTime(now)),
-                  fact(l.text("billing_total_effort"), decimals(totals.hours, 2) + " h"),
-                  fact(l.text("billing_review"), decimals(totals.reviewHours, 2) + " h"),
-                  fact(l.text("amount"), money(BillingReportBuilder::primaryCurrency(rows), totals.amount)), ""});
+                 {"# " + l.text("billing_pack_title"), "", "## " + l.text("billing_pack_summary"),
+                  fact(l, "time_range", rangeLabel(range, l)), fact(l, "client", clientLabel(filters.client, l))});
+    if (filters.category != BillingCategoryFilter::all)
+        lines.push_back(fact(l, "category", categoryLabel(filters.category, l)));
+    lines.insert(lines.end(),
+                 {fact(l, "generated_at", numericDateShortTime(now)),
+                  fact(l, "billing_total_effort", decimals(totals.hours, 2) + " h"),
+                  fact(l, "billing_review", decimals(totals.reviewHours, 2) + " h"),
+                  fact(l, "amount", money(BillingReportBuilder::primaryCurrency(rows), totals.amount)), ""});
 }
 
 void addProjects(Lines& lines, const std::vector<BillingReportRow>& rows, const Localization& l) {
@@ -91,7 +91,7 @@ void addDays(Lines& lines, const std::vector<BillingDayBreakdown>& days, const s
                              l.text("amount"), l.text("billing_pack_activity_summary")}),
                   "| --- | --- | ---: | ---: | ---: | --- |"});
     for (const BillingDayBreakdown& day : days)
-        lines.push_back(dayLine(day, currency));
+        lines.push_back(dayLine(day, currency, l));
     lines.emplace_back();
 }
 

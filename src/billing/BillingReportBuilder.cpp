@@ -1,6 +1,7 @@
 #include "billing/BillingReportBuilder.h"
 
 #include "base/Text.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <map>
@@ -212,6 +213,13 @@ std::vector<BillingDayBreakdown> dayBreakdown(const std::vector<BillingRecord>& 
                         .activitySummaries = {total.activitySummaries.begin(), total.activitySummaries.end()}});
     }
     return rows;
+}
+
+std::string activityText(const BillingDayBreakdown& day, const Localization& localization) {
+    std::vector<std::string> shown;
+    for (const std::string& summary : day.activitySummaries)
+        shown.push_back(StoredNames::shownCategory(summary, localization));
+    return text::joined(shown, "; ");
 }
 
 std::string primaryCurrency(const std::vector<BillingReportRow>& rows) {

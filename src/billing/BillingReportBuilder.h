@@ -84,6 +84,9 @@ struct Scope {
                                                             const Scope& scope, const Calendar& calendar,
                                                             const Localization& localization);
 
+/// What was done on the day, in one line of the user's language.
+[[nodiscard]] std::string activityText(const BillingDayBreakdown& day, const Localization& localization);
+
 /// The currency of the first row with a rate; "USD" if there is none. Totals bear it, whatever currencies they mix.
 [[nodiscard]] std::string primaryCurrency(const std::vector<BillingReportRow>& rows);
 

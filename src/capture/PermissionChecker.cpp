@@ -14,29 +14,28 @@ namespace {
 
 using Sources = PermissionChecker::Sources;
 using TestResult = PermissionChecker::TestResult;
+using Outcome = TestResult::Outcome;
 
 /// The best known ones, in lower case; a test of the commonest case and no list of what is captured.
 constexpr auto testedBrowsers =
     std::to_array<std::string_view>({"com.apple.safari", "com.google.chrome", "com.brave.browser",
                                      "com.microsoft.edgemac", "company.thebrowser.browser"});
 
-const char* mark(bool isGranted) {
-    return isGranted ? "✅ 已授权" : "❌ 未授权";
+/// Writes what was found, and returns it.
+bool told(const Sources& sources, const char* permission, bool isGranted) {
+    sources.console.line("PermissionChecker: {} permission: {}", permission, isGranted ? "✅ 已授权" : "❌ 未授权");
+    return isGranted;
 }
 
 bool checkAccessibility(const Sources& sources) {
-    const bool isGranted = sources.accessibility.isProcessTrusted();
-    sources.console.line("PermissionChecker: Accessibility permission: {}", mark(isGranted));
-    return isGranted;
+    return told(sources, "Accessibility", sources.accessibility.isProcessTrusted());
 }
 
 bool checkAppleEvents(const Sources& sources) {
     const auto result = sources.automation.run({.family = platform::ScriptFamily::permissionTest,
                                                 .applicationName = "System Events",
                                                 .source = "tell application \"System Events\" to return true"});
-    const bool isGranted = std::holds_alternative<std::string>(result);
-    sources.console.line("PermissionChecker: Apple Events permission: {}", mark(isGranted));
-    return isGranted;
+    return told(sources, "Apple Events", std::holds_alternative<std::string>(result));
 }
 
 /// What may block, and so is asked on a worker. Keys are heard on the main thread alone: their check, which is short,
@@ -53,26 +52,21 @@ std::optional<std::string> frontmostBundleId(const Sources& sources) {
     return application ? application->bundleIdentifier : std::nullopt;
 }
 
-constexpr const char* nothingInFront = "无法获取前台应用";
-
 TestResult testBrowser(const Sources& sources) {
     const auto bundleId = frontmostBundleId(sources);
-    if (!bundleId) return {.success = false, .message = nothingInFront};
-    if (std::ranges::count(testedBrowsers, text::lowercased(*bundleId)) == 0)
-        return {.success = false, .message = "前台应用不是浏览器：" + *bundleId};
-    if (auto url = sources.browserURLs.frontURL()) return {.success = true, .message = std::move(*url)};
-    return {.success = false, .message = "无法获取浏览器URL，可能缺少自动化权限"};
+    if (!bundleId) return {Outcome::nothingInFront};
+    if (std::ranges::count(testedBrowsers, text::lowercased(*bundleId)) == 0) return {Outcome::noBrowser, *bundleId};
+    if (auto url = sources.browserURLs.frontURL()) return {Outcome::found, std::move(*url)};
+    return {Outcome::noAddress};
 }
 
 TestResult testDocument(const Sources& sources) {
     const auto bundleId = frontmostBundleId(sources);
-    if (!bundleId) return {.success = false, .message = nothingInFront};
+    if (!bundleId) return {Outcome::nothingInFront};
     const WindowInfo info = sources.documents.getDocumentInfo(*bundleId);
-    if (const auto document = info.document.value_or(""); !document.empty())
-        return {.success = true, .message = document};
-    if (const auto title = info.title.value_or(""); !title.empty())
-        return {.success = true, .message = "窗口标题: " + title};
-    return {.success = false, .message = "无法获取文档信息，可能缺少辅助功能或自动化权限"};
+    if (const auto document = info.document.value_or(""); !document.empty()) return {Outcome::found, document};
+    if (const auto title = info.title.value_or(""); !title.empty()) return {Outcome::titleAlone, title};
+    return {Outcome::noDocument};
 }
 
 }  // namespace
@@ -132,8 +126,7 @@ bool PermissionChecker::checkInputMonitoringPermission() const {
     assert(sources_.runLoop.isMainThread());
     const auto probe = sources_.keys.createTap(platform::KeyEvents::keyDown, [] {});
     if (probe) probe->enable(false);
-    sources_.console.line("PermissionChecker: Input Monitoring permission: {}", mark(probe != nullptr));
-    return probe != nullptr;
+    return told(sources_, "Input Monitoring", probe != nullptr);
 }
 
 void PermissionChecker::requestAccessibilityPermission() {

@@ -53,10 +53,13 @@ public:
         ConsoleSink& console;
     };
 
-    /// What a test of the capture brought: a URL, a document or why there is none.
+    /// What a test of the capture brought.
     struct TestResult {
-        bool success = false;
-        std::string message;
+        enum class Outcome { found, titleAlone, nothingInFront, noBrowser, noAddress, noDocument };
+
+        Outcome outcome = Outcome::nothingInFront;
+        std::string detail{};  ///< the URL or document, the title alone, the bundle id of what is no browser
+        [[nodiscard]] bool success() const { return outcome == Outcome::found || outcome == Outcome::titleAlone; }
         friend bool operator==(const TestResult&, const TestResult&) = default;
     };
     using Tested = std::function<void(const TestResult&)>;
@@ -87,6 +90,12 @@ public:
     /// Makes the system ask the user, and refreshes after 1 s. A further request within that second begins it anew.
     void requestAccessibilityPermission();
 
+    [[nodiscard]] bool canOpenAccessibilitySettings() const {
+        return sources_.settingsPanes.canOpen(Permissions::accessibilityPane);
+    }
+    [[nodiscard]] bool canOpenAutomationSettings() const {
+        return sources_.settingsPanes.canOpen(Permissions::automationPane);
+    }
     void openAccessibilitySettings() { sources_.settingsPanes.open(Permissions::accessibilityPane); }
     void openAutomationSettings() { sources_.settingsPanes.open(Permissions::automationPane); }
     void openInputMonitoringSettings() { sources_.settingsPanes.open(Permissions::inputMonitoringPane); }

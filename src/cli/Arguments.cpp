@@ -1,5 +1,10 @@
 #include "cli/Arguments.h"
 
+#include "diagnostics/ConsoleSink.h"
+#include "platform/linux/system/IniUserDefaults.h"
+#include "rules/CategoryTagManager.h"
+#include "store/StoredNames.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
@@ -74,6 +79,14 @@ double readNonNegative(const std::string& option, const std::string& text) {
 
 void refuseChoice(const std::string& option, const std::string& text, const std::vector<std::string_view>& allowed) {
     throw CLI::ValidationError(option, fmt::format("\"{}\" is none of {}", text, fmt::join(allowed, ", ")));
+}
+
+std::string readCategory(const std::string& text) {
+    platform::IniUserDefaults configuration;
+    StreamConsole console(stderr);
+    const auto own = CategoryTagManager(configuration, console).customCategories();
+    if (std::ranges::find(own, text) != own.end()) return text;
+    return StoredNames::storedCategory(text, Localization::fromEnvironment());
 }
 
 CLI::Option* addOutputOption(CLI::App& app, std::optional<std::string>& file) {

@@ -58,6 +58,9 @@ template <class Enumeration>
     refuseChoice(option, text, allowed);
 }
 
+/// The stored name of a category, which people give as they read it or as it is stored.
+[[nodiscard]] std::string readCategory(const std::string& text);
+
 /// "-o FILE": where the data goes; none for standard output.
 CLI::Option* addOutputOption(CLI::App& app, std::optional<std::string>& file);
 

@@ -7,6 +7,7 @@
 #include "cli/Output.h"
 #include "platform/linux/system/IniUserDefaults.h"
 #include "rules/CategoryTagManager.h"
+#include "store/StoredNames.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -53,12 +54,13 @@ private:
 void list(const CommandContext& context) {
     Categories categories;
     const auto names = categories->allCategories();
+    const auto localization = Localization::fromEnvironment();
     std::string text;
     if (context.json)
         text = jsonText(names) + "\n";
     else
         for (const std::string& name : names)
-            text += harmlessLine(name) + "\n";
+            text += harmlessLine(StoredNames::shownCategory(name, localization)) + "\n";
     Output output;
     output.write(text);
     output.finish();

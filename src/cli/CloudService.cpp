@@ -2,6 +2,7 @@
 
 #include "cli/CommandContext.h"
 #include "cloud/CloudKitSyncError.h"
+#include "l10n/Localization.h"
 #include "platform/linux/loop/QtRunLoop.h"
 #include "platform/linux/loop/UnixSignals.h"
 
@@ -26,7 +27,8 @@ void runUntilFinished(platform::QtRunLoop& runLoop, const std::function<void(con
     if (!isFinished) throw CommandError(ExitStatus::failed, "interrupted");
 }
 
-std::string withCause(const std::string& text, const CloudKitSyncError& error) {
+std::string reasonOf(const CloudKitSyncError& error) {
+    const auto text = error.text(Localization::fromEnvironment());
     return error.cause().empty() ? text : fmt::format("{} ({})", text, error.cause());
 }
 

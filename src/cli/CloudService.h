@@ -20,7 +20,7 @@ namespace quorvane::cli {
 /// whoever does the work has to be destroyed before the loop is.
 void runUntilFinished(platform::QtRunLoop& runLoop, const std::function<void(const std::function<void()>&)>& begin);
 
-/// The text with the error's cause in brackets, if it has one.
-[[nodiscard]] std::string withCause(const std::string& text, const CloudKitSyncError& error);
+/// What went wrong, in the user's language, with the cause in brackets if there is one.
+[[nodiscard]] std::string reasonOf(const CloudKitSyncError& error);
 
 }  // namespace quorvane::cli

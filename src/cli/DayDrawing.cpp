@@ -7,6 +7,7 @@
 #include "cli/TextTable.h"
 #include "session/LocalTime.h"
 #include "session/TerminalColor.h"
+#include "store/StoredNames.h"
 #include "timeline/ProjectTone.h"
 
 #include <algorithm>
@@ -99,9 +100,10 @@ private:
         for (const ProcessedActivityItem* block : blocks) {
             const int left = block->lane.index * laneWidth;
             if (left < used || left + laneWidth > nameWidth) continue;
-            out +=
-                std::string(static_cast<std::size_t>(left - used), ' ') +
-                cell(isIn(above, block) ? std::string() : harmlessLine(block->appName), laneWidth, block->color, "▌");
+            out += std::string(static_cast<std::size_t>(left - used), ' ') +
+                   cell(isIn(above, block) ? std::string()
+                                           : harmlessLine(StoredNames::shownApp(block->appName, localization_)),
+                        laneWidth, block->color, "▌");
             used = left + laneWidth;
         }
         return out + std::string(static_cast<std::size_t>(nameWidth - used), ' ');
@@ -137,6 +139,7 @@ private:
 
     const DayChart& chart_;
     TerminalColor color_;
+    Localization localization_ = Localization::fromEnvironment();
     int columns_;
     int titleWidth_;
 };

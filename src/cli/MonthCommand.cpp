@@ -11,6 +11,7 @@
 #include "platform/Clock.h"
 #include "session/TerminalColor.h"
 #include "store/ModelContext.h"
+#include "store/StoredNames.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/MonthTimeline.h"
 
@@ -91,8 +92,9 @@ private:
         std::vector<std::string> rows{
             spread(fmt::format("{}{}", cell.dayOfMonth, cell.isToday ? "*" : ""), more, cellWidth_)};
         for (const MonthCellLine& line : cell.lines)
-            rows.push_back(color_.colored("▌", line.mark) +
-                           spread(harmlessLine(line.name), line.duration, cellWidth_ - 1));
+            rows.push_back(
+                color_.colored("▌", line.mark) +
+                spread(harmlessLine(StoredNames::shownApp(line.name, localization_)), line.duration, cellWidth_ - 1));
         if (cell.fallback) rows.push_back(padded(*cell.fallback));
         return rows;
     }
@@ -115,6 +117,7 @@ private:
 
     Output& output_;
     TerminalColor color_ = TerminalColor::ofStandardOutput();
+    Localization localization_ = Localization::fromEnvironment();
     int cellWidth_ = 0;
 };
 

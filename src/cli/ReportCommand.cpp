@@ -146,7 +146,7 @@ void writeDays(const BillingReport& report, const Localization& l, Output& outpu
     for (const BillingDayBreakdown& day : report.days)
         table.add({mediumDate(day.date), hoursText(day.hours, day.reviewHours), fmt::format("{:.2f}", day.reviewHours),
                    fmt::format("{:.2f}", day.amount), harmlessLine(text::joined(day.projectNames, ", ")),
-                   harmlessLine(text::joined(day.activitySummaries, "; "))});
+                   harmlessLine(BillingReportBuilder::activityText(day, l))});
     table.finish();
 }
 
@@ -210,8 +210,8 @@ void addFilterOptions(CLI::App& command, BillingFilters& filters) {
         .add_flag_callback(
             "--no-client", [&filters] { filters.client = BillingClientFilter::none; }, "Only projects without a client")
         ->excludes(client);
-    auto* category =
-        command.add_option("--category", filters.category, "Only records of this category")->type_name("NAME");
+    auto* category = addTextOption(command, "--category", "NAME", "Only records of this category",
+                                   [&filters](const std::string& text) { filters.category = readCategory(text); });
     command
         .add_flag_callback(
             "--no-category", [&filters] { filters.category = BillingCategoryFilter::none; },

@@ -113,8 +113,9 @@ void addDraftOptions(CLI::App& command, RuleDraft& draft) {
         draft.matchOperator = readCase<RuleOperator>("--operator", text);
     })->required();
     command.add_option("--value", draft.value, "What the field is compared with")->type_name("TEXT")->required();
-    addTextOption(command, "--category", "CATEGORY", "Give the record this category",
-                  [&draft](const auto& text) { draft.category = text.empty() ? std::nullopt : std::optional(text); });
+    addTextOption(command, "--category", "CATEGORY", "Give the record this category", [&draft](const auto& text) {
+        draft.category = text.empty() ? std::nullopt : std::optional(readCategory(text));
+    });
     addTextOption(command, "--project", "UUID", "Give the record this project",
                   [&draft](const auto& text) { draft.projectId = readUuid("--project", text); });
     command

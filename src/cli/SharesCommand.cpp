@@ -75,7 +75,8 @@ void write(const Shares& shares, bool asJson) {
 class Sharing {
 public:
     explicit Sharing(const platform::CloudService& cloud)
-        : hasCloud_(cloud.isConfigured()), service_(runLoop_, console_, hasCloud_ ? cloud.makeContainer() : nullptr) {}
+        : hasCloud_(cloud.isConfigured()),
+          service_(runLoop_, console_, localization_, hasCloud_ ? cloud.makeContainer() : nullptr) {}
 
     [[nodiscard]] bool hasCloud() const { return hasCloud_; }
     [[nodiscard]] const Shares& shares() const { return service_.shares(); }
@@ -106,10 +107,10 @@ public:
         try {
             std::rethrow_exception(failure);
         } catch (const CloudKitSyncError& error) {
-            throw CommandError(ExitStatus::failed, hasCloud_
-                                                       ? withCause(error.what(), error)
-                                                       : fmt::format("{} ({})", error.what(),
-                                                                     missingServiceReason(CloudModule::serviceName)));
+            throw CommandError(ExitStatus::failed,
+                               reasonOf(hasCloud_ ? error
+                                                  : CloudKitSyncError(error.code(), {},
+                                                                      missingServiceReason(CloudModule::serviceName))));
         }
     }
 
@@ -129,6 +130,7 @@ private:
     bool hasCloud_;
     platform::QtRunLoop runLoop_;
     ServiceConsole console_;
+    Localization localization_ = Localization::fromEnvironment();
     ShareService service_;
 };
 

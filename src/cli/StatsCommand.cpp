@@ -10,6 +10,7 @@
 #include "platform/Clock.h"
 #include "session/TerminalColor.h"
 #include "store/ModelContext.h"
+#include "store/StoredNames.h"
 #include "timeline/AppStatistics.h"
 
 #include <CLI/CLI.hpp>
@@ -46,6 +47,7 @@ void writeJson(const AppStatistics& statistics, Output& output) {
 
 void writeTable(const AppStatistics& statistics, Output& output) {
     const auto color = TerminalColor::ofStandardOutput();
+    const auto localization = Localization::fromEnvironment();
     auto width = terminalWidth();
     if (width) *width -= barWidth + static_cast<int>(gap.size());
     std::vector<std::string> bars{""};  // one a line; the titles have none
@@ -62,8 +64,8 @@ void writeTable(const AppStatistics& statistics, Output& output) {
     for (const AppStat& stat : stats) {
         const double most = stats.front().hours;
         bars.push_back(most > 0 ? color.colored(bar(stat.hours / most), stat.color) : "");
-        table.add(
-            {harmlessLine(stat.appName), fmt::format("{:.2f}", stat.hours), fmt::format("{:.1f}%", stat.percentage)});
+        table.add({harmlessLine(StoredNames::shownApp(stat.appName, localization)), fmt::format("{:.2f}", stat.hours),
+                   fmt::format("{:.1f}%", stat.percentage)});
     }
     table.finish();
 }

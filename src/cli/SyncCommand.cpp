@@ -22,7 +22,7 @@ std::unique_ptr<platform::RecordContainer> cloudContainer() {
     if (!cloud.isConfigured()) {
         const CloudKitSyncError error(CloudKitSyncError::Code::notAvailable, {},
                                       missingServiceReason(CloudModule::serviceName));
-        throw CommandError(ExitStatus::failed, withCause(error.what(), error));
+        throw CommandError(ExitStatus::failed, reasonOf(error));
     }
     return cloud.makeContainer();
 }
@@ -31,7 +31,8 @@ std::unique_ptr<platform::RecordContainer> cloudContainer() {
 SyncProgress syncOnce(std::unique_ptr<platform::RecordContainer> container, ModelContext& store) {
     platform::QtRunLoop runLoop;
     ServiceConsole console;
-    CloudKitSyncService service(runLoop, console, std::move(container));
+    const auto localization = Localization::fromEnvironment();
+    CloudKitSyncService service(runLoop, console, localization, std::move(container));
     Progress shown("records");
     const auto changed = service.changed.subscribe([&] {
         const SyncProgress& progress = service.progress();
@@ -45,7 +46,7 @@ SyncProgress syncOnce(std::unique_ptr<platform::RecordContainer> container, Mode
         });
     });
     console.finish();
-    if (failure) throw CommandError(ExitStatus::failed, withCause(failure->what(), *failure));
+    if (failure) throw CommandError(ExitStatus::failed, reasonOf(*failure));
     return service.progress();
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <fmt/format.h>
 
 namespace quorvane::CloudKitDataStrategy {
 namespace {
@@ -14,12 +13,12 @@ constexpr std::array privateTypes{PrivateData::activityRecord, PrivateData::proj
 constexpr std::array publicTypes{PublicData::activityShare, PublicData::appConfig, PublicData::publicStats,
                                  PublicData::featuredProjects};
 
-ShareLookup resultOf(std::future<std::optional<platform::CloudRecord>> record) {
+ShareLookup resultOf(std::future<std::optional<platform::CloudRecord>> record, const Localization& localization) {
     try {
         return {.share = record.get()};
     } catch (const platform::CloudFailure& failure) {
         const auto error = CloudKitSyncError::from(failure);
-        return {.errorMessage = fmt::format("查询分享链接失败: {}", error.what())};
+        return {.errorMessage = localization.text("share_lookup_failed", error.text(localization))};
     }
 }
 
@@ -38,7 +37,7 @@ Predicate predicate(std::string_view recordType, const std::optional<std::string
 }
 
 void lookUpShare(const std::string& token, platform::RunLoop& runLoop, std::shared_ptr<platform::RecordSession> session,
-                 std::function<void(const ShareLookup&)> found) {
+                 const Localization& localization, std::function<void(const ShareLookup&)> found) {
     platform::inBackground(
         runLoop,
         [session = std::move(session), token]() -> std::optional<platform::CloudRecord> {
@@ -48,8 +47,8 @@ void lookUpShare(const std::string& token, platform::RunLoop& runLoop, std::shar
                 record.reset();
             return record;
         },
-        [found = std::move(found)](std::future<std::optional<platform::CloudRecord>> record) {
-            found(resultOf(std::move(record)));
+        [found = std::move(found), &localization](std::future<std::optional<platform::CloudRecord>> record) {
+            found(resultOf(std::move(record), localization));
         });
 }
 

@@ -47,8 +47,9 @@ struct ShareLookup {
     std::optional<std::string> errorMessage{};
 };
 
-/// Looks for the public record of a token, on a worker. `found` comes once, on the main thread.
+/// Looks for the public record of a token, on a worker. `found` comes once, on the main thread; the localization is
+/// there until then.
 void lookUpShare(const std::string& token, platform::RunLoop& runLoop, std::shared_ptr<platform::RecordSession> session,
-                 std::function<void(const ShareLookup&)> found);
+                 const Localization& localization, std::function<void(const ShareLookup&)> found);
 
 }  // namespace quorvane::CloudKitDataStrategy

@@ -23,7 +23,19 @@ std::string description(Code code, const std::string& message) {
 }  // namespace
 
 CloudKitSyncError::CloudKitSyncError(Code code, const std::string& message, std::string cause)
-    : code_(code), description_(description(code, message)), cause_(std::move(cause)) {}
+    : code_(code), message_(message), description_(description(code, message)), cause_(std::move(cause)) {}
+
+std::string CloudKitSyncError::text(const Localization& localization) const {
+    switch (code_) {
+    case Code::syncFailed: return localization.text("cloud_failed", message_);
+    case Code::schedulerError: return localization.text("cloud_scheduler_failed", message_);
+    case Code::notAvailable: return localization.text("cloud_not_available");
+    case Code::timeout: return localization.text("cloud_timeout");
+    case Code::recordNotFound: return localization.text("cloud_record_not_found");
+    case Code::invalidData: return localization.text("cloud_data_invalid");
+    }
+    return message_;
+}
 
 CloudKitSyncError CloudKitSyncError::from(const platform::CloudFailure& failure) {
     using Kind = platform::CloudFailure::Kind;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "l10n/Localization.h"
 #include "platform/CloudFailure.h"
 
 #include <cstdint>
@@ -23,11 +24,14 @@ public:
     [[nodiscard]] Code code() const { return code_; }
     [[nodiscard]] const std::string& cause() const { return cause_; }
 
-    /// The words for people.
+    /// The words for people, who read them in their language.
+    [[nodiscard]] std::string text(const Localization& localization) const;
+    /// The words for lines on the console.
     [[nodiscard]] const char* what() const noexcept override { return description_.c_str(); }
 
 private:
     Code code_;
+    std::string message_;
     std::string description_;
     std::string cause_;
 };

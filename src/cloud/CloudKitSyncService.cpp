@@ -22,8 +22,9 @@ bool isOfTheScheduler(const CloudKitSyncError& error) {
 }  // namespace
 
 CloudKitSyncService::CloudKitSyncService(platform::RunLoop& runLoop, ConsoleSink& console,
+                                         const Localization& localization,
                                          std::unique_ptr<platform::RecordContainer> container)
-    : runLoop_(runLoop), console_(console), container_(std::move(container)) {
+    : runLoop_(runLoop), console_(console), localization_(localization), container_(std::move(container)) {
     if (isInitialized()) console_.write("CloudKitSyncService: 初始化完成");
 }
 
@@ -73,6 +74,7 @@ void CloudKitSyncService::syncActivityRecords(ModelContext& context, Finished fi
     sync_ = std::make_unique<RecordSync>(SyncParts{.runLoop = runLoop_,
                                                    .console = console_,
                                                    .context = context,
+                                                   .localization = localization_,
                                                    .session = container_->newSession(),
                                                    .progressChanged = [this] { noteProgress(); }},
                                          [this](const auto& error) { finish(error); });
@@ -101,7 +103,7 @@ void CloudKitSyncService::finish(const std::optional<CloudKitSyncError>& error) 
     if (!outcome) {
         lastSyncDate_ = platform::currentDate();
     } else {
-        syncError_ = outcome->what();
+        syncError_ = outcome->text(localization_);
         syncErrorCause_ = outcome->cause();
         console_.line("CloudKitSyncService: 同步失败 - {}", outcome->what());
     }

@@ -5,6 +5,7 @@
 #include "cloud/CloudKitSyncError.h"
 #include "cloud/SyncProgress.h"
 #include "diagnostics/ConsoleSink.h"
+#include "l10n/Localization.h"
 #include "platform/RecordContainer.h"
 #include "platform/RunLoop.h"
 #include "store/ModelContext.h"
@@ -28,7 +29,7 @@ public:
     using Finished = std::function<void(const std::optional<CloudKitSyncError>& error)>;
 
     /// What it needs outlives it. Without a container the cloud is unavailable.
-    CloudKitSyncService(platform::RunLoop& runLoop, ConsoleSink& console,
+    CloudKitSyncService(platform::RunLoop& runLoop, ConsoleSink& console, const Localization& localization,
                         std::unique_ptr<platform::RecordContainer> container);
     CloudKitSyncService(const CloudKitSyncService&) = delete;
     CloudKitSyncService& operator=(const CloudKitSyncService&) = delete;
@@ -66,6 +67,7 @@ private:
 
     platform::RunLoop& runLoop_;
     ConsoleSink& console_;
+    const Localization& localization_;
     std::unique_ptr<platform::RecordContainer> container_;
     std::shared_ptr<platform::RecordSession> account_;  ///< while its status is asked for
     std::unique_ptr<platform::WorkItem> accountTimeOut_;

@@ -140,9 +140,9 @@ void RecordDownload::mergeSlice() {
 
 void RecordDownload::merge(const CloudRecord& cloudRecord) {
     if (const auto local = localRecord(cloudRecord, parts_.context))
-        applyCloudRecord(*local, cloudRecord, &parts_.context, parts_.console);
+        applyCloudRecord(*local, cloudRecord, &parts_.context, parts_.console, parts_.localization);
     else
-        parts_.context.insert(makeActivityRecord(cloudRecord, &parts_.context, parts_.console));
+        parts_.context.insert(makeActivityRecord(cloudRecord, &parts_.context, parts_.console, parts_.localization));
 }
 
 void RecordDownload::finishPage() {

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <fmt/format.h>
 #include <unordered_map>
 #include <utility>
 
@@ -38,9 +37,9 @@ struct ShareService::PublicShare {
     std::optional<bool> isActive;
 };
 
-ShareService::ShareService(platform::RunLoop& runLoop, ConsoleSink& console,
+ShareService::ShareService(platform::RunLoop& runLoop, ConsoleSink& console, const Localization& localization,
                            std::unique_ptr<platform::RecordContainer> container)
-    : runLoop_(runLoop), console_(console), container_(std::move(container)) {}
+    : runLoop_(runLoop), console_(console), localization_(localization), container_(std::move(container)) {}
 
 ShareService::~ShareService() {
     console_.write("ShareService: deinit - 清理资源");
@@ -98,16 +97,16 @@ void ShareService::ask(Work work, Done done) {
         });
 }
 
-/// Takes a step; if it fails, the message says so after the prefix.
-std::exception_ptr ShareService::attempt(std::string_view prefix, const std::function<void()>& step) {
+/// Takes a step; if it fails, the message says so and why.
+std::exception_ptr ShareService::attempt(MessageKey<std::string> failed, const std::function<void()>& step) {
     try {
         step();
         return nullptr;
     } catch (const CloudKitSyncError& error) {
-        errorMessage_ = fmt::format("{}{}", prefix, error.what());
+        errorMessage_ = localization_.text(failed, error.text(localization_));
         return std::current_exception();
     } catch (const StoreError& error) {
-        errorMessage_ = fmt::format("{}{}", prefix, error.what());
+        errorMessage_ = localization_.text(failed, std::string(error.what()));
         return std::current_exception();
     }
 }
@@ -120,7 +119,7 @@ void ShareService::createShare(const NewShare& share, ModelContext& context, Cre
         stored->title = share.title;
         stored->expiresAt = share.expiresAt;
         stored->projectIds = share.projectIds;
-        const auto failure = attempt("创建分享失败: ", [&] {
+        const auto failure = attempt("share_create_failed", [&] {
             context.insert(stored);
             context.save();
             if (!container_) throw CloudKitSyncError(CloudKitSyncError::Code::notAvailable);
@@ -136,7 +135,7 @@ void ShareService::publish(const std::shared_ptr<ActivityShare>& share, ModelCon
                            const Created& finished) {
     ask([record = makeCloudRecord(*share)](platform::RecordSession& session) { return save(session, record); },
         [this, share, &context, finished](std::future<std::string> name) {
-            const auto failure = attempt("创建分享失败: ", [&] {
+            const auto failure = attempt("share_create_failed", [&] {
                 share->cloudKitRecordID = name.get();
                 context.save();
             });
@@ -147,7 +146,7 @@ void ShareService::publish(const std::shared_ptr<ActivityShare>& share, ModelCon
 
 void ShareService::stopShare(const std::shared_ptr<ActivityShare>& share, ModelContext& context, Finished finished) {
     enqueue([this, share, &context, finished = std::move(finished)] {
-        const auto failure = attempt("停止分享失败: ", [&] {
+        const auto failure = attempt("share_stop_failed", [&] {
             share->isActive = false;
             context.save();
         });
@@ -169,7 +168,7 @@ void ShareService::retract(const ActivityShare& share, ModelContext& context, co
     }
     ask([name](platform::RecordSession& session) { session.deleteRecord(publicData, name); },
         [this, finished, reload](std::future<void> deleted) {
-            const auto failure = attempt("停止分享失败: ", [&] { deleted.get(); });
+            const auto failure = attempt("share_stop_failed", [&] { deleted.get(); });
             if (failure)
                 end([finished, failure] { finished(failure); });
             else
@@ -182,7 +181,7 @@ void ShareService::loadShares(ModelContext& context, Finished finished) {
 }
 
 void ShareService::load(ModelContext& context, const Finished& finished) {
-    const auto failure = attempt("加载分享失败: ", [&] {
+    const auto failure = attempt("share_load_failed", [&] {
         shares_ = context.fetch<ActivityShare>({.sort = {descending(&ActivityShare::createdAt)}});
     });
     if (failure || !container_) {
@@ -190,7 +189,7 @@ void ShareService::load(ModelContext& context, const Finished& finished) {
         return;
     }
     ask(publicShares, [this, &context, finished](std::future<std::vector<PublicShare>> found) {
-        const auto failed = attempt("CloudKit 同步失败: ", [&] { takeOver(found.get(), context); });
+        const auto failed = attempt("share_sync_failed", [&] { takeOver(found.get(), context); });
         end([finished, failed] { finished(failed); });
     });
 }
@@ -235,7 +234,7 @@ void ShareService::takeOver(const std::vector<PublicShare>& found, ModelContext&
 std::optional<Json> ShareService::exportShareData(const ActivityShare& share,
                                                   const std::vector<std::shared_ptr<ActivityRecord>>& records) {
     std::optional<Json> document;
-    if (attempt("导出活动数据失败: ", [&] { document = shareDocument(share, records); })) changed.send();
+    if (attempt("share_export_failed", [&] { document = shareDocument(share, records); })) changed.send();
     return document;
 }
 

@@ -4,6 +4,7 @@
 #include "base/Signal.h"
 #include "base/Weak.h"
 #include "diagnostics/ConsoleSink.h"
+#include "l10n/Localization.h"
 #include "platform/RecordContainer.h"
 #include "platform/RunLoop.h"
 #include "store/ActivityRecord.h"
@@ -16,7 +17,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quorvane {
@@ -32,7 +32,7 @@ public:
     using Created = std::function<void(const std::shared_ptr<ActivityShare>& share, const std::exception_ptr& failure)>;
 
     /// What it needs outlives it. Without a container the cloud is unavailable.
-    ShareService(platform::RunLoop& runLoop, ConsoleSink& console,
+    ShareService(platform::RunLoop& runLoop, ConsoleSink& console, const Localization& localization,
                  std::unique_ptr<platform::RecordContainer> container);
     ShareService(const ShareService&) = delete;
     ShareService& operator=(const ShareService&) = delete;
@@ -75,7 +75,7 @@ private:
     void end(std::function<void()> report);
     template <class Work, class Done>
     void ask(Work work, Done done);
-    std::exception_ptr attempt(std::string_view prefix, const std::function<void()>& step);
+    std::exception_ptr attempt(MessageKey<std::string> failed, const std::function<void()>& step);
 
     void publish(const std::shared_ptr<ActivityShare>& share, ModelContext& context, const Created& finished);
     void retract(const ActivityShare& share, ModelContext& context, const Finished& finished);
@@ -85,6 +85,7 @@ private:
 
     platform::RunLoop& runLoop_;
     ConsoleSink& console_;
+    const Localization& localization_;
     std::unique_ptr<platform::RecordContainer> container_;
     std::shared_ptr<platform::RecordSession> session_;  ///< while a question is under way
     std::deque<std::function<void()>> waiting_;

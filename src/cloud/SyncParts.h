@@ -3,6 +3,7 @@
 #include "cloud/CloudKitSyncError.h"
 #include "cloud/SyncProgress.h"
 #include "diagnostics/ConsoleSink.h"
+#include "l10n/Localization.h"
 #include "platform/RecordContainer.h"
 #include "platform/RunLoop.h"
 #include "store/ModelContext.h"
@@ -18,6 +19,7 @@ struct SyncParts {
     platform::RunLoop& runLoop;
     ConsoleSink& console;
     ModelContext& context;
+    const Localization& localization;
     std::shared_ptr<platform::RecordSession> session;
     SyncProgress progress{};
     std::function<void()> progressChanged;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Accessibility.h"
+#include "platform/ApplicationIcons.h"
 #include "platform/Automation.h"
 #include "platform/ForegroundSource.h"
 #include "platform/IdleSource.h"
@@ -32,6 +33,7 @@ public:
     virtual Accessibility& accessibility() = 0;
     virtual Automation& automation() = 0;
     virtual RunningApplications& runningApplications() = 0;
+    virtual ApplicationIcons& applicationIcons() = 0;
 
     /// Who lets see the applications, titles, documents and pages in front, or why nobody does. Waits for nobody.
     [[nodiscard]] virtual std::vector<Channel> sight() = 0;

@@ -9,8 +9,11 @@ class SettingsPanes {
 public:
     virtual ~SettingsPanes() = default;
 
-    /// Opens the pane that the URL stands for ("x-apple.systempreferences:..."), or what this desktop has in its place.
-    /// Where there is nothing to open, nothing happens.
+    /// Is there anything to open for this pane ("x-apple.systempreferences:...")? What isn't there isn't offered.
+    [[nodiscard]] virtual bool canOpen(const std::string& url) const = 0;
+
+    /// Opens the pane that the URL stands for, or what this desktop has in its place. Where there is nothing to open,
+    /// nothing happens.
     virtual void open(const std::string& url) = 0;
 };
 

@@ -52,11 +52,11 @@ std::vector<CardContent::Row> rowsOf(const ShareImageConfig& config, std::size_t
 }
 
 /// As a sentence tells hours: minutes below a tenth of an hour, whole hours from ten on.
-void setHours(CardContent& content, double given) {
+void setHours(CardContent& content, double given, const Localization& localization) {
     const double hours = std::max(0.0, given);
     if (wholeSeconds(hours * 1h) < 360) {
         content.hours = fmt::format("{}", wholeMinutes(hours * 1h));
-        content.unit = std::string("分钟");
+        content.unit = localization.text("share_card_minutes");
     } else {
         content.unit = std::string("h");
         content.hours = hours < 10 ? fmt::format("{:.1f}", hours) : fmt::format("{:.0f}", hours);
@@ -65,18 +65,18 @@ void setHours(CardContent& content, double given) {
 
 }  // namespace
 
-CardContent cardContent(const ShareImageConfig& config, std::size_t rowLimit) {
+CardContent cardContent(const ShareImageConfig& config, const Localization& localization, std::size_t rowLimit) {
     CardContent content{.message = config.praiseMessage,
                         .reason = config.praiseReason.value_or(""),
                         .date = longDate(config.date),
                         .isoDate = localDateText(config.date, "yyyy-MM-dd")};
-    setHours(content, config.totalHours);
+    setHours(content, config.totalHours, localization);
     if (config.showTimeDistribution)
-        content.title = CardContent::distributionTitle;
+        content.title = localization.text("share_card_distribution_title");
     else if (config.shouldShowAppChart)
-        content.title = CardContent::usageTitle;
+        content.title = localization.text("app_usage_title");
     if (config.appStats.empty())
-        content.note = CardContent::emptyNote;
+        content.note = localization.text("app_usage_empty");
     else if (!content.title.empty())
         content.rows = rowsOf(config, rowLimit);
     return content;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "l10n/Localization.h"
 #include "praise/ShareImageConfig.h"
 
 #include <string>
@@ -9,11 +10,6 @@ namespace quorvane {
 
 /// The texts and figures of a card, ready to be placed.
 struct CardContent {
-    // These stand as they are in every language.
-    static constexpr const char* usageTitle = "应用使用统计";
-    static constexpr const char* distributionTitle = "今日时间分布";
-    static constexpr const char* emptyNote = "暂无应用数据";
-
     /// An application.
     struct Row {
         std::string name;
@@ -39,6 +35,7 @@ struct CardContent {
 };
 
 /// At most `rowLimit` rows. A highlighted application that isn't among the first takes the place of the last.
-[[nodiscard]] CardContent cardContent(const ShareImageConfig& config, std::size_t rowLimit = 6);
+[[nodiscard]] CardContent cardContent(const ShareImageConfig& config, const Localization& localization,
+                                      std::size_t rowLimit = 6);
 
 }  // namespace quorvane

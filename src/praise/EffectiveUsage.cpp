@@ -1,6 +1,5 @@
 #include "praise/EffectiveUsage.h"
 
-#include "base/Url.h"
 #include "timeline/AppColorPalette.h"
 
 #include <algorithm>
@@ -63,8 +62,7 @@ std::vector<AppStat> effectiveUsage(const std::vector<TimelineRecordSnapshot>& r
         if (isNew) stats.push_back({.id = Uuid::random(), .appName = place->first});
         AppStat& stat = stats[place->second];
         stat.hours += durations[i] / 1h;
-        stat.color = AppColorPalette::appColor(record.bundleId, record.appName,
-                                               record.url ? urlHost(*record.url) : std::nullopt, false);
+        stat.color = AppColorPalette::appColor(record.bundleId, record.appName);
         totalHours += durations[i] / 1h;
     }
     if (totalHours > 0)

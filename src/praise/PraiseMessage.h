@@ -45,14 +45,20 @@ struct PraiseLanguage {
     std::optional<SupportedLanguage> selected{};
 };
 
-/// The template in this language, in Chinese where it is missing; "你今天努力了{hours}小时，继续保持！" as a last
-/// resort.
-[[nodiscard]] std::string messageTemplate(const MultilingualPraiseMessage& row, const PraiseLanguage& language);
+/// A template, and the language in which it is.
+struct PraiseTemplate {
+    SupportedLanguage language = SupportedLanguage::chinese;
+    std::string text;
+};
+
+/// The template in the chosen language, in the one in force, or in Chinese, whichever comes first; a plain one as a
+/// last resort.
+[[nodiscard]] PraiseTemplate messageTemplate(const MultilingualPraiseMessage& row, const PraiseLanguage& language);
 
 /// The template of the reason in the chosen language, in the one in force, in Chinese, or in English, whichever comes
 /// first; none where the row gives no reason.
-[[nodiscard]] std::optional<std::string> reasonTemplate(const MultilingualPraiseMessage& row,
-                                                        const PraiseLanguage& language);
+[[nodiscard]] std::optional<PraiseTemplate> reasonTemplate(const MultilingualPraiseMessage& row,
+                                                           const PraiseLanguage& language);
 
 [[nodiscard]] PraiseMessage inLanguage(const MultilingualPraiseMessage& row, const PraiseLanguage& language);
 

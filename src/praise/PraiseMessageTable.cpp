@@ -33,9 +33,19 @@ MultilingualPraiseMessage readRow(const Json& object) {
             .reasonTemplates = reasons == object.end() ? std::nullopt : std::optional(readTemplates(*reasons))};
 }
 
+PraiseWords readWords(const Json& object) {
+    const Json& minutes = object.at("minutes");
+    return {.hours = object.at("hours"),
+            .minutes = {minutes.at(0).get<std::string>(), minutes.at(1).get<std::string>()},
+            .someApps = object.at("someApps"),
+            .unknownApp = object.at("unknownApp"),
+            .plain = object.at("plain")};
+}
+
 struct Messages {
     std::vector<MultilingualPraiseMessage> table;
     MultilingualPraiseMessage fallback;
+    std::map<SupportedLanguage, PraiseWords> words;
 };
 
 /// The text is ours: whatever is wrong with it, the first test of the table ends with an exception.
@@ -43,10 +53,12 @@ const Messages& messages() {
     static const Messages parsed = [] {
         const Json json = parseJson(praiseMessagesJson).value();
         const Json& rows = json.at("table");
-        Messages made{.table = {}, .fallback = readRow(json.at("fallback"))};
+        Messages made{.table = {}, .fallback = readRow(json.at("fallback")), .words = {}};
         made.table.reserve(rows.size());
         for (const Json& row : rows)
             made.table.push_back(readRow(row));
+        for (const auto& [language, code] : RawValues<SupportedLanguage>::table)
+            made.words.emplace(language, readWords(json.at("words").at(std::string(code))));
         return made;
     }();
     return parsed;
@@ -60,6 +72,10 @@ const std::vector<MultilingualPraiseMessage>& table() {
 
 const MultilingualPraiseMessage& fallbackRow() {
     return messages().fallback;
+}
+
+const PraiseWords& words(SupportedLanguage language) {
+    return messages().words.at(language);
 }
 
 }  // namespace quorvane::PraiseMessageDatabase

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "base/TimeText.h"
+#include "praise/PraiseMessageTable.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -16,19 +17,30 @@ std::string replaced(std::string text, std::string_view placeholder, std::string
     return text;
 }
 
-std::string minutesText(double hours) {
-    return fmt::format("{}分钟", wholeMinutes(hours * 1h));
+constexpr std::string_view hoursPlace = "{hours}";
+
+bool isShort(double hours) {
+    return wholeSeconds(hours * 1h) < 360;
 }
 
-std::string durationText(double hours) {
-    return wholeSeconds(hours * 1h) >= 3600 ? fmt::format("{:.1f}小时", hours) : minutesText(std::max(0.0, hours));
+std::string minutesText(double hours, const PraiseWords& words) {
+    const auto minutes = wholeMinutes(hours * 1h);
+    return fmt::format("{}{}", minutes, words.minutes[minutes == 1 ? 0 : 1]);
 }
 
-std::string filledReason(std::string reason, std::string_view appName, double hours) {
-    const std::string duration = durationText(hours);
-    reason = replaced(std::move(reason), "{appName}", appName);
-    reason = replaced(std::move(reason), "{hours}小时", duration);
-    return replaced(std::move(reason), "{hours}", duration);
+std::string durationText(double hours, const PraiseWords& words) {
+    return wholeSeconds(hours * 1h) >= 3600 ? fmt::format("{:.1f}{}", hours, words.hours)
+                                            : minutesText(std::max(0.0, hours), words);
+}
+
+/// A duration with its unit in place of hours, and of the word for them behind it.
+std::string withDuration(std::string text, const std::string& duration, const PraiseWords& words) {
+    text = replaced(std::move(text), std::string(hoursPlace) + words.hours, duration);
+    return replaced(std::move(text), hoursPlace, duration);
+}
+
+std::string filledReason(const std::string& reason, std::string_view appName, double hours, const PraiseWords& words) {
+    return withDuration(replaced(reason, "{appName}", appName), durationText(hours, words), words);
 }
 
 Seconds durationOf(const TimelineRecordSnapshot& record, Date now) {
@@ -58,23 +70,29 @@ bool matchesAny(const TimelineRecordSnapshot& record, const std::vector<std::str
     return std::ranges::any_of(appTypes, [&](const std::string& appType) { return matches(record, appType); });
 }
 
-std::string hoursText(double hours) {
+std::string hoursText(double hours, SupportedLanguage language) {
     const double shown = std::max(0.0, hours);
-    if (wholeSeconds(shown * 1h) < 360) return minutesText(shown);
+    if (isShort(shown)) return minutesText(shown, words(language));
     return shown < 10 ? fmt::format("{:.1f}", shown) : fmt::format("{:.0f}", shown);
 }
 
 std::string formatMessage(const MultilingualPraiseMessage& row, const PraiseLanguage& language, double hours) {
-    return replaced(messageTemplate(row, language), "{hours}", hoursText(hours));
+    auto [spoken, text] = messageTemplate(row, language);
+    const std::string shown = hoursText(hours, spoken);
+    if (isShort(hours) && spoken != SupportedLanguage::chinese)
+        return withDuration(std::move(text), shown, words(spoken));
+    return replaced(std::move(text), hoursPlace, shown);
 }
 
 std::optional<std::string> formatReason(const MultilingualPraiseMessage& row, const PraisedDay& day,
                                         const PraiseLanguage& language) {
-    auto reason = reasonTemplate(row, language);
+    const auto reason = reasonTemplate(row, language);
     if (!reason) return std::nullopt;
+    const PraiseWords& known = words(reason->language);
     const auto* longest = row.appTypes ? longestMatch(day, *row.appTypes) : nullptr;
-    if (longest == nullptr) return filledReason(std::move(*reason), "各种应用", day.hours);
-    return filledReason(std::move(*reason), longest->displayName(), durationOf(*longest, day.now) / 1h);
+    if (longest == nullptr) return filledReason(reason->text, known.someApps, day.hours, known);
+    const auto appName = longest->appName.value_or(known.unknownApp);
+    return filledReason(reason->text, appName, durationOf(*longest, day.now) / 1h, known);
 }
 
 }  // namespace quorvane::PraiseMessageDatabase

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "platform/Clock.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <array>
@@ -58,9 +59,10 @@ void CategoryPickerState::toggleTag(const std::string& tag) {
     if (selectedTags.erase(tag) == 0) selectedTags.insert(tag);
 }
 
-void CategoryPickerState::addTags(std::string_view typed) {
+void CategoryPickerState::addTags(std::string_view typed, const Localization& localization) {
     for (const std::string& piece : text::split(typed, ','))
-        if (auto tag = text::trimmedWithNewlines(piece); !tag.empty()) selectedTags.insert(std::move(tag));
+        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty())
+            selectedTags.insert(StoredNames::storedTag(tag, localization));
 }
 
 void CategoryPickerState::save() {

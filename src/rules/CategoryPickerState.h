@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "l10n/Localization.h"
 #include "rules/CategoryTagManager.h"
 #include "store/ActivityRecord.h"
 
@@ -28,8 +29,8 @@ public:
 
     [[nodiscard]] std::vector<ActivityCategory> suggestions() const;
     void toggleTag(const std::string& tag);
-    /// Selects the tags as typed, separated by commas: a comma can be in no tag.
-    void addTags(std::string_view typed);
+    /// Selects the tags that were typed, separated by commas: a comma can be in no tag.
+    void addTags(std::string_view typed, const Localization& localization);
 
     /// Writes the choice to the record, remembers it, applies it to the application's records, and dismisses.
     void save();

@@ -3,9 +3,9 @@
 #include "base/Json.h"
 #include "base/Text.h"
 #include "platform/Clock.h"
-#include "store/ActivityCategory.h"
 #include "store/ActivityRecord.h"
 #include "store/StoreError.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <span>
@@ -89,8 +89,8 @@ void CategoryTagManager::removeCustomCategory(std::string_view name) {
 
 Texts CategoryTagManager::allCategories() const {
     Texts all;
-    for (const auto& [category, name] : RawValues<ActivityCategory>::table)
-        all.emplace_back(name);
+    for (const StoredNames::Name& category : StoredNames::categories)
+        all.emplace_back(category.stored);
     for (std::string& name : customCategories())
         all.push_back(std::move(name));
     return all;

@@ -4,7 +4,6 @@
 #include "platform/UserDefaults.h"
 #include "store/ModelContext.h"
 
-#include <array>
 #include <map>
 #include <optional>
 #include <string>
@@ -24,11 +23,6 @@ public:
         friend bool operator==(const AppPreferences&, const AppPreferences&) = default;
     };
     using AppPreferencesMap = std::map<std::string, AppPreferences, std::less<>>;  ///< by display name
-
-    /// The tags that are offered, in their order.
-    static constexpr std::array<std::string_view, 23> commonTags{
-        "编程", "设计", "写作", "会议", "邮件", "文档", "研究", "培训", "深度工作", "创意工作", "管理", "沟通",
-        "学习", "阅读", "练习", "游戏", "视频", "音乐", "社交", "购物", "运动",     "休息",     "出行"};
 
     CategoryTagManager(platform::UserDefaults& defaults, ConsoleSink& console);
 

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "platform/Clock.h"
 #include "rules/RuleActionPayload.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 
@@ -67,13 +68,18 @@ void RuleDraft::writeTo(Rule& rule) const {
 std::string RuleDraft::summary(const Localization& localization,
                                const std::vector<std::shared_ptr<Project>>& projects) const {
     std::vector<std::string> sentences;
-    if (category) sentences.push_back(localization.text("rule_summary_category", *category));
+    if (category)
+        sentences.push_back(
+            localization.text("rule_summary_category", StoredNames::shownCategory(*category, localization)));
     const auto project = std::find_if(projects.begin(), projects.end(),
                                       [this](const auto& candidate) { return candidate->id() == projectId; });
     if (project != projects.end()) sentences.push_back(localization.text("rule_summary_project", (*project)->name()));
-    if (const auto parsed = parsedTags(); !parsed.empty())
+    auto shownTags = parsedTags();
+    for (std::string& tag : shownTags)
+        tag = StoredNames::shownTag(tag, localization);
+    if (!shownTags.empty())
         sentences.push_back(
-            localization.text("rule_summary_tags", text::joined(parsed, localization.text("list_separator"))));
+            localization.text("rule_summary_tags", text::joined(shownTags, localization.text("list_separator"))));
     if (sentences.empty()) sentences.push_back(localization.text("rule_summary_no_action"));
     return localization.text("rule_summary_template", label(field, localization), label(matchOperator, localization),
                              value, text::joined(sentences, localization.text("sentence_separator")));

@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-/// The built-in categories. The stored word is also the one that people see.
+/// The built-in categories. People read them in their own language, see `StoredNames`.
 enum class ActivityCategory { work, learn, entertainment, exercise, social, rest, travel, shopping, other, idle };
 
 template <>

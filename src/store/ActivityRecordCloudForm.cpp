@@ -18,9 +18,10 @@ std::optional<Uuid> uuidUnder(const platform::CloudRecord& cloudRecord, const ch
 }
 
 void takeProject(ActivityRecord& record, const platform::CloudRecord& cloudRecord, ModelContext* context,
-                 ConsoleSink& console) {
+                 ConsoleSink& console, const Localization& localization) {
     const auto projectId = uuidUnder(cloudRecord, "projectId");
-    if (context != nullptr && projectId) record.project = findOrCreateProject(*projectId, *context, console);
+    if (context != nullptr && projectId)
+        record.project = findOrCreateProject(*projectId, *context, console, localization);
 }
 
 /// Raw text of the enumeration's case, if the text is one of them.
@@ -68,7 +69,7 @@ platform::CloudRecord makeCloudRecord(const ActivityRecord& record) {
 }
 
 std::shared_ptr<ActivityRecord> makeActivityRecord(const platform::CloudRecord& cloudRecord, ModelContext* context,
-                                                   ConsoleSink& console) {
+                                                   ConsoleSink& console, const Localization& localization) {
     const Date now = platform::currentDate();
     auto record = std::make_shared<ActivityRecord>();
     record->id = uuidUnder(cloudRecord, "localId").value_or(Uuid::random());
@@ -83,12 +84,12 @@ std::shared_ptr<ActivityRecord> makeActivityRecord(const platform::CloudRecord& 
     record->createdAt = cloudRecord.get<Date>("createdAt").value_or(now);
     record->updatedAt = cloudRecord.get<Date>("updatedAt").value_or(now);
     record->cloudKitRecordID = cloudRecord.recordName;
-    takeProject(*record, cloudRecord, context, console);
+    takeProject(*record, cloudRecord, context, console, localization);
     return record;
 }
 
 void applyCloudRecord(ActivityRecord& record, const platform::CloudRecord& cloudRecord, ModelContext* context,
-                      ConsoleSink& console) {
+                      ConsoleSink& console, const Localization& localization) {
     const auto updatedAt = cloudRecord.get<Date>("updatedAt");
     if (!updatedAt || *updatedAt <= record.updatedAt()) return;
     record.startTime = cloudRecord.get<Date>("startTime").value_or(record.startTime());
@@ -101,16 +102,17 @@ void applyCloudRecord(ActivityRecord& record, const platform::CloudRecord& cloud
     record.billingStatus = cloudRecord.get<Text>("billingStatus").value_or(record.billingStatus());
     record.updatedAt = *updatedAt;
     record.cloudKitRecordID = cloudRecord.recordName;
-    takeProject(record, cloudRecord, context, console);
+    takeProject(record, cloudRecord, context, console, localization);
 }
 
-std::shared_ptr<Project> findOrCreateProject(const Uuid& id, ModelContext& context, ConsoleSink& console) {
+std::shared_ptr<Project> findOrCreateProject(const Uuid& id, ModelContext& context, ConsoleSink& console,
+                                             const Localization& localization) {
     try {
         const auto found = context.fetch<Project>({.predicate = field(&Project::id) == id});
         if (!found.empty()) return found.front();
         auto project = std::make_shared<Project>();
         project->id = id;
-        project->name = "未分类项目";
+        project->name = localization.text("uncategorized_project");
         project->color = "gray";
         context.insert(project);
         context.save();

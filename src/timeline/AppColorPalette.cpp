@@ -98,27 +98,16 @@ constexpr std::array<Brand, 78> brands{{
 }};
 static_assert(!brands.back().key.empty());
 
-constexpr std::array<Color, 10> lightPalette{{{66, 99, 235},
-                                              {240, 62, 62},
-                                              {12, 166, 120},
-                                              {247, 103, 7},
-                                              {112, 72, 232},
-                                              {16, 152, 173},
-                                              {214, 51, 108},
-                                              {102, 168, 15},
-                                              {47, 158, 68},
-                                              {174, 62, 201}}};
-
-constexpr std::array<Color, 10> darkPalette{{{116, 143, 252},
-                                             {255, 135, 135},
-                                             {56, 217, 169},
-                                             {255, 169, 77},
-                                             {151, 117, 250},
-                                             {59, 201, 219},
-                                             {247, 131, 172},
-                                             {169, 227, 75},
-                                             {105, 219, 124},
-                                             {218, 119, 242}}};
+constexpr std::array<Color, 10> palette{{{66, 99, 235},
+                                         {240, 62, 62},
+                                         {12, 166, 120},
+                                         {247, 103, 7},
+                                         {112, 72, 232},
+                                         {16, 152, 173},
+                                         {214, 51, 108},
+                                         {102, 168, 15},
+                                         {47, 158, 68},
+                                         {174, 62, 201}}};
 
 std::optional<Color> brandColor(std::string_view key) {
     static const auto colors = [] {
@@ -133,21 +122,18 @@ std::optional<Color> brandColor(std::string_view key) {
 
 }  // namespace
 
-Color appColor(const std::optional<std::string>& bundleId, const std::optional<std::string>& appName,
-               const std::optional<std::string>& host, bool isDark) {
-    // The host goes before the name: a page of a hosted assistant has the assistant's colour, not the browser's.
+Color appColor(const std::optional<std::string>& bundleId, const std::optional<std::string>& appName) {
     std::string seed;
-    for (const auto* given : {&bundleId, &host, &appName}) {
+    for (const auto* given : {&bundleId, &appName}) {
         if (!*given || (*given)->empty()) continue;
         std::string key = text::lowercased(**given);
         if (const auto color = brandColor(key)) return *color;
         if (seed.empty()) seed = std::move(key);
     }
-    return hashedColor(seed.empty() ? "unknown" : seed, isDark);
+    return hashedColor(seed.empty() ? "unknown" : seed);
 }
 
-Color hashedColor(std::string_view seed, bool isDark) {
-    const auto& palette = isDark ? darkPalette : lightPalette;
+Color hashedColor(std::string_view seed) {
     return palette[fnv1a(seed) % palette.size()];
 }
 

@@ -6,17 +6,7 @@
 #include <unordered_map>
 
 namespace quorvane {
-namespace {
-
-Color colorOf(const TimelineRecordSnapshot& record) {
-    const std::string key = record.bundleId.value_or(record.appName.value_or("unknown"));
-    return AppColorPalette::appColor(key, key, std::nullopt, false);
-}
-
-}  // namespace
-
-AppStatistics appStatistics(const std::vector<TimelineRecordSnapshot>& records, Date now,
-                            const AppColorFunction& colorFunction) {
+AppStatistics appStatistics(const std::vector<TimelineRecordSnapshot>& records, Date now) {
     AppStatistics statistics;
     auto& stats = statistics.appStats;
     std::unordered_map<std::string, std::size_t> places;
@@ -25,7 +15,7 @@ AppStatistics appStatistics(const std::vector<TimelineRecordSnapshot>& records, 
         if (isNew) stats.push_back({.id = Uuid::random(), .appName = place->first});
         AppStat& stat = stats[place->second];
         stat.hours += (record.endTime.value_or(now) - record.startTime) / 1h;
-        stat.color = colorFunction ? colorFunction(record.bundleId, record.appName, record.url) : colorOf(record);
+        stat.color = AppColorPalette::appColor(record.bundleId, record.appName);
     }
     for (const AppStat& stat : stats)
         statistics.totalHours += stat.hours;

@@ -5,7 +5,6 @@
 #include "base/Uuid.h"
 #include "timeline/TimelineRecordSnapshot.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,7 +14,7 @@ namespace quorvane {
 /// How long one application was used.
 struct AppStat {
     Uuid id;              ///< fresh for each computation
-    std::string appName;  ///< "未知应用" for the records without a name
+    std::string appName;  ///< `StoredNames::unknownApp` for the records without a name
     double hours = 0;
     Color color = colorFromRgb(0x8E8E93);  ///< grey until a record brings one
     double percentage = 0;                 ///< of all hours, 0 to 100
@@ -28,14 +27,8 @@ struct AppStatistics {
     friend bool operator==(const AppStatistics&, const AppStatistics&) = default;
 };
 
-/// A colour for a bundle identifier, a name and a URL.
-using AppColorFunction = std::function<Color(const std::optional<std::string>&, const std::optional<std::string>&,
-                                             const std::optional<std::string>&)>;
-
 /// Hours and share of each application. Open records count until `now`, and all of them as long as they are: none is
-/// left out for being short. The last record of an application decides its colour, which is its brand's or a hashed
-/// one, for light surroundings, unless a function says otherwise.
-[[nodiscard]] AppStatistics appStatistics(const std::vector<TimelineRecordSnapshot>& records, Date now,
-                                          const AppColorFunction& colorFunction = {});
+/// left out for being short. The last record of an application decides its colour.
+[[nodiscard]] AppStatistics appStatistics(const std::vector<TimelineRecordSnapshot>& records, Date now);
 
 }  // namespace quorvane

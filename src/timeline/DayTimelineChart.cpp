@@ -47,9 +47,21 @@ void DayTimelineChart::appear() {
     if (!isFirst) return;
     // The view needs a moment to lay itself out.
     pendingScroll_ = runLoop_.after(0.2s, [weak = weak_.handle()] {
-        if (auto* self = weak.get())
-            self->scrollRequested.send({Calendar::current().components(self->runLoop_.now()).hour, 0.5, 0.5s});
+        if (auto* self = weak.get()) self->scrollToBeginning(0.5s);
     });
+}
+
+void DayTimelineChart::comeBack() {
+    if (isDayKnown_ && !hasUserScrolled_) scrollToBeginning(0s);
+}
+
+/// People look for the present on its day, and for where it begins on another.
+void DayTimelineChart::scrollToBeginning(Seconds duration) {
+    hasUserScrolled_ = false;
+    if (timelineCalendar().isSameDay(runLoop_.now(), selectedDate_))
+        scrollRequested.send({Calendar::current().components(runLoop_.now()).hour, 0.5, duration});
+    else
+        scrollRequested.send({activityHours_.empty() ? 0 : *activityHours_.begin(), 0, duration});
 }
 
 void DayTimelineChart::applicationLeft() {
@@ -65,9 +77,10 @@ void DayTimelineChart::applicationBecameActive() {
     selectDate(now);
 }
 
-void DayTimelineChart::noteScroll(double offset) {
+void DayTimelineChart::noteScroll(double offset, bool isByUser) {
     if (std::abs(-offset - currentScrollOffset_) > scrollGrain) currentScrollOffset_ = -offset;
-    if (std::abs(offset) > scrollNoise) hasUserScrolled_ = true;
+    hasScrolled_ = hasScrolled_ || std::abs(offset) > scrollNoise;
+    hasUserScrolled_ = hasUserScrolled_ || isByUser;
 }
 
 // --- Which time ---------------------------------------------------------------------------------------------------
@@ -160,12 +173,13 @@ void DayTimelineChart::forgetRecords() {
 void DayTimelineChart::finish(std::vector<TimelineProcessedSnapshot> blocks, bool hasRecords) {
     processedRecords_ = TimelineProcessing::makeItems(std::move(blocks));
     hasRecords_ = hasRecords;
-    isDayKnown_ = true;
+    const bool isNew = !std::exchange(isDayKnown_, true);
     rebuildSidebar();
     activityHours_ = TimelineProcessing::activityHours(processedRecords_);
     rebuildHourLayout();
     rebuildGaps();
     changed.send();
+    if (isNew) scrollToBeginning(0s);
 }
 
 void DayTimelineChart::rebuildSidebar() {
@@ -193,6 +207,7 @@ void DayTimelineChart::rebuildHourLayout() {
 
 void DayTimelineChart::clearTimelineCaches() {
     isDayKnown_ = false;
+    pendingScroll_.reset();
     processedRecords_ = {};
     sidebarRecords_ = {};
     sidebarTotalHours_ = 0;
@@ -294,9 +309,9 @@ void DayTimelineChart::zoomTo(double hourHeight) {
     recentreSoon();
 }
 
-/// Notes which hour is in the middle: the present one until the user scrolls.
+/// Notes which hour is in the middle: the present one until something has been scrolled.
 void DayTimelineChart::anchor() {
-    if (hasUserScrolled_) {
+    if (hasScrolled_) {
         lastVisibleHour_ = std::clamp(layout_.hourForY(scrollViewHeight_ * 0.5 - currentScrollOffset_), 0.0, 24.0);
         return;
     }

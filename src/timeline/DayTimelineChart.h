@@ -49,15 +49,17 @@ public:
     /// The records of a range: processes those of its day, if that lies in the range. Until such a range has been
     /// passed it isn't known what happened on the day.
     void setRecords(std::span<const TimelineRecordSnapshot> records, DateInterval range);
-    /// The chart comes on screen: processes, and scrolls to the present hour the first time.
+    /// There is something to show for the first time: processes.
     void appear();
+    /// The view comes on screen again: it stands where the day begins, unless the user has chosen another place.
+    void comeBack();
     /// The user goes to another application.
     void applicationLeft();
     /// The user comes back to the window. If it was left on today, it shows today, though a new day has begun since.
     void applicationBecameActive();
     void setScrollViewHeight(double height) { scrollViewHeight_ = height; }
     /// How far the content reaches above the view's top edge: 0 at the top, positive once it has been scrolled down.
-    void noteScroll(double offset);
+    void noteScroll(double offset, bool isByUser = true);
 
     // Which time
     [[nodiscard]] TimelineViewMode currentViewMode() const { return currentViewMode_; }
@@ -159,6 +161,7 @@ private:
     void zoomTo(double hourHeight);
     void anchor();
     void recentreSoon();
+    void scrollToBeginning(Seconds duration);
     void openProjectSelector(const ChosenRange& range);
     void closeProjectSelector();
     template <class Change>
@@ -197,7 +200,8 @@ private:
     double scrollViewHeight_ = 500;
     double currentScrollOffset_ = 0;
     double lastVisibleHour_ = 12;
-    bool hasUserScrolled_ = false;
+    bool hasScrolled_ = false;
+    bool hasUserScrolled_ = false;  ///< since the day came on screen
 
     std::optional<ProcessedActivityItem> selectedActivity_;
     std::shared_ptr<ProjectTimeAnnotation> selectedProjectAnnotation_;

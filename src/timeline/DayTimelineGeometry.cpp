@@ -1,6 +1,7 @@
 #include "timeline/DayTimelineGeometry.h"
 
 #include "base/TimeText.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <array>
@@ -120,13 +121,15 @@ double centringFraction(const HourLayout& layout, double hour) {
     return height > 0 ? std::clamp(0.5 - (layout.yPosition(hour) - top) / height, 0.0, 1.0) : 0.0;
 }
 
-std::vector<std::string> tooltipLines(const ProcessedActivityItem& item) {
-    return {item.appName, item.windowTitle.value_or(""), fmt::format("时长: {:.1f}小时", item.duration)};
+std::vector<std::string> tooltipLines(const ProcessedActivityItem& item, const Localization& localization) {
+    return {StoredNames::shownApp(item.appName, localization), item.windowTitle.value_or(""),
+            localization.text("timeline_tooltip_duration", fmt::format("{:.1f}", item.duration))};
 }
 
-std::vector<std::string> tooltipLines(const TimeRange& range, ChartPoint mouse, double hourHeight) {
-    return {fmt::format("时间: {}-{}", clockText(range.startHour * 1h), clockText(range.endHour * 1h)),
-            fmt::format("鼠标位置: {:.1f}小时", mouse.y / hourHeight)};
+std::vector<std::string> tooltipLines(const TimeRange& range, ChartPoint mouse, double hourHeight,
+                                      const Localization& localization) {
+    return {localization.text("timeline_tooltip_range", clockText(range.startHour * 1h), clockText(range.endHour * 1h)),
+            localization.text("timeline_tooltip_pointer", fmt::format("{:.1f}", mouse.y / hourHeight))};
 }
 
 }  // namespace quorvane::DayTimelineGeometry

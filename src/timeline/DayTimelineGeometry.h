@@ -1,5 +1,6 @@
 #pragma once
 
+#include "l10n/Localization.h"
 #include "timeline/ClockHours.h"
 #include "timeline/HourLayout.h"
 #include "timeline/ProcessedActivityItem.h"
@@ -89,8 +90,10 @@ struct LaneSpan {
 [[nodiscard]] double centringFraction(const HourLayout& layout, double hour);
 
 /// What the tooltips say, line by line.
-[[nodiscard]] std::vector<std::string> tooltipLines(const ProcessedActivityItem& item);
-[[nodiscard]] std::vector<std::string> tooltipLines(const TimeRange& range, ChartPoint mouse, double hourHeight);
+[[nodiscard]] std::vector<std::string> tooltipLines(const ProcessedActivityItem& item,
+                                                    const Localization& localization);
+[[nodiscard]] std::vector<std::string> tooltipLines(const TimeRange& range, ChartPoint mouse, double hourHeight,
+                                                    const Localization& localization);
 
 }  // namespace DayTimelineGeometry
 }  // namespace quorvane

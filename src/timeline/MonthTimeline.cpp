@@ -46,11 +46,11 @@ MonthCellLine lineOf(const TimelineAnnotation& annotation) {
             .mark = AppColorPalette::projectColor(annotation.projectColor.value_or(""), true)};
 }
 
-MonthCellLine lineOf(const Item& item, bool isDark) {
+MonthCellLine lineOf(const Item& item) {
     const TimelineRecordSnapshot& record = *item.record;
     return {.name = record.displayName(),
             .duration = lengthText(item.length),
-            .mark = AppColorPalette::appColor(record.bundleId, record.appName, {}, isDark)};
+            .mark = AppColorPalette::appColor(record.bundleId, record.appName)};
 }
 
 /// The starts of all days of the month: from day to day, as some are longer and some were left out.
@@ -86,7 +86,7 @@ MonthSimpleCell cell(Date date, const DayRecords& records, const Input& input, c
         if (made.lines.size() < most) made.lines.push_back(lineOf(annotation));
     }
     for (auto item = items.begin(); item != items.end() && made.lines.size() < most; ++item)
-        made.lines.push_back(lineOf(*item, input.isDark));
+        made.lines.push_back(lineOf(*item));
     made.more = static_cast<int>(total - made.lines.size());
     if (total == 0) made.fallback = fallbackText(date, records, input.now);
     return made;

@@ -48,7 +48,6 @@ struct Input {
     std::span<const TimelineAnnotation> annotations;
     Date now;
     double height = cellHeight;
-    bool isDark = false;
 };
 
 /// How many items a cell of this height lists: 3 to 5.

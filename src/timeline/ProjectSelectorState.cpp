@@ -27,13 +27,14 @@ void ProjectSelectorState::setNewProjectName(std::string name) {
     nameError_ = errorOf(newProjectName_);
 }
 
-std::string ProjectSelectorState::errorOf(const std::string& name) const {
+std::optional<TextKey> ProjectSelectorState::errorOf(const std::string& name) const {
     if (name.empty()) return {};
     const std::string trimmed = text::trimmedWithNewlines(name);
-    if (trimmed.empty()) return "项目名称不能为空";
+    if (trimmed.empty()) return TextKey("project_name_empty");
     const bool isTaken =
         std::find(takenNames_.begin(), takenNames_.end(), text::lowercased(trimmed)) != takenNames_.end();
-    return isTaken ? "项目名称已存在" : "";
+    if (isTaken) return TextKey("project_name_taken");
+    return std::nullopt;
 }
 
 }  // namespace quorvane

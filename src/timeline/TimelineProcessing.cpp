@@ -1,6 +1,5 @@
 #include "timeline/TimelineProcessing.h"
 
-#include "base/Url.h"
 #include "timeline/AppColorPalette.h"
 #include "timeline/ClockHours.h"
 
@@ -192,8 +191,7 @@ std::vector<ProcessedActivityItem> makeItems(std::vector<TimelineProcessedSnapsh
     std::vector<ProcessedActivityItem> items;
     items.reserve(blocks.size());
     for (auto& block : blocks) {
-        const auto host = block.url ? urlHost(*block.url) : std::nullopt;
-        const auto color = AppColorPalette::appColor(block.bundleId, block.appName, host, false);
+        const auto color = AppColorPalette::appColor(block.bundleId, block.appName);
         items.push_back({.id = block.id,
                          .stretch = block.stretch,
                          .startHour = block.startHour,

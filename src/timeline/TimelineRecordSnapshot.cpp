@@ -4,6 +4,7 @@
 #include "store/ActivityRecord.h"
 #include "store/LongRecords.h"
 #include "store/ModelContext.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <array>
@@ -12,8 +13,6 @@
 
 namespace quorvane {
 namespace {
-
-constexpr std::string_view unknownApp = "未知应用";
 
 const std::vector<std::string>& columnsOf(RecordDetail detail) {
     static const std::vector<std::string> overview{"id", "start_time", "end_time", "app_bundle_id", "app_name"};
@@ -91,7 +90,7 @@ private:
 }  // namespace
 
 std::string TimelineRecordSnapshot::displayName() const {
-    return appName.value_or(std::string(unknownApp));
+    return appName.value_or(std::string(StoredNames::unknownApp));
 }
 
 bool TimelineRecordSnapshot::isLoginWindow() const {

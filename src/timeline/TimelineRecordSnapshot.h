@@ -27,7 +27,7 @@ struct TimelineRecordSnapshot {
     std::string tags;                     ///< joined by ","
     friend bool operator==(const TimelineRecordSnapshot&, const TimelineRecordSnapshot&) = default;
 
-    /// The name of the application, "未知应用" where there is none.
+    /// The name of the application, `StoredNames::unknownApp` where there is none.
     [[nodiscard]] std::string displayName() const;
 
     /// Is it the window in which people log in? It is on no chart.

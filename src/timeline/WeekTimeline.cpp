@@ -29,11 +29,6 @@ WeekBarGeometry geometry(DateInterval stretch, Date dayStart, const Lane& lane, 
                       .height = height}};
 }
 
-Color colorOf(const TimelineRecordSnapshot& record, bool isDark) {
-    if (record.bundleId) return AppColorPalette::appColor(record.bundleId, {}, {}, isDark);
-    return AppColorPalette::appColor({}, record.appName.value_or("unknown"), {}, isDark);
-}
-
 std::vector<WeekActivityTimelineBar> activityBars(const DayRecords& records, DateInterval visible, const Input& input) {
     DayRecords shown;
     std::vector<LaneItem> items;
@@ -54,7 +49,7 @@ std::vector<WeekActivityTimelineBar> activityBars(const DayRecords& records, Dat
                         .name = std::move(name),
                         .geometry = place,
                         .label = std::move(label),
-                        .color = colorOf(*shown[i], input.isDark)});
+                        .color = AppColorPalette::appColor(shown[i]->bundleId, shown[i]->appName)});
     }
     return bars;
 }

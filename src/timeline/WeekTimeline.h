@@ -63,7 +63,6 @@ struct Input {
     std::span<const TimelineAnnotation> annotations;
     Date now;
     double columnWidth = 120;
-    bool isDark = false;
 };
 
 /// The Monday of the week, its first instant.

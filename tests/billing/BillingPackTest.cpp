@@ -54,7 +54,7 @@ TEST_F(BillingPackTest, DocumentsReadAsTheirFilesDo) {
                                                  aRow("Refund", "ACME", 1, 0, -5, "USD"),
                                                  aRow("Mail", "", 0.25, 0, 0, "USD")};
     const std::vector<BillingDayBreakdown> days = {
-        {monday, 12, 2.25, 1200, {"Web|App", "חשבונות"}, {"Editor", "vim|tmux"}}, {.date = tuesday}};
+        {monday, 12, 2.25, 1200, {"Web|App", "חשבונות"}, {"Editor", "vim|tmux", "社交"}}, {.date = tuesday}};
     const Row rows[] = {
         {"seven-projects", "en", quarter, filters, seven, days,
          "Last 90 days: 20.2 hours of focused work on Web|App 10.5h / חשבונות 4.0h / تطبيق 3.3h, worth EUR 1575.03."},

@@ -12,12 +12,14 @@ namespace quorvane {
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name that the test library looks for
 void PrintTo(const PermissionChecker::TestResult& result, std::ostream* out) {
-    *out << (result.success ? "success: " : "failure: ") << result.message;
+    *out << static_cast<int>(result.outcome) << ": " << result.detail;
 }
 
 namespace {
 
 namespace Name = platform::AccessibleName;
+using TestResult = PermissionChecker::TestResult;
+using Outcome = TestResult::Outcome;
 
 struct FixedURL : BrowserURLSource {
     std::optional<std::string> url;
@@ -32,12 +34,12 @@ protected:
     }
     /// What a test reports once its worker is done.
     PermissionChecker::TestResult resultOf(void (PermissionChecker::*test)(PermissionChecker::Tested)) {
-        PermissionChecker::TestResult found{.message = "not called"};
+        PermissionChecker::TestResult found{.detail = "not called"};
         ((*checker).*test)([&](const PermissionChecker::TestResult& result) {
             EXPECT_TRUE(runLoop.isMainThread());
             found = result;
         });
-        EXPECT_EQ(found.message, "not called");
+        EXPECT_EQ(found.detail, "not called");
         runLoop.runPosted();
         return found;
     }
@@ -157,30 +159,30 @@ TEST_F(PermissionCheckerTest, RefusedKeysAreToldAndThePanesOpen) {
 
 TEST_F(PermissionCheckerTest, TheBrowserTestTellsTheUrlOrWhyThereIsNone) {
     const auto test = [this] { return resultOf(&PermissionChecker::testBrowserURLFetch); };
-    EXPECT_EQ(test(), (PermissionChecker::TestResult{false, "无法获取前台应用"}));
+    EXPECT_EQ(test(), (TestResult{Outcome::nothingInFront}));
     bringToFront("com.vivaldi.Vivaldi");
-    EXPECT_EQ(test(), (PermissionChecker::TestResult{false, "前台应用不是浏览器：com.vivaldi.Vivaldi"}));
+    EXPECT_EQ(test(), (TestResult{Outcome::noBrowser, "com.vivaldi.Vivaldi"}));
     bringToFront("com.google.Chrome");
-    EXPECT_EQ(test(), (PermissionChecker::TestResult{false, "无法获取浏览器URL，可能缺少自动化权限"}));
+    EXPECT_EQ(test(), (TestResult{Outcome::noAddress}));
     browser.url = "https://example.com/";
     for (const char* bundleId : {"com.apple.Safari", "com.google.Chrome", "com.brave.Browser", "com.microsoft.edgemac",
                                  "company.thebrowser.Browser"}) {
         bringToFront(bundleId);
-        EXPECT_EQ(test(), (PermissionChecker::TestResult{true, "https://example.com/"})) << bundleId;
+        EXPECT_EQ(test(), (TestResult{Outcome::found, "https://example.com/"})) << bundleId;
     }
 }
 
 TEST_F(PermissionCheckerTest, TheDocumentTestTellsTheDocumentOrTheTitleOrWhyThereIsNeither) {
     const auto test = [this] { return resultOf(&PermissionChecker::testDocumentPathFetch); };
-    EXPECT_EQ(test(), (PermissionChecker::TestResult{false, "无法获取前台应用"}));
+    EXPECT_EQ(test(), (TestResult{Outcome::nothingInFront}));
     bringToFront("org.example.editor");
-    EXPECT_EQ(test(), (PermissionChecker::TestResult{false, "无法获取文档信息，可能缺少辅助功能或自动化权限"}));
+    EXPECT_EQ(test(), (TestResult{Outcome::noDocument}));
     tree.setApplication(7, "app");
     tree.setElement("app", Name::focusedWindow, "window");
     tree.setText("window", Name::title, "notes");
-    EXPECT_EQ(test(), (PermissionChecker::TestResult{true, "窗口标题: notes"}));
+    EXPECT_EQ(test(), (TestResult{Outcome::titleAlone, "notes"}));
     tree.setText("window", Name::document, "/home/ann/notes.txt");
-    EXPECT_EQ(test(), (PermissionChecker::TestResult{true, "/home/ann/notes.txt"}));
+    EXPECT_EQ(test(), (TestResult{Outcome::found, "/home/ann/notes.txt"}));
 }
 
 }  // namespace

@@ -6,7 +6,8 @@ namespace {
 using CategoriesCommandTest = CliTest;
 
 TEST_F(CategoriesCommandTest, KeepsCategoriesOfYourOwnInTheConfiguration) {
-    const std::string builtIn = "工作\n学习\n娱乐\n运动\n社交\n休息\n出行\n购物\n其他\n空闲\n";
+    const std::string builtIn =
+        "Work\nLearning\nEntertainment\nExercise\nSocial\nRest\nTravel\nShopping\nOther\nIdle\n";
     EXPECT_EQ(outputOf({"categories", "list"}), builtIn);
     EXPECT_EQ(outputOf({"categories", "add", "Writing"}), "");
     EXPECT_EQ(outputOf({"categories", "add", "  Deep \"Work\"\n"}), "");
@@ -25,6 +26,7 @@ TEST_F(CategoriesCommandTest, WhatIsThereAlreadyIsDoneAndWhatIsNotThereIsRefused
     expectRefusal({"categories", "add", " \n"}, 1, "the name can't be empty");
     expectRefusal({"categories", "remove", "Reading"}, 1, "there is no category Reading of your own");
     expectRefusal({"categories", "remove", "工作"}, 1, "there is no category 工作 of your own");
+    setting_.environment["LANGUAGE"] = "zh";
     EXPECT_THAT(outputOf({"categories", "list"}), EndsWith("空闲\nWriting\n"));
 }
 

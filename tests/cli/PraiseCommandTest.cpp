@@ -14,7 +14,7 @@ protected:
 TEST_F(PraiseCommandTest, PrintsASentenceAboutTheDayAndWhy) {
     const Arguments german{"praise", "--date", "2026-03-04", "--now", "2026-03-04T23:30:00Z", "--language", "de"};
     EXPECT_EQ(outputOf(german), "Deine Ideen blühen wie ein Garten im Mai!\n"
-                                "Heute mit Figma [2J gestaltet: 2.5小时\n");
+                                "Heute mit Figma [2J gestaltet: 2.5 Stunden\n");
     Arguments humor = german;
     humor.insert(humor.end(), {"--category", "humor"});
     EXPECT_EQ(outputOf(humor), "Deine Tastatur füllt heimlich einen Urlaubsantrag aus!\n");
@@ -32,7 +32,7 @@ TEST_F(PraiseCommandTest, TellsTheHoursOfTheDayOpenRecordsUntilNow) {
         return outputOf(all);
     };
     EXPECT_EQ(at("2026-03-04T23:30:00Z"), "ساعات اليوم: 3.0، وكل دقيقة تبني مستقبلك!\n");
-    EXPECT_EQ(at("2026-03-05T00:30:00Z"), "ساعات اليوم: 0分钟، وكل دقيقة تبني مستقبلك!\n");
+    EXPECT_EQ(at("2026-03-05T00:30:00Z"), "ساعات اليوم: 0 دقيقة، وكل دقيقة تبني مستقبلك!\n");
     setting_.environment["TZ"] = "Asia/Shanghai";
     EXPECT_EQ(at("2026-03-05T11:00:00Z"), "ساعات اليوم: 12، وكل دقيقة تبني مستقبلك!\n");
 }

@@ -33,6 +33,10 @@ TEST_F(ReportCommandTest, PrintsEverythingAsJsonOrATableWithTotalsAndAMarkForRev
     expectOutput(atThree({"--json"}), "report.json");
     expectOutput(atThree({"--format", "json"}), "report.json");
     expectOutput(atThree({}), "report.txt");
+    EXPECT_THAT(report({"--category", "社交"}), AllOf(HasSubstr("Category: Social"), HasSubstr("Mail")));
+    EXPECT_EQ(report({"--category", "social"}), report({"--category", "社交"}));
+    EXPECT_EQ(outputOf({"categories", "add", "Social"}), "");
+    EXPECT_THAT(report({"--category", "Social"}), Not(HasSubstr("Mail"))) << "a category of one's own";
     setting_.environment["LANGUAGE"] = "zh";
     EXPECT_THAT(report({"--category", "社交"}), AllOf(HasSubstr("类别: 社交"), HasSubstr("均已审核")));
     EXPECT_THAT(report({"--client", "Nobody"}), EndsWith("\n暂无可结算内容\n"));

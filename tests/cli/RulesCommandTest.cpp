@@ -37,7 +37,7 @@ TEST_F(RulesCommandTest, AddsARuleAndShowsItInATable) {
     load(projectLine);
     Arguments arguments{"--now", "2026-03-04T12:00:00Z", "--json", "rules", "add", "--name", "Docs"};
     arguments.insert(arguments.end(), {"--field", "urlHost", "--operator", "equals", "--value", " example.com"});
-    arguments.insert(arguments.end(), {"--category", "工作", "--tag", "a, ,b", "--tag", "c", "--priority", "-7"});
+    arguments.insert(arguments.end(), {"--category", "work", "--tag", "a, ,b", "--tag", "c", "--priority", "-7"});
     arguments.insert(arguments.end(), {"--stop", "--project", "a0000000-0000-4000-8000-000000000000"});
     const Json added = parseJson(outputOf(arguments)).value_or(Json());
     EXPECT_EQ(list(), Json::array({added}));
@@ -50,7 +50,7 @@ TEST_F(RulesCommandTest, AddsARuleAndShowsItInATable) {
                 AllOf(HasSubstr(R"("field":"urlHost")"), HasSubstr(R"("operator":"equals","value":" example.com")")));
     EXPECT_THAT(outputOf({"rules", "list"}),
                 AllOf(HasSubstr("      -7  on     Docs  " + added["id"].get<std::string>()), HasSubstr("example.com"),
-                      HasSubstr("Web"), HasSubstr("工作")));
+                      HasSubstr("Web"), HasSubstr("category to Work.")));
 }
 
 TEST_F(RulesCommandTest, RefusesADraftThatCanNotBeSaved) {

@@ -41,8 +41,10 @@ TEST_F(SharesCommandTest, WithoutAServiceCreatingFailsAndTheObjectStays) {
                              shared, "--project", shared, "--expires", "2026-04-01T00:00:00Z"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err,
-                isRefusal(HasSubstr("CloudKit不可用，请检查iCloud登录状态 (there is no libpq service quorvane ")));
+    EXPECT_THAT(
+        result.err,
+        isRefusal(HasSubstr(
+            "The cloud is not available. Check how this computer signs in. (there is no libpq service quorvane ")));
     Json share = shares().at(0);
     EXPECT_THAT(share["share_token"].get<std::string>(), MatchesRegex("[0-9a-f]{16}"));
     share.erase("id");

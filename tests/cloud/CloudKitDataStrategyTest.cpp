@@ -28,6 +28,7 @@ TEST(CloudKitDataStrategyTest, EachTypeHasItsDatabaseAndItsPredicate) {
 }
 
 TEST(CloudKitDataStrategyTest, AShareIsFoundByItsTokenWhileItIsActive) {
+    const Localization localization("en");
     platform::SimulatedRunLoop loop(Date{});
     platform::SimulatedCloud cloud;
     platform::SimulatedRecordContainer container(cloud);
@@ -37,7 +38,7 @@ TEST(CloudKitDataStrategyTest, AShareIsFoundByItsTokenWhileItIsActive) {
         {"other", {.recordType = "AppConfig", .recordName = "other", .values = {{"isActive", true}}}}};
     const auto found = [&](const std::string& token) {
         CloudKitDataStrategy::ShareLookup result;
-        CloudKitDataStrategy::lookUpShare(token, loop, container.newSession(),
+        CloudKitDataStrategy::lookUpShare(token, loop, container.newSession(), localization,
                                           [&](const auto& lookup) { result = lookup; });
         loop.runPosted();
         return result.errorMessage.value_or(result.share ? result.share->recordName : "none");
@@ -45,7 +46,7 @@ TEST(CloudKitDataStrategyTest, AShareIsFoundByItsTokenWhileItIsActive) {
     EXPECT_THAT((std::vector{found("active"), found("stopped"), found("other"), found("missing")}),
                 ElementsAre("active", "none", "none", "none"));
     cloud.failure.emplace(CloudFailure::Kind::unreachable, "no server");
-    EXPECT_EQ(found("active"), "查询分享链接失败: 同步失败: no server");
+    EXPECT_EQ(found("active"), "The share’s link could not be looked up: Cloud error: no server");
 }
 
 class CloudKitAvailabilityTest : public LoggingTest {};
@@ -78,9 +79,13 @@ TEST(CloudKitSyncErrorTest, EachFailureHasItsWords) {
         const auto error = CloudKitSyncError::from(CloudFailure(kind, "x"));
         EXPECT_EQ(error.code(), code);
         EXPECT_STREQ(error.what(), description);
+        EXPECT_EQ(error.text(Localization("zh")), description);
         EXPECT_EQ(error.cause(), cause);
     }
-    EXPECT_STREQ(CloudKitSyncError(Code::schedulerError, "x").what(), "CloudKit调度器错误: x（这通常不影响功能）");
+    const CloudKitSyncError busy(Code::schedulerError, "x");
+    EXPECT_STREQ(busy.what(), "CloudKit调度器错误: x（这通常不影响功能）");
+    EXPECT_EQ(busy.text(Localization("zh")), busy.what());
+    EXPECT_EQ(busy.text(Localization("en")), "The cloud’s scheduler reports x, which does no harm as a rule");
     EXPECT_STREQ(CloudKitSyncError(Code::invalidData).what(), "数据格式无效");
 }
 

@@ -24,7 +24,8 @@ using platform::SimulatedCloud;
 class Installation {
 public:
     Installation(platform::SimulatedRunLoop& runLoop, SimulatedCloud& cloud)
-        : loop(runLoop), service(runLoop, console, std::make_unique<platform::SimulatedRecordContainer>(cloud)) {}
+        : loop(runLoop),
+          service(runLoop, console, localization, std::make_unique<platform::SimulatedRecordContainer>(cloud)) {}
 
     void begin() {
         service.performFullSync(store.context(),
@@ -60,6 +61,7 @@ public:
     platform::SimulatedRunLoop& loop;
     RecordingConsole console;
     TemporaryStore store;
+    const Localization localization{"zh"};
     CloudKitSyncService service;
     std::vector<std::string> outcomes;
 };
@@ -247,8 +249,9 @@ TEST_F(CloudKitSyncServiceTest, WithoutACloudNothingIsAskedAndAServiceThatGoesTa
         std::vector<std::string> heard;
         if (hasCloud) loop.holdBackground();
         {
-            CloudKitSyncService service(
-                loop, here.console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
+            CloudKitSyncService service(loop, here.console, here.localization,
+                                        hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud)
+                                                 : nullptr);
             EXPECT_EQ(service.isInitialized(), hasCloud);
             service.syncActivityRecords(here.store.context(),
                                         [&](const auto& error) { heard.push_back(error ? error->what() : "done"); });

@@ -46,8 +46,9 @@ protected:
     void restart(bool hasCloud = true) {
         service.reset();
         console.clear();
-        service = std::make_unique<ShareService>(
-            runLoop, console, hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud) : nullptr);
+        service = std::make_unique<ShareService>(runLoop, console, localization,
+                                                 hasCloud ? std::make_unique<platform::SimulatedRecordContainer>(cloud)
+                                                          : nullptr);
     }
 
     // While the background is held these only begin.
@@ -88,6 +89,7 @@ protected:
     /// From now on the store refuses this.
     void refuse(const std::string& sql) { SQLite::Database(store.file().string(), SQLite::OPEN_READWRITE).exec(sql); }
 
+    const Localization localization{"zh"};
     platform::SimulatedCloud cloud;
     std::unique_ptr<ShareService> service;
     Shares made;

@@ -51,7 +51,7 @@ protected:
         click("list item", "Drawing, 12:00 to 13:00");
         press("a");
         EXPECT_TRUE(comes("alert message", "Selected time 12:00 to 13:00"));
-        click("text", "输入项目名称或选择现有项目");
+        click("text", "Name a new project, or choose one above");
         type("Lighthouse");
         click("push button", "Create and Assign");
         EXPECT_TRUE(comes("list item", "Project Lighthouse, 12:00 to 13:00"));

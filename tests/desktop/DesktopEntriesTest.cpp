@@ -165,6 +165,27 @@ TEST_F(DesktopEntriesTest, AProcessIsRecognisedByItsLauncherOrItsProgram) {
         << "a program that two applications share says nothing";
 }
 
+TEST_F(DesktopEntriesTest, TheIconIsFoundByTheIdentifierThatARecordHas) {
+    install("google-chrome", "Name=Chrome\nIcon=google-chrome\n");
+    install("chrome-app", "Name=Page\nIcon=page\nStartupWMClass=crx_abc\n");
+    install("firefox_firefox", "Name=Firefox\nIcon=/snap/firefox/default256.png\n");
+    install("com.visualstudio.code", "Name=Code\nIcon=com.visualstudio.code\n");
+    install("jetbrains-idea-4f1c", "Name=IntelliJ\nIcon=idea\nStartupWMClass=jetbrains-idea\n");
+    install("org.example.Notes", "Name=Notes\nIcon=notes\n");
+    install("code-url-handler", "Name=Code\nIcon=handler\nNoDisplay=true\n");
+    install("plain", "Name=Plain\n");
+    const ApplicationIdentity identity(entries, IdentityTable::builtIn());
+    const std::pair<const char*, const char*> rows[] = {{"com.google.Chrome", "google-chrome"},
+                                                        {"org.mozilla.firefox", "/snap/firefox/default256.png"},
+                                                        {"com.microsoft.vscode", "com.visualstudio.code"},
+                                                        {"com.jetbrains.intellij", "idea"},
+                                                        {"org.example.Notes", "notes"},
+                                                        {"plain", "none"},
+                                                        {"com.apple.Safari", "none"}};
+    for (const auto& [bundleIdentifier, icon] : rows)
+        EXPECT_EQ(identity.icon(bundleIdentifier).value_or("none"), icon) << bundleIdentifier;
+}
+
 TEST_F(DesktopEntriesTest, AnApplicationIsNamedByTableFileOrClass) {
     install("google-chrome", "Name=Google Chrome\n");
     install("org.example.Notes", "Name=Notes\n");

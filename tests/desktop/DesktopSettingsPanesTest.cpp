@@ -25,8 +25,10 @@ protected:
         environment.unset("WAYLAND_DISPLAY");
     }
     [[nodiscard]] std::filesystem::path called() const { return folder / "called"; }
-    void open(const std::string& pane) {
-        panes.open("x-apple.systempreferences:com.apple.preference.security?" + pane);
+    void open(const std::string& pane, bool canOpen) {
+        const std::string url = "x-apple.systempreferences:com.apple.preference.security?" + pane;
+        EXPECT_EQ(panes.canOpen(url), canOpen);
+        panes.open(url);
     }
 
     QtRunLoop runLoop;
@@ -52,7 +54,7 @@ TEST_F(DesktopSettingsPanesTest, TheDesktopsOwnProgramOpens) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.desktop);
         environment.set("XDG_CURRENT_DESKTOP", row.desktop);
-        open(row.pane);
+        open(row.pane, true);
         ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(called()); }));
         EXPECT_EQ(contentOf(called()), row.expected);
         std::filesystem::remove(called());
@@ -68,11 +70,11 @@ TEST_F(DesktopSettingsPanesTest, WhereThereIsNothingToOpenNothingOpens) {
     };
     for (const auto& [desktop, pane] : rows) {
         environment.set("XDG_CURRENT_DESKTOP", desktop);
-        open(pane);
+        open(pane, false);
     }
     environment.set("XDG_CURRENT_DESKTOP", "GNOME");
     environment.set("DISPLAY", "");
-    open("Privacy_Accessibility");
+    open("Privacy_Accessibility", false);
     EXPECT_TRUE(staysTrue([&] { return !std::filesystem::exists(called()); }));
 }
 

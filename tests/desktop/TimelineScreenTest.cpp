@@ -74,7 +74,7 @@ protected:
 TEST_F(TimelineScreenTest, ADrawnRangeGoesToAProjectUnlessThreeHaveItsTime) {
     start();
     draw(13.25, 13.75);
-    click("push button", "Beta");
+    click("list item", "Beta, Not set");
     EXPECT_TRUE(comes("list item", "Project Beta, 13:15 to 13:45"));
     const std::set<std::string> three{"Alpha 12:00-13:00", "Beta 12:00-13:00", "Gamma 12:00-13:00"};
     auto withBeta = three;
@@ -83,7 +83,7 @@ TEST_F(TimelineScreenTest, ADrawnRangeGoesToAProjectUnlessThreeHaveItsTime) {
 
     draw(12.25, 12.75);
     EXPECT_TRUE(comes("label", "3 projects already cover"));
-    click("push button", "Delta");
+    click("list item", "Delta, Not set");
     EXPECT_TRUE(application_->hasWritten("该时间段已达到最大项目数量限制（3个）"));
     EXPECT_TRUE(goes("label", "3 projects already cover"));
     EXPECT_EQ(assignments(), withBeta);
@@ -101,9 +101,9 @@ TEST_F(TimelineScreenTest, TheDetailsOfABlockClassifyIt) {
     // As high as its line, however much the panel said before.
     EXPECT_TRUE(waitUntil([&] { return part("label", "13:30 – 13:45").place.height() < 30; }));
     click("push button", "Edit Category and tags");
-    EXPECT_TRUE(focusComesTo("工作"));
+    EXPECT_TRUE(focusComesTo("Work"));
     EXPECT_THAT(unnamed(), IsEmpty());
-    click("check box", "工作");
+    click("check box", "Work");
     click("push button", "Save");
     EXPECT_TRUE(waitUntil([&] {
         return records() == std::vector<std::string>{"Editor", "Mail 工作", "Quorvane open"};

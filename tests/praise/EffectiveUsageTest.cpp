@@ -57,10 +57,9 @@ TEST(EffectiveUsageTest, WhatRecordsCoverAtOnceCountsForNone) {
 }
 
 TEST(EffectiveUsageTest, ColorsAreThoseOfTheBlocks) {
-    auto page = record("Viewer", "09:00:00", "10:00:00");
-    page.url = "https://claude.ai/new";
-    const auto stats = effectiveUsage({page, record("Slack", "10:00:00", "10:30:00")}, at("12:00:00"));
-    EXPECT_EQ(stats[0].color, AppColorPalette::appColor({}, "Viewer", "claude.ai", false));
+    const auto stats = effectiveUsage(
+        {record("Viewer", "09:00:00", "10:00:00"), record("Slack", "10:00:00", "10:30:00")}, at("12:00:00"));
+    EXPECT_EQ(stats[0].color, AppColorPalette::appColor({}, "Viewer"));
     EXPECT_EQ(stats[1].color, colorFromRgb(0x764FA9));
 }
 

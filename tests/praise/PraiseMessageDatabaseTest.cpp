@@ -182,7 +182,7 @@ TEST(PraiseMessageDatabaseTest, PraiseIsTheSentenceTheReasonAndTheRowThatTheyCom
     EXPECT_EQ(praise.row, &table()[3]);
     EXPECT_EQ(praise.language, german);
     EXPECT_EQ(praise.message, "Deine Ideen blühen wie ein Garten im Mai!");
-    EXPECT_EQ(praise.reason, "Heute mit Figma gestaltet: 1分钟");
+    EXPECT_EQ(praise.reason, "Heute mit Figma gestaltet: 1 Minute");
 
     const Praise fallback = PraiseMessageDatabase::generatePraise(
         {.day = {.hours = 3}, .selectedLanguage = english, .category = PraiseCategory::comparison});

@@ -18,17 +18,20 @@ TEST(PraiseTextsTest, HoursHaveADecimalBelowTenAndBecomeMinutesBelowATenth) {
         {0.96, "1.0"}, {9.949999, "9.9"}, {9.96, "10.0"},   {10, "10"},      {12.4, "12"},      {23.6, "24"},
     };
     for (const auto& [hours, expected] : rows)
-        EXPECT_EQ(PraiseMessageDatabase::hoursText(hours), expected) << hours;
+        EXPECT_EQ(PraiseMessageDatabase::hoursText(hours, chinese), expected) << hours;
+    EXPECT_EQ(PraiseMessageDatabase::hoursText(1 / 60.0, english), "1 minute");
 }
 
-TEST(PraiseTextsTest, MessagesFillEveryPlaceholderAndFallBackToChinese) {
-    const MultilingualPraiseMessage both{.id = "both",
-                                         .messages = {{chinese, "{hours}小时，{hours}！"}, {english, "{hours} h"}}};
-    const MultilingualPraiseMessage englishAlone{.id = "english", .messages = {{english, "{hours} h"}}};
-    EXPECT_EQ(formatMessage(both, {english}, 2), "2.0 h");
+TEST(PraiseTextsTest, MessagesFillEveryPlaceholderInALanguageThatTheyHave) {
+    const MultilingualPraiseMessage both{
+        .id = "both", .messages = {{chinese, "{hours}小时，{hours}！"}, {english, "{hours} hours, {hours}!"}}};
+    const MultilingualPraiseMessage chineseAlone{.id = "chinese", .messages = {{chinese, "{hours}小时"}}};
+    EXPECT_EQ(formatMessage(both, {english}, 2), "2.0 hours, 2.0!");
     EXPECT_EQ(formatMessage(both, {english, chinese}, 2), "2.0小时，2.0！");
-    EXPECT_EQ(formatMessage(both, {english, german}, 0.05), "3分钟小时，3分钟！");
-    EXPECT_EQ(formatMessage(englishAlone, {english, german}, 2), "你今天努力了2.0小时，继续保持！");
+    EXPECT_EQ(formatMessage(both, {chinese}, 0.05), "3分钟小时，3分钟！");
+    EXPECT_EQ(formatMessage(both, {english, german}, 0.05), "3 minutes, 3 minutes!");
+    EXPECT_EQ(formatMessage(chineseAlone, {english, german}, 2), "2.0小时");
+    EXPECT_EQ(formatMessage({.id = "empty"}, {english}, 0.05), "You put in 3 minutes today. Keep it up!");
     EXPECT_EQ(formatMessage({.id = "empty"}, {chinese}, 12.4), "你今天努力了12小时，继续保持！");
 }
 
@@ -73,6 +76,7 @@ TEST_F(PraiseReasonTest, TellsTheLongestRecordOfTheNamedApplicationsAlone) {
     EXPECT_EQ(reason(), "你今天用Visual Studio Code编程了1.0小时");
     add("07:00:00", "08:36:00", std::nullopt, "com.example.xcode");
     EXPECT_EQ(reason(), "你今天用未知应用编程了1.6小时");
+    EXPECT_EQ(reason({german}), "Heute mit einer unbekannten App programmiert: 1.6 Stunden");
 }
 
 TEST_F(PraiseReasonTest, WithoutSuchARecordItTellsTheHoursOfTheDay) {
@@ -81,7 +85,7 @@ TEST_F(PraiseReasonTest, WithoutSuchARecordItTellsTheHoursOfTheDay) {
     EXPECT_EQ(reason(), "你今天用各种应用编程了6.0小时");
     add("15:00:00", "15:30:00", "Xcode");
     row_.appTypes.reset();
-    EXPECT_EQ(reason({english}), "You coded with 各种应用 for 6.0小时 hours today");
+    EXPECT_EQ(reason({english}), "You coded with various apps for 6.0 hours today");
 }
 
 TEST_F(PraiseReasonTest, LooksForTheTemplateInTheSelectedLanguageAndThenInThreeMore) {
@@ -92,7 +96,7 @@ TEST_F(PraiseReasonTest, LooksForTheTemplateInTheSelectedLanguageAndThenInThreeM
     EXPECT_EQ(reasonIn({{english, "en"}, {chinese, "zh"}, {french, "fr"}, {german, "de"}}), "de");
     EXPECT_EQ(reasonIn({{english, "en"}, {chinese, "zh"}, {french, "fr"}}), "fr");
     EXPECT_EQ(reasonIn({{english, "en"}, {chinese, "zh"}}), "zh");
-    EXPECT_EQ(reasonIn({{english, "{hours}, {hours}小时"}}), "6.0小时, 6.0小时");
+    EXPECT_EQ(reasonIn({{english, "{hours}, {hours} hours"}}), "6.0 hours, 6.0 hours");
     EXPECT_EQ(reasonIn({{japanese, "ja"}}), std::nullopt);
     EXPECT_EQ(reasonIn({}), std::nullopt);
     row_.reasonTemplates.reset();

@@ -65,7 +65,7 @@ TEST(CardContentTest, TheTitleFollowsTheFlagsAndAnEmptyDaySaysSo) {
     };
     for (const auto& [name, choice, title, note, values] : rows) {
         SCOPED_TRACE(name);
-        const CardContent content = cardContent(shareImageConfig(choice));
+        const CardContent content = cardContent(shareImageConfig(choice), Localization("zh"));
         std::vector<std::string> shown;
         for (const auto& row : content.rows)
             shown.push_back(row.value);
@@ -75,7 +75,7 @@ TEST(CardContentTest, TheTitleFollowsTheFlagsAndAnEmptyDaySaysSo) {
     }
     auto config = shareImageConfig({.appStats = two});
     config.shouldShowAppChart = false;
-    EXPECT_THAT(cardContent(config).rows, IsEmpty());
+    EXPECT_THAT(cardContent(config, Localization("zh")).rows, IsEmpty());
 }
 
 TEST(CardContentTest, TheHighlightedApplicationStandsOutAndIsAlwaysAmongThoseShown) {
@@ -84,7 +84,8 @@ TEST(CardContentTest, TheHighlightedApplicationStandsOutAndIsAlwaysAmongThoseSho
         many[i].appName = std::string(1, static_cast<char>('A' + i));
     const auto shown = [&](const std::optional<std::string>& key) {
         std::vector<std::string> names;
-        for (const auto& row : cardContent(shareImageConfig({.appStats = many, .selectedAppKey = key}), 4).rows)
+        for (const auto& row :
+             cardContent(shareImageConfig({.appStats = many, .selectedAppKey = key}), Localization("en"), 4).rows)
             names.push_back(row.name + (row.isHighlighted ? "!" : "") + (row.isFaded ? "-" : ""));
         return names;
     };
@@ -95,9 +96,10 @@ TEST(CardContentTest, TheHighlightedApplicationStandsOutAndIsAlwaysAmongThoseSho
 }
 
 TEST(CardContentTest, HoursAreWrittenAsInTheSentence) {
-    const std::pair<double, std::string> rows[] = {{12.4, "12h"}, {6.75, "6.8h"}, {0.05, "3分钟"}};
-    for (const auto& [hours, expected] : rows) {
-        const CardContent content = cardContent(shareImageConfig({.totalHours = hours}));
+    const std::tuple<const char*, double, std::string> rows[] = {
+        {"zh", 12.4, "12h"}, {"zh", 6.75, "6.8h"}, {"zh", 0.05, "3分钟"}, {"en", 0.05, "3min"}};
+    for (const auto& [language, hours, expected] : rows) {
+        const CardContent content = cardContent(shareImageConfig({.totalHours = hours}), Localization(language));
         EXPECT_EQ(content.hours + content.unit, expected);
     }
 }

@@ -55,7 +55,7 @@ TEST_F(CategoryPickerStateTest, SavingWritesRemembersAndReachesAllRecordsInThisO
     state.toggleTag("b");
     state.toggleTag("c");
     state.toggleTag("c");
-    state.addTags(" a ,, \n");
+    state.addTags(" a ,, \n", Localization("en"));
     bool isDismissed = false;
     const auto subscription = state.dismissed.subscribe([&] { isDismissed = true; });
     state.save();

@@ -95,21 +95,21 @@ TEST(RuleDraftTest, SummarisesInTheUsersLanguage) {
     project->name = "{Harbour}";
     const RuleDraft whole = draft([&](RuleDraft& d) {
         d.projectId = project->id();
-        d.tags = "b,it's";
+        d.tags = "编程,it's";
     });
     const Localization english("en");
     EXPECT_EQ(whole.summary(english, {project}),
-              "When: Application contains “mail”. Then: Set the category to 社交. Assign it to {Harbour}. "
-              "Add the tags b, it's.");
+              "When: Application contains “mail”. Then: Set the category to Social. Assign it to {Harbour}. "
+              "Add the tags Programming, it's.");
     EXPECT_EQ(draft([](RuleDraft& d) {
                   d.category.reset();
                   d.projectId = Uuid();
               }).summary(english, {project}),
               "When: Application contains “mail”. Then: Nothing happens yet. Choose a category, a project or tags.");
     EXPECT_EQ(draft([](RuleDraft& d) { d.field = RuleDraft::Field::appBundleId; }).summary(english, {}),
-              "When: Bundle ID contains “mail”. Then: Set the category to 社交.");
+              "When: Bundle ID contains “mail”. Then: Set the category to Social.");
     const std::string chinese = whole.summary(Localization("zh"), {project});
-    EXPECT_THAT(chinese, AllOf(HasSubstr("社交"), HasSubstr("b、it's"), HasSubstr("{Harbour}")));
+    EXPECT_THAT(chinese, AllOf(HasSubstr("社交"), HasSubstr("编程、it's"), HasSubstr("{Harbour}")));
     EXPECT_NE(chinese, whole.summary(english, {project}));
 }
 

@@ -103,15 +103,18 @@ protected:
         merge(*record, with(form, "updatedAt", at("10:00:00")), nullptr);
         return columns(*record);
     }
-    void merge(Record& record, const Form& form, ModelContext* into) { applyCloudRecord(record, form, into, console); }
+    void merge(Record& record, const Form& form, ModelContext* into) {
+        applyCloudRecord(record, form, into, console, localization);
+    }
     std::shared_ptr<Record> made(const Form& form, ModelContext* in = nullptr) {
-        return makeActivityRecord(form, in, console);
+        return makeActivityRecord(form, in, console, localization);
     }
 
     platform::ClockOverride clock{[] { return at("12:00:00"); }};
     TemporaryStore store;
     ModelContext& context = store.context();
     RecordingConsole console;
+    const Localization localization{"zh"};
 };
 
 TEST_F(ActivityRecordCloudFormTest, ARecordTravelsWithAllItsValues) {
@@ -241,8 +244,8 @@ TEST_F(ActivityRecordCloudFormTest, TheProjectIsFoundOrMadeWhereThereIsAContext)
 }
 
 TEST_F(ActivityRecordCloudFormTest, APlaceholderProjectIsSavedAtOnce) {
-    const auto project = findOrCreateProject(projectId, context, console);
-    EXPECT_EQ(findOrCreateProject(projectId, context, console), project);
+    const auto project = findOrCreateProject(projectId, context, console, localization);
+    EXPECT_EQ(findOrCreateProject(projectId, context, console, localization), project);
     const auto saved = store.anotherContext()->fetch<Project>();
     ASSERT_THAT(saved, SizeIs(1));
     EXPECT_EQ(saved[0]->id(), projectId);
@@ -265,7 +268,7 @@ TEST_F(ActivityRecordCloudFormTest, AFailedSaveLeavesThePlaceholderPendingAndSay
     EXPECT_EQ(store.anotherContext()->count<Project>(), 2U);
 
     other.exec("DROP TABLE project");
-    EXPECT_EQ(findOrCreateProject(projectId, context, console), nullptr);
+    EXPECT_EQ(findOrCreateProject(projectId, context, console, localization), nullptr);
     EXPECT_THAT(console.lines(), ElementsAre(testing::_, StartsWith("查找或创建项目失败: ")));
 }
 

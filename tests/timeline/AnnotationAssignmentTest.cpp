@@ -65,15 +65,15 @@ TEST_F(AnnotationAssignmentTest, ThePanelHidesProjectsThatHaveTheTimeAndChecksNe
     EXPECT_EQ(panel.hiddenCount(), 1);
     struct Row {
         const char* name;
-        const char* error;
+        std::optional<TextKey> error;
         bool canCreate;
     };
-    const Row rows[] = {{"", "", false},
-                        {" \n", "项目名称不能为空", false},
-                        {" WEB ", "项目名称已存在", false},
-                        {"äpp", "项目名称已存在", false},
-                        {"New", "", true},
-                        {"", "", false}};
+    const Row rows[] = {{"", {}, false},
+                        {" \n", TextKey("project_name_empty"), false},
+                        {" WEB ", TextKey("project_name_taken"), false},
+                        {"äpp", TextKey("project_name_taken"), false},
+                        {"New", {}, true},
+                        {"", {}, false}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         panel.setNewProjectName(row.name);

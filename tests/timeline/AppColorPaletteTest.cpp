@@ -1,5 +1,11 @@
 #include "timeline/AppColorPalette.h"
 
+#include "timeline/AppStatistics.h"
+#include "timeline/MonthTimeline.h"
+#include "timeline/OverviewBuilders.h"
+#include "timeline/TimelineProcessing.h"
+#include "timeline/WeekTimeline.h"
+
 #include <gtest/gtest.h>
 #include <initializer_list>
 
@@ -9,7 +15,7 @@ namespace {
 using AppColorPalette::appColor;
 using AppColorPalette::hashedColor;
 
-TEST(AppColorPaletteTest, GivesAllNamesOfAProductItsColorInAnyPositionCaseAndAppearance) {
+TEST(AppColorPaletteTest, GivesAllNamesOfAProductItsColorInAnyPositionAndCase) {
     struct Row {
         const char* color;
         std::initializer_list<const char*> keys;
@@ -29,57 +35,56 @@ TEST(AppColorPaletteTest, GivesAllNamesOfAProductItsColorInAnyPositionCaseAndApp
     for (const Row& row : rows)
         for (const char* key : row.keys) {
             SCOPED_TRACE(key);
-            EXPECT_EQ(hexText(appColor(key, {}, {}, false)), row.color);
-            EXPECT_EQ(hexText(appColor({}, key, {}, true)), row.color);
-            EXPECT_EQ(hexText(appColor({}, {}, key, false)), row.color);
+            EXPECT_EQ(hexText(appColor(key, {})), row.color);
+            EXPECT_EQ(hexText(appColor({}, key)), row.color);
         }
 }
 
-TEST(AppColorPaletteTest, AsksForBundleHostAndNameInThisOrderAndHashesTheFirstThatSaysSomething) {
+TEST(AppColorPaletteTest, AsksForBundleAndNameInThisOrderAndHashesTheFirstThatSaysSomething) {
     using Text = std::optional<std::string>;
     struct Row {
         const char* name;
         Text bundleId;
         Text appName;
-        Text host;
         Color expected;
     };
     const Color safari = colorFromRgb(0x1B7AE9);
-    const Color assistant = colorFromRgb(0xD67147);
     const Row rows[] = {
-        {"a known bundle goes before the host", "com.apple.Safari", "Safari", "claude.ai", safari},
-        {"the host goes before the name", "org.example.browser", "Safari", "Claude.AI", assistant},
-        {"the name is left", "org.example.browser", "Safari", "example.com", safari},
-        {"nothing known: bundle", "org.GIMP.gimp", "Gimp", "example.com", hashedColor("org.gimp.gimp", false)},
-        {"nothing known: host", "", "Gimp", "Example.com", hashedColor("example.com", false)},
-        {"nothing known: name", {}, "Gimp", "", hashedColor("gimp", false)},
-        {"nothing at all", {}, {}, {}, hashedColor("unknown", false)},
-        {"empty texts", "", "", "", hashedColor("unknown", false)},
+        {"a known bundle", "com.apple.Safari", "Claude", safari},
+        {"a known name", "org.example.browser", "Safari", safari},
+        {"nothing known: bundle", "org.GIMP.gimp", "Gimp", hashedColor("org.gimp.gimp")},
+        {"nothing known: name", "", "Gimp", hashedColor("gimp")},
+        {"nothing at all", {}, {}, hashedColor("unknown")},
+        {"empty texts", "", "", hashedColor("unknown")},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(hexText(appColor(row.bundleId, row.appName, row.host, false)), hexText(row.expected));
+        EXPECT_EQ(hexText(appColor(row.bundleId, row.appName)), hexText(row.expected));
     }
-    EXPECT_EQ(appColor({}, {}, {}, true), hashedColor("unknown", true));
+}
+
+TEST(AppColorPaletteTest, ARecordHasOneColorInDayWeekMonthAndSums) {
+    const Date noon = march(3, "12:00:00");
+    auto page = activity("Slack", march(3, "09:00:00"), march(3, "10:00:00"));
+    page.bundleId = "org.example.browser";
+    page.url = "https://claude.ai/new";
+    const std::vector records{page};
+    const DayRecords ofDay{&page};
+    const Color color = appColor(page.bundleId, page.appName);
+    EXPECT_EQ(TimelineProcessing::makeItems(TimelineProcessing::process(records, noon, mondayFirst()))[0].color, color);
+    EXPECT_EQ(WeekTimeline::column(noon, ofDay, {.now = noon}, mondayFirst()).activities.at(0).color, color);
+    EXPECT_EQ(MonthTimeline::cell(noon, ofDay, {.now = noon}, mondayFirst(), mondayFirst()).lines.at(0).mark, color);
+    EXPECT_EQ(appStatistics(records, noon).appStats.at(0).color, color);
 }
 
 TEST(AppColorPaletteTest, HashesATextToTheSameColorForEver) {
-    struct Row {
-        const char* seed;
-        const char* light;
-        const char* dark;
+    const std::pair<const char*, const char*> rows[] = {
+        {"example.com", "#4263EB"}, {"l", "#F03E3E"}, {"e", "#0CA678"},    {"d", "#F76707"},
+        {"写作", "#7048E8"},        {"a", "#D6336C"}, {"", "#66A80F"},     {"unknown", "#1098AD"},
+        {"Gimp", "#2F9E44"},        {"b", "#AE3EC9"}, {"gimp", "#7048E8"},
     };
-    const Row rows[] = {
-        {"example.com", "#4263EB", "#748FFC"}, {"l", "#F03E3E", "#FF8787"},    {"e", "#0CA678", "#38D9A9"},
-        {"d", "#F76707", "#FFA94D"},           {"写作", "#7048E8", "#9775FA"}, {"unknown", "#1098AD", "#3BC9DB"},
-        {"a", "#D6336C", "#F783AC"},           {"", "#66A80F", "#A9E34B"},     {"Gimp", "#2F9E44", "#69DB7C"},
-        {"b", "#AE3EC9", "#DA77F2"},           {"gimp", "#7048E8", "#9775FA"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.seed);
-        EXPECT_EQ(hexText(hashedColor(row.seed, false)), row.light);
-        EXPECT_EQ(hexText(hashedColor(row.seed, true)), row.dark);
-    }
+    for (const auto& [seed, color] : rows)
+        EXPECT_EQ(hexText(hashedColor(seed)), color) << seed;
 }
 
 }  // namespace

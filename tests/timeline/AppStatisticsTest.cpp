@@ -30,7 +30,7 @@ std::vector<Row> rowsOf(const AppStatistics& statistics) {
 }
 
 std::string hashed(const char* seed) {
-    return hexText(AppColorPalette::hashedColor(seed, false));
+    return hexText(AppColorPalette::hashedColor(seed));
 }
 
 TEST(AppStatisticsTest, AddsUpTheHoursOfEachNameMostFirstAndAmongEqualsTheFirstThatCame) {
@@ -57,27 +57,12 @@ TEST(AppStatisticsTest, CountsTimeThatRunsBackwardsAndGivesNoSharesWithoutTime) 
                 ElementsAre(Row("A", 1, hashed("a"), 0), Row("B", -1, hashed("b"), 0)));
 }
 
-TEST(AppStatisticsTest, TakesTheColorOfTheLastRecordByBundleOrNameWithoutTheHost) {
-    auto browser = record("org.example.browser", "Web", "09:00:00", "10:00:00");
-    browser.url = "https://claude.ai/";
+TEST(AppStatisticsTest, TakesTheColorOfTheLastRecordByBundleOrName) {
+    const auto browser = record("org.example.browser", "Web", "09:00:00", "10:00:00");
     const auto named = record({}, "Safari", "10:00:00", "10:30:00");
     const auto first = record("com.apple.Safari", "Web", "08:00:00", "08:30:00");
     EXPECT_THAT(rowsOf(appStatistics({first, browser, named}, at("12:00:00"))),
                 ElementsAre(Row("Web", 1.5, hashed("org.example.browser"), 75), Row("Safari", 0.5, "#1B7AE9", 25)));
-}
-
-TEST(AppStatisticsTest, AsksTheColorFunctionInstead) {
-    auto browser = record("org.example.browser", "Web", "09:00:00", "10:00:00");
-    browser.url = "https://claude.ai/";
-    std::vector<std::tuple<Text, Text, Text>> asked;
-    const auto statistics = appStatistics({browser, record({}, {}, "10:00:00", "11:00:00")}, at("12:00:00"),
-                                          [&](const Text& bundleId, const Text& appName, const Text& url) {
-                                              asked.emplace_back(bundleId, appName, url);
-                                              return colorFromRgb(appName ? 0x123456 : 0x654321);
-                                          });
-    EXPECT_THAT(rowsOf(statistics), ElementsAre(Row("Web", 1, "#123456", 50), Row("未知应用", 1, "#654321", 50)));
-    EXPECT_THAT(asked, ElementsAre(std::tuple<Text, Text, Text>("org.example.browser", "Web", "https://claude.ai/"),
-                                   std::tuple<Text, Text, Text>()));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "timeline/DayTimelineGeometry.h"
 
+#include "store/StoredNames.h"
 #include "support/Matching.h"
 
 namespace quorvane {
@@ -129,9 +130,12 @@ TEST(DayTimelineGeometryTest, AnHourIsCentredByThePlaceInItsRow) {
 
 TEST(DayTimelineGeometryTest, TextsOfTooltips) {
     const ProcessedActivityItem item{.duration = 1.26, .appName = "Editor", .windowTitle = "main.cpp"};
-    EXPECT_THAT(tooltipLines(item), ElementsAre("Editor", "main.cpp", "时长: 1.3小时"));
-    EXPECT_THAT(tooltipLines(TimeRange{604 / 60.0, 24}, {10, 270}, 180),
+    const Localization chinese("zh");
+    EXPECT_THAT(tooltipLines(item, chinese), ElementsAre("Editor", "main.cpp", "时长: 1.3小时"));
+    EXPECT_THAT(tooltipLines(TimeRange{604 / 60.0, 24}, {10, 270}, 180, chinese),
                 ElementsAre("时间: 10:04-24:00", "鼠标位置: 1.5小时"));
+    const ProcessedActivityItem nameless{.appName = std::string(StoredNames::unknownApp)};
+    EXPECT_THAT(tooltipLines(nameless, Localization("en")), ElementsAre("Unknown app", "", "Duration: 0.0 h"));
 }
 
 }  // namespace

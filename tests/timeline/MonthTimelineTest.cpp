@@ -92,7 +92,7 @@ TEST_F(MonthTimelineTest, ListsAnnotationsThenTheLongestRecordsAndCountsTheRest)
     EXPECT_THAT(linesOf(cut), ElementsAre("B 1m", "A 5h", "Long 3h", "Late 2h30m"));
     EXPECT_EQ(cut.more, 2);
     EXPECT_EQ(cut.lines[0].mark, AppColorPalette::projectColor("mint", true));
-    EXPECT_EQ(cut.lines[2].mark, AppColorPalette::appColor({}, "Long", {}, false));
+    EXPECT_EQ(cut.lines[2].mark, AppColorPalette::appColor({}, "Long"));
     height = 300;
     EXPECT_EQ(cellOn(3, records, annotations).more, 1);
     height = 0;

@@ -181,8 +181,8 @@ TEST(TimelineProcessingTest, DrawsRandomDaysAsTheyWere) {
     }
 }
 
-TEST(TimelineProcessingTest, CarriesWhatABlockSaysToItsItemAndColorsItByItsHost) {
-    auto page = records("09:00:00..09:30:00|org.example.browser/-").front();
+TEST(TimelineProcessingTest, CarriesWhatABlockSaysToItsItem) {
+    auto page = records("09:00:00..09:30:00|com.apple.Safari/-").front();
     page.windowTitle = "Chat";
     page.url = "https://Claude.AI/new";
     page.category = "工作";
@@ -198,7 +198,7 @@ TEST(TimelineProcessingTest, CarriesWhatABlockSaysToItsItemAndColorsItByItsHost)
                                       .appName = "未知应用",
                                       .windowTitle = "Chat",
                                       .url = page.url,
-                                      .color = colorFromRgb(0xD67147),
+                                      .color = colorFromRgb(0x1B7AE9),
                                       .category = "工作",
                                       .tags = "a,b"};
     const ProcessedActivityItem second{.stretch = {at("10:00:00"), at("10:30:00")},

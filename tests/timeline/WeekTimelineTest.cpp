@@ -127,12 +127,11 @@ TEST(WeekTimelineTest, NamesAndColorsFallBack) {
     annotations[0].projectColor.reset();
     RecordingConsole console;
     const auto column = WeekTimeline::columns(
-        march(3, "12:00:00"),
-        {.records = records, .annotations = annotations, .now = march(9, "00:00:00"), .isDark = true}, console,
+        march(3, "12:00:00"), {.records = records, .annotations = annotations, .now = march(9, "00:00:00")}, console,
         mondayFirst())[1];
     EXPECT_EQ(column.activities[0].name, "Unknown");
-    EXPECT_EQ(column.activities[0].color, AppColorPalette::hashedColor("unknown", true));
-    EXPECT_EQ(column.activities[1].color, AppColorPalette::hashedColor("org.example.editor", true));
+    EXPECT_EQ(column.activities[0].color, AppColorPalette::hashedColor("unknown"));
+    EXPECT_EQ(column.activities[1].color, AppColorPalette::hashedColor("org.example.editor"));
     EXPECT_EQ(column.projects[0].name, "Unknown");
     EXPECT_EQ(column.projects[0].tone, AppColorPalette::projectTone("fog"));
 }

@@ -31,7 +31,8 @@ public:
     PointerEventSource& pointer() override { return pointer_; }
     SimulatedPresence& presence() override { return presence_; }
     SystemEvents& systemEvents() override { return systemEvents_; }
-    SettingsPanes& settingsPanes() override { return settingsPanes_; }
+    SimulatedSettingsPanes& settingsPanes() override { return settingsPanes_; }
+    ApplicationIcons& applicationIcons() override { return applicationIcons_; }
     SimulatedAccessibility& accessibility() override { return accessibility_; }
     SimulatedAutomation& automation() override { return automation_; }
     RunningApplications& runningApplications() override { return runningApplications_; }
@@ -147,6 +148,7 @@ private:
     SimulatedPresence presence_;
     SimulatedSystemEvents systemEvents_;
     SimulatedSettingsPanes settingsPanes_;
+    SimulatedApplicationIcons applicationIcons_;
     SimulatedAccessibility accessibility_;
     SimulatedAutomation automation_;
     FrontRunningApplications runningApplications_{foreground_};

@@ -8,8 +8,8 @@
 #include "diagnostics/ConsoleSink.h"
 #include "diagnostics/PerformanceReportPreferences.h"
 #include "l10n/Localization.h"
+#include "platform/ApplicationIcons.h"
 #include "platform/RunLoop.h"
-#include "platform/SettingsPanes.h"
 #include "platform/UserDefaults.h"
 #include "praise/RandomIndex.h"
 #include "rules/CategoryTagManager.h"
@@ -38,7 +38,7 @@ struct AppServices {
     AutoStartManager& autoStartManager;
     platform::UserDefaults& defaults;
     const PerformanceReportPreferences& performanceReports;
-    platform::SettingsPanes& settingsPanes;
+    const platform::ApplicationIcons& applicationIcons;
     ZelkorUpdateController& updates;
     CloudKitSyncService& cloudKitSyncService;
     const Localization& localization;

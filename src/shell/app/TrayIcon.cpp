@@ -5,6 +5,7 @@
 #include "shell/app/StatusNotifierHost.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -56,8 +57,9 @@ bool hasDarkPanel() {
 }  // namespace
 
 TrayIcon::TrayIcon(MenuBarContentView& menuBar, Appearance& appearance, platform::DBusConnection& sessionBus)
-    : menuBar_(menuBar), appearance_(appearance), menuBarChanged_(menuBar.changed.subscribe([this] { update(); })),
-      appearanceChanged_(appearance.changed.subscribe([this] { updateInks(); })) {
+    : menuBar_(menuBar), appearance_(appearance) {
+    subscribe(menuBar.changed, context_, [this] { update(); });
+    subscribe(appearance.changed, context_, [this] { updateInks(); });
     buildMenu();
     StatusNotifierHost::whenThereOrLate(sessionBus, context_, [this] { create(); });
 }

@@ -35,8 +35,6 @@ private:
     QMenu menu_;
     std::vector<MenuBarItem> shown_;  ///< as the actions of the menu stand; empty: all are to be set
     std::unique_ptr<QSystemTrayIcon> icon_;
-    Subscription menuBarChanged_;
-    Subscription appearanceChanged_;
     QObject context_;  // dies first: nothing is created any more
 };
 

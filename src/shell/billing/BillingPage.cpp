@@ -4,7 +4,6 @@
 #include "shell/billing/BillingFilterBar.h"
 #include "shell/billing/BillingTable.h"
 #include "shell/billing/FigureCard.h"
-#include "shell/look/AccessibleRole.h"
 #include "shell/look/Alert.h"
 #include "shell/look/Boxes.h"
 #include "shell/look/Controls.h"
@@ -50,7 +49,7 @@ struct BillingPageParts {
     std::array<FigureCard*, 3> metrics{};
     std::vector<QBoxLayout*> cardRows;
     std::vector<QWidget*> chevrons;
-    QFrame* review = nullptr;
+    Well* review = nullptr;
     IconView* reviewIcon = nullptr;
     Label* reviewCount = nullptr;
     BillingTable* table = nullptr;
@@ -168,11 +167,10 @@ QBoxLayout* BillingPage::cardRow(const std::array<FigureCard*, 3>& cards, bool h
 
 /// How many records wait for a look, and the way to them.
 QWidget* BillingPage::reviewBar() {
-    parts_->review = new QFrame;
+    parts_->review = new Well;
     parts_->reviewIcon = new IconView(QStringLiteral("seal"), 17, &Theme::ok);
     parts_->reviewCount = new Label({}, TypeRole::bodyStrong, &Theme::text);
     parts_->reviewCount->setElided(true);
-    setAccessibleRole(*parts_->review, QAccessible::Grouping);
     auto* const open = pushButton(qt(parts_->texts().text("review_queue_open")), "small");
     connect(open, &QAbstractButton::clicked, this, [this] { dashboard().openReviewQueue(); });
     auto* const line = lineBox(13, parts_->review);
@@ -217,8 +215,7 @@ void BillingPage::addShortcuts() {
         {Qt::Key_P, &BillingDashboardView::previewPack},
         {Qt::Key_E, &BillingDashboardView::exportPack}};
     for (const auto& [key, act] : keys) {
-        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);  // not under a sheet
+        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);  // of a hidden page it rests
         connect(shortcut, &QShortcut::activated, this, [this, act = act] { (dashboard().*act)(); });
     }
 }

@@ -30,14 +30,15 @@ QImage blankCard() {
 
 }  // namespace
 
-ShareImageGenerator::ShareImageGenerator(std::string address) : address_(std::move(address)) {}
+ShareImageGenerator::ShareImageGenerator(const Localization& localization, std::string address)
+    : localization_(localization), address_(std::move(address)) {}
 
 std::optional<ShareImage> ShareImageGenerator::generateShareImage(const ShareImageConfig& config, double scale) const {
     QImage image = blankCard();
     if (image.isNull()) return std::nullopt;
     QPainter painter(&image);
     CardCanvas canvas(painter);
-    ShareImageView{.config = config, .address = address_}.paint(canvas);
+    ShareImageView{.config = config, .localization = localization_, .address = address_}.paint(canvas);
     painter.end();
     if (scale < 1)
         image =
@@ -51,7 +52,7 @@ ShareImageGenerator::Layout ShareImageGenerator::layOut(const ShareImageConfig& 
     QImage image = blankCard();
     QPainter painter(&image);
     CardCanvas canvas(painter, CardCanvas::Texts::leftOut);
-    ShareImageView{.config = config, .address = address_}.paint(canvas);
+    ShareImageView{.config = config, .localization = localization_, .address = address_}.paint(canvas);
     painter.end();
     return {.ground = shareImageOf(image), .texts = canvas.placedTexts()};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Deployment.h"
+#include "l10n/Localization.h"
 #include "praise/ShareImage.h"
 #include "praise/ShareImageConfig.h"
 #include "shell/cards/CardCanvas.h"
@@ -18,8 +19,9 @@ public:
     static constexpr int width = 600;
     static constexpr int height = 900;
 
-    /// `address` is where the code in the foot leads; empty: there is none.
-    explicit ShareImageGenerator(std::string address = std::string(deployment().makerAddress));
+    /// `address` is where the code in the foot leads; empty: there is none. The localization outlives it.
+    explicit ShareImageGenerator(const Localization& localization,
+                                 std::string address = std::string(deployment().makerAddress));
 
     /// The card, or a smaller picture of it (`scale` up to 1). None where there is no memory for it.
     [[nodiscard]] std::optional<ShareImage> generateShareImage(const ShareImageConfig& config, double scale = 1) const;
@@ -32,6 +34,7 @@ public:
     [[nodiscard]] Layout layOut(const ShareImageConfig& config) const;
 
 private:
+    const Localization& localization_;
     std::string address_;
 };
 

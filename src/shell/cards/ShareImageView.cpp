@@ -34,7 +34,7 @@ void ShareImageView::paint(CardCanvas& canvas) const {
     canvas.painter().setLayoutDirection(Qt::LeftToRight);
     const QrCode code = qrCode(address);
     const std::string shortAddress = withoutScheme(address);
-    const CardContent content = cardContent(config);
+    const CardContent content = cardContent(config, localization);
     paintStyle({.canvas = canvas,
                 .config = config,
                 .content = content,

@@ -22,7 +22,8 @@ int paintCard() {
     const auto json = parseJson(text);
     const auto config = json ? shareImageConfigFrom(*json) : std::nullopt;
     if (!config) return fail("standard input holds no configuration of a share card");
-    const auto image = ShareImageGenerator().generateShareImage(*config);
+    const auto localization = Localization::fromEnvironment();
+    const auto image = ShareImageGenerator(localization).generateShareImage(*config);
     if (!image) return fail("there is no memory for the card");
     const std::string png = pngOf(*image);
     std::cout.write(png.data(), static_cast<std::streamsize>(png.size()));

@@ -13,7 +13,8 @@ AppTile::AppTile(QWidget* parent) : QWidget(parent) {
     setAccessibleRole(*this, QAccessible::Graphic);
 }
 
-void AppTile::setApp(Color color, const QString& appName) {
+void AppTile::setApp(const QIcon& icon, Color color, const QString& appName) {
+    icon_ = icon;
     color_ = color;
     appName_ = appName;
     setAccessibleName(appName);
@@ -22,6 +23,7 @@ void AppTile::setApp(Color color, const QString& appName) {
 
 void AppTile::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    if (!icon_.isNull()) return icon_.paint(&painter, rect());
     painter.setRenderHint(QPainter::Antialiasing);
     paintAppTile(painter, QRectF(rect()), toQColor(color_), appName_);
 }

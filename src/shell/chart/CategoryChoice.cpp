@@ -1,14 +1,14 @@
 #include "shell/chart/CategoryChoice.h"
 
-#include "shell/chart/IconMark.h"
-#include "shell/chart/Well.h"
+#include "shell/look/Card.h"
 #include "shell/look/Chip.h"
 #include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
-#include "store/ActivityCategory.h"
+#include "store/StoredNames.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -44,25 +44,26 @@ CategoryChoice::CategoryChoice(std::unique_ptr<CategoryPickerState> state, const
 void CategoryChoice::addSuggestions(QVBoxLayout& page) {
     const auto suggested = state_->suggestions();
     if (suggested.empty()) return;
-    auto* const well = new Well(&Theme::accSoft);
+    auto* const well = new Well("info");
     auto* const box = new QVBoxLayout(well);
     box->setContentsMargins(16, 10, 16, 12);
     box->setSpacing(6);
     auto* const head = new QHBoxLayout;
     head->setSpacing(8);
-    head->addWidget(new IconMark(QStringLiteral("spark"), 16, &Theme::accInk));
-    head->addWidget(new Label(QStringLiteral("智能建议"), TypeRole::label, &Theme::accInk), 1);
+    head->addWidget(new IconView(QStringLiteral("spark"), 16, &Theme::accInk));
+    head->addWidget(new Label(qt(localization_.text("category_suggestions_title")), TypeRole::label, &Theme::accInk),
+                    1);
     box->addLayout(head);
     auto* const line = new QHBoxLayout;
     line->setSpacing(10);
-    line->addWidget(new Label(QStringLiteral("基于应用名称，建议分类："), TypeRole::body, &Theme::text));
+    line->addWidget(new Label(qt(localization_.text("category_suggestions_help")), TypeRole::body, &Theme::text));
     auto* const flow = new FlowLayout(8);
     line->addLayout(flow, 1);
     box->addLayout(line);
     for (const ActivityCategory category : suggested) {
         const std::string name(rawValue(category));
         if (offers(suggestions_, name)) continue;  // two words in the application's name may suggest the same
-        auto* const chip = choiceChip(qt(name));
+        auto* const chip = choiceChip(qt(StoredNames::shownCategory(name, localization_)));
         chip->setCheckable(true);
         connect(chip, &QAbstractButton::clicked, this, [this, name] { select(name); });
         flow->addWidget(chip);
@@ -81,7 +82,7 @@ void CategoryChoice::addCategories(QVBoxLayout& page, const CategoryTagManager& 
     // A category that the user has removed since stays with its records.
     if (present && std::ranges::find(names, *present) == names.end()) names.push_back(*present);
     for (const std::string& name : names) {
-        auto* const chip = choiceChip(qt(name));
+        auto* const chip = choiceChip(qt(StoredNames::shownCategory(name, localization_)));
         chip->setCheckable(true);
         connect(chip, &QAbstractButton::clicked, this,
                 [this, name](bool isChecked) { select(isChecked ? std::optional(name) : std::nullopt); });
@@ -98,8 +99,8 @@ void CategoryChoice::addTags(QVBoxLayout& page) {
     page.addLayout(head);
     tagFlow_ = new FlowLayout(6);
     page.addLayout(tagFlow_);
-    for (const std::string_view tag : CategoryTagManager::commonTags)
-        addTag(std::string(tag));
+    for (const StoredNames::Name& tag : StoredNames::tags)
+        addTag(std::string(tag.stored));
     for (const std::string& tag : state_->selectedTags)
         if (!offers(tags_, tag)) addTag(tag);
     field_ = new TextField(qt(localization_.text("app_pref_custom_tag_placeholder")),
@@ -110,7 +111,7 @@ void CategoryChoice::addTags(QVBoxLayout& page) {
 }
 
 QPushButton* CategoryChoice::addTag(const std::string& tag) {
-    auto* const chip = choiceChip(qt(tag), true);
+    auto* const chip = choiceChip(qt(StoredNames::shownTag(tag, localization_)), true);
     chip->setCheckable(true);
     chip->setChecked(state_->selectedTags.contains(tag));
     connect(chip, &QAbstractButton::clicked, this, [this, tag] {
@@ -123,7 +124,7 @@ QPushButton* CategoryChoice::addTag(const std::string& tag) {
 }
 
 void CategoryChoice::enterTags() {
-    state_->addTags(field_->edit().text().toStdString());
+    state_->addTags(field_->edit().text().toStdString(), localization_);
     field_->edit().clear();
     for (const std::string& tag : state_->selectedTags)
         if (!offers(tags_, tag)) addTag(tag)->show();

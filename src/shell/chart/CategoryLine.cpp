@@ -1,12 +1,13 @@
 #include "shell/chart/CategoryLine.h"
 
 #include "base/Text.h"
-#include "shell/chart/IconMark.h"
 #include "shell/look/Chip.h"
 #include "shell/look/Controls.h"
 #include "shell/look/FlowLayout.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "store/StoredNames.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -28,7 +29,7 @@ void addChip(FlowLayout& chips, const std::string& text, Chip::Tone tone) {
 }  // namespace
 
 CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
-    : QWidget(parent), chips_(new FlowLayout(8)),
+    : QWidget(parent), localization_(localization), chips_(new FlowLayout(8)),
       edit_(iconButton(QStringLiteral("pencil"),
                        qt(localization.text("a11y_edit", localization.text("ui_category_and_tags"))), "ghost small")) {
     auto* const layout = new QHBoxLayout(this);
@@ -36,7 +37,7 @@ CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
     layout->setSpacing(0);
     auto* const mark = new QVBoxLayout;
     mark->setContentsMargins(0, 6, 10, 0);
-    mark->addWidget(new IconMark(QStringLiteral("tag"), 16, &Theme::text2), 0, Qt::AlignTop);
+    mark->addWidget(new IconView(QStringLiteral("tag"), 16, &Theme::text2), 0, Qt::AlignTop);
     layout->addLayout(mark);
     chips_->setContentsMargins(0, 2, 4, 0);
     layout->addLayout(chips_, 1);
@@ -50,9 +51,11 @@ CategoryLine::CategoryLine(const Localization& localization, QWidget* parent)
 void CategoryLine::setChoice(const std::optional<std::string>& category, const std::string& tags) {
     while (const std::unique_ptr<QLayoutItem> item{chips_->takeAt(0)})
         delete item->widget();
-    if (category && !category->empty()) addChip(*chips_, *category, Chip::Tone::info);
+    if (category && !category->empty())
+        addChip(*chips_, StoredNames::shownCategory(*category, localization_), Chip::Tone::info);
     for (const std::string& piece : text::split(tags, ','))
-        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty()) addChip(*chips_, tag, Chip::Tone::neutral);
+        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty())
+            addChip(*chips_, StoredNames::shownTag(tag, localization_), Chip::Tone::neutral);
     updateGeometry();
 }
 

@@ -28,6 +28,7 @@ public:
     Signal<> editWanted;
 
 private:
+    const Localization& localization_;
     FlowLayout* chips_;
     QPushButton* edit_;
     QTimer success_;  ///< runs while the check-circle shows

@@ -1,8 +1,8 @@
 #include "shell/chart/CategorySheet.h"
 
 #include "shell/chart/CategoryChoice.h"
-#include "shell/chart/IconMark.h"
 #include "shell/look/Controls.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
@@ -22,7 +22,7 @@ QWidget* scopeNote(const std::string& appName, const Localization& localization)
     auto* const layout = new QHBoxLayout(note);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
-    layout->addWidget(new IconMark(QStringLiteral("info"), 16, &Theme::text2));
+    layout->addWidget(new IconView(QStringLiteral("info"), 16, &Theme::text2));
     const auto text = localization.text("ui_category_scope_help", isolated(qt(appName)).toStdString());
     auto* const words = new Label(qt(text), TypeRole::labelPlain, &Theme::text2);
     words->setWordWrap(true);

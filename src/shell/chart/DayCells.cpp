@@ -1,6 +1,7 @@
 #include "shell/chart/DayCells.h"
 
 #include "shell/look/Painting.h"
+#include "timeline/TimelineCalendar.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -24,8 +25,10 @@ void DayCells::setDays(std::vector<Day> days) {
 }
 
 void DayCells::startFocusAt(Date day) {
-    if (std::exchange(start_, day) != day) focused_.reset();
+    if (std::exchange(start_, day) == day) return;
+    focused_.reset();
     update();
+    if (hasFocus()) tellFocus();
 }
 
 int DayCells::indexOf(std::optional<Date> date) const {
@@ -103,11 +106,10 @@ void DayCells::hover(int index) {
 
 void DayCells::keyPressEvent(QKeyEvent* event) {
     const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    const int onward = isRightToLeft() ? -1 : 1;
     if (isPlain && !days_.empty()) {
         switch (event->key()) {
-        case Qt::Key_Right: return moveFocus(onward);
-        case Qt::Key_Left: return moveFocus(-onward);
+        case Qt::Key_Right: return moveFocus(1);
+        case Qt::Key_Left: return moveFocus(-1);
         case Qt::Key_Up:
         case Qt::Key_Down:
             if (daysInRow_ > 0) return moveFocus(event->key() == Qt::Key_Up ? -daysInRow_ : daysInRow_);
@@ -123,7 +125,8 @@ void DayCells::keyPressEvent(QKeyEvent* event) {
 
 void DayCells::moveFocus(int steps) {
     const int target = focusedPart() + steps;
-    if (target < 0 || target >= partCount()) return;
+    if (target < 0 || target >= partCount())
+        return left.send(timelineCalendar().addingDays(steps, day(focusedPart()).date));
     focused_ = day(target).date;
     focusMoved.send(partRectangle(target));
     tellFocus();

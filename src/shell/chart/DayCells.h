@@ -26,8 +26,10 @@ public:
     Signal<Date> opened;
     /// The focus came to a day: the rectangle should be on screen.
     Signal<const QRect&> focusMoved;
+    /// The focus goes on to a day that is not among the days.
+    Signal<Date> left;
 
-    /// The day where the focus starts; another one than before takes it along.
+    /// The day where the focus starts; another one than before takes it along. For days that have been set.
     void startFocusAt(Date day);
     /// Null for a date that is not among the days.
     [[nodiscard]] QRect rectangleOf(Date date) const;

@@ -4,8 +4,10 @@
 #include "shell/look/Motion.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QEasingCurve>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
@@ -26,12 +28,12 @@ constexpr double tooltipMargin = 4;
 }  // namespace
 
 DayChartView::Parts::Parts(DayChartView& owner, DayTimelineChart& shown, platform::RunLoop& loop,
-                           const Localization& texts)
+                           const platform::ApplicationIcons& icons, const Localization& texts)
     : view(owner), chart(shown), runLoop(loop), localization(texts), gestures(shown, scene), keys(shown, loop, scene),
       items(owner), scrollBar(new QScrollBar(Qt::Vertical, &owner)),
       emptyState(new EmptyState("timeline", qt(texts.text("ui_no_records_title")),
                                 qt(texts.text("ui_no_records_description")), owner.viewport())),
-      tooltip(new DayChartTooltip(owner.viewport())) {
+      tooltip(new DayChartTooltip(icons, owner.viewport())) {
     emptyState->setAttribute(Qt::WA_TransparentForMouseEvents);
     emptyState->hide();
     scrollBar->hide();
@@ -44,8 +46,8 @@ DayChartView::Parts::Parts(DayChartView& owner, DayTimelineChart& shown, platfor
     animation.setEasingCurve(QEasingCurve::InOutQuad);
     QObject::connect(&animation, &QVariantAnimation::valueChanged, inner,
                      [inner](const QVariant& value) { inner->setValue(value.toInt()); });
-    changed = chart.changed.subscribe([this] { refresh(); });
-    scrollRequested = chart.scrollRequested.subscribe([this](const ScrollTarget& target) { scrollTo(target); });
+    subscribe(chart.changed, view, [this] { refresh(); });
+    subscribe(chart.scrollRequested, view, [this](const ScrollTarget& target) { scrollTo(target); });
 }
 
 // --- State --------------------------------------------------------------------------------------------------------
@@ -109,6 +111,7 @@ void DayChartView::Parts::layOut() {
     }
     emptyState->setVisible(scene.isEmpty);
     const int most = std::max(0, static_cast<int>(std::ceil(height)) - size.height());
+    const QScopedValueRollback placing(isPlacing, true);
     for (QScrollBar* bar : {view.verticalScrollBar(), scrollBar}) {
         bar->setPageStep(size.height());
         bar->setRange(0, most);
@@ -123,6 +126,7 @@ void DayChartView::Parts::scrollTo(const ScrollTarget& target) {
     present();
     const auto hour = static_cast<std::size_t>(std::clamp(target.hour, 0, 23));
     const double row = chart.layout().heights()[hour];
+    const QScopedValueRollback placing(isPlacing, true);
     const double top = chart.layout().offsets()[hour] + target.fraction * (row - view.viewport()->height());
     scrollTo(qRound(top), static_cast<int>(target.duration / 1ms));
 }
@@ -162,9 +166,10 @@ void DayChartView::Parts::dragTo(QPointF viewportPoint) {
     const auto range = DayTimelineGeometry::selectedRange(*chart.selection(), chart.layout());
     if (!range) return tooltip->hide();
     const QPointF point = gestures.dragPoint();
-    tooltip->showRange(DayTimelineGeometry::tooltipLines(*range, {point.x(), point.y()}, chart.hourHeight()),
-                       point - QPointF(0, scroll()),
-                       bounds.adjusted(tooltipMargin, tooltipMargin, -besideChart - tooltipMargin, -tooltipMargin));
+    tooltip->showRange(
+        DayTimelineGeometry::tooltipLines(*range, {point.x(), point.y()}, chart.hourHeight(), localization),
+        point - QPointF(0, scroll()),
+        bounds.adjusted(tooltipMargin, tooltipMargin, -besideChart - tooltipMargin, -tooltipMargin));
 }
 
 /// The nearer to the edge, the faster.
@@ -194,7 +199,7 @@ void DayChartView::Parts::hover(QPointF viewportPoint) {
     double left = viewportPoint.x() + tooltipDrop;
     if (left + DayChartTooltip::cardWidth > bounds.right() - besideChart - tooltipMargin)
         left = viewportPoint.x() - tooltipDrop - DayChartTooltip::cardWidth;
-    tooltip->showBlock(*item, {left, item->yTop - scroll() + tooltipDrop},
+    tooltip->showBlock(*item, localization, {left, item->yTop - scroll() + tooltipDrop},
                        bounds.adjusted(tooltipMargin, tooltipMargin, -besideChart - tooltipMargin, -tooltipMargin));
 }
 

@@ -22,7 +22,8 @@ class EmptyState;
 
 /// What a `DayChartView` is made of, for the files that carry it out.
 struct DayChartView::Parts {
-    Parts(DayChartView& owner, DayTimelineChart& shown, platform::RunLoop& loop, const Localization& texts);
+    Parts(DayChartView& owner, DayTimelineChart& shown, platform::RunLoop& loop,
+          const platform::ApplicationIcons& icons, const Localization& texts);
 
     /// Takes over what the chart holds now, and repaints if anything has changed.
     void refresh();
@@ -69,9 +70,8 @@ struct DayChartView::Parts {
     QBasicTimer dragScroll;
     QPointF pointer;  ///< of the drag under way
     int wheelRest = 0;
+    bool isPlacing = false;                          ///< what scrolls now isn't the user
     std::unique_ptr<platform::WorkItem> nextMinute;  ///< only while visible
-    Subscription changed;
-    Subscription scrollRequested;
 };
 
 }  // namespace quorvane

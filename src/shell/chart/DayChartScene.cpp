@@ -3,6 +3,7 @@
 #include "base/TimeText.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <numeric>
@@ -16,13 +17,13 @@ constexpr double activeLabel = 10;  // from the row's top to the label's centre
 constexpr double collapsedLabel = 8;
 constexpr double closeTarget = 28;
 
-DayChartBlock blockOf(const ProcessedActivityItem& item, double width) {
+DayChartBlock blockOf(const ProcessedActivityItem& item, double width, const Localization& localization) {
     const double height = std::max(item.yBottom - item.yTop, leastBlock);
     const auto lane = DayTimelineGeometry::laneSpan(item.lane, width);
     return {.id = item.id,
             .frame = {lane.left, item.yTop, lane.width, height},
             .color = toQColor(item.color),
-            .name = qt(item.appName),
+            .name = qt(StoredNames::shownApp(item.appName, localization)),
             .title = qt(item.windowTitle.value_or("")),
             .duration = qt(lengthText(item.duration * 1h)),
             .startHour = item.startHour,
@@ -107,7 +108,7 @@ DayChartScene dayChartScene(const DayTimelineChart& chart, double width, const L
         scene.gaps.push_back(gapOf(gap, chart, width, localization));
     scene.blocks.reserve(chart.processedRecords().size());
     for (const ProcessedActivityItem& item : chart.processedRecords())
-        scene.blocks.push_back(blockOf(item, width));
+        scene.blocks.push_back(blockOf(item, width, localization));
     scene.bars.reserve(chart.projectAnnotations().size());
     for (const PlacedProjectAnnotation& placed : chart.projectAnnotations())
         scene.bars.push_back(barOf(placed, chart, width, localization));

@@ -1,9 +1,9 @@
 #include "shell/chart/DayChartTooltip.h"
 
+#include "shell/chart/AppIcon.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
-#include "timeline/HoverIcon.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -31,12 +31,6 @@ void paintCardShadow(QPainter& painter, const QRectF& card) {
                                 Metrics::controlRadius + i);
 }
 
-QIcon iconOf(const ProcessedActivityItem& item) {
-    if (const auto name = hoverIconName(item.bundleId, item.appName))
-        if (QIcon icon = QIcon::fromTheme(qt(std::string(*name))); !icon.isNull()) return icon;
-    return item.bundleId ? QIcon::fromTheme(qt(*item.bundleId)) : QIcon();
-}
-
 void paintLine(QPainter& painter, const QRectF& place, const std::string& text) {
     painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(qt(text), Qt::ElideRight, static_cast<int>(place.width())));
@@ -44,19 +38,21 @@ void paintLine(QPainter& painter, const QRectF& place, const std::string& text) 
 
 }  // namespace
 
-DayChartTooltip::DayChartTooltip(QWidget* parent) : QWidget(parent) {
+DayChartTooltip::DayChartTooltip(const platform::ApplicationIcons& icons, QWidget* parent)
+    : QWidget(parent), icons_(icons) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setLayoutDirection(Qt::LeftToRight);
     hide();
 }
 
-void DayChartTooltip::showBlock(const ProcessedActivityItem& item, QPointF topLeft, const QRectF& bounds) {
+void DayChartTooltip::showBlock(const ProcessedActivityItem& item, const Localization& localization, QPointF topLeft,
+                                const QRectF& bounds) {
     isBlock_ = true;
-    lines_ = DayTimelineGeometry::tooltipLines(item);
+    lines_ = DayTimelineGeometry::tooltipLines(item, localization);
     std::erase(lines_, std::string());  // a window without a title
-    appName_ = qt(item.appName);
+    appName_ = qt(lines_.front());
     color_ = toQColor(item.color);
-    icon_ = iconOf(item);
+    if (std::exchange(block_, item.id) != item.id) icon_ = appIcon(item, icons_);
     showAt(topLeft, bounds);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ApplicationIcons.h"
 #include "timeline/DayTimelineGeometry.h"
 
 #include <QColor>
@@ -16,9 +17,10 @@ class DayChartTooltip : public QWidget {
 public:
     static constexpr int cardWidth = 200;
 
-    explicit DayChartTooltip(QWidget* parent);
+    DayChartTooltip(const platform::ApplicationIcons& icons, QWidget* parent);
 
-    void showBlock(const ProcessedActivityItem& item, QPointF topLeft, const QRectF& bounds);
+    void showBlock(const ProcessedActivityItem& item, const Localization& localization, QPointF topLeft,
+                   const QRectF& bounds);
     void showRange(const std::vector<std::string>& lines, QPointF pointer, const QRectF& bounds);
 
     /// The card in coordinates of the parent.
@@ -32,10 +34,12 @@ private:
     [[nodiscard]] int cardHeight() const;
     void showAt(QPointF topLeft, const QRectF& bounds);
 
+    const platform::ApplicationIcons& icons_;
     std::vector<std::string> lines_;
     bool isBlock_ = false;
     QString appName_;
     QColor color_;
+    Uuid block_;  ///< told of last
     QIcon icon_;  ///< the desktop's, of the application; null if it has none
 };
 

@@ -22,8 +22,8 @@ constexpr double pageShare = 0.9;
 
 }  // namespace
 
-DayChartView::DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, const Localization& localization,
-                           QWidget* parent)
+DayChartView::DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, const platform::ApplicationIcons& icons,
+                           const Localization& localization, QWidget* parent)
     : QAbstractScrollArea(parent) {
     installDayChartAccessibility();
     setFrameShape(QFrame::NoFrame);
@@ -33,7 +33,7 @@ DayChartView::DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, 
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);  // the card below shows its round corners
     viewport()->setMouseTracking(true);
-    parts_ = std::make_unique<Parts>(*this, chart, runLoop, localization);
+    parts_ = std::make_unique<Parts>(*this, chart, runLoop, icons, localization);
 }
 
 DayChartView::~DayChartView() = default;
@@ -87,7 +87,8 @@ void DayChartView::resizeEvent(QResizeEvent* event) {
 }
 
 void DayChartView::scrollContentsBy(int, int) {
-    parts_->chart.noteScroll(parts_->scroll());
+    const bool isByUser = !parts_->isPlacing && parts_->animation.state() != QAbstractAnimation::Running;
+    parts_->chart.noteScroll(parts_->scroll(), isByUser);
     parts_->layOut();
     if (!parts_->gestures.isDragging()) parts_->tooltip->hide();
     viewport()->update();
@@ -99,6 +100,7 @@ bool DayChartView::event(QEvent* event) {
     case QEvent::Show:
         parts_->isStale = true;
         parts_->refresh();
+        parts_->chart.comeBack();
         parts_->followMinutes();
         break;
     case QEvent::Hide:

@@ -2,6 +2,7 @@
 
 #include "base/Signal.h"
 #include "l10n/Localization.h"
+#include "platform/ApplicationIcons.h"
 #include "platform/RunLoop.h"
 #include "timeline/DayTimelineChart.h"
 
@@ -16,8 +17,8 @@ class DayChartView : public QAbstractScrollArea {
 public:
     static constexpr int besideChart = 12;  ///< at the right, for the scroll bar and the ring of a chosen block
 
-    DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, const Localization& localization,
-                 QWidget* parent = nullptr);
+    DayChartView(DayTimelineChart& chart, platform::RunLoop& runLoop, const platform::ApplicationIcons& icons,
+                 const Localization& localization, QWidget* parent = nullptr);
     ~DayChartView() override;
 
     /// The chosen block in coordinates of this widget, as far as it is on screen; null if there is none.

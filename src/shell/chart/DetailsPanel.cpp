@@ -1,14 +1,17 @@
 #include "shell/chart/DetailsPanel.h"
 
 #include "base/TimeText.h"
+#include "shell/chart/AppIcon.h"
 #include "shell/chart/AppTile.h"
 #include "shell/chart/CategoryLine.h"
 #include "shell/chart/DetailsRow.h"
-#include "shell/chart/Well.h"
+#include "shell/look/Card.h"
 #include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -39,7 +42,8 @@ Label* selectable(TypeRole role, QColor Theme::*color) {
 }  // namespace
 
 struct DetailsPanel::Parts {
-    Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const Localization& texts);
+    Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const platform::ApplicationIcons& appIcons,
+          const Localization& texts);
 
     QLayout* head();
     Well* times();
@@ -48,6 +52,7 @@ struct DetailsPanel::Parts {
 
     DetailsPanel& panel;
     DayTimelineChart& chart;
+    const platform::ApplicationIcons& icons;
     const Localization& localization;
     std::optional<ProcessedActivityItem> shown;
     AppTile* tile = new AppTile;
@@ -59,12 +64,11 @@ struct DetailsPanel::Parts {
     DetailsRow* document;
     DetailsRow* webPage;
     CategoryLine* category;
-    Subscription changed;
-    Subscription editWanted;
 };
 
-DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart, const Localization& texts)
-    : panel(owner), chart(shownChart), localization(texts), category(new CategoryLine(texts)) {
+DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart,
+                           const platform::ApplicationIcons& appIcons, const Localization& texts)
+    : panel(owner), chart(shownChart), icons(appIcons), localization(texts), category(new CategoryLine(texts)) {
     const auto row = [this](const char* icon, TextKey caption) {
         return new DetailsRow(QString::fromLatin1(icon), qt(localization.text(caption)),
                               qt(localization.text("ui_copy")));
@@ -88,10 +92,10 @@ DetailsPanel::Parts::Parts(DetailsPanel& owner, DayTimelineChart& shownChart, co
     page->addWidget(new Separator);
     page->addLayout(foot());
 
-    editWanted = category->editWanted.subscribe([this] {
+    subscribe(category->editWanted, panel, [this] {
         if (shown) panel.categoryWanted.send(*shown);
     });
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
     refresh();
 }
 
@@ -113,7 +117,7 @@ QLayout* DetailsPanel::Parts::head() {
 }
 
 Well* DetailsPanel::Parts::times() {
-    auto* const well = new Well(&Theme::sunken);
+    auto* const well = new Well;
     auto* const layout = new QHBoxLayout(well);
     layout->setContentsMargins(12, 8, 12, 8);
     layout->addWidget(range, 1);
@@ -146,8 +150,9 @@ void DetailsPanel::Parts::refresh() {
     const auto& item = shown;
     if (!item) return;  // hidden now; what it says last is left standing
     const QString windowTitle = qt(item->windowTitle.value_or(""));
-    tile->setApp(item->color, qt(item->appName));
-    name->setText(qt(item->appName));
+    const QString appName = qt(StoredNames::shownApp(item->appName, localization));
+    tile->setApp(appIcon(*item, icons), item->color, appName);
+    name->setText(appName);
     title->setText(windowTitle);
     title->setVisible(!windowTitle.isEmpty());
     range->setText(isolated(qt(clockText(item->startHour * 1h) + " – " + clockText(item->endHour * 1h))));
@@ -158,8 +163,9 @@ void DetailsPanel::Parts::refresh() {
     category->setChoice(item->category, item->tags);
 }
 
-DetailsPanel::DetailsPanel(DayTimelineChart& chart, const Localization& localization, QWidget* parent)
-    : Card(parent), parts_(std::make_unique<Parts>(*this, chart, localization)) {}
+DetailsPanel::DetailsPanel(DayTimelineChart& chart, const platform::ApplicationIcons& icons,
+                           const Localization& localization, QWidget* parent)
+    : Card(parent), parts_(std::make_unique<Parts>(*this, chart, icons, localization)) {}
 
 DetailsPanel::~DetailsPanel() = default;
 

@@ -2,6 +2,7 @@
 
 #include "base/Signal.h"
 #include "l10n/Localization.h"
+#include "platform/ApplicationIcons.h"
 #include "shell/look/Card.h"
 #include "timeline/DayTimelineChart.h"
 
@@ -13,7 +14,8 @@ namespace quorvane {
 /// chosen; whoever owns it hides it else.
 class DetailsPanel : public Card {
 public:
-    DetailsPanel(DayTimelineChart& chart, const Localization& localization, QWidget* parent = nullptr);
+    DetailsPanel(DayTimelineChart& chart, const platform::ApplicationIcons& icons, const Localization& localization,
+                 QWidget* parent = nullptr);
     ~DetailsPanel() override;
 
     /// A check-circle takes the edit button's place for 2 s.

@@ -1,7 +1,7 @@
 #include "shell/chart/DetailsRow.h"
 
-#include "shell/chart/IconMark.h"
 #include "shell/chart/PathText.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Theme.h"
 
 #include <QGridLayout>
@@ -20,7 +20,7 @@ DetailsRow::DetailsRow(const QString& iconName, const QString& caption, const QS
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(0);
     grid->setColumnStretch(1, 1);
-    grid->addWidget(new IconMark(iconName, iconSize, &Theme::text2), 0, 0);
+    grid->addWidget(new IconView(iconName, iconSize, &Theme::text2), 0, 0);
     grid->addWidget(new Label(caption, TypeRole::caption, &Theme::text3), 0, 1);
     grid->addWidget(text_, 1, 1);
 }

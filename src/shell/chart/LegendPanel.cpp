@@ -1,14 +1,13 @@
 #include "shell/chart/LegendPanel.h"
 
-#include "base/Url.h"
-#include "shell/chart/LegendRow.h"
 #include "shell/chart/ProjectHours.h"
-#include "shell/chart/RowsArea.h"
 #include "shell/chart/TotalHours.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
+#include "shell/look/RowList.h"
 #include "shell/look/Theme.h"
-#include "timeline/AppColorPalette.h"
+#include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 #include "timeline/AppStatistics.h"
 
 #include <QVBoxLayout>
@@ -19,32 +18,32 @@ namespace {
 
 constexpr int padding = Metrics::cardPadding - 1;  // the edge of 1 lies inside the card
 
-/// What can be seen; the panel is built anew only when it differs.
-struct Shown {
-    std::string total;
-    std::vector<LegendRow::Content> apps;
-    std::vector<ProjectHours> projects;
-    friend bool operator==(const Shown&, const Shown&) = default;
-};
-
-/// As the blocks beside the list are coloured.
-Color colorOfBlock(const std::optional<std::string>& bundleId, const std::optional<std::string>& appName,
-                   const std::optional<std::string>& url) {
-    return AppColorPalette::appColor(bundleId, appName, url ? urlHost(*url) : std::nullopt, false);
+std::vector<ListRow> appRows(const AppStatistics& statistics, const Localization& localization) {
+    std::vector<ListRow> rows;
+    rows.reserve(statistics.appStats.size());
+    for (const AppStat& stat : statistics.appStats) {
+        const auto name = StoredNames::shownApp(stat.appName, localization);
+        const auto hours = fmt::format("{:.1f}", stat.hours);
+        const auto share = fmt::format("{:.1f}", stat.percentage);
+        rows.push_back({.mark = toQColor(stat.color),
+                        .text = qt(name),
+                        .figures = qt(hours + " h"),
+                        .share = ListRow::Share{stat.percentage / 100, qt(share + '%')},
+                        .accessibleName = qt(localization.text("a11y_legend_row", name, hours, share))});
+    }
+    return rows;
 }
 
-Shown shownOf(const DayTimelineChart& chart, Date now) {
-    const AppStatistics statistics = appStatistics(chart.sidebarRecords(), now, colorOfBlock);
-    Shown shown{.total = fmt::format("{:.1f}", statistics.totalHours),
-                .projects = hoursByProject(chart.projectAnnotations())};
-    shown.apps.reserve(statistics.appStats.size());
-    for (const AppStat& stat : statistics.appStats)
-        shown.apps.push_back({.appName = qt(stat.appName),
-                              .hours = qt(fmt::format("{:.1f}", stat.hours)),
-                              .percentage = qt(fmt::format("{:.1f}", stat.percentage)),
-                              .fraction = stat.percentage / 100,
-                              .color = stat.color});
-    return shown;
+std::vector<ListRow> projectRows(const DayTimelineChart& chart) {
+    std::vector<ListRow> rows;
+    for (const ProjectHours& project : hoursByProject(chart.projectAnnotations())) {
+        const auto hours = fmt::format("{:.1f} h", project.hours);
+        rows.push_back({.tone = AppColorPalette::projectTone(project.color),
+                        .text = qt(project.name),
+                        .figures = qt(hours),
+                        .accessibleName = qt(project.name + ", " + hours)});
+    }
+    return rows;
 }
 
 QVBoxLayout* section(QVBoxLayout& page, int top, int bottom) {
@@ -61,81 +60,59 @@ struct LegendPanel::Parts {
     Parts(LegendPanel& panel, DayTimelineChart& shownChart, platform::RunLoop& clock, const Localization& texts);
 
     void refresh();
-    void showApps();
-    void showProjects();
 
     LegendPanel& panel;
     DayTimelineChart& chart;
     platform::RunLoop& runLoop;
     const Localization& localization;
     TotalHours* total;
-    RowsArea* apps;
+    Label* noApps;
+    RowList* apps;
     Separator* separator;
     Label* projectsTitle;
-    RowsArea* projects;
-    std::optional<Shown> shown;
-    Subscription changed;
+    RowList* projects;
 };
 
 LegendPanel::Parts::Parts(LegendPanel& owner, DayTimelineChart& shownChart, platform::RunLoop& clock,
                           const Localization& texts)
     : panel(owner), chart(shownChart), runLoop(clock), localization(texts), total(new TotalHours),
-      apps(new RowsArea(QStringLiteral("应用使用统计"))), separator(new Separator),
+      noApps(new Label(qt(texts.text("app_usage_empty")), TypeRole::body, &Theme::text3)),
+      apps(new RowList(qt(texts.text("app_usage_title")))), separator(new Separator),
       projectsTitle(new Label(qt(texts.text("ui_projects")), TypeRole::label, &Theme::text2)),
-      projects(new RowsArea(qt(texts.text("ui_projects")))) {
+      projects(new RowList(qt(texts.text("ui_projects")))) {
     auto* const page = new QVBoxLayout(&panel);
     page->setContentsMargins(1, 1, 1, 1);
     page->setSpacing(0);
     auto* const head = section(*page, 13, 9);
-    head->addWidget(new Label(QStringLiteral("应用使用统计"), TypeRole::label, &Theme::text2));
+    head->addWidget(new Label(qt(texts.text("app_usage_title")), TypeRole::label, &Theme::text2));
     head->addSpacing(4);
     head->addWidget(total);
     page->addWidget(new Separator);
+    noApps->setContentsMargins(padding, 14, padding, 16);
+    page->addWidget(noApps);
+    apps->setMargins({padding, 7, padding, 12});
     page->addWidget(apps);
-    apps->rows().setContentsMargins(padding, 10, padding, 16);
-    apps->rows().setSpacing(7);
     page->addWidget(separator);
     section(*page, 12, 6)->addWidget(projectsTitle);
     page->addWidget(projects);
-    projects->rows().setContentsMargins(padding, 0, padding, 12);
-    projects->rows().setSpacing(0);
+    projects->setMargins({padding, 0, padding, 12});
     page->addStretch(1);
-    for (QWidget* part : std::initializer_list<QWidget*>{separator, projectsTitle, projects})
+    for (QWidget* part : std::initializer_list<QWidget*>{noApps, separator, projectsTitle, projects})
         part->hide();
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
 }
 
 void LegendPanel::Parts::refresh() {
     // A drag changes nothing here and sends with every move of the pointer.
     if (!panel.isVisible() || chart.selection() || !chart.isDayKnown()) return;
-    Shown present = shownOf(chart, runLoop.now());
-    if (shown == present) return;
-    const bool hasOtherApps = !shown || shown->apps != present.apps;
-    const bool hasOtherProjects = !shown || shown->projects != present.projects;
-    shown = std::move(present);
-    total->setHours(qt(shown->total));
-    if (hasOtherApps) showApps();
-    if (hasOtherProjects) showProjects();
-}
-
-void LegendPanel::Parts::showApps() {
-    apps->clear();
-    for (const auto& app : shown->apps) {
-        const auto name = localization.text("a11y_legend_row", app.appName.toStdString(), app.hours.toStdString(),
-                                            app.percentage.toStdString());
-        apps->add(new LegendRow(app, qt(name)));
-    }
-    if (shown->apps.empty()) apps->add(new Label(QStringLiteral("暂无应用数据"), TypeRole::body, &Theme::text3));
-}
-
-void LegendPanel::Parts::showProjects() {
-    projects->clear();
-    for (const auto& project : shown->projects)
-        projects->add(new ProjectHoursRow(project, qt(fmt::format("{:.1f} h", project.hours))));
-    const bool hasProjects = !shown->projects.empty();
-    separator->setVisible(hasProjects);
-    projectsTitle->setVisible(hasProjects);
-    projects->setVisible(hasProjects);
+    const AppStatistics statistics = appStatistics(chart.sidebarRecords(), runLoop.now());
+    total->setHours(qt(fmt::format("{:.1f}", statistics.totalHours)));
+    apps->setRows(appRows(statistics, localization));
+    noApps->setVisible(statistics.appStats.empty());
+    auto rows = projectRows(chart);
+    for (QWidget* part : std::initializer_list<QWidget*>{separator, projectsTitle, projects})
+        part->setVisible(!rows.empty());
+    projects->setRows(std::move(rows));
 }
 
 LegendPanel::LegendPanel(DayTimelineChart& chart, platform::RunLoop& runLoop, const Localization& localization,

@@ -4,6 +4,8 @@
 #include "shell/chart/MonthCanvas.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -39,8 +41,6 @@ struct MonthView::Parts {
     const Localization& localization;
     ConsoleSink& console;
     MonthCanvas* canvas;
-    Subscription opened;
-    Subscription focusMoved;
 };
 
 MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
@@ -49,10 +49,11 @@ MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
     const auto annotations = activity.annotations(userCalendar.month(date));
     MonthPicture month{.now = activity.runLoop().now()};
     month.grid = MonthTimeline::grid(
-        date, {.records = activity.records(), .annotations = annotations, .now = month.now, .isDark = theme().isDark},
-        console, userCalendar);
+        date, {.records = activity.records(), .annotations = annotations, .now = month.now}, console, userCalendar);
     month.weekdays = weekdays(date, userCalendar);
-    for (const MonthSimpleCell& cell : month.grid.cells) {
+    for (MonthSimpleCell& cell : month.grid.cells) {
+        for (MonthCellLine& line : cell.lines)
+            line.name = StoredNames::shownApp(line.name, localization);
         month.names.push_back(qt(nameOf(cell, localization)));
         month.more.push_back(cell.more > 0 ? qt(localization.text("ui_more_items", cell.more)) : QString());
     }
@@ -61,11 +62,12 @@ MonthPicture MonthView::Parts::picture(MyActivityView& activity) const {
 
 MonthView::MonthView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
     : OverviewArea(activity, TimelineViewMode::month, parent),
-      parts_(new Parts{localization, console, new MonthCanvas(this), {}, {}}) {
+      parts_(new Parts{localization, console, new MonthCanvas(this)}) {
     setWidget(parts_->canvas);
     setFocusProxy(parts_->canvas);
-    parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
-    parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) {
+    subscribe(parts_->canvas->opened, *this, [this](Date date) { this->activity().chart().openDay(date); });
+    subscribe(parts_->canvas->left, *this, [this](Date date) { this->activity().chart().selectDate(date); });
+    subscribe(parts_->canvas->focusMoved, *this, [this](const QRect& day) {
         ensureVisible(day.center().x(), day.center().y(), day.width() / 2 + 6, day.height() / 2 + 6);
     });
 }
@@ -74,8 +76,8 @@ MonthView::~MonthView() = default;
 
 void MonthView::rebuild() {
     parts_->canvas->setAccessibleName(qt(monthAndYear(activity().chart().selectedDate())));
-    parts_->canvas->startFocusAt(timelineCalendar().startOfDay(activity().chart().selectedDate()));
     parts_->canvas->setMonth(parts_->picture(activity()));
+    parts_->canvas->startFocusAt(timelineCalendar().startOfDay(activity().chart().selectedDate()));
     arrange();
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/LocalTimeZone.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 #include "timeline/TimelineCalendar.h"
 
 #include <QEvent>
@@ -28,7 +29,7 @@ OverviewArea::OverviewArea(MyActivityView& activity, TimelineViewMode mode, QWid
     : QScrollArea(parent), activity_(activity), mode_(mode), blank_(new Blank(this)) {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    changed_ = activity.changed.subscribe([this] { rebuildSoon(); });
+    subscribe(activity.changed, *this, [this] { rebuildSoon(); });
 }
 
 bool OverviewArea::isKnown() const {
@@ -50,8 +51,7 @@ void OverviewArea::hideEvent(QHideEvent* event) {
 
 void OverviewArea::changeEvent(QEvent* event) {
     QScrollArea::changeEvent(event);
-    // Colours of applications depend on the theme, and where texts stand on the font.
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) rebuildSoon();
+    if (event->type() == QEvent::FontChange) rebuildSoon();  // texts stand elsewhere
 }
 
 void OverviewArea::resizeEvent(QResizeEvent* event) {
@@ -69,11 +69,9 @@ void OverviewArea::rebuildNow() {
 
 void OverviewArea::rebuildSoon() {
     if (!isVisible() || std::exchange(isRebuildPosted_, true)) return;
-    activity_.runLoop().post([weak = weak_.handle()] {
-        auto* self = weak.get();
-        if (self == nullptr) return;
-        self->isRebuildPosted_ = false;
-        if (self->isVisible()) self->rebuildNow();
+    postFor(*this, activity_.runLoop(), [this] {
+        isRebuildPosted_ = false;
+        if (isVisible()) rebuildNow();
     });
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "base/TimeZone.h"
-#include "base/Weak.h"
 #include "platform/RunLoop.h"
 #include "shell/state/MyActivityView.h"
 
@@ -44,9 +42,7 @@ private:
     Date rebuiltAt_;
     std::shared_ptr<const TimeZone> zone_;  ///< in which it was rebuilt
     bool isRebuildPosted_ = false;
-    Subscription changed_;
     std::unique_ptr<platform::WorkItem> nextMinute_;
-    WeakSource<OverviewArea> weak_{*this};  // last: dies first, so that no callback meets half a view
 };
 
 }  // namespace quorvane

@@ -7,6 +7,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -17,18 +18,15 @@ namespace {
 
 constexpr int padding = Metrics::cardPadding - 1;  // the edge of 1 lies inside the card
 
-QString fixed(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 }  // namespace
 
 ProjectFoot::ProjectFoot(DayTimelineChart& chart, const Localization& localization, QWidget* parent)
-    : QWidget(parent), chart_(chart), name_(new TextField({}, fixed(ProjectSelectorState::namePlaceholder))),
+    : QWidget(parent), chart_(chart), localization_(localization),
+      name_(new TextField({}, qt(localization.text("project_name_placeholder")))),
       enter_(new QAction(icon(QStringLiteral("enter")), qt(localization.text("ui_create_and_assign")), this)),
-      tones_(new TonePicker(fixed(ProjectSelectorState::colorTitle), localization)),
+      tones_(new TonePicker(qt(localization.text("project_color_title")), localization)),
       create_(pushButton(qt(localization.text("ui_create_and_assign")), "primary")) {
-    name_->setHint(fixed(ProjectSelectorState::namePlaceholder));
+    name_->setHint(qt(localization.text("project_name_placeholder")));
     name_->edit().addAction(enter_, QLineEdit::TrailingPosition);
     auto* const cancel = pushButton(qt(localization.text("cancel")));
 
@@ -37,7 +35,7 @@ ProjectFoot::ProjectFoot(DayTimelineChart& chart, const Localization& localizati
     layout->setSpacing(0);
     layout->addWidget(name_);
     layout->addSpacing(12);
-    layout->addWidget(new Label(fixed(ProjectSelectorState::colorTitle), TypeRole::label, &Theme::text2));
+    layout->addWidget(new Label(qt(localization.text("project_color_title")), TypeRole::label, &Theme::text2));
     layout->addSpacing(8);
     layout->addWidget(tones_);
     layout->addSpacing(16);
@@ -57,7 +55,7 @@ ProjectFoot::ProjectFoot(DayTimelineChart& chart, const Localization& localizati
     connect(enter_, &QAction::triggered, this, [this] { create(); });
     connect(create_, &QAbstractButton::clicked, this, [this] { create(); });
     connect(cancel, &QAbstractButton::clicked, this, [this] { chart_.cancelProjectSelection(); });
-    toneChosen_ = tones_->chosen.subscribe([this](const std::string& tone) {
+    subscribe(tones_->chosen, *this, [this](const std::string& tone) {
         if (auto* const selector = chart_.projectSelector()) selector->selectedColor = tone;
     });
 }
@@ -67,7 +65,8 @@ void ProjectFoot::refresh() {
     if (selector == nullptr) return;
     const QString name = qt(selector->newProjectName());
     if (name_->edit().text() != name) name_->edit().setText(name);  // another selection
-    name_->setError(qt(selector->nameError()));
+    const auto error = selector->nameError();
+    name_->setError(error ? qt(localization_.text(*error)) : QString());
     tones_->setTone(selector->selectedColor);
     enter_->setEnabled(selector->canCreate());
     create_->setEnabled(selector->canCreate());

@@ -26,11 +26,11 @@ private:
     void create();
 
     DayTimelineChart& chart_;
+    const Localization& localization_;
     TextField* name_;
     QAction* enter_;
     TonePicker* tones_;
     QPushButton* create_;
-    Subscription toneChosen_;
 };
 
 }  // namespace quorvane

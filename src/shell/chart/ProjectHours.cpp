@@ -1,24 +1,10 @@
 #include "shell/chart/ProjectHours.h"
 
-#include "shell/chart/RowPainter.h"
-#include "shell/look/AccessibleRole.h"
-#include "shell/look/Painting.h"
-#include "shell/look/Theme.h"
-#include "shell/look/Typography.h"
-
 #include <algorithm>
 #include <functional>
 #include <utility>
 
 namespace quorvane {
-namespace {
-
-constexpr int dotSize = 12;
-constexpr int textStart = 20;
-constexpr int gap = 8;
-
-}  // namespace
-
 std::vector<ProjectHours> hoursByProject(const std::vector<PlacedProjectAnnotation>& annotations) {
     std::vector<std::pair<Uuid, ProjectHours>> found;
     for (const auto& placed : annotations) {
@@ -35,28 +21,6 @@ std::vector<ProjectHours> hoursByProject(const std::vector<PlacedProjectAnnotati
         projects.push_back(std::move(project));
     std::ranges::stable_sort(projects, std::greater(), &ProjectHours::hours);
     return projects;
-}
-
-ProjectHoursRow::ProjectHoursRow(const ProjectHours& project, const QString& hours, QWidget* parent)
-    : QWidget(parent), project_(project), hours_(hours) {
-    setAccessibleRole(*this, QAccessible::ListItem, qt(project.name) + QStringLiteral(", ") + hours);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-}
-
-QSize ProjectHoursRow::sizeHint() const {
-    return {160, lineHeight(TypeRole::body) + 8};
-}
-
-QSize ProjectHoursRow::minimumSizeHint() const {
-    return {0, sizeHint().height()};
-}
-
-void ProjectHoursRow::paintEvent(QPaintEvent*) {
-    RowPainter row(*this);
-    paintProjectDot(row.painter(), QRectF(row.placed({0, (height() - dotSize) / 2, dotSize, dotSize})),
-                    AppColorPalette::projectTone(project_.color));
-    const int hours = row.figures(rect(), TypeRole::body, theme().text, hours_);
-    row.text(rect().adjusted(textStart, 0, -(hours + gap), 0), TypeRole::body, theme().text, qt(project_.name));
 }
 
 }  // namespace quorvane

@@ -2,8 +2,6 @@
 
 #include "timeline/AnnotationLayout.h"
 
-#include <QString>
-#include <QWidget>
 #include <string>
 #include <vector>
 
@@ -19,21 +17,5 @@ struct ProjectHours {
 
 /// The hours of each project, most first, among equals by their first annotation.
 [[nodiscard]] std::vector<ProjectHours> hoursByProject(const std::vector<PlacedProjectAnnotation>& annotations);
-
-/// A project's dot, name and hours.
-class ProjectHoursRow : public QWidget {
-public:
-    ProjectHoursRow(const ProjectHours& project, const QString& hours, QWidget* parent = nullptr);
-
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    ProjectHours project_;
-    QString hours_;  ///< "2.5 h"
-};
 
 }  // namespace quorvane

@@ -1,13 +1,13 @@
 #include "shell/chart/ProjectPanel.h"
 
 #include "shell/chart/ProjectFoot.h"
-#include "shell/chart/ProjectRow.h"
 #include "shell/chart/RangeWell.h"
-#include "shell/chart/RowsArea.h"
 #include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
+#include "shell/look/RowList.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -20,21 +20,18 @@ namespace {
 constexpr int padding = Metrics::cardPadding - 1;  // the edge of 1 lies inside the card
 constexpr int rowPadding = 10;                     // inside a row
 
-/// What the list says of a project.
-struct Offer {
-    std::shared_ptr<Project> project;
-    std::string name;
-    std::string client;
-    std::string color;
-    friend bool operator==(const Offer&, const Offer&) = default;
-};
-
-std::vector<Offer> offersOf(const ProjectSelectorState& selector) {
-    std::vector<Offer> offers;
-    offers.reserve(selector.projects().size());
-    for (const auto& project : selector.projects())
-        offers.push_back({project, project->name(), project->clientName().value_or(""), project->color().value_or("")});
-    return offers;
+std::vector<ListRow> rowsOf(const ProjectSelectorState& selector, const Localization& localization) {
+    std::vector<ListRow> rows;
+    rows.reserve(selector.projects().size());
+    for (const auto& project : selector.projects()) {
+        const auto client = project->clientName().value_or("");
+        const QString note = qt(client.empty() ? localization.text("not_set") : client);
+        rows.push_back({.tone = AppColorPalette::projectTone(project->color().value_or("")),
+                        .text = qt(project->name()),
+                        .note = note,
+                        .accessibleName = qt(project->name()) + QStringLiteral(", ") + note});
+    }
+    return rows;
 }
 
 }  // namespace
@@ -45,35 +42,42 @@ struct ProjectPanel::Parts {
     void addHead(QVBoxLayout& page);
     void chooseRange(const TimeRange& chosen);
     void refresh();
-    void showOffers();
-    void addRow(const Offer& offer, const Project* focused);
 
     ProjectPanel& panel;
     DayTimelineChart& chart;
     const Localization& localization;
     RangeWell* range;
-    RowsArea* rows;
+    RowList* rows;
+    Label* hidden;
     ProjectFoot* foot;
-    std::optional<std::pair<std::vector<Offer>, std::size_t>> shown;  ///< what is offered, and how many are hidden
     bool isChangingRange = false;
-    Subscription changed;
-    Subscription rangeChosen;
 };
 
 ProjectPanel::Parts::Parts(ProjectPanel& owner, DayTimelineChart& shownChart, const Localization& texts)
     : panel(owner), chart(shownChart), localization(texts), range(new RangeWell(texts)),
-      rows(new RowsArea(qt(texts.text("ui_projects")))), foot(new ProjectFoot(shownChart, texts)) {
+      rows(new RowList(qt(texts.text("ui_projects")))), hidden(new Label({}, TypeRole::caption, &Theme::text3)),
+      foot(new ProjectFoot(shownChart, texts)) {
     auto* const page = new QVBoxLayout(&panel);
     page->setContentsMargins(1, 1, 1, 1);
     page->setSpacing(0);
     addHead(*page);
-    rows->rows().setContentsMargins(padding - rowPadding, 6, padding - rowPadding, 12);
-    rows->rows().setSpacing(2);
-    page->addWidget(rows, 1);
+    rows->setPressable();
+    rows->setMargins({padding - rowPadding, 6, padding - rowPadding, 6});
+    connect(rows, &RowList::rowPressed, &panel, [this](int row) {
+        const auto* const selector = chart.projectSelector();
+        if (selector == nullptr) return;
+        const auto project = selector->projects().at(static_cast<std::size_t>(row));  // the list is another one then
+        chart.assignTo(project);
+    });
+    page->addWidget(rows);
+    hidden->setWordWrap(true);
+    hidden->setContentsMargins(padding, 4, padding, 12);
+    page->addWidget(hidden);
+    page->addStretch(1);
     page->addWidget(new Separator);
     page->addWidget(foot);
-    rangeChosen = range->rangeChosen.subscribe([this](const TimeRange& chosen) { chooseRange(chosen); });
-    changed = chart.changed.subscribe([this] { refresh(); });
+    subscribe(range->rangeChosen, panel, [this](const TimeRange& chosen) { chooseRange(chosen); });
+    subscribe(chart.changed, panel, [this] { refresh(); });
     refresh();
 }
 
@@ -114,37 +118,10 @@ void ProjectPanel::Parts::refresh() {
     if (selector == nullptr || isChangingRange) return;  // while it is closed, the owner hides the panel
     range->setRange(selector->timeRange(), chart.selectedLength());
     foot->refresh();
-    if (auto present = std::pair(offersOf(*selector), selector->hiddenCount()); shown != present) {
-        shown = std::move(present);
-        showOffers();
-    }
-}
-
-void ProjectPanel::Parts::showOffers() {
-    const auto* const row = dynamic_cast<ProjectRow*>(panel.focusWidget());
-    const QVariant focused = row != nullptr ? row->property("project") : QVariant();
-    const auto* const focusedProject = static_cast<const Project*>(focused.value<const void*>());
-    if (row != nullptr) range->setFocus();  // unless its project is still offered
-    rows->clear();
-    for (const Offer& offer : shown->first)
-        addRow(offer, focusedProject);
-    if (const auto hidden = shown->second; hidden > 0) {
-        auto* const note =
-            new Label(qt(localization.text("ui_projects_already_assigned", hidden)), TypeRole::caption, &Theme::text3);
-        note->setWordWrap(true);
-        note->setContentsMargins(rowPadding, 10, rowPadding, 0);
-        rows->add(note);
-    }
-    rows->rows().addStretch(1);
-}
-
-void ProjectPanel::Parts::addRow(const Offer& offer, const Project* focused) {
-    const std::string client = offer.client.empty() ? localization.text("not_set") : offer.client;
-    auto* const row = new ProjectRow(qt(offer.name), qt(client), offer.color);
-    row->setProperty("project", QVariant::fromValue(static_cast<const void*>(offer.project.get())));
-    connect(row, &QAbstractButton::clicked, &panel, [this, project = offer.project] { chart.assignTo(project); });
-    rows->add(row);
-    if (offer.project.get() == focused) row->setFocus();
+    rows->setRows(rowsOf(*selector, localization));
+    const auto hiddenCount = selector->hiddenCount();
+    hidden->setText(qt(localization.text("ui_projects_already_assigned", hiddenCount)));
+    hidden->setVisible(hiddenCount > 0);
 }
 
 ProjectPanel::ProjectPanel(DayTimelineChart& chart, const Localization& localization, QWidget* parent)

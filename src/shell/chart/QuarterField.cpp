@@ -1,6 +1,7 @@
 #include "shell/chart/QuarterField.h"
 
 #include "base/TimeText.h"
+#include "shell/look/Controls.h"
 #include "shell/look/Kind.h"
 #include "shell/look/Typography.h"
 

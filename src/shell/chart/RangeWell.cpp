@@ -29,7 +29,7 @@ void set(QuarterField& field, int minutes, int least, int most) {
 }  // namespace
 
 RangeWell::RangeWell(const Localization& localization, QWidget* parent)
-    : Well(&Theme::accSoft, parent), start_(new QuarterField(qt(localization.text("start_time")))),
+    : Well("info", parent), start_(new QuarterField(qt(localization.text("start_time")))),
       end_(new QuarterField(qt(localization.text("end_time")))),
       length_(new Label({}, TypeRole::bodyStrong, &Theme::accInk)) {
     auto* const layout = new QHBoxLayout(this);

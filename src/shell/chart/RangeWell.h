@@ -2,7 +2,7 @@
 
 #include "base/Signal.h"
 #include "l10n/Localization.h"
-#include "shell/chart/Well.h"
+#include "shell/look/Card.h"
 #include "timeline/DayTimelineGeometry.h"
 
 namespace quorvane {

@@ -1,6 +1,6 @@
 #include "shell/chart/WeekSummary.h"
 
-#include "timeline/AppColorPalette.h"
+#include "timeline/ProjectTone.h"
 #include "timeline/WeekTimeline.h"
 
 #include <algorithm>
@@ -17,14 +17,6 @@ TimelineRecordSnapshot cutTo(DateInterval visible, const TimelineRecordSnapshot&
             .endTime = std::min(record.endTime.value_or(visible.end), visible.end),
             .bundleId = record.bundleId,
             .appName = record.appName};
-}
-
-/// The colours of the week's bars.
-AppColorFunction colorsOfBars(bool isDark) {
-    return [isDark](const auto& bundleId, const auto& appName, const auto&) {
-        if (bundleId) return AppColorPalette::appColor(bundleId, {}, {}, isDark);
-        return AppColorPalette::appColor({}, appName.value_or("unknown"), {}, isDark);
-    };
 }
 
 /// By name and colour, as two projects may bear one name.
@@ -59,7 +51,7 @@ std::vector<ProjectStat> projectStats(const ProjectHours& sums) {
 }  // namespace
 
 WeekSummary weekSummary(std::span<const Date> days, const std::vector<DayRecords>& records,
-                        std::span<const TimelineAnnotation> annotations, Date now, bool isDark) {
+                        std::span<const TimelineAnnotation> annotations, Date now) {
     WeekSummary summary;
     std::vector<TimelineRecordSnapshot> parts;
     ProjectHours projectHours;
@@ -75,7 +67,7 @@ WeekSummary weekSummary(std::span<const Date> days, const std::vector<DayRecords
         }
         addHours(projectHours, *visible, annotations);
     }
-    summary.applications = appStatistics(parts, now, colorsOfBars(isDark)).appStats;
+    summary.applications = appStatistics(parts, now).appStats;
     summary.projects = projectStats(projectHours);
     return summary;
 }

@@ -29,6 +29,6 @@ struct WeekSummary {
 
 /// `records` holds the list of each of `days`, short records included.
 [[nodiscard]] WeekSummary weekSummary(std::span<const Date> days, const std::vector<DayRecords>& records,
-                                      std::span<const TimelineAnnotation> annotations, Date now, bool isDark);
+                                      std::span<const TimelineAnnotation> annotations, Date now);
 
 }  // namespace quorvane

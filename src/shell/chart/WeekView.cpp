@@ -1,11 +1,15 @@
 #include "shell/chart/WeekView.h"
 
-#include "shell/chart/SummaryCard.h"
 #include "shell/chart/WeekCanvas.h"
 #include "shell/chart/WeekSummary.h"
+#include "shell/look/Card.h"
+#include "shell/look/Label.h"
 #include "shell/look/Painting.h"
+#include "shell/look/RowList.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
+#include "store/StoredNames.h"
 #include "timeline/CalendarTitles.h"
 #include "timeline/TimelineCalendar.h"
 
@@ -35,19 +39,59 @@ WeekDay weekDay(WeekTimelineColumn column, double hours, Date now) {
             .isComing = date > now};
 }
 
-std::vector<SummaryRow> rowsOf(const std::vector<AppStat>& applications) {
-    std::vector<SummaryRow> rows;
-    for (const AppStat& stat : applications)
-        if (stat.hours >= leastHours) rows.push_back({stat.appName, stat.hours, stat.percentage, stat.color, {}});
+ListRow rowOf(const std::string& name, double hours, double percentage, const Localization& localization) {
+    return {.text = qt(name),
+            .figures = qt(hoursText(hours) + " h"),
+            .accessibleName =
+                qt(localization.text("a11y_legend_row", name, hoursText(hours), fmt::format("{:.1f}", percentage)))};
+}
+
+std::vector<ListRow> rowsOf(const std::vector<AppStat>& applications, const Localization& localization) {
+    std::vector<ListRow> rows;
+    for (const AppStat& stat : applications) {
+        if (stat.hours < leastHours) continue;
+        rows.push_back(
+            rowOf(StoredNames::shownApp(stat.appName, localization), stat.hours, stat.percentage, localization));
+        rows.back().mark = toQColor(stat.color);
+    }
     return rows;
 }
 
-std::vector<SummaryRow> rowsOf(const std::vector<ProjectStat>& projects) {
-    std::vector<SummaryRow> rows;
-    for (const ProjectStat& stat : projects)
-        if (stat.hours >= leastHours) rows.push_back({stat.name, stat.hours, stat.percentage, {}, stat.tone});
+std::vector<ListRow> rowsOf(const std::vector<ProjectStat>& projects, const Localization& localization) {
+    std::vector<ListRow> rows;
+    for (const ProjectStat& stat : projects) {
+        if (stat.hours < leastHours) continue;
+        rows.push_back(rowOf(stat.name, stat.hours, stat.percentage, localization));
+        rows.back().tone = stat.tone;
+    }
     return rows;
 }
+
+/// A card that lists hours in two columns, or says that there are none.
+class SummaryCard : public Card {
+public:
+    SummaryCard(const QString& title, const QString& emptyText, QWidget* parent)
+        : Card(parent), rows_(new RowList(title)), empty_(new Label(emptyText, TypeRole::body, &Theme::text3)) {
+        auto* const column = new QVBoxLayout(this);
+        column->setContentsMargins(Metrics::cardPadding + 1, 12, Metrics::cardPadding + 1, 11);
+        column->setSpacing(6);
+        column->addWidget(new Label(title, TypeRole::label, &Theme::text2));
+        column->addWidget(rows_);
+        column->addWidget(empty_);
+        column->addStretch(1);
+        rows_->setColumns(2);
+    }
+    void setRows(std::vector<ListRow> rows) {
+        empty_->setVisible(rows.empty());
+        rows_->setVisible(!rows.empty());
+        rows_->setRows(std::move(rows));
+        updateGeometry();  // at once, for who asks how high it is
+    }
+
+private:
+    RowList* rows_;
+    Label* empty_;
+};
 
 }  // namespace
 
@@ -55,8 +99,8 @@ struct WeekView::Parts {
     Parts(const Localization& texts, ConsoleSink& sink, QWidget* parent)
         : localization(texts), console(sink), content(new QWidget(parent)), canvas(new WeekCanvas(content)),
           cards(new QWidget(content)), row(new QBoxLayout(QBoxLayout::LeftToRight, cards)),
-          applications(new SummaryCard(QStringLiteral("应用使用统计"), QStringLiteral("暂无应用数据"), texts, cards)),
-          projects(new SummaryCard(qt(texts.text("ui_projects")), QStringLiteral("–"), texts, cards)) {
+          applications(new SummaryCard(qt(texts.text("app_usage_title")), qt(texts.text("app_usage_empty")), cards)),
+          projects(new SummaryCard(qt(texts.text("ui_projects")), QStringLiteral("–"), cards)) {
         row->setContentsMargins(Metrics::timelineMargin, Metrics::cardGap, Metrics::timelineMargin,
                                 Metrics::timelineMargin);
         row->setSpacing(Metrics::cardGap);
@@ -75,8 +119,6 @@ struct WeekView::Parts {
     QBoxLayout* row;
     SummaryCard* applications;
     SummaryCard* projects;
-    Subscription opened;
-    Subscription focusMoved;
     double columnWidth = 0;
     std::optional<Date> selectedDay;  ///< when it was rebuilt last
 };
@@ -88,12 +130,9 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
     const auto annotations = activity.annotations({dates.front(), timelineCalendar().day(dates.back()).end});
     // The short records count in the sums; of the bars a column keeps those that are long enough.
     const auto records = recordsForDates(activity.records(), dates, now, 0s, console);
-    const auto summary = weekSummary(dates, records, annotations, now, theme().isDark);
-    const WeekTimeline::Input input{.records = activity.records(),
-                                    .annotations = annotations,
-                                    .now = now,
-                                    .columnWidth = columnWidth,
-                                    .isDark = theme().isDark};
+    const auto summary = weekSummary(dates, records, annotations, now);
+    const WeekTimeline::Input input{
+        .records = activity.records(), .annotations = annotations, .now = now, .columnWidth = columnWidth};
     std::vector<WeekDay> days;
     std::vector<QString> names;
     for (std::size_t i = 0; i < dates.size(); ++i) {
@@ -103,8 +142,8 @@ void WeekView::Parts::show(MyActivityView& activity, int viewWidth) {
     canvas->setAccessibleName(qt(weekdayAndDay(dates.front()) + " – " + weekdayAndDay(dates.back())));
     canvas->setWeek(std::move(days), names, columnWidth);
     canvas->setNow(now);
-    applications->setRows(rowsOf(summary.applications));
-    projects->setRows(rowsOf(summary.projects));
+    applications->setRows(rowsOf(summary.applications, localization));
+    projects->setRows(rowsOf(summary.projects, localization));
 }
 
 WeekView::WeekView(MyActivityView& activity, const Localization& localization, ConsoleSink& console, QWidget* parent)
@@ -112,8 +151,9 @@ WeekView::WeekView(MyActivityView& activity, const Localization& localization, C
       parts_(std::make_unique<Parts>(localization, console, this)) {
     setWidget(parts_->content);
     setFocusProxy(parts_->canvas);
-    parts_->opened = parts_->canvas->opened.subscribe([this](Date date) { this->activity().chart().openDay(date); });
-    parts_->focusMoved = parts_->canvas->focusMoved.subscribe([this](const QRect& day) { bringOnScreen(day); });
+    subscribe(parts_->canvas->opened, *this, [this](Date date) { this->activity().chart().openDay(date); });
+    subscribe(parts_->canvas->left, *this, [this](Date date) { this->activity().chart().selectDate(date); });
+    subscribe(parts_->canvas->focusMoved, *this, [this](const QRect& day) { bringOnScreen(day); });
 }
 
 WeekView::~WeekView() = default;

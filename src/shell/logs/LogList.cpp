@@ -4,6 +4,7 @@
 #include "shell/logs/LogListModel.h"
 #include "shell/look/Icons.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -25,7 +26,7 @@ LogList::LogList(LogViewerState& state, const Localization& localization, QWidge
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(NoFrame);
     setMouseTracking(true);
-    autoScrollChanged_ = state.autoScrollChanged.subscribe([this] {
+    subscribe(state.autoScrollChanged, *this, [this] {
         if (state_.autoScroll()) scrollToBottom();
     });
 }

@@ -35,7 +35,6 @@ private:
     LogViewerState& state_;
     const Localization& localization_;
     LogListModel* model_;
-    Subscription autoScrollChanged_;
 };
 
 }  // namespace quorvane

@@ -5,6 +5,7 @@
 #include "shell/look/IconView.h"
 #include "shell/look/Theme.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -32,7 +33,7 @@ LogToolBar::LogToolBar(LogViewerState& state, const Localization& localization, 
     follow_->setAccessibleDescription(follow_->toolTip());
     follow_->setChecked(state.autoScroll());
     connect(follow_, &QAbstractButton::toggled, this, [this](bool isOn) { state_.setAutoScroll(isOn); });
-    autoScrollChanged_ = state.autoScrollChanged.subscribe([this] { follow_->setChecked(state_.autoScroll()); });
+    subscribe(state.autoScrollChanged, *this, [this] { follow_->setChecked(state_.autoScroll()); });
     auto* const refresh = iconButton(QStringLiteral("refresh"), qt(localization.text("refresh")), "plain");
     auto* const clear = iconButton(QStringLiteral("trash"), qt(localization.text("clear_logs")), "danger");
     auto* const save = pushButton(qt(localization.text("export_diagnostic_report")));

@@ -32,7 +32,6 @@ private:
     const Localization& localization_;
     QLineEdit* search_;
     QCheckBox* follow_;
-    Subscription autoScrollChanged_;
 };
 
 }  // namespace quorvane

@@ -11,6 +11,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -50,7 +51,7 @@ LogViewSection::LogViewSection(AppLogger& logger, const Localization& localizati
     column->addLayout(makePrivacyNote());
     due_.setSingleShot(true);
     connect(&due_, &QTimer::timeout, this, [this] { refresh(); });
-    logsChanged_ = logger.logsChanged.subscribe([this] {
+    subscribe(logger.logsChanged, *this, [this] {
         if (isVisible()) due_.start(0);
     });
     refresh();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "diagnostics/AppLogger.h"
 #include "l10n/Localization.h"
 
@@ -49,7 +48,6 @@ private:
     QWidget* list_;
     QVBoxLayout* rows_;
     QTimer due_;  ///< one refresh for all that happens in a turn of the event loop
-    Subscription logsChanged_;
 };
 
 }  // namespace quorvane

@@ -6,6 +6,7 @@
 #include "shell/logs/LogToolBar.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 #include "shell/state/LogViewerState.h"
 
 #include <QShortcut>
@@ -38,10 +39,6 @@ struct LogViewerWindow::Parts {
     QStackedWidget* middle;
     LogStatusLine* status;
     QTimer due;  ///< one refresh for all that happens in a turn of the event loop
-    Subscription entriesChanged;
-    Subscription refreshPressed;
-    Subscription clearPressed;
-    Subscription exportPressed;
 };
 
 LogViewerWindow::Parts::Parts(LogViewerWindow& owner, AppLogger& usedLogger, const Localization& texts)
@@ -60,16 +57,16 @@ LogViewerWindow::Parts::Parts(LogViewerWindow& owner, AppLogger& usedLogger, con
     column->addWidget(status);
     due.setSingleShot(true);
     connect(&due, &QTimer::timeout, &window, [this] { refresh(); });
-    entriesChanged = state.entriesChanged.subscribe([this] {
+    subscribe(state.entriesChanged, window, [this] {
         if (window.isVisible()) due.start(0);
     });
-    refreshPressed = tools->refreshPressed.subscribe([this] {
+    subscribe(tools->refreshPressed, window, [this] {
         refresh();
         list->scrollToBottom();
     });
-    clearPressed = tools->clearPressed.subscribe([this] { askToClear(); });
-    exportPressed =
-        tools->exportPressed.subscribe([this] { LogActions::exportReport(window, logger, localization, moduleName); });
+    subscribe(tools->clearPressed, window, [this] { askToClear(); });
+    subscribe(tools->exportPressed, window,
+              [this] { LogActions::exportReport(window, logger, localization, moduleName); });
     connect(new QShortcut(QKeySequence::Find, &window), &QShortcut::activated, &window,
             [this] { tools->focusSearch(); });
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), &window), &QShortcut::activated, &window,
@@ -94,7 +91,7 @@ void LogViewerWindow::Parts::askToClear() {
 
 LogViewerWindow::LogViewerWindow(AppLogger& logger, const Localization& localization, QWidget* parent)
     : QWidget(parent, Qt::Window), parts_(std::make_unique<Parts>(*this, logger, localization)) {
-    setWindowTitle(QStringLiteral("Quorvane – ") + qt(localization.text("recent_logs_title")));
+    setWindowTitle(qt(localization.text("ui_log_window_title")));
     setMinimumSize(leastSize);
     resize(firstSize);
     parts_->list->setFocus();

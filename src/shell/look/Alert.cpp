@@ -85,7 +85,7 @@ void Alert::show(QWidget& window, const Content& content) {
         sheet->addAction(button);
         if (preferred == nullptr || content.choices[index].isPrimary) preferred = button;
     }
-    if (preferred != nullptr) preferred->setDefault(true);
+    if (preferred != nullptr) sheet->setDefault(preferred);
     QObject::connect(sheet, &QDialog::finished, sheet, [choices = content.choices](int result) {
         const auto chosen = result == QDialog::Rejected ? choices.size() : static_cast<std::size_t>(result);
         if (chosen >= 1 && choices[chosen - 1].act) choices[chosen - 1].act();

@@ -11,6 +11,11 @@ Card::Card(QWidget* parent) : QFrame(parent) {
     setAccessibleRole(*this, QAccessible::Grouping);
 }
 
+Well::Well(const char* tone, QWidget* parent) : QFrame(parent) {
+    setKind(*this, (QByteArrayLiteral("well ") + tone).constData());
+    setAccessibleRole(*this, QAccessible::Grouping);
+}
+
 Separator::Separator(QWidget* parent) : QFrame(parent) {
     setKind(*this, "rule");
     setAccessibleRole(*this, QAccessible::Separator);

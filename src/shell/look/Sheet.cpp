@@ -164,6 +164,13 @@ void Sheet::setTabs(QWidget* tabs) {
     body_->setContentsMargins(margin, 17, margin, 20);
 }
 
+void Sheet::setContent(QWidget& panel) {
+    head_->hide();
+    body_->setContentsMargins(0, 0, 0, 0);
+    body_->addWidget(&panel);
+    panel.show();
+}
+
 void Sheet::scrollToTop() {
     scroll_->verticalScrollBar()->setValue(0);
 }
@@ -179,8 +186,14 @@ void Sheet::addAction(QPushButton* button) {
     else
         button->setMinimumWidth(std::max(narrowestAction, button->sizeHint().width()));
     actions_->addWidget(button);
-    button->setDefault(true);
+    setDefault(button);
     showFoot();
+}
+
+void Sheet::setDefault(QPushButton* button) {
+    // A dialog looks after its default only while it is a window.
+    for (auto* each : findChildren<QPushButton*>())
+        each->setDefault(each == button);
 }
 
 void Sheet::stackActions() {

@@ -35,12 +35,16 @@ public:
     /// What chooses between pages of the body, under the title; the body is the window's ground then, for cards.
     void setTabs(QWidget* tabs);
     [[nodiscard]] QVBoxLayout& body() { return *body_; }
+    /// In the place of head and body a panel of its own, which the sheet doesn't own: it is taken away before the end.
+    void setContent(QWidget& panel);
     /// Shows the body from its beginning.
     void scrollToTop();
 
     /// The foot: what stands at its start, then buttons from the end. The last one added is the default.
     void addToFootStart(QWidget* widget);
     void addAction(QPushButton* button);
+    /// Enter presses this one instead of the last.
+    void setDefault(QPushButton* button);
     /// Instead of a foot with the buttons at its end: stacked at full width, as alerts have them.
     void stackActions();
 

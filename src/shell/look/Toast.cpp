@@ -18,7 +18,7 @@ namespace {
 
 constexpr int room = 40;  // for the shadow round the panel
 constexpr int bottomDistance = 24;
-constexpr int toastMargin = 24;
+constexpr int leastMargin = 24;
 
 class ToastView : public QWidget {
 public:
@@ -67,7 +67,7 @@ protected:
 
 private:
     void place() {
-        const int most = window_.width() - 2 * toastMargin + 2 * room;
+        const int most = window_.width() - 2 * leastMargin + 2 * room;
         const QSize size(std::min(sizeHint().width(), most), sizeHint().height());
         const int y = window_.height() - bottomDistance - size.height() + room;
         setGeometry(QRect(QPoint((window_.width() - size.width()) / 2, y), size));

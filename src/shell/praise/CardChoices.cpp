@@ -103,8 +103,8 @@ void CardChoices::addSchemes(QVBoxLayout& page) {
 }
 
 void CardChoices::addSwitches(QVBoxLayout& page) {
-    distribution_ = switchBox(qt(ShareImageWindow::distributionToggleTitle));
-    highlight_ = switchBox(qt(ShareImageWindow::highlightToggleTitle));
+    distribution_ = switchBox(qt(localization_.text("share_card_show_distribution")));
+    highlight_ = switchBox(qt(localization_.text("share_card_highlight_app")));
     connect(distribution_, &QAbstractButton::toggled, this,
             [this](bool isOn) { state_.setShowTimeDistribution(isOn); });
     connect(highlight_, &QAbstractButton::toggled, this, [this](bool isOn) { state_.setHighlighting(isOn); });

@@ -5,16 +5,89 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
-#include "shell/praise/PraiseChoice.h"
-#include "shell/praise/PraiseReason.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QActionGroup>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QPainter>
 #include <QVBoxLayout>
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace quorvane {
 namespace {
+
+constexpr int stripeWidth = 3;
+constexpr int stripeGap = 8;
+
+/// Why the sentence is said, behind a stripe in the colour of the application that is used most.
+class PraiseReason : public QWidget {
+public:
+    PraiseReason() : label_(new Label(QString(), TypeRole::labelPlain, &Theme::text2)) {
+        auto* const line = new QHBoxLayout(this);
+        line->setContentsMargins(0, 0, 0, 0);
+        line->setSpacing(0);
+        line->addSpacing(stripeWidth + stripeGap);
+        line->addWidget(label_, 1);
+        label_->setWordWrap(true);
+        label_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
+    void show(const QString& text, const QColor& stripe) {
+        label_->setText(text);
+        stripe_ = stripe;
+        setVisible(!text.isEmpty());
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        const int x = isRightToLeft() ? width() - stripeWidth : 0;
+        paintPanel(painter, QRect(x, 0, stripeWidth, height()), stripeWidth / 2.0, stripe_, {});
+    }
+
+private:
+    Label* label_;
+    QColor stripe_;
+};
+
+/// A quiet combo with its label above.
+template <class Value>
+class PraiseChoice : public QWidget {
+public:
+    using Item = PraiseMessageView::MenuItem<Value>;
+
+    PraiseChoice(const QString& title, std::vector<Item> items, std::function<void(const std::optional<Value>&)> choose,
+                 QWidget* parent = nullptr)
+        : QWidget(parent), items_(std::move(items)), combo_(new QComboBox) {
+        auto* const column = new QVBoxLayout(this);
+        column->setContentsMargins(0, 0, 0, 0);
+        column->setSpacing(5);
+        column->addWidget(new Label(title, TypeRole::caption, &Theme::text2));
+        column->addWidget(combo_);
+        combo_->setAccessibleName(title);
+        setKind(*combo_, "small quiet");
+        combo_->setMinimumContentsLength(4);
+        combo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        for (const Item& item : items_)
+            combo_->addItem(qt(item.text));
+        connect(combo_, &QComboBox::activated, this,
+                [this, use = std::move(choose)](int index) { use(items_[static_cast<std::size_t>(index)].value); });
+    }
+
+    void setValue(const std::optional<Value>& value) {
+        for (std::size_t i = 0; i < items_.size(); ++i)
+            if (items_[i].value == value) combo_->setCurrentIndex(static_cast<int>(i));
+    }
+
+private:
+    std::vector<Item> items_;
+    QComboBox* combo_;
+};
 
 /// Fills a menu with the choices; the one in force has a mark.
 template <class Value, class Choose>
@@ -48,14 +121,13 @@ struct PraiseCard::Parts {
     PraiseChoice<PraiseCategory>* category = nullptr;
     QPushButton* share = nullptr;
     QVBoxLayout* column = nullptr;
-    Subscription changed;
 };
 
 PraiseCard::PraiseCard(PraiseMessageView& state, const Localization& localization, QWidget* parent)
     : Card(parent), parts_(std::make_unique<Parts>(Parts{.state = state, .localization = localization})) {
     build();
     arrange();
-    parts_->changed = state.changed.subscribe([this] { follow(); });
+    subscribe(state.changed, *this, [this] { follow(); });
     follow();
 }
 
@@ -74,9 +146,7 @@ void PraiseCard::build() {
     p.shuffle = iconButton(QStringLiteral("shuffle"), text("ui_another_message"), "ghost small");
     connect(p.shuffle, &QAbstractButton::clicked, this, [this] { parts_->state.generatePraise(); });
     p.more = iconButton(QStringLiteral("more"),
-                        QString::fromUtf8(PraiseMessageView::languageMenuTitle) + QStringLiteral(" · ") +
-                            QString::fromUtf8(PraiseMessageView::categoryPickerTitle),
-                        "ghost small");
+                        text("praise_language") + QStringLiteral(" · ") + text("praise_category"), "ghost small");
     connect(p.more, &QAbstractButton::clicked, this, [this] { showMenu(); });
     p.shortShare = iconButton(QStringLiteral("share"), text("timeline_generate_share_card"), "ghost small");
     connect(p.shortShare, &QAbstractButton::clicked, this, share);
@@ -85,11 +155,11 @@ void PraiseCard::build() {
     p.sentence->setTextInteractionFlags(Qt::TextSelectableByMouse);
     p.reason = new PraiseReason;
     p.language = new PraiseChoice<SupportedLanguage>(
-        QString::fromUtf8(PraiseMessageView::languageMenuTitle), PraiseMessageView::languages(p.localization),
+        text("praise_language"), PraiseMessageView::languages(p.localization),
         [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
-    p.category = new PraiseChoice<PraiseCategory>(
-        QString::fromUtf8(PraiseMessageView::categoryPickerTitle), PraiseMessageView::categories(p.localization),
-        [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    p.category =
+        new PraiseChoice<PraiseCategory>(text("praise_category"), PraiseMessageView::categories(p.localization),
+                                         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
     p.share = pushButton(text("timeline_generate_share_card"));
     p.share->setIcon(icon(QStringLiteral("share")));
     connect(p.share, &QAbstractButton::clicked, this, share);
@@ -158,12 +228,10 @@ void PraiseCard::showMenu() {
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     Parts& p = *parts_;
-    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::languageMenuTitle)),
-         PraiseMessageView::languages(p.localization), p.state.localizedLanguage(),
-         [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
-    fill(*menu->addMenu(QString::fromUtf8(PraiseMessageView::categoryPickerTitle)),
-         PraiseMessageView::categories(p.localization), p.state.currentCategory(),
-         [this](const auto& category) { parts_->state.setCurrentCategory(category); });
+    fill(*menu->addMenu(qt(p.localization.text("praise_language"))), PraiseMessageView::languages(p.localization),
+         p.state.localizedLanguage(), [this](const auto& language) { parts_->state.setLocalizedLanguage(language); });
+    fill(*menu->addMenu(qt(p.localization.text("praise_category"))), PraiseMessageView::categories(p.localization),
+         p.state.currentCategory(), [this](const auto& category) { parts_->state.setCurrentCategory(category); });
     menu->popup(p.more->mapToGlobal(QPoint(0, p.more->height())));
 }
 

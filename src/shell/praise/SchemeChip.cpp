@@ -1,5 +1,6 @@
 #include "shell/praise/SchemeChip.h"
 
+#include "shell/look/Controls.h"
 #include "shell/look/Kind.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"

@@ -11,10 +11,12 @@
 #include "shell/praise/CardChoices.h"
 #include "shell/praise/CardPicture.h"
 #include "shell/praise/CardPreview.h"
-#include "shell/praise/ShareImageBody.h"
+#include "shell/signals/Subscribe.h"
 
+#include <QBoxLayout>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QResizeEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
@@ -22,16 +24,56 @@
 namespace quorvane::ShareImageSheet {
 namespace {
 
+constexpr int besideFrom = 760;
+constexpr int wholeFrom = 1000;
+constexpr int previewWidth = 456;
+constexpr int leastPreviewWidth = 240;
+constexpr int aboveHeight = 380;
 constexpr int sheetWidth = 1080;
 constexpr int sheetHeight = 760;
 constexpr double previewScale = 80.0 / 600;  // the carousel's
 constexpr int frame = 16;                    // milliseconds
 
+/// The card beside the choices, or above them where there is too little width for both.
+class ShareImageBody : public QWidget {
+public:
+    ShareImageBody(QWidget& preview, QWidget& choices)
+        : preview_(preview), choices_(choices), layout_(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
+        layout_->setContentsMargins(0, 0, 0, 0);
+        layout_->setSpacing(0);
+        layout_->addWidget(&preview);
+        layout_->addWidget(&choices, 1);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        const int width = event->size().width();
+        const bool isBeside = width >= besideFrom;
+        layout_->setDirection(isBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+        if (isBeside) {
+            const int forChoices = std::max(wholeFrom - previewWidth, choices_.minimumSizeHint().width());
+            preview_.setFixedWidth(std::clamp(width - forChoices, leastPreviewWidth, previewWidth));
+            preview_.setMinimumHeight(0);
+            preview_.setMaximumHeight(QWIDGETSIZE_MAX);
+        } else {
+            preview_.setMinimumWidth(0);
+            preview_.setMaximumWidth(QWIDGETSIZE_MAX);
+            preview_.setFixedHeight(aboveHeight);
+        }
+        QWidget::resizeEvent(event);
+    }
+
+private:
+    QWidget& preview_;
+    QWidget& choices_;
+    QBoxLayout* layout_;
+};
+
 class CardSheet : public Sheet {
 public:
     CardSheet(QWidget& window, ShareImageWindow::Inputs inputs, Services services)
         : Sheet(window, qt(services.localization.text("share_card_preview_title")), sheetWidth, sheetHeight),
-          window_(window), services_(std::move(services)),
+          window_(window), services_(std::move(services)), generator_(services_.localization),
           state_(
               std::move(inputs),
               [this](const ShareImageConfig& config, double scale) {
@@ -45,7 +87,7 @@ public:
         body().addWidget(new ShareImageBody(*preview_, *choices_), 1);
         addHeadButtons();
         addFoot();
-        changed_ = state_.changed.subscribe([this] { follow(); });
+        subscribe(state_.changed, *this, [this] { follow(); });
         connect(this, &QDialog::finished, this, [this] { state_.close(); });
         timer_.setInterval(frame);
         connect(&timer_, &QTimer::timeout, this, [this] {
@@ -104,7 +146,7 @@ private:
     void askForFile() {
         if (state_.generatedImage() == nullptr) return;
         const SaveDialog::Content content{.title = text("share_card_save_image"),
-                                          .fileName = qt(state_.suggestedFileName()),
+                                          .fileName = qt(state_.suggestedFileName(services_.localization)),
                                           .mimeType = QStringLiteral("image/png")};
         const auto write = [this, image = state_.generatedImage()](const std::filesystem::path& file) {
             save(*image, file);
@@ -135,7 +177,6 @@ private:
     QPushButton* share_ = nullptr;
     QPushButton* save_ = nullptr;
     QTimer timer_;
-    Subscription changed_;
 };
 
 }  // namespace

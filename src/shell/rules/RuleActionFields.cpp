@@ -3,6 +3,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
 #include "shell/rules/RuleFormParts.h"
+#include "store/StoredNames.h"
 #include "timeline/ProjectTone.h"
 
 #include <QComboBox>
@@ -86,7 +87,7 @@ void RuleActionFields::showCategories(const RuleDraft& draft) {
         category_->clear();
         category_->addItem(qt(localization_.text("no_category")));
         for (const std::string& name : categories_)
-            category_->addItem(qt(name));
+            category_->addItem(qt(StoredNames::shownCategory(name, localization_)));
     }
     category_->setCurrentIndex(entryOf(categories_, draft.category, std::identity()));
 }

@@ -1,7 +1,7 @@
 #include "shell/rules/RuleForm.h"
 
 #include "base/Text.h"
-#include "shell/chart/Well.h"
+#include "shell/look/Card.h"
 #include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
@@ -10,6 +10,7 @@
 #include "shell/rules/RuleActionFields.h"
 #include "shell/rules/RuleConditionFields.h"
 #include "shell/rules/RuleFormParts.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
@@ -67,8 +68,6 @@ struct RuleForm::Parts {
     Label* refusal;
     QPushButton* remove;
     QPushButton* save;
-    Subscription draftChanged;
-    Subscription rowsChanged;
 };
 
 RuleForm::Parts::Parts(RuleForm& owner, RulesDashboardView& shownState, const Localization& texts)
@@ -93,8 +92,8 @@ RuleForm::Parts::Parts(RuleForm& owner, RulesDashboardView& shownState, const Lo
     page->addWidget(new Separator);
     page->addLayout(makeFoot());
     connectFields();
-    draftChanged = state.draftChanged.subscribe([this] { show(); });
-    rowsChanged = state.rowsChanged.subscribe([this] { show(); });  // projects may be other ones
+    subscribe(state.draftChanged, owner, [this] { show(); });
+    subscribe(state.rowsChanged, owner, [this] { show(); });  // projects may be other ones
     show();
 }
 
@@ -138,7 +137,7 @@ void RuleForm::Parts::placeOptions() {
 }
 
 QWidget* RuleForm::Parts::makeSummary() {
-    auto* const well = new Well(&Theme::accSoft);
+    auto* const well = new Well("info");
     auto* const line = new QHBoxLayout(well);
     line->setContentsMargins(16, 14, 20, 14);
     line->setSpacing(12);

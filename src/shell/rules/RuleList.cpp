@@ -7,6 +7,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/rules/RuleListView.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -40,8 +41,8 @@ RuleList::RuleList(RulesDashboardView& state, const Localization& localization, 
     import->setIcon(icon(QStringLiteral("save")));
     connect(import, &QAbstractButton::clicked, this, [this] { importWanted.send(); });
     none_->addButton(import);
-    rowsChanged_ = state_.rowsChanged.subscribe([this] { follow(); });
-    draftChanged_ = state_.draftChanged.subscribe([this] { foot_->hide(); });
+    subscribe(state_.rowsChanged, *this, [this] { follow(); });
+    subscribe(state_.draftChanged, *this, [this] { foot_->hide(); });
     follow();
 }
 

@@ -39,8 +39,6 @@ private:
     EmptyState* none_;      ///< there is no rule
     EmptyState* notFound_;  ///< the search finds none
     Label* foot_;
-    Subscription rowsChanged_;
-    Subscription draftChanged_;
 };
 
 }  // namespace quorvane

@@ -3,6 +3,7 @@
 #include "shell/look/Typography.h"
 #include "shell/rules/RuleListModel.h"
 #include "shell/rules/RuleRowDelegate.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -30,8 +31,8 @@ RuleListView::RuleListView(RulesDashboardView& state, const Localization& locali
     setItemDelegate(new RuleRowDelegate(qt(localization.text("ui_rule_off")), this));
     setModel(model_);
     connect(this, &QListView::clicked, this, [this](const QModelIndex& index) { open(index); });
-    rowsChanged_ = state_.rowsChanged.subscribe([this] { showRows(); });
-    draftChanged_ = state_.draftChanged.subscribe([this] { showSelection(); });
+    subscribe(state_.rowsChanged, *this, [this] { showRows(); });
+    subscribe(state_.draftChanged, *this, [this] { showSelection(); });
     showRows();
 }
 

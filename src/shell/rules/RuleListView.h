@@ -33,8 +33,6 @@ private:
     RuleListModel* model_;
     int lastRow_ = 0;  ///< where the selection was, for the keys after a removal
     bool isShowing_ = false;
-    Subscription rowsChanged_;
-    Subscription draftChanged_;
 };
 
 }  // namespace quorvane

@@ -9,6 +9,7 @@
 #include "shell/rules/RuleForm.h"
 #include "shell/rules/RuleList.h"
 #include "shell/rules/RuleListView.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -46,10 +47,6 @@ struct RulesPage::Parts {
     RuleList* list;
     RuleForm* form;
     bool isFormShown = false;  ///< where there is room for one of the two
-    Subscription opened;
-    Subscription importWanted;
-    Subscription removalWantedInList;
-    Subscription removalWantedInForm;
 };
 
 RulesPage::Parts::Parts(RulesPage& owner, std::unique_ptr<RulesDashboardView> ownState, const Localization& texts)
@@ -68,10 +65,10 @@ RulesPage::Parts::Parts(RulesPage& owner, std::unique_ptr<RulesDashboardView> ow
     cards->addWidget(form, 1);
     layout->addLayout(cards, 1);
     addKeys();
-    opened = list->view().opened.subscribe([this] { edit(); });
-    importWanted = list->importWanted.subscribe([this] { import(); });
-    removalWantedInList = list->view().removalWanted.subscribe([this] { remove(); });
-    removalWantedInForm = form->removalWanted.subscribe([this] { remove(); });
+    subscribe(list->view().opened, page, [this] { edit(); });
+    subscribe(list->importWanted, page, [this] { import(); });
+    subscribe(list->view().removalWanted, page, [this] { remove(); });
+    subscribe(form->removalWanted, page, [this] { remove(); });
     place();
 }
 
@@ -169,6 +166,10 @@ RulesPage::~RulesPage() = default;
 
 RulesDashboardView& RulesPage::state() {
     return *parts_->state;
+}
+
+QWidget* RulesPage::mainView() const {
+    return &parts_->list->view();
 }
 
 void RulesPage::resizeEvent(QResizeEvent* event) {

@@ -17,6 +17,8 @@ public:
     ~RulesPage() override;
 
     [[nodiscard]] RulesDashboardView& state();
+    /// The list, also while it is hidden.
+    [[nodiscard]] QWidget* mainView() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -6,6 +6,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
+#include "store/StoredNames.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -50,7 +51,7 @@ void AppPreferenceForm::addCategories(QVBoxLayout& page) {
     auto* const flow = new FlowLayout(8);
     page.addLayout(flow);
     for (const std::string& name : view_.offeredCategories()) {
-        auto* const chip = choiceChip(qt(name));
+        auto* const chip = choiceChip(qt(StoredNames::shownCategory(name, localization_)));
         connect(chip, &QAbstractButton::clicked, this,
                 [this, name](bool isChecked) { choose(isChecked ? std::optional(name) : std::nullopt); });
         flow->addWidget(chip);
@@ -86,7 +87,7 @@ void AppPreferenceForm::addTags(QVBoxLayout& page) {
 void AppPreferenceForm::showTags() {
     for (const std::string& tag : view_.offeredTags()) {
         if (!tags_.contains(tag)) {
-            auto* const chip = choiceChip(qt(tag), true);
+            auto* const chip = choiceChip(qt(StoredNames::shownTag(tag, localization_)), true);
             connect(chip, &QAbstractButton::clicked, this, [this, tag] {
                 view_.toggleTag(tag);
                 showCount();

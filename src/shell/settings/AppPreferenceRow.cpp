@@ -8,6 +8,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "store/StoredNames.h"
 #include "timeline/AppColorPalette.h"
 
 #include <QHBoxLayout>
@@ -35,7 +36,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
-        const Color color = AppColorPalette::appColor(std::nullopt, appName_, std::nullopt, theme().isDark);
+        const Color color = AppColorPalette::appColor(std::nullopt, appName_);
         paintAppTile(painter, rect(), toQColor(color), qt(appName_));
     }
 
@@ -43,34 +44,39 @@ private:
     std::string appName_;
 };
 
+std::string categoryOf(const AppCategoryManagementView::Row& row, const Localization& localization) {
+    return row.category ? StoredNames::shownCategory(*row.category, localization) : localization.text("uncategorized");
+}
+
 QWidget* categoryCell(const AppCategoryManagementView::Row& row, const Localization& localization) {
     auto* const cell = new QWidget;
     auto* const line = new QHBoxLayout(cell);
     line->setContentsMargins(0, 0, 0, 0);
     if (row.category) {
-        line->addWidget(new Chip(qt(*row.category), Chip::Tone::info));
+        line->addWidget(new Chip(qt(categoryOf(row, localization)), Chip::Tone::info));
         line->addStretch(1);
     } else {
-        auto* const none = new Label(qt(localization.text("uncategorized")), TypeRole::body, &Theme::text2);
+        auto* const none = new Label(qt(categoryOf(row, localization)), TypeRole::body, &Theme::text2);
         none->setElided(true);
         line->addWidget(none);
     }
     return cell;
 }
 
-QWidget* tagsCell(const std::vector<std::string>& tags) {
+QWidget* tagsCell(const std::vector<std::string>& tags, const Localization& localization) {
     auto* const cell = new QWidget;
     auto* const flow = new FlowLayout(6, cell);
     flow->setContentsMargins(0, 0, 0, 0);
     for (const std::string& tag : tags)
-        flow->addWidget(new Chip(qt(tag)));
+        flow->addWidget(new Chip(qt(StoredNames::shownTag(tag, localization))));
     return cell;
 }
 
 /// What the row says as a whole.
 QString spoken(const AppCategoryManagementView::Row& row, const Localization& localization) {
-    std::vector<std::string> parts{row.appName, row.category.value_or(localization.text("uncategorized"))};
-    parts.insert(parts.end(), row.tags.begin(), row.tags.end());
+    std::vector<std::string> parts{row.appName, categoryOf(row, localization)};
+    for (const std::string& tag : row.tags)
+        parts.push_back(StoredNames::shownTag(tag, localization));
     return qt(text::joined(parts, ", "));
 }
 
@@ -92,7 +98,7 @@ AppPreferenceRow::AppPreferenceRow(const AppCategoryManagementView::Row& row, co
     line->addWidget(new Tile(row.appName));
     line->addWidget(name, nameShare);
     line->addWidget(categoryCell(row, localization), categoryShare);
-    line->addWidget(tagsCell(row.tags), tagsShare, Qt::AlignVCenter);
+    line->addWidget(tagsCell(row.tags, localization), tagsShare, Qt::AlignVCenter);
     line->addWidget(edit);
     line->addWidget(delete_);
     connect(edit, &QAbstractButton::clicked, this, [this] { editWanted.send(); });

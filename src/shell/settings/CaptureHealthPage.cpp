@@ -8,6 +8,7 @@
 #include "shell/look/Theme.h"
 #include "shell/settings/SettingsSection.h"
 #include "shell/settings/SettingsWell.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -47,7 +48,7 @@ CaptureHealthPage::CaptureHealthPage(CaptureHealthView& health, platform::RunLoo
     column->setSpacing(Metrics::cardGap);
     column->addWidget(summary());
     column->addWidget(section_);
-    changed_ = health_.changed.subscribe([this] { refresh(); });
+    subscribe(health_.changed, *this, [this] { refresh(); });
     health_.refresh();
     refresh();
 }

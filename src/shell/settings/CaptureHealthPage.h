@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "platform/RunLoop.h"
 #include "shell/state/CaptureHealthView.h"
@@ -57,7 +56,6 @@ private:
     SettingsSection* section_ = nullptr;
     std::vector<Line> lines_;
     std::unique_ptr<platform::Timer> watching_;  ///< while it shows
-    Subscription changed_;
 };
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/SettingsSection.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -29,7 +30,7 @@ CaptureTestSection::CaptureTestSection(PermissionRows& permissions, const Locali
     section->addRow(help);
     section->addRow(makeLine(browser_));
     section->addRow(makeLine(document_));
-    changed_ = permissions_.changed.subscribe([this] {
+    subscribe(permissions_.changed, *this, [this] {
         refresh(browser_);
         refresh(document_);
     });
@@ -55,12 +56,9 @@ QWidget* CaptureTestSection::makeLine(Line& line) {
 
 void CaptureTestSection::refresh(const Line& line) {
     const PermissionRows::TestState& state = permissions_.test(line.test);
-    QString shown;
-    if (state.isRunning)
-        shown = qt(localization_.text("ui_capture_test_waiting"));
-    else if (state.result)
-        shown = qt(state.result->message);
-    const bool isFailure = state.result && !state.result->success;
+    const QString shown =
+        qt(state.isRunning ? localization_.text("ui_capture_test_waiting") : permissions_.resultText(line.test));
+    const bool isFailure = state.result && !state.result->success();
     line.result->setColor(isFailure ? &Theme::warn : &Theme::text);
     if (line.result->text() == shown) return;
     line.result->setText(shown);

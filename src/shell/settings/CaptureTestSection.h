@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "shell/state/PermissionRows.h"
 
@@ -30,7 +29,6 @@ private:
     const Localization& localization_;
     Line browser_;
     Line document_;
-    Subscription changed_;
 };
 
 }  // namespace quorvane

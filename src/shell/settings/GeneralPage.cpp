@@ -6,6 +6,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/SettingsSection.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -26,7 +27,7 @@ GeneralPage::GeneralPage(SettingsView& settings, AutoStartManager& autoStart, co
     column->addWidget(appearance());
     column->addWidget(startUp());
     column->addWidget(language());
-    autoStartChanged_ = autoStart_.changed.subscribe([this] { showAutoStart(); });
+    subscribe(autoStart_.changed, *this, [this] { showAutoStart(); });
     showAutoStart();
 }
 

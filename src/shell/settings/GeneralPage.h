@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "shell/state/AutoStartManager.h"
 #include "shell/state/SettingsView.h"
@@ -28,7 +27,6 @@ private:
     const Localization& localization_;
     QCheckBox* autoStartSwitch_ = nullptr;
     QWidget* autoStartStatus_ = nullptr;
-    Subscription autoStartChanged_;
 };
 
 }  // namespace quorvane

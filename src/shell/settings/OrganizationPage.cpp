@@ -11,6 +11,7 @@
 #include "shell/settings/AppPreferenceRow.h"
 #include "shell/settings/AppPreferenceSheet.h"
 #include "shell/settings/OwnCategories.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -44,7 +45,7 @@ OrganizationPage::OrganizationPage(AppCategoryManagementView& view, const Locali
     column->addWidget(card);
     column->addSpacing(Metrics::cardGap - column->spacing());
     column->addWidget(new OwnCategories(view, localization));
-    viewChanged_ = view_.changed.subscribe([this] { showRows(); });
+    subscribe(view_.changed, *this, [this] { showRows(); });
     showRows();
 }
 
@@ -79,7 +80,6 @@ QPushButton* OrganizationPage::makeAddButton() {
 }
 
 void OrganizationPage::showRows() {
-    rowSubscriptions_.clear();
     rows_.clear();
     while (const std::unique_ptr<QLayoutItem> item{list_->takeAt(0)}) {
         item->widget()->hide();
@@ -95,11 +95,11 @@ void OrganizationPage::showRows() {
 void OrganizationPage::addRow(const AppCategoryManagementView::Row& row) {
     if (!rows_.empty()) list_->addWidget(new Separator);
     auto* const line = new AppPreferenceRow(row, localization_);
-    rowSubscriptions_.push_back(line->editWanted.subscribe([this, name = row.appName] {
+    subscribe(line->editWanted, *line, [this, name = row.appName] {
         view_.beginEditing(name);
         openForm(false);
-    }));
-    rowSubscriptions_.push_back(line->deleteWanted.subscribe([this, name = row.appName] { remove(name); }));
+    });
+    subscribe(line->deleteWanted, *line, [this, name = row.appName] { remove(name); });
     list_->addWidget(line);
     rows_.push_back(line);
 }

@@ -34,8 +34,6 @@ private:
     QVBoxLayout* list_ = nullptr;
     QWidget* search_ = nullptr;
     std::vector<AppPreferenceRow*> rows_;
-    std::vector<Subscription> rowSubscriptions_;
-    Subscription viewChanged_;
 };
 
 }  // namespace quorvane

@@ -6,6 +6,7 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/SettingsSection.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -58,7 +59,7 @@ OwnCategories::OwnCategories(AppCategoryManagementView& view, const Localization
     lines->addWidget(pillsArea_);
     lines->addWidget(field());
     section->addRow(content);
-    viewChanged_ = view_.changed.subscribe([this] { showCategories(); });
+    subscribe(view_.changed, *this, [this] { showCategories(); });
     showCategories();
 }
 

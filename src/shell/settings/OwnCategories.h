@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "shell/state/AppCategoryManagementView.h"
 
@@ -31,7 +30,6 @@ private:
     QWidget* pillsArea_ = nullptr;
     Label* empty_ = nullptr;
     QLineEdit* name_ = nullptr;
-    Subscription viewChanged_;
 };
 
 }  // namespace quorvane

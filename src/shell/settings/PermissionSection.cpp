@@ -5,6 +5,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
 #include "shell/settings/SettingsSection.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -31,7 +32,7 @@ PermissionSection::PermissionSection(PermissionRows& permissions, const Localiza
     line->addWidget(again_);
     line->addStretch(1);
     section->addRow(foot);
-    changed_ = permissions_.changed.subscribe([this] { refresh(); });
+    subscribe(permissions_.changed, *this, [this] { refresh(); });
     refresh();
 }
 

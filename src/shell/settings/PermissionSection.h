@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "shell/state/PermissionRows.h"
 
@@ -31,7 +30,6 @@ private:
     PermissionRows& permissions_;
     std::vector<Line> lines_;
     QPushButton* again_;
-    Subscription changed_;
 };
 
 }  // namespace quorvane

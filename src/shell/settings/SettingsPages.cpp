@@ -11,6 +11,7 @@
 #include "shell/settings/PermissionSection.h"
 #include "shell/settings/SettingsSection.h"
 #include "shell/settings/TrackingPage.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QVBoxLayout>
 
@@ -28,7 +29,8 @@ SettingsView::Services settingsServices(AppServices& services) {
 
 SettingsPages::SettingsPages(AppServices& services, const SettingsSheet::MakeLogSection& makeLogSection,
                              QWidget* parent)
-    : QWidget(parent), services_(services), settings_(settingsServices(services)), applications_(services.categories),
+    : QWidget(parent), services_(services), settings_(settingsServices(services)),
+      applications_(services.categories, services.localization),
       permissions_(services.permissionChecker, services.runLoop, services.localization) {
     const Localization& texts = services.localization;
     settings_.load();
@@ -44,8 +46,8 @@ SettingsPages::SettingsPages(AppServices& services, const SettingsSheet::MakeLog
         column->addWidget(page);
     column->addStretch(1);
     showPage(0);
-    autoStartFailed_ = services.autoStartManager.failed.subscribe(
-        [this](const AutoStartAlert& alert) { showAutoStartFailure(alert); });
+    subscribe(services.autoStartManager.failed, *this,
+              [this](const AutoStartAlert& alert) { showAutoStartFailure(alert); });
 }
 
 QWidget* SettingsPages::diagnostics(const SettingsSheet::MakeLogSection& makeLogSection) {
@@ -78,12 +80,13 @@ void SettingsPages::showPage(int index) {
 }
 
 void SettingsPages::showAutoStartFailure(const AutoStartAlert& alert) {
-    Alert::show(*window(),
-                {.title = qt(alert.message),
-                 .text = qt(alert.informativeText),
-                 .choices = {{.text = qt(alert.settingsButton),
-                              .act = [&manager = services_.autoStartManager] { manager.openLoginItemSettings(); }},
-                             {.text = qt(services_.localization.text("close")), .act = {}}}});
+    Alert::Content content{.title = qt(alert.message), .text = qt(alert.informativeText)};
+    if (!alert.settingsButton.empty())
+        content.choices.push_back({.text = qt(alert.settingsButton), .act = [&manager = services_.autoStartManager] {
+                                       manager.openLoginItemSettings();
+                                   }});
+    content.choices.push_back({.text = qt(services_.localization.text("close"))});
+    Alert::show(*window(), content);
 }
 
 }  // namespace quorvane

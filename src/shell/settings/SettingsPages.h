@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "shell/app/AppServices.h"
 #include "shell/settings/SettingsSheet.h"
 #include "shell/state/AppCategoryManagementView.h"
@@ -31,7 +30,6 @@ private:
     AppCategoryManagementView applications_;
     PermissionRows permissions_;
     std::vector<QWidget*> pages_;
-    Subscription autoStartFailed_;
 };
 
 }  // namespace quorvane

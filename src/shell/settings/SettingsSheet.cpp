@@ -5,9 +5,9 @@
 #include "shell/look/Typography.h"
 #include "shell/settings/SettingsPages.h"
 #include "shell/settings/SettingsTabs.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QVBoxLayout>
-#include <memory>
 
 namespace quorvane::SettingsSheet {
 namespace {
@@ -32,11 +32,10 @@ void open(QWidget& window, AppServices& services, const MakeLogSection& makeLogS
     auto* const pages = new SettingsPages(services, makeLogSection);
     sheet->setTabs(tabs);
     sheet->body().addWidget(pages);
-    auto listening = std::make_shared<Subscription>(tabs->chosen.subscribe([sheet, pages](int index) {
+    subscribe(tabs->chosen, *sheet, [sheet, pages](int index) {
         pages->showPage(index);
         sheet->scrollToTop();
-    }));
-    QObject::connect(sheet, &QObject::destroyed, [listening] { listening->reset(); });
+    });
     auto* const cancel = pushButton(qt(texts.text("cancel")));
     auto* const save = pushButton(qt(texts.text("save")), "primary");
     QObject::connect(cancel, &QAbstractButton::clicked, sheet, [sheet] { sheet->close(); });

@@ -1,13 +1,15 @@
 #include "shell/state/AppCategoryManagementView.h"
 
 #include "base/Text.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace quorvane {
 
-AppCategoryManagementView::AppCategoryManagementView(CategoryTagManager& manager) : manager_(manager) {
+AppCategoryManagementView::AppCategoryManagementView(CategoryTagManager& manager, const Localization& localization)
+    : manager_(manager), localization_(localization) {
     reload();
 }
 
@@ -70,7 +72,9 @@ std::vector<std::string> AppCategoryManagementView::offeredCategories() const {
 }
 
 std::vector<std::string> AppCategoryManagementView::offeredTags() const {
-    std::vector<std::string> offered(CategoryTagManager::commonTags.begin(), CategoryTagManager::commonTags.end());
+    std::vector<std::string> offered;
+    for (const StoredNames::Name& tag : StoredNames::tags)
+        offered.emplace_back(tag.stored);
     for (const std::string& tag : newAppTags)
         if (std::ranges::find(offered, tag) == offered.end()) offered.push_back(tag);
     return offered;
@@ -82,7 +86,8 @@ void AppCategoryManagementView::toggleTag(const std::string& tag) {
 
 void AppCategoryManagementView::addCustomTag() {
     for (const std::string& piece : text::split(customTag, ','))
-        if (auto tag = text::trimmedWithNewlines(piece); !tag.empty()) newAppTags.insert(std::move(tag));
+        if (const auto tag = text::trimmedWithNewlines(piece); !tag.empty())
+            newAppTags.insert(StoredNames::storedTag(tag, localization_));
     customTag.clear();
 }
 
@@ -102,7 +107,9 @@ bool AppCategoryManagementView::save() {
 }
 
 void AppCategoryManagementView::addCategory() {
-    manager_.addCustomCategory(newCategoryName);
+    // Nobody could tell a twin of a built-in one from it.
+    const std::string name = text::trimmedWithNewlines(newCategoryName);
+    if (StoredNames::storedCategory(name, localization_) == name) manager_.addCustomCategory(name);
     newCategoryName.clear();
     reload();
     changed.send();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Signal.h"
+#include "l10n/Localization.h"
 #include "rules/CategoryTagManager.h"
 
 #include <optional>
@@ -12,11 +13,11 @@
 namespace quorvane {
 
 /// The categories and tags that are remembered for applications, and the user's own categories. Each change is kept at
-/// once; records that are there already stay as they are. The manager outlives it. Main thread only.
+/// once; records that are there already stay as they are. What it is made on outlives it. Main thread only.
 class AppCategoryManagementView {
 public:
     /// Takes what is stored.
-    explicit AppCategoryManagementView(CategoryTagManager& manager);
+    AppCategoryManagementView(CategoryTagManager& manager, const Localization& localization);
 
     [[nodiscard]] const CategoryTagManager::AppPreferencesMap& appPreferences() const { return appPreferences_; }
     [[nodiscard]] const std::vector<std::string>& customCategories() const { return customCategories_; }
@@ -69,6 +70,7 @@ private:
     void store(const CategoryTagManager::AppPreferencesMap& preferences);
 
     CategoryTagManager& manager_;
+    const Localization& localization_;
     CategoryTagManager::AppPreferencesMap appPreferences_;
     std::vector<std::string> customCategories_;
     bool showingAddApp_ = false;

@@ -9,8 +9,9 @@ constexpr Seconds reflectionDelay = 0.1s;
 }  // namespace
 
 AutoStartManager::AutoStartManager(platform::LoginItem& loginItem, platform::SettingsPanes& settingsPanes,
-                                   platform::RunLoop& runLoop, ConsoleSink& console)
-    : loginItem_(loginItem), settingsPanes_(settingsPanes), runLoop_(runLoop), console_(console) {
+                                   platform::RunLoop& runLoop, ConsoleSink& console, const Localization& localization)
+    : loginItem_(loginItem), settingsPanes_(settingsPanes), runLoop_(runLoop), console_(console),
+      localization_(localization) {
     refreshStatus();
 }
 
@@ -21,10 +22,9 @@ void AutoStartManager::refreshStatus() {
 }
 
 void AutoStartManager::setAutoStart(bool value) {
-    const char* action = value ? "注册" : "移除";
-    console_.line("AutoStartManager: 正在{}", action);
+    console_.write(value ? "AutoStartManager: 正在注册" : "AutoStartManager: 正在移除");
     const auto error = value ? loginItem_.registerItem() : loginItem_.unregisterItem();
-    if (!error) console_.line("AutoStartManager: ✅ 成功{}登录项", action);
+    if (!error) console_.write(value ? "AutoStartManager: ✅ 成功注册登录项" : "AutoStartManager: ✅ 成功移除登录项");
     refreshStatus();
     if (error) noteFailure(*error);
 }
@@ -32,9 +32,10 @@ void AutoStartManager::setAutoStart(bool value) {
 void AutoStartManager::noteFailure(const std::string& error) {
     console_.line("AutoStartManager: ❌ 设置登录项失败: {}", error);
     reflection_ = runLoop_.after(reflectionDelay, [this] { refreshStatus(); });
-    failed.send({.message = "设置开机自动启动失败",
-                 .informativeText = "错误：" + error + "\n\n您可以手动在【系统设置 > 通用 > 登录项】中添加 Quorvane。",
-                 .settingsButton = "打开系统设置"});
+    failed.send({.message = localization_.text("auto_start_failed_title"),
+                 .informativeText = localization_.text("auto_start_failed_text", error),
+                 .settingsButton =
+                     settingsPanes_.canOpen(loginItemsPane) ? localization_.text("ui_permission_open_settings") : ""});
 }
 
 void AutoStartManager::openLoginItemSettings() {

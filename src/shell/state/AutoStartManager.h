@@ -2,6 +2,7 @@
 
 #include "base/Signal.h"
 #include "diagnostics/ConsoleSink.h"
+#include "l10n/Localization.h"
 #include "platform/LoginItem.h"
 #include "platform/RunLoop.h"
 #include "platform/SettingsPanes.h"
@@ -15,7 +16,7 @@ namespace quorvane {
 struct AutoStartAlert {
     std::string message;
     std::string informativeText;
-    std::string settingsButton;  ///< leads to `AutoStartManager::openLoginItemSettings`
+    std::string settingsButton;  ///< to `AutoStartManager::openLoginItemSettings`; may be empty
     friend bool operator==(const AutoStartAlert&, const AutoStartAlert&) = default;
 };
 
@@ -24,7 +25,7 @@ class AutoStartManager {
 public:
     /// Reads the state.
     AutoStartManager(platform::LoginItem& loginItem, platform::SettingsPanes& settingsPanes, platform::RunLoop& runLoop,
-                     ConsoleSink& console);
+                     ConsoleSink& console, const Localization& localization);
 
     [[nodiscard]] bool isAutoStartEnabled() const { return isAutoStartEnabled_; }
     void refreshStatus();
@@ -42,6 +43,7 @@ private:
     platform::SettingsPanes& settingsPanes_;
     platform::RunLoop& runLoop_;
     ConsoleSink& console_;
+    const Localization& localization_;
     bool isAutoStartEnabled_ = false;
     std::unique_ptr<platform::WorkItem> reflection_;
 };

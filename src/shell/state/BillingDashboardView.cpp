@@ -126,12 +126,12 @@ Choices BillingDashboardView::categoryChoices() const {
     const std::string all(BillingCategoryFilter::all);
     const std::string none(BillingCategoryFilter::none);
     Choices choices{{all, categoryLabel(all, localization_)}, {none, categoryLabel(none, localization_)}};
-    std::vector<std::string> names(categories_.names().begin(), categories_.names().end());
-    std::stable_sort(names.begin(), names.end(),
-                     [this](const auto& a, const auto& b) { return collation_.comesBefore(a, b); });
-    for (const std::string& name : names)
-        choices.push_back({name, name});
-    keep(choices, filters_.category, filters_.category);
+    const auto first = static_cast<std::ptrdiff_t>(choices.size());
+    for (const std::string& name : categories_.names())
+        choices.push_back({name, categoryLabel(name, localization_)});
+    std::stable_sort(choices.begin() + first, choices.end(),
+                     [this](const Choice& a, const Choice& b) { return collation_.comesBefore(a.label, b.label); });
+    keep(choices, filters_.category, categoryLabel(filters_.category, localization_));
     return choices;
 }
 

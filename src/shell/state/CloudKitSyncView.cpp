@@ -19,8 +19,8 @@ std::string dateText(Date date, Date now, const Localization& localization) {
     return mediumDateShortTime(date);
 }
 
-std::string unavailableText() {
-    return CloudKitSyncError(CloudKitSyncError::Code::notAvailable).what();
+std::string unavailableText(const Localization& localization) {
+    return CloudKitSyncError(CloudKitSyncError::Code::notAvailable).text(localization);
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ void CloudKitSyncView::note(AccountStatus status, const std::string& reason, std
     statusReason_ = reason;
     if (action && status == AccountStatus::available) return begin(*action);
     action_.reset();
-    if (action) return alert(unavailableText(), false);
+    if (action) return alert(unavailableText(localization_), false);
     changed.send();
 }
 
@@ -81,14 +81,16 @@ void CloudKitSyncView::begin(Action action) {
 void CloudKitSyncView::end(Action action, const std::optional<CloudKitSyncError>& error) {
     action_.reset();
     const bool isFull = action == Action::fullSync;
-    if (!error) return alert(isFull ? "完整同步成功" : "活动记录同步成功", true);
-    alert((isFull ? "完整同步失败: " : "活动记录同步失败: ") + std::string(error->what()), false);
+    const Localization& l = localization_;
+    if (!error) return alert(isFull ? l.text("sync_full_done") : l.text("sync_records_done"), true);
+    const std::string reason = error->text(l);
+    alert(isFull ? l.text("sync_full_failed", reason) : l.text("sync_records_failed", reason), false);
 }
 
 void CloudKitSyncView::followService() {
     const bool hasEnded = std::exchange(wasSyncing_, cloudKitSyncService_.isSyncing()) && !wasSyncing_;
     // It was begun before the screen was opened again.
-    if (hasEnded && !action_ && !cloudKitSyncService_.syncError()) return alert("同步成功完成", true);
+    if (hasEnded && !action_ && !cloudKitSyncService_.syncError()) return alert(localization_.text("sync_done"), true);
     changed.send();
 }
 
@@ -139,7 +141,8 @@ std::optional<CloudKitSyncView::Problem> CloudKitSyncView::problem() const {
                        .cause = localization_.text("ui_sync_set_up_hint"),
                        .isFailure = false};
     if (isSyncing()) return std::nullopt;
-    if (availability() == Availability::unavailable) return Problem{.text = unavailableText(), .cause = statusReason_};
+    if (availability() == Availability::unavailable)
+        return Problem{.text = unavailableText(localization_), .cause = statusReason_};
     const auto& error = cloudKitSyncService_.syncError();
     if (error) return Problem{.text = *error, .cause = cloudKitSyncService_.syncErrorCause()};
     const std::size_t refused = cloudKitSyncService_.progress().refused;

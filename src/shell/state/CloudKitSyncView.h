@@ -17,11 +17,8 @@ namespace quorvane {
 /// A sync goes on when the screen goes. What it is made on outlives it. Main thread only.
 class CloudKitSyncView {
 public:
-    // These stand as they are in every language.
+    /// Stands as it is in every language.
     static constexpr const char* title = "CloudKit";
-    static constexpr const char* metadataNote = "注意：项目、分类、标签等元数据只存储在本地，不会同步到CloudKit";
-    static constexpr const char* syncActivityRecordsTitle = "同步活动记录";
-    static constexpr const char* performFullSyncTitle = "完整同步";
 
     CloudKitSyncView(CloudKitSyncService& cloudKitSyncService, ModelContext& modelContext, platform::RunLoop& runLoop,
                      const Localization& localization);

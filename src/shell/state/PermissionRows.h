@@ -25,7 +25,7 @@ public:
         std::string help;
         std::string state;  ///< granted or not, in a word
         bool isGranted = false;
-        std::string grantText;  ///< of a button; empty where it is granted, and where a desktop can't grant it
+        std::string grantText;  ///< of a button; empty where it is granted, and where it would do nothing
         friend bool operator==(const Row&, const Row&) = default;
     };
 
@@ -53,6 +53,8 @@ public:
     /// Reads what is in front after `timeToSwitch`. Nothing happens while a test runs.
     void run(CaptureTest test);
     [[nodiscard]] const TestState& test(CaptureTest test) const;
+    /// What the last test brought; empty before the first.
+    [[nodiscard]] std::string resultText(CaptureTest test) const;
     [[nodiscard]] bool isTesting() const;
 
     Signal<> changed;
@@ -66,6 +68,7 @@ private:
     const Localization& localization_;
     TestState browserURL_;
     TestState documentPath_;
+    bool isRefused_ = false;  ///< accessibility, when it was asked for last
     std::unique_ptr<platform::WorkItem> waiting_;
     Subscription permissionsChanged_;
     WeakSource<PermissionRows> weak_{*this};

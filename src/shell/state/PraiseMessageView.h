@@ -22,10 +22,6 @@ public:
     /// Statistics that records ask for sooner than this after the last ones wait for the rest of it.
     static constexpr Seconds minStatsCalculationInterval = 2s;
 
-    // These two stand as they are in every language.
-    static constexpr const char* languageMenuTitle = "语句类型";
-    static constexpr const char* categoryPickerTitle = "分类";
-
     /// An entry of the menus; none as its value leaves the choice to the application.
     template <class Value>
     struct MenuItem {

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "rules/RuleDraft.h"
+#include "store/StoredNames.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -43,12 +44,14 @@ RuleRow describe(const std::shared_ptr<Rule>& rule, const std::vector<std::share
                 .priority = draft.priority,
                 .name = draft.name,
                 .condition = conditionInWords(*rule, draft, localization),
-                .words = draft.parsedTags(),
+                .words = {},
                 .isEnabled = draft.isEnabled};
     const auto project = std::find_if(projects.begin(), projects.end(),
                                       [&draft](const auto& candidate) { return candidate->id() == draft.projectId; });
     if (project != projects.end()) row.project = {(*project)->name(), (*project)->color().value_or("")};
-    if (draft.category) row.words.insert(row.words.begin(), *draft.category);
+    if (draft.category) row.words.push_back(StoredNames::shownCategory(*draft.category, localization));
+    for (const std::string& tag : draft.parsedTags())
+        row.words.push_back(StoredNames::shownTag(tag, localization));
     return row;
 }
 

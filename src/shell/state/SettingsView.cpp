@@ -132,9 +132,9 @@ SettingsView::Preview SettingsView::preview(const Calendar& calendar) const {
     AppSettings settings;  // belongs to no context
     copyInto(settings);
     const bool isInside = settings.isWithinWorkHours(platform::currentDate(), calendar);
-    const char* const separator = texts.language() == "zh" ? "、" : ", ";
-    return {.days = chosen.empty() ? texts.text("work_days_none_selected")
-                                   : texts.text("work_days_display_format", text::joined(chosen, separator)),
+    return {.days = chosen.empty()
+                        ? texts.text("work_days_none_selected")
+                        : texts.text("work_days_display_format", text::joined(chosen, texts.text("list_separator"))),
             .hours = texts.text("work_time_display_format", timeText(workStartHour, workStartMinute),
                                 timeText(workEndHour, workEndMinute)),
             .now = texts.text("is_current_work_time_format", isInside ? "yes" : "no"),

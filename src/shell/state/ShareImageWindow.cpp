@@ -168,8 +168,8 @@ std::vector<std::vector<AppStat>> ShareImageWindow::groupedPreviews() const {
     return groups;
 }
 
-std::string ShareImageWindow::suggestedFileName() const {
-    return "时间记录分享_" + fileNameTime(runLoop_.now()) + ".png";
+std::string ShareImageWindow::suggestedFileName(const Localization& localization) const {
+    return localization.text("share_card_file_name", fileNameTime(runLoop_.now())) + ".png";
 }
 
 std::string ShareImageWindow::placeholder(const Localization& localization) const {

@@ -24,10 +24,6 @@ public:
     /// So many previews stand side by side.
     static constexpr std::size_t previewsInRow = 5;
 
-    // These two stand as they are in every language.
-    static constexpr const char* distributionToggleTitle = "显示时间分布";
-    static constexpr const char* highlightToggleTitle = "突出显示应用";
-
     /// What the main screen hands in.
     struct Inputs {
         std::vector<TimelineRecordSnapshot> records;
@@ -73,7 +69,7 @@ public:
     void share();
     void endSharing() { showingShareSheet_ = false; }
     /// What a file with the card is called if nobody says otherwise.
-    [[nodiscard]] std::string suggestedFileName() const;
+    [[nodiscard]] std::string suggestedFileName(const Localization& localization) const;
     /// What stands in the card's place while there is none.
     [[nodiscard]] std::string placeholder(const Localization& localization) const;
 

@@ -2,11 +2,11 @@
 
 #include "shell/app/AppServices.h"
 #include "shell/look/Controls.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Theme.h"
 #include "shell/window/LicencesSheet.h"
-#include "shell/window/Mark.h"
 #include "updates/ZelkorUpdateCommands.h"
 
 #include <QVBoxLayout>
@@ -41,7 +41,7 @@ void open(QWidget& window, AppServices& services) {
     auto* const sheet = new Sheet(window, {}, width);
     sheet->setAccessibleName(qt(texts.text("about_menu_title")));
     auto& body = sheet->body();
-    body.addWidget(new Mark(markSize), 0, Qt::AlignHCenter);
+    body.addWidget(new IconView("quorvane", markSize, &Theme::text), 0, Qt::AlignHCenter);
     body.addSpacing(12);
     body.addWidget(centred("Quorvane", TypeRole::title, &Theme::text));
     body.addWidget(centred(qt(texts.text("ui_about_version", services.application.shortVersion.value_or("-"),

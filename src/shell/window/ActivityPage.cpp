@@ -14,13 +14,14 @@
 #include "shell/look/Painting.h"
 #include "shell/look/Typography.h"
 #include "shell/praise/PraiseCard.h"
+#include "shell/signals/Subscribe.h"
 #include "shell/state/AbsenceOffer.h"
 #include "shell/state/RecordingState.h"
 #include "shell/window/ActivityLayout.h"
 #include "shell/window/AwayLine.h"
 #include "shell/window/DateHeader.h"
 #include "shell/window/DayPraise.h"
-#include "shell/window/PanelOverlay.h"
+#include "store/StoredNames.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -37,8 +38,8 @@ constexpr int lowBelow = 620;
 
 }  // namespace
 
-struct ActivityPage::Parts {
-    Services services;
+struct ActivityPageParts {
+    ActivityPage::Services services;
     LoadingState* loading = nullptr;
     EmptyState* unreadable = nullptr;
     bool wantsFocus = false;  ///< the view that shows next
@@ -54,33 +55,20 @@ struct ActivityPage::Parts {
     AwayLine* awayLine = nullptr;
     std::unique_ptr<DayPraise> praise;
     PraiseCard* praiseCard = nullptr;
-    QPointer<PanelOverlay> overlay;
+    QPointer<Sheet> sheet;  ///< of the project panel where it has no column
     bool detailsFloat = false;
-    Subscription activityChanged;
-    Subscription trackingChanged;
-    Subscription captureHealthChanged;
-    Subscription dayCategoryWanted;
-    Subscription detailsCategoryWanted;
-    Subscription detailsCloseWanted;
-    Subscription overlayCloseWanted;
-    Subscription shareWanted;
-    Subscription offerChanged;
 
     [[nodiscard]] DayTimelineChart& chart() const { return services.activity.chart(); }
 };
 
 ActivityPage::ActivityPage(const Services& services, QWidget* parent)
-    : QWidget(parent), parts_(std::make_unique<Parts>(Parts{.services = services})) {
+    : Keeps(std::make_unique<ActivityPageParts>(ActivityPageParts{.services = services})), QWidget(parent) {
     parts_->loading = new LoadingState(qt(services.localization.text("loading")), this);
-    parts_->activityChanged = services.activity.changed.subscribe([this] { follow(); });
+    subscribe(services.activity.changed, *this, [this] { follow(); });
     if (services.activity.isDataLoaded()) build();
 }
 
-// What shows the praise goes before its state does.
-ActivityPage::~ActivityPage() {
-    delete parts_->praiseCard;
-    delete parts_->awayLine;
-}
+ActivityPage::~ActivityPage() = default;
 
 // The parts are made with the data: an empty chart says that nothing was recorded, which isn't known before.
 void ActivityPage::build() {
@@ -90,7 +78,7 @@ void ActivityPage::build() {
     parts_->header = new DateHeader(chart, runLoop, services.localization, this);
     parts_->legend = new LegendPanel(chart, runLoop, services.localization, this);
     parts_->dayCard = new Card(this);
-    parts_->day = new DayChartView(chart, runLoop, services.localization);
+    parts_->day = new DayChartView(chart, runLoop, services.applicationIcons, services.localization);
     auto* const inside = new QVBoxLayout(parts_->dayCard);
     inside->setContentsMargins(1, 1, 1, 1);
     inside->addWidget(parts_->day);
@@ -100,25 +88,25 @@ void ActivityPage::build() {
         services.activity, services.context, services.localization, services.console, services.randomWords});
     parts_->praiseCard = new PraiseCard(parts_->praise->state(), services.localization, this);
     parts_->praiseCard->installEventFilter(this);
-    parts_->shareWanted = parts_->praiseCard->shareWanted.subscribe([this] { parts_->praise->share(*window()); });
-    parts_->details = new DetailsPanel(chart, services.localization, this);
+    subscribe(parts_->praiseCard->shareWanted, *this, [this] { parts_->praise->share(*window()); });
+    parts_->details = new DetailsPanel(chart, services.applicationIcons, services.localization, this);
     parts_->details->installEventFilter(this);
     parts_->project = new ProjectPanel(chart, services.localization, this);
     parts_->absenceOffer = std::make_unique<AbsenceOffer>(chart, services.tracker, services.context, runLoop);
     parts_->awayLine = new AwayLine(*parts_->absenceOffer, services.localization, this);
     parts_->awayLine->hide();
-    parts_->offerChanged = parts_->absenceOffer->changed.subscribe([this] { placeAwayLine(); });
+    subscribe(parts_->absenceOffer->changed, *this, [this] { placeAwayLine(); });
     const auto choose = [this](const ProcessedActivityItem& item) { chooseCategory(item); };
-    parts_->dayCategoryWanted = parts_->day->categoryWanted.subscribe(choose);
-    parts_->detailsCategoryWanted = parts_->details->categoryWanted.subscribe(choose);
-    parts_->detailsCloseWanted = parts_->details->closeWanted.subscribe([this] { letGo(); });
+    subscribe(parts_->day->categoryWanted, *this, choose);
+    subscribe(parts_->details->categoryWanted, *this, choose);
+    subscribe(parts_->details->closeWanted, *this, [this] { letGo(); });
     parts_->unreadable =
         new EmptyState("warn", qt(services.localization.text("ui_records_unreadable_title")), {}, this);
     auto* const again = pushButton(qt(services.localization.text("ui_try_again")));
     connect(again, &QAbstractButton::clicked, this, [this] { parts_->services.activity.refresh(); });
     parts_->unreadable->addButton(again);
-    parts_->trackingChanged = services.tracker.isTrackingChanged.subscribe([this](bool) { explainEmptyDay(); });
-    parts_->captureHealthChanged = services.tracker.captureHealthChanged.subscribe([this] { explainEmptyDay(); });
+    subscribe(services.tracker.isTrackingChanged, *this, [this](bool) { explainEmptyDay(); });
+    subscribe(services.tracker.captureHealthChanged, *this, [this] { explainEmptyDay(); });
     const auto* const focus = window()->focusWidget();
     const bool isWaitedFor = focus == nullptr || focus == parts_->loading;
     place();
@@ -150,7 +138,10 @@ void ActivityPage::explainEmptyDay() {
 }
 
 void ActivityPage::setMode(TimelineViewMode mode) {
-    if (parts_->header != nullptr) parts_->header->setMode(mode);
+    if (parts_->header == nullptr) return;
+    parts_->wantsFocus = true;
+    parts_->header->setMode(mode);
+    place();  // also where it is shown already
 }
 
 void ActivityPage::goToToday() {
@@ -197,7 +188,7 @@ void ActivityPage::place() {
         view->setVisible(isShown);
     }
     parts_->wantsFocus = parts_->wantsFocus || losesFocus;
-    if (!isCovered() && std::exchange(parts_->wantsFocus, false)) focusView(mode);
+    if (!isCovered() && std::exchange(parts_->wantsFocus, false)) mainView()->setFocus();
     if (layout.legend) parts_->legend->setGeometry(mirrored(*layout.legend));
     parts_->legend->setVisible(layout.legend && !isCovered());
     placePraise(layout);
@@ -207,12 +198,14 @@ void ActivityPage::place() {
 }
 
 /// The keyboard stays with the time that is shown.
-void ActivityPage::focusView(TimelineViewMode mode) {
-    switch (mode) {
-    case TimelineViewMode::day: return parts_->day->setFocus();
-    case TimelineViewMode::week: return parts_->week->setFocus();
-    case TimelineViewMode::month: return parts_->month->setFocus();
+QWidget* ActivityPage::mainView() const {
+    if (parts_->header == nullptr) return nullptr;
+    switch (parts_->chart().currentViewMode()) {
+    case TimelineViewMode::day: break;
+    case TimelineViewMode::week: return parts_->week->focusProxy();
+    case TimelineViewMode::month: return parts_->month->focusProxy();
     }
+    return parts_->day;
 }
 
 void ActivityPage::placePraise(const ActivityLayout& layout) {
@@ -270,20 +263,19 @@ void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
     auto& panel = *parts_->project;
     const bool isShown = parts_->chart().projectSelector() != nullptr;
     if (isShown && !layout.side) {
-        if (parts_->overlay) return;
-        parts_->overlay = new PanelOverlay(*this, panel, ActivityLayout::sheetWidth,
-                                           qt(parts_->services.localization.text("timeline_assign_project")));
+        if (parts_->sheet) return;
+        const auto name = parts_->services.localization.text("timeline_assign_project");
+        parts_->sheet = new Sheet(*window(), qt(name), ActivityLayout::sheetWidth);
+        parts_->sheet->setContent(panel);
+        connect(parts_->sheet, &QDialog::rejected, this, [this] { parts_->chart().cancelProjectSelection(); });
         panel.setFocus();
-        parts_->overlayCloseWanted =
-            parts_->overlay->closeWanted.subscribe([this] { parts_->chart().cancelProjectSelection(); });
+        parts_->sheet->open();
         return;
     }
     const bool wasShown = panel.isVisible();
-    if (parts_->overlay) {
+    if (Sheet* const sheet = std::exchange(parts_->sheet, nullptr)) {
         panel.setParent(this);  // which hides it
-        parts_->overlay->deleteLater();
-        parts_->overlay->hide();
-        parts_->overlay.clear();
+        sheet->accept();
     }
     if (isShown) panel.setGeometry(mirrored(*layout.side));
     if (!isShown && wasShown) parts_->day->setFocus();
@@ -318,8 +310,9 @@ void ActivityPage::letGo() {
 void ActivityPage::chooseCategory(const ProcessedActivityItem& item) {
     auto picker = parts_->services.activity.categoryPicker(item);
     if (picker == nullptr) return;
-    CategorySheet::open(*window(), std::move(picker), parts_->services.categories, item.appName,
-                        parts_->services.localization, [page = QPointer(this)] {
+    const bool hasName = item.appName != StoredNames::unknownApp;
+    CategorySheet::open(*window(), std::move(picker), parts_->services.categories,
+                        hasName ? item.appName : std::string(), parts_->services.localization, [page = QPointer(this)] {
                             if (page == nullptr) return;
                             page->parts_->services.activity.refresh();
                             page->parts_->details->showMarkingSuccess();

@@ -2,8 +2,10 @@
 
 #include "diagnostics/ConsoleSink.h"
 #include "l10n/Localization.h"
+#include "platform/ApplicationIcons.h"
 #include "praise/RandomIndex.h"
 #include "rules/CategoryTagManager.h"
+#include "shell/signals/Keeps.h"
 #include "shell/state/MyActivityView.h"
 #include "timeline/ProcessedActivityItem.h"
 #include "tracking/ActivityTracker.h"
@@ -14,9 +16,10 @@
 namespace quorvane {
 
 struct ActivityLayout;
+struct ActivityPageParts;
 
 /// The timeline section: the header, and below it the day with its lists and panels, the week or the month.
-class ActivityPage : public QWidget {
+class ActivityPage : private Keeps<ActivityPageParts>, public QWidget {
 public:
     /// All of it outlives the page.
     struct Services {
@@ -24,6 +27,7 @@ public:
         ActivityTracker& tracker;
         const CategoryTagManager& categories;
         ModelContext& context;
+        const platform::ApplicationIcons& applicationIcons;
         const Localization& localization;
         ConsoleSink& console;
         RandomWords randomWords = secureRandomWord;  ///< chooses the praise
@@ -36,6 +40,9 @@ public:
     void setMode(TimelineViewMode mode);
     void goToToday();
 
+    /// What shows the time and takes the keys for it; null until there is something to show.
+    [[nodiscard]] QWidget* mainView() const;
+
 protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -44,15 +51,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Parts;
-
     void build();
     void follow();
     void place();
     void explainEmptyDay();
     [[nodiscard]] bool isCovered() const;
     void cover();
-    void focusView(TimelineViewMode mode);
     void placePraise(const ActivityLayout& layout);
     /// What the praise leaves of the side for the details.
     [[nodiscard]] QRect detailsColumn(const ActivityLayout& layout) const;
@@ -62,8 +66,6 @@ private:
     void letGo();
     void chooseCategory(const ProcessedActivityItem& item);
     [[nodiscard]] QRect mirrored(const QRect& rectangle) const;
-
-    std::unique_ptr<Parts> parts_;
 };
 
 }  // namespace quorvane

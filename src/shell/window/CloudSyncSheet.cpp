@@ -29,10 +29,8 @@ public:
         : Sheet(window, CloudKitSyncView::title, sheetWidth), window_(window), services_(services),
           state_(services.cloudKitSyncService, services.context, services.runLoop, services.localization),
           status_(new SyncStatusWell), problem_(new SyncProblemWell),
-          fullSync_(makeButton(CloudKitSyncView::performFullSyncTitle, "refresh", "plain",
-                               &CloudKitSyncView::performFullSync)),
-          syncRecords_(makeButton(CloudKitSyncView::syncActivityRecordsTitle, "cloud", "primary",
-                                  &CloudKitSyncView::syncActivityRecords)) {
+          fullSync_(makeButton("sync_full", "refresh", "plain", &CloudKitSyncView::performFullSync)),
+          syncRecords_(makeButton("sync_records", "cloud", "primary", &CloudKitSyncView::syncActivityRecords)) {
         body().setSpacing(gap);
         body().addWidget(status_);
         body().addWidget(problem_);
@@ -45,8 +43,8 @@ public:
     }
 
 private:
-    QPushButton* makeButton(const char* text, const char* iconName, const char* kind, void (CloudKitSyncView::*act)()) {
-        auto* const button = pushButton(QString::fromUtf8(text), kind);
+    QPushButton* makeButton(TextKey text, const char* iconName, const char* kind, void (CloudKitSyncView::*act)()) {
+        auto* const button = pushButton(qt(services_.localization.text(text)), kind);
         button->setIcon(icon(QString::fromLatin1(iconName)));
         connect(button, &QAbstractButton::clicked, this, [this, button, act] {
             pressed_ = button;
@@ -56,7 +54,8 @@ private:
     }
 
     void addNote() {
-        auto* const note = new Label(CloudKitSyncView::metadataNote, TypeRole::body, &Theme::text2);
+        auto* const note =
+            new Label(qt(services_.localization.text("sync_metadata_note")), TypeRole::body, &Theme::text2);
         note->setWordWrap(true);
         note->setTextInteractionFlags(Qt::TextSelectableByMouse);
         auto* const mark = new QVBoxLayout;
@@ -79,7 +78,7 @@ private:
         line->addWidget(fullSync_, 1);
         line->addWidget(syncRecords_, 1);
         addToFootStart(foot);
-        syncRecords_->setDefault(true);
+        setDefault(syncRecords_);
     }
 
     void follow() {

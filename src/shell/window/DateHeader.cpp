@@ -3,6 +3,7 @@
 #include "shell/look/Controls.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -51,7 +52,7 @@ DateHeader::DateHeader(DayTimelineChart& chart, platform::RunLoop& runLoop, cons
     buildModes(*row);
     row->addStretch(1);
     buildZoom(*row);
-    chartChanged_ = chart_.changed.subscribe([this] { showState(); });
+    subscribe(chart_.changed, *this, [this] { showState(); });
     showState();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Signal.h"
 #include "l10n/Localization.h"
 #include "timeline/DayTimelineChart.h"
 
@@ -46,7 +45,6 @@ private:
     QPushButton* zoomOut_ = nullptr;
     Label* zoomValue_ = nullptr;
     QPushButton* zoomIn_ = nullptr;
-    Subscription chartChanged_;
 };
 
 }  // namespace quorvane

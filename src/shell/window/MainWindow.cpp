@@ -9,6 +9,7 @@
 #include "shell/look/Typography.h"
 #include "shell/rules/RulesPage.h"
 #include "shell/settings/SettingsSheet.h"
+#include "shell/signals/Subscribe.h"
 #include "shell/window/AboutSheet.h"
 #include "shell/window/ActivityPage.h"
 #include "shell/window/ApplicationMenu.h"
@@ -17,6 +18,7 @@
 #include "shell/window/SectionPages.h"
 #include "shell/window/Shortcuts.h"
 #include "shell/window/Sidebar.h"
+#include "shell/window/UpdateNotice.h"
 #include "shell/window/WindowFrame.h"
 
 #include <QApplication>
@@ -26,6 +28,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QTimer>
+#include <memory>
 #include <utility>
 
 namespace quorvane {
@@ -39,12 +42,12 @@ constexpr const char* closeHintKey = "hasSeenCloseHint";
 }  // namespace
 
 MainWindow::MainWindow(AppServices& services)
-    : services_(services), content_(services.context, services.tracker, services.console),
-      activity_(services.container, services.runLoop, services.categories, services.console),
+    : Keeps(std::make_unique<MainWindowStates>(services)), services_(services),
       sidebar_(new Sidebar(services.tracker, services.context, services.runLoop, services.localization, this)),
-      activityPage_(new ActivityPage({activity_, services.tracker, services.categories, services.context,
-                                      services.localization, services.console, services.randomWords})),
-      pages_(makePages()), updateNotice_(*this, services) {
+      activityPage_(
+          new ActivityPage({activity(), services.tracker, services.categories, services.context,
+                            services.applicationIcons, services.localization, services.console, services.randomWords})),
+      pages_(makePages()), updateNotice_(new UpdateNotice(*this, services)) {
     setWindowTitle(ContentView::windowTitle);
     setAccessibleRole(*this, QAccessible::Window);
     setMinimumSize(leastSize);
@@ -54,43 +57,42 @@ MainWindow::MainWindow(AppServices& services)
     row->addWidget(sidebar_);
     row->addWidget(pages_, 1);
     chooseSection(MainSection::activity);
-    Shortcuts::add(*this, *activityPage_, services_, activity_.chart());
-    sectionChosen_ = sidebar_->sectionChosen.subscribe([this](MainSection section) { chooseSection(section); });
-    settingsWanted_ = sidebar_->settingsWanted.subscribe([this] { openSettings(SettingsSheet::Page::general); });
-    healthWanted_ = sidebar_->healthWanted.subscribe([this] { openSettings(SettingsSheet::Page::capture); });
-    cloudSyncWanted_ = sidebar_->cloudSyncWanted.subscribe([this] { openCloudSync(); });
-    aboutWanted_ = sidebar_->aboutWanted.subscribe([this] { openAbout(); });
-    aboutRequested_ = services_.aboutRequested.subscribe([this] { openAbout(); });
-    leftMany_ = activity_.leftMany.subscribe([this] { services_.returnMemory(); });
+    Shortcuts::add(*this, *activityPage_, services_, activity().chart());
+    subscribe(sidebar_->sectionChosen, *this, [this](MainSection section) { chooseSection(section); });
+    subscribe(sidebar_->settingsWanted, *this, [this] { openSettings(SettingsSheet::Page::general); });
+    subscribe(sidebar_->healthWanted, *this, [this] { openSettings(SettingsSheet::Page::capture); });
+    subscribe(sidebar_->cloudSyncWanted, *this, [this] { openCloudSync(); });
+    subscribe(sidebar_->aboutWanted, *this, [this] { openAbout(); });
+    subscribe(services_.aboutRequested, *this, [this] { openAbout(); });
+    subscribe(activity().leftMany, *this, [this] { services_.returnMemory(); });
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state != Qt::ApplicationActive) activity_.chart().applicationLeft();
+        if (state != Qt::ApplicationActive) activity().chart().applicationLeft();
     });
     resize(firstSize);
-    WindowFrame::restore(*this, services_.defaults);
-}
-
-// What shows the states goes before the states do: even a widget that is about to go loses the focus with an event.
-MainWindow::~MainWindow() {
-    qApp->disconnect(this);
-    hide();
-    delete logWindow_;
-    qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+    new WindowFrame(*this, services_.defaults, services_.runLoop);
 }
 
 SectionPages* MainWindow::makePages() {
     return new SectionPages(
-        {{{.make = [this] { return activityPage_; }},
+        {{{.make = [this] { return activityPage_; },
+           .mainView = [this](QWidget&) { return activityPage_->mainView(); }},
           {.make = [this] { return BillingSheets::makePage(services_); }},
-          {.make = [this] { return new RulesPage(services_); }},
+          {.make = [this] { return new RulesPage(services_); },
+           .mainView = [](QWidget& page) { return static_cast<RulesPage&>(page).mainView(); }},
           {.make = [this] { return new ExportPage(services_); },
            .mayRenew = [](QWidget& page) { return !static_cast<ExportPage&>(page).isExporting(); }}}},
         this);
 }
 
 void MainWindow::chooseSection(MainSection section) {
-    content_.setSelectedSection(section);
+    parts_->content.setSelectedSection(section);
     sidebar_->setSection(section);
     pages_->choose(section);
+}
+
+void MainWindow::goToSection(MainSection section) {
+    chooseSection(section);
+    pages_->focusPage();
 }
 
 void MainWindow::openSettings(SettingsSheet::Page page) {
@@ -103,6 +105,7 @@ void MainWindow::openLog() {
     if (!logWindow_) {
         logWindow_ = new LogViewerWindow(services_.logger, services_.localization);
         logWindow_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(this, &QObject::destroyed, [log = logWindow_] { delete log.data(); });
     }
     logWindow_->show();
     logWindow_->raise();
@@ -122,10 +125,10 @@ void MainWindow::showEvent(QShowEvent* event) {
     if (std::exchange(hasBegun_, true)) return;
     // The window shows first; tracking and the records come in the next turn.
     QTimer::singleShot(0, this, [this] {
-        content_.runFirstTask();
-        content_.runSecondTask();
-        activity_.load();
-        updateNotice_.show();
+        parts_->content.runFirstTask();
+        parts_->content.runSecondTask();
+        activity().load();
+        updateNotice_->show();
     });
 }
 
@@ -136,8 +139,8 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 
 void MainWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && activity_.isDataLoaded())
-        activity_.chart().applicationBecameActive();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && activity().isDataLoaded())
+        activity().chart().applicationBecameActive();
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent* event) {
@@ -155,7 +158,6 @@ void MainWindow::paintEvent(QPaintEvent*) {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (!mayClose()) return event->ignore();
-    WindowFrame::keep(*this, services_.defaults);
     QWidget::closeEvent(event);
 }
 

@@ -2,9 +2,9 @@
 
 #include "shell/app/AppServices.h"
 #include "shell/settings/SettingsSheet.h"
+#include "shell/signals/Keeps.h"
 #include "shell/state/ContentView.h"
 #include "shell/state/MyActivityView.h"
-#include "shell/window/UpdateNotice.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -16,21 +16,33 @@ class ActivityPage;
 class LogViewerWindow;
 class SectionPages;
 class Sidebar;
+class UpdateNotice;
+
+/// What the window's parts show.
+struct MainWindowStates {
+    explicit MainWindowStates(AppServices& services)
+        : content(services.context, services.tracker, services.console),
+          activity(services.container, services.runLoop, services.categories, services.console) {}
+
+    ContentView content;
+    MyActivityView activity;
+};
 
 /// The main window: the sidebar, and beside it the chosen section. Made anew each time it is opened, it begins with the
 /// timeline; its size and place are remembered. Closing it leaves the recording as it is.
-class MainWindow : public QWidget {
+class MainWindow : private Keeps<MainWindowStates>, public QWidget {
 public:
     explicit MainWindow(AppServices& services);
-    ~MainWindow() override;
 
     void chooseSection(MainSection section);
+    /// The same for the keyboard, which goes on there.
+    void goToSection(MainSection section);
     void openSettings(SettingsSheet::Page page = SettingsSheet::Page::general);
     void openCloudSync();
     void openAbout();
     /// The log, in a window of its own, of which there is one. It goes with this one.
     void openLog();
-    [[nodiscard]] MyActivityView& activity() { return activity_; }
+    [[nodiscard]] MyActivityView& activity() { return parts_->activity; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -46,21 +58,12 @@ private:
     [[nodiscard]] bool mayClose();
 
     AppServices& services_;
-    ContentView content_;
-    MyActivityView activity_;
     Sidebar* sidebar_;
     ActivityPage* activityPage_;
     SectionPages* pages_;
     QPointer<LogViewerWindow> logWindow_;
-    UpdateNotice updateNotice_;
+    UpdateNotice* updateNotice_;
     bool hasBegun_ = false;
-    Subscription sectionChosen_;
-    Subscription settingsWanted_;
-    Subscription healthWanted_;
-    Subscription cloudSyncWanted_;
-    Subscription aboutWanted_;
-    Subscription aboutRequested_;
-    Subscription leftMany_;
 };
 
 }  // namespace quorvane

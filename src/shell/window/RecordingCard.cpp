@@ -6,6 +6,7 @@
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Subscribe.h"
 #include "store/ActivityRecord.h"
 
 #include <QEvent>
@@ -48,10 +49,10 @@ RecordingCard::RecordingCard(ActivityTracker& tracker, ModelContext& context, pl
     column->addWidget(health_);
     connect(fix_, &QAbstractButton::clicked, this, [this] { healthWanted.send(); });
     connect(toggle_, &QAbstractButton::clicked, this, [this] { tracker_.toggle(); });
-    captureHealthChanged_ = tracker_.captureHealthChanged.subscribe([this] { showState(); });
-    presenceChanged_ = tracker_.presenceChanged.subscribe([this] { showState(); });
-    trackingChanged_ = tracker_.isTrackingChanged.subscribe([this](bool) { showState(); });
-    recordsChanged_ = context.didChange.subscribe([this](const EntityChange& change) {
+    subscribe(tracker_.captureHealthChanged, *this, [this] { showState(); });
+    subscribe(tracker_.presenceChanged, *this, [this] { showState(); });
+    subscribe(tracker_.isTrackingChanged, *this, [this](bool) { showState(); });
+    subscribe(context.didChange, *this, [this](const EntityChange& change) {
         const bool isRecord = &change.entity->entityDescription() == &ActivityRecord::description();
         if (isRecord) showSoon();
     });
@@ -72,11 +73,9 @@ void RecordingCard::setRail(bool isRail) {
 
 void RecordingCard::showSoon() {
     if (std::exchange(isShownSoon_, true)) return;
-    runLoop_.post([weak = weak_.handle()] {
-        auto* self = weak.get();
-        if (self == nullptr) return;
-        self->isShownSoon_ = false;
-        self->showState();
+    postFor(*this, runLoop_, [this] {
+        isShownSoon_ = false;
+        showState();
     });
 }
 

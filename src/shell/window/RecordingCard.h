@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/Signal.h"
-#include "base/Weak.h"
 #include "l10n/Localization.h"
 #include "platform/RunLoop.h"
 #include "store/ModelContext.h"
@@ -51,11 +50,6 @@ private:
     QPushButton* toggle_;
     bool isShownSoon_ = false;  ///< records change in bursts; they are shown once
     bool isRail_ = false;
-    Subscription trackingChanged_;
-    Subscription captureHealthChanged_;
-    Subscription presenceChanged_;
-    Subscription recordsChanged_;
-    WeakSource<RecordingCard> weak_{*this};
 };
 
 }  // namespace quorvane

@@ -1,18 +1,14 @@
 #include "shell/window/SectionPages.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <utility>
 
 namespace quorvane {
 namespace {
 
-/// The first part of the page that Tab reaches; null if there is none.
-QWidget* firstStop(QWidget& page) {
-    for (QWidget* next = page.nextInFocusChain(); next != &page; next = next->nextInFocusChain()) {
-        const bool takesTab = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisible();
-        if (takesTab && page.isAncestorOf(next)) return next;
-    }
-    return nullptr;
+bool takesKeys(const QWidget& widget) {
+    return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isEnabled() && widget.isVisible();
 }
 
 }  // namespace
@@ -28,8 +24,17 @@ void SectionPages::choose(MainSection section) {
     const bool hadFocus = before != nullptr && focus != nullptr && before->isAncestorOf(focus);
     renew(index);
     setCurrentWidget(pages_[index]);
-    if (!hadFocus) return;
-    if (auto* const stop = firstStop(*pages_[index])) stop->setFocus(Qt::OtherFocusReason);
+    if (hadFocus) focusPage();
+}
+
+void SectionPages::focusPage() {
+    QWidget* const page = currentWidget();
+    const auto& mainView = makers_[static_cast<std::size_t>(std::ranges::find(pages_, page) - pages_.begin())].mainView;
+    QWidget* stop = mainView ? mainView(*page) : nullptr;
+    if (stop == nullptr || !takesKeys(*stop))
+        for (stop = page->nextInFocusChain(); stop != page; stop = stop->nextInFocusChain())
+            if (takesKeys(*stop) && page->isAncestorOf(stop)) break;
+    if (stop != page) stop->setFocus(Qt::OtherFocusReason);
 }
 
 void SectionPages::renew(std::size_t index) {

@@ -16,6 +16,9 @@ public:
         std::function<QWidget*()> make;
         /// Made anew whenever another section was chosen in between, unless its page is still at work.
         std::function<bool(QWidget& page)> mayRenew{};
+        /// What takes the keys first if it is shown; without it the first part that Tab reaches. A focus proxy would
+        /// take Tab away from the page's other parts.
+        std::function<QWidget*(QWidget& page)> mainView{};
     };
 
     /// In the sections' order.
@@ -23,6 +26,8 @@ public:
 
     /// Shows the section's page. The focus goes with it if it was in the page before.
     void choose(MainSection section);
+    /// Gives the focus to the page that is shown.
+    void focusPage();
 
 private:
     void renew(std::size_t index);

@@ -29,7 +29,7 @@ Act step(QWidget& widget, DayTimelineChart& chart, int direction) {
 void addSections(MainWindow& window) {
     for (const MainSection section : allMainSections) {
         const auto number = QString::number(static_cast<int>(section) + 1);
-        on(window, QKeySequence("Ctrl+" + number), [&window, section] { window.chooseSection(section); });
+        on(window, QKeySequence("Ctrl+" + number), [&window, section] { window.goToSection(section); });
     }
 }
 

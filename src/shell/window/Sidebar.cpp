@@ -1,10 +1,10 @@
 #include "shell/window/Sidebar.h"
 
 #include "shell/look/Controls.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Theme.h"
-#include "shell/window/Mark.h"
-#include "shell/window/NavigationButton.h"
+#include "shell/signals/Subscribe.h"
 #include "shell/window/RecordingCard.h"
 
 #include <QHBoxLayout>
@@ -27,13 +27,13 @@ Sidebar::Sidebar(ActivityTracker& tracker, ModelContext& context, platform::RunL
     column_->addStretch(1);
     recording_ = new RecordingCard(tracker, context, runLoop, localization, this);
     column_->addWidget(recording_);
-    healthAsked_ = recording_->healthWanted.subscribe([this] { healthWanted.send(); });
+    subscribe(recording_->healthWanted, *this, [this] { healthWanted.send(); });
     addTools(*column_, localization);
     setRail(false);
 }
 
 void Sidebar::addHead(QVBoxLayout& column) {
-    auto* const mark = new Mark(markSize, this);
+    auto* const mark = new IconView("quorvane", markSize, &Theme::text, this);
     name_ = new Label("Quorvane", TypeRole::head, &Theme::text, this);
     auto* const row = new QHBoxLayout;
     row->setContentsMargins(8, 0, 0, 0);
@@ -46,7 +46,11 @@ void Sidebar::addHead(QVBoxLayout& column) {
 
 void Sidebar::addSections(QVBoxLayout& column, const Localization& localization) {
     for (const MainSection section : allMainSections) {
-        auto* const button = new NavigationButton(iconName(section), qt(title(section, localization)), this);
+        auto* const button = pushButton(qt(title(section, localization)), "navigation", this);
+        button->setIcon(icon(iconName(section)));
+        button->setAccessibleName(button->text());
+        button->setCheckable(true);
+        button->setAutoExclusive(true);
         connect(button, &QAbstractButton::clicked, this, [this, section] { sectionChosen.send(section); });
         column.addWidget(button);
         sections_.push_back(button);
@@ -75,8 +79,10 @@ void Sidebar::setRail(bool isRail) {
     setFixedWidth(isRail ? railWidth : fullWidth);
     column_->setContentsMargins(isRail ? QMargins(5, 16, 6, 12) : QMargins(12, 16, 13, 12));
     name_->setVisible(!isRail);
-    for (NavigationButton* const button : sections_)
-        button->setRail(isRail);
+    for (QPushButton* const button : sections_) {
+        button->setText(isRail ? QString() : button->accessibleName());
+        button->setToolTip(isRail ? button->accessibleName() : QString());
+    }
     recording_->setRail(isRail);
     tools_->setDirection(isRail ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }

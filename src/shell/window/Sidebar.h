@@ -16,7 +16,6 @@ class QPushButton;
 namespace quorvane {
 
 class Label;
-class NavigationButton;
 class RecordingCard;
 
 /// The window's side: the sections, the state of the recording, and the tool bar. In a narrow window it is a rail of
@@ -47,9 +46,8 @@ private:
     void addTools(QVBoxLayout& column, const Localization& localization);
 
     Label* name_ = nullptr;
-    std::vector<NavigationButton*> sections_;  ///< in the sections' order
+    std::vector<QPushButton*> sections_;  ///< in the sections' order
     RecordingCard* recording_ = nullptr;
-    Subscription healthAsked_;
     QBoxLayout* tools_ = nullptr;
     QVBoxLayout* column_;
     bool isRail_ = false;

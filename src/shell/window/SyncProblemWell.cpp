@@ -1,13 +1,11 @@
 #include "shell/window/SyncProblemWell.h"
 
-#include "shell/look/AccessibleRole.h"
 #include "shell/look/IconView.h"
+#include "shell/look/Kind.h"
 #include "shell/look/Label.h"
-#include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
 namespace quorvane {
@@ -25,9 +23,8 @@ Label* selectable(TypeRole role) {
 }  // namespace
 
 SyncProblemWell::SyncProblemWell(QWidget* parent)
-    : QFrame(parent), icon_(new IconView(QStringLiteral("warn"), iconSize, &Theme::bad)),
+    : Well("bad", parent), icon_(new IconView(QStringLiteral("warn"), iconSize, &Theme::bad)),
       text_(selectable(TypeRole::body)), cause_(selectable(TypeRole::caption)) {
-    setAccessibleRole(*this, QAccessible::Grouping);
     auto* const words = new QVBoxLayout;
     words->setSpacing(2);
     words->addWidget(text_);
@@ -45,22 +42,15 @@ SyncProblemWell::SyncProblemWell(QWidget* parent)
 void SyncProblemWell::show(const std::optional<CloudKitSyncView::Problem>& problem) {
     setVisible(problem.has_value());
     if (!problem) return;
-    isFailure_ = problem->isFailure;
-    QColor Theme::*const ink = isFailure_ ? &Theme::bad : &Theme::accInk;
-    icon_->setIcon(isFailure_ ? QStringLiteral("warn") : QStringLiteral("info"), ink);
+    const bool isFailure = problem->isFailure;
+    setKind(*this, isFailure ? "well bad" : "well info");
+    QColor Theme::*const ink = isFailure ? &Theme::bad : &Theme::accInk;
+    icon_->setIcon(isFailure ? QStringLiteral("warn") : QStringLiteral("info"), ink);
     text_->setColor(ink);
     text_->setText(qt(problem->text));
     cause_->setColor(ink);
     cause_->setText(qt(problem->cause));
     cause_->setVisible(!problem->cause.empty());
-    update();
-}
-
-void SyncProblemWell::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    const Theme& t = theme();
-    paintPanel(painter, rect(), Metrics::controlRadius, isFailure_ ? t.badSoft : t.accSoft,
-               t.isHighContrast ? t.line : QColor());
 }
 
 }  // namespace quorvane

@@ -1,19 +1,20 @@
 #include "shell/window/SyncStatusWell.h"
 
-#include "shell/look/AccessibleRole.h"
 #include "shell/look/Chip.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 #include "shell/state/CloudKitSyncView.h"
-#include "shell/window/SyncSymbol.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
 namespace quorvane {
 namespace {
+
+constexpr int symbolSize = 20;
+constexpr int wellSide = 40;
 
 using Availability = CloudKitSyncView::Availability;
 
@@ -26,17 +27,22 @@ Chip::Tone toneOf(Availability availability) {
     return Chip::Tone::neutral;
 }
 
-SyncSymbol::State symbolStateOf(const CloudKitSyncView& state) {
-    if (state.isSyncing()) return SyncSymbol::State::syncing;
-    return state.availability() == Availability::available ? SyncSymbol::State::available : SyncSymbol::State::idle;
+struct SymbolLook {
+    QColor Theme::*ink;
+    QColor Theme::*ground;
+};
+
+SymbolLook symbolLookOf(const CloudKitSyncView& state) {
+    if (state.isSyncing()) return {&Theme::accInk, &Theme::accSoft};
+    if (state.availability() == Availability::available) return {&Theme::ok, &Theme::okSoft};
+    return {&Theme::text2, &Theme::surface};
 }
 
 }  // namespace
 
 SyncStatusWell::SyncStatusWell(QWidget* parent)
-    : QFrame(parent), symbol_(new SyncSymbol), status_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
-      chip_(new Chip({})) {
-    setAccessibleRole(*this, QAccessible::Grouping);
+    : Well("", parent), symbol_(new IconView({}, symbolSize, &Theme::text2)),
+      status_(new Label({}, TypeRole::labelPlain, &Theme::text2)), chip_(new Chip({})) {
     status_->setElided(true);
     auto* const words = new QVBoxLayout;
     words->setSpacing(1);
@@ -51,15 +57,12 @@ SyncStatusWell::SyncStatusWell(QWidget* parent)
 }
 
 void SyncStatusWell::show(const CloudKitSyncView& state) {
-    symbol_->setState(symbolStateOf(state), state.symbol());
+    const auto [ink, ground] = symbolLookOf(state);
+    symbol_->setIcon(state.symbol(), ink);
+    symbol_->setWell(wellSide, Metrics::cardRadius, ground);
     status_->setText(qt(state.statusText()));
     chip_->setText(qt(state.availabilityText()));
     chip_->setTone(toneOf(state.availability()));
-}
-
-void SyncStatusWell::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    paintPanel(painter, rect(), Metrics::cardRadius, theme().sunken, theme().isHighContrast ? theme().line : QColor());
 }
 
 }  // namespace quorvane

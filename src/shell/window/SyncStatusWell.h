@@ -1,25 +1,22 @@
 #pragma once
 
-#include <QFrame>
+#include "shell/look/Card.h"
 
 namespace quorvane {
 
 class Chip;
 class CloudKitSyncView;
+class IconView;
 class Label;
-class SyncSymbol;
 
 /// How the cloud stands, and how far the sync is or when the last one was.
-class SyncStatusWell : public QFrame {
+class SyncStatusWell : public Well {
 public:
     explicit SyncStatusWell(QWidget* parent = nullptr);
     void show(const CloudKitSyncView& state);
 
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
 private:
-    SyncSymbol* symbol_;
+    IconView* symbol_;
     Label* status_;
     Chip* chip_;
 };

@@ -3,6 +3,7 @@
 #include "shell/app/AppServices.h"
 #include "shell/look/Alert.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Subscribe.h"
 #include "updates/UpdateAlert.h"
 
 #include <QDesktopServices>
@@ -11,9 +12,11 @@
 
 namespace quorvane {
 UpdateNotice::UpdateNotice(QWidget& window, AppServices& services)
-    : window_(window), services_(services), changed_(services.updates.changed.subscribe([this] {
-          if (window_.isVisible()) show();
-      })) {}
+    : QObject(&window), window_(window), services_(services) {
+    subscribe(services.updates.changed, *this, [this] {
+        if (window_.isVisible()) show();
+    });
+}
 
 std::function<void()> UpdateNotice::closing(std::function<void()> act) {
     return [this, wanted = std::move(act)] {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "base/Signal.h"
-
+#include <QObject>
 #include <functional>
 #include <string>
 
@@ -12,9 +11,9 @@ namespace quorvane {
 struct AppServices;
 
 /// Tells over its window what the search for updates has found: a new version, and whatever the user asked for.
-class UpdateNotice {
+class UpdateNotice : public QObject {
 public:
-    /// Both outlive it.
+    /// Goes with the window. The services outlive it.
     UpdateNotice(QWidget& window, AppServices& services);
 
     /// What was found while there was no window; later findings show by themselves.
@@ -26,7 +25,6 @@ private:
     QWidget& window_;
     AppServices& services_;
     bool isShown_ = false;
-    Subscription changed_;
 };
 
 }  // namespace quorvane

@@ -1,23 +1,35 @@
 #include "shell/window/WindowFrame.h"
 
-#include <QByteArray>
+#include <QEvent>
 #include <QWidget>
 #include <string_view>
 
-namespace quorvane::WindowFrame {
+namespace quorvane {
 namespace {
 
-constexpr std::string_view key = "mainWindowFrame";
+constexpr std::string_view frameKey = "mainWindowFrame";
+constexpr Seconds calm = 0.5s;
 
 }  // namespace
 
-void restore(QWidget& window, const platform::UserDefaults& defaults) {
-    if (const auto kept = defaults.value(key))
-        window.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(*kept)));
+WindowFrame::WindowFrame(QWidget& window, platform::UserDefaults& defaults, platform::RunLoop& runLoop)
+    : QObject(&window), window_(window), defaults_(defaults), runLoop_(runLoop) {
+    if (const auto kept = defaults_.value(frameKey))
+        window_.restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(*kept)));
+    window_.installEventFilter(this);
 }
 
-void keep(const QWidget& window, platform::UserDefaults& defaults) {
-    defaults.setValue(key, window.saveGeometry().toBase64().toStdString());
+void WindowFrame::keep() {
+    soon_.reset();
+    defaults_.setValue(frameKey, window_.saveGeometry().toBase64().toStdString());
 }
 
-}  // namespace quorvane::WindowFrame
+bool WindowFrame::eventFilter(QObject* watched, QEvent* event) {
+    const auto type = event->type();
+    const bool isChange = type == QEvent::Move || type == QEvent::Resize || type == QEvent::WindowStateChange;
+    if (isChange && window_.isVisible()) soon_ = runLoop_.after(calm, [this] { keep(); });
+    if (type == QEvent::Hide && !event->spontaneous()) keep();
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace quorvane

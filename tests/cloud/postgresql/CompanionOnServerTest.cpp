@@ -110,7 +110,7 @@ TEST_F(CompanionOnServerTest, AfterABrokenConnectionTheNextSyncFinishesTheRestWi
                         "CREATE TRIGGER cut AFTER INSERT ON quorvane.private_records EXECUTE FUNCTION cut()");
     const auto cutOff = sync();
     EXPECT_EQ(cutOff.status, 1);
-    EXPECT_THAT(cutOff.err, HasSubstr("quorvane-cli: 同步失败: The server ended the connection"));
+    EXPECT_THAT(cutOff.err, HasSubstr("quorvane-cli: Cloud error: The server ended the connection"));
     EXPECT_EQ(server.sql("alice", "SELECT count(*) FROM quorvane.private_records"), "3000");
     server.sql("admin", "DROP TRIGGER cut ON quorvane.private_records");
     EXPECT_EQ(sync().status, 0);
@@ -154,7 +154,10 @@ TEST_F(CompanionOnServerTest, WithoutAServiceNothingIsWrittenAndItSaysHow) {
     use(folder_ / "missing.conf");
     const auto result = sync("new.sqlite");
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("quorvane-cli: CloudKit不可用，请检查iCloud登录状态 (there is no libpq service"));
+    EXPECT_THAT(
+        result.err,
+        HasSubstr(
+            "quorvane-cli: The cloud is not available. Check how this computer signs in. (there is no libpq service"));
     EXPECT_FALSE(std::filesystem::exists(folder_ / "new.sqlite"));
 }
 

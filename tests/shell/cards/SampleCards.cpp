@@ -37,7 +37,7 @@ SampleCard sample(const std::string& name, const std::string& message, const std
 std::vector<SampleCard> sampleCards() {
     std::vector<SampleCard> all{
         sample("light", "Your focus today would make a Swiss watchmaker look distracted.",
-               "You coded with Visual Studio Code for 1.3小时 hours today",
+               "You coded with Visual Studio Code for 1.3 hours today",
                {{"Visual Studio Code", 2.7},
                 {"Figma", 1.3},
                 {"Firefox", 1.2},
@@ -45,7 +45,7 @@ std::vector<SampleCard> sampleCards() {
                 {"Slack", 0.5},
                 {"Terminal", 0.4}}),
         sample("rich", "Ideas bloomed today like a garden in May, and every bee in it took notes.",
-               "You designed with Figma for 3.4小时 hours today",
+               "You designed with Figma for 3.4 hours today",
                {{"Figma", 3.4},
                 {"Visual Studio Code", 2.9},
                 {"Firefox", 1.6},
@@ -59,25 +59,26 @@ std::vector<SampleCard> sampleCards() {
                 {"GIMP", 0.3},
                 {"Obsidian", 0.2}}),
         sample("empty", "Every day is a blank page, and today you kept it beautifully blank.", "", {}),
-        sample("german",
-               "Mit deiner außergewöhnlichen Konzentrationsfähigkeit hättest du heute sogar die "
-               "Donaudampfschifffahrtsgesellschaft pünktlich durch sämtliche Stromschnellen gesteuert!",
-               "Heute mit Entwicklungsumgebungsverwaltungsprogramm programmiert: 4.2小时, und das trotz zahlreicher "
-               "Besprechungen",
-               {{"Entwicklungsumgebungsverwaltungsprogramm", 4.2},
-                {"Textverarbeitung", 2.1},
-                {"Rechtschreibprüfung", 1},
-                {"Bildschirmaufzeichnung", 0.7},
-                {"Termine", 0.4}}),
+        sample(
+            "german",
+            "Mit deiner außergewöhnlichen Konzentrationsfähigkeit hättest du heute sogar die "
+            "Donaudampfschifffahrtsgesellschaft pünktlich durch sämtliche Stromschnellen gesteuert!",
+            "Heute mit Entwicklungsumgebungsverwaltungsprogramm programmiert: 4.2 Stunden, und das trotz zahlreicher "
+            "Besprechungen",
+            {{"Entwicklungsumgebungsverwaltungsprogramm", 4.2},
+             {"Textverarbeitung", 2.1},
+             {"Rechtschreibprüfung", 1},
+             {"Bildschirmaufzeichnung", 0.7},
+             {"Termine", 0.4}}),
         sample("arabic",
                "تركيزك اليوم كان أدق من ساعة سويسرية، وأفكارك تتفتح مثل حديقة في أول أيام الربيع فلا تتوقف عن العطاء!",
-               "اليوم برمجت باستخدام Visual Studio Code لمدة 3.2小时 ساعات",
+               "اليوم برمجت باستخدام Visual Studio Code لمدة 3.2 ساعة",
                {{"Visual Studio Code", 3.2}, {"محرر النصوص", 1.5}, {"متصفح الويب", 1.1}, {"البريد", 0.6}}),
         sample(
             "japanese",
             "今日のあなたの集中力は、京都の老舗の時計職人が思わず手を止めて見入ってしまうほど、静かで美しく、そして力"
             "強いものでした！",
-            "今日はVisual Studio Codeで3.2小时プログラミングしました",
+            "今日はVisual Studio Codeで3.2時間プログラミングしました",
             {{"Visual Studio Code", 3.2}, {"テキストエディタ", 1.4}, {"表計算", 0.9}, {"メール", 0.5}})};
     for (SampleCard& card : all)
         card.choice.showTimeDistribution = card.name == "japanese";

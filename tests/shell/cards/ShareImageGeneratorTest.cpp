@@ -1,6 +1,7 @@
 #include "shell/cards/ShareImageGenerator.h"
 
 #include "praise/CardColors.h"
+#include "praise/CardContent.h"
 #include "shell/cards/SampleCards.h"
 #include "shell/support/Offscreen.h"
 #include "support/Matching.h"
@@ -30,27 +31,34 @@ protected:
             }
     }
 
-    ShareImageGenerator generator_{sampleAddress};
+    Localization english_{"en"};
+    ShareImageGenerator generator_{english_, sampleAddress};
     const QRectF card_{0, 0, ShareImageGenerator::width, ShareImageGenerator::height};
 };
 
 TEST_F(ShareImageGeneratorTest, EveryTextStandsInItsBoxOnTheCardLargeEnoughAndSentencesAreWhole) {
-    forEachCard([this](const SampleCard& sample, CardStyle style) {
+    const auto check = [this](const SampleCard& sample, CardStyle style, const Localization& localization) {
         const auto config = configOf(sample, style);
-        const auto layout = generator_.layOut(config);
+        const auto layout = ShareImageGenerator(localization, sampleAddress).layOut(config);
+        const CardContent content = cardContent(config, localization);
         EXPECT_GE(layout.texts.size(), 4U);
         for (const PlacedText& text : layout.texts) {
             const std::string words = text.text.toStdString();
             SCOPED_TRACE(words);
             const bool isSentence = words == config.praiseMessage;
             EXPECT_GE(text.size, !isSentence ? 12 : sample.name == "german" ? 14 : 20);
-            EXPECT_FALSE(text.isCut && (isSentence || words == config.praiseReason));
+            EXPECT_FALSE(text.isCut && (isSentence || words == config.praiseReason || words == content.title ||
+                                        words == content.note || words == content.unit));
             EXPECT_TRUE(card_.adjusted(20, 20, -20, -20).contains(text.box));
             for (const QRectF& line : text.lines)
                 EXPECT_TRUE(text.box.adjusted(-1.5, -1.5, 1.5, 1.5).contains(line))
                     << line.left() << " " << line.top() << " " << line.right() << " " << line.bottom() << " in "
                     << text.box.left() << " " << text.box.top() << " " << text.box.right() << " " << text.box.bottom();
         }
+    };
+    forEachCard([&](const SampleCard& sample, CardStyle style) {
+        check(sample, style, english_);
+        check(sample, style, Localization("zh"));
     });
 }
 
@@ -146,7 +154,7 @@ std::string decoded(const ShareImage& image) {
 }
 
 TEST_F(ShareImageGeneratorTest, AReaderOfCodesFindsTheAddressOnEveryCardThatHasOne) {
-    const ShareImageGenerator without("");
+    const ShareImageGenerator without(english_, "");
     for (const auto& [style, name] : RawValues<CardStyle>::table) {
         const auto config = configOf(sampleCard("light"), style);
         EXPECT_EQ(decoded(generator_.generateShareImage(config).value()), std::string(sampleAddress) + "\n") << name;

@@ -1,5 +1,6 @@
 #include "shell/chart/DayChartView.h"
 
+#include "platform/simulated/SimulatedSession.h"
 #include "shell/chart/DayChartParts.h"
 #include "shell/look/Motion.h"
 #include "shell/look/Theme.h"
@@ -48,6 +49,7 @@ protected:
         passAllRecords(context(), chart);
         chart.appear();
         show(view, {510 + DayChartView::besideChart, 400});
+        view.verticalScrollBar()->setValue(0);
         view.setFocus(Qt::OtherFocusReason);
     }
     void pointer(QEvent::Type type, QPoint point, Qt::MouseButtons buttons) {
@@ -79,7 +81,8 @@ protected:
     DayChartTooltip& tooltip() const { return *view.parts().tooltip; }
 
     DayTimelineChart chart{context(), runLoop, console};
-    DayChartView view{chart, runLoop, localization};
+    platform::SimulatedApplicationIcons icons;
+    DayChartView view{chart, runLoop, icons, localization};
 };
 
 TEST_F(DayChartViewTest, AClickChoosesABlockOrABarAndAMissLetsGo) {
@@ -147,7 +150,7 @@ TEST_F(DayChartViewTest, ADragDrawsARangeWithItsTooltipAndEscapeDropsIt) {
     move({420, y(10)}, Qt::LeftButton);
     ASSERT_TRUE(chart.selection());
     EXPECT_TRUE(tooltip().isVisible());
-    EXPECT_THAT(tooltip().lines(), ElementsAre("时间: 09:15-10:00", "鼠标位置: 1.8小时"));
+    EXPECT_THAT(tooltip().lines(), ElementsAre("Time: 09:15 – 10:00", "Pointer at 1.8 h"));
     EXPECT_EQ(tooltip().card().width(), 200);
     EXPECT_TRUE(view.viewport()->rect().contains(tooltip().card()));
     key(Qt::Key_Escape);
@@ -184,7 +187,7 @@ TEST_F(DayChartViewTest, ADragNearTheEdgeScrollsAndGoesOn) {
 
 TEST_F(DayChartViewTest, TheTooltipTellsOfTheBlockUnderThePointer) {
     move({100, y(9.5)}, Qt::NoButton);
-    EXPECT_THAT(tooltip().lines(), ElementsAre("Editor", "Draft", "时长: 1.0小时"));
+    EXPECT_THAT(tooltip().lines(), ElementsAre("Editor", "Draft", "Duration: 1.0 h"));
     EXPECT_EQ(tooltip().card().top(), y(9) + 20);
     move({100, y(10.25)}, Qt::NoButton);
     EXPECT_FALSE(tooltip().isVisible());

@@ -1,8 +1,8 @@
 #include "shell/chart/DayCells.h"
 #include "shell/chart/MonthView.h"
-#include "shell/chart/SummaryCard.h"
 #include "shell/chart/WeekPainter.h"
 #include "shell/chart/WeekView.h"
+#include "shell/look/RowList.h"
 #include "shell/look/Theme.h"
 #include "shell/support/ScreenTest.h"
 #include "timeline/AppColorPalette.h"
@@ -71,10 +71,11 @@ protected:
         QApplication::sendEvent(&cells, &press);
         QApplication::sendEvent(&cells, &release);
     }
-    static void type(QWidget& widget, const std::vector<Qt::Key>& keys) {
+    void type(QWidget& widget, const std::vector<Qt::Key>& keys) {
         for (const Qt::Key key : keys) {
             QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
             QApplication::sendEvent(&widget, &press);
+            settle();
         }
     }
     /// The day that was opened, "2026-04-07"; the mode while none was.
@@ -136,11 +137,12 @@ TEST_F(OverviewsTest, ArrowsMoveFromTheSelectedDayAndEnterOrSpaceOpensOne) {
     const Row rows[] = {
         {week, {Key_Return}, "2026-04-08"},
         {week, {Key_Right, Key_Space}, "2026-04-09"},
-        {week, {Key_Right, Key_Right, Key_Right, Key_Right, Key_Right, Key_Enter}, "2026-04-12"},
-        {week, {Key_Up, Key_Return}, "2026-04-08"},  // is for scrolling
-        {week, {Key_Right, Key_Return}, "2026-04-07", Qt::RightToLeft},
+        {week, {Key_Right, Key_Right, Key_Right, Key_Right, Key_Right, Key_Enter}, "2026-04-13"},
+        {week, {Key_Up, Key_Return}, "2026-04-08"},                      // is for scrolling
+        {week, {Key_Right, Key_Return}, "2026-04-09", Qt::RightToLeft},  // time runs one way
+        {week, {Key_Left, Key_Left, Key_Left, Key_Return}, "2026-04-05"},
         {month, {Key_Up, Key_Return}, "2026-04-01"},
-        {month, {Key_Up, Key_Up, Key_Return}, "2026-04-01"},  // no week before
+        {month, {Key_Up, Key_Up, Key_Left, Key_Return}, "2026-03-24"},
         {month, {Key_Down, Key_Left, Key_Return}, "2026-04-14"},
     };
     for (const Row& row : rows) {
@@ -167,10 +169,9 @@ TEST_F(OverviewsTest, DaysAndSumsAreReadByAssistiveTechnology) {
                             "Wed, Apr 8, 1.0 hours recorded", "Thu, Apr 9, 0.0 hours recorded",
                             "Fri, Apr 10, 0.0 hours recorded", "Sat, Apr 11, 0.0 hours recorded",
                             "Sun, Apr 12, 0.0 hours recorded"));
-    const auto cards = partsOf<SummaryCard>(week);
-    EXPECT_THAT(namesOfParts(*cards[0]),
-                ElementsAre("Editor, 2.5 hours, 70.1 percent", "Mail, 1.1 hours, 29.9 percent"));
-    EXPECT_THAT(namesOfParts(*cards[1]), ElementsAre("Orchard, 3.0 hours, 100.0 percent"));
+    EXPECT_THAT(accessibleNames(week, QAccessible::ListItem),
+                ElementsAre("Editor, 2.5 hours, 70.1 percent", "Mail, 1.1 hours, 29.9 percent",
+                            "Orchard, 3.0 hours, 100.0 percent"));
 
     closeDay(month);
     EXPECT_EQ(activity.chart().dateLabel(), "2026/4");
@@ -199,7 +200,7 @@ TEST_F(OverviewsTest, BarsStandAtTheirHoursInTheirColours) {
         const QImage image = canvas(week).grab().toImage();
         const auto at = [&](int x, double hour) { return image.pixelColor(206 + x, static_cast<int>(52 + 20 * hour)); };
         const QColor panel = at(35, 9.5);
-        const QColor editor = toQColor(AppColorPalette::appColor("org.example.editor", {}, {}, isDark));
+        const QColor editor = toQColor(AppColorPalette::appColor("org.example.editor", {}));
         EXPECT_THAT(at(35, 13.5), isAbout(blend(editor, 0.6, panel)));
         EXPECT_THAT(at(105, 13.5), isAbout(blend(toQColor(AppColorPalette::projectColor("sky", false)), 0.7, panel)));
         EXPECT_THAT(at(105, 14.5), isAbout(panel));
@@ -225,6 +226,7 @@ TEST_F(OverviewsTest, EachMinuteMovesTheLineAndANewDayRebuilds) {
 
 TEST_F(OverviewsTest, AHiddenViewDoesNothingAndCatchesUpWhenShown) {
     load();
+    runLoop.playFor(1s);
     struct Row {
         QWidget& view;
         int part;
@@ -295,8 +297,8 @@ TEST_F(OverviewsTest, ColumnsThatDoNotFitScrollSidewaysAndTheSelectedDayIsOnScre
     const QRect sunday = canvas(week).partRectangle(6);
     EXPECT_EQ(sunday.width(), 100);
     EXPECT_LE(canvas(week).mapTo(&week, sunday.topRight()).x(), 500);
-    for (const auto* card : partsOf<SummaryCard>(week))
-        EXPECT_LE(card->width(), 500 - 32);
+    for (const auto* rows : partsOf<RowList>(week))
+        EXPECT_LE(rows->width(), 500 - 32);
 }
 
 }  // namespace

@@ -93,9 +93,9 @@ TEST_F(ShareImageSheetTest, StyleSchemeAndSwitchesMakeAnotherCard) {
     buttonCalled(*sheet_, "Forest").click();
     EXPECT_THAT(accessibleNames(window_, QAccessible::Graphic),
                 Contains("Share card preview, style Luxury, colors Forest"));
-    buttonCalled(*sheet_, ShareImageWindow::distributionToggleTitle).click();
+    buttonCalled(*sheet_, "Show shares of the day").click();
     EXPECT_THAT(console_.lines().back(), HasSubstr("showTimeDistribution: true"));
-    auto& highlight = buttonCalled(*sheet_, ShareImageWindow::highlightToggleTitle);
+    auto& highlight = buttonCalled(*sheet_, "Highlight an app");
     EXPECT_FALSE(highlight.isChecked());
     buttonCalled(*sheet_, "Card that highlights Firefox").click();
     EXPECT_TRUE(highlight.isChecked());
@@ -113,7 +113,7 @@ TEST_F(ShareImageSheetTest, ThePicturesComeByAndByAndTheCardIsSavedAndShared) {
                 Contains("Share card preview, style Clean, colors Ocean"));
 
     save.click();
-    EXPECT_THAT(proposed_, StartsWith("时间记录分享_2026-03-04_"));
+    EXPECT_THAT(proposed_, StartsWith("Quorvane_Day_2026-03-04_"));
     EXPECT_EQ(QImage(QString::fromStdString(file_.string())).size(), QSize(600, 900));
     buttonCalled(*sheet_, "Share").click();
     EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(600, 900));

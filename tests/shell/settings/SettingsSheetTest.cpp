@@ -119,8 +119,8 @@ TEST_F(SettingsSheetTest, TheLoginItemChangesAtOnceAndARefusalIsToldAndTakenBack
     auto& toggle = named("Start when I log in");
     toggle.click();
     scene->settle();
-    EXPECT_THAT(dialogs(), Contains("设置开机自动启动失败"));
-    click("打开系统设置");
+    EXPECT_THAT(dialogs(), Contains("Starting at login could not be changed"));
+    click("Open System Settings");
     EXPECT_THAT(scene->desktop.openedPanes(),
                 ElementsAre("x-apple.systempreferences:com.apple.LoginItems-Settings.extension"));
     scene->runLoop.playFor(1s);
@@ -138,15 +138,15 @@ TEST_F(SettingsSheetTest, ApplicationsAreAddedEditedAndDeletedByTheKeyboard) {
     auto* const field = dynamic_cast<QLineEdit*>(QApplication::focusWidget());
     ASSERT_NE(field, nullptr);
     field->setText("Figma");
-    click("工作");
-    click("设计");
+    click("Work");
+    click("Design");
     click("Save");
     EXPECT_EQ(categories.preference("Figma"), (CategoryTagManager::AppPreferences{"工作", {"设计"}}));
-    EXPECT_THAT(read(QAccessible::ListItem), Contains("Figma, 工作, 设计"));
+    EXPECT_THAT(read(QAccessible::ListItem), Contains("Figma, Work, Design"));
     click("Edit Figma");
-    click("工作");
+    click("Work");
     click("Save");
-    EXPECT_THAT(read(QAccessible::ListItem), Contains("Figma, Uncategorized, 设计"));
+    EXPECT_THAT(read(QAccessible::ListItem), Contains("Figma, Uncategorized, Design"));
     named<QLineEdit>("Search applications").setText("x");
     scene->settle();
     EXPECT_THAT(read(QAccessible::StaticText), Contains("No application matches"));
@@ -185,7 +185,7 @@ TEST_F(SettingsSheetTest, TheDiagnosticsShowTheLogSectionAndTestsOfTheCapture) {
     click("Test Web Address");
     EXPECT_THAT(read(QAccessible::StaticText), Contains("Bring the application to the front now…"));
     scene->runLoop.playFor(4s);
-    EXPECT_THAT(read(QAccessible::StaticText), Contains("前台应用不是浏览器：com.apple.terminal"));
+    EXPECT_THAT(read(QAccessible::StaticText), Contains("The application in front is no browser: com.apple.terminal"));
     click("Test Document");
     click("Cancel");
     scene->runLoop.playFor(4s);  // nothing is read any more

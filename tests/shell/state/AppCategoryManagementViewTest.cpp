@@ -17,7 +17,8 @@ protected:
     platform::InMemoryUserDefaults defaults;
     RecordingConsole console;
     CategoryTagManager manager{defaults, console};
-    AppCategoryManagementView view{manager};
+    const Localization localization{"en"};
+    AppCategoryManagementView view{manager, localization};
 };
 
 TEST_F(AppCategoryManagementViewTest, AnAddedApplicationIsKeptAtOnceWithTheTagsThatWereTyped) {
@@ -31,10 +32,10 @@ TEST_F(AppCategoryManagementViewTest, AnAddedApplicationIsKeptAtOnceWithTheTagsT
     view.toggleTag("设计");
     view.toggleTag("写作");
     view.toggleTag("写作");
-    view.customTag = "icons, ,grid";
+    view.customTag = "icons, ,grid,WRITING";
     EXPECT_TRUE(view.save());
     EXPECT_FALSE(view.showingAddApp());
-    EXPECT_EQ(manager.preference("Figma"), (Preferences{"工作", {"grid", "icons", "设计"}}));
+    EXPECT_EQ(manager.preference("Figma"), (Preferences{"工作", {"grid", "icons", "写作", "设计"}}));
 }
 
 TEST_F(AppCategoryManagementViewTest, EditingBeginsWithWhatIsRememberedAndARenamedApplicationLeavesItsOldName) {
@@ -59,7 +60,7 @@ TEST_F(AppCategoryManagementViewTest, TheListIsInOrderWhateverTheCaseAndShowsWha
 TEST_F(AppCategoryManagementViewTest, OwnCategoriesComeAndGoAndTheirApplicationsKeepThem) {
     int changes = 0;
     const auto changed = view.changed.subscribe([&] { ++changes; });
-    for (const char* name : {"Family", " Accounting ", "Family", ""}) {
+    for (const char* name : {"Family", " Accounting ", "Family", "", "work"}) {
         view.newCategoryName = name;
         view.addCategory();
         EXPECT_EQ(view.newCategoryName, "");
@@ -69,7 +70,7 @@ TEST_F(AppCategoryManagementViewTest, OwnCategoriesComeAndGoAndTheirApplications
     view.removeCategory("Family");
     EXPECT_THAT(view.customCategories(), ElementsAre("Accounting"));
     EXPECT_EQ(view.rows().front().category, "Family");
-    EXPECT_EQ(changes, 5);
+    EXPECT_EQ(changes, 6);
 }
 
 }  // namespace

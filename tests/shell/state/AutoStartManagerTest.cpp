@@ -22,7 +22,8 @@ protected:
     platform::SimulatedLoginItem loginItem_;
     platform::SimulatedSettingsPanes panes_;
     RecordingConsole console_;
-    AutoStartManager manager_{loginItem_, panes_, runLoop_, console_};
+    Localization localization_{"zh"};
+    AutoStartManager manager_{loginItem_, panes_, runLoop_, console_, localization_};
 };
 
 TEST_F(AutoStartManagerTest, SaysWhatItReadsAndWhatItChanges) {
@@ -55,6 +56,9 @@ TEST_F(AutoStartManagerTest, ARefusalAsksTheUserAndLeavesTheSwitchOff) {
     EXPECT_EQ(changes, 1);
     runLoop_.playFor(1s);
     EXPECT_EQ(changes, 2);
+    panes_.hasProgram = false;
+    manager_.setAutoStart(true);
+    EXPECT_EQ(alerts.back().settingsButton, "");
     manager_.openLoginItemSettings();
     EXPECT_THAT(panes_.opened(), ElementsAre("x-apple.systempreferences:com.apple.LoginItems-Settings.extension"));
 }

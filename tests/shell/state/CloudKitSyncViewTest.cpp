@@ -11,7 +11,7 @@ namespace {
 using platform::AccountStatus;
 using platform::CloudFailure;
 
-constexpr const char* unavailable = "CloudKit不可用，请检查iCloud登录状态";
+constexpr const char* unavailable = "The cloud is not available. Check how this computer signs in.";
 
 class CloudKitSyncViewTest : public StoreTest {
 protected:
@@ -41,7 +41,7 @@ protected:
 
     platform::SimulatedCloud cloud;
     std::unique_ptr<CloudKitSyncService> service = std::make_unique<CloudKitSyncService>(
-        runLoop, console, std::make_unique<platform::SimulatedRecordContainer>(cloud));
+        runLoop, console, localization, std::make_unique<platform::SimulatedRecordContainer>(cloud));
     std::unique_ptr<CloudKitSyncView> view;
     Subscription changed;
     std::vector<std::string> messages;
@@ -50,9 +50,9 @@ protected:
 
 TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
     using enum CloudFailure::Kind;
-    const std::string timedOutText = "同步超时（30秒），请检查网络连接";
-    const std::string busyText = "同步失败: CKScheduler is busy";
-    const std::string downText = "同步失败: db is down";
+    const std::string timedOutText = "No answer within 30 seconds. Check the network.";
+    const std::string busyText = "Cloud error: CKScheduler is busy";
+    const std::string downText = "Cloud error: db is down";
     const std::string refusal = std::string("- ") + unavailable;
     const struct {
         AccountStatus status;
@@ -61,13 +61,15 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
         std::string full;
         std::string problem;
     } rows[] = {
-        {AccountStatus::available, {}, "+ 活动记录同步成功", "+ 完整同步成功", "none"},
-        {AccountStatus::available, CloudFailure(timedOut, "no answer from db"), "- 活动记录同步失败: " + timedOutText,
-         "- 完整同步失败: " + timedOutText, timedOutText + "|no answer from db"},
-        {AccountStatus::available, CloudFailure(unreachable, "db is down"), "- 活动记录同步失败: " + downText,
-         "- 完整同步失败: " + downText, downText + "|"},
-        {AccountStatus::available, CloudFailure(refused, "CKScheduler is busy"), "+ 活动记录同步成功", "+ 完整同步成功",
-         busyText + "|"},
+        {AccountStatus::available, {}, "+ The records are synced", "+ The full sync is complete", "none"},
+        {AccountStatus::available, CloudFailure(timedOut, "no answer from db"),
+         "- The records could not be synced: " + timedOutText,
+         "- The full sync could not be completed: " + timedOutText, timedOutText + "|no answer from db"},
+        {AccountStatus::available, CloudFailure(unreachable, "db is down"),
+         "- The records could not be synced: " + downText, "- The full sync could not be completed: " + downText,
+         downText + "|"},
+        {AccountStatus::available, CloudFailure(refused, "CKScheduler is busy"), "+ The records are synced",
+         "+ The full sync is complete", busyText + "|"},
         {AccountStatus::noAccount, {}, refusal, refusal, std::string(unavailable) + "|nobody knows mia"},
     };
     for (const auto& row : rows) {
@@ -76,7 +78,7 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
         cloud.statusReason = row.status == AccountStatus::available ? "" : "nobody knows mia";
         cloud.failure = row.failure;
         messages.clear();
-        service = std::make_unique<CloudKitSyncService>(runLoop, console,
+        service = std::make_unique<CloudKitSyncService>(runLoop, console, localization,
                                                         std::make_unique<platform::SimulatedRecordContainer>(cloud));
         auto& screen = open();
         screen.syncActivityRecords();
@@ -109,11 +111,11 @@ TEST_F(CloudKitSyncViewTest, TheStatusIsAskedForWhenTheScreenOpensAndTheLastAnsw
     view->syncActivityRecords();
     runLoop.runPosted();
     EXPECT_EQ(view->availabilityText(), "Available");
-    EXPECT_THAT(messages, ElementsAre("+ 活动记录同步成功"));
+    EXPECT_THAT(messages, ElementsAre("+ The records are synced"));
 }
 
 TEST_F(CloudKitSyncViewTest, WithoutACloudServiceItSaysHowToSetOneUpAndSyncsNothing) {
-    service = std::make_unique<CloudKitSyncService>(runLoop, console, nullptr);
+    service = std::make_unique<CloudKitSyncService>(runLoop, console, localization, nullptr);
     auto& screen = open();
     screen.performFullSync();
     runLoop.runPosted();
@@ -149,7 +151,7 @@ TEST_F(CloudKitSyncViewTest, RecordsThatTheCloudRefusesAreCountedAfterASuccess) 
         cloud.refusedRecords[record->id().string()] = "too large";
     open().syncActivityRecords();
     runLoop.runPosted();
-    EXPECT_THAT(messages, ElementsAre("+ 活动记录同步成功"));
+    EXPECT_THAT(messages, ElementsAre("+ The records are synced"));
     EXPECT_EQ(problem(), "2 records were refused by the cloud and stay on this computer alone.|");
 }
 
@@ -161,12 +163,12 @@ TEST_F(CloudKitSyncViewTest, ASyncThatAnotherOneBeganIsShownAndItsEndTold) {
     EXPECT_FALSE(screen.canSync());
     runLoop.releaseBackground();
     runLoop.runPosted();
-    EXPECT_THAT(messages, ElementsAre("+ 同步成功完成"));
+    EXPECT_THAT(messages, ElementsAre("+ The sync is complete"));
     cloud.failure = CloudFailure(CloudFailure::Kind::unreachable, "db is down");
     service->performFullSync(context(), [](const auto&) {});
     runLoop.runPosted();
-    EXPECT_THAT(messages, ElementsAre("+ 同步成功完成")) << "a failure of another one's stands on the screen";
-    EXPECT_EQ(problem(), "同步失败: db is down|");
+    EXPECT_THAT(messages, ElementsAre("+ The sync is complete")) << "a failure of another one's stands on the screen";
+    EXPECT_EQ(problem(), "Cloud error: db is down|");
 }
 
 TEST_F(CloudKitSyncViewTest, ASyncThatBeganDuringTheQuestionIsNotTakenForOnesOwn) {
@@ -177,7 +179,7 @@ TEST_F(CloudKitSyncViewTest, ASyncThatBeganDuringTheQuestionIsNotTakenForOnesOwn
     service->performFullSync(context(), [](const auto&) {});
     runLoop.releaseBackground();
     runLoop.runPosted();
-    EXPECT_THAT(messages, ElementsAre("+ 同步成功完成"));
+    EXPECT_THAT(messages, ElementsAre("+ The sync is complete"));
     EXPECT_TRUE(screen.canSync());
 }
 

@@ -51,7 +51,7 @@ TEST_F(PraiseMessageViewTest, TheSentenceTheReasonAndTheRowBelongTogether) {
         }
         if (data.id == "prod_001") {
             hasReason = true;
-            EXPECT_EQ(view_.currentReason(), "Hoy programaste con Xcode: 1.0小时");
+            EXPECT_EQ(view_.currentReason(), "Hoy programaste con Xcode: 1.0 horas");
         }
     }
     EXPECT_TRUE(hasReason);

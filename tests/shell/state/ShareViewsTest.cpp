@@ -20,7 +20,7 @@ protected:
     std::vector<std::shared_ptr<ActivityShare>> shares() { return context().fetch<ActivityShare>(); }
 
     platform::SimulatedCloud cloud;
-    ShareService service{runLoop, console, std::make_unique<platform::SimulatedRecordContainer>(cloud)};
+    ShareService service{runLoop, console, localization, std::make_unique<platform::SimulatedRecordContainer>(cloud)};
 };
 
 class CreateShareViewTest : public ShareViewsTest {
@@ -82,7 +82,7 @@ TEST_F(CreateShareViewTest, AFailureStaysOnTheScreenUntilTheNextAttempt) {
     view.toggle(early->id());
     view.create();
     runLoop.runPosted();
-    EXPECT_EQ(view.errorMessage(), "创建分享失败: 同步超时（30秒），请检查网络连接");
+    EXPECT_EQ(view.errorMessage(), "The share could not be created: No answer within 30 seconds. Check the network.");
     EXPECT_EQ(dismissals, 0);
     cloud.failure.reset();
     view.create();

@@ -34,6 +34,8 @@ public:
 
     /// Opens the window in this size, or in its own where none is given; the tracker starts with it.
     MainWindow& open(QSize size = {});
+    /// As the program's end does, whatever is open.
+    void endWindow() { window_.reset(); }
     /// A terminal is used until then, "16:58:00".
     void workUntil(std::string_view time);
     /// Lets everything that is due now happen, in Qt and in the simulation.

@@ -6,7 +6,6 @@
 #include "shell/look/Theme.h"
 #include "shell/support/WindowTest.h"
 #include "shell/window/SyncProblemWell.h"
-#include "shell/window/SyncSymbol.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -14,9 +13,8 @@
 namespace quorvane {
 namespace {
 
-constexpr const char* records = "同步活动记录";
-constexpr const char* full = "完整同步";
-constexpr const char* note = "注意：项目、分类、标签等元数据只存储在本地，不会同步到CloudKit";
+constexpr const char* records = "Sync Records";
+constexpr const char* full = "Full Sync";
 
 std::string nameOf(const QWidget* widget) {
     const auto* const button = dynamic_cast<const QAbstractButton*>(widget);
@@ -45,8 +43,13 @@ TEST_F(CloudSyncSheetTest, TheCloudButtonOpensItAndItSaysHowTheCloudStandsInTheW
         const char* language;
         const char* button;
         std::vector<std::string> texts;
-    } rows[] = {{"en", "Cloud sync", {"CloudKit", "Never synced", "Available", note}},
-                {"zh", "云同步", {"CloudKit", "尚未同步", "可用", note}}};
+    } rows[] = {{"en",
+                 "Cloud sync",
+                 {"CloudKit", "Never synced", "Available",
+                  "Only records are synced. The lists of projects, categories and tags stay on this computer."}},
+                {"zh",
+                 "云同步",
+                 {"CloudKit", "尚未同步", "可用", "注意：项目、分类、标签等元数据只存储在本地，不会同步到CloudKit"}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.language);
         scene.emplace(row.language);
@@ -68,7 +71,7 @@ TEST_F(CloudSyncSheetTest, TabGoesThroughBothButtonsAndTheOutcomeIsToldBeforeThe
     EXPECT_THAT(round, ElementsAre(full, records, "Close", full));
     press(Qt::Key_Tab);
     pressKey(Qt::Key_Return);
-    EXPECT_THAT(texts(), IsSupersetOf({std::string("活动记录同步成功"), std::string("Last sync: today, 16:48")}));
+    EXPECT_THAT(texts(), IsSupersetOf({std::string("The records are synced"), std::string("Last sync: today, 16:48")}));
     EXPECT_THAT(dialogs(), ElementsAre("CloudKit", "CloudKit"));
     pressKey(Qt::Key_Escape);
     EXPECT_THAT(dialogs(), ElementsAre("CloudKit"));
@@ -82,30 +85,16 @@ TEST_F(CloudSyncSheetTest, AFailureStandsThereWithItsCauseInTheColoursOfTheTheme
     scene->cloud.failure = platform::CloudFailure(platform::CloudFailure::Kind::timedOut, "no answer within 30 s");
     click(full);
     EXPECT_TRUE(well.isVisible());
-    EXPECT_THAT(texts(), IsSupersetOf({std::string("完整同步失败: 同步超时（30秒），请检查网络连接"),
-                                       std::string("no answer within 30 s")}));
+    EXPECT_THAT(
+        texts(),
+        IsSupersetOf(
+            {std::string("The full sync could not be completed: No answer within 30 seconds. Check the network."),
+             std::string("no answer within 30 s")}));
     for (const Theme& shown : {Theme::dark(), Theme::light()}) {
         applyTheme(shown);
         scene->settle();
         for (const auto* const label : well.findChildren<QLabel*>())
             EXPECT_EQ(label->palette().color(QPalette::WindowText), shown.bad);
-    }
-}
-
-TEST_F(CloudSyncSheetTest, TheSymbolTurnsWhileASyncRunsUnlessNothingMayMove) {
-    for (const bool isAllowed : {true, false}) {
-        SCOPED_TRACE(isAllowed);
-        Motion::setAllowed(false);
-        open();
-        Motion::setAllowed(isAllowed);
-        const auto& symbol = widgetBelow<SyncSymbol>(scene->window());
-        EXPECT_FALSE(symbol.isTurning());
-        scene->runLoop.holdBackground();
-        click(full);
-        EXPECT_EQ(symbol.isTurning(), isAllowed);
-        scene->runLoop.releaseBackground();
-        scene->settle();
-        EXPECT_FALSE(symbol.isTurning());
     }
 }
 

@@ -1,15 +1,17 @@
 #include "shell/window/MainWindow.h"
 
+#include "shell/chart/DayCells.h"
 #include "shell/chart/DayChartView.h"
 #include "shell/chart/DetailsPanel.h"
 #include "shell/chart/ProjectPanel.h"
 #include "shell/export/ExportPage.h"
 #include "shell/logs/LogViewerWindow.h"
 #include "shell/look/EmptyState.h"
+#include "shell/look/Sheet.h"
 #include "shell/praise/PraiseCard.h"
 #include "shell/rules/RulesPage.h"
 #include "shell/support/WindowTest.h"
-#include "shell/window/PanelOverlay.h"
+#include "shell/window/SectionPages.h"
 #include "store/ActivityRecord.h"
 #include "store/AppSettings.h"
 #include "support/Builders.h"
@@ -19,6 +21,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QPointer>
+#include <QScrollBar>
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -95,9 +98,69 @@ TEST_F(MainWindowTest, EverySectionHasItsScreenAndItsKey) {
         EXPECT_TRUE(shows(content)) << name;
         click("Timeline");
         EXPECT_FALSE(shows(content)) << name;
+        buttonCalled(scene->window(), "Timeline").setFocus();
         shortcut(("Ctrl+" + std::to_string(++key)).c_str());
         EXPECT_TRUE(shows(content)) << name;
+        const QWidget* const focus = QApplication::focusWidget();
+        EXPECT_TRUE(focus != nullptr && widgetBelow<SectionPages>(scene->window()).isAncestorOf(focus)) << name;
     }
+    shortcut("Ctrl+1");
+    EXPECT_TRUE(widgetBelow<DayChartView>(scene->window()).hasFocus());
+    buttonCalled(scene->window(), "Billing").setFocus();
+    shortcut("Ctrl+1");
+    EXPECT_TRUE(widgetBelow<DayChartView>(scene->window()).hasFocus()) << "also where it is open already";
+    for (const char* const keys : {"Alt+2", "Alt+3"}) {
+        buttonCalled(scene->window(), "Today").setFocus();
+        shortcut(keys);
+        EXPECT_NE(dynamic_cast<DayCells*>(QApplication::focusWidget()), nullptr) << "for the arrows: " << keys;
+    }
+}
+
+TEST_F(MainWindowTest, BillingsKeysActWhereverTheFocusIsWhileItsSectionIsShown) {
+    open();
+    shortcut("Ctrl+R");
+    EXPECT_THAT(dialogs(), IsEmpty());
+    click("Billing");
+    buttonCalled(scene->window(), "Rules").setFocus();
+    shortcut("Ctrl+R");
+    EXPECT_THAT(dialogs(), SizeIs(1));
+    shortcut("Ctrl+P");
+    EXPECT_THAT(dialogs(), SizeIs(1)) << "not under a sheet";
+}
+
+TEST_F(MainWindowTest, ADayBeginsAtNowOrAtItsFirstActivityUntilSomebodyScrolls) {
+    auto& chart = open().chart();
+    auto& view = widgetBelow<DayChartView>(scene->window());
+    const auto wait = [&] {
+        scene->runLoop.playFor(1s);
+        scene->settle();
+    };
+    const auto hourAt = [&](double share) {
+        return chart.layout().hourForY(view.verticalScrollBar()->value() + share * view.viewport()->height());
+    };
+    const auto step = [&](const std::vector<const char*>& keys) {
+        for (const char* const key : keys)
+            shortcut(key);
+        wait();
+    };
+    wait();
+    for (const auto& keys : std::vector<std::vector<const char*>>{{}, {"Alt+2", "Alt+1"}, {"Ctrl+2", "Ctrl+1"}}) {
+        step(keys);
+        EXPECT_NEAR(hourAt(0.5), 16.5, 1) << testing::PrintToString(keys);
+    }
+    step({"Alt+Left"});
+    EXPECT_EQ(static_cast<int>(hourAt(0)), *chart.activityHours().begin());
+    click("Today");
+    wait();
+    EXPECT_NEAR(hourAt(0.5), 16.5, 1);
+    view.setFocus();
+    press(Qt::Key_PageUp);
+    const double chosen = hourAt(0.5);
+    EXPECT_LT(chosen, 16);
+    step({"Ctrl+2", "Ctrl+1"});
+    EXPECT_EQ(hourAt(0.5), chosen) << "a look at another section";
+    step({"Alt+3", "Alt+1"});
+    EXPECT_NEAR(hourAt(0.5), 16.5, 1);
 }
 
 TEST_F(MainWindowTest, KeysStepThroughDaysWeeksAndMonthsAndZoom) {
@@ -149,6 +212,7 @@ TEST_F(MainWindowTest, ThereIsOneLogWindowAndItGoesWithTheMainOne) {
     const auto shown = logWindows();
     ASSERT_EQ(shown.size(), 1U);
     EXPECT_TRUE(shown[0]->isVisible());
+    EXPECT_EQ(shown[0]->windowTitle(), "Log – Quorvane");
     scene.reset();
     EXPECT_FALSE(shown[0]);
 }
@@ -237,7 +301,10 @@ TEST_F(MainWindowTest, AChosenBlockShowsItsDetailsWhereThereIsRoom) {
         auto& panel = widgetBelow<ProjectPanel>(day.window());
         EXPECT_TRUE(panel.isVisible());
         EXPECT_FALSE(details.isVisible());
-        EXPECT_TRUE(panel.window()->rect().contains(QRect(panel.mapTo(panel.window(), QPoint()), panel.size())));
+        const auto sheets = day.window().findChildren<QDialog*>();
+        const QRect place = sheets.isEmpty() ? QRect(panel.mapTo(panel.window(), QPoint()), panel.size())
+                                             : static_cast<Sheet*>(sheets.front())->panel();
+        EXPECT_TRUE(panel.window()->rect().contains(place));
         click("Cancel");
         EXPECT_FALSE(panel.isVisible());
         EXPECT_TRUE(details.isVisible());
@@ -248,7 +315,7 @@ TEST_F(MainWindowTest, APanelOverThePageKeepsTheFocusInsideAndEscapeClosesIt) {
     auto& day = open({900, 640});
     day.chart().selectTimeRange({8, 8.5});
     day.settle();
-    const auto& overlay = widgetBelow<PanelOverlay>(day.window());
+    const auto& overlay = widgetBelow<Sheet>(day.window());
     for (int step = 0; step < 60; ++step) {
         press(Qt::Key_Tab);
         const QWidget* const focus = QApplication::focusWidget();
@@ -337,12 +404,22 @@ TEST_F(MainWindowTest, WithoutATrayTheFirstClosingSaysThatRecordingGoesOn) {
     EXPECT_TRUE(scene->window().close());
 }
 
-TEST_F(MainWindowTest, TheSizeIsRememberedAndTheFirstOneIsLarge) {
+TEST_F(MainWindowTest, SizeAndPlaceAreRememberedHoweverTheWindowEnds) {
     scene.emplace();
-    EXPECT_EQ(scene->open().size(), QSize(1280, 832));
-    scene->window().resize(700, 500);
-    EXPECT_TRUE(scene->window().close());
-    EXPECT_EQ(scene->open().size(), QSize(700, 500));
+    EXPECT_EQ(scene->open().size(), QSize(1280, 832)) << "the first one is large";
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"closed", [this] { EXPECT_TRUE(scene->window().close()); }},
+        {"by the program's end", [this] { scene->endWindow(); }},
+        {"with its process", [this] { scene->runLoop.playFor(1s); }},
+    };
+    QRect frame(40, 30, 700, 500);
+    for (const auto& [name, end] : ends) {
+        frame.adjust(10, 20, 50, 40);
+        scene->window().setGeometry(frame);
+        scene->settle();
+        end();
+        EXPECT_EQ(scene->open().geometry(), frame) << name;
+    }
 }
 
 TEST_F(MainWindowTest, EverythingIsInTheWordsLanguageAndMirrorsFromRightToLeft) {

@@ -55,6 +55,16 @@ std::string ApplicationIdentity::bundleIdentifier(const std::string& desktopId) 
     return table_.bundleIdentifier(desktopId).value_or(desktopId);
 }
 
+std::optional<std::string> ApplicationIdentity::icon(const std::string& bundleIdentifier) const {
+    std::optional<std::string> found;
+    for (auto& entry : entries_.all()) {
+        if (entry.icon.empty() || identifierOf(entry, {}) != bundleIdentifier) continue;
+        if (entry.isShown) return std::move(entry.icon);
+        if (!found) found = std::move(entry.icon);
+    }
+    return found;
+}
+
 std::vector<std::string> ApplicationIdentity::names(const ForegroundApplication& application) const {
     const auto identifier = application.bundleIdentifier.value_or("");
     auto names = table_.names(identifier);

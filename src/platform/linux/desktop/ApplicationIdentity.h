@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ApplicationIcons.h"
 #include "platform/ForegroundSource.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/IdentityTable.h"
@@ -13,7 +14,7 @@ namespace quorvane::platform {
 /// file, else for the class that this file names, else for the window's own; else that id. Without a desktop file the
 /// window's class and instance are looked up, and the class serves as id; without a class nothing does. From any
 /// thread.
-class ApplicationIdentity {
+class ApplicationIdentity : public ApplicationIcons {
 public:
     ApplicationIdentity(DesktopEntries& entries, IdentityTable table);
 
@@ -21,6 +22,9 @@ public:
 
     /// The bundle identifier of the application with this desktop-file id; the id itself where the table knows none.
     [[nodiscard]] std::string bundleIdentifier(const std::string& desktopId) const;
+
+    /// Of the desktop file that gives its windows this bundle identifier; one that menus show goes first.
+    [[nodiscard]] std::optional<std::string> icon(const std::string& bundleIdentifier) const override;
 
     /// What the application may call itself, in lower case: names from the table, and what its identifier ends with.
     [[nodiscard]] std::vector<std::string> names(const ForegroundApplication& application) const;

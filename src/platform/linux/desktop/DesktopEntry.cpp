@@ -115,6 +115,7 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::
     DesktopEntry entry{.name = valueOf(keys, "Name"),
                        .startupWmClass = valueOf(keys, "StartupWMClass"),
                        .program = programOf(valueOf(keys, "Exec")),
+                       .icon = valueOf(keys, "Icon"),
                        .isShown = valueOf(keys, "NoDisplay") != "true",
                        .kwinInterfaces = listed(valueOf(keys, "X-KDE-Wayland-Interfaces"), ',')};
     if (const auto command = words(valueOf(keys, "Exec")); !command.empty() && command.front().starts_with('/'))

@@ -13,6 +13,7 @@ struct DesktopEntry {
     std::string name;                         ///< in the user's language where the file has it
     std::string startupWmClass;               ///< may be empty
     std::string program;                      ///< base name of what it runs; may be empty
+    std::string icon;                         ///< its name in the theme, or a path; may be empty
     bool isShown = true;                      ///< appears in menus
     std::string executable;                   ///< what it runs, as far as that is an absolute path; may be empty
     bool isForKde = true;                     ///< counts in KDE Plasma

@@ -48,19 +48,30 @@ const SettingsProgram* presentProgram() {
     return nullptr;
 }
 
-}  // namespace
-
-void DesktopSettingsPanes::open(const std::string& url) {
-    if (environment("DISPLAY").empty() && environment("WAYLAND_DISPLAY").empty()) return;
+/// The installed program for the pane, and behind it what it is given; empty where there is none.
+QStringList commandFor(std::string_view url) {
+    if (environment("DISPLAY").empty() && environment("WAYLAND_DISPLAY").empty()) return {};
     const auto* const program = presentProgram();
-    if (program == nullptr) return;
+    if (program == nullptr) return {};
     for (const char* const command : commandsFor(*program, url)) {
         QStringList words = QString::fromLatin1(command).split(QLatin1Char(' '));
-        const auto executable = QStandardPaths::findExecutable(words.takeFirst());
-        if (executable.isEmpty()) continue;
-        QProcess::startDetached(executable, words);
-        return;
+        words.front() = QStandardPaths::findExecutable(words.front());
+        if (!words.front().isEmpty()) return words;
     }
+    return {};
+}
+
+}  // namespace
+
+bool DesktopSettingsPanes::canOpen(const std::string& url) const {
+    return !commandFor(url).isEmpty();
+}
+
+void DesktopSettingsPanes::open(const std::string& url) {
+    auto words = commandFor(url);
+    if (words.isEmpty()) return;
+    const auto executable = words.takeFirst();
+    QProcess::startDetached(executable, words);
 }
 
 }  // namespace quorvane::platform

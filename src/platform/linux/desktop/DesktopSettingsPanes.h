@@ -10,6 +10,7 @@ namespace quorvane::platform {
 /// nothing opens; nor without a desktop that we know or without a display.
 class DesktopSettingsPanes final : public SettingsPanes {
 public:
+    [[nodiscard]] bool canOpen(const std::string& url) const override;
     void open(const std::string& url) override;
 };
 

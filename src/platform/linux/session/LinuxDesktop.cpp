@@ -142,6 +142,10 @@ RunningApplications& LinuxDesktop::runningApplications() {
     return parts_->windows.applications;
 }
 
+ApplicationIcons& LinuxDesktop::applicationIcons() {
+    return parts_->identity;
+}
+
 std::vector<Channel> LinuxDesktop::sight() {
     // Where nobody else tells of documents, titles and processes are there to be read.
     const Channel documents{

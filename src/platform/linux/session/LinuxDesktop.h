@@ -34,6 +34,7 @@ public:
     Accessibility& accessibility() override;
     Automation& automation() override;
     RunningApplications& runningApplications() override;
+    ApplicationIcons& applicationIcons() override;
     [[nodiscard]] std::vector<Channel> sight() override;
     [[nodiscard]] std::vector<Channel> channels() override;
 
