@@ -72,7 +72,8 @@ private:
     const Localization& localization_;
 };
 
-/// A list whose current row is in sight when Tab leaves it for the row's controls.
+/// A list whose current row is in sight when Tab leaves it for the row's controls, and whose rows have the height that
+/// their width asks for.
 class RowsView : public QListView {
 public:
     using QListView::QListView;
@@ -81,6 +82,10 @@ protected:
     bool focusNextPrevChild(bool next) override {
         if (next) scrollTo(currentIndex());
         return QListView::focusNextPrevChild(next);
+    }
+    void resizeEvent(QResizeEvent* event) override {
+        QListView::resizeEvent(event);
+        scheduleDelayedItemsLayout();
     }
 };
 

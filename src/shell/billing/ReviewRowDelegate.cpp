@@ -17,11 +17,13 @@ namespace {
 
 constexpr int rowIconSize = 20;
 
-void paintLine(QPainter& painter, const QRect& place, TypeRole role, const QColor& ink, const std::string& text) {
+void paintLine(QPainter& painter, const QRect& place, TypeRole role, const QColor& ink, const std::string& text,
+               Qt::LayoutDirection direction) {
+    const auto start = QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter);
     painter.setFont(font(role));
     painter.setPen(ink);
     const QString fitting = painter.fontMetrics().elidedText(isolated(qt(text)), Qt::ElideRight, place.width());
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, fitting);
+    painter.drawText(place, static_cast<int>(start), fitting);
 }
 
 void paintCombo(QPainter& painter, const QComboBox& combo, const std::string& text, const QIcon& icon) {
@@ -81,21 +83,20 @@ void ReviewRowDelegate::paintGround(QPainter& painter, const QStyleOptionViewIte
 
 void ReviewRowDelegate::paintWords(QPainter& painter, const BillingReviewRecordRow& row, bool isHovered) const {
     const Theme& t = theme();
+    const Qt::LayoutDirection direction = list_.layoutDirection();
     const bool isDoubtful = row.hasLowConfidence;
     QRect icon = form_.iconPlace();
-    icon = QStyle::alignedRect(list_.layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter, {rowIconSize, rowIconSize},
-                               icon);
+    icon = QStyle::alignedRect(direction, Qt::AlignLeft | Qt::AlignVCenter, {rowIconSize, rowIconSize}, icon);
     drawIcon(painter, icon, isDoubtful ? QStringLiteral("warn") : QStringLiteral("clock-q"),
-             isDoubtful ? t.orange : t.text2, rowIconSize, list_.layoutDirection(),
-             isHovered && !isDoubtful ? t.hover : t.surface);
+             isDoubtful ? t.orange : t.text2, rowIconSize, direction, isHovered && !isDoubtful ? t.hover : t.surface);
     const QRect words = form_.wordsPlace();
     const int titleHeight = lineHeight(TypeRole::bodyStrong);
     const int detailHeight = lineHeight(TypeRole::labelPlain);
     const QRect title(words.left(), words.top() + (words.height() - titleHeight - detailHeight) / 2, words.width(),
                       titleHeight);
-    paintLine(painter, title, TypeRole::bodyStrong, t.text, row.title);
+    paintLine(painter, title, TypeRole::bodyStrong, t.text, row.title, direction);
     paintLine(painter, {title.left(), title.bottom() + 1, title.width(), detailHeight}, TypeRole::labelPlain, t.text2,
-              row.detail);
+              row.detail, direction);
 }
 
 void ReviewRowDelegate::paintControls(QPainter& painter, const BillingReviewRecordRow& row) const {

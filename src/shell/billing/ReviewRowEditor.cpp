@@ -102,8 +102,9 @@ void ReviewRowEditor::layOut() {
     status_->setFixedWidth(scaled(statusWidth));
     grid_->addItem(icon_, 0, 0);
     grid_->addItem(words_, 0, 1);
-    grid_->addLayout(fields_, 0, 2);
-    grid_->addLayout(buttons, 0, 3);
+    grid_->setColumnMinimumWidth(2, beforeControls);
+    grid_->addLayout(fields_, 0, 3);
+    grid_->addLayout(buttons, 0, 4);
     grid_->setColumnStretch(1, 1);
     grid_->setRowMinimumHeight(0, firstLineHeight());
     grid_->setRowStretch(2, 1);
@@ -117,18 +118,19 @@ int ReviewRowEditor::heightFor(int width) const {
 
 void ReviewRowEditor::place(const QPoint& topLeft, int width) {
     const QRect place(topLeft, QSize(width, heightFor(width)));
-    if (place == geometry()) return;
+    if (place == geometry() && layoutDirection() == direction_) return;
+    direction_ = layoutDirection();
     const bool isNarrow = width < narrowRowBelow;
     const int room = width - 2 * rowPadding - rowIconRoom - controlGap - status_->minimumWidth();
     const int most = scaled(isNarrow || width >= tightRowBelow ? projectWidth : tightProjectWidth);
     project_->setFixedWidth(std::clamp(room, 60, most));
     grid_->removeItem(fields_);
     fields_->setParent(nullptr);
-    fields_->setContentsMargins(isNarrow ? 0 : beforeControls, 0, 0, isNarrow ? 4 : 0);
+    fields_->setContentsMargins(0, 0, 0, isNarrow ? 4 : 0);
     if (isNarrow)
-        grid_->addLayout(fields_, 1, 1, 1, 3, Qt::AlignLeft);
+        grid_->addLayout(fields_, 1, 1, 1, 4, Qt::AlignLeft);
     else
-        grid_->addLayout(fields_, 0, 2);
+        grid_->addLayout(fields_, 0, 3);
     setGeometry(place);
     grid_->setGeometry(rect());
     setMask(childrenRegion());

@@ -71,6 +71,7 @@ private:
     QSpacerItem* icon_;
     QSpacerItem* words_;
     int row_ = -1;
+    Qt::LayoutDirection direction_ = Qt::LayoutDirectionAuto;  ///< in which it has been laid out
 };
 
 }  // namespace quorvane
