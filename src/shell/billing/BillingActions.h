@@ -1,10 +1,11 @@
 #pragma once
 
-#include "shell/billing/ArrangedWidget.h"
 #include "shell/state/BillingDashboardView.h"
 
+#include <QWidget>
 #include <vector>
 
+class QBoxLayout;
 class QPushButton;
 
 namespace quorvane {
@@ -13,23 +14,24 @@ class Label;
 
 /// The foot of the billing screen: what a double click does, and the four ways out. Without rows they rest, and a line
 /// below them says why.
-class BillingActions : public ArrangedWidget {
+class BillingActions : public QWidget {
 public:
     BillingActions(BillingDashboardView& dashboard, const Localization& localization, QWidget* parent = nullptr);
     void refresh();
 
 protected:
-    int arrange(int width, bool isTrial) const override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QPushButton* add(const std::string& text, const char* iconName, void (BillingDashboardView::*act)());
-    int arrangeButtons(int width, int top, bool isTrial) const;
+    void arrange();
 
     BillingDashboardView& dashboard_;
     const Localization& localization_;
-    std::vector<QPushButton*> buttons_;
+    QBoxLayout* parts_;
     QWidget* hint_;
     Label* words_;
+    std::vector<QPushButton*> buttons_;
     bool canBill_ = true;
 };
 

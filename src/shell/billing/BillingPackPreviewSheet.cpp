@@ -1,6 +1,5 @@
 #include "shell/billing/BillingPackPreviewSheet.h"
 
-#include "shell/billing/PreviewText.h"
 #include "shell/look/Alert.h"
 #include "shell/look/Controls.h"
 #include "shell/look/Label.h"
@@ -10,6 +9,8 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTextBlockFormat>
+#include <QTextEdit>
 #include <QVBoxLayout>
 
 namespace quorvane::BillingPackPreviewSheet {
@@ -17,6 +18,27 @@ namespace {
 
 constexpr int sheetWidth = 820;
 constexpr int sheetHeight = 672;
+
+QTextEdit* documentView() {
+    auto* const view = kind("quiet", new QTextEdit);
+    view->document()->setDocumentMargin(12);
+    view->setReadOnly(true);
+    view->setTabChangesFocus(true);
+    view->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return view;
+}
+
+void showDocument(QTextEdit& view, const QString& text, TypeRole role) {
+    view.setFont(font(role));
+    view.setPlainText(text);
+    QTextCursor all(view.document());
+    all.select(QTextCursor::Document);
+    QTextBlockFormat lines;
+    lines.setLineHeight(lineHeight(role), QTextBlockFormat::FixedHeight);
+    all.mergeBlockFormat(lines);
+    view.moveCursor(QTextCursor::Start);
+}
 
 /// The preview as a sheet; it holds what it shows.
 class PreviewSheet : public Sheet {
@@ -26,7 +48,7 @@ public:
           localization_(localization),
           view_(content.markdown, content.emailBody,
                 [](const std::string& text) { QGuiApplication::clipboard()->setText(qt(text)); }),
-          text_(new PreviewText), fileName_(new Label(qt(content.fileName), TypeRole::labelPlain, &Theme::text3)) {
+          text_(documentView()), fileName_(new Label(qt(content.fileName), TypeRole::labelPlain, &Theme::text3)) {
         addTabs();
         QMargins margins = body().contentsMargins();
         margins.setTop(0);
@@ -76,7 +98,7 @@ private:
     void showText() {
         shown_ = view_.selectedTab();
         const bool isReport = shown_ == BillingPreviewTab::report;
-        text_->show(qt(view_.shownText()), isReport);
+        showDocument(*text_, qt(view_.shownText()), isReport ? TypeRole::fixed : TypeRole::body);
         text_->setAccessibleName(qt(label(shown_, localization_)));
         fileName_->setVisible(isReport);
     }
@@ -85,7 +107,7 @@ private:
     const Localization& localization_;
     BillingPackPreviewView view_;
     BillingPreviewTab shown_ = BillingPreviewTab::report;
-    PreviewText* text_;
+    QTextEdit* text_;
     Label* fileName_;
 };
 

@@ -3,12 +3,12 @@
 #include "shell/billing/BillingActions.h"
 #include "shell/billing/BillingFilterBar.h"
 #include "shell/billing/BillingTable.h"
-#include "shell/billing/CardRow.h"
-#include "shell/billing/MetricCard.h"
-#include "shell/billing/ReviewBar.h"
-#include "shell/billing/StepCard.h"
+#include "shell/billing/FigureCard.h"
 #include "shell/look/Alert.h"
+#include "shell/look/Boxes.h"
+#include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
+#include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/SaveDialog.h"
@@ -17,12 +17,12 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QHBoxLayout>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
-#include <QVBoxLayout>
+#include <QTableView>
+#include <fmt/format.h>
 #include <utility>
 
 namespace quorvane {
@@ -33,6 +33,8 @@ constexpr int headHeight = 32;
 constexpr int closeGap = 12;  ///< between a section and what belongs to it
 constexpr int emptyHeight = 232;
 constexpr int rowMargin = 60;  ///< kept around the row that the keys have reached
+constexpr int stackedBelow = 560;
+constexpr int chevronRoom = 24;
 
 }  // namespace
 
@@ -41,12 +43,15 @@ struct BillingPageParts {
     BillingPage::Options options;
     std::unique_ptr<BillingDashboardView> dashboard;
     QScrollArea* area = nullptr;
-    Label* title = nullptr;
     Label* scope = nullptr;
     BillingFilterBar* filters = nullptr;
-    std::array<StepCard*, 3> steps{};
-    ReviewBar* review = nullptr;
-    std::array<MetricCard*, 3> metrics{};
+    std::array<FigureCard*, 3> steps{};
+    std::array<FigureCard*, 3> metrics{};
+    std::vector<QBoxLayout*> cardRows;
+    std::vector<QWidget*> chevrons;
+    Well* review = nullptr;
+    IconView* reviewIcon = nullptr;
+    Label* reviewCount = nullptr;
     BillingTable* table = nullptr;
     Card* empty = nullptr;
     BillingActions* actions = nullptr;
@@ -96,18 +101,15 @@ void BillingPage::build() {
     parts_->area->setFocusPolicy(Qt::NoFocus);
     auto* const content = new QWidget;
     content->setObjectName(QStringLiteral("scrolled"));
-    auto* const column = new QVBoxLayout(content);
+    auto* const column = columnBox(0, content);
     column->setContentsMargins(Metrics::pageMargin, headTop, Metrics::pageMargin, Metrics::pageMargin);
-    column->setSpacing(0);
     addHead(*column);
     addFigures(*column);
     addTable(*column);
     column->addStretch(1);
     parts_->area->setWidget(content);
     connect(parts_->area->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { keepMargins(); });
-    auto* const page = new QVBoxLayout(this);
-    page->setContentsMargins(0, 0, 0, 0);
-    page->addWidget(parts_->area);
+    columnBox(0, this)->addWidget(parts_->area);
 }
 
 /// The scroll bar stands in the margin and takes no width from what it scrolls.
@@ -120,14 +122,13 @@ void BillingPage::keepMargins() {
 }
 
 void BillingPage::addHead(QVBoxLayout& column) {
-    parts_->title = new Label(qt(parts_->texts().text("nav_billing")), TypeRole::title, &Theme::text);
-    parts_->title->setMinimumHeight(headHeight);
+    auto* const title = new Label(qt(parts_->texts().text("nav_billing")), TypeRole::title, &Theme::text);
+    title->setMinimumHeight(headHeight);
     parts_->scope = new Label({}, TypeRole::body, &Theme::text2);
     parts_->scope->setElided(true);
     parts_->scope->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* const line = new QHBoxLayout;
-    line->setSpacing(Metrics::cardGap);
-    line->addWidget(parts_->title);
+    auto* const line = lineBox(Metrics::cardGap);
+    line->addWidget(title);
     line->addWidget(parts_->scope, 1);
     column.addLayout(line);
     column.addSpacing(Metrics::cardGap);
@@ -137,26 +138,56 @@ void BillingPage::addHead(QVBoxLayout& column) {
 }
 
 void BillingPage::addFigures(QVBoxLayout& column) {
-    for (StepCard*& card : parts_->steps)
-        card = new StepCard(parts_->texts());
-    for (MetricCard*& card : parts_->metrics)
-        card = new MetricCard(parts_->texts());
-    column.addWidget(new CardRow({parts_->steps.begin(), parts_->steps.end()}, CardRow::Between::chevrons));
+    for (FigureCard*& card : parts_->steps)
+        card = new FigureCard(TypeRole::title);
+    for (FigureCard*& card : parts_->metrics)
+        card = new FigureCard(TypeRole::display);
+    column.addLayout(cardRow(parts_->steps, true));
     column.addSpacing(closeGap);
-    parts_->review = new ReviewBar(parts_->texts());
-    column.addWidget(parts_->review);
+    column.addWidget(reviewBar());
     column.addSpacing(Metrics::cardGap);
-    column.addWidget(new CardRow({parts_->metrics.begin(), parts_->metrics.end()}, CardRow::Between::nothing));
+    column.addLayout(cardRow(parts_->metrics, false));
     column.addSpacing(Metrics::cardGap);
+}
+
+/// Side by side; one under another where the page is narrow.
+QBoxLayout* BillingPage::cardRow(const std::array<FigureCard*, 3>& cards, bool hasChevrons) {
+    auto* const row = lineBox(hasChevrons ? 0 : Metrics::cardGap);
+    for (FigureCard* const card : cards) {
+        row->addWidget(card, 1);
+        if (!hasChevrons || card == cards.back()) continue;
+        auto* const chevron = new IconView(QStringLiteral("right"), 14, &Theme::text2);
+        chevron->setFixedWidth(chevronRoom);
+        row->addWidget(chevron);
+        parts_->chevrons.push_back(chevron);
+    }
+    parts_->cardRows.push_back(row);
+    return row;
+}
+
+/// How many records wait for a look, and the way to them.
+QWidget* BillingPage::reviewBar() {
+    parts_->review = new Well;
+    parts_->reviewIcon = new IconView(QStringLiteral("seal"), 17, &Theme::ok);
+    parts_->reviewCount = new Label({}, TypeRole::bodyStrong, &Theme::text);
+    parts_->reviewCount->setElided(true);
+    auto* const open = pushButton(qt(parts_->texts().text("review_queue_open")), "small");
+    connect(open, &QAbstractButton::clicked, this, [this] { dashboard().openReviewQueue(); });
+    auto* const line = lineBox(13, parts_->review);
+    line->setContentsMargins(Metrics::cardPadding, 8, 8, 8);
+    line->addWidget(parts_->reviewIcon);
+    line->addWidget(parts_->reviewCount, 1);
+    line->addWidget(open);
+    return parts_->review;
 }
 
 void BillingPage::addTable(QVBoxLayout& column) {
     const auto& texts = parts_->texts();
     parts_->table = new BillingTable(texts);
     parts_->empty = new Card;
-    auto* const inside = new QVBoxLayout(parts_->empty);
-    inside->addWidget(new EmptyState(QStringLiteral("clock-q"), qt(texts.text("billing_empty_title")),
-                                     qt(texts.text("billing_empty_description"))));
+    columnBox(0, parts_->empty)
+        ->addWidget(new EmptyState(QStringLiteral("clock-q"), qt(texts.text("billing_empty_title")),
+                                   qt(texts.text("billing_empty_description"))));
     parts_->empty->setMinimumHeight(emptyHeight);
     parts_->actions = new BillingActions(dashboard(), texts);
     column.addWidget(parts_->table);
@@ -169,11 +200,12 @@ void BillingPage::follow() {
     subscribe(dashboard().changed, *this, [this] {
         if (isVisible()) refresh();
     });
-    subscribe(parts_->review->opened, *this, [this] { dashboard().openReviewQueue(); });
     subscribe(parts_->table->edited, *this, [this](const Uuid& project) { dashboard().editProject(project); });
-    subscribe(parts_->table->focused, *this, [this](QRect row) {
-        const QPoint centre = parts_->table->mapTo(parts_->area->widget(), row.center());
-        parts_->area->ensureVisible(centre.x(), centre.y(), 0, rowMargin);
+    QTableView& rows = parts_->table->view();
+    connect(rows.selectionModel(), &QItemSelectionModel::currentChanged, this, [this, &rows](const QModelIndex& row) {
+        if (!rows.hasFocus()) return;
+        const QPoint centre = rows.viewport()->mapTo(parts_->area->widget(), rows.visualRect(row).center());
+        parts_->area->ensureVisible(0, centre.y(), 0, rowMargin);
     });
 }
 
@@ -195,13 +227,24 @@ void BillingPage::refresh() {
     auto& dashboard = *parts_->dashboard;
     parts_->scope->setText(qt(dashboard.scopeCaption()));
     parts_->filters->refresh();
+    const auto& texts = parts_->texts();
     const auto steps = dashboard.checkoutSteps();
     const auto metrics = dashboard.metrics();
     for (std::size_t i = 0; i < steps.size(); ++i) {
-        parts_->steps[i]->setCard(steps[i]);
-        parts_->metrics[i]->setCard(metrics[i]);
+        const auto& [index, title, value, caption, image] = steps[i];
+        parts_->steps[i]->setIcon(qt(image));
+        parts_->steps[i]->setContent({qt(fmt::format("{} · {}", index, title)), qt(value), qt(caption),
+                                      qt(texts.text("a11y_step_card", std::to_string(index), title, value, caption))});
+        const auto& metric = metrics[i];
+        parts_->metrics[i]->setContent(
+            {qt(metric.title), qt(metric.value), qt(metric.caption),
+             qt(texts.text("a11y_metric_card", metric.title, metric.value, metric.caption))});
     }
-    parts_->review->setCount(dashboard.reviewCount());
+    const std::size_t open = dashboard.reviewCount();
+    setKind(*parts_->review, open > 0 ? "well warn" : "well");
+    parts_->reviewIcon->setIcon(open > 0 ? QStringLiteral("review-mag") : QStringLiteral("seal"),
+                                open > 0 ? &Theme::warn : &Theme::ok);
+    parts_->reviewCount->setText(qt(texts.text("review_queue_count_caption", static_cast<std::int64_t>(open))));
     parts_->table->setRows(dashboard.tableRows());
     parts_->table->setVisible(dashboard.canBill());
     parts_->empty->setVisible(!dashboard.canBill());
@@ -217,6 +260,16 @@ void BillingPage::showEvent(QShowEvent* event) {
 void BillingPage::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     dashboard().disappear();
+}
+
+void BillingPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const bool isStacked = width() - 2 * Metrics::pageMargin < stackedBelow * typeScale();
+    for (QBoxLayout* const row : parts_->cardRows)
+        row->setDirection(isStacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    for (QWidget* const chevron : parts_->chevrons)
+        chevron->setVisible(!isStacked);
+    parts_->cardRows.front()->setSpacing(isStacked ? closeGap : 0);
 }
 
 void BillingPage::paintEvent(QPaintEvent*) {

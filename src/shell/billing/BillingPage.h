@@ -10,10 +10,12 @@
 #include <string>
 #include <vector>
 
+class QBoxLayout;
 class QVBoxLayout;
 
 namespace quorvane {
 
+class FigureCard;
 struct BillingPageParts;
 
 /// The billing section: filters, the three steps, figures, the projects' lines and the four ways out. It scrolls as a
@@ -47,6 +49,7 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -54,6 +57,8 @@ private:
     void build();
     void addHead(QVBoxLayout& column);
     void addFigures(QVBoxLayout& column);
+    [[nodiscard]] QBoxLayout* cardRow(const std::array<FigureCard*, 3>& cards, bool hasChevrons);
+    [[nodiscard]] QWidget* reviewBar();
     void addTable(QVBoxLayout& column);
     void keepMargins();
     void follow();

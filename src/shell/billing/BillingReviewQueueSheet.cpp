@@ -1,15 +1,15 @@
 #include "shell/billing/BillingReviewQueueSheet.h"
 
 #include "shell/billing/ReviewQueueList.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Card.h"
 #include "shell/look/Chip.h"
 #include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
 #include "shell/look/Sheet.h"
 #include "shell/look/Typography.h"
+#include "shell/signals/Keeps.h"
 
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 #include <utility>
 
 namespace quorvane::BillingReviewQueueSheet {
@@ -19,13 +19,10 @@ constexpr int width = 940;
 constexpr int height = 660;
 
 /// Its rows, and with them the queue that they show.
-class OwningList : public ReviewQueueList {
+class OwningList : private Keeps<BillingReviewQueueView>, public ReviewQueueList {
 public:
     OwningList(std::unique_ptr<BillingReviewQueueView> queue, const Localization& localization)
-        : ReviewQueueList(*queue, localization), queue_(std::move(queue)) {}
-
-private:
-    std::unique_ptr<BillingReviewQueueView> queue_;
+        : Keeps(std::move(queue)), ReviewQueueList(*parts_, localization) {}
 };
 
 QWidget* emptyState(const Localization& localization) {
@@ -41,9 +38,7 @@ void addBulkActions(Sheet& sheet, BillingReviewQueueView& queue, const Localizat
     QObject::connect(billable, &QAbstractButton::clicked, &sheet, [&queue] { queue.markAllBillable(); });
     QObject::connect(exclude, &QAbstractButton::clicked, &sheet, [&queue] { queue.excludeAll(); });
     auto* const both = new QWidget;
-    auto* const line = new QHBoxLayout(both);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(8);
+    auto* const line = lineBox(8, both);
     line->addWidget(billable);
     line->addWidget(exclude);
     line->addStretch(1);

@@ -7,31 +7,32 @@
 
 #include <vector>
 
+class QTableView;
+
 namespace quorvane {
 
-class BillingTableDelegate;
 class BillingTableModel;
-class BillingTableView;
 
-/// The projects of a report, one line each. The chosen one stays chosen when the lines change.
+/// The projects of a report, one line each, under their head. It is as high as they are and leaves scrolling to the
+/// page. The chosen one stays chosen when the lines change. What has no column in a narrow table stands as a second
+/// line in another one: the client under its project, review hours under the hours, the rate under the amount.
 class BillingTable : public Card {
 public:
     explicit BillingTable(const Localization& localization, QWidget* parent = nullptr);
     void setRows(const std::vector<BillingTableRow>& rows);
+    [[nodiscard]] QTableView& view() { return *view_; }
 
     Signal<const Uuid&> edited;  ///< a project, by double click, Enter or F2
-    Signal<QRect> focused;       ///< the row on which the focus is now, in the table
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void applyLayout();
+    void setUpView();
+    void edit(int row);
 
     BillingTableModel* model_;
-    BillingTableDelegate* delegate_;
-    BillingTableView* view_;
+    QTableView* view_;
 };
 
 }  // namespace quorvane

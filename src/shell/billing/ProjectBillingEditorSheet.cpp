@@ -1,20 +1,20 @@
 #include "shell/billing/ProjectBillingEditorSheet.h"
 
+#include "base/NumberText.h"
 #include "billing/MoneyText.h"
-#include "shell/billing/RateField.h"
 #include "shell/look/Controls.h"
-#include "shell/look/IconView.h"
+#include "shell/look/IconWell.h"
 #include "shell/look/Label.h"
-#include "shell/look/Painting.h"
+#include "shell/look/Labelled.h"
 #include "shell/look/Sheet.h"
+#include "shell/look/TextField.h"
 #include "shell/look/Theme.h"
+#include "shell/signals/Keeps.h"
 #include "shell/signals/Subscribe.h"
 
+#include <QAbstractSpinBox>
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QLineEdit>
-#include <QPainter>
-#include <QVBoxLayout>
 #include <fmt/format.h>
 #include <utility>
 
@@ -23,47 +23,33 @@ namespace {
 
 constexpr int sheetWidth = 460;
 constexpr int currencyWidth = 132;
-constexpr int wellPadding = 12;
+constexpr double exampleRate = 85;
 
-/// A field with its label above it.
-QVBoxLayout* labelled(const QString& text, QWidget* field) {
-    auto* const column = new QVBoxLayout;
-    column->setSpacing(6);
-    auto* const label = new Label(text, TypeRole::label, &Theme::text2);
-    label->setBuddy(field);
-    column->addWidget(label);
-    column->addWidget(field);
-    column->addStretch(1);
-    return column;
-}
-
-QLineEdit* textField(const std::string& text, const QString& name) {
-    auto* const field = new QLineEdit(qt(text));
-    field->setAccessibleName(name);
-    return field;
-}
-
-class HelpWell : public QWidget {
+/// The hourly rate: any text can be typed, and goes into the project as soon as it is a number. Up and Down step by
+/// whole units.
+class RateSpinBox : public QAbstractSpinBox {
 public:
-    explicit HelpWell(const QString& help) {
-        auto* const line = new QHBoxLayout(this);
-        line->setContentsMargins(15, wellPadding, 15, wellPadding);
-        line->setSpacing(10);
-        auto* const icon = new QVBoxLayout;
-        icon->addSpacing(2);  // in the middle of the first line
-        icon->addWidget(new IconView(QStringLiteral("info"), 16, &Theme::text2));
-        icon->addStretch(1);
-        line->addLayout(icon);
-        auto* const words = new Label(help, TypeRole::body, &Theme::text2);
-        words->setWordWrap(true);
-        line->addWidget(words, 1);
+    explicit RateSpinBox(ProjectBillingEditor& editor) : editor_(editor) {
+        showRate();
+        connect(lineEdit(), &QLineEdit::textEdited, this,
+                [this](const QString& text) { editor_.setHourlyRateText(text.toStdString()); });
+    }
+
+    void stepBy(int steps) override {
+        editor_.stepHourlyRate(steps);
+        showRate();
+        selectAll();
     }
 
 protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
-        QPainter painter(this);
-        paintPanel(painter, rect(), Metrics::cardRadius, theme().sunken, {});
+    [[nodiscard]] StepEnabled stepEnabled() const override {
+        return editor_.project().hourlyRate() > 0 ? StepUpEnabled | StepDownEnabled : StepEnabled(StepUpEnabled);
     }
+
+private:
+    void showRate() { lineEdit()->setText(qt(editor_.hourlyRateText())); }
+
+    ProjectBillingEditor& editor_;
 };
 
 /// What the project is worth as it stands now.
@@ -72,9 +58,8 @@ public:
     FiguresLine(ProjectBillingEditor& editor, const Figures& figures, const Localization& localization)
         : editor_(editor), hours_(figures.hours), localization_(localization),
           amount_(new Label(QString(), TypeRole::bodyStrong, &Theme::text)) {
-        auto* const line = new QHBoxLayout(this);
+        auto* const line = lineBox(16, this);
         line->setContentsMargins(2, 4, 2, 0);
-        line->setSpacing(16);
         auto* const range = new Label(qt(figures.rangeLabel), TypeRole::body, &Theme::text2);
         range->setElided(true);
         line->addWidget(range, 1);
@@ -101,9 +86,8 @@ private:
     Label* amount_;
 };
 
-QComboBox* currencyChoice(ProjectBillingEditor& editor, const QString& name) {
+QComboBox* currencyChoice(ProjectBillingEditor& editor) {
     auto* const choice = new QComboBox;
-    choice->setAccessibleName(name);
     choice->setFixedWidth(currencyWidth);
     for (const std::string_view code : ProjectBillingEditor::currencies)
         choice->addItem(QString::fromUtf8(code.data(), static_cast<qsizetype>(code.size())));
@@ -117,42 +101,56 @@ QComboBox* currencyChoice(ProjectBillingEditor& editor, const QString& name) {
 }
 
 /// The fields, and with them the editor.
-class Form : public QWidget {
+class Form : private Keeps<ProjectBillingEditor>, public QWidget {
 public:
     Form(std::unique_ptr<ProjectBillingEditor> editor, const std::optional<Figures>& figures,
          const Localization& localization)
-        : editor_(std::move(editor)) {
-        auto* const column = new QVBoxLayout(this);
-        column->setContentsMargins(0, 0, 0, 0);
-        column->setSpacing(16);
-        addNames(*column, localization);
-        const QString currency = qt(localization.text("currency"));
-        auto* const money = new QHBoxLayout;
-        money->setSpacing(12);
-        money->addLayout(labelled(qt(localization.text("hourly_rate")), new RateField(*editor_, localization)), 1);
-        money->addLayout(labelled(currency, currencyChoice(*editor_, currency)));
-        column->addLayout(money);
-        column->addWidget(new HelpWell(qt(localization.text("project_rate_settings_help"))));
-        if (figures) column->addWidget(new FiguresLine(*editor_, *figures, localization));
+        : Keeps(std::move(editor)), localization_(localization), column_(columnBox(16, this)) {
+        const auto& project = parts_->project();
+        addText(localization.text("project_name"), project.name(), &ProjectBillingEditor::setName);
+        addText(localization.text("client_name"), project.clientName().value_or(""),
+                &ProjectBillingEditor::setClientName);
+        auto* const money = lineBox(12);
+        auto* const rate = rateField();
+        money->addLayout(labelled(qt(localization.text("hourly_rate")), *rate), 1);
+        auto* const currency = labelled(qt(localization.text("currency")), *currencyChoice(*parts_));
+        currency->addStretch(1);
+        money->addLayout(currency);
+        column_->addLayout(money);
+        auto* const help = new IconWell(QStringLiteral("info"), Tone::neutral);
+        auto* const words =
+            new Label(qt(localization.text("project_rate_settings_help")), TypeRole::body, &Theme::text2);
+        words->setWordWrap(true);
+        help->words().addWidget(words);
+        column_->addWidget(help);
+        if (figures) column_->addWidget(new FiguresLine(*parts_, *figures, localization));
     }
 
-    void done() { editor_->done(); }
+    void done() { parts_->done(); }
 
 private:
-    void addNames(QVBoxLayout& column, const Localization& localization) {
-        const QString nameLabel = qt(localization.text("project_name"));
-        const QString clientLabel = qt(localization.text("client_name"));
-        auto* const name = textField(editor_->project().name(), nameLabel);
-        auto* const client = textField(editor_->project().clientName().value_or(""), clientLabel);
-        connect(name, &QLineEdit::textEdited, this,
-                [this](const QString& text) { editor_->setName(text.toStdString()); });
-        connect(client, &QLineEdit::textEdited, this,
-                [this](const QString& text) { editor_->setClientName(text.toStdString()); });
-        column.addLayout(labelled(nameLabel, name));
-        column.addLayout(labelled(clientLabel, client));
+    void addText(const std::string& label, const std::string& text,
+                 void (ProjectBillingEditor::*set)(const std::string&)) {
+        auto* const field = new QLineEdit(qt(text));
+        connect(field, &QLineEdit::textEdited, this,
+                [this, set](const QString& changed) { ((*parts_).*set)(changed.toStdString()); });
+        column_->addLayout(labelled(qt(label), *field));
     }
 
-    std::unique_ptr<ProjectBillingEditor> editor_;
+    /// While what is typed is no number, an error stands below.
+    CheckedField* rateField() {
+        auto* const rate = new RateSpinBox(*parts_);
+        rate->setAccessibleName(qt(localization_.text("hourly_rate")));
+        auto* const field = new CheckedField(*rate);
+        subscribe(parts_->changed, *field, [this, field] {
+            const auto error = localization_.text("ui_rate_error", decimalText(exampleRate));
+            field->setError(parts_->isHourlyRateWrong() ? qt(error) : QString());
+        });
+        return field;
+    }
+
+    const Localization& localization_;
+    QVBoxLayout* column_;
 };
 
 }  // namespace

@@ -1,11 +1,12 @@
 #include "shell/billing/ReviewQueueList.h"
 
-#include "shell/billing/ReviewQueueModel.h"
-#include "shell/billing/ReviewRowControls.h"
 #include "shell/billing/ReviewRowDelegate.h"
+#include "shell/billing/ReviewRowEditor.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Typography.h"
 #include "shell/signals/Subscribe.h"
 
+#include <QAbstractListModel>
 #include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
@@ -27,23 +28,87 @@ std::optional<BillingStatus> statusOf(int key) {
     }
 }
 
-/// A list whose current row is in sight when Tab leaves it for the row's controls.
+/// The titles of the rows, and what assistive technology reads of them; made for what is asked of them alone.
+class ReviewQueueModel : public QAbstractListModel {
+public:
+    ReviewQueueModel(BillingReviewQueueView& queue, const Localization& localization, QObject* parent)
+        : QAbstractListModel(parent), queue_(queue), localization_(localization) {
+        subscribe(queue.rowChanged, *this, [this](std::size_t row) {
+            const QModelIndex changed = index(static_cast<int>(row));
+            Q_EMIT dataChanged(changed, changed);
+        });
+        subscribe(queue.allChanged, *this, [this] {
+            if (rowCount() > 0) Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+        });
+    }
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(queue_.records().size());
+    }
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        if (!index.isValid()) return {};
+        const auto row = [&]() -> const BillingReviewRecordRow& {
+            return queue_.row(static_cast<std::size_t>(index.row()));
+        };
+        switch (role) {
+        case Qt::DisplayRole: return qt(row().title);
+        case Qt::AccessibleTextRole: return qt(localization_.text("a11y_review_row", row().title, row().detail));
+        case Qt::AccessibleDescriptionRole: return description(row());
+        default: return {};
+        }
+    }
+
+private:
+    /// The name of the icon, the status and the project.
+    [[nodiscard]] QString description(const BillingReviewRecordRow& row) const {
+        const auto icon = row.hasLowConfidence ? localization_.text("a11y_low_confidence")
+                                               : localization_.text("a11y_open_or_unreviewed");
+        const auto project = row.project != nullptr ? row.project->name() : localization_.text("not_set");
+        return QStringList{qt(icon), qt(label(row.status, localization_)), qt(project)}.join(QStringLiteral(", "));
+    }
+
+    BillingReviewQueueView& queue_;
+    const Localization& localization_;
+};
+
+/// A list whose current row is in sight when Tab leaves it for the row's controls, and whose rows have the height that
+/// their width asks for.
 class RowsView : public QListView {
+public:
+    using QListView::QListView;
+
 protected:
     bool focusNextPrevChild(bool next) override {
         if (next) scrollTo(currentIndex());
         return QListView::focusNextPrevChild(next);
+    }
+    void resizeEvent(QResizeEvent* event) override {
+        QListView::resizeEvent(event);
+        scheduleDelayedItemsLayout();
     }
 };
 
 }  // namespace
 
 ReviewQueueList::ReviewQueueList(BillingReviewQueueView& queue, const Localization& localization, QWidget* parent)
-    : QWidget(parent), queue_(queue), list_(new RowsView),
-      delegate_(new ReviewRowDelegate(queue, localization, *list_)) {
-    list_->setParent(this);
+    : QWidget(parent), queue_(queue), notSet_(qt(localization.text("not_set"))), list_(new RowsView(this)),
+      current_(new ReviewRowEditor(queue, projects_, localization, this)),
+      hovered_(new ReviewRowEditor(queue, projects_, localization, this)) {
+    columnBox(0, this)->addWidget(list_);
+    hovered_->setReachedByTab(false);
+    auto* const form = new ReviewRowEditor(queue, projects_, localization, this);
+    delegate_ = new ReviewRowDelegate(queue, localization, *form, *list_);
+    fillProjects();
+    setUpList(localization);
+    follow();
+    setFocusProxy(list_);
+    list_->setCurrentIndex(list_->model()->index(0, 0));
+}
+
+void ReviewQueueList::setUpList(const Localization& localization) {
     list_->setAccessibleName(qt(localization.text("review_queue_title")));
-    list_->setModel(new ReviewQueueModel(queue, localization, list_));
+    list_->setModel(new ReviewQueueModel(queue_, localization, list_));
     list_->setItemDelegate(delegate_);
     list_->setUniformItemSizes(true);
     list_->setResizeMode(QListView::Adjust);
@@ -54,28 +119,34 @@ ReviewQueueList::ReviewQueueList(BillingReviewQueueView& queue, const Localizati
     list_->viewport()->setAutoFillBackground(false);
     list_->installEventFilter(this);
     list_->viewport()->installEventFilter(this);
-    current_ = new ReviewRowControls(queue, localization, true, this);
-    hovered_ = new ReviewRowControls(queue, localization, false, this);
-    setFocusProxy(list_);
-    connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showControls(); });
-    connect(list_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { hoverUnderPointer(); });
-    subscribe(queue.rowChanged, *this, [this](std::size_t row) {
-        for (auto* const controls : {current_, hovered_})
-            if (controls->row() == static_cast<int>(row)) controls->refresh();
-        announce(static_cast<int>(row));
-    });
-    subscribe(queue.allChanged, *this, [this] {
-        for (auto* const controls : {current_, hovered_})
-            controls->fillProjects();
-    });
-    subscribe(hovered_->used, *this, [this] { makeCurrent(hovered_->row()); });
-    subscribe(current_->entered, *this, [this] { setHovered(current_->row()); });
-    list_->setCurrentIndex(list_->model()->index(0, 0));
+    // Buttons take arrows for a way to their neighbours; here they lead to the next row.
+    for (auto* const button : current_->buttons())
+        button->installEventFilter(this);
 }
 
-void ReviewQueueList::makeCurrent(int row) {
-    list_->setCurrentIndex(list_->model()->index(row, 0));
-    list_->setFocus(Qt::MouseFocusReason);
+void ReviewQueueList::follow() {
+    connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showEditors(); });
+    connect(list_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { hoverUnderPointer(); });
+    subscribe(queue_.rowChanged, *this, [this](std::size_t row) {
+        for (auto* const editor : {current_, hovered_})
+            if (editor->row() == static_cast<int>(row)) editor->refresh();
+        announce(static_cast<int>(row));
+    });
+    subscribe(queue_.allChanged, *this, [this] { fillProjects(); });
+    subscribe(hovered_->used, *this, [this] {
+        list_->setCurrentIndex(list_->model()->index(hovered_->row(), 0));
+        list_->setFocus(Qt::MouseFocusReason);
+    });
+    subscribe(current_->entered, *this, [this] { setHovered(current_->row()); });
+}
+
+void ReviewQueueList::fillProjects() {
+    projects_.clear();
+    for (const auto& project : queue_.projects())
+        projects_.appendRow(new QStandardItem(ReviewRowEditor::icon(project.get()), qt(project->name())));
+    projects_.appendRow(new QStandardItem(notSet_));
+    for (auto* const editor : {current_, hovered_})
+        editor->refresh();
 }
 
 void ReviewQueueList::moveCurrent(int rows) {
@@ -91,7 +162,7 @@ void ReviewQueueList::setHovered(int row) {
     if (row == delegate_->hoveredRow || QApplication::activePopupWidget() != nullptr) return;
     delegate_->hoveredRow = row;
     list_->viewport()->update();
-    showControls();
+    showEditors();
 }
 
 void ReviewQueueList::hoverUnderPointer() {
@@ -99,7 +170,7 @@ void ReviewQueueList::hoverUnderPointer() {
     const QPoint pointer = list_->viewport()->mapFromGlobal(QCursor::pos());
     const bool isOver = underMouse() && list_->viewport()->rect().contains(pointer);
     delegate_->hoveredRow = isOver ? list_->indexAt(pointer).row() : -1;
-    showControls();
+    showEditors();
 }
 
 bool ReviewQueueList::isInSight(int row) const {
@@ -107,18 +178,17 @@ bool ReviewQueueList::isInSight(int row) const {
     return list_->visualRect(list_->model()->index(row, 0)).intersects(list_->viewport()->rect());
 }
 
-void ReviewQueueList::showControls() {
+void ReviewQueueList::showEditors() {
     const int current = list_->currentIndex().row();
     const int hovered = delegate_->hoveredRow;
-    if (current_->holdsFocus() && current != current_->row()) list_->setFocus(Qt::OtherFocusReason);
-    if (current_->holdsFocus() && !isInSight(current)) list_->setFocus(Qt::OtherFocusReason);
+    if (current_->holdsFocus() && (current != current_->row() || !isInSight(current)))
+        list_->setFocus(Qt::OtherFocusReason);
     current_->setRow(isInSight(current) ? current : -1);
     hovered_->setRow(hovered != current && isInSight(hovered) ? hovered : -1);
-    const ReviewRowLayout layout = delegate_->layout();
-    for (auto* const controls : {current_, hovered_}) {
-        if (controls->row() < 0) continue;
-        const int top = list_->visualRect(list_->model()->index(controls->row(), 0)).top();
-        controls->place(list_->viewport()->mapTo(this, QPoint(0, top)), layout);  // the scroll bar may stand before it
+    for (auto* const editor : {current_, hovered_}) {
+        if (editor->row() < 0) continue;
+        const QRect row = list_->visualRect(list_->model()->index(editor->row(), 0));
+        editor->place(list_->viewport()->mapTo(this, row.topLeft()), row.width());
     }
 }
 
@@ -128,11 +198,6 @@ void ReviewQueueList::announce(int row) {
     QAccessibleEvent event(list_, QAccessible::DescriptionChanged);
     event.setChild(row);
     QAccessible::updateAccessibility(&event);
-}
-
-void ReviewQueueList::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    list_->setGeometry(rect());
 }
 
 void ReviewQueueList::leaveEvent(QEvent* event) {
@@ -163,21 +228,17 @@ bool ReviewQueueList::takeKey(QKeyEvent& event) {
 }
 
 bool ReviewQueueList::eventFilter(QObject* watched, QEvent* event) {
+    const bool isViewport = watched == list_->viewport();
     switch (event->type()) {
     case QEvent::KeyPress:
         // Before the list, which would look for a title that begins with the letter.
-        return watched == list_ && takeKey(static_cast<QKeyEvent&>(*event));
+        return !isViewport && takeKey(static_cast<QKeyEvent&>(*event));
     case QEvent::MouseMove:
-        if (watched == list_->viewport())
-            setHovered(list_->indexAt(static_cast<QMouseEvent*>(event)->position().toPoint()).row());
-        return false;
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-        if (watched == list_) list_->viewport()->update();
+        if (isViewport) setHovered(list_->indexAt(static_cast<QMouseEvent*>(event)->position().toPoint()).row());
         return false;
     case QEvent::Paint:
         // Rows are laid out by now; a resize moves them only then.
-        if (watched == list_->viewport()) showControls();
+        if (isViewport) showEditors();
         return false;
     default: return false;
     }

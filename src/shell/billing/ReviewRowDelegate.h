@@ -1,6 +1,5 @@
 #pragma once
 
-#include "shell/billing/ReviewRowLayout.h"
 #include "shell/state/BillingReviewQueueView.h"
 
 #include <QStyledItemDelegate>
@@ -9,26 +8,29 @@ class QAbstractItemView;
 
 namespace quorvane {
 
-/// Paints the rows of the review queue whole, with pictures of their fields and buttons.
+class ReviewRowEditor;
+
+/// Paints the rows of the review queue whole: their fields and buttons by the style, as those of an editor.
 class ReviewRowDelegate : public QStyledItemDelegate {
 public:
-    ReviewRowDelegate(const BillingReviewQueueView& queue, const Localization& localization, QAbstractItemView& list);
+    /// `form` is an editor that is never shown.
+    ReviewRowDelegate(const BillingReviewQueueView& queue, const Localization& localization, ReviewRowEditor& form,
+                      QAbstractItemView& list);
 
     int hoveredRow = -1;
 
-    [[nodiscard]] ReviewRowLayout layout() const;  ///< for the list's present width
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
-    void paintWords(QPainter& painter, const BillingReviewRecordRow& row, const ReviewRowLayout& parts,
-                    const QPoint& origin) const;
+    void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    void paintWords(QPainter& painter, const BillingReviewRecordRow& row, bool isHovered) const;
+    void paintControls(QPainter& painter, const BillingReviewRecordRow& row) const;
 
     const BillingReviewQueueView& queue_;
     const Localization& localization_;
+    ReviewRowEditor& form_;
     QAbstractItemView& list_;
-    QString billable_;
-    QString exclude_;
 };
 
 }  // namespace quorvane

@@ -1,13 +1,13 @@
 #include "shell/export/ExportFoot.h"
 
-#include "shell/export/ProgressLine.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Controls.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 
-#include <QBoxLayout>
+#include <QProgressBar>
 
 namespace quorvane {
 namespace {
@@ -16,8 +16,7 @@ constexpr int leastWidthForOneRow = 640;
 
 /// A sentence behind its icon.
 QBoxLayout* note(const char* iconName, int iconSize, const std::string& words, QColor Theme::*ink) {
-    auto* const line = new QHBoxLayout;
-    line->setSpacing(iconSize == 18 ? 13 : 8);
+    auto* const line = lineBox(iconSize == 18 ? 13 : 8);
     line->addWidget(new IconView(QString::fromLatin1(iconName), iconSize, ink == &Theme::text ? &Theme::text2 : ink), 0,
                     Qt::AlignTop);
     auto* const text = new Label(qt(words), TypeRole::body, ink);
@@ -29,31 +28,28 @@ QBoxLayout* note(const char* iconName, int iconSize, const std::string& words, Q
 }  // namespace
 
 ExportFoot::ExportFoot(const Localization& localization, QWidget* parent)
-    : Card(parent), localization_(localization), line_(new QHBoxLayout(this)),
-      button_(pushButton(qt(localization.text("export_csv")), "primary")),
-      caption_(new Label({}, TypeRole::labelPlain, &Theme::text2)),
-      progress_(new ProgressLine(qt(localization.text("export_csv")))) {
+    : Card(parent), localization_(localization), line_(lineBox(Metrics::cardGap, this)),
+      button_(pushButton(qt(localization.text("export_csv")), "primary large")),
+      caption_(new Label({}, TypeRole::labelPlain, &Theme::text2)), progress_(new QProgressBar) {
+    progress_->setAccessibleName(qt(localization.text("export_csv")));
+    progress_->setTextVisible(false);
+    progress_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     button_->setIcon(icon(QStringLiteral("table")));
-    setKind(*button_, "large", true);
     connect(button_, &QAbstractButton::clicked, this, [this] { pressed.send(); });
-    auto* const action = new QVBoxLayout;
-    action->setSpacing(6);
+    auto* const action = columnBox(6);
     action->addWidget(button_, 0, Qt::AlignRight);
     action->addWidget(progress_);
     action->addWidget(caption_, 0, Qt::AlignRight);
     progress_->hide();
     line_->setContentsMargins(Metrics::cardPadding + 2, Metrics::cardPadding, Metrics::cardPadding,
                               Metrics::cardPadding);
-    line_->setSpacing(Metrics::cardGap);
     line_->addWidget(makeNotes(), 1, Qt::AlignTop);
     line_->addLayout(action);
 }
 
 QWidget* ExportFoot::makeNotes() const {
     auto* const notes = new QWidget;
-    auto* const column = new QVBoxLayout(notes);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(6);
+    auto* const column = columnBox(6, notes);
     column->addLayout(note("table", 18, localization_.text("export_csv_fields_hint"), &Theme::text));
     auto* const sensitive = note("lock", 16, localization_.text("export_sensitive_hint"), &Theme::warn);
     sensitive->setContentsMargins(31, 0, 0, 0);

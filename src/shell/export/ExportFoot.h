@@ -7,12 +7,12 @@
 #include <cstddef>
 
 class QBoxLayout;
+class QProgressBar;
 class QPushButton;
 
 namespace quorvane {
 
 class Label;
-class ProgressLine;
 
 /// What an export holds, the button that starts it, and how far it has come.
 class ExportFoot : public Card {
@@ -38,7 +38,7 @@ private:
     QBoxLayout* line_;
     QPushButton* button_;
     Label* caption_;
-    ProgressLine* progress_;
+    QProgressBar* progress_;
     std::size_t count_ = 0;
     bool hadFocus_ = false;
 };

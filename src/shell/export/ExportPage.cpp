@@ -4,6 +4,7 @@
 #include "shell/export/InstantField.h"
 #include "shell/export/ProjectSelection.h"
 #include "shell/look/Alert.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/IconView.h"
 #include "shell/look/Label.h"
 #include "shell/look/Painting.h"
@@ -11,7 +12,6 @@
 #include "shell/look/Theme.h"
 #include "shell/signals/Subscribe.h"
 
-#include <QBoxLayout>
 #include <QScrollArea>
 
 namespace quorvane {
@@ -21,29 +21,27 @@ constexpr int topMargin = 18;
 constexpr int leastWidthForLine = 760;
 
 QLayout* heading(const Localization& localization) {
-    auto* const words = new QVBoxLayout;
-    words->setSpacing(1);
-    auto* const title = new Label(qt(localization.text("export_title")), TypeRole::title, &Theme::text);
-    title->setWordWrap(true);
-    auto* const subtitle = new Label(qt(localization.text("export_subtitle")), TypeRole::body, &Theme::text2);
-    subtitle->setWordWrap(true);
-    words->addWidget(title);
-    words->addWidget(subtitle);
+    auto* const words = columnBox(1);
     words->setContentsMargins(0, 0, 0, -2);
+    for (auto* const line : {new Label(qt(localization.text("export_title")), TypeRole::title, &Theme::text),
+                             new Label(qt(localization.text("export_subtitle")), TypeRole::body, &Theme::text2)}) {
+        line->setWordWrap(true);
+        words->addWidget(line);
+    }
     return words;
 }
 
 }  // namespace
 
-struct ExportPage::Parts {
-    Parts(ExportPage& owner, AppServices& services);
+struct ExportPageParts {
+    explicit ExportPageParts(AppServices& services)
+        : localization(services.localization),
+          state(services.container, services.runLoop, services.localization, services.console),
+          start(new InstantField(localization.text("start_time"), localization)),
+          end(new InstantField(localization.text("end_time"), localization)),
+          arrow(new IconView(QStringLiteral("right"), 16, &Theme::text2)), range(lineBox(Metrics::cardGap)),
+          projects(new ProjectSelection(state, localization)), foot(new ExportFoot(localization)) {}
 
-    [[nodiscard]] QWidget* makeRange();
-    void refresh();
-    void countRecords() { foot->setRecordCount(state.recordCount()); }
-    void tellDone();
-
-    ExportPage& page;
     const Localization& localization;
     ExportState state;
     InstantField* start;
@@ -55,93 +53,80 @@ struct ExportPage::Parts {
     std::optional<std::filesystem::path> lastFile;  ///< of which the user has been told
 };
 
-ExportPage::Parts::Parts(ExportPage& owner, AppServices& services)
-    : page(owner), localization(services.localization),
-      state(services.container, services.runLoop, services.localization, services.console),
-      start(new InstantField(localization.text("start_time"), localization)),
-      end(new InstantField(localization.text("end_time"), localization)),
-      arrow(new IconView(QStringLiteral("right"), 16, &Theme::text2)), range(new QHBoxLayout),
-      projects(new ProjectSelection(state, localization)), foot(new ExportFoot(localization)) {
+ExportPage::ExportPage(AppServices& services, QWidget* parent)
+    : Keeps(std::make_unique<ExportPageParts>(services)), QWidget(parent) {
+    build();
+    follow();
+}
+
+ExportPage::~ExportPage() = default;
+
+void ExportPage::build() {
     auto* const scroll = new QScrollArea;
     scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* const content = new QWidget;
     content->setObjectName(QStringLiteral("scrolled"));
-    auto* const column = new QVBoxLayout(content);
+    auto* const column = columnBox(Metrics::cardGap, content);
     column->setContentsMargins(Metrics::pageMargin, topMargin, Metrics::pageMargin, Metrics::pageMargin);
-    column->setSpacing(Metrics::cardGap);
-    column->addLayout(heading(localization));
+    column->addLayout(heading(parts_->localization));
     column->addWidget(makeRange());
-    column->addWidget(projects);
-    column->addWidget(foot);
+    column->addWidget(parts_->projects);
+    column->addWidget(parts_->foot);
     column->addStretch(1);
     scroll->setWidget(content);
-    auto* const whole = new QVBoxLayout(&page);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    columnBox(0, this)->addWidget(scroll);
+}
 
-    subscribe(start->chosen, owner, [this](Date chosen) {
+QWidget* ExportPage::makeRange() {
+    auto* const card = new Card;
+    auto* const column = columnBox(12, card);
+    column->setContentsMargins(Metrics::cardPadding, Metrics::cardPadding, Metrics::cardPadding, Metrics::cardPadding);
+    column->addWidget(new Label(qt(parts_->localization.text("time_range")), TypeRole::head, &Theme::text));
+    parts_->arrow->setFixedHeight(Metrics::controlHeight);  // between the fields, below the height of their labels
+    parts_->range->addWidget(parts_->start, 1);
+    parts_->range->addWidget(parts_->arrow, 0, Qt::AlignBottom);
+    parts_->range->addWidget(parts_->end, 1);
+    column->addLayout(parts_->range);
+    return card;
+}
+
+void ExportPage::follow() {
+    auto& state = parts_->state;
+    subscribe(parts_->start->chosen, *this, [this, &state](Date chosen) {
         state.startDate = chosen;
         countRecords();
     });
-    subscribe(end->chosen, owner, [this](Date chosen) {
+    subscribe(parts_->end->chosen, *this, [this, &state](Date chosen) {
         state.endDate = chosen;
         countRecords();
     });
-    subscribe(projects->changed, owner, [this] { countRecords(); });
-    subscribe(foot->pressed, owner, [this] { page.exportRecords(); });
-    subscribe(state.progressed, owner, [this](std::size_t written) { foot->setProgress(written); });
-    subscribe(state.finished, owner, [this] {
-        foot->setWriting(false);
+    subscribe(parts_->projects->changed, *this, [this] { countRecords(); });
+    subscribe(parts_->foot->pressed, *this, [this] { exportRecords(); });
+    subscribe(state.progressed, *this, [this](std::size_t written) { parts_->foot->setProgress(written); });
+    subscribe(state.finished, *this, [this] {
+        parts_->foot->setWriting(false);
         tellDone();
     });
 }
 
-QWidget* ExportPage::Parts::makeRange() {
-    auto* const card = new Card;
-    auto* const column = new QVBoxLayout(card);
-    column->setContentsMargins(Metrics::cardPadding, Metrics::cardPadding, Metrics::cardPadding, Metrics::cardPadding);
-    column->setSpacing(12);
-    column->addWidget(new Label(qt(localization.text("time_range")), TypeRole::head, &Theme::text));
-    range->setSpacing(Metrics::cardGap);
-    range->addWidget(start, 1);
-    arrow->setContentsMargins(0, 0, 0, 0);
-    auto* const middle = new QVBoxLayout;  // between the fields, below the height of their labels
-    middle->addStretch(1);
-    middle->addWidget(arrow);
-    middle->addSpacing((Metrics::controlHeight - arrow->sizeHint().height()) / 2);
-    range->addLayout(middle);
-    range->addWidget(end, 1);
-    column->addLayout(range);
-    return card;
-}
-
-void ExportPage::Parts::refresh() {
-    start->setInstant(state.startDate);
-    end->setInstant(state.endDate);
-    projects->refresh();
-    countRecords();
+void ExportPage::countRecords() {
+    parts_->foot->setRecordCount(parts_->state.recordCount());
 }
 
 /// A failure is printed and no more.
-void ExportPage::Parts::tellDone() {
-    if (!state.exportURL()) return;
-    if (lastFile == state.exportURL()) return;
-    lastFile = state.exportURL();
-    Toast::show(*page.window(), qt(localization.text("done")), isolated(qt(lastFile->filename().string())));
+void ExportPage::tellDone() {
+    const auto& written = parts_->state.exportURL();
+    if (!written || parts_->lastFile == written) return;
+    parts_->lastFile = written;
+    Toast::show(*window(), qt(parts_->localization.text("done")), isolated(qt(written->filename().string())));
 }
-
-ExportPage::ExportPage(AppServices& services, QWidget* parent)
-    : QWidget(parent), parts_(std::make_unique<Parts>(*this, services)) {}
-
-ExportPage::~ExportPage() = default;
 
 void ExportPage::exportRecords() {
     auto& state = parts_->state;
     if (state.isExporting()) return;
-    parts_->countRecords();
+    countRecords();
     state.beginExport();
     const SaveDialog::Content content{.title = qt(parts_->localization.text("export_csv")),
                                       .fileName = qt(state.defaultFileName()),
@@ -161,7 +146,10 @@ bool ExportPage::isExporting() const {
 
 void ExportPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    parts_->refresh();
+    parts_->start->setInstant(parts_->state.startDate);
+    parts_->end->setInstant(parts_->state.endDate);
+    parts_->projects->refresh();
+    countRecords();
 }
 
 void ExportPage::resizeEvent(QResizeEvent* event) {

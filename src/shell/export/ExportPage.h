@@ -2,19 +2,17 @@
 
 #include "billing/ExportState.h"
 #include "shell/app/AppServices.h"
+#include "shell/signals/Keeps.h"
 
 #include <QWidget>
-#include <memory>
-
-class QBoxLayout;
 
 namespace quorvane {
 
-class ProjectSelection;
+struct ExportPageParts;
 
 /// `ExportView`: which records go into a table, and the way to its file. Its range ends when the page was made, so
 /// whoever shows it makes it anew each time.
-class ExportPage : public QWidget {
+class ExportPage : private Keeps<ExportPageParts>, public QWidget {
 public:
     explicit ExportPage(AppServices& services, QWidget* parent = nullptr);
     ~ExportPage() override;
@@ -28,8 +26,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    struct Parts;
-    std::unique_ptr<Parts> parts_;
+    void build();
+    [[nodiscard]] QWidget* makeRange();
+    void follow();
+    void countRecords();
+    void tellDone();
 };
 
 }  // namespace quorvane

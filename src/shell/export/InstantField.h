@@ -4,7 +4,6 @@
 #include "base/Signal.h"
 #include "l10n/Localization.h"
 
-#include <QDateTime>
 #include <QWidget>
 #include <string>
 
@@ -24,10 +23,8 @@ public:
     Signal<Date> chosen;
 
 private:
-    void addCalendarIcon();
     void choose();
 
-    QDateTime instant_;
     QDateEdit* date_;
     QTimeEdit* time_;
 };

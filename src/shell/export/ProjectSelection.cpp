@@ -1,20 +1,21 @@
 #include "shell/export/ProjectSelection.h"
 
 #include "shell/look/AccessibleRole.h"
+#include "shell/look/Boxes.h"
 #include "shell/look/Chip.h"
+#include "shell/look/Columns.h"
+#include "shell/look/Controls.h"
 #include "shell/look/EmptyState.h"
-#include "shell/look/Label.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <utility>
 
 namespace quorvane {
 namespace {
 
-constexpr int gap = 12;
+constexpr int boxGap = 12;
 constexpr int emptyRoom = 24;
 
 int columnsFor(int width) {
@@ -25,92 +26,94 @@ int columnsFor(int width) {
 }  // namespace
 
 ProjectSelection::ProjectSelection(ExportState& state, const Localization& localization, QWidget* parent)
-    : Card(parent), state_(state), localization_(localization), count_(new Chip({}, Chip::Tone::info)),
-      head_(new QWidget), grid_(new QWidget), cells_(new QGridLayout(grid_)),
+    : Card(parent), state_(state), localization_(localization), count_(new Chip({}, Tone::info)),
+      projects_(new QWidget), cells_(new QGridLayout(projects_)),
       empty_(new EmptyState(QStringLiteral("folder"), qt(localization.text("no_projects_available")),
                             qt(localization.text("export_project_filter_hint")))) {
     const QString heading = qt(localization.text("select_projects_optional"));
-    auto* const title = new Label(heading, TypeRole::head, &Theme::text);
-    title->setElided(true);
-    auto* const line = new QHBoxLayout;
-    line->addWidget(title, 1);
-    line->addWidget(count_);
-    auto* const hint = new Label(qt(localization.text("export_project_filter_hint")), TypeRole::body, &Theme::text2);
-    hint->setWordWrap(true);
-    auto* const words = new QVBoxLayout(head_);
-    words->setContentsMargins(0, 0, 0, 0);
-    words->setSpacing(4);
-    words->addLayout(line);
-    words->addWidget(hint);
+    head_ = makeHead(heading);
     cells_->setContentsMargins(0, 0, 0, 0);
-    cells_->setSpacing(gap);
-    setAccessibleRole(*grid_, QAccessible::Grouping, heading);
+    cells_->setSpacing(boxGap);
+    setAccessibleRole(*projects_, QAccessible::Grouping, heading);
     empty_->setContentsMargins(0, emptyRoom, 0, emptyRoom);
-    auto* const column = new QVBoxLayout(this);
+    auto* const column = columnBox(14, this);
     column->setContentsMargins(Metrics::cardPadding, Metrics::cardPadding, Metrics::cardPadding, Metrics::cardPadding);
-    column->setSpacing(14);
-    column->addWidget(head_);
-    column->addWidget(grid_);
-    column->addWidget(empty_);
+    for (QWidget* const part : {head_, projects_, static_cast<QWidget*>(empty_)})
+        column->addWidget(part);
     refresh();
 }
 
+QWidget* ProjectSelection::makeHead(const QString& title) {
+    auto* const heading = new Label(title, TypeRole::head, &Theme::text);
+    heading->setElided(true);
+    auto* const line = lineBox(boxGap);
+    line->addWidget(heading, 1);
+    line->addWidget(count_);
+    auto* const hint = new Label(qt(localization_.text("export_project_filter_hint")), TypeRole::body, &Theme::text2);
+    hint->setWordWrap(true);
+    auto* const head = new QWidget;
+    auto* const words = columnBox(4, head);
+    words->addLayout(line);
+    words->addWidget(hint);
+    return head;
+}
+
 void ProjectSelection::refresh() {
-    Shown present;
+    std::vector<Shown> present;
     for (const auto& project : state_.projects())
-        present.emplace_back(project->id(), ProjectSelectionCard::Content{
-                                                .name = project->name(),
-                                                .client = project->clientName().value_or(localization_.text("not_set")),
-                                                .color = project->color().value_or("")});
+        present.push_back({.id = project->id(),
+                           .name = project->name(),
+                           .client = project->clientName().value_or(localization_.text("not_set")),
+                           .color = project->color().value_or("")});
     if (present != shown_ || present.empty()) {
         shown_ = std::move(present);
-        makeCards();
+        makeBoxes();
     }
     count();
 }
 
-void ProjectSelection::makeCards() {
-    for (auto* const card : cards_)
-        delete card;
-    cards_.clear();
-    cards_.reserve(shown_.size());
-    for (const auto& [id, content] : shown_) {
-        auto* const card = new ProjectSelectionCard(content, localization_, grid_);
-        card->setChecked(state_.isSelected(id));
-        connect(card, &QAbstractButton::clicked, this, [this, chosen = id] {
-            state_.toggle(chosen);
-            count();
-            changed.send();
-        });
-        cards_.push_back(card);
-    }
-    head_->setVisible(!cards_.empty());
-    grid_->setVisible(!cards_.empty());
-    empty_->setVisible(cards_.empty());
-    columns_ = 0;
+QWidget* ProjectSelection::makeBox(const Shown& project) {
+    const auto letters = [](const std::string& text) {
+        return qt(text).replace(QLatin1Char('&'), QStringLiteral("&&"));  // no shortcut
+    };
+    auto* const box = kind("card", new QCheckBox(letters(project.name) + QLatin1Char('\n') + letters(project.client)));
+    box->setIcon(projectIcon(project.color));
+    box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    box->setAccessibleName(qt(project.name) + QStringLiteral(", ") + qt(project.client));
+    const auto sayState = [box, this] {
+        box->setAccessibleDescription(
+            qt(box->isChecked() ? localization_.text("selected") : localization_.text("not_selected")));
+    };
+    box->setChecked(state_.isSelected(project.id));
+    sayState();
+    connect(box, &QCheckBox::toggled, this, [this, sayState, chosen = project.id] {
+        sayState();
+        state_.toggle(chosen);
+        count();
+        changed.send();
+    });
+    return box;
+}
+
+void ProjectSelection::makeBoxes() {
+    for (QWidget* const box : std::exchange(boxes_, {}))
+        delete box;
+    for (const Shown& project : shown_)
+        boxes_.push_back(makeBox(project));
+    head_->setVisible(!boxes_.empty());
+    projects_->setVisible(!boxes_.empty());
+    empty_->setVisible(boxes_.empty());
     place();
 }
 
 void ProjectSelection::place() {
-    const int columns = columnsFor(width());
-    if (columns == columns_) return;
-    for (int column = 0; column < columns_; ++column)
-        cells_->setColumnStretch(column, 0);
-    columns_ = columns;
-    int place = 0;
-    for (auto* const card : cards_) {
-        cells_->addWidget(card, place / columns, place % columns);
-        card->show();
-        ++place;
-    }
-    for (int column = 0; column < columns; ++column)
-        cells_->setColumnStretch(column, 1);
+    placeInColumns(*cells_, boxes_, columnsFor(width()));
 }
 
 void ProjectSelection::count() {
     const auto selected = state_.selectedProjectCount();
     count_->setText(qt(localization_.text("selected_project_count_accessibility", selected)));
-    count_->setTone(selected == 0 ? Chip::Tone::neutral : Chip::Tone::info);
+    count_->setTone(selected == 0 ? Tone::neutral : Tone::info);
 }
 
 void ProjectSelection::resizeEvent(QResizeEvent* event) {

@@ -4,10 +4,9 @@
 #include "base/Uuid.h"
 #include "billing/ExportState.h"
 #include "l10n/Localization.h"
-#include "shell/export/ProjectSelectionCard.h"
 #include "shell/look/Card.h"
 
-#include <utility>
+#include <string>
 #include <vector>
 
 class QGridLayout;
@@ -16,10 +15,9 @@ namespace quorvane {
 
 class Chip;
 class EmptyState;
-class Label;
 
-/// The projects of an export: cards side by side, as many as the width allows, and how many are selected. Without
-/// projects it says so.
+/// The projects of an export: check boxes side by side, as many as the width allows, and how many are selected.
+/// Without projects it says so.
 class ProjectSelection : public Card {
 public:
     ProjectSelection(ExportState& state, const Localization& localization, QWidget* parent = nullptr);
@@ -33,9 +31,18 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    using Shown = std::vector<std::pair<Uuid, ProjectSelectionCard::Content>>;
+    /// What is shown of a project.
+    struct Shown {
+        Uuid id;
+        std::string name;
+        std::string client;  ///< what stands below the name, also where there is none
+        std::string color;   ///< name of a tone
+        friend bool operator==(const Shown&, const Shown&) = default;
+    };
 
-    void makeCards();
+    [[nodiscard]] QWidget* makeHead(const QString& title);
+    [[nodiscard]] QWidget* makeBox(const Shown& project);
+    void makeBoxes();
     void place();
     void count();
 
@@ -43,12 +50,11 @@ private:
     const Localization& localization_;
     Chip* count_;
     QWidget* head_;
-    QWidget* grid_;
+    QWidget* projects_;
     QGridLayout* cells_;
     EmptyState* empty_;
-    Shown shown_;
-    std::vector<ProjectSelectionCard*> cards_;
-    int columns_ = 0;
+    std::vector<Shown> shown_;
+    std::vector<QWidget*> boxes_;
 };
 
 }  // namespace quorvane

@@ -17,6 +17,10 @@ public:
         state.modal = role() == QAccessible::Dialog;
         return state;
     }
+    // One text, whatever it is made of.
+    [[nodiscard]] int childCount() const override {
+        return role() == QAccessible::StaticText ? 0 : QAccessibleWidget::childCount();
+    }
 };
 
 QAccessibleInterface* interfaceWithRole(const QString&, QObject* object) {

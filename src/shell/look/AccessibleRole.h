@@ -9,7 +9,7 @@ namespace quorvane {
 
 /// Tells assistive technology what a widget is and what it is called, where Qt can't know it: rows, lists, pictures.
 /// Before anything else is said of the widget, as Qt keeps the first answer that it gets.
-/// What is a dialog is modal.
+/// What is a dialog is modal; what is a static text has no parts.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role, const QString& name = {});
 
 /// For a widget whose class says a role that isn't this one's: it has an interface of its own.

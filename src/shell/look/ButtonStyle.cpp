@@ -49,6 +49,8 @@ ButtonColors chosenColors(const QWidget* widget, Press press) {
     const Theme& t = theme();
     if (isKind(widget, "navigation")) return {t.surface, t.line, t.text, t.accent};
     if (isKind(widget, "toggle")) return {filled(t.accFill, t.accFillHover, press), {}, t.onFill, t.onFill};
+    if (isKind(widget, "ok")) return {t.okSoft, t.isHighContrast ? t.control : t.okSoft, t.ok, t.ok};
+    if (isKind(widget, "quiet")) return {t.sunken, t.line, t.text2, t.text2};
     return {press == Press::down ? t.press : t.accSoft, t.accent, t.accInk, t.accInk};
 }
 

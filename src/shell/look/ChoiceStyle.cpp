@@ -3,6 +3,7 @@
 #include "shell/look/Kind.h"
 #include "shell/look/Painting.h"
 #include "shell/look/Theme.h"
+#include "shell/look/Typography.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -20,6 +21,13 @@ constexpr int tabPadding = 13;
 constexpr int tabIconSize = 16;
 constexpr int tabGap = 8;
 constexpr int underline = 2;
+constexpr int cardHeight = 62;
+constexpr int cardPadding = 15;
+constexpr int cardTextStart = 45;
+
+int cardWordsHeight() {
+    return lineHeight(TypeRole::bodyStrong) + lineHeight(TypeRole::labelPlain);
+}
 
 bool isOn(const QStyleOption& option) {
     return option.state.testFlag(QStyle::State_On);
@@ -87,6 +95,39 @@ void drawCheckIndicator(const QStyleOption& option, QPainter& painter, const QWi
     paintPanel(painter, option.rect, 5, fill, edge);
     if (isOn(option))
         drawControlIcon(painter, option.rect, icon(QStringLiteral("check")), theme().onFill, checkSide, option);
+}
+
+void drawChoiceCard(const QStyleOptionButton& option, QPainter& painter) {
+    const Theme& t = theme();
+    const QRect& whole = option.rect;
+    const bool isHeld = option.state.testFlag(QStyle::State_Sunken);
+    const QColor rest = isHeld ? t.press : isHovered(option) ? t.hover : t.surface;
+    paintPanel(painter, whole, Metrics::cardRadius, isOn(option) ? t.accSoft : rest, isOn(option) ? t.accent : t.line);
+    if (isOn(option)) paintPanel(painter, whole.adjusted(1, 1, -1, -1), Metrics::cardRadius - 1, {}, t.accent);
+    const auto part = [&](int x, int y, int width, int height) {
+        return QStyle::visualRect(option.direction, whole, QRect(whole.left() + x, whole.top() + y, width, height));
+    };
+    QStyleOptionButton box = option;
+    box.rect = part(cardPadding, (whole.height() - checkSide) / 2, checkSide, checkSide);
+    drawCheckIndicator(box, painter, nullptr);
+    const int end = whole.width() - cardPadding - checkSide;
+    drawControlIcon(painter, part(end, 0, checkSide, whole.height()), option.icon, t.text2, checkSide, option);
+    const auto side = QStyle::visualAlignment(option.direction, Qt::AlignLeft | Qt::AlignVCenter);
+    int y = (whole.height() - cardWordsHeight()) / 2;
+    for (const QString& line : option.text.split(QLatin1Char('\n'))) {
+        const bool isFirst = line.size() == option.text.indexOf(QLatin1Char('\n'));
+        const TypeRole role = isFirst ? TypeRole::bodyStrong : TypeRole::labelPlain;
+        const QRect place = part(cardTextStart, y, end - cardTextStart - tabGap, lineHeight(role));
+        painter.setFont(font(role));
+        painter.setPen(isFirst ? t.text : t.text3);
+        painter.drawText(place, static_cast<int>(side) | Qt::TextShowMnemonic,
+                         painter.fontMetrics().elidedText(line, Qt::ElideRight, place.width(), Qt::TextShowMnemonic));
+        y += lineHeight(role);
+    }
+}
+
+QSize choiceCardSize() {
+    return {240, std::max(cardHeight, cardWordsHeight() + 20)};
 }
 
 void drawRadioIndicator(const QStyleOption& option, QPainter& painter) {

@@ -61,9 +61,11 @@ int FlowLayout::arrange(const QRect& rectangle, bool isTrial) const {
     int x = inner.left();
     int y = inner.top();
     int lineHeight = 0;
+    const bool isAtEnd = alignment().testFlag(Qt::AlignRight);
     const auto endLine = [&] {
+        const int rest = isAtEnd ? std::max(inner.left() + inner.width() + spacing_ - x, 0) : 0;
         for (auto& [item, place] : line) {
-            place.translate(0, (lineHeight - place.height()) / 2);  // centred, where heights differ
+            place.translate(rest, (lineHeight - place.height()) / 2);  // centred, where heights differ
             if (!isTrial) item->setGeometry(QStyle::visualRect(direction, inner, place));
         }
         line.clear();

@@ -6,7 +6,8 @@
 
 namespace quorvane {
 
-/// Widgets in lines, wrapped as words are; from right to left where the layout is.
+/// Widgets in lines, wrapped as words are; from right to left where the layout is. With `setAlignment(Qt::AlignRight)`
+/// the lines end together.
 class FlowLayout : public QLayout {
 public:
     explicit FlowLayout(int spacing = 8, QWidget* parent = nullptr);

@@ -68,6 +68,11 @@ void drawFrame(const QStyleOption& option, QPainter& painter, const QWidget* wid
     if (isKind(widget, "field")) return drawField(option, painter, widget);
 }
 
+void drawTableHead(const QStyleOption& option, QPainter& painter) {
+    painter.fillRect(option.rect, theme().sunken);
+    painter.fillRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1, theme().line);
+}
+
 void drawRow(const QStyleOptionViewItem& option, QPainter& painter) {
     const Theme& t = theme();
     const bool isInMenu = isKind(option.widget, "menu");

@@ -12,6 +12,7 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QFocusFrame>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
@@ -21,6 +22,7 @@
 #include <QTabBar>
 #include <QTextEdit>
 #include <QToolButton>
+#include <algorithm>
 
 namespace quorvane {
 namespace {
@@ -30,6 +32,8 @@ namespace Parts = HouseStyleParts;
 constexpr int menuMargin = 5;
 constexpr int checkHeight = 24;
 constexpr int checkGap = 8;
+constexpr int tableHeadHeight = 36;
+constexpr int tablePadding = 16;
 constexpr int textMargin = 7;
 
 bool isField(const QWidget& widget) {
@@ -67,6 +71,7 @@ double focusRadius(const QWidget* frame) {
     const auto* ring = qobject_cast<const QFocusFrame*>(frame);
     const QWidget* control = ring == nullptr ? nullptr : ring->widget();
     if (isKind(control, "chip")) return control->height() / 2.0;
+    if (isKind(control, "card")) return Metrics::cardRadius;
     return Parts::controlRadius(control);
 }
 
@@ -102,6 +107,7 @@ void HouseStyle::polish(QWidget* widget) {
         tabs->setFont(font(isKind(tabs, "small") ? TypeRole::label : TypeRole::bodyStrong));
         tabs->installEventFilter(this);
     }
+    if (qobject_cast<QHeaderView*>(widget) != nullptr) widget->setFont(font(TypeRole::label));
     const bool isText = qobject_cast<QTextEdit*>(widget) != nullptr || qobject_cast<QPlainTextEdit*>(widget) != nullptr;
     if (isText && !isKind(widget, "plain")) polishText(*static_cast<QAbstractScrollArea*>(widget));
     if (auto* page = qobject_cast<QScrollArea*>(widget)) polishPage(*page);
@@ -172,6 +178,17 @@ void HouseStyle::drawControl(ControlElement element, const QStyleOption* option,
         return Parts::drawTabLabel(*qstyleoption_cast<const QStyleOptionTab*>(option), *painter, widget);
     case CE_MenuItem: return Parts::drawMenuItem(*qstyleoption_cast<const QStyleOptionMenuItem*>(option), *painter);
     case CE_MenuEmptyArea: return;
+    case CE_CheckBox:
+        if (!isKind(widget, "card")) return QProxyStyle::drawControl(element, option, painter, widget);
+        return Parts::drawChoiceCard(*qstyleoption_cast<const QStyleOptionButton*>(option), *painter);
+    case CE_HeaderEmptyArea: return Parts::drawTableHead(*option, *painter);
+    case CE_Header: {
+        Parts::drawTableHead(*option, *painter);
+        auto words = *qstyleoption_cast<const QStyleOptionHeader*>(option);
+        words.rect.adjust(tablePadding, 0, -tablePadding, 0);
+        words.palette.setColor(QPalette::ButtonText, theme().text2);
+        return QProxyStyle::drawControl(CE_HeaderLabel, &words, painter, widget);
+    }
     case CE_ProgressBarGroove:
     case CE_ProgressBarLabel: return;
     case CE_ProgressBarContents:
@@ -214,8 +231,13 @@ QSize HouseStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     case CT_SpinBox: return Parts::fieldSize(*option, contents + QSize(14, 0), widget);
     case CT_TabBarTab: return Parts::tabSize(*qstyleoption_cast<const QStyleOptionTab*>(option), widget);
     case CT_MenuItem: return Parts::menuItemSize(*qstyleoption_cast<const QStyleOptionMenuItem*>(option), contents);
+    case CT_HeaderSection: {
+        const int width = QProxyStyle::sizeFromContents(type, option, contents, widget).width();
+        return {width, std::max(tableHeadHeight, option->fontMetrics.height() + 16)};
+    }
     case CT_CheckBox:
     case CT_RadioButton:
+        if (isKind(widget, "card")) return Parts::choiceCardSize();
         return QProxyStyle::sizeFromContents(type, option, contents, widget).expandedTo(QSize(0, checkHeight));
     case CT_ProgressBar: return {contents.width(), 6};
     case CT_ItemViewItem: {
@@ -260,6 +282,7 @@ int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_ExclusiveIndicatorHeight: return 16;
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing: return checkGap;
+    case PM_HeaderMargin: return tablePadding;
     case PM_ScrollBarExtent: return 10;
     case PM_ScrollView_ScrollBarSpacing: return 0;
     case PM_MenuPanelWidth: return 1;
@@ -295,7 +318,8 @@ int HouseStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_ToolTip_WakeUpDelay: return 500;
     case SH_FocusFrame_AboveWidget: return 1;
     case SH_ComboBox_PopupFrameStyle: return QFrame::StyledPanel;
-    case SH_ComboBox_Popup:  // below the field, not over it
+    case SH_ComboBox_Popup:                      // below the field, not over it
+    case SH_ItemView_ActivateItemOnSingleClick:  // a click chooses, on every desktop
     case SH_EtchDisabledText:
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_FocusFrame_Mask: return 0;

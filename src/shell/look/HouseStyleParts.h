@@ -42,6 +42,9 @@ void drawSpinBox(const QStyleOptionSpinBox& option, QPainter& painter, const QWi
 
 // Check boxes, switches and tabs (ChoiceStyle.cpp).
 [[nodiscard]] QSize indicatorSize(const QWidget* widget);
+/// A check box of the kind `card`.
+void drawChoiceCard(const QStyleOptionButton& option, QPainter& painter);
+[[nodiscard]] QSize choiceCardSize();
 void drawCheckIndicator(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawRadioIndicator(const QStyleOption& option, QPainter& painter);
 void drawTabShape(const QStyleOptionTab& option, QPainter& painter, const QWidget* widget);
@@ -58,6 +61,7 @@ void drawProgress(const QStyleOptionProgressBar& option, QPainter& painter);
 // What things lie on (FrameStyle.cpp).
 void drawFrame(const QStyleOption& option, QPainter& painter, const QWidget* widget);
 void drawRow(const QStyleOptionViewItem& option, QPainter& painter);
+void drawTableHead(const QStyleOption& option, QPainter& painter);
 
 }  // namespace HouseStyleParts
 

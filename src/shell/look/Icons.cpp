@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 
 namespace quorvane {
 namespace {
@@ -74,29 +75,31 @@ private:
     QString name_;
 };
 
-class ProjectIconEngine : public QIconEngine {
+/// What a function paints into a square in the middle.
+class PaintedIconEngine : public QIconEngine {
 public:
-    explicit ProjectIconEngine(std::string toneName) : toneName_(std::move(toneName)) {}
+    using Paint = std::function<void(QPainter& painter, const QRectF& square)>;
+
+    PaintedIconEngine(int side, Paint paint) : side_(side), paint_(std::move(paint)) {}
 
     void paint(QPainter* painter, const QRect& rectangle, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
-        QRectF square(0, 0, 14, 14);
+        QRectF square(0, 0, side_, side_);
         square.moveCenter(QRectF(rectangle).center());
-        paintProjectDot(*painter, square, AppColorPalette::projectTone(toneName_));
+        paint_(*painter, square);
     }
-
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap picture(size);
-        picture.fill(Qt::transparent);
-        QPainter painter(&picture);
-        paint(&painter, picture.rect(), mode, state);
-        return picture;
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        return pixmap;
     }
-
     [[nodiscard]] bool isNull() override { return false; }
-    [[nodiscard]] QIconEngine* clone() const override { return new ProjectIconEngine(toneName_); }
+    [[nodiscard]] QIconEngine* clone() const override { return new PaintedIconEngine(side_, paint_); }
 
 private:
-    std::string toneName_;
+    int side_;
+    Paint paint_;
 };
 
 }  // namespace
@@ -119,8 +122,17 @@ QIcon icon(const QString& name) {
     return QIcon(new TemplateIconEngine(name));
 }
 
-QIcon projectIcon(const std::string& toneName) {
-    return QIcon(new ProjectIconEngine(toneName));
+QIcon projectIcon(const std::string& toneName, int side) {
+    return QIcon(new PaintedIconEngine(side, [toneName](QPainter& painter, const QRectF& square) {
+        paintProjectDot(painter, square, AppColorPalette::projectTone(toneName));
+    }));
+}
+
+QIcon dotIcon(QColor Theme::*ink) {
+    constexpr int side = 8;
+    return QIcon(new PaintedIconEngine(side, [ink](QPainter& painter, const QRectF& square) {
+        paintPanel(painter, square, side / 2.0, theme().*ink, {});
+    }));
 }
 
 QString iconName(const QIcon& icon) {

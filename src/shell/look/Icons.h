@@ -8,6 +8,8 @@
 
 namespace quorvane {
 
+struct Theme;
+
 /// Icons of the set in resources/icons, drawn with an ink of the caller's choice. Pixmaps are cached.
 ///
 /// `name` is the file's name without its ending, "timeline". An unknown name gives a null pixmap and a line on the
@@ -19,7 +21,10 @@ namespace quorvane {
 [[nodiscard]] QIcon icon(const QString& name);
 
 /// A project's square, by the name of its tone, in the colours of the theme in force.
-[[nodiscard]] QIcon projectIcon(const std::string& toneName);
+[[nodiscard]] QIcon projectIcon(const std::string& toneName, int side = 14);
+
+/// A round dot in a colour of the theme, which it follows.
+[[nodiscard]] QIcon dotIcon(QColor Theme::*ink);
 
 /// The name of such an icon; empty for any other one.
 [[nodiscard]] QString iconName(const QIcon& icon);

@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QPalette>
+#include <QStyle>
 #include <algorithm>
 
 namespace quorvane {
@@ -12,6 +13,7 @@ Label::Label(const QString& text, TypeRole role, QColor Theme::*color, QWidget* 
     : QLabel(parent), text_(text), role_(role), color_(color) {
     setTextFormat(Qt::PlainText);
     setFont(quorvane::font(role));
+    setAlignment(alignment_);
     applyColor();
     showText();
 }
@@ -29,9 +31,19 @@ void Label::setElided(bool isElided) {
     showText();
 }
 
+void Label::setFitted(bool isFitted) {
+    isFitted_ = isFitted;
+    showText();
+}
+
 void Label::setWordWrap(bool isWrapped) {
     QLabel::setWordWrap(isWrapped);
     showText();
+}
+
+void Label::setAlignment(Qt::Alignment alignment) {
+    alignment_ = alignment;
+    QLabel::setAlignment(QStyle::visualAlignment(layoutDirection(), alignment));
 }
 
 void Label::setText(const QString& text) {
@@ -64,6 +76,7 @@ void Label::showText() {
         return;
     }
     setTextFormat(Qt::PlainText);
+    if (isFitted_) fitFont();
     if (!isElided_) return QLabel::setText(text_);
     const QString shown = fontMetrics().elidedText(text_, Qt::ElideRight, contentsRect().width());
     const bool isCut = shown != text_;
@@ -72,31 +85,42 @@ void Label::showText() {
     if (shown != QLabel::text()) QLabel::setText(shown);
 }
 
+void Label::fitFont() {
+    QFont fitting = quorvane::font(role_);
+    while (fitting.pixelSize() > 1 && QFontMetrics(fitting).horizontalAdvance(text_) > contentsRect().width())
+        fitting.setPixelSize(fitting.pixelSize() - 1);
+    if (fitting != QLabel::font()) setFont(fitting);
+}
+
 QSize Label::sizeHint() const {
     QSize hint = QLabel::sizeHint();
-    if (isElided_) {
+    if (isElided_ || isFitted_) {
         const QMargins margins = contentsMargins();
-        hint.setWidth(fontMetrics().horizontalAdvance(text_) + margins.left() + margins.right() + 1);
+        const QFontMetrics metrics = isFitted_ ? QFontMetrics(quorvane::font(role_)) : fontMetrics();
+        hint.setWidth(metrics.horizontalAdvance(text_) + margins.left() + margins.right() + 1);
     }
     return hint.expandedTo(QSize(0, lineHeight(role_)));
 }
 
 QSize Label::minimumSizeHint() const {
     QSize hint = QLabel::minimumSizeHint();
-    if (isElided_) hint.setWidth(std::min(24, sizeHint().width()));
+    if (isElided_ || isFitted_) hint.setWidth(std::min(24, sizeHint().width()));
     return hint.expandedTo(QSize(0, lineHeight(role_)));
 }
 
 void Label::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
-    if (event->type() == QEvent::LayoutDirectionChange && wordWrap()) showText();
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        setAlignment(alignment_);
+        if (wordWrap()) showText();
+    }
     const bool isThemeChange = event->type() == QEvent::PaletteChange;
     if (isThemeChange && !isApplying_ && palette().color(QPalette::WindowText) != theme().*color_) applyColor();
 }
 
 void Label::resizeEvent(QResizeEvent* event) {
     QLabel::resizeEvent(event);
-    if (isElided_) showText();
+    if (isElided_ || isFitted_) showText();
 }
 
 }  // namespace quorvane

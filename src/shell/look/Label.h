@@ -19,7 +19,11 @@ public:
     /// Cut with "…" at the end where the width is too small, instead of asking for more; the whole text is its tooltip
     /// then. Not together with `setWordWrap`.
     void setElided(bool isElided);
+    /// In smaller letters where the width is too small: numbers are never cut.
+    void setFitted(bool isFitted);
     void setWordWrap(bool isWrapped);
+    /// Left is where the window begins, whatever letters the text has.
+    void setAlignment(Qt::Alignment alignment);
     void setText(const QString& text);
     /// The whole text.
     [[nodiscard]] const QString& text() const { return text_; }
@@ -34,11 +38,14 @@ protected:
 private:
     void applyColor();
     void showText();
+    void fitFont();
 
     QString text_;
     TypeRole role_;
+    Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
     QColor Theme::*color_;
     bool isElided_ = false;
+    bool isFitted_ = false;
     bool isApplying_ = false;
 };
 

@@ -1,14 +1,12 @@
 #include "shell/billing/BillingPage.h"
 
-#include "shell/billing/BillingTableLayout.h"
-#include "shell/billing/FittingFont.h"
-#include "shell/billing/MetricCard.h"
-#include "shell/look/Typography.h"
+#include "shell/billing/FigureCard.h"
 #include "shell/support/ScreenTest.h"
 
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QLabel>
 #include <QLayout>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -191,27 +189,32 @@ TEST_F(BillingPageTest, EverythingFitsAndNothingOverlapsInEveryWidth) {
     }
 }
 
-TEST_F(BillingPageTest, AnAmountIsNeverCut) {
-    for (const int width : {400, 146, 90}) {
-        MetricCard card(localization);
-        card.setCard({.title = "Sum", .value = "CN¥15,050,000.00", .caption = "all"});
-        card.resize(width, card.sizeHint().height());
-        card.grab();
-        EXPECT_EQ(card.toolTip(), "") << width;
-        const QFont face = fittingFont(font(TypeRole::display), "CN¥15,050,000.00", width);
-        EXPECT_LE(figuresWidth(face, "CN¥15,050,000.00"), width);
-    }
-}
-
-TEST_F(BillingPageTest, WhatHasNoColumnIsTheOnlyThingMissingFromTheLayout) {
-    struct Row {
+TEST_F(BillingPageTest, WhatHasNoColumnStandsInTheNeighboursAndNoNumberIsCut) {
+    insert("Orchard", 9'000'000, "Orchard & Co.", BillingStatus::review);
+    open();
+    const struct {
         int width;
-        std::array<int, billingColumns> widths;
-    };
-    const Row rows[] = {
-        {1030, {408, 190, 92, 92, 112, 136}}, {757, {325, 0, 92, 92, 112, 136}}, {374, {146, 0, 92, 0, 0, 136}}};
-    for (const Row& row : rows)
-        EXPECT_EQ(billingTableLayout(row.width).widths, row.widths) << row.width;
+        std::vector<int> hidden;
+    } widths[] = {{1078, {}}, {805, {1}}, {422, {1, 3, 4}}};
+    for (const auto& [width, hidden] : widths) {
+        SCOPED_TRACE(width);
+        page->resize(width, 480);
+        settle();
+        std::vector<int> missing;
+        int all = 0;
+        for (int column = 0; column < table().model()->columnCount(); ++column) {
+            if (table().isColumnHidden(column)) missing.push_back(column);
+            all += table().columnWidth(column);
+        }
+        EXPECT_EQ(missing, hidden);
+        EXPECT_EQ(all, table().viewport()->width());
+        FigureCard card(TypeRole::display);
+        card.setContent({.title = "Sum", .value = "CN¥15,050,000.00", .caption = "all", .spoken = {}});
+        card.resize(width / 4, card.sizeHint().height());
+        card.grab();
+        const auto& value = *card.findChildren<QLabel*>().at(1);
+        EXPECT_LE(value.fontMetrics().horizontalAdvance(value.text()), value.width());
+    }
 }
 
 }  // namespace

@@ -106,6 +106,18 @@ TEST_F(BillingSheetsTest, ThousandsOfRowsCostNoWidgetsAndScroll) {
     EXPECT_LT(widgets, 100);
 }
 
+TEST_F(BillingSheetsTest, RowsAreHigherAsSoonAsTheirFieldsStandBelow) {
+    auto& list = widgetBelow<QListView>(openQueue(3));
+    const auto height = [&] { return list.visualRect(list.model()->index(0, 0)).height(); };
+    const int wide = height();
+    window.resize(720, 832);
+    settle();
+    EXPECT_GT(height(), wide);
+    window.resize(1280, 832);
+    settle();
+    EXPECT_EQ(height(), wide);
+}
+
 TEST_F(BillingSheetsTest, BulkButtonsReachAllAndRowsAreReadWithIconAndStatus) {
     records.push_back(aRecord().from("08:00:00").title("Doubt").in(context()));
     records[0]->confidence = 0.5;

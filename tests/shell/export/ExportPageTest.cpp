@@ -1,12 +1,12 @@
 #include "shell/export/ExportPage.h"
 
 #include "shell/export/InstantField.h"
-#include "shell/export/ProjectSelectionCard.h"
 #include "shell/support/WindowTest.h"
 #include "support/Builders.h"
 #include "support/TemporaryFolder.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QTimeEdit>
 #include <filesystem>
@@ -40,8 +40,7 @@ TEST_F(ExportPageTest, ProjectsAreCheckBoxesThatSayTheirStateAndNarrowTheCount) 
     EXPECT_EQ(boxes[4]->text(QAccessible::Name), "Studio admin, Not set");
     EXPECT_EQ(boxes[0]->text(QAccessible::Description), "Not selected");
     EXPECT_THAT(texts(), Contains(HasSubstr("37 records")));
-    auto& card = dynamic_cast<ProjectSelectionCard&>(*boxes[0]->object());
-    card.setFocus();
+    dynamic_cast<QCheckBox&>(*boxes[0]->object()).setFocus();
     press(Qt::Key_Space);
     EXPECT_EQ(boxes[0]->text(QAccessible::Description), "Selected");
     EXPECT_TRUE(boxes[0]->state().checked);
@@ -54,8 +53,11 @@ TEST_F(ExportPageTest, AnotherTimeKeepsWhatIsBelowTheMinute) {
     std::vector<Date> chosen;
     const auto listening = field.chosen.subscribe([&](Date date) { chosen.push_back(date); });
     field.setInstant(at("2026-03-09 16:48:59.5"));
-    field.findChild<QTimeEdit*>()->setTime(QTime(11, 30));
-    EXPECT_THAT(chosen, ElementsAre(at("2026-03-09 11:30:59.5")));
+    auto& time = *field.findChild<QTimeEdit*>();
+    time.setFocus();
+    time.setSelectedSection(QDateTimeEdit::HourSection);
+    press(Qt::Key_Down);
+    EXPECT_THAT(chosen, ElementsAre(at("2026-03-09 15:48:59.5")));
 }
 
 TEST_F(ExportPageTest, TheChosenFileIsWrittenAndAClosedDialogLeavesNothing) {

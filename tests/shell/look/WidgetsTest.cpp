@@ -111,6 +111,14 @@ TEST_F(LookTest, AnElidedLabelKeepsItsWholeTextForThoseWhoAsk) {
     EXPECT_EQ(label.toolTip(), QString());
 }
 
+TEST_F(LookTest, ALabelBeginsWhereTheWindowDoesWhateverItsLetters) {
+    window.setLayoutDirection(Qt::RightToLeft);
+    Label label(QStringLiteral("Words"), TypeRole::body, &Theme::text, &window);
+    EXPECT_EQ(label.QLabel::alignment() & Qt::AlignHorizontal_Mask, Qt::AlignRight | Qt::AlignAbsolute);
+    window.setLayoutDirection(Qt::LeftToRight);
+    EXPECT_EQ(label.QLabel::alignment() & Qt::AlignHorizontal_Mask, Qt::AlignLeft | Qt::AlignAbsolute);
+}
+
 TEST_F(LookTest, TheRingShowsAfterAKeyAndGoesWithThePointer) {
     auto* button = pushButton(QStringLiteral("Press"), "plain", &window);
     button->show();
