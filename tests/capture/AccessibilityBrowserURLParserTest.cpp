@@ -146,8 +146,7 @@ TEST_F(AccessibilityBrowserURLParserTest, NormalizedTextHasNoBlanksAroundItAndAS
         {"www.a.example:8080", "www.a.example:8080"},
         {"WWW.a.example", "WWW.a.example"},
         {"search for this", "search for this"},
-        {" \n", std::nullopt},
-    };
+        {" \n", std::nullopt}};
     for (const auto& [url, expected] : rows)
         EXPECT_EQ(AccessibilityBrowserURLParser::normalized(url), expected) << url;
 }
@@ -163,8 +162,7 @@ TEST_F(AccessibilityBrowserURLParserTest, TheLogShowsTheOutlineOfAURLOnly) {
         {"private words: more", "<redacted>"},
         {"https://a%0AAppLogger: forged/", "<redacted>"},
         {"https://a%0Aforged/", "<redacted>"},
-        {"", "<redacted>"},
-    };
+        {"", "<redacted>"}};
     for (const auto& [url, expected] : rows)
         EXPECT_EQ(AccessibilityBrowserURLParser::sanitizeForLog(url), expected) << url;
 }

@@ -34,10 +34,8 @@ TEST_F(AppleScriptExclusionTest, ACallDuringAnotherOnAnyThreadLosesAtOnceAndDoes
     std::optional<std::string> first;
     runLoop.background([&] { first = scripts.executeScript("safari"); });
     isRunning.get_future().wait();
-    std::optional<std::string> second = "unset";
-    std::optional<std::string> third = "unset";
-    second = scripts.executeScript("safari");
-    third = scripts.executeScript("lynx");
+    const auto second = scripts.executeScript("safari");
+    const auto third = scripts.executeScript("lynx");
     mayEnd.set_value();
     runLoop.runToTheEnd();
     EXPECT_EQ(first, "https://slow.example/");
@@ -52,7 +50,7 @@ TEST_F(AppleScriptExclusionTest, ACallDuringAnotherOnAnyThreadLosesAtOnceAndDoes
 
 TEST_F(AppleScriptExclusionTest, LoadingRunningCountingAndClearingMayMeet) {
     automation.answer([](const Script&) { return "x"; });
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 4; ++i)
         runLoop.background([this] {
             for (int run = 0; run < 200; ++run) {
                 (void)scripts.executeScript("opera");
@@ -60,7 +58,6 @@ TEST_F(AppleScriptExclusionTest, LoadingRunningCountingAndClearingMayMeet) {
                 (void)scripts.getExecutionStatistics();
             }
         });
-    }
     runLoop.background([this] { scripts.clearAllCaches(); });
     runLoop.runToTheEnd();
     for (const auto& [name, statistics] : scripts.getExecutionStatistics())

@@ -85,48 +85,40 @@ TEST_F(AppleScriptManagerTest, NothingIsLoadedOnceTheManagerIsGone) {
 }
 
 TEST_F(AppleScriptManagerTest, FindsTheScriptOfABrowserByItsExactBundleId) {
-    const std::pair<const char*, std::optional<std::string>> rows[] = {
-        {"com.apple.Safari", "safari"},
-        {"com.google.Chrome.canary", "chrome"},
-        {"com.brave.browser", "chrome"},
-        {"com.microsoft.edgemac", "chrome"},
-        {"com.vivaldi.Vivaldi", "chrome"},
-        {"company.thebrowser.Browser", "arc"},
-        {"com.operasoftware.Opera", "opera"},
-        {"org.mozilla.firefox", "firefox"},
-        {"com.brave.BROWSER", std::nullopt},
-        {"com.apple", std::nullopt},
-        {"", std::nullopt},
-    };
+    const std::pair<const char*, std::optional<std::string>> rows[] = {{"com.apple.Safari", "safari"},
+                                                                       {"com.google.Chrome.canary", "chrome"},
+                                                                       {"com.brave.browser", "chrome"},
+                                                                       {"com.microsoft.edgemac", "chrome"},
+                                                                       {"com.vivaldi.Vivaldi", "chrome"},
+                                                                       {"company.thebrowser.Browser", "arc"},
+                                                                       {"com.operasoftware.Opera", "opera"},
+                                                                       {"org.mozilla.firefox", "firefox"},
+                                                                       {"com.brave.BROWSER", std::nullopt},
+                                                                       {"com.apple", std::nullopt},
+                                                                       {"", std::nullopt}};
     for (const auto& [bundleId, expected] : rows)
         EXPECT_EQ(AppleScriptManager::scriptName(bundleId), expected) << bundleId;
 }
 
 TEST_F(AppleScriptManagerTest, AnswersAreTrimmedAndEmptyOrFailedOnesAreNone) {
     const std::vector<std::string> isEmpty{"AppleScriptManager: ⚠️ 预编译脚本返回空结果: safari"};
-    struct Row {
-        platform::ScriptResult answer;
-        std::optional<std::string> expected;
-        std::vector<std::string> lines;
-    };
-    const Row rows[] = {
+    const std::tuple<platform::ScriptResult, std::optional<std::string>, std::vector<std::string>> rows[] = {
         {"  https://a.example/ \n", "https://a.example/", {}},
         {"ERROR:-600:Safari is not running", "ERROR:-600:Safari is not running", {}},
         {"", std::nullopt, isEmpty},
         {" \r\n\t", std::nullopt, isEmpty},
         {ScriptError{-1728, "no window"},
          std::nullopt,
-         {"AppleScriptManager: ❌ 预编译脚本执行错误: safari, 错误: no window"}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(&row - rows);
+         {"AppleScriptManager: ❌ 预编译脚本执行错误: safari, 错误: no window"}}};
+    for (const auto& [answer, expected, lines] : rows) {
+        SCOPED_TRACE(testing::PrintToString(lines));
         auto& scripts = loadedManager();
-        automation.answer([&](const Script&) {
+        automation.answer([this, given = answer](const Script&) {
             runLoop.sleepFor(0.5s);
-            return row.answer;
+            return given;
         });
-        EXPECT_EQ(scripts.executeScript("safari"), row.expected);
-        EXPECT_EQ(console.lines(), row.lines);
+        EXPECT_EQ(scripts.executeScript("safari"), expected);
+        EXPECT_EQ(console.lines(), lines);
         EXPECT_THAT(scripts.getExecutionStatistics(), ElementsAre(Pair("safari", ScriptStatistics{1, 0.5s})));
     }
 }

@@ -76,8 +76,7 @@ TEST_F(BrowserURLFetcherTest, WhatAScriptDoesNotTellTheTreeDoes) {
          {"BrowserURLFetcher: ⚠️ AppleScript 返回错误或空结果", urlFromTree}},
         {" ", {"AppleScriptManager: ⚠️ 预编译脚本返回空结果: safari", noScript, urlFromTree}},
         {ScriptError{-1712, "timed out"},
-         {"AppleScriptManager: ❌ 预编译脚本执行错误: safari, 错误: timed out", noScript, urlFromTree}},
-    };
+         {"AppleScriptManager: ❌ 预编译脚本执行错误: safari, 错误: timed out", noScript, urlFromTree}}};
     for (const auto& [result, lines] : rows) {
         console.clear();
         scripted = result;
@@ -145,23 +144,17 @@ TEST_F(BrowserURLFetcherTest, NoneAndALineIfNobodyKnows) {
 TEST_F(BrowserURLFetcherTest, AnAnswerAboutThePermissionHoldsForFiveMinutes) {
     const Date start = runLoop.now();
     const ScriptError refused{-1743, "Not authorized."};
-    struct Row {
-        Seconds after;
-        ScriptResult permission;
-        bool expected;
-        int asked;
-    };
-    const Row rows[] = {{0s, "true", true, 1},
-                        {299.9s, refused, true, 1},
-                        {300s, refused, false, 2},
-                        {599.9s, "true", false, 2},
-                        {600s, "", true, 3}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.after.count());
-        runLoop.playUntil(start + row.after);
-        permission = row.permission;
-        EXPECT_EQ(fetcher.checkAppleEventsPermission(), row.expected);
-        EXPECT_EQ(runsOf(ScriptFamily::permissionTest), row.asked);
+    const std::tuple<Seconds, ScriptResult, bool, int> rows[] = {{0s, "true", true, 1},
+                                                                 {299.9s, refused, true, 1},
+                                                                 {300s, refused, false, 2},
+                                                                 {599.9s, "true", false, 2},
+                                                                 {600s, "", true, 3}};
+    for (const auto& [after, answer, expected, asked] : rows) {
+        SCOPED_TRACE(after.count());
+        runLoop.playUntil(start + after);
+        permission = answer;
+        EXPECT_EQ(fetcher.checkAppleEventsPermission(), expected);
+        EXPECT_EQ(runsOf(ScriptFamily::permissionTest), asked);
     }
     EXPECT_THAT(console.lines(), ElementsAre("BrowserURLFetcher: Apple Events permission denied: Not authorized."));
 }

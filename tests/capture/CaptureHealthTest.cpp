@@ -10,13 +10,9 @@ using platform::Channel;
 using platform::Obstacle;
 using platform::Sight;
 
-Channel channel(Sight gives, bool isAvailable, Obstacle obstacle = Obstacle::other) {
-    Channel made{.isAvailable = isAvailable, .gives = gives};
-    if (isAvailable) return made;
-    made.reason = "why";
-    made.remedy = "Do this.";
-    made.obstacle = obstacle;
-    return made;
+Channel channel(Sight gives, bool isAvailable) {
+    if (isAvailable) return {.isAvailable = true, .gives = gives};
+    return {.reason = "why", .remedy = "Do this.", .gives = gives, .obstacle = Obstacle::other};
 }
 
 // Every combination of four channels, one for each kind of sight.

@@ -26,12 +26,13 @@ TEST(ChatTitleSearchTest, ChatApplicationsAreKnownInAnyCase) {
 }
 
 TEST(ChatTitleSearchTest, ATitleIsAShortLineThatNamesSomething) {
+    // The one between blanks is trimmed first.
     const std::string titles[] = {"Anna",
                                   repeated("x", 48),
                                   repeated("项", 48),
                                   repeated("é", 48),
                                   repeated("👩‍👩‍👧‍👦", 47).append("x"),
-                                  repeated(" ", 9).append(repeated("x", 48)).append("\n "),  // trimmed first
+                                  repeated(" ", 9).append(repeated("x", 48)).append("\n "),
                                   "Teams at work",
                                   "7",
                                   "٣",
@@ -39,20 +40,10 @@ TEST(ChatTitleSearchTest, ATitleIsAShortLineThatNamesSomething) {
                                   "🎉 Anna"};
     for (const auto& text : titles)
         EXPECT_TRUE(ChatTitleSearch::isPlausible(text, telegram)) << text;
-    const std::string others[] = {repeated("x", 49),
-                                  repeated("e\u0301", 49),
-                                  "two\nlines",
-                                  "",
-                                  " \t\n",
-                                  "WeChat",
-                                  " 微信 ",
-                                  "Microsoft Teams",
-                                  "RU.keepcoder.telegram",
-                                  "•••",
-                                  "— ! —",
-                                  "😀🎉",
-                                  "❤️",  // holds a mark, which is no letter
-                                  "½"};      // a number, but no decimal digit
+    // A heart holds a mark, which is no letter; a half is a number, but no decimal digit.
+    const std::string others[] = {
+        repeated("x", 49), repeated("e\u0301", 49), "two\nlines", "",      " \t\n", "WeChat", " 微信 ",
+        "Microsoft Teams", "RU.keepcoder.telegram", "•••",        "— ! —", "😀🎉",    "❤️", "½"};
     for (const auto& text : others)
         EXPECT_FALSE(ChatTitleSearch::isPlausible(text, telegram)) << text;
 }

@@ -95,36 +95,25 @@ TEST_F(DocumentPathFetcherTest, AnApplicationWithoutScriptKeepsItsTitleAloneAndA
 TEST_F(DocumentPathFetcherTest, APrivateWindowLeavesNothingAndOneThatMayBePrivateNoTitle) {
     const std::string firefox = "org.mozilla.firefox";
     const std::string chrome = "com.google.Chrome";
-    struct Row {
-        const char* name;
-        std::string application;
-        const char* accessibleTitle;  ///< null: none
-        const char* windowTitle;
-        bool mayBePrivate;
-        WindowInfo expected;
-    };
-    const Row rows[] = {
+    // The title for accessibility, that of the window, and whether it may be private.
+    const std::tuple<const char*, std::string, const char*, const char*, bool, WindowInfo> rows[] = {
         {"marked", firefox, nullptr, "Secret — Mozilla Firefox Private Browsing", false, {}},
         {"marked for accessibility", chrome, "Secret - Chromium (Incognito)", "Secret - Chromium", true, {}},
         {"ordinary for accessibility", chrome, "News - Chromium", "News - Chromium", true, {"News - Chromium", {}}},
         {"nobody tells", chrome, nullptr, "Secret - Chromium", true, {}},
-        {"told to be ordinary", chrome, nullptr, "News - Chromium", false, {"News - Chromium", {}}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+        {"told to be ordinary", chrome, nullptr, "News - Chromium", false, {"News - Chromium", {}}}};
+    for (const auto& [name, application, accessibleTitle, windowTitle, mayBePrivate, expected] : rows) {
+        SCOPED_TRACE(name);
         console.clear();
-        bringToFront(row.application);
         tree = {};
-        tree.setApplication(7, "app");
-        tree.setElement("app", Name::focusedWindow, "window");
-        if (row.accessibleTitle) tree.setText("window", Name::title, row.accessibleTitle);
-        applications.setFrontmost(platform::RunningApplication{.processIdentifier = 7,
-                                                               .bundleIdentifier = row.application,
-                                                               .localizedName = "Browser",
-                                                               .windowTitle = row.windowTitle,
-                                                               .mayBePrivate = row.mayBePrivate});
-        EXPECT_EQ(fetcher.windowInfo(row.application), row.expected);
-        EXPECT_THAT(console.lines(), testing::Not(testing::Contains(testing::HasSubstr("Secret"))));
+        bringToFront(application);
+        if (accessibleTitle) tree.setText("window", Name::title, accessibleTitle);
+        auto front = *applications.frontmost();
+        front.windowTitle = windowTitle;
+        front.mayBePrivate = mayBePrivate;
+        applications.setFrontmost(front);
+        EXPECT_EQ(fetcher.windowInfo(application), expected);
+        EXPECT_THAT(console.lines(), Not(Contains(HasSubstr("Secret"))));
     }
 }
 
@@ -142,28 +131,21 @@ TEST_F(DocumentPathFetcherTest, WithoutAccessibilityTheTitleIsTheOneThatEverybod
 
 TEST_F(DocumentPathFetcherTest, AFailedScriptIsReportedAndTheTitleTakesItsPlace) {
     const std::string told = "DocumentPathFetcher: ";
-    struct Row {
-        platform::ScriptError error;
-        const char* text;
-        std::vector<std::string> hint;
-    };
-    const Row rows[] = {
+    const std::tuple<platform::ScriptError, const char*, std::vector<std::string>> rows[] = {
         {{-600, "not running"}, "not running", {told + "错误 -600 通常表示应用不响应 AppleScript 或权限问题"}},
         {{-1728, "can't get it"}, "can't get it", {told + "错误 -1728 表示应用不支持该 AppleScript 命令"}},
-        {{0, ""}, "未知错误", {}},
-    };
+        {{0, ""}, "未知错误", {}}};
     bringToFront(textEdit);
     tree.setText("window", Name::title, "Untitled");
-    for (const Row& row : rows) {
+    for (const auto& [error, text, hint] : rows) {
         console.clear();
-        answer(row.error);
+        answer(error);
         EXPECT_EQ(fetcher.getDocumentPathByScript(textEdit), "Untitled");
-        auto expected = row.hint;
-        expected.insert(expected.begin(),
-                        fmt::format("{}AppleScript 执行错误 ({}): {}", told, row.error.number, row.text));
+        auto expected = hint;
+        expected.insert(expected.begin(), fmt::format("{}AppleScript 执行错误 ({}): {}", told, error.number, text));
         expected.push_back(fmt::format("{}AppleScript 执行错误: {{NSAppleScriptErrorMessage = \"{}\"; "
                                        "NSAppleScriptErrorNumber = {};}}",
-                                       told, row.text, row.error.number));
+                                       told, text, error.number));
         expected.insert(expected.end(), {noDocument, told + "使用窗口标题作为备用信息: Untitled"});
         EXPECT_EQ(console.lines(), expected);
     }
@@ -231,17 +213,15 @@ TEST_F(DocumentPathFetcherTest, AConversationTakesThePlaceOfTheWindowTitle) {
 }
 
 TEST(DocumentPathFetcherLogTest, ShowsTheOutlineOfAUrlAndTheLastPartOfAPath) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"/Users/ann/Plans/offer.pages", "offer.pages"},
-        {"/Users/ann/Plans/", "Plans"},
-        {"offer.pages", "offer.pages"},
-        {"/", "/"},
-        {"", "<redacted>"},
-        {"https://example.com/a?token=1#x", "https://example.com/..."},
-        {"https://example.com?token=1", "https://example.com"},
-        {"file:///Users/ann/offer.pages", "file:<redacted>"},
-        {"mailto:ann@example.com", "mailto:<redacted>"},
-    };
+    const std::pair<const char*, const char*> rows[] = {{"/Users/ann/Plans/offer.pages", "offer.pages"},
+                                                        {"/Users/ann/Plans/", "Plans"},
+                                                        {"offer.pages", "offer.pages"},
+                                                        {"/", "/"},
+                                                        {"", "<redacted>"},
+                                                        {"https://example.com/a?token=1#x", "https://example.com/..."},
+                                                        {"https://example.com?token=1", "https://example.com"},
+                                                        {"file:///Users/ann/offer.pages", "file:<redacted>"},
+                                                        {"mailto:ann@example.com", "mailto:<redacted>"}};
     for (const auto& [document, shown] : rows)
         EXPECT_EQ(DocumentPathFetcher::sanitizeForLog(document), shown) << document;
 }

@@ -67,9 +67,8 @@ TEST(DocumentScriptsTest, EachRowHasTheScriptOfItsFamilyWithItsName) {
 
 TEST(DocumentScriptsTest, FiveRowsAreComparedInLowerCaseAndTheOneOtherWithACapitalNeverMatches) {
     std::vector<std::string_view> unreachable;
-    for (const auto& row : DocumentScripts::rows()) {
+    for (const auto& row : DocumentScripts::rows())
         if (DocumentScripts::row(row.bundleId) != &row) unreachable.push_back(row.applicationName);
-    }
     EXPECT_THAT(unreachable, ElementsAre("ColorSync Utility"));
     EXPECT_EQ(DocumentScripts::row("com.apple.textedit")->applicationName, "TextEdit");
     EXPECT_EQ(DocumentScripts::row("COM.Apple.Preview")->applicationName, "Preview");

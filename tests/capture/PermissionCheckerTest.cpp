@@ -53,16 +53,8 @@ protected:
     FixedURL browser;
     RecordingConsole console;
     DocumentPathFetcher documents{tree, applications, automation, console};
-    std::unique_ptr<PermissionChecker> checker =
-        std::make_unique<PermissionChecker>(PermissionChecker::Sources{.runLoop = runLoop,
-                                                                       .accessibility = tree,
-                                                                       .automation = automation,
-                                                                       .keys = keys,
-                                                                       .settingsPanes = panes,
-                                                                       .applications = applications,
-                                                                       .browserURLs = browser,
-                                                                       .documents = documents,
-                                                                       .console = console});
+    std::unique_ptr<PermissionChecker> checker = std::make_unique<PermissionChecker>(
+        PermissionChecker::Sources{runLoop, tree, automation, keys, panes, applications, browser, documents, console});
 };
 
 TEST_F(PermissionCheckerTest, ReadsThePermissionsATenthOfASecondAfterItsCreation) {

@@ -56,9 +56,7 @@ TEST_F(BrowserCommandTest, TellsTheBrowsersThatAreThereWhereTheHostIsAndTakesItB
 }
 
 TEST_F(BrowserCommandTest, WritesNothingWithoutABrowserUnlessAskedForAll) {
-    const auto none = run({"browser", "install"});
-    EXPECT_EQ(none.status, 1);
-    EXPECT_THAT(none.err, isRefusal(HasSubstr("--all")));
+    expectRefusal({"browser", "install"}, 1, "--all");
     EXPECT_THAT(names(), IsEmpty());
     EXPECT_THAT(outputOf({"browser", "install", "--all"}), HasSubstr("brave: " + brave_.string()));
     EXPECT_EQ(states().size(), 21);
@@ -86,17 +84,13 @@ TEST_F(BrowserCommandTest, ChannelsAndRelativesHaveManifestsAndSandboxesAreToldT
 }
 
 TEST_F(BrowserCommandTest, SaysWhatIsWrongAndMendsIt) {
-    struct Row {
-        const char* name;
-        const char* content;
-    };
-    const Row rows[] = {{"another place", R"({"name":"org.zelkor.quorvane","path":"/gone","type":"stdio"})"},
-                        {"damaged", R"({"name":"org.zel)"},
-                        {"empty", ""}};
+    // Another place, damaged, empty.
+    const char* const contents[] = {R"({"name":"org.zelkor.quorvane","path":"/gone","type":"stdio"})",
+                                    R"({"name":"org.zel)", ""};
     fs::create_directories(chromium_.parent_path());
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        writeFile(chromium_, row.content);
+    for (const char* content : contents) {
+        SCOPED_TRACE(content);
+        writeFile(chromium_, content);
         EXPECT_THAT(states(), ElementsAre("chromium: wrong"));
         EXPECT_THAT(outputOf({"browser", "status"}), HasSubstr("leads elsewhere or is damaged"));
         EXPECT_THAT(outputOf({"browser", "install"}), HasSubstr("chromium: "));
@@ -126,9 +120,8 @@ TEST_F(BrowserCommandTest, StatusTriesTheHost) {
     fs::remove(libexec / "quorvane-browser-host");
     EXPECT_THAT(status(), AllOf(HasSubstr("can't run: it is not installed"),
                                 HasSubstr("extension              it is not installed")));
-    const auto install = ProgramRun(bin / "quorvane-cli", {"browser", "install", "--all"}, setting_).wait();
-    EXPECT_EQ(install.status, 1);
-    EXPECT_THAT(install.err, isRefusal(HasSubstr("quorvane-browser-host is not installed")));
+    EXPECT_THAT(ProgramRun(bin / "quorvane-cli", {"browser", "install", "--all"}, setting_).wait(),
+                isRefused(1, HasSubstr("quorvane-browser-host is not installed")));
 }
 
 TEST_F(BrowserCommandTest, TheIdIsTheOneThatChromiumDerivesFromTheExtensionsKey) {

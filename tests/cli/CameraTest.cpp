@@ -9,11 +9,9 @@
 #include "platform/Clock.h"
 #include "platform/linux/loop/QtRunLoop.h"
 
-#include <charconv>
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <fmt/format.h>
 #include <map>
 #include <sstream>
@@ -40,10 +38,8 @@ public:
 
 private:
     static double wantedSpeed() {
-        double speed = usualSpeed;
         const char* const wanted = std::getenv("QUORVANE_CAMERA_SPEED");
-        if (wanted != nullptr) std::from_chars(wanted, wanted + std::strlen(wanted), speed);
-        return speed;
+        return wanted != nullptr ? std::strtod(wanted, nullptr) : usualSpeed;
     }
 
     double speed_ = wantedSpeed();

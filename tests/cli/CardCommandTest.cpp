@@ -12,26 +12,17 @@ protected:
         load(recordLine("A", "2026-03-04T09:00:00Z", "2026-03-04T11:30:00Z", R"(,"app_name":"Figma\u001b[2J")") +
              recordLine("B", "2026-03-04T23:00:00Z", "", R"(,"app_name":"微信")"));
     }
-
-    [[nodiscard]] std::string contentOf(const std::string& name) const { return quorvane::contentOf(folder_ / name); }
-
-    /// Without a choice among sentences, so that two cards are the same.
-    const Arguments day_{"card", "--date", "2026-03-04", "--now", "2026-03-04T23:30:00Z"};
 };
 
 TEST_F(CardCommandTest, WritesThePictureOfADayWithoutADisplay) {
-    Arguments arguments = day_;
-    arguments.insert(arguments.end(), {"--style", "luxury", "--scheme", "purple", "--distribution", "-o", "day.png"});
-    EXPECT_EQ(outputOf(arguments), "");
-    EXPECT_THAT(contentOf("day.png"), StartsWith(cardHead));
-    Arguments toPipe = day_;
-    toPipe.insert(toPipe.end(), {"-o", "-"});
-    EXPECT_THAT(outputOf(toPipe), StartsWith(cardHead));
+    EXPECT_EQ(outputOf({"card", "--date", "2026-03-04", "--now", "2026-03-04T23:30:00Z", "--style", "luxury",
+                        "--scheme", "purple", "--distribution", "-o", "day.png"}),
+              "");
+    EXPECT_THAT(contentOf(folder_ / "day.png"), StartsWith(cardHead));
 }
 
-TEST_F(CardCommandTest, ADayWithoutRecordsHasACardToo) {
-    EXPECT_EQ(outputOf({"card", "--date", "2020-01-01", "-o", "empty.png"}), "");
-    EXPECT_THAT(contentOf("empty.png"), StartsWith(cardHead));
+TEST_F(CardCommandTest, ADayWithoutRecordsHasACardTooAndAPipeTakesIt) {
+    EXPECT_THAT(outputOf({"card", "--date", "2020-01-01", "-o", "-"}), StartsWith(cardHead));
 }
 
 TEST_F(CardCommandTest, WrongUsageNamesWhatIsAllowedAndWritesNothing) {
@@ -42,9 +33,7 @@ TEST_F(CardCommandTest, WrongUsageNamesWhatIsAllowedAndWritesNothing) {
     EXPECT_FALSE(names().contains("a.png"));
 }
 
-TEST_F(CardCommandTest, WhatCannotBeReadOrWrittenIsAFailure) {
-    EXPECT_THAT(runBare({"card", "-o", "a.png", "--store", (folder_ / "none.sqlite").string()}).err,
-                isRefusal(HasSubstr("none.sqlite")));
+TEST_F(CardCommandTest, WhatCannotBeWrittenIsAFailure) {
     expectRefusal({"card", "-o", "missing/a.png"}, 1, "missing/a.png");
     expectRefusal({"card", "-o", store().string()}, 1, "this is the store itself");
 }
@@ -54,7 +43,7 @@ TEST_F(CardCommandTest, AFailureOfThePainterIsToldAndLeavesTheOldFile) {
     // Painting needs a file for what goes to the painter and back; this folder isn't there.
     setting_.environment["TMPDIR"] = (folder_ / "gone").string();
     expectRefusal({"card", "-o", "day.png"}, 1, "cannot paint the card");
-    EXPECT_EQ(contentOf("day.png"), "old");
+    EXPECT_EQ(contentOf(folder_ / "day.png"), "old");
 }
 
 }  // namespace

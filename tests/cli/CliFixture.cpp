@@ -36,11 +36,7 @@ void CliTest::expectOutput(const Arguments& arguments, const std::string& file) 
 }
 
 void CliTest::expectRefusal(const Arguments& arguments, int status, const std::string& cause) {
-    SCOPED_TRACE(testing::PrintToString(arguments));
-    const auto result = run(arguments);
-    EXPECT_EQ(result.status, status);
-    EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err, isRefusal(HasSubstr(cause)));
+    EXPECT_THAT(run(arguments), isRefused(status, HasSubstr(cause))) << testing::PrintToString(arguments);
 }
 
 void CliTest::load(const std::string& lines) {
@@ -62,6 +58,12 @@ testing::Matcher<std::string> isRefusal(const testing::Matcher<std::string>& cau
         StartsWith("quorvane-cli: "), EndsWith("\n"),
         testing::ResultOf([](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }, 1),
         cause);
+}
+
+testing::Matcher<ProgramResult> isRefused(const testing::Matcher<int>& status,
+                                          const testing::Matcher<std::string>& cause) {
+    return AllOf(testing::Field(&ProgramResult::status, status), testing::Field(&ProgramResult::out, ""),
+                 testing::Field(&ProgramResult::err, isRefusal(cause)));
 }
 
 std::string recordLine(const std::string& id, const std::string& start, const std::string& end,

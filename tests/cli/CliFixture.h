@@ -47,6 +47,10 @@ protected:
 /// One line that names the program and what `cause` matches.
 [[nodiscard]] testing::Matcher<std::string> isRefusal(const testing::Matcher<std::string>& cause);
 
+/// What a command leaves behind that ends with the status and nothing but such a line.
+[[nodiscard]] testing::Matcher<ProgramResult> isRefused(const testing::Matcher<int>& status,
+                                                        const testing::Matcher<std::string>& cause);
+
 /// A record as a line to load.
 [[nodiscard]] std::string recordLine(const std::string& id, const std::string& start, const std::string& end,
                                      const std::string& more = {});

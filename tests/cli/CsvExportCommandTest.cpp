@@ -27,9 +27,8 @@ TEST_F(CsvExportCommandTest, WritesHeaderAndLinesWithNoLineFeedAfterTheLast) {
              R"(,"window_title":"He said \"hi\"","tags":"a,b","project_id":"10000000-0000-4000-8000-000000000000")"));
     const std::string header =
         "id,start_time_iso,end_time_iso,duration_seconds,app_bundle_id,app_name,window_title,document_path,url,"
-        "category,"
-        "project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,confidence,"
-        "device_id,user_local_id,created_at,updated_at";
+        "category,project_name,client_name,hourly_rate,currency_code,billing_status,billable_amount,tags,source,"
+        "confidence,device_id,user_local_id,created_at,updated_at";
     EXPECT_EQ(outputOf({"--now", "2026-03-05T00:00:00Z", "export-csv"}),
               header + "\nA0000000-0000-4000-8000-000000000000,2026-03-04T09:00:00Z,2026-03-04T09:59:59Z,3599,,,"
                        "\"He said \"\"hi\"\"\",,,,\"Web, App\",,100.00,USD,review,99.97,a;b,,1.000,,,"
@@ -49,17 +48,14 @@ TEST_F(CsvExportCommandTest, GoesBackSevenDaysOfTheCalendarByItself) {
     EXPECT_EQ(ids({"--now", "2026-04-01T12:00:00+02:00"}), "CB");
 }
 
-TEST_F(CsvExportCommandTest, ComparesTheBoundsAsGiven) {
+TEST_F(CsvExportCommandTest, ComparesTheBoundsAsGivenAndReachesAsFarBackAsTheStoreGoes) {
     load(recordLine("A", "2026-03-04T09:00:00.199999Z", "2026-03-04T09:30:00Z") +
          recordLine("B", "2026-03-04T09:00:00.2Z", "2026-03-04T10:30:00Z") +
          recordLine("C", "2026-03-04T10:00:00.9Z", "2026-03-04T10:30:00Z") +
-         recordLine("D", "2026-03-04T10:00:00.900001Z", "2026-03-04T10:30:00Z"));
+         recordLine("D", "2026-03-04T10:00:00.900001Z", "2026-03-04T10:30:00Z") +
+         recordLine("E", "1999-01-01T00:00:00Z", "1999-01-01T01:00:00Z"));
+    EXPECT_EQ(ids({"--from", "0001-01-01T00:00:00Z"}), "DCBAE");
     EXPECT_EQ(ids({"--from", "2026-03-04T09:00:00.2Z", "--to", "2026-03-04T10:00:00.9Z"}), "CB");
-}
-
-TEST_F(CsvExportCommandTest, ReachesAsFarBackAsTheStoreGoes) {
-    load(recordLine("A", "1999-01-01T00:00:00Z", "1999-01-01T01:00:00Z"));
-    EXPECT_EQ(ids({"--from", "0001-01-01T00:00:00Z"}), "A");
 }
 
 TEST_F(CsvExportCommandTest, KeepsTheRecordsOfAnyNamedProject) {
@@ -73,17 +69,15 @@ TEST_F(CsvExportCommandTest, KeepsTheRecordsOfAnyNamedProject) {
          recordLine("B", "2026-03-04T10:00:00Z", "2026-03-04T10:30:00Z", with("2")) +
          recordLine("C", "2026-03-04T11:00:00Z", "2026-03-04T11:30:00Z", with("3")) +
          recordLine("D", "2026-03-04T12:00:00Z", "2026-03-04T12:30:00Z"));
-    const Arguments all{"--from", "2026-01-01T00:00:00Z"};
-    const auto picking = [&](std::initializer_list<const char*> projects) {
-        Arguments arguments = all;
-        for (const char* project : projects)
-            arguments.insert(arguments.end(), {"--project", project});
+    const auto from = [&](Arguments arguments) {
+        arguments.insert(arguments.begin(), {"--from", "2026-01-01T00:00:00Z"});
         return ids(arguments);
     };
-    EXPECT_EQ(ids(all), "DCBA");
-    EXPECT_EQ(picking({"10000000-0000-4000-8000-000000000000"}), "A");
-    EXPECT_EQ(picking({"10000000-0000-4000-8000-000000000000", "30000000-0000-4000-8000-000000000000"}), "CA");
-    EXPECT_EQ(picking({"90000000-0000-4000-8000-000000000000"}), "");
+    const std::string first = "10000000-0000-4000-8000-000000000000";
+    EXPECT_EQ(from({}), "DCBA");
+    EXPECT_EQ(from({"--project", first}), "A");
+    EXPECT_EQ(from({"--project", first, "--project", "30000000-0000-4000-8000-000000000000"}), "CA");
+    EXPECT_EQ(from({"--project", "90000000-0000-4000-8000-000000000000"}), "");
 }
 
 }  // namespace

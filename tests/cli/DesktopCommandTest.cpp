@@ -1,8 +1,6 @@
 #include "base/Json.h"
 #include "cli/CliFixture.h"
 
-#include <fmt/format.h>
-
 namespace quorvane {
 namespace {
 

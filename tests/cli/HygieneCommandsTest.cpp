@@ -5,7 +5,6 @@
 #include "session/TrackerLock.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <fmt/format.h>
 
 namespace quorvane {
 namespace {

@@ -36,7 +36,7 @@ TEST_F(ProjectsCommandTest, ListsByNameAndThenIdWithTheColorsOfTheTone) {
 
 TEST_F(ProjectsCommandTest, AddsAProjectAndPrintsItsIdOrItsRow) {
     const std::string added = outputOf({"projects", "add", "--name", "Plain"});
-    EXPECT_THAT(added, MatchesRegex("[0-9A-F-]{36}\n"));
+    EXPECT_THAT(added, MatchesRegex("[0-9A-F-]{36}\n"));  // which made the store
     Json shown = parseJson(outputOf({"--now", now, "--json", "projects", "add", "--name", "Web", "--client", "ACME",
                                      "--rate", "1e2", "--currency", "EUR", "--color", "MINT"}))
                      .value_or(Json());
@@ -82,14 +82,6 @@ TEST_F(ProjectsCommandTest, RefusesWhatIsNotThereAndNamesOfBlanks) {
     expectRefusal({"projects", "edit", id, "--rate", "1", "--name", ""}, 1, "the name can't be empty");
     expectRefusal({"projects", "edit", id, "--currency", " "}, 1, "the currency can't be empty");
     EXPECT_EQ(outputOf({"dump"}), before);
-}
-
-TEST_F(ProjectsCommandTest, MakesAStoreToAddAndNoneToChange) {
-    for (const Arguments& arguments : {Arguments{"projects", "list"}, {"projects", "archive", id}})
-        expectRefusal(arguments, 1, "there is no such store");
-    EXPECT_THAT(names(), IsEmpty());
-    EXPECT_EQ(run({"projects", "add", "--name", "Web"}).status, 0);
-    EXPECT_THAT(names(), ElementsAre("store.sqlite"));
 }
 
 }  // namespace

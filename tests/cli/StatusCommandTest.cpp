@@ -93,30 +93,19 @@ TEST_F(StatusCommandTest, WritesForPeople) {
 }
 
 TEST_F(StatusCommandTest, TellsWhetherAnInstantIsWithinTheWorkHours) {
-    struct Row {
-        const char* settings;
-        Arguments arguments;
-        const char* json;
-        const char* text;
-    };
-    const char* everyDayFrom9To18 =
-        R"({"entity":"AppSettings","only_track_work_hours":true,"work_days":"0,1,2,3,4,5,6"})";
-    const Row rows[] = {{R"({"entity":"AppSettings"})", {}, "true", "Recording is not bound to work hours\n"},
-                        {everyDayFrom9To18, {"--at", "2026-03-04T18:00:59+01:00"}, "true", "Within the work hours\n"},
-                        {everyDayFrom9To18,
-                         {"--now", "2026-03-04T08:59:59+01:00"},
-                         "false",
-                         "Outside the work hours: nothing is recorded\n"}};
+    const char* from9To18 = R"({"entity":"AppSettings","only_track_work_hours":true,"work_days":"0,1,2,3,4,5,6"})";
+    const std::tuple<const char*, Arguments, std::string, const char*> rows[] = {
+        {R"({"entity":"AppSettings"})", {}, "true", "Recording is not bound to work hours\n"},
+        {from9To18, {"--at", "2026-03-04T18:00:59+01:00"}, "true", "Within the work hours\n"},
+        {from9To18, {"--now", "2026-03-04T08:59:59+01:00"}, "false", "Outside the work hours: nothing is recorded\n"}};
     setting_.environment["TZ"] = "Europe/Berlin";
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
+    for (auto [settings, arguments, json, text] : rows) {
         std::filesystem::remove(store());
-        load(row.settings);
-        Arguments arguments = row.arguments;
+        load(settings);
         arguments.insert(arguments.begin(), "work-hours");
-        EXPECT_EQ(outputOf(arguments), row.text);
+        EXPECT_EQ(outputOf(arguments), text);
         arguments.emplace_back("--json");
-        EXPECT_EQ(outputOf(arguments), std::string(R"({"within":)") + row.json + "}\n");
+        EXPECT_EQ(outputOf(arguments), R"({"within":)" + json + "}\n") << text;
     }
 }
 

@@ -58,29 +58,22 @@ TEST_F(TimelineCommandTest, DrawsTheDayForATerminal) {
 }
 
 TEST_F(TimelineCommandTest, AssignsARangeAsADragDoesAndRefusesWithTheLineThatTheChartPrints) {
-    struct Row {
-        const char* from;
-        const char* to;
-        const char* id;
-        int status;
-        testing::Matcher<std::string> err;
-    };
-    const Row rows[] = {
-        {"9.01", "9.1", project.c_str(), 0, "ProjectTimeAnnotation saved: 网站 from 09:00 to 09:15\n"},
-        {"9", "10", project.c_str(), 1, isRefusal(HasSubstr("该时间段已经标注给项目: 网站"))},
-        {"23.9", "24", project.c_str(), 0, "ProjectTimeAnnotation saved: 网站 from 23:54 to 24:09\n"},
+    const std::tuple<const char*, const char*, std::string, int, testing::Matcher<std::string>> rows[] = {
+        {"9.01", "9.1", project, 0, "ProjectTimeAnnotation saved: 网站 from 09:00 to 09:15\n"},
+        {"9", "10", project, 1, isRefusal(HasSubstr("该时间段已经标注给项目: 网站"))},
+        {"23.9", "24", project, 0, "ProjectTimeAnnotation saved: 网站 from 23:54 to 24:09\n"},
         {"9", "10", "E0000000-0000-4000-8000-000000000002", 1, isRefusal(HasSubstr("there is no project"))},
-        {"10", "10", project.c_str(), 2, isRefusal(HasSubstr("--from-hour"))},
-        {"10", "24.5", project.c_str(), 2, isRefusal(HasSubstr("--to-hour"))},
-        {"-1", "2", project.c_str(), 2, isRefusal(testing::_)},
-        {"nine", "10", project.c_str(), 2, isRefusal(testing::_)},
+        {"10", "10", project, 2, isRefusal(HasSubstr("--from-hour"))},
+        {"10", "24.5", project, 2, isRefusal(HasSubstr("--to-hour"))},
+        {"-1", "2", project, 2, isRefusal(testing::_)},
+        {"nine", "10", project, 2, isRefusal(testing::_)},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.from << " to " << row.to);
-        const auto result = annotate(row.from, row.to, row.id);
-        EXPECT_EQ(result.status, row.status);
+    for (const auto& [from, to, id, status, err] : rows) {
+        SCOPED_TRACE(testing::Message() << from << " to " << to);
+        const auto result = annotate(from, to, id);
+        EXPECT_EQ(result.status, status);
         EXPECT_EQ(result.out, "");
-        EXPECT_THAT(result.err, row.err);
+        EXPECT_THAT(result.err, err);
     }
     EXPECT_THAT(run({"timeline", "--at", "5"}).err, isRefusal(HasSubstr("--at")));
 }

@@ -14,12 +14,9 @@ using TrackCommandTest = CliTest;
 constexpr const char* started = "ActivityTracker: Starting tracking with modelContext: true\n";
 
 TEST_F(TrackCommandTest, EndsWhereItCanNotSeeAnythingAndSaysWhatDoctorSays) {
-    const auto result = run({"track", "--for", "60"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err, isRefusal(HasSubstr(
-                                "nothing can be seen: no display: DISPLAY is not set, and no "
-                                "Wayland compositor answers. Start it from a terminal inside the desktop session.")));
+    expectRefusal({"track", "--for", "60"}, 1,
+                  "nothing can be seen: no display: DISPLAY is not set, and no Wayland compositor answers. "
+                  "Start it from a terminal inside the desktop session.");
 }
 
 TEST_F(TrackCommandTest, WhoAsksForTheApplicationHearsWhoTracksInstead) {
@@ -27,9 +24,8 @@ TEST_F(TrackCommandTest, WhoAsksForTheApplicationHearsWhoTracksInstead) {
     const auto own = folder_ / ".local/share/quorvane/quorvane.sqlite";
     std::filesystem::create_directories(own.parent_path());
     const auto lock = platform::ProcessLock::tryAcquire(trackerLockFile(own), "quorvane-cli track");
-    const auto result = runBare({"start"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, isRefusal(AllOf(HasSubstr("quorvane-cli track (process "), HasSubstr("can't be reached"))));
+    EXPECT_THAT(runBare({"start"}),
+                isRefused(1, AllOf(HasSubstr("quorvane-cli track (process "), HasSubstr("can't be reached"))));
 }
 
 TEST_F(TrackCommandTest, RefusesAStoreIntoWhichSomebodyTracksAndAClockOfItsOwn) {

@@ -43,10 +43,7 @@ protected:
     std::vector<std::string> documents() {
         std::vector<std::string> found;
         for (const Json& record : parseJson(outputOf({"records", "--json"})).value_or(Json()))
-            found.insert(found.begin(),
-                         record["app_name"].get<std::string>() + ": " +
-                             (record["document_path"].is_null() ? std::string("-")
-                                                                : record["document_path"].get<std::string>()));
+            found.insert(found.begin(), record["app_name"].get<std::string>() + ": " + record["document_path"].dump());
         return found;
     }
 
@@ -127,7 +124,8 @@ TEST_F(TrackedDesktopTest, RecordsCarryTheDocumentOfAnEditorAndTheDirectoryOfATe
     ASSERT_TRUE(tracker.hasWritten("成功获取文档信息 - 标题: shell"));
     tracker.sendSignal(SIGINT);
     EXPECT_EQ(tracker.wait().status, 0);
-    EXPECT_THAT(documents(), ElementsAre("Mousepad: " + file.string(), "XTerm: " + folder_.path().string()));
+    EXPECT_THAT(documents(), ElementsAre("Mousepad: " + Json(file.string()).dump(),
+                                         "XTerm: " + Json(folder_.path().string()).dump()));
 }
 
 TEST_F(TrackedDesktopTest, AStepOfTheWallClockIsNoTimeOfAnybody) {

@@ -74,13 +74,5 @@ TEST_F(WeekMonthCommandTest, TellsOnStandardErrorWhatBeginsInTheFuture) {
     }
 }
 
-TEST_F(WeekMonthCommandTest, RefusesWhatIsNoDayAndNoWidth) {
-    expectRefusal({"week", "--date", "2026-02-30"}, 2, "--date");
-    expectRefusal({"month", "--date", "March"}, 2, "--date");
-    expectRefusal({"week", "--column-width", "-1"}, 2, "--column-width");
-    expectRefusal({"week", "--column-width", "nan"}, 2, "--column-width");
-    expectRefusal({"month", "--column-width", "100"}, 2, "--column-width");
-}
-
 }  // namespace
 }  // namespace quorvane

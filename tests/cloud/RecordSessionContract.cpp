@@ -5,14 +5,8 @@
 
 namespace quorvane {
 
-using platform::AccountStatus;
-using platform::CloudFailure;
-using platform::CloudRecord;
-using platform::DatabaseScope;
+using namespace platform;
 using enum DatabaseScope;
-using platform::QueryPage;
-using platform::RecordQuery;
-using platform::SaveResult;
 
 namespace {
 

@@ -83,8 +83,7 @@ protected:
     }
     /// A public record of another writer, who names the token.
     void publish(const std::string& name, const std::string& token) {
-        cloud.publicRecords()[name] = {
-            .recordType = "ActivityShare", .recordName = name, .values = {{"shareToken", token}, {"isActive", true}}};
+        cloud.publicRecords()[name] = {"ActivityShare", name, {{"shareToken", token}, {"isActive", true}}};
     }
     /// From now on the store refuses this.
     void refuse(const std::string& sql) { SQLite::Database(store.file().string(), SQLite::OPEN_READWRITE).exec(sql); }
@@ -112,13 +111,13 @@ TEST_F(ShareServiceTest, CreatesAndPublishesUnderTheToken) {
                           R"("created_at":"2026-03-02T12:00:00.000000Z","expires_at":"2026-04-01T00:00:00.000000Z",)"
                           R"("project_ids":["{}"],"cloud_kit_record_id":"{}"}})",
                           share->id().string(), token, projectId.string(), token));
-    const CloudRecord record{.recordType = "ActivityShare",
-                             .recordName = token,
-                             .values = {{"title", "March"},
-                                        {"isActive", true},
-                                        {"createdAt", at("12:00:00")},
-                                        {"expiresAt", at("2026-04-01 00:00:00")},
-                                        {"projectIds", std::vector{projectId.string()}}}};
+    const CloudRecord record{"ActivityShare",
+                             token,
+                             {{"title", "March"},
+                              {"isActive", true},
+                              {"createdAt", at("12:00:00")},
+                              {"expiresAt", at("2026-04-01 00:00:00")},
+                              {"projectIds", std::vector{projectId.string()}}}};
     EXPECT_THAT(cloud.publicRecords(), ElementsAre(Pair(token, record)));
     EXPECT_THAT(cloud.privateRecords(), IsEmpty());
 }

@@ -142,11 +142,7 @@ TEST_F(AccessibilityTest, TheWindowInFrontIsTheOneWithItsTitle) {
         tree.setFront([front] { return front; });
         return textAt(tree, elementAt(tree, tree.application(front.processIdentifier), name), AccessibleName::title);
     };
-    struct Row {
-        FrontWindow front;
-        std::optional<std::string> expected;
-    };
-    const Row rows[] = {
+    const std::pair<FrontWindow, std::optional<std::string>> rows[] = {
         {{two.pid(), "One - Two", {}}, "One - Two"},   {{two.pid(), "Other - Two", {}}, "Other - Two"},
         {{0, "Other - Two", {"two"}}, "Other - Two"},  {{0, "Other - Two", {"two esr"}}, "Other - Two"},
         {{0, "Other - Two", {"three"}}, std::nullopt}, {{0, "Gone - Two", {"two"}}, std::nullopt},
@@ -247,15 +243,12 @@ TEST_F(AccessibilityTest, AnswersOfAnotherShapeAreNone) {
     ChildProcess peer({"/usr/bin/python3", "-c", liar, service.address().toStdString(), "{ready}"});
     const auto name = peer.readyLine();
     ASSERT_TRUE(name);
-    for (const char* path : {"/empty", "/number", "/text", "/variant", "/list", "/strangers", "/nobody", "/loop", ""}) {
-        for (const auto attribute : allAttributes) {
-            SCOPED_TRACE(path + std::string(" ") + std::string(attribute));
-            const AccessibleElement element{*name + path};
-            if (path == std::string("/loop") && attribute == AccessibleName::parent) continue;
-            if (path == std::string("/loop") && attribute == AccessibleName::role) continue;
-            EXPECT_EQ(tree.attribute(element, attribute), std::nullopt);
-        }
-    }
+    for (const std::string_view path :
+         {"/empty", "/number", "/text", "/variant", "/list", "/strangers", "/nobody", "/loop", ""})
+        for (const auto attribute : allAttributes)
+            if (path != "/loop" || (attribute != AccessibleName::parent && attribute != AccessibleName::role)) {
+                EXPECT_EQ(tree.attribute({*name + std::string(path)}, attribute), std::nullopt) << path << attribute;
+            }
     const AccessibleElement loop{*name + "/loop"};
     EXPECT_EQ(elementAt(tree, loop, AccessibleName::parent), loop) << "the liar is heard, and tells lies";
     EXPECT_EQ(tree.attribute(loop, "AXUnheardOf"), std::nullopt);
@@ -318,24 +311,17 @@ TEST(AbsentAccessibilityTest, NobodyWaitsForASessionBusThatHangsAndItIsLookedFor
 
 TEST(AbsentAccessibilityTest, WithoutABusNothingIsKnownAndTheReasonIsNamed) {
     QtRunLoop runLoop;
-    const auto expectNothing = [](AtspiAccessibility& tree) {
+    for (const bool hasBuses : {false, true}) {
+        const DesktopSession session({.display = false, .buses = hasBuses});
+        AtspiAccessibility tree;
         EXPECT_FALSE(tree.isProcessTrusted());
         EXPECT_FALSE(tree.requestTrust());
         EXPECT_EQ(tree.application(1), std::nullopt);
         EXPECT_EQ(tree.attribute({":1.1/org/a11y/atspi/accessible/root"}, AccessibleName::title), std::nullopt);
-    };
-    {
-        const DesktopSession session({.display = false, .buses = false});
-        AtspiAccessibility tree;
-        expectNothing(tree);
-        EXPECT_EQ(tree.channel().reason, "no session bus");
-    }
-    {
-        const DesktopSession session({.display = false});
-        AtspiAccessibility tree;
-        expectNothing(tree);
-        EXPECT_THAT(tree.channel().reason, HasSubstr("no accessibility bus"));
-        EXPECT_THAT(tree.channel().remedy, Not(IsEmpty()));
+        EXPECT_THAT(tree.channel().reason, MatchesRegex(hasBuses ? ".*no accessibility bus.*" : "no session bus"));
+        if (hasBuses) {
+            EXPECT_THAT(tree.channel().remedy, Not(IsEmpty()));
+        }
     }
     DesktopSession session({.display = false, .buses = false});
     const auto path = session.runtimeDirectory() / "hanging-bus";

@@ -13,7 +13,6 @@
 #include <future>
 #include <memory>
 #include <unistd.h>
-#include <vector>
 
 namespace quorvane::platform {
 namespace {
@@ -162,22 +161,16 @@ TEST_F(AutomationTest, WhereTheTitleHasNoPathOpenFilesRecentDocumentsAndArgument
             "\"><bookmark:application exec=\"&apos;tail %u&apos;\" modified=\"2026-01-01T00:00:00Z\"/></bookmark>");
     const std::vector<std::string> opener{"tail", "-f", (files / "open.txt").string()};
     const std::vector<std::string> reader{"tail", "-f", "/dev/null", (files / "argument.txt").string()};
-    struct Row {
-        const char* name;
-        std::vector<std::string> command;
-        std::string title;
-        ScriptResult expected;
+    const std::tuple<const char*, std::vector<std::string>, ScriptResult> rows[] = {
+        {"open.txt - Viewer", opener, (files / "open.txt").string()},
+        {"recent.txt - Viewer", opener, (files / "recent.txt").string()},
+        {"The Viewer", reader, (files / "argument.txt").string()},
+        {"gone.txt - Viewer", opener, "gone.txt"},
     };
-    const Row rows[] = {
-        {"open", opener, "open.txt - Viewer", (files / "open.txt").string()},
-        {"recent", opener, "recent.txt - Viewer", (files / "recent.txt").string()},
-        {"argument", reader, "The Viewer", (files / "argument.txt").string()},
-        {"name alone", opener, "gone.txt - Viewer", "gone.txt"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        ASSERT_TRUE(show("Viewer", row.title, row.command));
-        EXPECT_TRUE(waitUntil([&] { return ask(ScriptFamily::officeDocument) == row.expected; }));
+    for (const auto& [title, command, expected] : rows) {
+        ASSERT_TRUE(show("Viewer", title, command));
+        EXPECT_TRUE(waitUntil([&, &wanted = expected] { return ask(ScriptFamily::officeDocument) == wanted; }))
+            << title;
     }
     ASSERT_TRUE(show({.instance = "viewer", .wmClass = "Viewer", .title = "Untold", .pid = getpid()}));
     EXPECT_THAT(ask(ScriptFamily::developmentDocument), fails(-1728));
@@ -216,13 +209,7 @@ TEST_F(AutomationTest, WithoutAProcessTheTitleAndWhatIsRecentTell) {
               "<xbel xmlns:bookmark=\"b\"><bookmark href=\"file://" + (files / "Letter.odt").string() +
                   "\"><bookmark:application exec=\"&apos;soffice %u&apos;\" modified=\"2026-01-01T00:00:00Z\"/>"
                   "</bookmark></xbel>");
-    struct Row {
-        const char* wmClass;
-        std::string title;
-        ScriptFamily family;
-        std::string expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::string, ScriptFamily, std::string> rows[] = {
         {"mousepad", "~/files/Letter.odt - Mousepad", ScriptFamily::frontDocumentPath, (files / "Letter.odt").string()},
         {"libreoffice-writer", "Letter.odt - LibreOffice Writer", ScriptFamily::officeDocument,
          (files / "Letter.odt").string()},
@@ -230,19 +217,17 @@ TEST_F(AutomationTest, WithoutAProcessTheTitleAndWhatIsRecentTell) {
         {"mousepad", "other.txt - Mousepad", ScriptFamily::frontDocumentPath, "other.txt"},
         {"thunar", "~/files - Thunar", ScriptFamily::frontFolder, files.string()},
     };
-    for (const Row& row : rows) {
-        titles.window = {{.wmClass = row.wmClass}, row.title};
-        EXPECT_THAT(withoutProcess.run({.family = row.family}), says(row.expected)) << row.title;
+    for (const auto& [wmClass, title, family, expected] : rows) {
+        titles.window = {{.wmClass = wmClass}, title};
+        EXPECT_THAT(withoutProcess.run({.family = family}), says(expected)) << title;
     }
 }
 
 TEST_F(AutomationTest, ATrackIsThatOfTheWindowsPlayer) {
     const BusService first("org.mpris.MediaPlayer2.first", playerPath, playing("Playing", "One", "vlc"));
     const BusService second("org.mpris.MediaPlayer2.second", playerPath, playing("Paused", "Two", ""), "second");
-    {
-        ASSERT_TRUE(waitForTitle("second"));
-        EXPECT_THAT(ask(ScriptFamily::currentTrack, "second"), says("Two"));
-    }
+    ASSERT_TRUE(waitForTitle("second"));
+    EXPECT_THAT(ask(ScriptFamily::currentTrack, "second"), says("Two"));
     ASSERT_TRUE(show({.instance = "vlc", .wmClass = "vlc", .title = "vlc", .pid = getpid()}));
     EXPECT_THAT(ask(ScriptFamily::currentTrack), says("One"));
     ASSERT_TRUE(show({.instance = "other", .wmClass = "Other", .title = "above", .pid = getpid()}));
@@ -257,10 +242,8 @@ TEST_F(AutomationTest, PlayersThatLieOrHangAreNoAnswerAndCostLessThanASecond) {
                           "{'org.mpris.MediaPlayer2': {'DesktopEntry': 7}, 'org.mpris.MediaPlayer2.Player': "
                           "{'PlaybackStatus': 'Playing', 'Metadata': dbus.Array(['x'], signature='s')}}",
                           "liar");
-    {
-        ASSERT_TRUE(waitForTitle("liar"));
-        EXPECT_THAT(ask(ScriptFamily::currentTrack), fails(-1728));
-    }
+    ASSERT_TRUE(waitForTitle("liar"));
+    EXPECT_THAT(ask(ScriptFamily::currentTrack), fails(-1728));
     std::vector<std::unique_ptr<BusService>> hanging;
     for (const char* name : {"a", "b", "c", "d", "e"}) {
         hanging.push_back(std::make_unique<BusService>(std::string("org.mpris.MediaPlayer2.") + name, playerPath,
@@ -315,21 +298,8 @@ TEST_F(AutomationTest, PermissionIsABusThatAnswers) {
     EXPECT_TRUE(automation.channel().isAvailable);
     session.environment().set("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
     EXPECT_THAT(ask(ScriptFamily::permissionTest), fails(-600));
-    const auto channel = automation.channel();
-    EXPECT_FALSE(channel.isAvailable);
-    EXPECT_THAT(channel.reason, HasSubstr("does not answer"));
-}
-
-TEST(X11RunningApplicationsTest, WithoutADisplayNothingRuns) {
-    QtRunLoop runLoop;
-    const DesktopSession session({.display = false, .buses = false});
-    DesktopEntries entries{{}};
-    const ApplicationIdentity identity{entries, IdentityTable::builtIn()};
-    SessionEvents sessionEvents{runLoop};
-    X11RunningApplications applications{std::make_unique<X11Connection>(X11Connection::Reader::nobody), identity,
-                                        sessionEvents};
-    EXPECT_EQ(applications.frontmost(), std::nullopt);
-    EXPECT_FALSE(applications.isRunning("any"));
+    EXPECT_FALSE(automation.channel().isAvailable);
+    EXPECT_THAT(automation.channel().reason, HasSubstr("does not answer"));
 }
 
 }  // namespace

@@ -2,11 +2,8 @@
 #include "desktop/support/ApplicationScreen.h"
 #include "desktop/support/TestWindow.h"
 #include "desktop/support/Waiting.h"
-#include "store/ProjectTimeAnnotation.h"
 #include "support/Builders.h"
 #include "support/Matching.h"
-
-#include <fmt/format.h>
 
 namespace quorvane {
 namespace {

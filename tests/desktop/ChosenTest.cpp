@@ -29,6 +29,7 @@ protected:
     QtRunLoop runLoop;
     WestonSession session;
     PrivateBus bus{session.folder() / "bus"};
+    WaylandConnection connection{&runLoop};
     bool isSomebodyThere = true;
 };
 
@@ -41,7 +42,6 @@ TEST(BestTellerTest, IsTheOneThatKnowsMost) {
 }
 
 TEST_F(ChosenTest, WhoComesToTheBusIsAskedAndWhoLeavesItNoMore) {
-    WaylandConnection connection(&runLoop);
     BusNames names(runLoop, ChosenToplevels::busNames());
     ChosenToplevels windows(runLoop, connection, names, [] { return true; });
     EXPECT_FALSE(windows.channel().isAvailable);
@@ -57,7 +57,6 @@ TEST_F(ChosenTest, WhoComesToTheBusIsAskedAndWhoLeavesItNoMore) {
 
 TEST_F(ChosenTest, AnExtensionThatWasInstalledSinceTheLoginWaitsForTheNextOne) {
     const BusMock mutter("org.gnome.Mutter.IdleMonitor");
-    WaylandConnection connection(&runLoop);
     BusNames names(runLoop, ChosenToplevels::busNames());
     const ChosenToplevels windows(runLoop, connection, names, [] { return true; });
     const auto expect = [&](Obstacle obstacle, Mend mend) {
@@ -75,7 +74,6 @@ TEST_F(ChosenTest, AnExtensionThatWasInstalledSinceTheLoginWaitsForTheNextOne) {
 
 TEST_F(ChosenTest, WhoTellsOfNoWindowWhileSomebodyIsAtWorkIsSaidToBeSilent) {
     SimulatedRunLoop simulated(at("09:00:00"));
-    WaylandConnection connection(&runLoop);
     const auto shell = extension("");
     BusNames names(runLoop, ChosenToplevels::busNames());
     const ChosenToplevels windows(simulated, connection, names, [this] { return isSomebodyThere; });
@@ -91,7 +89,6 @@ TEST_F(ChosenTest, WhoTellsOfNoWindowWhileSomebodyIsAtWorkIsSaidToBeSilent) {
 TEST_F(ChosenTest, WhoIsSlowToTellTheIdleTimeIsWaitedForAllTheSame) {
     BusMock mutter("org.gnome.Mutter.IdleMonitor");
     mutter.hang();
-    WaylandConnection connection(&runLoop);
     BusNames names(runLoop, ChosenToplevels::busNames());
     ChosenIdle idle(runLoop, connection, names);
     ChosenReturns returns(idle);

@@ -3,9 +3,9 @@
 #include "desktop/support/Waiting.h"
 #include "platform/linux/desktop/ApplicationIdentity.h"
 #include "platform/linux/loop/QtRunLoop.h"
+#include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
 #include <unistd.h>
 
 namespace quorvane::platform {
@@ -30,25 +30,14 @@ TEST(DesktopEntryTest, AFileIsReadAsItsFormatSays) {
 }
 
 TEST(DesktopEntryTest, WhatDescribesNoApplicationIsNone) {
-    const char* rows[] = {
-        "",
-        "Type=Application\nName=No group\n",
-        "[Desktop Entry]\nType=Link\nName=Link\nURL=https://example.org\n",
-        "[Desktop Entry]\nType=Application\nName=Removed\nHidden=true\n",
-    };
-    for (const char* text : rows) {
-        SCOPED_TRACE(text);
-        EXPECT_EQ(parseDesktopEntry(text, {}), std::nullopt);
-    }
+    for (const char* text :
+         {"", "Type=Application\nName=No group\n", "[Desktop Entry]\nType=Link\nName=Link\nURL=https://example.org\n",
+          "[Desktop Entry]\nType=Application\nName=Removed\nHidden=true\n"})
+        EXPECT_EQ(parseDesktopEntry(text, {}), std::nullopt) << text;
 }
 
 TEST(DesktopEntryTest, TheLanguageIsThatOfMessages) {
-    struct Row {
-        const char* name;
-        std::map<std::string, std::string> variables;
-        std::vector<std::string> expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::map<std::string, std::string>, std::vector<std::string>> rows[] = {
         {"all before messages",
          {{"LC_ALL", "fr_FR.UTF-8"}, {"LC_MESSAGES", "de_DE"}, {"LANG", "it_IT"}},
          {"fr_FR", "fr"}},
@@ -57,14 +46,13 @@ TEST(DesktopEntryTest, TheLanguageIsThatOfMessages) {
         {"none", {{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}, {}},
         {"nothing set", {}, {}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [what, variables, expected] : rows) {
         Environment environment;
         for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
             environment.unset(name);
-        for (const auto& [name, value] : row.variables)
+        for (const auto& [name, value] : variables)
             environment.set(name, value);
-        EXPECT_EQ(desktopEntryLocales(), row.expected);
+        EXPECT_EQ(desktopEntryLocales(), expected) << what;
     }
 }
 
@@ -87,20 +75,14 @@ protected:
 };
 
 TEST_F(DesktopEntriesTest, AWindowFindsItsApplicationByTheSurestSign) {
+    for (const char* name : {"libreoffice-writer", "mpv", "chromium"})
+        install(name, std::string("Name=") + name + "\nStartupWMClass=" + name + "\n");
     install("org.gnome.gedit", "Name=Text Editor\nExec=gedit\n");
-    install("libreoffice-writer", "Name=Writer\nStartupWMClass=libreoffice-writer\n");
-    install("mpv", "Name=mpv\nStartupWMClass=mpv\n");
-    install("chromium", "Name=Chromium\nStartupWMClass=chromium\n");
     install("kde/org.kde.kate", "Name=Kate\n");
     install("geany", "Name=Geany\n");
     install("hidden-twin", "Name=Twin\nStartupWMClass=Twin\nNoDisplay=true\n");
     install("twin-shown", "Name=Twin\nStartupWMClass=Twin\n");
-    struct Row {
-        const char* name;
-        WindowProperties window;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, WindowProperties, const char*> rows[] = {
         {"desktop file of KDE", {.wmClass = "mpv", .kdeDesktopFile = "geany", .gtkApplicationId = "mpv"}, "geany"},
         {"desktop file as path", {.kdeDesktopFile = "/usr/share/applications/geany.desktop"}, "geany"},
         {"id of GTK", {.instance = "x", .wmClass = "mpv", .gtkApplicationId = "org.gnome.gedit"}, "org.gnome.gedit"},
@@ -116,10 +98,8 @@ TEST_F(DesktopEntriesTest, AWindowFindsItsApplicationByTheSurestSign) {
         {"unknown", {.instance = "nobody", .wmClass = "Nobody"}, "none"},
         {"nothing", {}, "none"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(idOf(row.window), row.expected);
-    }
+    for (const auto& [name, window, expected] : rows)
+        EXPECT_EQ(idOf(window), expected) << name;
 }
 
 TEST_F(DesktopEntriesTest, AnImportantDirectoryHidesAndRemovesWhatIsBelow) {
@@ -157,12 +137,14 @@ TEST_F(DesktopEntriesTest, AProcessIsRecognisedByItsLauncherOrItsProgram) {
                                  "GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec sleep 60"});
     const ChildProcess childOfLaunched({"env", "GIO_LAUNCHED_DESKTOP_FILE=/usr/share/applications/launched.desktop",
                                         "GIO_LAUNCHED_DESKTOP_FILE_PID=1", "sleep", "60"});
-    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = plain.pid()}) == "sleeper"; }));
-    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = launched.pid()}) == "launched"; }));
-    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = childOfLaunched.pid()}) == "sleeper"; }));
+    const auto becomes = [&](const ChildProcess& process, const char* id) {
+        return waitUntil([&] { return idOf({.wmClass = "x", .pid = process.pid()}) == id; });
+    };
+    EXPECT_TRUE(becomes(plain, "sleeper"));
+    EXPECT_TRUE(becomes(launched, "launched"));
+    EXPECT_TRUE(becomes(childOfLaunched, "sleeper"));
     install("sleeper-two", "Name=Another with the same program\nExec=sleep\n");
-    EXPECT_TRUE(waitUntil([&] { return idOf({.wmClass = "x", .pid = plain.pid()}) == "none"; }))
-        << "a program that two applications share says nothing";
+    EXPECT_TRUE(becomes(plain, "none")) << "a program that two applications share says nothing";
 }
 
 TEST_F(DesktopEntriesTest, TheIconIsFoundByTheIdentifierThatARecordHas) {
@@ -194,12 +176,7 @@ TEST_F(DesktopEntriesTest, AnApplicationIsNamedByTableFileOrClass) {
     install("my-code", "Name=Mine\nExec=/opt/code/code\n");
     install("chrome-abc-Default", "Name=Mail\nStartupWMClass=crx_abc\n");
     ApplicationIdentity identity(entries, IdentityTable::builtIn());
-    struct Row {
-        const char* name;
-        WindowProperties window;
-        ForegroundApplication expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, WindowProperties, ForegroundApplication> rows[] = {
         {"in the table", {.wmClass = "Google-chrome"}, {"com.google.Chrome", "Google Chrome"}},
         {"in no table", {.wmClass = "Notes"}, {"org.example.Notes", "Notes"}},
         {"id of an installer", {.wmClass = "jetbrains-idea"}, {"com.jetbrains.intellij", "IntelliJ"}},
@@ -215,10 +192,8 @@ TEST_F(DesktopEntriesTest, AnApplicationIsNamedByTableFileOrClass) {
         {"process alone", {.pid = getpid()}, {std::nullopt, "quorvane_linux_test"}},
         {"nothing", {}, {}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(identity.identify(row.window), row.expected);
-    }
+    for (const auto& [name, window, expected] : rows)
+        EXPECT_EQ(identity.identify(window), expected) << name;
 }
 
 }  // namespace

@@ -38,11 +38,7 @@ protected:
 };
 
 TEST_F(DesktopSettingsPanesTest, TheDesktopsOwnProgramOpens) {
-    const struct {
-        const char* desktop;
-        const char* pane;
-        const char* expected;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"ubuntu:GNOME", "Privacy_Accessibility", "gnome-control-center universal-access\n"},
         {"GNOME", "Privacy_Automation", "gnome-control-center \n"},
         {"KDE", "Privacy_Accessibility", "systemsettings kcm_access\n"},
@@ -51,12 +47,12 @@ TEST_F(DesktopSettingsPanesTest, TheDesktopsOwnProgramOpens) {
         {"XFCE", "LoginItems-Settings.extension", "xfce4-session-settings \n"},
         {"GNOME", "LoginItems-Settings.extension", "gnome-control-center \n"},  // has no program of its own here
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.desktop);
-        environment.set("XDG_CURRENT_DESKTOP", row.desktop);
-        open(row.pane, true);
+    for (const auto& [desktop, pane, expected] : rows) {
+        SCOPED_TRACE(desktop);
+        environment.set("XDG_CURRENT_DESKTOP", desktop);
+        open(pane, true);
         ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(called()); }));
-        EXPECT_EQ(contentOf(called()), row.expected);
+        EXPECT_EQ(contentOf(called()), expected);
         std::filesystem::remove(called());
     }
 }

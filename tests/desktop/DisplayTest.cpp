@@ -19,6 +19,8 @@ using testing::Field;
 void expectNothingIsSeen(LinuxDesktop& desktop) {
     EXPECT_EQ(desktop.foreground().frontmostApplication(), std::nullopt);
     EXPECT_EQ(desktop.foreground().frontmostWindowTitle(), std::nullopt);
+    EXPECT_EQ(desktop.runningApplications().frontmost(), std::nullopt);
+    EXPECT_FALSE(desktop.runningApplications().isRunning("any"));
     EXPECT_LT(desktop.idle().secondsSinceLastInput(), 0s);
     EXPECT_EQ(desktop.keys().createTap(KeyEvents::keyDown, [] {}), nullptr);
     EXPECT_EQ(desktop.pointer().addGlobalMonitor([](Point) {}), nullptr);
@@ -45,8 +47,12 @@ auto allRefusedWith(const std::string& reason) {
     return AllOf(SizeIs(7), Each(refusedWith(reason)));
 }
 
-TEST(DisplayTest, EveryQuestionIsListed) {
+class DisplayTest : public testing::Test {
+protected:
     QtRunLoop runLoop;
+};
+
+TEST_F(DisplayTest, EveryQuestionIsListed) {
     const DesktopSession session;
     LinuxDesktop desktop(runLoop);
     std::vector<std::string> questions;
@@ -63,8 +69,7 @@ TEST(DisplayTest, EveryQuestionIsListed) {
     EXPECT_THAT(displayChannels(desktop), Each(Field(&Channel::isAvailable, true)));
 }
 
-TEST(DisplayTest, ASessionBusThatHangsCostsAMomentAndNotTheRecording) {
-    QtRunLoop runLoop;
+TEST_F(DisplayTest, ASessionBusThatHangsCostsAMomentAndNotTheRecording) {
     DesktopSession session;
     const PrivateBus bus(session.runtimeDirectory() / "hanging");
     session.environment().set("DBUS_SESSION_BUS_ADDRESS", bus.address());
@@ -76,8 +81,7 @@ TEST(DisplayTest, ASessionBusThatHangsCostsAMomentAndNotTheRecording) {
     bus.send(SIGCONT);  // so that it can be ended
 }
 
-TEST(DisplayTest, WithoutADisplayThatAnswersEverythingIsRefused) {
-    QtRunLoop runLoop;
+TEST_F(DisplayTest, WithoutADisplayThatAnswersEverythingIsRefused) {
     for (const auto& [display, reason] :
          {std::pair("", "no display: DISPLAY is not set, and no Wayland compositor answers"),
           std::pair(":64999", "DISPLAY=:64999")}) {
@@ -90,8 +94,7 @@ TEST(DisplayTest, WithoutADisplayThatAnswersEverythingIsRefused) {
     }
 }
 
-TEST(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
-    QtRunLoop runLoop;
+TEST_F(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
     struct Row {
         const char* name;
         const char* variable;  ///< WAYLAND_DISPLAY; null: unset
@@ -133,16 +136,14 @@ TEST(DisplayTest, InAWaylandSessionItsXServerIsNotAsked) {
     }
 }
 
-TEST(DisplayTest, LogindTellsTheTypeOfASessionThatTheEnvironmentDoesNotTell) {
-    QtRunLoop runLoop;
+TEST_F(DisplayTest, LogindTellsTheTypeOfASessionThatTheEnvironmentDoesNotTell) {
     const DesktopSession session({.display = false});
     EXPECT_EQ(LogindSession::type(), "");
     const LogindMock logind;
     EXPECT_EQ(LogindSession::type(), "test");
 }
 
-TEST(DisplayTest, AServerThatDiesLeavesRefusalsAndAQuietProcess) {
-    QtRunLoop runLoop;
+TEST_F(DisplayTest, AServerThatDiesLeavesRefusalsAndAQuietProcess) {
     DesktopSession session;
     LinuxDesktop desktop(runLoop);
     int heard = 0;
@@ -164,8 +165,7 @@ TEST(DisplayTest, AServerThatDiesLeavesRefusalsAndAQuietProcess) {
     EXPECT_EQ(heard, 0);
 }
 
-TEST(DisplayTest, AFaultyTableOfTheUserIsNamedAndIgnored) {
-    QtRunLoop runLoop;
+TEST_F(DisplayTest, AFaultyTableOfTheUserIsNamedAndIgnored) {
     const DesktopSession session({.display = false, .buses = false});
     std::filesystem::create_directories(session.configHome() / "quorvane");
     const auto file = session.configHome() / "quorvane/identities.json";

@@ -40,10 +40,8 @@ TEST(ProcTest, AStatusIsReadWhateverTheProgramsNameHolds) {
               (Proc::Status{.state = 'S', .session = 40, .terminal = 34817, .foreground = 77}));
     EXPECT_EQ(Proc::parseStatus("42 (x) S 1 42 42 0 -1 4194304"),
               (Proc::Status{.state = 'S', .session = 42, .terminal = 0, .foreground = -1}));
-    for (const char* line : {"", "42 (x", "42 (x)", "42 (x) S 1 42", "42 (x) S 1 42 a 0 -1"}) {
-        SCOPED_TRACE(line);
-        EXPECT_EQ(Proc::parseStatus(line), std::nullopt);
-    }
+    for (const char* line : {"", "42 (x", "42 (x)", "42 (x) S 1 42", "42 (x) S 1 42 a 0 -1"})
+        EXPECT_EQ(Proc::parseStatus(line), std::nullopt) << line;
     EXPECT_EQ(Proc::pseudoTerminal(0x8803), 3U);
     EXPECT_EQ(Proc::pseudoTerminal(0x108803), 259U);
     EXPECT_EQ(Proc::pseudoTerminal(0x0401), std::nullopt);

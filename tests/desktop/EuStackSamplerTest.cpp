@@ -78,23 +78,19 @@ TEST_F(EuStackSamplerTest, EachToolMayTraceThisProcessWhileItRunsAndNobodyMayAft
 }
 
 TEST_F(EuStackSamplerTest, StacksWithFramesMissingAreStacksAndTheFirstFailureIsTheLast) {
-    const struct {
-        const char* script;
-        int status;
-        const char* text;
-    } rows[] = {
+    const std::tuple<const char*, int, const char*> rows[] = {
         {"echo x; exit 1", 0, "x\nx\n"},
         {"echo x; exit 2", 2, "x\n"},
         {"echo x; kill -9 $$", 137, "x\n"},
         {"[ -e \"$0.second\" ] && exit 2; touch \"$0.second\"; echo x", 0, "x\n"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.script);
+    for (const auto& [script, status, text] : rows) {
+        SCOPED_TRACE(script);
         fs::remove(output);
-        const auto sampling = started(sampler(row.script), 1);
+        const auto sampling = started(sampler(script), 1);
         ASSERT_TRUE(sampling->hasEndedWithin(5s));
-        EXPECT_EQ(sampling->exitStatus(), row.status);
-        EXPECT_EQ(contentOf(output), row.text);
+        EXPECT_EQ(sampling->exitStatus(), status);
+        EXPECT_EQ(contentOf(output), text);
     }
 }
 

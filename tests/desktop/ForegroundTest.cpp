@@ -6,9 +6,6 @@
 #include "platform/linux/session/LinuxDesktop.h"
 #include "support/Matching.h"
 
-#include <unistd.h>
-#include <vector>
-
 namespace quorvane::platform {
 namespace {
 
@@ -90,22 +87,17 @@ TEST_F(ForegroundTest, AWindowThatIntroducesItselfLateIsReportedWithItsName) {
 }
 
 TEST_F(ForegroundTest, TitlesArriveAsUtf8) {
-    struct Row {
-        const char* name;
-        TestWindow::Properties properties;
-        std::string expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, TestWindow::Properties, std::string> rows[] = {
         {"modern",
          {.instance = "a", .wmClass = "A", .title = "Bericht – März.odt", .oldTitle = "x"},
          "Bericht – März.odt"},
         {"old", {.instance = "b", .wmClass = "B", .oldTitle = "M\xe4rz"}, "März"},
         {"broken", {.instance = "c", .wmClass = "C", .title = "M\xe4rz"}, "M\xef\xbf\xbdrz"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const TestWindow window(row.properties);
-        EXPECT_TRUE(waitUntil([&] { return desktop.foreground().frontmostWindowTitle() == row.expected; }));
+    for (const auto& [name, properties, expected] : rows) {
+        SCOPED_TRACE(name);
+        const TestWindow window(properties);
+        EXPECT_TRUE(waitUntil([&, &title = expected] { return desktop.foreground().frontmostWindowTitle() == title; }));
     }
 }
 

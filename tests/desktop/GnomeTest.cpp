@@ -1,6 +1,7 @@
 #include "desktop/support/BoundSocket.h"
 #include "desktop/support/BusService.h"
 #include "desktop/support/GnomeSession.h"
+#include "desktop/support/TerminalWindow.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/bus/SessionEvents.h"
 #include "platform/linux/gnome/ExtensionSettings.h"
@@ -43,9 +44,9 @@ TEST_F(GnomeTest, TheExtensionTellsOfTheWindowWithTheFocusUntilItIsRemoved) {
     EXPECT_EQ(GnomeExtension::status().state, State::on);
     EXPECT_TRUE(waitUntil([&] { return windows->channel().isAvailable; }));
     EXPECT_EQ(windows->active(), std::nullopt);
-    const TerminalWindow first(*session, "first", "one");
+    const TerminalWindow first("first", "one");
     ASSERT_TRUE(isActive(first, "first", "one"));
-    auto second = std::make_unique<TerminalWindow>(*session, "second", "two");
+    auto second = std::make_unique<TerminalWindow>("second", "two");
     ASSERT_TRUE(isActive(*second, "second", "two"));
     session->focus("first");
     ASSERT_TRUE(isActive(first, "first", "one"));
@@ -114,7 +115,7 @@ TEST_F(GnomeTest, InAPauseNobodyIsAskedUntilInputEndsIt) {
 TEST_F(GnomeTest, AShellThatHangsOrEndsHoldsNobodyUpAndIsFoundAgain) {
     MutterIdleSource idle(runLoop);
     MutterReturnSource returns(idle);
-    auto window = std::make_unique<TerminalWindow>(*session, "first", "one");
+    auto window = std::make_unique<TerminalWindow>("first", "one");
     ASSERT_TRUE(isActive(*window, "first", "one"));
     ASSERT_TRUE(waitUntil([&] { return idle.secondsSinceLastInput() > 1.2s; }));
     bool hasReturned = false;
@@ -135,7 +136,7 @@ TEST_F(GnomeTest, AShellThatHangsOrEndsHoldsNobodyUpAndIsFoundAgain) {
     EXPECT_EQ(windows->channel().obstacle, Obstacle::wayland);
     window.reset();
     if (!session->start()) GTEST_SKIP() << "gnome-shell hangs in its own start";
-    const TerminalWindow next(*session, "next", "two");
+    const TerminalWindow next("next", "two");
     EXPECT_TRUE(isActive(next, "next", "two"));
     session->type();
     EXPECT_TRUE(waitUntil([&] { return hasReturned; }, 20s)) << "the wait goes on in the new shell";

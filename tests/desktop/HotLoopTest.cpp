@@ -14,7 +14,6 @@ namespace quorvane {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ContainsRegex;
 
 /// As somebody who may do nothing special, whoever runs the test; the program lies in the folder that is the home.
 std::vector<std::string> asOrdinaryUser(const fs::path& folder, const std::string& host) {

@@ -8,8 +8,6 @@
 namespace quorvane::platform {
 namespace {
 
-using testing::Le;
-
 class HttpClientTest : public testing::Test {
 protected:
     static void SetUpTestSuite() { server = std::make_unique<WebServer>(); }
@@ -49,22 +47,16 @@ TEST_F(HttpClientTest, BringsStatusHeadersAndBytesAsTheyAre) {
     EXPECT_EQ(response.body, std::string("hello\0\xff", 7));
     EXPECT_THAT(response.headers, Contains(HttpHeader{"X-Kind", "greeting"}));
 
-    const struct {
-        const char* path;
-        int status;
-        std::string body;
-    } rows[] = {
-        {"missing", 404, "no such page"},
-        {"password", 401, "who?"},
-        {"broken", 503, "later"},
-        {"moved", 302, "moved"},
-        {"packed", 200, "\x1f\x8b not packed at all"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.path);
-        const auto answer = answerTo({.url = url(row.path)});
-        EXPECT_EQ(answer.status, row.status);
-        EXPECT_EQ(answer.body, row.body);
+    const std::tuple<const char*, int, std::string> rows[] = {{"missing", 404, "no such page"},
+                                                              {"password", 401, "who?"},
+                                                              {"broken", 503, "later"},
+                                                              {"moved", 302, "moved"},
+                                                              {"packed", 200, "\x1f\x8b not packed at all"}};
+    for (const auto& [path, status, body] : rows) {
+        SCOPED_TRACE(path);
+        const auto answer = answerTo({.url = url(path)});
+        EXPECT_EQ(answer.status, status);
+        EXPECT_EQ(answer.body, body);
     }
 }
 
@@ -155,7 +147,7 @@ TEST_F(HttpClientTest, WhatIsDroppedStaysSilentAlsoInItsOwnCompletionAndAfterIts
 TEST_F(HttpClientTest, BetweenRequestsNothingWakesTheProcess) {
     (void)answerTo({.url = url("ok")});
     (void)wakeUpsDuring(0.1s);
-    EXPECT_THAT(wakeUpsDuring(0.4s), Le(2)) << "the end of the measurement is one";
+    EXPECT_LE(wakeUpsDuring(0.4s), 2) << "the end of the measurement is one";
 }
 
 }  // namespace

@@ -18,8 +18,7 @@ TEST(IdentityTableTest, WellKnownApplicationsHaveTheirCounterpartsIdentifiers) {
         {"libreoffice-calc", "org.libreoffice.script.calc"},
         {"google-chrome-beta", "com.google.Chrome.beta"},
         {"codium_codium", "com.vscodium"},
-        {"jetbrains-rustrover", "com.jetbrains.rustrover"},
-    };
+        {"jetbrains-rustrover", "com.jetbrains.rustrover"}};
     for (const auto& [name, expected] : rows)
         EXPECT_EQ(table.bundleIdentifier(name), expected) << name;
     EXPECT_EQ(table.documentModel("com.google.Chrome.beta"), "com.google.Chrome");
@@ -68,8 +67,7 @@ TEST(IdentityTableTest, AFaultyTableIsExplainedAndChangesNothing) {
         {R"(["chromium"])", "not an object"},
         {R"({"com.example.A": ["chromium"], "com.example.B": "x"})", "com.example.B"},
         {R"({"com.example.A": ["chromium", 7]})", "com.example.A"},
-        {"", ""},
-    };
+        {"", ""}};
     for (const auto& [json, problem] : rows) {
         auto table = IdentityTable::builtIn();
         EXPECT_THAT(table.extend(json), Optional(HasSubstr(problem))) << json;

@@ -2,6 +2,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
+#include <map>
 
 namespace quorvane::platform {
 namespace {
@@ -11,29 +12,13 @@ using std::filesystem::perms;
 TEST(IniUserDefaultsTest, ValuesAreKeptExactlyAcrossRestarts) {
     using namespace std::string_literals;
     const TemporaryFolder folder;
-    const std::pair<std::string, std::string> rows[] = {
-        {"plain", "value"},
-        {"empty", ""},
-        {"lines", "one\ntwo\r\n\tthree\\n"},
-        {"spaces", "  both ends  "},
-        {"number", "007"},
-        {"marks", R"(a,b;c="d" 'e' #f %41 @Invalid() @ByteArray(x))"},
-        {"at sign", "@home"},
-        {"json", R"({"标签":["工作","😀"],"n":1.5})"},
-        {"nul", "a\0b"s},
-        {"分类偏好", "键也可以"},
-        {"with/slash", "1"},
-        {"with//slash", "2"},
-        {"/with/slash", "3"},
-        {"with\\slash", "4"},
-        {"with%2Fslash", "5"},
-        {"Case", "upper"},
-        {"case", "lower"},
-        {"General/x", "6"},
-        {"key = with [signs]", "7"},
-        {"", "no key"},
-        {"%", "percent"},
-    };
+    std::map<std::string, std::string> rows;
+    for (const auto& value : {"value"s, ""s, "one\ntwo\r\n\tthree\\n"s, "  both ends  "s, "007"s, "@home"s, "a\0b"s,
+                              R"(a,b;c="d" 'e' #f %41 @Invalid() @ByteArray(x))"s, R"({"标签":["工作","😀"],"n":1.5})"s})
+        rows.emplace("key " + std::to_string(rows.size()), value);
+    for (const auto& key : {"分类偏好"s, "with/slash"s, "with//slash"s, "/with/slash"s, "with\\slash"s, "with%2Fslash"s,
+                            "Case"s, "case"s, "General/x"s, "key = with [signs]"s, ""s, "%"s})
+        rows.emplace(key, std::to_string(rows.size()));
     IniUserDefaults before(folder / "q.conf");
     for (const auto& [key, value] : rows)
         EXPECT_TRUE(before.setValue(key, value)) << key;

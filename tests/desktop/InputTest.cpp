@@ -6,8 +6,6 @@
 #include "platform/linux/x11/X11IdleSource.h"
 #include "support/Matching.h"
 
-#include <vector>
-
 namespace quorvane::platform {
 namespace {
 
@@ -30,8 +28,7 @@ TEST_F(InputTest, IdleTimeGrowsUntilAnyInput) {
     ScreenSaverIdleSource screenSaver(x11);
     X11IdleSource both(x11);
     const std::vector<std::string> inputs[] = {{"key", "a"}, {"click", "1"}, {"mousemove_relative", "5", "5"}};
-    for (IdleSource* source :
-         {static_cast<IdleSource*>(&sync), static_cast<IdleSource*>(&screenSaver), static_cast<IdleSource*>(&both)}) {
+    for (IdleSource* source : std::initializer_list<IdleSource*>{&sync, &screenSaver, &both}) {
         SCOPED_TRACE(source->channel().name);
         EXPECT_TRUE(source->channel().isAvailable);
         for (const auto& input : inputs) {

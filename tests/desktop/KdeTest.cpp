@@ -83,6 +83,13 @@ protected:
         EXPECT_TRUE(windows.channel().isAvailable) << windows.channel().reason;
         titles.clear();
     }
+    void expectToFollowAfterARestart(KWinSession& session, ToplevelWindows& windows) {
+        session.kill();
+        ASSERT_TRUE(waitUntil([&] { return !windows.channel().isAvailable; }));
+        session.start();
+        ASSERT_TRUE(waitUntil([&] { return windows.channel().isAvailable; }, 10s));
+        expectToFollow(session, windows);
+    }
 
     QtRunLoop runLoop;
     std::vector<std::string> titles;
@@ -98,11 +105,7 @@ TEST_F(KdeTest, WhoHasAGrantFollowsTheFocusAlsoAfterARestartOfKWin) {
     const Seconds begin = uptime();
     EXPECT_FALSE(connection.settle());
     EXPECT_LT(uptime() - begin, 0.6s);
-    session.kill();
-    ASSERT_TRUE(waitUntil([&] { return !windows.channel().isAvailable; }));
-    session.start();
-    ASSERT_TRUE(waitUntil([&] { return windows.channel().isAvailable; }, 10s));
-    expectToFollow(session, windows);
+    expectToFollowAfterARestart(session, windows);
 }
 
 TEST_F(KdeTest, WhoHasNoGrantIsToldSoAndFollowsTheFocusByAScript) {
@@ -111,11 +114,7 @@ TEST_F(KdeTest, WhoHasNoGrantIsToldSoAndFollowsTheFocusByAScript) {
     EXPECT_THAT(PlasmaToplevels(connection).channel().reason, HasSubstr("desktop file"));
     KWinScriptToplevels windows(runLoop);
     expectToFollow(session, windows);
-    session.kill();
-    ASSERT_TRUE(waitUntil([&] { return !windows.channel().isAvailable; }));
-    session.start();
-    ASSERT_TRUE(waitUntil([&] { return windows.channel().isAvailable; }, 10s));
-    expectToFollow(session, windows);
+    expectToFollowAfterARestart(session, windows);
 }
 
 TEST_F(KdeTest, TheScriptIsTakenOutAgainBelievesKWinAloneAndWaitsForNobody) {
@@ -163,13 +162,7 @@ TEST(PlasmaGrantTest, OnlyADesktopFileThatRunsTheProgramByItsFullPathAndAsksCoun
     const auto path = (folder / "my program").string();
     const PlasmaGrant grant(path);
     const std::string asks = "X-KDE-Wayland-Interfaces=org_kde_kwin_keystate,org_kde_plasma_window_management\n";
-    struct Row {
-        const char* name;
-        std::string lines;
-        std::string problem;
-        bool isWritten;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::string, std::string, bool> rows[] = {
         {"none", "", "no desktop file", true},
         {"bare name", "Exec=program\n" + asks, "no desktop file", true},
         {"elsewhere", "Exec=/usr/bin/true\n" + asks, "no desktop file", true},
@@ -177,16 +170,15 @@ TEST(PlasmaGrantTest, OnlyADesktopFileThatRunsTheProgramByItsFullPathAndAsksCoun
         {"only elsewhere", "OnlyShowIn=GNOME;\nExec=\"" + path + "\"\n" + asks, "no desktop file", true},
         {"is silent", "Exec=\"" + path + "\"\n", "no desktop file", false},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        writeFile(folder / "system/applications/menu.desktop",
-                  "[Desktop Entry]\nType=Application\nName=P\n" + row.lines);
-        const bool isGranted = row.problem.empty();
+    for (const auto& [name, lines, problem, isWritten] : rows) {
+        SCOPED_TRACE(name);
+        writeFile(folder / "system/applications/menu.desktop", "[Desktop Entry]\nType=Application\nName=P\n" + lines);
+        const bool isGranted = problem.empty();
         EXPECT_EQ(grant.problem().empty(), isGranted);
-        EXPECT_THAT(grant.problem(), HasSubstr(row.problem));
+        EXPECT_THAT(grant.problem(), HasSubstr(problem));
         const auto hindrance = grant.install();
-        EXPECT_EQ(std::filesystem::exists(grant.file()), row.isWritten);
-        EXPECT_EQ(grant.problem().empty(), row.isWritten || isGranted);
+        EXPECT_EQ(std::filesystem::exists(grant.file()), isWritten);
+        EXPECT_EQ(grant.problem().empty(), isWritten || isGranted);
         EXPECT_EQ(hindrance.has_value(), !grant.problem().empty());
         EXPECT_EQ(grant.remove(), std::nullopt);
         EXPECT_EQ(grant.problem().empty(), isGranted);

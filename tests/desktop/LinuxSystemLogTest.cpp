@@ -43,14 +43,12 @@ TEST(LinuxSystemLogTest, TheJournalGetsTheLineWithItsOriginAndSeverityAndAHugeOn
     Journal journal(folder / "socket");
     LinuxSystemLog log(folder / "socket");
     EXPECT_EQ(log.channel().name, "journald");
-    const struct {
-        SystemLogType type;
-        const char* priority;
-    } rows[] = {{SystemLogType::debug, "7"}, {SystemLogType::standard, "6"}, {SystemLogType::error, "3"}};
-    for (const auto& row : rows) {
-        log.write(row.type, "first line\nMESSAGE=not a field\n日志");
+    const std::pair<SystemLogType, const char*> rows[] = {
+        {SystemLogType::debug, "7"}, {SystemLogType::standard, "6"}, {SystemLogType::error, "3"}};
+    for (const auto& [type, priority] : rows) {
+        log.write(type, "first line\nMESSAGE=not a field\n日志");
         const auto fields = journal.next();
-        EXPECT_THAT(fields, Contains(Pair("PRIORITY", row.priority)));
+        EXPECT_THAT(fields, Contains(Pair("PRIORITY", priority)));
         EXPECT_THAT(fields, Contains(Pair("MESSAGE", "first line\nMESSAGE=not a field\n日志")));
         EXPECT_THAT(fields, Contains(Pair("SUBSYSTEM", "zelkor.quorvane.main")));
         EXPECT_THAT(fields, Contains(Pair("CATEGORY", "AppLogger")));

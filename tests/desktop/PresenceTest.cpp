@@ -24,22 +24,15 @@ TEST(PresenceTest, WhoHoldsIdlenessOffOrPlaysInFrontSpeaksForSomebodyAndWhoHangs
 
     LogindMock logind;
     const auto mine = fmt::format("{}, 7", getuid());
-    const struct {
-        std::string inhibitors;
-        const char* found;
-    } rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         {"('sleep:idle', 'Player', 'Film', 'block', " + mine + ")", "logind: Player holds idleness off"},
         {"('idle', 'Player', 'Film', 'delay', " + mine + ")", ""},
         {"('sleep', 'Player', 'Film', 'block', " + mine + ")", ""},
         {fmt::format("('idle', 'Backup', 'Nightly', 'block', {}, 7)", getuid() + 1), ""},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.inhibitors);
-        logind.listInhibitors(row.inhibitors);
-        if (*row.found == '\0')
-            EXPECT_EQ(presence(), "");
-        else
-            EXPECT_TRUE(found(row.found));
+    for (const auto& [inhibitors, expected] : rows) {
+        logind.listInhibitors(inhibitors);
+        EXPECT_TRUE(*expected == '\0' ? presence().empty() : found(expected)) << inhibitors;
     }
     {
         BusMock manager("org.gnome.SessionManager");
@@ -48,19 +41,16 @@ TEST(PresenceTest, WhoHoldsIdlenessOffOrPlaysInFrontSpeaksForSomebodyAndWhoHangs
         manager.setAnswer("IsInhibited", "u", "b", "ret = False");
         EXPECT_EQ(presence(), "");
     }
-    const auto player = [](const char* status) {
-        return fmt::format("{{'org.mpris.MediaPlayer2': {{'DesktopEntry': 'film'}},"
-                           " 'org.mpris.MediaPlayer2.Player': {{'PlaybackStatus': '{}'}}}}",
-                           status);
-    };
+    constexpr const char* player = "{{'org.mpris.MediaPlayer2': {{'DesktopEntry': 'film'}},"
+                                   " 'org.mpris.MediaPlayer2.Player': {{'PlaybackStatus': '{}'}}}}";
     const char* const path = "/org/mpris/MediaPlayer2";
     const char* const name = "org.mpris.MediaPlayer2.film";
     {
-        const BusService paused(name, path, player("Paused"), "Film");
+        const BusService paused(name, path, fmt::format(player, "Paused"), "Film");
         ASSERT_TRUE(waitUntil([&] { return desktop.foreground().frontmostWindowTitle() == "Film"; }));
         EXPECT_EQ(presence(), "");
     }
-    BusService playing(name, path, player("Playing"), "Film");
+    BusService playing(name, path, fmt::format(player, "Playing"), "Film");
     EXPECT_TRUE(found(" plays"));
     TestWindow other({.instance = "other", .wmClass = "Other", .title = "Other"});
     ASSERT_TRUE(waitUntil([&] { return other.hasFocus(); }));

@@ -5,7 +5,6 @@
 
 #include <atomic>
 #include <thread>
-#include <vector>
 
 namespace quorvane::platform {
 namespace {

@@ -1,10 +1,7 @@
 #include "desktop/support/ApplicationScreen.h"
 #include "desktop/support/Waiting.h"
-#include "store/ActivityRecord.h"
 #include "support/Builders.h"
 #include "support/Matching.h"
-
-using testing::ElementsAreArray;
 
 namespace quorvane {
 namespace {
@@ -62,22 +59,18 @@ TEST_F(ScreensTest, TabGoesThroughTheSheetsOfABillAndEscapeLeavesThem) {
     start();
     press("ctrl+2");
     ASSERT_TRUE(focusComesTo("This month"));
-    const struct {
-        const char* keys;
-        const char* first;
-        Names round;
-    } sheets[] = {
+    const std::tuple<const char*, const char*, Names> sheets[] = {
         {"ctrl+r",
          "Browser, ",
          {"Harbour", "To review", "Billable", "Exclude", "Mark All Billable", "Exclude All", "Done", "Close"}},
         {"ctrl+p", "Report", {"Report", "Copy", "Close", "Close", "Report"}},
         {"ctrl+e", "Review Records", {"Export Anyway", "Cancel", "Review Records"}},
     };
-    for (const auto& sheet : sheets) {
-        SCOPED_TRACE(sheet.keys);
-        press(sheet.keys);
-        ASSERT_TRUE(waitUntil([&] { return focus().starts_with(sheet.first); })) << focus();
-        auto round = sheet.round;
+    for (const auto& [keys, first, names] : sheets) {
+        SCOPED_TRACE(keys);
+        press(keys);
+        ASSERT_TRUE(waitUntil([&, wanted = first] { return focus().starts_with(wanted); })) << focus();
+        auto round = names;
         if (round.back() == "Close") round.push_back(focus());
         expectRound(focus(), round);
         press("Escape");
@@ -92,10 +85,7 @@ TEST_F(ScreensTest, TabGoesThroughTheSheetsOfABillAndEscapeLeavesThem) {
 TEST_F(ScreensTest, TabGoesThroughTheSettingsAndArrowsChooseTheirTabs) {
     start();
     press("ctrl+comma");
-    const struct {
-        const char* tab;
-        Names controls;
-    } tabs[] = {
+    const std::pair<const char*, Names> tabs[] = {
         {"General", {"Hide from the taskbar", "Start when I log in", "English"}},
         {"Tracking",
          {"Notice when I am away", "5 minutes", "A call or a film counts as presence",

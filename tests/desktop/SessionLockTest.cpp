@@ -3,8 +3,6 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "support/Matching.h"
 
-#include <vector>
-
 namespace quorvane::platform {
 namespace {
 

@@ -5,8 +5,6 @@
 #include "platform/linux/session/LinuxDesktop.h"
 #include "support/Matching.h"
 
-#include <vector>
-
 namespace quorvane::platform {
 namespace {
 
@@ -45,10 +43,14 @@ std::string reasonFor(Desktop& desktop, const std::string& question) {
     return "no such question";
 }
 
-TEST(SystemEventsTest, TheMachineSleepsOnlyWhenTheHandlersHaveRun) {
-    QtRunLoop runLoop;
-    const DesktopSession session({.display = false});
+class SystemEventsTest : public testing::Test {
+protected:
+    ImpatientRunLoop runLoop;
+    const DesktopSession session{{.display = false}};
     LogindMock logind;
+};
+
+TEST_F(SystemEventsTest, TheMachineSleepsOnlyWhenTheHandlersHaveRun) {
     LinuxDesktop desktop(runLoop);
     ASSERT_TRUE(waitUntil([&] { return logind.inhibitors() == 1; }));
     ASSERT_TRUE(staysTrue([&] { return logind.inhibitors() == 1; }, 0.1s)) << "it has arrived here too";
@@ -70,10 +72,7 @@ TEST(SystemEventsTest, TheMachineSleepsOnlyWhenTheHandlersHaveRun) {
     EXPECT_THAT(list.events, ElementsAre(SystemEvent::willSleep, SystemEvent::didWake)) << "repeats are dropped";
 }
 
-TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThemAndALockAtTheStartCounts) {
-    QtRunLoop runLoop;
-    const DesktopSession session({.display = false});
-    LogindMock logind;
+TEST_F(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThemAndALockAtTheStartCounts) {
     logind.setLockedHint(true);
     LinuxDesktop desktop(runLoop);
     EXPECT_THAT(reasonFor(desktop, "lock and unlock"), IsEmpty());
@@ -103,10 +102,7 @@ TEST(SystemEventsTest, LockAndUnlockArriveOnceFromWhoeverReportsThemAndALockAtTh
     }
 }
 
-TEST(SystemEventsTest, WhileAnotherSessionIsInFrontNothingIs) {
-    ImpatientRunLoop runLoop;
-    const DesktopSession session({.display = false});
-    LogindMock logind;
+TEST_F(SystemEventsTest, WhileAnotherSessionIsInFrontNothingIs) {
     logind.setActive(false);
     LinuxDesktop desktop(runLoop);
     EventList list(desktop);
@@ -131,22 +127,14 @@ TEST(SystemEventsTest, WhileAnotherSessionIsInFrontNothingIs) {
                                          SystemEvent::sessionDidReturn));
 }
 
-TEST(SystemEventsTest, ALockEndsWithItsLockerOrWhenNobodyAnswersForItAndSomebodyTypes) {
-    ImpatientRunLoop runLoop;
-    const DesktopSession session({.display = false});
-    LogindMock logind;
+TEST_F(SystemEventsTest, ALockEndsWithItsLockerOrWhenNobodyAnswersForItAndSomebodyTypes) {
     const auto say = [](BusMock& locker) { locker.emitSignal("ActiveChanged", "b", {true}); };
     const auto activate = [&](BusMock& locker) {
         locker.setAnswer("GetActive", "", "b", "ret = True");
         say(locker);
     };
-    const struct {
-        const char* name;
-        std::function<void(BusMock&)> lock;
-        std::function<void(BusMock&)> then;
-        Seconds inputAfter;
-        bool isOver;
-    } rows[] = {
+    using Step = std::function<void(BusMock&)>;
+    const std::tuple<const char*, Step, Step, Seconds, bool> rows[] = {
         {"dies", activate, [](auto& locker) { locker.kill(); }, 0s, true},
         {"is there", activate, [](auto&) {}, 60s, false},
         {"hangs", activate, [](auto& locker) { locker.hang(); }, 10s, true},
@@ -154,25 +142,22 @@ TEST(SystemEventsTest, ALockEndsWithItsLockerOrWhenNobodyAnswersForItAndSomebody
         {"has forgotten just now", say, [](auto&) {}, 9s, false},
         {"told logind and nobody else", [&](auto&) { logind.setLockedHint(true); }, [](auto&) {}, 10s, true},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, lock, then, inputAfter, isOver] : rows) {
+        SCOPED_TRACE(name);
         BusMock locker("org.gnome.ScreenSaver");
         locker.setAnswer("GetActive", "", "b", "ret = False");
         LinuxDesktop desktop(runLoop);
         EventList list(desktop);
-        row.lock(locker);
+        lock(locker);
         ASSERT_TRUE(list.waitFor(1));
-        row.then(locker);
-        runLoop.ahead += row.inputAfter;
+        then(locker);
+        runLoop.ahead += inputAfter;
         desktop.systemEvents().noteInput();
-        if (row.isOver)
-            EXPECT_TRUE(list.waitFor(2));
-        else
-            EXPECT_TRUE(staysTrue([&] { return list.events.size() == 1; }));
+        EXPECT_TRUE(isOver ? list.waitFor(2) : staysTrue([&] { return list.events.size() == 1; }));
     }
 }
 
-TEST(SystemEventsTest, DarkScreensAreReportedByTheServer) {
+TEST(ScreensAsleepTest, DarkScreensAreReportedByTheServer) {
     QtRunLoop runLoop;
     const DesktopSession session({.windowManager = false, .buses = false});
     LinuxDesktop desktop(runLoop);
@@ -185,7 +170,7 @@ TEST(SystemEventsTest, DarkScreensAreReportedByTheServer) {
     EXPECT_THAT(list.events, ElementsAre(SystemEvent::screensDidSleep, SystemEvent::screensDidWake));
 }
 
-TEST(SystemEventsTest, WhatIsMissingIsNamed) {
+TEST(MissingSystemEventsTest, WhatIsMissingIsNamed) {
     QtRunLoop runLoop;
     {
         const DesktopSession session({.display = false, .buses = false});
@@ -201,10 +186,7 @@ TEST(SystemEventsTest, WhatIsMissingIsNamed) {
     EXPECT_THAT(reasonFor(desktop, "screens asleep"), HasSubstr("MIT-SCREEN-SAVER"));
 }
 
-TEST(SystemEventsTest, AHangingLogindHoldsTheStartUpForLessThanASecond) {
-    QtRunLoop runLoop;
-    const DesktopSession session({.display = false});
-    LogindMock logind;
+TEST_F(SystemEventsTest, AHangingLogindHoldsTheStartUpForLessThanASecond) {
     logind.hang();
     const auto before = uptime();
     const LinuxDesktop desktop(runLoop);

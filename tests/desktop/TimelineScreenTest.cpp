@@ -1,6 +1,6 @@
 #include "base/DateText.h"
 #include "desktop/support/ApplicationScreen.h"
-#include "desktop/support/SettingsPortal.h"
+#include "desktop/support/BusMock.h"
 #include "desktop/support/TrayHost.h"
 #include "desktop/support/Waiting.h"
 #include "store/ProjectTimeAnnotation.h"
@@ -161,10 +161,20 @@ TEST_F(TimelineScreenTest, TheDayIsDarkInChineseOrAtTwiceTheSizeWhereTheDesktopI
         const auto place = part("frame", "Quorvane").place;
         return waitUntil([&] { return pixel(QPoint(place.center().x(), place.top() + 2)) == color; });
     };
-    SettingsPortal portal(false);
+    const std::string path = "/org/freedesktop/portal/desktop";
+    const std::string interface = "org.freedesktop.portal.Settings";
+    BusMock portal("org.freedesktop.portal.Desktop", path);
+    const auto setColorScheme = [&](unsigned scheme) {
+        portal.setAnswer(path, interface, "ReadAll", "as", "a{sa{sv}}",
+                         "ret = {'org.freedesktop.appearance': {'color-scheme': dbus.UInt32(" + std::to_string(scheme) +
+                             ")}}");
+        portal.emitSignal(path, interface, "SettingChanged", "ssv",
+                          {"org.freedesktop.appearance", "color-scheme", scheme});
+    };
+    setColorScheme(2);
     start();
     EXPECT_TRUE(ground(0xF5F6F8));
-    portal.setDark(true);
+    setColorScheme(1);
     EXPECT_TRUE(ground(0x111419));
 
     application_.reset();

@@ -1,5 +1,6 @@
 #include "desktop/support/BoundSocket.h"
 #include "desktop/support/SwaySession.h"
+#include "desktop/support/TerminalWindow.h"
 #include "desktop/support/Waiting.h"
 #include "platform/linux/loop/QtRunLoop.h"
 #include "platform/linux/session/LinuxDesktop.h"
@@ -31,9 +32,9 @@ TEST_F(WaylandTest, TheWindowWithTheFocusIsKnownWithItsTitleAndNoOther) {
     EXPECT_EQ(windows.active(), std::nullopt);
     int changes = 0;
     const auto subscription = windows.observe([&] { ++changes; });
-    const FootWindow first(session, "first", "one");
+    const TerminalWindow first("first", "one");
     ASSERT_TRUE(isActive("first", "one"));
-    auto second = std::make_unique<FootWindow>(session, "second", "two");
+    auto second = std::make_unique<TerminalWindow>("second", "two");
     ASSERT_TRUE(isActive("second", "two"));
     session.focus("first");
     ASSERT_TRUE(isActive("first", "one"));
@@ -52,7 +53,7 @@ TEST_F(WaylandTest, ThatNoWindowHasTheFocusAnyMoreIsTold) {
     LinuxDesktop desktop(runLoop);
     int vacancies = 0;
     const auto vacated = desktop.foreground().observeVacancy([&] { ++vacancies; });
-    auto window = std::make_unique<FootWindow>(session, "first", "one");
+    auto window = std::make_unique<TerminalWindow>("first", "one");
     ASSERT_TRUE(waitUntil([&] { return desktop.foreground().frontmostApplication().has_value(); }));
     window.reset();
     EXPECT_TRUE(waitUntil([&] { return vacancies == 1; }));
@@ -62,7 +63,7 @@ TEST_F(WaylandTest, APauseIsCountedFromItsLastInputAndItsEndIsTold) {
     WaylandIdleSource idle(runLoop, connection);
     int returns = 0;
     const auto subscription = idle.observeReturn([&] { ++returns; });
-    const FootWindow window(session, "first", "one");
+    const TerminalWindow window("first", "one");
     ASSERT_EQ(run({"wtype", "-s", "10", "a"}), 0);
     ASSERT_TRUE(waitUntil([&] { return idle.secondsSinceLastInput() > 1.2s; }));
     EXPECT_LT(idle.secondsSinceLastInput(), 3s);
@@ -73,7 +74,7 @@ TEST_F(WaylandTest, APauseIsCountedFromItsLastInputAndItsEndIsTold) {
 }
 
 TEST_F(WaylandTest, ACompositorThatEndsOrHangsHoldsNobodyUpAndIsFoundAgain) {
-    auto window = std::make_unique<FootWindow>(session, "first", "one");
+    auto window = std::make_unique<TerminalWindow>("first", "one");
     ASSERT_TRUE(isActive("first", "one"));
     session.send(SIGSTOP);
     const Seconds begin = uptime();
@@ -85,7 +86,7 @@ TEST_F(WaylandTest, ACompositorThatEndsOrHangsHoldsNobodyUpAndIsFoundAgain) {
     EXPECT_FALSE(windows.channel().isAvailable);
     window.reset();
     session.start();
-    const FootWindow next(session, "next", "two");
+    const TerminalWindow next("next", "two");
     ASSERT_TRUE(waitUntil([&] { return windows.channel().isAvailable; }, 10s));
     EXPECT_TRUE(isActive("next", "two"));
 }
@@ -103,10 +104,10 @@ void cutConnectionTo(const std::string& path) {
 TEST_F(WaylandTest, SwayTellsWhoseEachWindowIsAndASwitchOnce) {
     const auto ipc = (session.folder() / "ipc").string();
     SwayToplevels sway(runLoop, connection, ipc);
-    const FootWindow first(session, "foot", "one");
+    const TerminalWindow first("foot", "one");
     const ToplevelWindow one{"foot", "one", first.pid()};
     ASSERT_TRUE(waitUntil([&] { return sway.active() == one; }));
-    const FootWindow second(session, "foot", "two");
+    const TerminalWindow second("foot", "two");
     const ToplevelWindow two{"foot", "two", second.pid()};
     ASSERT_TRUE(waitUntil([&] { return sway.active() == two; }));
     EXPECT_THAT(sway.channel().name, testing::EndsWith("with sway's IPC"));
@@ -124,14 +125,14 @@ TEST_F(WaylandTest, SwayTellsWhoseEachWindowIsAndASwitchOnce) {
     EXPECT_TRUE(waitUntil([&] { return sway.active() == ToplevelWindow{"foot", "two"}; }));
     session.kill();
     session.start();
-    const FootWindow next(session, "next", "three");
+    const TerminalWindow next("next", "three");
     EXPECT_TRUE(waitUntil([&] { return sway.active() == ToplevelWindow{"next", "three", next.pid()}; }, 10s));
 }
 
 TEST_F(WaylandTest, WhoeverElseListensWhereSwayShouldIsNotAsked) {
     const BoundSocket stranger(session.folder() / "stranger", SOCK_STREAM, true);
     const SwayToplevels sway(runLoop, connection, (session.folder() / "stranger").string());
-    const FootWindow window(session, "foot", "one");
+    const TerminalWindow window("foot", "one");
     EXPECT_TRUE(waitUntil([&] { return sway.active() == ToplevelWindow{"foot", "one"}; }));
     EXPECT_THAT(sway.channel().name, testing::Not(HasSubstr("IPC")));
 }
@@ -175,7 +176,7 @@ TEST(XWaylandTest, AWindowOfX11IsOneAmongTheOthers) {
     const auto isInFront = [&](const char* title) {
         return waitUntil([&] { return desktop.foreground().frontmostWindowTitle() == title; }, 10s);
     };
-    const FootWindow foot(session, "foot", "one");
+    const TerminalWindow foot("foot", "one");
     ASSERT_TRUE(isInFront("one"));
     session.exec("xterm -T two -e sleep 60");
     ASSERT_TRUE(isInFront("two"));

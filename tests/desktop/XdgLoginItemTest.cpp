@@ -33,18 +33,16 @@ TEST_F(XdgLoginItemTest, TheFileComesAndGoes) {
 TEST_F(XdgLoginItemTest, WhatTheDesktopSwitchedOffIsOffUntilItIsRegisteredAgain) {
     XdgLoginItem item("/usr/bin/quorvane");
     std::filesystem::create_directories(item.file().parent_path());
-    const struct {
-        const char* text;
-        bool isEnabled;
-    } rows[] = {{"[Desktop Entry]\nExec=quorvane\n", true},
-                {"[Desktop Entry]\nHidden=true\n", false},
-                {"[Desktop Entry]\nHidden = true \n", false},
-                {"[Desktop Entry]\nX-GNOME-Autostart-enabled=false\n", false},
-                {"[Desktop Entry]\nHidden=false\n[Desktop Action a]\nHidden=true\n", true}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        writeFile(item.file(), row.text);
-        EXPECT_EQ(item.isEnabled(), row.isEnabled);
+    const std::pair<const char*, bool> rows[] = {
+        {"[Desktop Entry]\nExec=quorvane\n", true},
+        {"[Desktop Entry]\nHidden=true\n", false},
+        {"[Desktop Entry]\nHidden = true \n", false},
+        {"[Desktop Entry]\nX-GNOME-Autostart-enabled=false\n", false},
+        {"[Desktop Entry]\nHidden=false\n[Desktop Action a]\nHidden=true\n", true}};
+    for (const auto& [text, isEnabled] : rows) {
+        SCOPED_TRACE(text);
+        writeFile(item.file(), text);
+        EXPECT_EQ(item.isEnabled(), isEnabled);
         EXPECT_EQ(item.registerItem(), std::nullopt);
         EXPECT_TRUE(item.isEnabled());
     }

@@ -1,6 +1,7 @@
 #include "diagnostics/AppLogger.h"
 
 #include "support/LoggingTest.h"
+#include "support/Mapped.h"
 
 #include <fmt/format.h>
 #include <map>
@@ -15,18 +16,11 @@ class AppLoggerTest : public LoggingTest {
 protected:
     AppLoggerTest() : LoggingTest("2026-03-02T09:00:00.5Z", {.shortVersion = "1.2.0", .build = "345"}) {}
 
-    [[nodiscard]] std::vector<std::string> messages() const {
-        std::vector<std::string> found;
-        for (const LogEntry& entry : logger.logs())
-            found.push_back(entry.message);
-        return found;
-    }
+    [[nodiscard]] auto messages() const { return mapped(logger.logs(), &LogEntry::message); }
 };
 
 TEST_F(AppLoggerTest, TheListBeginsWithTheStartUpLineThatGoesNowhereElse) {
-    {
-        AppLogger shortLived(loop, systemLog, console, {});  // what is on its way to one that is gone is dropped
-    }
+    (void)AppLogger(loop, systemLog, console, {});  // what is on its way to one that is gone is dropped
     EXPECT_THAT(logger.logs(), IsEmpty());
     loop.runPosted();
     ASSERT_THAT(logger.logs(), SizeIs(1));
@@ -46,10 +40,7 @@ TEST_F(AppLoggerTest, ALineReachesAllThreePlacesSanitised) {
                             Line{SystemLogType::standard, "[2026-03-02 09:00:00.500] [INFO] [Sync] token=[redacted]"},
                             Line{SystemLogType::error, "[2026-03-02 09:00:00.500] [WARNING] [Sync] warned"},
                             Line{SystemLogType::error, "[2026-03-02 09:00:00.500] [ERROR] [Sync] failed"}));
-    std::vector<std::string> written;
-    for (const Line& line : systemLog.lines())
-        written.push_back(line.text);
-    EXPECT_EQ(console.lines(), written);
+    EXPECT_EQ(console.lines(), mapped(systemLog.lines(), &Line::text));
 
     loop.playFor(1s);
     EXPECT_THAT(messages(),

@@ -28,8 +28,7 @@ TEST_F(DiagnosticReportTest, HoldsVersionsCountsAndEveryLineSanitised) {
         {.timestamp = now - 2s, .level = LogLevel::debug, .module = "Store", .message = "opened /Users/ann/x"},
         {.timestamp = now - 1s, .level = LogLevel::error, .module = "a@b.cc", .message = "失败"},
         {.timestamp = now, .level = LogLevel::error, .module = "Sync", .message = "two\nlines"},
-        {.timestamp = now, .level = LogLevel::warning, .module = "Sync", .message = ""},
-    };
+        {.timestamp = now, .level = LogLevel::warning, .module = "Sync", .message = ""}};
     EXPECT_EQ(diagnosticReport(logs, {.shortVersion = "1.2.0", .build = "345"}, now),
               "============================================\n"
               "Quorvane Diagnostic Report\n"

@@ -53,8 +53,7 @@ const std::vector<AttributeForm>& attributes() {
         {"deviceId", "device_id", "device", stored("device"), 1.0, none},
         {"userLocalId", "user_local_id", "user", stored("user"), 1.0, none},
         {"createdAt", "created_at", at("09:00:01"), stored(at("09:00:01")), 1.0, stored(at("12:00:00"))},
-        {"updatedAt", "updated_at", at("09:30:01"), stored(at("09:30:01")), 1.0, stored(at("12:00:00"))},
-    };
+        {"updatedAt", "updated_at", at("09:30:01"), stored(at("09:30:01")), 1.0, stored(at("12:00:00"))}};
     return all;
 }
 
@@ -67,9 +66,7 @@ std::shared_ptr<Record> fullRecord() {
     return record;
 }
 Form fullForm() {
-    Form record{.recordType = "ActivityRecord",
-                .recordName = recordId.string(),
-                .values = {{"localId", "0A0B0C0D-0000-4000-8000-00000000ABCD"}}};
+    Form record{"ActivityRecord", recordId.string(), {{"localId", "0A0B0C0D-0000-4000-8000-00000000ABCD"}}};
     for (const auto& form : attributes())
         record.values[form.key] = form.inCloud;
     return record;
@@ -186,13 +183,7 @@ TEST_F(ActivityRecordCloudFormTest, OnlyAStrictlyNewerFormIsMerged) {
 }
 
 TEST_F(ActivityRecordCloudFormTest, ANewRecordKeepsOnlyKnownWordsAndAMergeTakesTheNewerFormAsItIs) {
-    const struct {
-        const char* key;
-        Value value;
-        const char* column;
-        SqlValue whenNew;
-        SqlValue whenMerged;
-    } rows[] = {
+    const std::tuple<const char*, Value, const char*, SqlValue, SqlValue> rows[] = {
         {"startTime", at("08:00:00"), "start_time", stored(at("08:00:00")), stored(at("08:00:00"))},
         {"endTime", at("11:00:00"), "end_time", stored(at("11:00:00")), stored(at("11:00:00"))},
         {"activityType", "sleep", "activity_type", stored("sleep"), stored("sleep")},
@@ -205,14 +196,13 @@ TEST_F(ActivityRecordCloudFormTest, ANewRecordKeepsOnlyKnownWordsAndAMergeTakesT
         {"billingStatus", "excluded", "billing_status", stored("excluded"), stored("excluded")},
         {"billingStatus", "paid", "billing_status", stored("review"), stored("paid")},
         {"createdAt", at("08:00:00"), "created_at", stored(at("08:00:00")), stored(at("09:00:01"))},
-        {"localId", projectId.string(), "id", ValueTraits<Uuid>::toSql(projectId), ValueTraits<Uuid>::toSql(recordId)},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.key << " " << row.column);
-        const auto form = with(fullForm(), row.key, row.value);
-        EXPECT_EQ(columns(*made(form))[row.column], row.whenNew);
+        {"localId", projectId.string(), "id", ValueTraits<Uuid>::toSql(projectId), ValueTraits<Uuid>::toSql(recordId)}};
+    for (const auto& [key, value, column, whenNew, whenMerged] : rows) {
+        SCOPED_TRACE(testing::Message() << key << " " << column);
+        const auto form = with(fullForm(), key, value);
+        EXPECT_EQ(columns(*made(form))[column], whenNew);
         auto expected = merged(columns(*fullRecord()));
-        expected[row.column] = row.whenMerged;
+        expected[column] = whenMerged;
         EXPECT_EQ(columnsAfterMerging(form), expected);
     }
 }

@@ -22,14 +22,12 @@ TEST_F(ActivityRecordTest, AnEmptyRecordHasTheDefaultsOfItsValuesAndAnIdOfItsOwn
 }
 
 TEST_F(ActivityRecordTest, AnUnknownStatusReadsAsReviewAndStaysStored) {
-    const std::tuple<const char*, BillingStatus, bool> rows[] = {
-        {"review", BillingStatus::review, true},
-        {"billable", BillingStatus::billable, true},
-        {"nonBillable", BillingStatus::nonBillable, false},
-        {"excluded", BillingStatus::excluded, false},
-        {"Billable", BillingStatus::review, true},
-        {"", BillingStatus::review, true},
-    };
+    const std::tuple<const char*, BillingStatus, bool> rows[] = {{"review", BillingStatus::review, true},
+                                                                 {"billable", BillingStatus::billable, true},
+                                                                 {"nonBillable", BillingStatus::nonBillable, false},
+                                                                 {"excluded", BillingStatus::excluded, false},
+                                                                 {"Billable", BillingStatus::review, true},
+                                                                 {"", BillingStatus::review, true}};
     for (const auto& [stored, expected, counts] : rows) {
         SCOPED_TRACE(stored);
         ActivityRecord record;
@@ -51,15 +49,13 @@ TEST_F(ActivityRecordTest, SettingTheStatusCountsAsAChangeForTheCloudAndTaggingD
 }
 
 TEST_F(ActivityRecordTest, TagsAreSplitAtCommasAndFreedOfBlanks) {
-    const std::pair<const char*, std::vector<std::string>> rows[] = {
-        {"", {}},
-        {" ", {""}},
-        {"a, b ,c", {"a", "b", "c"}},
-        {"a,,b", {"a", "", "b"}},
-        {",", {"", ""}},
-        {"\ta b\t,\u3000c\u00A0", {"a b", "c"}},
-        {"a\n, b;c", {"a\n", "b;c"}},
-    };
+    const std::pair<const char*, std::vector<std::string>> rows[] = {{"", {}},
+                                                                     {" ", {""}},
+                                                                     {"a, b ,c", {"a", "b", "c"}},
+                                                                     {"a,,b", {"a", "", "b"}},
+                                                                     {",", {"", ""}},
+                                                                     {"\ta b\t,\u3000c\u00A0", {"a b", "c"}},
+                                                                     {"a\n, b;c", {"a\n", "b;c"}}};
     ActivityRecord record;
     for (const auto& [stored, expected] : rows) {
         record.tags = stored;

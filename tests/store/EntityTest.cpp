@@ -1,13 +1,12 @@
 #include "store/Entity.h"
 
-#include "store/ActivityRecord.h"
 #include "store/ActivityShare.h"
 #include "store/AppPreference.h"
 #include "store/AppSettings.h"
-#include "store/ModelContext.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "store/Rule.h"
 #include "support/Builders.h"
+#include "support/Mapped.h"
 #include "support/Matching.h"
 #include "support/TemporaryStore.h"
 
@@ -36,10 +35,7 @@ protected:
     const EntityDescription& description = E::description();
 
     static std::vector<SqlValue> valuesOf(const E& entity) {
-        std::vector<SqlValue> values;
-        for (const auto& attribute : E::description().attributes)
-            values.push_back(attribute.get(entity));
-        return values;
+        return mapped(E::description().attributes, [&](const auto& attribute) { return attribute.get(entity); });
     }
 };
 

@@ -1,4 +1,3 @@
-#include "store/ActivityRecord.h"
 #include "store/ModelContainer.h"
 #include "support/Builders.h"
 #include "support/Matching.h"

@@ -26,8 +26,6 @@ TEST_F(LiveQueryTest, ItTellsWhatCameWhatWentAndWhatStayedWithOtherValues) {
     const auto afternoon = aRecord().from("15:00:00").in(context);
     context.save();
     Query query(context, morning);
-    EXPECT_THAT(query.results(), ElementsAre(first));
-
     std::vector<Change> told;
     const auto subscription = query.didChange.subscribe([&](const Change& change) { told.push_back(change); });
     const auto expectOne = [&](auto list, const std::shared_ptr<Record>& record) {
@@ -39,10 +37,8 @@ TEST_F(LiveQueryTest, ItTellsWhatCameWhatWentAndWhatStayedWithOtherValues) {
     expectOne(&Change::inserted, second);
     afternoon->startTime = at("10:00:00");  // an update that brings it in
     expectOne(&Change::inserted, afternoon);
-    EXPECT_THAT(query.results(), ElementsAre(second, first, afternoon));
     second->startTime = at("11:00:00");
     expectOne(&Change::updated, second);
-    EXPECT_THAT(query.results(), ElementsAre(first, afternoon, second));
 
     first->windowTitle = "title";
     expectOne(&Change::updated, first);

@@ -1,7 +1,6 @@
 #include "store/ModelContext.h"
 
 #include "store/AppSettings.h"
-#include "store/Project.h"
 #include "store/SqlTrace.h"
 #include "support/Matchers.h"
 #include "support/Matching.h"

@@ -71,8 +71,7 @@ TEST_F(PredicateTest, AMissingValueIsUnequalToEveryOtherAndOtherwiseNoMatch) {
         {"none", end.isNone(), {open}},
         {"present", end.isPresent(), {closed}},
         {"all", {}, {open, closed}},
-        {"one or all", end == ten || Predicate<Record>(), {open, closed}},
-    };
+        {"one or all", end == ten || Predicate<Record>(), {open, closed}}};
     for (const char* when : {"unsaved", "saved"}) {
         for (const auto& [name, predicate, expected] : rows) {
             SCOPED_TRACE(testing::Message() << name << ", " << when);

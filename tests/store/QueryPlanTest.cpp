@@ -1,5 +1,3 @@
-#include "store/ActivityRecord.h"
-#include "store/ModelContext.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "store/SqlTrace.h"
 #include "support/Builders.h"
@@ -101,8 +99,7 @@ TEST_F(QueryPlanTest, QuestionsAboutARangeUseAnIndex) {
              {.predicate = field(&Annotation::endTime) > from && field(&Annotation::startTime).unindexed() <= to}),
          "SEARCH project_time_annotation USING INDEX project_time_annotation_by_end_time (end_time>?)"},
         {"a project by its row", [&](ModelContext& c) { (void)c.object(Project::description(), 12345); },
-         "SEARCH project USING INTEGER PRIMARY KEY (rowid=?)"},
-    };
+         "SEARCH project USING INTEGER PRIMARY KEY (rowid=?)"}};
     for (const auto& [name, ask, expected] : rows) {
         SCOPED_TRACE(name);
         const auto plan = planOf(ask);

@@ -1,5 +1,3 @@
-#include "store/ActivityRecord.h"
-#include "store/ModelContext.h"
 #include "store/ProjectTimeAnnotation.h"
 #include "support/Matchers.h"
 #include "support/Matching.h"

@@ -40,14 +40,13 @@ protected:
     TemporaryStore store;
     ModelContext& context = store.context();
     std::shared_ptr<Record> kept;
-    std::shared_ptr<Record> removed;
     std::shared_ptr<Record> inserted;
     std::shared_ptr<Project> project;
 
     /// A saved store with one change of each kind pending.
     void SetUp() override {
         kept = aRecord().from("09:00:00").app("kept").in(context);
-        removed = aRecord().from("10:00:00").app("removed").in(context);
+        const auto removed = aRecord().from("10:00:00").app("removed").in(context);
         context.save();
         kept->endTime = at("09:30:00");
         context.remove(removed);

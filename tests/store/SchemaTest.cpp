@@ -1,9 +1,7 @@
 #include "store/Schema.h"
 
-#include "store/ActivityRecord.h"
 #include "store/ActivityShare.h"
 #include "store/EntityDescription.h"
-#include "store/ModelContainer.h"
 #include "store/SqlTrace.h"
 #include "support/Matchers.h"
 #include "support/Matching.h"

@@ -116,9 +116,8 @@ TEST_F(IsolationTest, WhatOthersPutIntoTheSearchPathIsNeverCalled) {
     std::string reason;
     EXPECT_EQ(session.accountStatus(&reason), platform::AccountStatus::available) << reason;
     for (const auto scope : {DatabaseScope::privateData, DatabaseScope::publicData}) {
-        const CloudRecord record{.recordType = "ActivityShare",
-                                 .recordName = "new",
-                                 .values = {{"createdAt", *parseIso8601("2026-03-04T15:00:00Z")}, {"isActive", true}}};
+        const CloudRecord record{
+            "ActivityShare", "new", {{"createdAt", *parseIso8601("2026-03-04T15:00:00Z")}, {"isActive", true}}};
         for (int time = 0; time < 2; ++time)
             EXPECT_EQ(session.modify(scope, {record}), (std::vector<platform::SaveResult>{{.recordName = "new"}}));
         EXPECT_EQ(session.record(scope, "new"), record);

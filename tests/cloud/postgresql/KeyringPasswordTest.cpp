@@ -75,21 +75,17 @@ TEST_F(KeyringPasswordTest, FindsThePasswordOfTheUserAndNeverWaitsForOneThatIsLo
 
     if (PostgresServer::isInstalled()) {
         const PostgresServer server;
-        session_.environment().set("PGSERVICEFILE", server.serviceFile("alice", {"password="}).string());
-        postgresql::PostgresSession alice({});
         std::string reason;
-        EXPECT_EQ(alice.accountStatus(&reason), platform::AccountStatus::available) << reason;
-
+        const auto statusOf = [&](const char* user) {
+            session_.environment().set("PGSERVICEFILE", server.serviceFile(user, {"password="}).string());
+            return postgresql::PostgresSession({}).accountStatus(&reason);
+        };
+        EXPECT_EQ(statusOf("alice"), platform::AccountStatus::available) << reason;
         store("bob", "wrong");
-        session_.environment().set("PGSERVICEFILE", server.serviceFile("bob", {"password="}).string());
-        postgresql::PostgresSession bob({});
-        EXPECT_EQ(bob.accountStatus(&reason), platform::AccountStatus::noAccount);
+        EXPECT_EQ(statusOf("bob"), platform::AccountStatus::noAccount);
         EXPECT_THAT(reason, StartsWith("The server refuses the password of role \"bob\""));
-
         lock();
-        session_.environment().set("PGSERVICEFILE", server.serviceFile("alice", {"password="}).string());
-        postgresql::PostgresSession locked({});
-        EXPECT_EQ(locked.accountStatus(&reason), platform::AccountStatus::noAccount);
+        EXPECT_EQ(statusOf("alice"), platform::AccountStatus::noAccount);
         EXPECT_THAT(reason, HasSubstr("the keyring that holds it is locked"));
     }
 

@@ -21,10 +21,7 @@ bool has(const QList<unsigned>& states, State state) {
 }
 
 QRect rectangle(const QVariant& answer) {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
+    int x = 0, y = 0, width = 0, height = 0;
     const auto argument = answer.value<QDBusArgument>();
     if (argument.currentSignature() != QLatin1String("(iiii)")) return {};
     argument.beginStructure();

@@ -3,7 +3,6 @@
 #include "platform/linux/accessibility/AtspiConnection.h"
 
 #include <QRect>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>

@@ -67,9 +67,6 @@ protected:
     static void press(Keys... keys) {
         xdotool({std::string("key"), keys...});
     }
-    static void pressOften(const std::string& key, int times) {
-        xdotool({"key", "--repeat", std::to_string(times), key});
-    }
     static void type(const std::string& text) { xdotool({"type", "--delay", "10", text}); }
     void click(const std::string& role, const std::string& name, int times = 1);
 

@@ -28,8 +28,9 @@ std::vector<std::string> commandOf(const std::vector<std::string>& arguments) {
 
 }  // namespace
 
-BusMock::BusMock(const std::string& service)
-    : BusMock(service, {"--session", service, pathOf(service), service}, "DBUS_SESSION_BUS_ADDRESS") {}
+BusMock::BusMock(const std::string& service, const std::string& path)
+    : BusMock(service, {"--session", service, path.empty() ? pathOf(service) : path, service},
+              "DBUS_SESSION_BUS_ADDRESS") {}
 
 BusMock::BusMock(const std::string& service, const std::vector<std::string>& arguments)
     : BusMock(service, arguments, "DBUS_SYSTEM_BUS_ADDRESS") {}

@@ -15,12 +15,10 @@ class BusMock {
 public:
     static constexpr const char* ownInterface = "org.freedesktop.DBus.Mock";
 
-    /// On the session bus, with one object and interface that are called as the service is.
-    explicit BusMock(const std::string& service);
+    /// On the session bus, with one object and interface that are called as the service is, or an object at `path`.
+    explicit BusMock(const std::string& service, const std::string& path = {});
     /// On the system bus; `arguments` are those of python3-dbusmock.
     BusMock(const std::string& service, const std::vector<std::string>& arguments);
-    BusMock(const BusMock&) = delete;
-    BusMock& operator=(const BusMock&) = delete;
     ~BusMock();
 
     QDBusMessage call(const std::string& path, const std::string& interface, const std::string& method,

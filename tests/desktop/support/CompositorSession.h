@@ -5,7 +5,6 @@
 #include "support/TemporaryFolder.h"
 
 #include <memory>
-#include <string>
 
 namespace quorvane {
 
@@ -13,8 +12,6 @@ namespace quorvane {
 /// without buses. Whoever implements it starts the compositor.
 class CompositorSession {
 public:
-    CompositorSession(const CompositorSession&) = delete;
-    CompositorSession& operator=(const CompositorSession&) = delete;
     virtual ~CompositorSession() = default;
 
     virtual void start() = 0;

@@ -11,7 +11,6 @@
 #include <fmt/format.h>
 #include <fstream>
 #include <stdexcept>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quorvane {
@@ -135,19 +134,6 @@ void GnomeSession::type() {
     }
     for (const bool isDown : {true, false})
         call(service, keyboard_, session, "NotifyKeyboardKeycode", {leftShift, isDown});
-}
-
-TerminalWindow::TerminalWindow(const GnomeSession&, const std::string& application, const std::string& title)
-    : pipe_([&] {
-          auto pipe = qEnvironmentVariable("XDG_RUNTIME_DIR").toStdString() + "/" + application;
-          ::mkfifo(pipe.c_str(), 0600);
-          return pipe;
-      }()),
-      process_({"foot", "--app-id", application, "--title", title, "sh", "-c",
-                "while true; do read -r title <" + pipe_ + R"( && printf '\033]0;%s\007' "$title"; done)"}) {}
-
-void TerminalWindow::setTitle(const std::string& title) const {
-    std::ofstream(pipe_) << title << "\n";
 }
 
 }  // namespace quorvane

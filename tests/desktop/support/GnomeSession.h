@@ -21,8 +21,6 @@ public:
 
     /// `prepare` is called before the shell starts, in the session's environment.
     explicit GnomeSession(const std::function<void()>& prepare = [] {});
-    GnomeSession(const GnomeSession&) = delete;
-    GnomeSession& operator=(const GnomeSession&) = delete;
     ~GnomeSession();
 
     /// False where the shell hangs in its own start again and again, as it may without systemd.
@@ -37,7 +35,6 @@ public:
     /// Presses and releases a key.
     void type();
 
-    [[nodiscard]] DesktopSession& desktop() { return desktop_; }
     [[nodiscard]] LogindMock& logind() { return logind_; }
 
 private:
@@ -50,18 +47,6 @@ private:
     QDBusConnection bus_;
     QString keyboard_;
     std::unique_ptr<ChildProcess> shell_;
-};
-
-/// A terminal's window in a Wayland session, with a title that can change.
-class TerminalWindow {
-public:
-    TerminalWindow(const GnomeSession& session, const std::string& application, const std::string& title);
-    void setTitle(const std::string& title) const;
-    [[nodiscard]] pid_t pid() const { return process_.pid(); }
-
-private:
-    std::string pipe_;
-    ChildProcess process_;
 };
 
 }  // namespace quorvane

@@ -11,8 +11,6 @@ namespace quorvane {
 class LogindMock {
 public:
     LogindMock();
-    LogindMock(const LogindMock&) = delete;
-    LogindMock& operator=(const LogindMock&) = delete;
     ~LogindMock();
 
     void prepareForSleep(bool isGoing);

@@ -2,10 +2,8 @@
 
 #include "desktop/support/Waiting.h"
 
-#include <csignal>
 #include <fstream>
 #include <stdexcept>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quorvane {
@@ -16,12 +14,6 @@ std::vector<std::string> asNobody(std::vector<std::string> command) {
     if (::geteuid() == 0)
         command.insert(command.begin(), {"setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"});
     return command;
-}
-
-std::string pipeOf(const SwaySession& session, const std::string& appId) {
-    auto pipe = (session.folder() / appId).string();
-    ::mkfifo(pipe.c_str(), 0600);
-    return pipe;
 }
 
 void swaymsg(const std::string& command) {
@@ -62,15 +54,6 @@ void SwaySession::exec(const std::string& command) const {
 
 void SwaySession::focusTitled(const std::string& title) const {
     swaymsg("[title=" + title + "] focus");
-}
-
-FootWindow::FootWindow(const SwaySession& session, const std::string& appId, const std::string& title)
-    : pipe_(pipeOf(session, appId)),
-      process_({"foot", "--app-id", appId, "--title", title, "sh", "-c",
-                "while true; do read -r title <" + pipe_ + R"( && printf '\033]0;%s\007' "$title"; done)"}) {}
-
-void FootWindow::setTitle(const std::string& title) const {
-    std::ofstream(pipe_) << title << "\n";
 }
 
 }  // namespace quorvane

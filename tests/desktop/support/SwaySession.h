@@ -23,16 +23,4 @@ public:
     void focusTitled(const std::string& title) const;
 };
 
-/// A window in it, with a title that can change.
-class FootWindow {
-public:
-    FootWindow(const SwaySession& session, const std::string& appId, const std::string& title);
-    void setTitle(const std::string& title) const;
-    [[nodiscard]] pid_t pid() const { return process_.pid(); }
-
-private:
-    std::string pipe_;
-    ChildProcess process_;
-};
-
 }  // namespace quorvane

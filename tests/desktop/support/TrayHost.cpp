@@ -42,8 +42,6 @@ public:
         moveToThread(&thread_);
         thread_.start();
     }
-    Watcher(const Watcher&) = delete;
-    Watcher& operator=(const Watcher&) = delete;
     ~Watcher() override {
         thread_.quit();
         thread_.wait();

@@ -4,7 +4,6 @@
 #include <QDBusConnection>
 #include <QString>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +20,6 @@ public:
     };
 
     TrayHost();
-    TrayHost(const TrayHost&) = delete;
-    TrayHost& operator=(const TrayHost&) = delete;
     ~TrayHost();
 
     /// Has an icon come?

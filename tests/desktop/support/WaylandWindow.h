@@ -17,8 +17,6 @@ namespace quorvane {
 class WaylandWindow {
 public:
     WaylandWindow(platform::RunLoop& runLoop, const std::string& appId, const std::string& title);
-    WaylandWindow(const WaylandWindow&) = delete;
-    WaylandWindow& operator=(const WaylandWindow&) = delete;
     ~WaylandWindow();
 
     void setTitle(const std::string& title);

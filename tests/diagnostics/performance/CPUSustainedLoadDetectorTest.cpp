@@ -46,8 +46,7 @@ TEST(CPUSustainedLoadDetectorTest, TriggersOnlyAfterAnUnbrokenStreakBeyondTheGra
         {"the first sample after it is one", {{30s, 100}, {33s, 10}}, {}},
         {"and the second a streak", {{30s, 100}, {33s, 90}}, {{33s, {6s, 100, 95}}}},
         {"samples that come late", {{60s, 50}, {62.9s, 50}, {64s, 50}}, {{64s, {7s, 50, 50}}}},
-        {"a clock set back holds the streak", {{60s, 40}, {10s, 40}, {63s, 40}}, {{63s, {6s, 40, 40}}}},
-    };
+        {"a clock set back holds the streak", {{60s, 40}, {10s, 40}, {63s, 40}}, {{63s, {6s, 40, 40}}}}};
     for (const auto& [name, samples, expected] : rows) {
         SCOPED_TRACE(name);
         CPUSustainedLoadDetector detector({}, launch);

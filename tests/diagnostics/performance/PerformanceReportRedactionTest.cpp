@@ -31,8 +31,7 @@ TEST(PerformanceReportRedactionTest, ALongTextIsCutBetweenCharactersAndSaysSo) {
         {"straddling by two", "日志" + rest, 47, "日" + std::string(marker)},
         {"behind both", "日志" + rest, 48, "日志" + std::string(marker)},
         {"nothing fits", std::string(50, 'x'), 42, marker},
-        {"not even the marker", std::string(50, 'x'), 10, marker},
-    };
+        {"not even the marker", std::string(50, 'x'), 10, marker}};
     for (const auto& [name, text, limit, expected] : rows)
         EXPECT_EQ(truncate(text, limit), expected) << name;
     EXPECT_EQ(PerformanceReportEnvironment::mostCallStackBytes, 6U << 20);

@@ -2,6 +2,7 @@
 
 #include "base/Date.h"
 #include "diagnostics/performance/WholeRegularFile.h"
+#include "support/Mapped.h"
 #include "support/Matching.h"
 #include "support/TemporaryFolder.h"
 
@@ -16,15 +17,13 @@ class PerformanceReportSpoolTest : public testing::Test {
 protected:
     /// A file as old as that.
     void put(const std::string& name, std::chrono::hours age) {
+        fs::create_directories(directory);
         writeFile(directory / name, name);
         fs::last_write_time(directory / name, fs::file_time_type::clock::now() - age);
     }
 
     [[nodiscard]] std::vector<std::string> pending() const {
-        std::vector<std::string> names;
-        for (const auto& file : spool.pending())
-            names.push_back(file.filename());
-        return names;
+        return mapped(spool.pending(), [](const auto& file) { return file.filename().string(); });
     }
 
     TemporaryFolder folder;
@@ -41,7 +40,6 @@ TEST_F(PerformanceReportSpoolTest, KeepsAReportInAPrivateFileAndFolder) {
 }
 
 TEST_F(PerformanceReportSpoolTest, TheFiveNewestRemainWhateverElseIsInTheFolder) {
-    fs::create_directories(directory);
     for (int age = 1; age <= 7; ++age)
         put(std::to_string(age) + ".json.gz", std::chrono::hours(age));
     put("0.json.gz.txt", 100h);
@@ -55,7 +53,6 @@ TEST_F(PerformanceReportSpoolTest, TheFiveNewestRemainWhateverElseIsInTheFolder)
 }
 
 TEST_F(PerformanceReportSpoolTest, WhatCannotBeWrittenCostsNoOlderReport) {
-    fs::create_directories(directory);
     for (int age = 1; age <= 5; ++age)
         put(std::to_string(age) + ".json.gz", std::chrono::hours(age));
     EXPECT_THAT(spool.store("no/such/folder", "x"), Optional(HasSubstr("cannot write")));
@@ -64,7 +61,6 @@ TEST_F(PerformanceReportSpoolTest, WhatCannotBeWrittenCostsNoOlderReport) {
 }
 
 TEST_F(PerformanceReportSpoolTest, HalfWrittenFilesOfAnEarlierRunGo) {
-    fs::create_directories(directory);
     put("a.json.gz", 1h);
     put("b.json.gz.Ab3xYz", 1h);
     spool.removeLeftovers();

@@ -5,6 +5,7 @@
 #include "platform/simulated/SimulatedHttpClient.h"
 #include "platform/simulated/SimulatedSerialQueue.h"
 #include "support/LoggingTest.h"
+#include "support/Mapped.h"
 #include "support/TemporaryFolder.h"
 
 #include <fmt/format.h>
@@ -25,13 +26,9 @@ protected:
     [[nodiscard]] std::unique_ptr<PerformanceReportUploader> make(std::optional<std::filesystem::path> spoolDirectory,
                                                                   const std::string& host) {
         return std::make_unique<PerformanceReportUploader>(PerformanceReportUploader::Parts{
-            .runLoop = loop,
-            .logger = logger,
-            .queue = std::make_unique<platform::SimulatedSerialQueue>(loop),
-            .makeTransport = [this] { return std::make_unique<platform::SimulatedHttpClient>(loop, network); },
-            .spoolDirectory = std::move(spoolDirectory),
-            .host = host,
-            .userAgent = "Quorvane/1.2.0 (345; Linux 6.1; x86_64)"});
+            loop, logger, std::make_unique<platform::SimulatedSerialQueue>(loop),
+            [this] { return std::make_unique<platform::SimulatedHttpClient>(loop, network); },
+            std::move(spoolDirectory), host, "Quorvane/1.2.0 (345; Linux 6.1; x86_64)"});
     }
 
     /// Spooled files "1.json.gz" (the oldest) to "n.json.gz", each of which holds its name.
@@ -48,10 +45,7 @@ protected:
     void answer(HttpResult result) { network.answers[url] = std::move(result); }
 
     [[nodiscard]] std::vector<std::string> sentBodies() const {
-        std::vector<std::string> bodies;
-        for (const auto& request : network.requests)
-            bodies.push_back(request.body.value_or(""));
-        return bodies;
+        return mapped(network.requests, [](const auto& request) { return request.body.value_or(""); });
     }
 
     void flush() {
@@ -103,8 +97,7 @@ TEST_F(PerformanceReportUploaderTest, AFlushGoesOnAfterARejectionAndEndsAtTheFir
         {HttpResponse{.status = 200}, 3, 0, "1.json.gz 发送结果 delivered"},
         {HttpResponse{.status = 404}, 3, 0, "1.json.gz 发送结果 rejected"},
         {HttpResponse{.status = 429}, 1, 3, "1.json.gz 发送结果 retryLater"},
-        {HttpFailure{.cause = "no route"}, 1, 3, "[WARNING] [PerfWatchdog] 性能报告：网络失败，稍后重试：no route"},
-    };
+        {HttpFailure{.cause = "no route"}, 1, 3, "[WARNING] [PerfWatchdog] 性能报告：网络失败，稍后重试：no route"}};
     for (const auto& [given, requests, left, line] : rows) {
         SCOPED_TRACE(line);
         network.requests.clear();

@@ -30,8 +30,7 @@ TEST_F(PerformanceStackCaptureTest, EveryOtherEndIsAWarningAndNoTextAndNoFile) {
         {[](Tool& tool) { tool.status = 2; }, "eu-stack 退出码 2，未拿到调用栈（沙盒构建下属预期）"},
         {[](Tool& tool) { tool.text.clear(); }, "eu-stack 退出码 0，未拿到调用栈（沙盒构建下属预期）"},
         {[](Tool& tool) { tool.text = "a\xff"; }, "eu-stack 退出码 0，未拿到调用栈（沙盒构建下属预期）"},
-        {[](Tool& tool) { tool.needs = 122.5s; }, "eu-stack 超时未结束，已终止"},
-    };
+        {[](Tool& tool) { tool.needs = 122.5s; }, "eu-stack 超时未结束，已终止"}};
     for (const auto& [script, line] : rows) {
         SCOPED_TRACE(line);
         sampler = {};

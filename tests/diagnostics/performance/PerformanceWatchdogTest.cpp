@@ -81,23 +81,13 @@ TEST_F(PerformanceWatchdogTest, SustainedLoadBecomesOneReportThatTheServerGets) 
     EXPECT_EQ(report->reportID.size(), 36U);
     EXPECT_TRUE(Uuid::parse(report->reportID));
     report->reportID = "any";
-    EXPECT_EQ(*report, (PerformanceReport{.appID = "quorvane",
-                                          .reportID = "any",
-                                          .installID = "0f8fad5b-d9cb-469f-a165-70867728950e",
-                                          .appVersion = "1.2.0",
-                                          .build = "345",
-                                          .osVersion = "6.1",
-                                          .arch = "x86_64",
-                                          .locale = "zh-Hans",
-                                          .capturedAt = "2026-03-02T09:01:06Z",
-                                          .activeSurface = "quorvane.window_inactive",
-                                          .thresholdPercent = 30,
-                                          .sustainedSeconds = 6,
-                                          .peakCPUPercent = 87.3,
-                                          .averageCPUPercent = 87.3,
-                                          .sampleDurationSeconds = 2,
-                                          .callStacksFormat = "linux-eu-stack-v1",
-                                          .callStacks = "#0 spin - q\n#1 ~/q /home/_/q\n"}));
+    EXPECT_EQ(performanceReportJson(*report),
+              R"({"app_id":"quorvane","report_id":"any","install_id":"0f8fad5b-d9cb-469f-a165-70867728950e",)"
+              R"("app_version":"1.2.0","build":"345","os_version":"6.1","arch":"x86_64","locale":"zh-Hans",)"
+              R"("captured_at":"2026-03-02T09:01:06Z","active_surface":"quorvane.window_inactive",)"
+              R"("threshold_percent":30.0,"sustained_seconds":6.0,"peak_cpu_percent":87.3,"average_cpu_percent":87.3,)"
+              R"("sample_duration_seconds":2,"call_stacks_format":"linux-eu-stack-v1",)"
+              R"("call_stacks":"#0 spin - q\n#1 ~/q /home/_/q\n"})");
     EXPECT_THAT(console.lines(),
                 ElementsAre(EndsWith("[WARNING] [PerfWatchdog] 性能报告：CPU 持续 6 秒超过 30%（峰值 87%），开始抓栈"),
                             EndsWith("发送结果 delivered")));

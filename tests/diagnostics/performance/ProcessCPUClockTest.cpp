@@ -19,8 +19,7 @@ TEST(ProcessCPUClockTest, TellsTheLoadBetweenTwoReadingsAndNothingWithoutTime) {
         {"and goes on from there", 4s, 20.5, 25.0},
         {"a reading that failed", 6s, 0.0, 0.0},
         {"and the spike after it", 8s, 20.5, 1025.0},
-        {"which the next one corrects", 10s, 20.5, 0.0},
-    };
+        {"which the next one corrects", 10s, 20.5, 0.0}};
     ProcessCPUClock clock;
     for (const auto& [name, at, cpuSeconds, percent] : rows)
         EXPECT_EQ(clock.sample(start + at, cpuSeconds), percent) << name;

@@ -20,9 +20,6 @@ protected:
         scene.session.start();
         scene.runLoop.playUntil("09:32:00");
         scene.desktop.pressKey();
-        showRecords();
-    }
-    void showRecords() {
         passAllRecords(scene.store.context(), chart);
         chart.appear();
         scene.runLoop.runPosted();

@@ -42,33 +42,24 @@ private:
 
 TEST(DockVisibilityControllerTest, ChangesOnlyWhatDiffersAndActivatesOnlyWhatShows) {
     Windows windows(1);
-    const struct {
-        bool hide;
-        bool activate;
-        std::vector<std::string> calls;
-    } rows[] = {{false, false, {}},
-                {true, false, {"accessory"}},
-                {true, true, {}},
-                {false, true, {"regular", "activate", "front"}},
-                {false, true, {"activate", "front"}}};
-    for (const auto& row : rows) {
+    const std::tuple<bool, bool, Texts> rows[] = {{false, false, {}},
+                                                  {true, false, {"accessory"}},
+                                                  {true, true, {}},
+                                                  {false, true, {"regular", "activate", "front"}},
+                                                  {false, true, {"activate", "front"}}};
+    for (const auto& [hide, activate, calls] : rows) {
         windows.calls.clear();
-        DockVisibilityController::apply(windows, row.hide, row.activate);
-        EXPECT_EQ(windows.calls, row.calls);
+        DockVisibilityController::apply(windows, hide, activate);
+        EXPECT_EQ(windows.calls, calls);
     }
 }
 
 TEST(QuorvaneAppDelegateTest, ReopeningTakesTheWindowThatIsThereOrAsksForOne) {
-    const struct {
-        std::size_t count;
-        bool isVisible;
-        std::vector<std::string> messages;
-        std::vector<std::string> calls;
-        int requests;
-    } rows[] = {{1, true, {}, {"activate"}, 0},
-                {2, false, {"Reopen 已唤起现存 NSWindow"}, {"activate", "front"}, 0},
-                {0, false, {"Reopen 时无可用窗口，已发 quorvaneReopenMain 通知请求重建"}, {"activate", "front"}, 1}};
-    for (const auto& row : rows) {
+    const std::tuple<std::size_t, bool, Texts, Texts, int> rows[] = {
+        {1, true, {}, {"activate"}, 0},
+        {2, false, {"Reopen 已唤起现存 NSWindow"}, {"activate", "front"}, 0},
+        {0, false, {"Reopen 时无可用窗口，已发 quorvaneReopenMain 通知请求重建"}, {"activate", "front"}, 1}};
+    for (const auto& [count, isVisible, outcome, calls, asked] : rows) {
         platform::SimulatedRunLoop runLoop{at("09:00:00")};
         platform::RecordingSystemLog systemLog;
         RecordingConsole console;
@@ -76,16 +67,16 @@ TEST(QuorvaneAppDelegateTest, ReopeningTakesTheWindowThatIsThereOrAsksForOne) {
         QuorvaneAppDelegate delegate(logger);
         int requests = 0;
         const auto requested = delegate.quorvaneReopenMain.subscribe([&] { ++requests; });
-        Windows windows(row.count);
-        EXPECT_TRUE(delegate.applicationShouldHandleReopen(windows, row.isVisible));
+        Windows windows(count);
+        EXPECT_TRUE(delegate.applicationShouldHandleReopen(windows, isVisible));
         runLoop.runPosted();
-        auto expected = row.messages;
+        auto expected = outcome;
         expected.insert(expected.begin(),
-                        fmt::format("Reopen 事件：hasVisibleWindows={} windows={}", row.isVisible, row.count));
+                        fmt::format("Reopen 事件：hasVisibleWindows={} windows={}", isVisible, count));
         const auto messages = mapped(logger.logs(), &LogEntry::message);
         EXPECT_EQ(Texts(messages.begin() + 1, messages.end()), expected) << "after the logger's own";
-        EXPECT_EQ(windows.calls, row.calls);
-        EXPECT_EQ(requests, row.requests);
+        EXPECT_EQ(windows.calls, calls);
+        EXPECT_EQ(requests, asked);
     }
     EXPECT_FALSE(QuorvaneAppDelegate::applicationShouldTerminateAfterLastWindowClosed());
 }

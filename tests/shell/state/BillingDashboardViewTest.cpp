@@ -49,6 +49,7 @@ protected:
                                row.hourlyRate, row.amount);
         });
     }
+    static std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
     static Texts labels(const std::vector<BillingDashboardView::Choice>& choices) {
         return mapped(choices, &BillingDashboardView::Choice::label);
     }
@@ -61,16 +62,14 @@ protected:
         runLoop,
         localization,
         console,
-        {.copyText = [this](const std::string& text) { told.push_back("copy " + text.substr(0, text.find('\n'))); },
-         .showCopyConfirmation = [this](const std::string& title,
-                                        const std::string& message) { told.push_back(title + ": " + message); },
+        {.copyText = [this](const auto& text) { told.push_back("copy " + firstLine(text)); },
+         .showCopyConfirmation = [this](const auto& title, const auto& text) { told.push_back(title + ": " + text); },
          .showBillingPreview =
-             [this](const std::string& pack, const std::string& email) {
-                 told.push_back(fmt::format("preview {} / {}", pack.substr(0, pack.find('\n')),
-                                            email.substr(0, email.find('\n'))));
+             [this](const auto& pack, const auto& email) {
+                 told.push_back("preview " + firstLine(pack) + " / " + firstLine(email));
              },
          .showReportExporter =
-             [this](const BillingMarkdownDocument& pack, const std::string& name) {
+             [this](const auto& pack, const auto& name) {
                  document = pack;
                  told.push_back("export " + name);
              },
@@ -125,17 +124,12 @@ TEST_F(BillingDashboardViewTest, FiltersNarrowEveryFigureAndTheCategoryShowsInTh
     record(own, "13:00:00", "16:00:00");
     record(own, "2026-03-30 08:00:00", "2026-03-30 09:00:00");
     assign(web, "17:00:00", "18:00:00");
-    struct Row {
-        std::function<void()> choose;
-        Texts amounts;
-        const char* scope;
-    };
     const auto custom = [&] {
         dashboard.setReportRangeKind(BillingReportRangeKind::custom);
         dashboard.setCustomStart(at("20:00:00"));
         dashboard.setCustomEnd(at("00:00:00"));
     };
-    const Row rows[] = {
+    const std::tuple<std::function<void()>, Texts, const char*> rows[] = {
         {[] {}, {"$200.00", "€200.00"}, "All clients|This month"},
         {[&] { dashboard.setSelectedProjectId(own->id()); }, {"$200.00"}, "All clients|This month"},
         {[&] { dashboard.setSelectedClientName("ACME"); }, {"€200.00"}, "ACME|This month"},
@@ -145,17 +139,16 @@ TEST_F(BillingDashboardViewTest, FiltersNarrowEveryFigureAndTheCategoryShowsInTh
          {"$200.00"},
          "All clients|This month · No category"},
         {[&] { dashboard.setReportRangeKind(BillingReportRangeKind::week); }, {"$50.00"}, "All clients|This week"},
-        {custom, {"€200.00", "$150.00"}, "All clients|Mar 2, 2026 — Mar 2, 2026"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.scope);
+        {custom, {"€200.00", "$150.00"}, "All clients|Mar 2, 2026 — Mar 2, 2026"}};
+    for (const auto& [choose, amounts, scope] : rows) {
+        SCOPED_TRACE(scope);
         dashboard.setReportRangeKind(BillingReportRangeKind::month);
         dashboard.setSelectedProjectId(std::nullopt);
         dashboard.setSelectedClientName("__all_clients__");
         dashboard.setSelectedCategory("__all_categories__");
-        row.choose();
-        EXPECT_EQ(mapped(dashboard.tableRows(), [](const auto& line) { return line.amount; }), row.amounts);
-        EXPECT_THAT(stepValues().front(), StartsWith(row.scope));
+        choose();
+        EXPECT_EQ(mapped(dashboard.tableRows(), [](const auto& line) { return line.amount; }), amounts);
+        EXPECT_THAT(stepValues().front(), StartsWith(scope));
     }
 }
 
@@ -217,32 +210,24 @@ TEST_F(BillingDashboardViewTest, RecordsCountFromTwoYearsBeforeItWasOpened) {
 }
 
 TEST_F(BillingDashboardViewTest, AnExportAsksWhileARecordWaitsWhateverItEarns) {
-    struct Row {
-        const char* name;
-        BillingStatus status;
-        double confidence;
-        bool asks;
-        const char* reviewHours;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, BillingStatus, double, bool, const char*> rows[] = {
         {"settled", billable, 1, false, "0.0 h"},
         {"to review", review, 1, true, "1.0 h"},
         {"unsure and not billable", nonBillable, 0.5, true, "0.0 h"},
-        {"excluded", excluded, 0.5, false, "0.0 h"},
-    };
+        {"excluded", excluded, 0.5, false, "0.0 h"}};
     const std::string exported = "export Quorvane_Billing_Pack_2026-03-30_12-00-00.md";
     const auto web = project("Web", 100);
     record(web, "09:00:00", "10:00:00");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto waiting = record(web, "13:00:00", "14:00:00", row.status, row.confidence);
+    for (const auto& [name, status, confidence, asks, reviewHours] : rows) {
+        SCOPED_TRACE(name);
+        const auto waiting = record(web, "13:00:00", "14:00:00", status, confidence);
         told.clear();
         dashboard.exportPack();
-        EXPECT_THAT(told, ElementsAre(row.asks ? "warn 1" : exported));
-        EXPECT_EQ(dashboard.checkoutSteps()[1].value, row.reviewHours);
+        EXPECT_THAT(told, ElementsAre(asks ? "warn 1" : exported));
+        EXPECT_EQ(dashboard.checkoutSteps()[1].value, reviewHours);
         dashboard.continueExport();
         EXPECT_EQ(told.back(), exported);
-        EXPECT_EQ(waiting->billingStatusValue(), row.status);  // the store is as it was
+        EXPECT_EQ(waiting->billingStatusValue(), status);  // the store is as it was
         context().remove(waiting);
     }
 }

@@ -53,8 +53,7 @@ TEST_F(BillingReviewQueueViewTest, ARecordIsNamedByTheFirstTextThatIsNotEmpty) {
         {aRecord().title("").document("/a.txt").url("https://a.example").app("Editor"), "/a.txt"},
         {aRecord().document("").url("https://a.example").app("Editor"), "https://a.example"},
         {aRecord().url("").app("Editor"), "Editor"},
-        {aRecord(), "-"},
-    };
+        {aRecord(), "-"}};
     for (const auto& [record, expected] : rows)
         EXPECT_EQ(displayTitle(*record.make()).value_or("-"), expected);
 }

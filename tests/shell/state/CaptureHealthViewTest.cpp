@@ -33,13 +33,11 @@ TEST_F(CaptureHealthViewTest, FollowsEachChannelAndSaysTheWorstAndWhatMendsIt) {
     EXPECT_EQ(health.rows()[0].title, "Application in front");
     EXPECT_EQ(health.rows()[0].answer, "simulated, since 09:00");
     runLoop.playUntil("09:30:00");
-    desktop.setForegroundChannel({.question = "front window",
-                                  .name = "a part",
-                                  .isAvailable = true,
-                                  .reason = "some are hidden",
-                                  .gives = Sight::applications,
-                                  .obstacle = Obstacle::noExtension,
-                                  .mend = Mend::desktopAid});
+    const auto seePart = [this](Obstacle obstacle, Mend mend) {
+        desktop.setForegroundChannel(
+            {"front window", "a part", true, "some are hidden", "", Sight::applications, obstacle, mend});
+    };
+    seePart(Obstacle::noExtension, Mend::desktopAid);
     int changes = 0;
     const auto subscription = health.changed.subscribe([&] { ++changes; });
     runLoop.playFor(60s);
@@ -50,12 +48,7 @@ TEST_F(CaptureHealthViewTest, FollowsEachChannelAndSaysTheWorstAndWhatMendsIt) {
     EXPECT_THAT(health.rows()[0].answer, testing::StartsWith("a part: some are hidden, since 09:30"));
     EXPECT_EQ(health.rows()[1].answer, "simulated, since 09:00");
     EXPECT_EQ(health.installAid(), (CaptureHealthView::Outcome{"Done", "installed"}));
-    desktop.setForegroundChannel({.question = "front window",
-                                  .name = "a part",
-                                  .isAvailable = true,
-                                  .reason = "some are hidden",
-                                  .gives = Sight::applications,
-                                  .obstacle = Obstacle::afterLogin});
+    seePart(Obstacle::afterLogin, Mend::nothing);
     EXPECT_THAT(health.installAid().says, testing::EndsWith("with your next login. Log out and in again."));
     EXPECT_EQ(health.mend(), Mend::nothing);
     fails = true;

@@ -54,13 +54,8 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
     const std::string busyText = "Cloud error: CKScheduler is busy";
     const std::string downText = "Cloud error: db is down";
     const std::string refusal = std::string("- ") + unavailable;
-    const struct {
-        AccountStatus status;
-        std::optional<CloudFailure> failure;
-        std::string records;  ///< what the first button says in the end
-        std::string full;
-        std::string problem;
-    } rows[] = {
+    // What the two buttons say in the end, and what stands on the screen then.
+    const std::tuple<AccountStatus, std::optional<CloudFailure>, std::string, std::string, std::string> rows[] = {
         {AccountStatus::available, {}, "+ The records are synced", "+ The full sync is complete", "none"},
         {AccountStatus::available, CloudFailure(timedOut, "no answer from db"),
          "- The records could not be synced: " + timedOutText,
@@ -70,13 +65,12 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
          downText + "|"},
         {AccountStatus::available, CloudFailure(refused, "CKScheduler is busy"), "+ The records are synced",
          "+ The full sync is complete", busyText + "|"},
-        {AccountStatus::noAccount, {}, refusal, refusal, std::string(unavailable) + "|nobody knows mia"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.problem);
-        cloud.status = row.status;
-        cloud.statusReason = row.status == AccountStatus::available ? "" : "nobody knows mia";
-        cloud.failure = row.failure;
+        {AccountStatus::noAccount, {}, refusal, refusal, std::string(unavailable) + "|nobody knows mia"}};
+    for (const auto& [status, failure, records, everything, trouble] : rows) {
+        SCOPED_TRACE(trouble);
+        cloud.status = status;
+        cloud.statusReason = status == AccountStatus::available ? "" : "nobody knows mia";
+        cloud.failure = failure;
         messages.clear();
         service = std::make_unique<CloudKitSyncService>(runLoop, console, localization,
                                                         std::make_unique<platform::SimulatedRecordContainer>(cloud));
@@ -87,8 +81,8 @@ TEST_F(CloudKitSyncViewTest, EachOutcomeHasItsWordsAndLeavesItsTrace) {
         runLoop.runPosted();
         screen.performFullSync();
         runLoop.runPosted();
-        EXPECT_THAT(messages, ElementsAre(row.records, row.full));
-        EXPECT_EQ(problem(), row.problem);
+        EXPECT_THAT(messages, ElementsAre(records, everything));
+        EXPECT_EQ(problem(), trouble);
         EXPECT_TRUE(screen.canSync());
         view.reset();
     }

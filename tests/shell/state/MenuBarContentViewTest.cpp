@@ -72,12 +72,6 @@ TEST_F(MenuBarContentViewTest, WhereNothingCanBeSeenTheFirstLineSaysWhy) {
     EXPECT_STREQ(menuBar_.iconName(), "tray-blind");
 }
 
-TEST_F(MenuBarContentViewTest, TheSwitchPressedTwiceEndsWithTheSecondPress) {
-    menuBar_.toggleTracking();
-    menuBar_.toggleTracking();
-    EXPECT_FALSE(scene_.session.tracker().isTracking());
-}
-
 TEST_F(MenuBarContentViewTest, PermissionsComeFromTheCacheThatTheOpenedMenuAndTheItemFill) {
     const PermissionStatus none;
     scene_.runLoop.playFor(1s);

@@ -10,24 +10,9 @@
 namespace quorvane {
 namespace {
 
-/// The locale of numbers while it lives.
-class NumbersOf {
-public:
-    explicit NumbersOf(const char* locale) : before_(std::getenv("LC_ALL") ? std::getenv("LC_ALL") : "") {
-        setenv("LC_ALL", locale, 1);
-    }
-    NumbersOf(const NumbersOf&) = delete;
-    NumbersOf& operator=(const NumbersOf&) = delete;
-    ~NumbersOf() { before_.empty() ? unsetenv("LC_ALL") : setenv("LC_ALL", before_.c_str(), 1); }
-
-private:
-    std::string before_;
-};
-
 TEST(ProjectBillingEditorTest, EditsAreInTheProjectAtOnceAndDoneDatesThem) {
     const Date noon = at("12:00:00");
     const platform::ClockOverride clock([&] { return noon; });
-    const NumbersOf english("en_GB.UTF-8");
     TemporaryStore store;
     const auto project = insertProject(store.context(), "Harbour", 85);
     project->updatedAt = at("09:00:00");
@@ -52,30 +37,25 @@ TEST(ProjectBillingEditorTest, EditsAreInTheProjectAtOnceAndDoneDatesThem) {
 }
 
 TEST(ProjectBillingEditorTest, ARateIsReadAsTheLocaleWritesItAndAnythingElseChangesNothing) {
-    struct Row {
-        const char* locale;
-        const char* text;
-        double expected;  ///< 7 for what stays as it was
-        bool isWrong = false;
-    };
-    const Row rows[] = {
+    constexpr double wrong = 7;  // the rate stays as it was
+    const std::tuple<const char*, const char*, double> rows[] = {
         {"en_GB.UTF-8", "85.25", 85.25},    {"en_GB.UTF-8", "1,234.5", 1234.5}, {"en_GB.UTF-8", " 40 ", 40},
-        {"en_GB.UTF-8", "85,25", 7, true},  {"en_GB.UTF-8", "8x", 7, true},     {"en_GB.UTF-8", "", 7, true},
-        {"en_GB.UTF-8", "-1", 7, true},     {"en_GB.UTF-8", "∞", 7, true},      {"de_DE.UTF-8", "85,25", 85.25},
-        {"de_DE.UTF-8", "1.234,5", 1234.5}, {"de_DE.UTF-8", "85.25", 7, true},  {"C.UTF-8", "0", 0},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.locale) + " " + row.text);
-        const NumbersOf numbers(row.locale);
+        {"en_GB.UTF-8", "85,25", wrong},    {"en_GB.UTF-8", "8x", wrong},       {"en_GB.UTF-8", "", wrong},
+        {"en_GB.UTF-8", "-1", wrong},       {"en_GB.UTF-8", "∞", wrong},        {"de_DE.UTF-8", "85,25", 85.25},
+        {"de_DE.UTF-8", "1.234,5", 1234.5}, {"de_DE.UTF-8", "85.25", wrong},    {"C.UTF-8", "0", 0}};
+    for (const auto& [locale, text, expected] : rows) {
+        SCOPED_TRACE(std::string(locale) + " " + text);
+        setenv("LC_ALL", locale, 1);
         const auto project = std::make_shared<Project>();
-        project->hourlyRate = 7;
+        project->hourlyRate = wrong;
         ProjectBillingEditor editor(project);
-        editor.setHourlyRateText(row.text);
-        EXPECT_EQ(project->hourlyRate(), row.expected);
-        EXPECT_EQ(editor.isHourlyRateWrong(), row.isWrong);
+        editor.setHourlyRateText(text);
+        EXPECT_EQ(project->hourlyRate(), expected);
+        EXPECT_EQ(editor.isHourlyRateWrong(), expected == wrong);
         editor.setHourlyRateText("9");
         EXPECT_FALSE(editor.isHourlyRateWrong());
     }
+    setenv("LC_ALL", "en_US.UTF-8", 1);  // what tests have
 }
 
 }  // namespace

@@ -104,21 +104,15 @@ TEST_F(SettingsViewTest, AFailedSaveIsLoggedAndAppliesNothing) {
 }
 
 TEST_F(SettingsViewTest, TheDaysFollowTheUsersWeek) {
-    const struct {
-        const char* locale;
-        const char* expected;
-        bool isInside;  // Monday at noon
-    } rows[] = {
-        {"en_US", "Days: Mon, Tue, Wed, Thu, Fri", true},
-        {"de_DE", "Days: Tue, Wed, Thu, Fri, Sat", false},
-    };
+    const std::tuple<const char*, const char*, bool> rows[] = {{"en_US", "Days: Mon, Tue, Wed, Thu, Fri", true},
+                                                               {"de_DE", "Days: Tue, Wed, Thu, Fri, Sat", false}};
     auto form = view();
     form.onlyTrackWorkHours = true;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.locale);
-        const auto preview = form.preview(Calendar(row.locale, "UTC"));
-        EXPECT_EQ(preview.days, row.expected);
-        EXPECT_EQ(preview.isInside, row.isInside);
+    for (const auto& [locale, expected, isInside] : rows) {
+        SCOPED_TRACE(locale);
+        const auto preview = form.preview(Calendar(locale, "UTC"));
+        EXPECT_EQ(preview.days, expected);
+        EXPECT_EQ(preview.isInside, isInside) << "on Monday at noon";
     }
     form.setWorkDay(0, true);
     form.setWorkDay(3, false);

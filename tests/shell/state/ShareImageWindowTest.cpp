@@ -97,31 +97,24 @@ TEST_F(ShareImageWindowTest, RendersTheCardFirstAndThenOnePictureAtATime) {
 }
 
 TEST_F(ShareImageWindowTest, AChangeRendersTheCardAtOnceAndTheOthersByAndBy) {
-    struct Row {
-        const char* name;
-        std::function<void(ShareImageWindow&)> change;
-        std::size_t rendered;  // at once and later
-    };
-    const Row rows[] = {
+    // How many are rendered, at once and later.
+    const std::tuple<const char*, std::function<void(ShareImageWindow&)>, std::size_t> rows[] = {
         {"style", [](auto& window) { window.setSelectedStyle(CardStyle::luxury); }, 1 + 2},
         {"scheme", [](auto& window) { window.setSelectedColorScheme(ColorScheme::forest); }, 1 + 12 + 2},
         {"shares", [](auto& window) { window.setShowTimeDistribution(true); }, 1 + 12 + 2},
         {"application", [](auto& window) { window.setSelectedAppKey(appKey(window.workingAppStats()[1])); }, 1},
         {"again", [](auto& window) { window.generateImage(); }, 1},
-        {"the same style", [](auto& window) { window.setSelectedStyle(CardStyle::clean); }, 0},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+        {"the same style", [](auto& window) { window.setSelectedStyle(CardStyle::clean); }, 0}};
+    for (const auto& [name, change, rendered] : rows) {
+        SCOPED_TRACE(name);
         const auto window = open(inputs(2));
         renderAll(*window);
         renderings_.clear();
-        row.change(*window);
-        EXPECT_EQ(renderings_.size(), row.rendered == 0 ? 0U : 1U);
-        if (!renderings_.empty()) {
-            EXPECT_EQ(renderings_.front().config, window->config());
-        }
+        change(*window);
+        EXPECT_EQ(renderings_.size(), rendered == 0 ? 0U : 1U);
+        EXPECT_TRUE(renderings_.empty() || renderings_.front().config == window->config());
         renderAll(*window);
-        EXPECT_EQ(renderings_.size(), row.rendered);
+        EXPECT_EQ(renderings_.size(), rendered);
     }
 }
 

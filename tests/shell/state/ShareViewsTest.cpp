@@ -46,19 +46,16 @@ TEST_F(CreateShareViewTest, RecordsAreListedNewestFirstAndCheckedWhenChosen) {
 }
 
 TEST_F(CreateShareViewTest, AShareNeedsATitleAndARecordOfAProject) {
-    const struct {
-        const char* title;
-        std::vector<std::shared_ptr<ActivityRecord>> chosen;
-        bool canCreate;
-    } rows[] = {{" \n", {early}, false}, {"Week", {}, false}, {"Week", {loose}, false}, {"Week", {early, loose}, true}};
-    for (const auto& row : rows) {
+    const std::tuple<const char*, std::vector<std::shared_ptr<ActivityRecord>>, bool> rows[] = {
+        {" \n", {early}, false}, {"Week", {}, false}, {"Week", {loose}, false}, {"Week", {early, loose}, true}};
+    for (const auto& [title, chosen, canCreate] : rows) {
         CreateShareView fresh(service, context(), localization, [] {});
-        fresh.title = row.title;
-        for (const auto& each : row.chosen)
+        fresh.title = title;
+        for (const auto& each : chosen)
             fresh.toggle(each->id());
-        EXPECT_EQ(fresh.canCreate(), row.canCreate) << row.title << row.chosen.size();
+        EXPECT_EQ(fresh.canCreate(), canCreate) << title << chosen.size();
         fresh.create();
-        EXPECT_EQ(fresh.isCreating(), row.canCreate);
+        EXPECT_EQ(fresh.isCreating(), canCreate);
     }
 }
 

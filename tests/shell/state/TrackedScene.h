@@ -20,15 +20,9 @@ struct TrackedScene {
     platform::InMemoryUserDefaults defaults;
     RecordingConsole console;
     TrackingSession session{runLoop, desktop, store.context(), defaults, console};
-    PermissionChecker permissions{{.runLoop = runLoop,
-                                   .accessibility = desktop.accessibility(),
-                                   .automation = desktop.automation(),
-                                   .keys = desktop.keys(),
-                                   .settingsPanes = desktop.settingsPanes(),
-                                   .applications = desktop.runningApplications(),
-                                   .browserURLs = session.browserURLs(),
-                                   .documents = session.documents(),
-                                   .console = console}};
+    PermissionChecker permissions{PermissionChecker::Sources{
+        runLoop, desktop.accessibility(), desktop.automation(), desktop.keys(), desktop.settingsPanes(),
+        desktop.runningApplications(), session.browserURLs(), session.documents(), console}};
 };
 
 }  // namespace quorvane
