@@ -9,9 +9,11 @@
 #include "platform/Clock.h"
 #include "platform/linux/loop/QtRunLoop.h"
 
+#include <charconv>
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fmt/format.h>
 #include <map>
 #include <sstream>
@@ -38,8 +40,10 @@ public:
 
 private:
     static double wantedSpeed() {
+        double speed = usualSpeed;
         const char* const wanted = std::getenv("QUORVANE_CAMERA_SPEED");
-        return wanted != nullptr ? std::strtod(wanted, nullptr) : usualSpeed;
+        if (wanted != nullptr) std::from_chars(wanted, wanted + std::strlen(wanted), speed);
+        return speed;
     }
 
     double speed_ = wantedSpeed();
