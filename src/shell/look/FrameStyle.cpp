@@ -81,7 +81,7 @@ void drawRow(const QStyleOptionViewItem& option, QPainter& painter) {
     const bool isStriped = option.features.testFlag(QStyleOptionViewItem::Alternate);
     QColor ground = isStriped ? t.sunken : QColor();
     if (isHovered(option)) ground = t.hover;
-    if (isSelected && !isInMenu) ground = t.accSoft;
+    if (isSelected) ground = isInMenu ? t.hover : t.accSoft;
     const double radius = isInMenu ? 6 : isRound ? Metrics::controlRadius : 0;
     paintPanel(painter, option.rect, radius, ground, isSelected && isRound ? t.accent : QColor());
     if (option.widget == nullptr || !option.state.testFlag(QStyle::State_HasFocus)) return;

@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QStyledItemDelegate>
 #include <QTabBar>
 #include <QTextEdit>
 #include <QToolButton>
@@ -62,9 +63,13 @@ void polishButton(QAbstractButton& button) {
     button.setFont(font(isKind(&button, "small") ? TypeRole::label : TypeRole::bodyStrong));
 }
 
-/// Is it a list that a combo has opened?
+/// The list that a combo has opened, in a frame: both are Qt's own.
+bool isComboFrame(const QWidget& widget) {
+    return widget.inherits("QComboBoxPrivateContainer");
+}
+
 bool isComboList(const QWidget& widget) {
-    return widget.inherits("QComboBoxListView") || widget.inherits("QComboBoxPrivateContainer");
+    return widget.inherits("QComboBoxListView");
 }
 
 double focusRadius(const QWidget* frame) {
@@ -111,7 +116,12 @@ void HouseStyle::polish(QWidget* widget) {
     const bool isText = qobject_cast<QTextEdit*>(widget) != nullptr || qobject_cast<QPlainTextEdit*>(widget) != nullptr;
     if (isText && !isKind(widget, "plain")) polishText(*static_cast<QAbstractScrollArea*>(widget));
     if (auto* page = qobject_cast<QScrollArea*>(widget)) polishPage(*page);
-    if (isComboList(*widget)) setKind(*widget, "menu", true);
+    if (isComboFrame(*widget)) setKind(*widget, "menu", true);
+    if (isComboList(*widget)) {
+        setKind(*widget, "menu", true);
+        // That of combos doesn't ask the style for its rows.
+        static_cast<QAbstractItemView*>(widget)->setItemDelegate(new QStyledItemDelegate(widget));
+    }
 }
 
 bool HouseStyle::eventFilter(QObject* watched, QEvent* event) {
@@ -253,6 +263,8 @@ QRect HouseStyle::subElementRect(SubElement element, const QStyleOption* option,
     case SE_LineEditContents: return Parts::fieldContents(*option, widget);
     case SE_ShapedFrameContents:
         if (isKind(widget, "field")) return option->rect.adjusted(textMargin, textMargin, -textMargin, -textMargin);
+        if (widget != nullptr && isComboFrame(*widget))
+            return option->rect.adjusted(menuMargin, menuMargin, -menuMargin, -menuMargin);
         return QProxyStyle::subElementRect(element, option, widget);
     case SE_PushButtonContents:
     case SE_PushButtonFocusRect: return option->rect;
