@@ -10,6 +10,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QCalendarWidget>
 #include <QComboBox>
 #include <QFocusFrame>
 #include <QHeaderView>
@@ -21,6 +22,7 @@
 #include <QScrollArea>
 #include <QStyledItemDelegate>
 #include <QTabBar>
+#include <QTextCharFormat>
 #include <QTextEdit>
 #include <QToolButton>
 #include <algorithm>
@@ -72,6 +74,20 @@ bool isComboList(const QWidget& widget) {
     return widget.inherits("QComboBoxListView");
 }
 
+/// A calendar is a page of days, without a bar of colour above and red days; a line is its edge.
+void polishCalendar(QWidget& widget) {
+    if (auto* calendar = qobject_cast<QCalendarWidget*>(&widget)) {
+        for (const auto day : {Qt::Saturday, Qt::Sunday})
+            calendar->setWeekdayTextFormat(day, QTextCharFormat());
+    } else if (widget.objectName() == QLatin1String("qt_calendar_navigationbar")) {
+        widget.setBackgroundRole(QPalette::Base);
+    } else if (widget.inherits("QCalendarPopup")) {
+        widget.setBackgroundRole(QPalette::Mid);
+        widget.setAutoFillBackground(true);
+        widget.setContentsMargins(1, 1, 1, 1);
+    }
+}
+
 double focusRadius(const QWidget* frame) {
     const auto* ring = qobject_cast<const QFocusFrame*>(frame);
     const QWidget* control = ring == nullptr ? nullptr : ring->widget();
@@ -116,6 +132,7 @@ void HouseStyle::polish(QWidget* widget) {
     const bool isText = qobject_cast<QTextEdit*>(widget) != nullptr || qobject_cast<QPlainTextEdit*>(widget) != nullptr;
     if (isText && !isKind(widget, "plain")) polishText(*static_cast<QAbstractScrollArea*>(widget));
     if (auto* page = qobject_cast<QScrollArea*>(widget)) polishPage(*page);
+    polishCalendar(*widget);
     if (isComboFrame(*widget)) setKind(*widget, "menu", true);
     if (isComboList(*widget)) {
         setKind(*widget, "menu", true);
@@ -342,6 +359,11 @@ int HouseStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
 
 QIcon HouseStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const {
     if (standard == SP_LineEditClearButton) return icon(QStringLiteral("close-circle"));
+    if (standard == SP_ArrowLeft || standard == SP_ArrowRight) {
+        // Who asks has thought of the direction already, in which the icon turns by itself.
+        const bool isMirrored = QGuiApplication::layoutDirection() == Qt::RightToLeft;
+        return icon((standard == SP_ArrowLeft) != isMirrored ? QStringLiteral("left") : QStringLiteral("right"));
+    }
     return QProxyStyle::standardIcon(standard, option, widget);
 }
 

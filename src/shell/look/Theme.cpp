@@ -40,6 +40,7 @@ QPalette paletteOf(const Theme& theme) {
     palette.setColor(QPalette::PlaceholderText, theme.text3);
     palette.setColor(QPalette::Button, theme.surface);
     palette.setColor(QPalette::ButtonText, theme.text);
+    palette.setColor(QPalette::Mid, theme.line);
     palette.setColor(QPalette::Highlight, theme.accFill);
     palette.setColor(QPalette::HighlightedText, theme.onFill);
     palette.setColor(QPalette::Link, theme.accent);
