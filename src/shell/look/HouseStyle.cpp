@@ -13,6 +13,7 @@
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QFocusFrame>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -284,7 +285,7 @@ QRect HouseStyle::subElementRect(SubElement element, const QStyleOption* option,
             return option->rect.adjusted(menuMargin, menuMargin, -menuMargin, -menuMargin);
         return QProxyStyle::subElementRect(element, option, widget);
     case SE_PushButtonContents:
-    case SE_PushButtonFocusRect: return option->rect;
+    case SE_PushButtonFocusRect:
     case SE_ProgressBarContents:
     case SE_ProgressBarGroove: return option->rect;
     default: return QProxyStyle::subElementRect(element, option, widget);
