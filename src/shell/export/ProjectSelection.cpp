@@ -73,10 +73,7 @@ void ProjectSelection::refresh() {
 }
 
 QWidget* ProjectSelection::makeBox(const Shown& project) {
-    const auto letters = [](const std::string& text) {
-        return qt(text).replace(QLatin1Char('&'), QStringLiteral("&&"));  // no shortcut
-    };
-    auto* const box = kind("card", new QCheckBox(letters(project.name) + QLatin1Char('\n') + letters(project.client)));
+    auto* const box = kind("card", new QCheckBox(withoutShortcut(qt(project.name + '\n' + project.client))));
     box->setIcon(projectIcon(project.color));
     box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     box->setAccessibleName(qt(project.name) + QStringLiteral(", ") + qt(project.client));

@@ -23,8 +23,12 @@ QCheckBox* switchBox(const QString& text, QWidget* parent) {
     return kind("switch", new QCheckBox(text, parent));
 }
 
-QPushButton* choiceChip(const QString& text, bool isSmall, QWidget* parent) {
-    auto* button = pushButton(text, isSmall ? "chip small" : "chip", parent);
+QString withoutShortcut(const QString& name) {
+    return QString(name).replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+QPushButton* choiceChip(const QString& name, bool isSmall, QWidget* parent) {
+    auto* button = pushButton(withoutShortcut(name), isSmall ? "chip small" : "chip", parent);
     button->setCheckable(true);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // A chosen one is wider.

@@ -20,8 +20,11 @@ namespace quorvane {
 /// On or off, effective at once.
 [[nodiscard]] QCheckBox* switchBox(const QString& text, QWidget* parent = nullptr);
 
-/// A choice, round, with a check where it is chosen; put several into a `QButtonGroup` for a single one.
-[[nodiscard]] QPushButton* choiceChip(const QString& text, bool isSmall = false, QWidget* parent = nullptr);
+/// A name for a button: an ampersand in it is a letter and makes no shortcut.
+[[nodiscard]] QString withoutShortcut(const QString& name);
+
+/// A choice by its name, round, with a check where it is chosen; put several into a `QButtonGroup` for a single one.
+[[nodiscard]] QPushButton* choiceChip(const QString& name, bool isSmall = false, QWidget* parent = nullptr);
 
 /// One of a few, side by side.
 [[nodiscard]] QTabBar* segments(const QStringList& texts, const QString& name, QWidget* parent = nullptr);

@@ -353,6 +353,7 @@ int HouseStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_EtchDisabledText:
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_FocusFrame_Mask: return 0;
+    case SH_TabBar_AllowWheelScrolling: return 0;  // as over fields: the page scrolls
     case SH_TabBar_Alignment: return Qt::AlignLeft;
     default: return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

@@ -267,7 +267,10 @@ void ActivityPage::placeProjectPanel(const ActivityLayout& layout) {
         const auto name = parts_->services.localization.text("timeline_assign_project");
         parts_->sheet = new Sheet(*window(), qt(name), ActivityLayout::sheetWidth);
         parts_->sheet->setContent(panel);
-        connect(parts_->sheet, &QDialog::rejected, this, [this] { parts_->chart().cancelProjectSelection(); });
+        connect(parts_->sheet, &QDialog::rejected, this, [this] {
+            parts_->project->setParent(this);  // before the sheet goes with all that is in it
+            parts_->chart().cancelProjectSelection();
+        });
         panel.setFocus();
         parts_->sheet->open();
         return;

@@ -14,6 +14,7 @@
 #include <QMouseEvent>
 #include <QSpinBox>
 #include <QWheelEvent>
+#include <tuple>
 #include <vector>
 
 namespace quorvane {
@@ -22,14 +23,15 @@ namespace {
 TEST_F(LookTest, ChoicesSayWhatTheyAre) {
     auto* grouped = choiceChip(QStringLiteral("Work"), false, &window);
     grouped->setAutoExclusive(true);
-    const std::pair<QAbstractButton*, QAccessible::Role> rows[] = {
-        {switchBox(QStringLiteral("On"), &window), QAccessible::CheckBox},
-        {choiceChip(QStringLiteral("Tag"), false, &window), QAccessible::CheckBox},
-        {grouped, QAccessible::RadioButton}};
-    for (const auto& [button, role] : rows) {
+    const std::tuple<QAbstractButton*, QAccessible::Role, const char*> rows[] = {
+        {switchBox(QStringLiteral("On"), &window), QAccessible::CheckBox, "On"},
+        {choiceChip(QStringLiteral("R&D"), false, &window), QAccessible::CheckBox, "R&D"},
+        {grouped, QAccessible::RadioButton, "Work"}};
+    for (const auto& [button, role, name] : rows) {
         auto* interface = QAccessible::queryAccessibleInterface(button);
         EXPECT_EQ(interface->role(), role);
-        EXPECT_EQ(interface->text(QAccessible::Name), button->text());
+        EXPECT_EQ(interface->text(QAccessible::Name), name);
+        EXPECT_TRUE(button->shortcut().isEmpty());
         interface->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
         EXPECT_TRUE(interface->state().checked);
     }
@@ -39,15 +41,19 @@ TEST_F(LookTest, TheWheelTurnsOverFieldsAndChangesOnlyTheOneInUse) {
     QSpinBox field(&window);
     field.setValue(5);
     field.show();
-    const auto turn = [&] {
-        QWheelEvent event({5, 5}, field.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+    auto* tabs = segments({QStringLiteral("Day"), QStringLiteral("Week")}, QStringLiteral("View"), &window);
+    tabs->setCurrentIndex(1);
+    tabs->show();
+    const auto turn = [&](QWidget& over) {
+        QWheelEvent event({5, 5}, over.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
                           Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&field, &event);
-        return field.value();
+        QApplication::sendEvent(&over, &event);
+        return std::pair(field.value(), tabs->currentIndex());
     };
-    EXPECT_EQ(turn(), 5);
+    EXPECT_EQ(turn(field), std::pair(5, 1));
+    EXPECT_EQ(turn(*tabs), std::pair(5, 1));
     field.setFocus();
-    EXPECT_EQ(turn(), 6);
+    EXPECT_EQ(turn(field), std::pair(6, 1));
 }
 
 TEST_F(LookTest, AFlowBreaksLinesAsWordsDoAndMirrors) {

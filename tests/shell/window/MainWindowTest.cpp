@@ -11,6 +11,7 @@
 #include "shell/praise/PraiseCard.h"
 #include "shell/rules/RulesPage.h"
 #include "shell/support/WindowTest.h"
+#include "shell/window/ActivityPage.h"
 #include "shell/window/SectionPages.h"
 #include "store/ActivityRecord.h"
 #include "store/AppSettings.h"
@@ -325,6 +326,13 @@ TEST_F(MainWindowTest, APanelOverThePageKeepsTheFocusInsideAndEscapeClosesIt) {
     }
     pressKey(Qt::Key_Escape);
     EXPECT_EQ(day.chart().projectSelector(), nullptr);
+    // Again, where the sheet hears it and not the panel.
+    day.chart().selectTimeRange({8, 8.5});
+    day.settle();
+    static_cast<QDialog*>(&widgetBelow<Sheet>(day.window()))->reject();
+    day.settle();
+    EXPECT_EQ(day.chart().projectSelector(), nullptr);
+    EXPECT_EQ(widgetBelow<ProjectPanel>(day.window()).parentWidget(), &widgetBelow<ActivityPage>(day.window()));
 }
 
 TEST_F(MainWindowTest, TheDayIsPraisedBesideTheTimelineAndMadeIntoACard) {
